@@ -1,0 +1,68 @@
+#!/usr/bin/env bash
+# Checks the floors of the house: includes point down, no two files include each other in a
+# circle, and the core includes no widget header.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+# A file's floor is its folder's, but a file that belongs to velmora_ui stands on a window floor.
+ui_files=$(awk '/target_sources/ { ui = /velmora_ui/ }
+                ui && match($0, /[A-Za-z]+\.(h|cpp)/) {
+                    split(FILENAME, part, "/"); print "src/" part[2] "/" substr($0, RSTART, RLENGTH) }' \
+           src/*/CMakeLists.txt)
+
+git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' | sort -u |
+    while read -r file; do
+        # A file may have no include, or be deleted and not yet committed.
+        { [ -f "$file" ] && grep -oE '^#include ["<][^">]+[">]' "$file"; } |
+            sed -E "s|^#include ([\"<])(.*)[\">]|$file \1 \2|" || true
+    done |
+    awk -v ui_list="$ui_files" '
+        BEGIN {
+            n = split(ui_list, ui_array, "\n")
+            for (i = 1; i <= n; i++) {
+                base = ui_array[i]; sub(/\.(h|cpp)$/, "", base); is_ui[base] = 1
+            }
+            floor["platform"] = 1; floor["store"] = 2; floor["app"] = 3
+            floor["catalogue"] = 4; floor["diary"] = 4; floor["exercise"] = 4; floor["report"] = 4
+            floor["cli"] = 5
+        }
+        function base_of(path) { sub(/\.(h|cpp)$/, "", path); return path }
+        function floor_of(path,    base, parts) {
+            base = base_of(path)
+            if (base ~ /^src\/[a-z]+$/) return 9            # the programs compose
+            if (base ~ /^src\/diary\/(DietFrame|Application)$/) return 8
+            split(base, parts, "/")
+            if (parts[2] == "controls") return 6
+            if (is_ui[base]) return 7
+            return floor[parts[2]]
+        }
+        {
+            file = $1; kind = $2; target = $3
+            if (kind == "<") {
+                if (floor_of(file) < 6 && target ~ /^(QtWidgets|QtGui|Q(Application|GuiApplication|Widget|Dialog|MessageBox|MainWindow|TreeView|TableView|ListView|FileDialog|Painter|Menu|Action|Color|Icon|Pixmap|Image|Font|Label|LineEdit|ComboBox)$)/) {
+                    print file ": the core includes <" target ">"; bad = 1
+                }
+                next
+            }
+            path = "src/" target
+            if (floor_of(path) == "") { print file ": includes unknown " target; bad = 1; next }
+            if (floor_of(path) > floor_of(file)) {
+                print file ": includes " target ", which stands on a higher floor"; bad = 1
+            }
+            if (file ~ /\.h$/) edges[file] = edges[file] " " path
+        }
+        function visit(node,    list, count, i) {
+            state[node] = 1
+            count = split(edges[node], list, " ")
+            for (i = 1; i <= count; i++) {
+                if (state[list[i]] == 1) { print "circle of includes through " node " and " list[i]; bad = 1 }
+                else if (!state[list[i]]) visit(list[i])
+            }
+            state[node] = 2
+        }
+        END {
+            for (node in edges) nodes[++total] = node
+            for (k = 1; k <= total; k++) if (!state[nodes[k]]) visit(nodes[k])
+            exit bad
+        }'
+echo "Layering holds."

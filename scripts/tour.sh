@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Plays the tour offscreen at desktop size, at 240 x 320 and in dark colours.
+#   scripts/tour.sh [DIR]   pictures go to DIR/desktop, DIR/small and DIR/dark (default build/tour)
+set -euo pipefail
+folder=$(realpath -m "${1:-$(dirname "$0")/../build/tour}")
+cd "$(dirname "$0")/.."
+
+play() {  # name width height options...
+    local name=$1 width=$2 height=$3
+    shift 3
+    mkdir -p "$folder"
+    local screen=$folder/.screen-$name.json
+    printf '{"screens": [{"name": "%s", "x": 0, "y": 0, "width": %d, "height": %d, "logicalDpi": 96, "dpr": 1}]}\n' \
+        "$name" "$width" "$height" >"$screen"
+    QT_QPA_PLATFORM="offscreen:configfile=$screen" build/velmora_tour "$folder/$name" "$@"
+    rm -f "$screen"
+}
+
+play desktop 1280 800
+play small 240 320
+play dark 1280 800 --dark

@@ -1,0 +1,69 @@
+#include "platform/Messages.h"
+
+namespace {
+CMessageSeam* installedSeam = nullptr;
+
+CMessageSeam& Seam() {
+    Q_ASSERT_X(installedSeam != nullptr, "Messages", "no message seam is installed");
+    return *installedSeam;
+}
+}  // namespace
+
+CMessageSeam::CMessageSeam() : m_previous(installedSeam) {
+    installedSeam = this;
+}
+
+CMessageSeam::~CMessageSeam() {
+    installedSeam = m_previous;
+}
+
+void ShowMessage(const QString& text, EMessageIcon icon) {
+    Seam().Show(text, icon);
+}
+
+bool AskYesNo(const QString& text) {
+    return Seam().AskYesNo(text);
+}
+
+QString ChooseFileToOpen(const CFileChoice& choice) {
+    return Seam().ChooseFileToOpen(choice);
+}
+
+QString ChooseFileToSave(const CFileChoice& choice) {
+    return Seam().ChooseFileToSave(choice);
+}
+
+std::unique_ptr<CProgress> CreateProgress(const QString& caption) {
+    return Seam().CreateProgress(caption);
+}
+
+CWaitCursor::CWaitCursor() {
+    Seam().BeginWait();
+}
+
+CWaitCursor::~CWaitCursor() {
+    Seam().EndWait();
+}
+
+QString FormatText(QLatin1StringView pattern, std::initializer_list<CTextArgument> arguments) {
+    QString result;
+    const auto* argument = arguments.begin();
+    for (qsizetype i = 0; i < pattern.size(); ++i) {
+        if (pattern[i] != u'%' || i + 1 == pattern.size()) {
+            result += pattern[i];
+            continue;
+        }
+        ++i;
+        if (pattern[i] == u'%') {
+            result += u'%';
+            continue;
+        }
+        if (pattern[i] == u'l') {
+            ++i;
+        }
+        Q_ASSERT(argument != arguments.end());
+        result += argument->Text();
+        ++argument;
+    }
+    return result;
+}

@@ -1,0 +1,78 @@
+// The one seam between the rules and whoever talks to the user: boxes in the window program,
+// standard error in the command line, a script in the tests.
+#pragma once
+
+#include <QLatin1StringView>
+#include <QString>
+#include <initializer_list>
+#include <memory>
+#include <utility>
+
+#include "platform/Progress.h"
+
+/// Result is the summary of finished work.
+enum class EMessageIcon { Plain, Stop, Warning, Information, Result };
+
+/// What a file dialog offers.
+struct CFileChoice {
+    QString title;
+    QString defaultExtension;  ///< with its point, ".csv"
+    QString filterName;        ///< as shown, "CSV file (*.csv)"
+    QString initialName;       ///< proposed name, may be empty
+};
+
+/// Answers for the user interface. Exactly one is installed while the program runs; it installs
+/// itself when made and gives the place back to its predecessor when it goes (newest first).
+class CMessageSeam {
+  public:
+    CMessageSeam();
+    virtual ~CMessageSeam();
+    CMessageSeam(const CMessageSeam&) = delete;
+    CMessageSeam& operator=(const CMessageSeam&) = delete;
+
+    virtual void Show(const QString& text, EMessageIcon icon) = 0;
+    /// True for Yes; every other way of leaving the question is No.
+    virtual bool AskYesNo(const QString& text) = 0;
+    /// The chosen path; empty when cancelled.
+    virtual QString ChooseFileToOpen(const CFileChoice& choice) = 0;
+    virtual QString ChooseFileToSave(const CFileChoice& choice) = 0;
+    /// A progress window captioned `caption`; never null.
+    virtual std::unique_ptr<CProgress> CreateProgress(const QString& caption) = 0;
+    /// Wait cursor on and off; calls nest.
+    virtual void BeginWait() {}
+    virtual void EndWait() {}
+
+  private:
+    CMessageSeam* m_previous;
+};
+
+void ShowMessage(const QString& text, EMessageIcon icon = EMessageIcon::Plain);
+bool AskYesNo(const QString& text);
+QString ChooseFileToOpen(const CFileChoice& choice);
+QString ChooseFileToSave(const CFileChoice& choice);
+std::unique_ptr<CProgress> CreateProgress(const QString& caption);
+
+/// Shows the wait cursor for as long as it lives.
+class CWaitCursor {
+  public:
+    CWaitCursor();
+    ~CWaitCursor();
+    CWaitCursor(const CWaitCursor&) = delete;
+    CWaitCursor& operator=(const CWaitCursor&) = delete;
+};
+
+/// One value for a placeholder of FormatText.
+class CTextArgument {
+  public:
+    CTextArgument(QString text) : m_text(std::move(text)) {}
+    CTextArgument(qint64 number) : m_text(QString::number(number)) {}
+    CTextArgument(int number) : m_text(QString::number(number)) {}
+    [[nodiscard]] const QString& Text() const { return m_text; }
+
+  private:
+    QString m_text;
+};
+
+/// Fills the "%s", "%d" and "%ld" of `pattern` in order; "%%" gives "%". Values are not scanned
+/// again, so a name holding "%s" stands as it is.
+QString FormatText(QLatin1StringView pattern, std::initializer_list<CTextArgument> arguments);

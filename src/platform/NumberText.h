@@ -1,0 +1,27 @@
+// Numbers as text: the C forms of files and the forms a person types and reads.
+#pragma once
+
+#include <QLocale>
+#include <QString>
+#include <optional>
+
+/// The leading decimal number of `text` after blanks, as the C library reads it in the C locale;
+/// 0 when there is none or when it is not finite.
+double LeadingNumber(QStringView text);
+
+/// What a person typed, blanks trimmed: the locale's decimal separator and the point are both
+/// accepted, group separators are not. The leading number counts, as in LeadingNumber.
+/// Nothing when there is no finite number.
+std::optional<double> TypedNumber(QStringView text, const QLocale& locale = QLocale());
+
+/// "%<width>.<decimals>f" with a point, whatever the locale.
+QString FixedNumber(double value, int decimals, int width = 1);
+
+/// FixedNumber with the locale's decimal separator, for a person to read.
+QString ShownNumber(double value, int decimals, const QLocale& locale = QLocale());
+
+/// The shortest form that reads back to the same double, with a point.
+QString ShortestNumber(double value);
+
+/// Truncation toward zero, limited to what an int holds; 0 for what is no number.
+int Whole(double value);

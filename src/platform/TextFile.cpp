@@ -1,0 +1,197 @@
+#include "platform/TextFile.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+#include <algorithm>
+#include <cstring>
+
+namespace {
+constexpr qsizetype kBufferBytes = 65536;
+constexpr QByteArrayView kUtf8Mark = "\xEF\xBB\xBF";
+constexpr QByteArrayView kLineEnd = "\r\n";
+/// A UTF-8 character has up to three bytes behind its first one.
+constexpr qsizetype kMaxContinuationBytes = 3;
+
+/// Position of the first CR or LF; the size when there is none.
+qsizetype FindLineEnd(QByteArrayView bytes) {
+    const qsizetype lineFeed = bytes.indexOf('\n');
+    const qsizetype limit = lineFeed < 0 ? bytes.size() : lineFeed;
+    const qsizetype carriageReturn = bytes.first(limit).indexOf('\r');
+    return carriageReturn < 0 ? limit : carriageReturn;
+}
+
+bool IsContinuation(char byte) {
+    return (static_cast<uchar>(byte) & 0xC0U) == 0x80U;
+}
+
+/// Where to cut UTF-8 text before `position` without cutting a character in two.
+qsizetype CharacterStart(QByteArrayView bytes, qsizetype position) {
+    qsizetype start = position;
+    while (IsContinuation(bytes[start])) {
+        if (--start < position - kMaxContinuationBytes) {
+            return position;
+        }
+    }
+    return start;
+}
+}  // namespace
+
+CTextFile::CTextFile() : m_codec(COemCodec::CodePageOf(QLocale())) {}
+
+CTextFile::~CTextFile() = default;
+
+bool CTextFile::OpenForReading(const QString& path) {
+    Q_ASSERT(!m_input && !m_output);
+    auto input = std::make_unique<QFile>(path);
+    if (!input->open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        return false;
+    }
+    m_input = std::move(input);
+    StartBuffer();
+    while (m_end < kUtf8Mark.size() && FillBuffer()) {
+    }
+    m_isUtf8 = QByteArrayView(m_buffer).first(m_end).startsWith(kUtf8Mark);
+    m_begin = m_isUtf8 ? kUtf8Mark.size() : 0;
+    return true;
+}
+
+bool CTextFile::Create(const QString& path) {
+    Q_ASSERT(!m_input && !m_output);
+    const QFileInfo target(path);
+    std::unique_ptr<QFileDevice> output;
+    if (target.exists() && !target.isFile()) {
+        output = std::make_unique<QFile>(path);
+    } else {
+        auto replacement = std::make_unique<QSaveFile>(path);
+        replacement->setDirectWriteFallback(true);
+        output = std::move(replacement);
+    }
+    if (!output->open(QIODevice::WriteOnly)) {
+        return false;
+    }
+    m_output = std::move(output);
+    StartBuffer();
+    return true;
+}
+
+bool CTextFile::Close() {
+    if (m_output && !FinishOutput()) {
+        m_hasFailed = true;
+    }
+    m_output.reset();
+    m_input.reset();
+    m_buffer.clear();
+    m_begin = 0;
+    m_end = 0;
+    return !m_hasFailed;
+}
+
+bool CTextFile::ReadLine(QString& line) {
+    // One byte more than a line may have, for its end, and one for the LF of the line before.
+    while (m_end - m_begin < kMaxLineBytes + 2 && FillBuffer()) {
+    }
+    if (m_isLineFeedDue && m_begin < m_end && m_buffer.at(m_begin) == '\n') {
+        ++m_begin;
+    }
+    m_isLineFeedDue = false;
+    if (m_begin == m_end) {
+        return false;
+    }
+    const qsizetype window = std::min<qsizetype>(m_end - m_begin, kMaxLineBytes + 1);
+    const QByteArrayView bytes(m_buffer.constData() + m_begin, window);
+    qsizetype length = FindLineEnd(bytes);
+    m_begin += length;
+    if (length < window) {
+        m_isLineFeedDue = bytes[length] == '\r';
+        ++m_begin;
+    } else if (length > kMaxLineBytes) {
+        length = m_isUtf8 ? CharacterStart(bytes, kMaxLineBytes) : kMaxLineBytes;
+        m_begin -= window - length;
+    }
+    if (m_isUtf8) {
+        line = QString::fromUtf8(bytes.first(length));
+    } else {
+        line.resize(length);
+        m_codec.DecodeTo(line.data(), bytes.first(length));
+    }
+    return true;
+}
+
+qint64 CTextFile::GetLength() const {
+    return m_input ? m_input->size() : 0;
+}
+
+void CTextFile::WriteBytes(QByteArrayView bytes) {
+    Q_ASSERT(m_output);
+    while (!bytes.isEmpty()) {
+        if (m_end == kBufferBytes) {
+            FlushBuffer();
+        }
+        const qsizetype count = std::min(bytes.size(), kBufferBytes - m_end);
+        std::memcpy(m_buffer.data() + m_end, bytes.data(), count);
+        m_end += count;
+        bytes = bytes.sliced(count);
+    }
+}
+
+void CTextFile::WriteText(QStringView text) {
+    Q_ASSERT(m_output);
+    while (!text.isEmpty()) {
+        if (m_end == kBufferBytes) {
+            FlushBuffer();
+        }
+        const qsizetype count = std::min(text.size(), kBufferBytes - m_end);
+        m_codec.EncodeTo(m_buffer.data() + m_end, text.first(count));
+        m_end += count;
+        text = text.sliced(count);
+    }
+}
+
+void CTextFile::WriteLine(QStringView text) {
+    WriteText(text);
+    WriteBytes(kLineEnd);
+}
+
+void CTextFile::StartBuffer() {
+    m_buffer.resize(kBufferBytes);
+    m_begin = 0;
+    m_end = 0;
+    m_isUtf8 = false;
+    m_isAtEnd = false;
+    m_isLineFeedDue = false;
+    m_hasFailed = false;
+}
+
+bool CTextFile::FillBuffer() {
+    if (m_isAtEnd || !m_input) {
+        return false;
+    }
+    std::memmove(m_buffer.data(), m_buffer.constData() + m_begin, m_end - m_begin);
+    m_end -= m_begin;
+    m_begin = 0;
+    const qint64 count = m_input->read(m_buffer.data() + m_end, kBufferBytes - m_end);
+    m_hasFailed = m_hasFailed || count < 0;
+    m_isAtEnd = count <= 0;
+    m_end += std::max<qint64>(count, 0);
+    return !m_isAtEnd;
+}
+
+void CTextFile::FlushBuffer() {
+    if (!m_hasFailed && m_output->write(m_buffer.constData(), m_end) != m_end) {
+        m_hasFailed = true;
+    }
+    m_end = 0;
+}
+
+bool CTextFile::FinishOutput() {
+    FlushBuffer();
+    // A commit does not notice that the last bytes in the device's own buffer found no place.
+    if (m_hasFailed || !m_output->flush()) {
+        return false;
+    }
+    if (auto* replacement = qobject_cast<QSaveFile*>(m_output.get())) {
+        return replacement->commit();
+    }
+    m_output->close();
+    return m_output->error() == QFileDevice::NoError;
+}

@@ -1,0 +1,22 @@
+#include "platform/VolumePlace.h"
+
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace {
+constexpr auto kVolumeName = "VelmoraDb.db";
+}
+
+QString VolumePathBeside(const QString& programPath) {
+    const qsizetype lastSeparator = programPath.lastIndexOf(u'/');
+    return programPath.left(lastSeparator + 1) + QLatin1StringView(kVolumeName);
+}
+
+QString DefaultVolumePath(const QString& programPath) {
+    QString beside = VolumePathBeside(programPath);
+    if (QFileInfo(QFileInfo(beside).path()).isWritable()) {
+        return beside;
+    }
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+           QLatin1StringView("/velmora/") + QLatin1StringView(kVolumeName);
+}

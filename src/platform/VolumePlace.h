@@ -1,0 +1,11 @@
+// Where the volume file lives.
+#pragma once
+
+#include <QString>
+
+/// The directory part of the program's path with "VelmoraDb.db" appended; the bare name when the
+/// path has no directory part.
+QString VolumePathBeside(const QString& programPath);
+
+/// Beside the program when that folder can be written; otherwise in the user's data folder.
+QString DefaultVolumePath(const QString& programPath);

@@ -1,0 +1,155 @@
+// The database object: the single owner of the volume, of every database handle and of the
+// catalogue lists. Views and dialogs reach the data through it and nothing else.
+#pragma once
+
+#include <QStringList>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "store/CatalogueLists.h"
+#include "store/Category.h"
+#include "store/ComposedItem.h"
+#include "store/DiaryEntries.h"
+#include "store/ExerciseItem.h"
+#include "store/FoodItem.h"
+#include "store/ItemDatabase.h"
+#include "store/ProfileRecord.h"
+#include "store/RecordStore.h"
+
+/// Lives from start-up to exit. Positions handed out are valid until the next change of their
+/// database. Operations return success or positions, -1 meaning not found.
+class CDatabase {
+  public:
+    explicit CDatabase(QString volumePath);
+    /// Closes the profile, the catalogue and the volume, in that order.
+    ~CDatabase();
+    CDatabase(const CDatabase&) = delete;
+    CDatabase& operator=(const CDatabase&) = delete;
+
+    /// Mounts the volume and opens or creates the six catalogue databases; NutrientNames is
+    /// brought to exactly 54 names. Any failure closes everything again.
+    bool OpenCatalogue();
+    void CloseCatalogue();
+    CRecordStore& GetStore() { return m_store; }
+
+    CItemDatabase<CFoodItem>& Foods() { return m_foods; }
+    CItemDatabase<CMenuItem>& Menus() { return m_menus; }
+    CItemDatabase<CRecipeItem>& Recipes() { return m_recipes; }
+    CItemDatabase<CExerciseItem>& Exlib() { return m_exlib; }
+    CItemDatabase<CCategory>& Categories() { return m_categories; }
+    /// The items of a kind without their class: for code that serves all four kinds.
+    CItemDatabaseBase& Items(ECatalogueKind kind);
+
+    /// The items of a category, at most 1024, sorted by name and type (menus and recipes by name)
+    /// without case. A negative identifier gives an empty list.
+    const std::vector<CCategoryListEntry>& FillCategoryList(ECatalogueKind kind, qint32 categoryId);
+    /// Distinct food names of a category (-1: of all), at most 1024, sorted by category and then
+    /// by name without case.
+    const std::vector<CUniqueName>& FillArrayWithUniqueFoodNames(qint32 categoryId);
+    const std::vector<CUniqueName>& FillArrayWithUniqueExlibNames(qint32 categoryId);
+    /// First menu or recipe component under `parentId` with item type 1 and that item identifier;
+    /// -1 when there is none.
+    int FindMenu(qint32 parentId, qint32 itemId);
+    int FindRecipe(qint32 parentId, qint32 itemId);
+    /// The item of a category with exactly that name and type (menus and recipes: name alone);
+    /// -1 when there is none. `except` is a position to pass over.
+    int FindItem(ECatalogueKind kind, qint32 categoryId, const QString& name, const QString& type,
+                 int except = -1);
+
+    /// Adds (position -1) or updates a category. False without a message when its name exists in
+    /// the kind; with "Cannot add category. Maximum number of categories has been reached." at
+    /// 256 categories. The identifier given stands in `category` afterwards.
+    bool AddOrUpdateCategory(int position, CCategory& category);
+    bool DeleteCategory(int position);
+    /// In stored order, which is the order of creation.
+    std::vector<CCategoryEntry> ListCategories(ECatalogueKind kind);
+    /// Position of the category of that name (exactly) or identifier; -1 when there is none.
+    int FindCategory(ECatalogueKind kind, const QString& name);
+    int FindCategory(ECatalogueKind kind, qint32 id);
+    /// Identifier of the category of that name; -1 when there is none.
+    qint32 CategoryIdOf(ECatalogueKind kind, const QString& name);
+    /// Name of a category; empty when there is none of that identifier.
+    QString CategoryNameOf(ECatalogueKind kind, qint32 id);
+
+    /// All 54 names as the user sees them; the default stands in for one that cannot be read.
+    QStringList ReadNutrientNames();
+    /// Position -1 adds. A position that cannot be found shows "Cannot save nutrient name." and
+    /// still counts as success.
+    bool SaveNutrientName(int position, qint32 index, const QString& name);
+    /// "Energy (kcal)" or "Energy (kJ)".
+    static QString EnergyName(const QString& unitAbbreviation);
+    /// Names nutrient 0 so.
+    void RenameEnergy(const QString& unitAbbreviation);
+    /// Settings of the foods or exercise library view; false when none are stored yet.
+    bool ReadViewSettings(ECatalogueKind kind, CViewSettings& settings);
+    /// Failure shows "Cannot save foods props (error# %d)." or "Cannot save exlib props ...".
+    bool SaveViewSettings(ECatalogueKind kind, const CViewSettings& settings);
+
+    int GetNumberOfUserProfiles();
+    /// In order of creation.
+    QStringList FillProfileNames();
+    /// Whether any database stands where one of the profile's four would be, names compared
+    /// without case.
+    bool IsProfileNameTaken(const QString& name);
+    /// Opens the profile's four databases; closes those of another profile first. Any failure
+    /// fails the whole open.
+    bool OpenProfile(const QString& name, bool mayCreate);
+    void CloseProfile();
+    /// Deletes the four databases, however many of them exist. A failed deletion shows "Cannot
+    /// delete database.".
+    bool DeleteProfile(const QString& name);
+    /// False when no record is stored. A record of another version counts as found and leaves
+    /// `record` as it was.
+    bool LoadProfileRecord(CProfileRecord& record);
+    /// Whether the open profile holds any record, readable or not.
+    bool HasProfileRecord();
+    bool SaveProfileRecord(const CProfileRecord& record);
+
+    CItemDatabase<CDietEntry>& Diet() { return m_diet; }
+    CItemDatabase<CWeightEntry>& Weight() { return m_weight; }
+    CItemDatabase<CExerciseEntry>& Exercises() { return m_exercises; }
+
+    /// Loads the day's diet entries, at most 128, and their totals. Every diet position handed
+    /// out before is void.
+    int LoadDietDay(QDate day);
+    [[nodiscard]] int GetDietCount() const { return static_cast<int>(m_dietList.size()); }
+    /// Position in the diet database of a loaded entry; "Invalid index" and -1 outside the list.
+    [[nodiscard]] int GetDietPosition(int index) const;
+    /// A loaded entry; null with "Invalid index" outside the list.
+    [[nodiscard]] const CDietEntry* GetDietEntry(int index) const;
+    /// Sum over the loaded entries; -1.0 for an index outside 0 to 53.
+    [[nodiscard]] double GetDietTotal(int nutrient) const;
+    /// Weight in force on a date, in kg: the latest entry on or before it; with none, the earliest
+    /// after it; with none at all, `fallbackKg`.
+    double WeightOnDate(QDate day, double fallbackKg);
+
+  private:
+    struct CLoadedDietEntry {
+        int position;
+        CDietEntry entry;
+    };
+
+    std::optional<CCategoryEntry> FindCategoryEntry(
+        ECatalogueKind kind, const std::function<bool(const CCategoryEntry&)>& isIt);
+    const std::vector<CUniqueName>& FillUniqueNames(ECatalogueKind kind, qint32 categoryId);
+    void BringNutrientNamesToDefault();
+
+    QString m_volumePath;
+    CRecordStore m_store;
+    CItemDatabase<CNutrientName> m_nutrientNames;
+    CItemDatabase<CFoodItem> m_foods;
+    CItemDatabase<CMenuItem> m_menus;
+    CItemDatabase<CRecipeItem> m_recipes;
+    CItemDatabase<CExerciseItem> m_exlib;
+    CItemDatabase<CCategory> m_categories;
+    CItemDatabase<CProfileRecord> m_profile;
+    CItemDatabase<CDietEntry> m_diet;
+    CItemDatabase<CWeightEntry> m_weight;
+    CItemDatabase<CExerciseEntry> m_exercises;
+
+    std::vector<CCategoryListEntry> m_categoryList;
+    std::vector<CUniqueName> m_uniqueNames;
+    std::vector<CLoadedDietEntry> m_dietList;
+    NutrientValues m_dietTotals{};
+};

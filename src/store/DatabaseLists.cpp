@@ -1,0 +1,301 @@
+// The catalogue's lists, its categories, and the settings kept beside its items.
+#include "platform/Messages.h"
+#include "store/Database.h"
+
+#include <QSet>
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+// Where a kind keeps what its lists show; -1 where names alone tell items apart.
+struct CKindNumbers {
+    int name;
+    int type;
+    bool isSortedByType;
+};
+constexpr std::array<CKindNumbers, 4> kKindNumbers = {{
+    {1, 2, true},   // foods
+    {3, 4, false},  // menus
+    {3, 4, false},  // recipes
+    {1, 2, true},   // exercises
+}};
+
+const CKindNumbers& NumbersOf(ECatalogueKind kind) {
+    return kKindNumbers.at(static_cast<std::size_t>(kind));
+}
+
+// Numbers of a component or composed record.
+constexpr int kItemTypeNumber = 1;
+constexpr int kItemIdNumber = 2;
+
+// Property 0 of an item; the marker of the view settings for a record that has none.
+qint32 ParentOf(const PropertyList& properties) {
+    const auto* parent = properties.empty() ? nullptr : std::get_if<qint32>(&properties.front());
+    return parent != nullptr ? *parent : CViewSettings::kMarker;
+}
+
+QString TextOf(const PropertyList& properties, int number) {
+    const auto* text = std::get_if<QString>(&properties[number]);
+    return text != nullptr ? *text : QString();
+}
+
+// First record under a parent with item type 1 and that item identifier.
+int FindComponent(CItemDatabaseBase& items, qint32 parentId, qint32 itemId) {
+    int found = kNoPosition;
+    items.ForEachFrom(
+        items.FirstPositionOf(parentId),
+        [&](int position, PropertyList& properties) {
+            if (ParentOf(properties) != parentId) {
+                return false;
+            }
+            if (std::ssize(properties) == items.GetLayout().Count() &&
+                properties[kItemTypeNumber] ==
+                    PropertyValue(static_cast<qint32>(EItemType::Menu)) &&
+                properties[kItemIdNumber] == PropertyValue(itemId)) {
+                found = position;
+            }
+            return found == kNoPosition;
+        },
+        kItemIdNumber + 1);
+    return found;
+}
+
+// Position of the stored settings, which are read into `settings`.
+int FindViewSettings(CItemDatabaseBase& items, CViewSettings& settings) {
+    int found = kNoPosition;
+    items.ForEachFrom(items.FirstPositionOf(CViewSettings::kMarker),
+                      [&](int position, PropertyList& properties) {
+                          const bool isMarked = ParentOf(properties) == CViewSettings::kMarker;
+                          if (isMarked && settings.SetProperties(std::move(properties))) {
+                              found = position;
+                          }
+                          return isMarked && found == kNoPosition;
+                      });
+    return found;
+}
+}  // namespace
+
+const std::vector<CCategoryListEntry>& CDatabase::FillCategoryList(ECatalogueKind kind,
+                                                                   qint32 categoryId) {
+    m_categoryList.clear();
+    if (categoryId < 0) {
+        return m_categoryList;
+    }
+    CItemDatabaseBase& items = Items(kind);
+    const CKindNumbers& numbers = NumbersOf(kind);
+    const int expected = items.GetLayout().Count();
+    items.ForEachFrom(
+        items.FirstPositionOf(categoryId),
+        [&](int position, PropertyList& properties) {
+            // The view settings stand right behind the last category; they are no damaged item.
+            if (m_categoryList.size() == kCatalogueListCapacity ||
+                ParentOf(properties) == CViewSettings::kMarker) {
+                return false;
+            }
+            if (std::ssize(properties) != expected) {
+                ReportWrongPropertyCount(position, properties, expected);
+                return false;
+            }
+            if (ParentOf(properties) != categoryId) {
+                return false;
+            }
+            m_categoryList.push_back({position, categoryId, TextOf(properties, numbers.name),
+                                      TextOf(properties, numbers.type)});
+            return true;
+        },
+        numbers.type + 1);
+    std::ranges::stable_sort(m_categoryList, [&numbers](const auto& left, const auto& right) {
+        int order = left.name.compare(right.name, Qt::CaseInsensitive);
+        if (order == 0 && numbers.isSortedByType) {
+            order = left.type.compare(right.type, Qt::CaseInsensitive);
+        }
+        return order < 0;
+    });
+    return m_categoryList;
+}
+
+const std::vector<CUniqueName>& CDatabase::FillArrayWithUniqueFoodNames(qint32 categoryId) {
+    return FillUniqueNames(ECatalogueKind::Foods, categoryId);
+}
+
+const std::vector<CUniqueName>& CDatabase::FillArrayWithUniqueExlibNames(qint32 categoryId) {
+    return FillUniqueNames(ECatalogueKind::Exercises, categoryId);
+}
+
+// Categories are contiguous, so names need comparing only with those of their own category, and
+// one category is read without the others.
+const std::vector<CUniqueName>& CDatabase::FillUniqueNames(ECatalogueKind kind, qint32 categoryId) {
+    m_uniqueNames.clear();
+    CItemDatabaseBase& items = Items(kind);
+    const int expected = items.GetLayout().Count();
+    const bool isAll = categoryId == -1;
+    QSet<QString> namesOfCategory;
+    items.ForEachFrom(
+        isAll ? 0 : items.FirstPositionOf(categoryId),
+        [&](int position, PropertyList& properties) {
+            const qint32 parent = ParentOf(properties);
+            if (m_uniqueNames.size() == kCatalogueListCapacity ||
+                parent == CViewSettings::kMarker) {
+                return false;
+            }
+            if (std::ssize(properties) != expected) {
+                ReportWrongPropertyCount(position, properties, expected,
+                                         kind == ECatalogueKind::Foods
+                                             ? u"FillArrayWithUniqueFoodNames --> "_s
+                                             : u"FillArrayWithUniqueExlibNames --> "_s);
+                return false;
+            }
+            if (!isAll && parent != categoryId) {
+                return false;
+            }
+            if (!m_uniqueNames.empty() && m_uniqueNames.back().categoryId != parent) {
+                namesOfCategory.clear();
+            }
+            const QString name = TextOf(properties, NumbersOf(kind).name);
+            if (!namesOfCategory.contains(name)) {
+                namesOfCategory.insert(name);
+                m_uniqueNames.push_back({parent, name});
+            }
+            return true;
+        },
+        NumbersOf(kind).name + 1);
+    std::ranges::stable_sort(m_uniqueNames, [](const auto& left, const auto& right) {
+        return left.categoryId != right.categoryId
+                   ? left.categoryId < right.categoryId
+                   : left.name.compare(right.name, Qt::CaseInsensitive) < 0;
+    });
+    return m_uniqueNames;
+}
+
+int CDatabase::FindMenu(qint32 parentId, qint32 itemId) {
+    return FindComponent(m_menus, parentId, itemId);
+}
+
+int CDatabase::FindRecipe(qint32 parentId, qint32 itemId) {
+    return FindComponent(m_recipes, parentId, itemId);
+}
+
+int CDatabase::FindItem(ECatalogueKind kind, qint32 categoryId, const QString& name,
+                        const QString& type, int except) {
+    CItemDatabaseBase& items = Items(kind);
+    const CKindNumbers& numbers = NumbersOf(kind);
+    int found = kNoPosition;
+    items.ForEachFrom(
+        items.FirstPositionOf(categoryId),
+        [&](int position, PropertyList& properties) {
+            if (ParentOf(properties) != categoryId) {
+                return false;
+            }
+            if (position != except && std::ssize(properties) == items.GetLayout().Count() &&
+                TextOf(properties, numbers.name) == name &&
+                (!numbers.isSortedByType || TextOf(properties, numbers.type) == type)) {
+                found = position;
+            }
+            return found == kNoPosition;
+        },
+        numbers.type + 1);
+    return found;
+}
+
+bool CDatabase::AddOrUpdateCategory(int position, CCategory& category) {
+    if (position >= 0) {
+        CCategory stored;
+        if (m_categories.Read(position, stored)) {
+            category.SetId(stored.GetId());
+        }
+    } else {
+        qint32 largestId = 0;
+        for (const CCategoryEntry& entry : ListCategories(category.GetKind())) {
+            if (entry.name == category.GetName()) {
+                return false;
+            }
+            largestId = std::max(largestId, entry.id);
+        }
+        if (largestId >= CViewSettings::kMarker - 1) {
+            return false;  // only a damaged record numbers its category so high
+        }
+        category.SetId(largestId + 1);
+        if (m_categories.Count() >= kMaximumCategories) {
+            ShowMessage(u"Cannot add category. Maximum number of categories has been reached."_s);
+            return false;
+        }
+    }
+    // The write's own result is not looked at: callers find the category in the list or not.
+    m_categories.Write(position, category);
+    return true;
+}
+
+bool CDatabase::DeleteCategory(int position) {
+    return m_categories.Delete(position);
+}
+
+// The pictures behind the name are not decoded.
+std::vector<CCategoryEntry> CDatabase::ListCategories(ECatalogueKind kind) {
+    constexpr int kIdNumber = 1;
+    constexpr int kNameNumber = 2;
+    std::vector<CCategoryEntry> entries;
+    m_categories.ForEachFrom(
+        m_categories.FirstPositionOf(static_cast<qint64>(kind)),
+        [&](int position, PropertyList& properties) {
+            if (std::ssize(properties) != kCategoryLayout.Count()) {
+                return true;
+            }
+            if (properties.front() != PropertyValue(static_cast<qint16>(kind))) {
+                return false;
+            }
+            if (const auto* id = std::get_if<qint32>(&properties[kIdNumber])) {
+                entries.push_back({position, *id, TextOf(properties, kNameNumber)});
+            }
+            return true;
+        },
+        kNameNumber + 1);
+    return entries;
+}
+
+std::optional<CCategoryEntry> CDatabase::FindCategoryEntry(
+    ECatalogueKind kind, const std::function<bool(const CCategoryEntry&)>& isIt) {
+    const std::vector<CCategoryEntry> entries = ListCategories(kind);
+    const auto found = std::ranges::find_if(entries, isIt);
+    return found == entries.end() ? std::nullopt : std::optional(*found);
+}
+
+int CDatabase::FindCategory(ECatalogueKind kind, const QString& name) {
+    const auto found =
+        FindCategoryEntry(kind, [&](const auto& entry) { return entry.name == name; });
+    return found ? found->position : kNoPosition;
+}
+
+int CDatabase::FindCategory(ECatalogueKind kind, qint32 id) {
+    const auto found = FindCategoryEntry(kind, [id](const auto& entry) { return entry.id == id; });
+    return found ? found->position : kNoPosition;
+}
+
+qint32 CDatabase::CategoryIdOf(ECatalogueKind kind, const QString& name) {
+    const auto found =
+        FindCategoryEntry(kind, [&](const auto& entry) { return entry.name == name; });
+    return found ? found->id : -1;
+}
+
+QString CDatabase::CategoryNameOf(ECatalogueKind kind, qint32 id) {
+    const auto found = FindCategoryEntry(kind, [id](const auto& entry) { return entry.id == id; });
+    return found ? found->name : QString();
+}
+
+bool CDatabase::ReadViewSettings(ECatalogueKind kind, CViewSettings& settings) {
+    return FindViewSettings(Items(kind), settings) != kNoPosition;
+}
+
+bool CDatabase::SaveViewSettings(ECatalogueKind kind, const CViewSettings& settings) {
+    CItemDatabaseBase& items = Items(kind);
+    CViewSettings stored;
+    if (items.Write(FindViewSettings(items, stored), settings)) {
+        return true;
+    }
+    const QLatin1StringView failure = kind == ECatalogueKind::Foods
+                                          ? "Cannot save foods props (error# %d)."_L1
+                                          : "Cannot save exlib props (error# %d)."_L1;
+    ShowMessage(FormatText(failure, {m_store.GetLastError()}));
+    return false;
+}

@@ -1,0 +1,93 @@
+#include "store/ItemDatabase.h"
+
+#include "platform/Messages.h"
+
+using namespace Qt::StringLiterals;
+
+void ReportWrongPropertyCount(int position, const PropertyList& found, int expected,
+                              const QString& prefix) {
+    ShowMessage(prefix + FormatText("Database error. Wrong number of properties, record #%d, "
+                                    "props = %d (%d)"_L1,
+                                    {position, static_cast<qint64>(found.size()), expected}));
+}
+
+CItemDatabaseBase::CItemDatabaseBase(CRecordStore& store, const CRecordLayout& layout)
+    : m_store(store), m_layout(layout) {}
+
+bool CItemDatabaseBase::Open(bool openOnly, const QString& name) {
+    m_handle =
+        m_store.OpenDatabase(name.isEmpty() ? QString::fromLatin1(m_layout.databaseName) : name,
+                             m_layout.SortPropertyId(), m_layout.databaseType, openOnly);
+    return m_handle.IsValid();
+}
+
+void CItemDatabaseBase::Close() {
+    CRecordStore::CloseDatabase(m_handle);
+}
+
+int CItemDatabaseBase::Count() {
+    return m_store.CountRecords(m_handle);
+}
+
+bool CItemDatabaseBase::Read(int position, CItemRecord& item) {
+    PropertyList properties;
+    if (m_store.SeekToPosition(m_handle, position) == 0 ||
+        !m_store.ReadCurrent(m_handle, properties)) {
+        return false;
+    }
+    const int expected = item.GetLayout().Count();
+    if (std::ssize(properties) != expected) {
+        ReportWrongPropertyCount(position, properties, expected);
+        return false;
+    }
+    return item.SetProperties(std::move(properties));
+}
+
+bool CItemDatabaseBase::ReadQuietly(int position, CItemRecord& item) {
+    PropertyList properties;
+    return m_store.SeekToPosition(m_handle, position) != 0 &&
+           m_store.ReadCurrent(m_handle, properties) && item.SetProperties(std::move(properties));
+}
+
+bool CItemDatabaseBase::Write(int position, const CItemRecord& item) {
+    const ObjectId record = position < 0 ? 0 : m_store.SeekToPosition(m_handle, position);
+    if (position >= 0 && record == 0) {
+        return false;
+    }
+    if (m_store.WriteRecord(m_handle, record, item.GetProperties())) {
+        return true;
+    }
+    const QLatin1StringView failure(item.GetLayout().writeFailure);
+    if (!failure.isEmpty()) {
+        ShowMessage(FormatText(failure, {m_store.GetLastError()}));
+    }
+    return false;
+}
+
+bool CItemDatabaseBase::Delete(int position) {
+    return m_store.DeleteRecord(m_handle, position);
+}
+
+int CItemDatabaseBase::FirstPositionOf(qint64 key) {
+    return m_store.FirstPositionOf(m_handle, key);
+}
+
+int CItemDatabaseBase::FirstPositionInRange(qint64 low, qint64 high) {
+    return m_store.FirstPositionInRange(m_handle, low, high);
+}
+
+void CItemDatabaseBase::ForEachFrom(int first,
+                                    const std::function<bool(int position, PropertyList&)>& take,
+                                    int most) {
+    const int count = Count();
+    PropertyList properties;
+    for (int position = first; position >= 0 && position < count; ++position) {
+        if (m_store.SeekToPosition(m_handle, position) == 0 ||
+            !m_store.ReadCurrent(m_handle, properties, most)) {
+            continue;
+        }
+        if (!take(position, properties)) {
+            return;
+        }
+    }
+}

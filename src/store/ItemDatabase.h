@@ -1,0 +1,63 @@
+// One open database of one kind of record: reading, writing and deleting by position, written
+// once for all ten.
+#pragma once
+
+#include <functional>
+
+#include "store/ItemRecord.h"
+#include "store/RecordStore.h"
+
+/// Shows "<prefix>Database error. Wrong number of properties, record #%d, props = %d (%d)".
+void ReportWrongPropertyCount(int position, const PropertyList& found, int expected,
+                              const QString& prefix = QString());
+
+/// The part that does not depend on the item's class. Owns the handle; the store outlives it.
+class CItemDatabaseBase {
+  public:
+    CItemDatabaseBase(CRecordStore& store, const CRecordLayout& layout);
+
+    /// Opens under the layout's own name, or under `name` when given (profile databases).
+    bool Open(bool openOnly, const QString& name = QString());
+    void Close();
+    [[nodiscard]] bool IsOpen() const { return m_handle.IsValid(); }
+
+    int Count();
+    /// False without a message when there is no such position; a wrong number of properties shows
+    /// "Database error. Wrong number of properties, record #%d, props = %d (%d)".
+    bool Read(int position, CItemRecord& item);
+    /// As Read, without the message: for scans that must go on.
+    bool ReadQuietly(int position, CItemRecord& item);
+    /// Position -1 adds. A position past the end fails silently; a failed write shows the layout's
+    /// own message, unless that is empty.
+    bool Write(int position, const CItemRecord& item);
+    /// Failure shows "Cannot delete record. Error=%d".
+    bool Delete(int position);
+
+    /// See CRecordStore.
+    int FirstPositionOf(qint64 key);
+    int FirstPositionInRange(qint64 low, qint64 high);
+
+    /// Reads on from `first` (-1: nothing) and hands each property list to `take` until it returns
+    /// false. A record that cannot be read is skipped.
+    /// A list that needs the first `most` values alone is spared the rest, see
+    /// CStorageEngine::ReadRecord.
+    void ForEachFrom(int first, const std::function<bool(int position, PropertyList&)>& take,
+                     int most = kAllProperties);
+
+    [[nodiscard]] CRecordStore& GetStore() { return m_store; }
+    [[nodiscard]] const CRecordLayout& GetLayout() const { return m_layout; }
+
+  private:
+    CRecordStore& m_store;
+    const CRecordLayout& m_layout;
+    CDatabaseHandle m_handle;
+};
+
+/// Adds the item's type, so that a food cannot be written among the menus.
+template <typename Item>
+class CItemDatabase : public CItemDatabaseBase {
+  public:
+    using CItemDatabaseBase::CItemDatabaseBase;
+    bool Read(int position, Item& item) { return CItemDatabaseBase::Read(position, item); }
+    bool Write(int position, const Item& item) { return CItemDatabaseBase::Write(position, item); }
+};

@@ -1,0 +1,23 @@
+// The platform's error numbers, as the messages show them.
+#pragma once
+
+/// Stored nowhere, shown in messages: the numbers are part of the system's texts.
+enum EPlatformError : int {
+    kErrorSuccess = 0,
+    kErrorFileNotFound = 2,
+    kErrorAccessDenied = 5,
+    kErrorNotEnoughMemory = 8,
+    kErrorBadFormat = 11,
+    kErrorOutOfMemory = 14,
+    kErrorSharingViolation = 32,
+    kErrorInvalidParameter = 87,
+    kErrorDiskFull = 112,
+    kErrorInvalidName = 123,
+    kErrorAlreadyExists = 183,
+    kErrorInputOutput = 1117,
+    kErrorNewerVersion = 1150,
+    kErrorCorrupt = 1392,
+};
+
+/// The one table from SQLite result codes (extended ones included) to platform numbers.
+int PlatformErrorOf(int sqliteResult);

@@ -1,0 +1,34 @@
+// The typed values that records are made of.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <variant>
+#include <vector>
+
+/// Stored codes of the value types.
+enum class EPropertyType : quint16 {
+    Int16 = 2,
+    Int32 = 3,
+    Double = 5,
+    Text = 31,
+    FileTime = 64,
+    Blob = 65,
+};
+
+/// One alternative a type; FILETIME is the 64-bit integer.
+using PropertyValue = std::variant<qint16, qint32, double, QString, qint64, QByteArray>;
+
+EPropertyType TypeOf(const PropertyValue& value);
+
+/// The values of one record; the property number is the place in the list.
+using PropertyList = std::vector<PropertyValue>;
+
+inline constexpr int kMaximumProperties = 0xFFFF;
+/// All values of a record, where a reader may ask for the first few alone.
+inline constexpr int kAllProperties = kMaximumProperties;
+
+/// Full identifier: number in the high 16 bits, type in the low 16.
+constexpr quint32 PropertyId(quint16 number, EPropertyType type) {
+    return static_cast<quint32>(number) << 16 | static_cast<quint16>(type);
+}

@@ -1,0 +1,153 @@
+#include "store/RecordStore.h"
+
+#include "platform/Messages.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+bool CRecordStore::MountVolume(const QString& path) {
+    // A folder that cannot be created fails the mount, which tells the user.
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    if (Note(m_engine.Mount(path))) {
+        return true;
+    }
+    ShowMessage(FormatText("ERROR: CeMountDBVol failed (%ld)"_L1, {m_lastError}),
+                EMessageIcon::Stop);
+    return false;
+}
+
+bool CRecordStore::UnmountVolume() {
+    if (Note(m_engine.Unmount())) {
+        return true;
+    }
+    ShowMessage(u"Failed unmounting the database."_s, EMessageIcon::Stop);
+    return false;
+}
+
+CDatabaseHandle CRecordStore::OpenDatabase(const QString& name, quint32 sortPropertyId,
+                                           quint32 type, bool openOnly) {
+    CDatabaseInfo info;
+    if (Note(m_engine.FindDatabase(name, info))) {
+        return {info.id};
+    }
+    if (m_lastError == kErrorNotEnoughMemory || m_lastError == kErrorOutOfMemory) {
+        ShowMessage(u"Not enough memory"_s, EMessageIcon::Stop);
+        return {};
+    }
+    if (openOnly) {
+        return {};
+    }
+    if (Note(m_engine.CreateDatabase(name, type, sortPropertyId, info))) {
+        return {info.id};
+    }
+    ShowMessage(FormatText("ERROR: CeOpenDatabaseEx failed (%ld)"_L1, {m_lastError}),
+                EMessageIcon::Stop);
+    return {};
+}
+
+void CRecordStore::CloseDatabase(CDatabaseHandle& handle) {
+    handle = {};
+}
+
+int CRecordStore::CountRecords(const CDatabaseHandle& handle) {
+    int count = 0;
+    return Note(m_engine.CountRecords(handle.id, count)) ? count : 0;
+}
+
+ObjectId CRecordStore::SeekToPosition(CDatabaseHandle& handle, int position) {
+    ObjectId record = 0;
+    if (!Note(m_engine.SeekToPosition(handle.id, position, record))) {
+        return 0;
+    }
+    handle.nextPosition = position;
+    return record;
+}
+
+bool CRecordStore::ReadCurrent(CDatabaseHandle& handle, PropertyList& properties, int most) {
+    const ObjectId record = SeekToPosition(handle, handle.nextPosition);
+    if (record == 0) {
+        return false;
+    }
+    ++handle.nextPosition;
+    return Note(m_engine.ReadRecord(record, properties, most));
+}
+
+bool CRecordStore::WriteRecord(CDatabaseHandle& handle, ObjectId record,
+                               const PropertyList& properties) {
+    return Note(record == 0 ? m_engine.AddRecord(handle.id, properties, record)
+                            : m_engine.ReplaceRecord(handle.id, record, properties));
+}
+
+bool CRecordStore::DeleteRecord(CDatabaseHandle& handle, int position) {
+    const ObjectId record = SeekToPosition(handle, position);
+    if (record != 0 && Note(m_engine.DeleteRecord(handle.id, record))) {
+        return true;
+    }
+    ShowMessage(FormatText("Cannot delete record. Error=%d"_L1, {m_lastError}));
+    return false;
+}
+
+bool CRecordStore::EnumerateDatabases(quint32 type, std::vector<CDatabaseInfo>& databases) {
+    return Note(m_engine.ListDatabases(type, databases));
+}
+
+bool CRecordStore::DeleteDatabase(const QString& name, quint32 type) {
+    CDatabaseInfo info;
+    if (!Note(m_engine.FindDatabase(name, info))) {
+        return false;
+    }
+    return Note(info.type == type ? m_engine.DeleteDatabase(info.id)
+                                  : static_cast<int>(kErrorFileNotFound));
+}
+
+int CRecordStore::FirstPositionOf(CDatabaseHandle& handle, qint64 key) {
+    return FirstPositionInRange(handle, key, key);
+}
+
+int CRecordStore::FirstPositionInRange(CDatabaseHandle& handle, qint64 low, qint64 high) {
+    const int count = CountRecords(handle);
+    if (count == 0) {
+        return kNoPosition;
+    }
+    int position = 0;
+    if (!Note(m_engine.LowerBound(handle.id, low, position))) {
+        return 0;
+    }
+    qint64 key = 0;
+    if (position == count) {
+        return kNoPosition;
+    }
+    if (!Note(m_engine.KeyAt(handle.id, position, key))) {
+        return 0;
+    }
+    return key <= high ? position : kNoPosition;
+}
+
+bool CRecordStore::BeginGroup() {
+    return Note(m_engine.BeginGroup());
+}
+
+bool CRecordStore::EndGroup() {
+    return Note(m_engine.EndGroup());
+}
+
+bool CRecordStore::Note(int error) {
+    m_lastError = error;
+    return error == kErrorSuccess;
+}
+
+CRecordGroup::CRecordGroup(CRecordStore& store) : m_store(store), m_open(store.BeginGroup()) {}
+
+CRecordGroup::~CRecordGroup() {
+    Commit();
+}
+
+bool CRecordGroup::Commit() {
+    if (!m_open) {
+        return false;
+    }
+    m_open = false;
+    return m_store.EndGroup();
+}

@@ -1,0 +1,84 @@
+// The eleven operations through which every database is reached, with their messages.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+#include "store/StorageEngine.h"
+
+inline constexpr int kNoPosition = -1;
+
+/// An open database. Invalid (id 0) until opened and after it is closed.
+struct CDatabaseHandle {
+    ObjectId id = 0;
+    int nextPosition = 0;  ///< where ReadCurrent reads; moves on with every read
+    [[nodiscard]] bool IsValid() const { return id != 0; }
+};
+
+/// Operations return success; GetLastError tells the platform number of the last failure.
+/// Positions are valid until the next write or delete in their database.
+class CRecordStore {
+  public:
+    /// Creates the directory of the path when it is missing, then mounts, creating the file.
+    /// Failure shows "ERROR: CeMountDBVol failed (%ld)".
+    bool MountVolume(const QString& path);
+    /// Failure shows "Failed unmounting the database.".
+    bool UnmountVolume();
+
+    /// Opens by name; creates a missing one unless `openOnly`. Failure shows "Not enough memory"
+    /// or, after creation was tried, "ERROR: CeOpenDatabaseEx failed (%ld)"; the handle is then
+    /// invalid.
+    CDatabaseHandle OpenDatabase(const QString& name, quint32 sortPropertyId, quint32 type,
+                                 bool openOnly);
+    static void CloseDatabase(CDatabaseHandle& handle);
+
+    /// 0 when the count cannot be had.
+    int CountRecords(const CDatabaseHandle& handle);
+    /// Identifier of the record at a position, 0 when there is none.
+    ObjectId SeekToPosition(CDatabaseHandle& handle, int position);
+    /// Reads the record sought last and moves on to the next one.
+    /// `most` as in CStorageEngine::ReadRecord.
+    bool ReadCurrent(CDatabaseHandle& handle, PropertyList& properties, int most = kAllProperties);
+    /// Identifier 0 adds a record.
+    bool WriteRecord(CDatabaseHandle& handle, ObjectId record, const PropertyList& properties);
+    /// Failure shows "Cannot delete record. Error=%d".
+    bool DeleteRecord(CDatabaseHandle& handle, int position);
+
+    /// False when the enumeration cannot be started or read; type 0 matches all.
+    bool EnumerateDatabases(quint32 type, std::vector<CDatabaseInfo>& databases);
+    bool DeleteDatabase(const QString& name, quint32 type);
+
+    /// First position of a key; -1 when absent, 0 when the search meets a failed read (callers
+    /// then see the first record).
+    int FirstPositionOf(CDatabaseHandle& handle, qint64 key);
+    /// First position whose key lies in [low, high]; -1 and 0 as above.
+    int FirstPositionInRange(CDatabaseHandle& handle, qint64 low, qint64 high);
+
+    /// See CStorageEngine: writes between the two become durable together.
+    bool BeginGroup();
+    bool EndGroup();
+
+    [[nodiscard]] int GetLastError() const { return m_lastError; }
+
+  private:
+    bool Note(int error);
+
+    CStorageEngine m_engine;
+    int m_lastError = kErrorSuccess;
+};
+
+/// A group that ends when it goes out of scope, for loops that may be left early. Commit tells
+/// whether everything written is durable.
+class CRecordGroup {
+  public:
+    explicit CRecordGroup(CRecordStore& store);
+    ~CRecordGroup();
+    CRecordGroup(const CRecordGroup&) = delete;
+    CRecordGroup& operator=(const CRecordGroup&) = delete;
+    bool Commit();
+
+  private:
+    CRecordStore& m_store;
+    bool m_open;
+};

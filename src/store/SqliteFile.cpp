@@ -1,0 +1,260 @@
+#include "store/SqliteFile.h"
+
+#include <sqlite3.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QtEndian>
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+namespace {
+constexpr quint32 kApplicationId = 0x564C4D52;  // "VLMR"
+constexpr quint32 kSchemaVersion = 1;
+
+// Places in the header of an SQLite file; numbers in it are big-endian.
+constexpr int kHeaderSize = 100;
+constexpr int kWriteFormatAt = 18;
+constexpr int kReadFormatAt = 19;
+constexpr int kUserVersionAt = 60;
+constexpr int kApplicationIdAt = 68;
+constexpr char kMagic[] = "SQLite format 3";  // its final NUL belongs to it
+
+constexpr char kSchema[] =
+    "PRAGMA application_id=0x564C4D52;"
+    "PRAGMA user_version=1;"
+    "CREATE TABLE databases(id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE COLLATE NOCASE,"
+    " type INTEGER NOT NULL, sort INTEGER NOT NULL);"
+    "CREATE TABLE records(id INTEGER PRIMARY KEY, body BLOB NOT NULL);"
+    "CREATE TABLE blocks(id INTEGER PRIMARY KEY, database INTEGER NOT NULL,"
+    " ordinal INTEGER NOT NULL, firstKey INTEGER NOT NULL, count INTEGER NOT NULL,"
+    " entries BLOB NOT NULL);"
+    "CREATE INDEX directory ON blocks(database, ordinal, firstKey, count);";
+
+// FULL syncs the journal, the file and the journal's invalidation, so a commit is on the medium
+// when it returns. The cache is 8 MB: an import's working set, yet no growth with the file.
+constexpr char kSettings[] =
+    "PRAGMA synchronous=FULL;"
+    "PRAGMA cell_size_check=ON;"
+    "PRAGMA cache_size=-8192;";
+
+bool HasJournal(const QString& path) {
+    const QFileInfo journal(path + QLatin1StringView("-journal"));
+    return journal.exists() && journal.size() > 0;
+}
+
+int JudgeHeader(const std::array<uchar, kHeaderSize>& header) {
+    if (std::memcmp(header.data(), kMagic, sizeof(kMagic)) != 0 ||
+        qFromBigEndian<quint32>(&header[kApplicationIdAt]) != kApplicationId) {
+        return kErrorBadFormat;
+    }
+    const auto version = qFromBigEndian<quint32>(&header[kUserVersionAt]);
+    if (version != kSchemaVersion) {
+        return version > kSchemaVersion ? kErrorNewerVersion : kErrorBadFormat;
+    }
+    // We never write any other format; with one, SQLite would make files beside this one.
+    if (header[kWriteFormatAt] != 1 || header[kReadFormatAt] != 1) {
+        return kErrorCorrupt;
+    }
+    return kErrorSuccess;
+}
+}  // namespace
+
+CSqliteFile::~CSqliteFile() {
+    Close();
+}
+
+int CSqliteFile::Open(const QString& path) {
+    // What starts with a slash is taken for a URI or a special name by neither SQLite nor Qt.
+    const QString plainPath = path.startsWith(u'/') ? path : QDir::currentPath() + u'/' + path;
+    int error = OpenConnection(plainPath);
+    if (error == kErrorSuccess) {
+        error = LockAndCheck(plainPath);
+    }
+    if (error == kErrorSuccess) {
+        error = Execute(kSettings);
+    }
+    if (error != kErrorSuccess) {
+        Rollback();
+        Close();
+    }
+    return error;
+}
+
+int CSqliteFile::OpenConnection(const QString& path) {
+    const QByteArray name = QFile::encodeName(path);
+    const int result =
+        sqlite3_open_v2(name.constData(), &m_connection,
+                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
+    if (result != SQLITE_OK) {
+        return ErrorOf(result);
+    }
+    if (sqlite3_db_readonly(m_connection, "main") == 1) {
+        return kErrorAccessDenied;
+    }
+    sqlite3_extended_result_codes(m_connection, 1);
+    // A file from elsewhere may bring more than tables.
+    sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    for (const int feature : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_TRIGGER,
+                              SQLITE_DBCONFIG_ENABLE_VIEW}) {
+        sqlite3_db_config(m_connection, feature, 0, nullptr);
+    }
+    return kErrorSuccess;
+}
+
+// The header is judged before SQLite touches the file and again under the lock, when a journal
+// left by a process that died has been played back. Only the creation of a volume can leave a
+// blank header behind, and only with its journal.
+int CSqliteFile::LockAndCheck(const QString& path) {
+    bool isEmpty = false;
+    int error = CheckHeader(HasJournal(path), isEmpty);
+    if (error == kErrorSuccess) {
+        error = Execute("PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE;");
+    }
+    if (error == kErrorSuccess) {
+        error = CheckHeader(false, isEmpty);
+    }
+    if (error == kErrorSuccess && isEmpty) {
+        error = Execute(kSchema);
+    }
+    return error == kErrorSuccess ? Commit() : error;
+}
+
+// Read through SQLite's own descriptor: closing another one of the same file would drop the locks
+// that this process holds on it.
+int CSqliteFile::CheckHeader(bool mayBeBlank, bool& isEmpty) const {
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(m_connection, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    if (file == nullptr || file->pMethods == nullptr) {
+        return kErrorInputOutput;
+    }
+    sqlite3_int64 size = 0;
+    int result = file->pMethods->xFileSize(file, &size);
+    isEmpty = size == 0;
+    if (result != SQLITE_OK || isEmpty) {
+        return ErrorOf(result);
+    }
+    std::array<uchar, kHeaderSize> header{};
+    result = file->pMethods->xRead(file, header.data(), kHeaderSize, 0);
+    if (result != SQLITE_OK && result != SQLITE_IOERR_SHORT_READ) {
+        return ErrorOf(result);
+    }
+    const bool isBlank = std::ranges::all_of(header, [](uchar byte) { return byte == 0; });
+    return isBlank && mayBeBlank ? static_cast<int>(kErrorSuccess) : JudgeHeader(header);
+}
+
+int CSqliteFile::Close() {
+    const int result = sqlite3_close(m_connection);
+    if (result == SQLITE_OK) {
+        m_connection = nullptr;
+    }
+    return PlatformErrorOf(result);
+}
+
+int CSqliteFile::Begin() {
+    return Execute("BEGIN");
+}
+
+int CSqliteFile::Commit() {
+    return Execute("COMMIT");
+}
+
+void CSqliteFile::Rollback() {
+    if (m_connection != nullptr && sqlite3_get_autocommit(m_connection) == 0) {
+        // A rollback that fails leaves its journal, which the next use of the file plays back.
+        Execute("ROLLBACK");
+    }
+}
+
+int CSqliteFile::Execute(const char* sql) {
+    return ErrorOf(sqlite3_exec(m_connection, sql, nullptr, nullptr, nullptr));
+}
+
+int CSqliteFile::Prepare(const char* sql, sqlite3_stmt*& statement) {
+    return ErrorOf(
+        sqlite3_prepare_v3(m_connection, sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr));
+}
+
+int CSqliteFile::ErrorOf(int sqliteResult) const {
+    const int error = PlatformErrorOf(sqliteResult);
+    // SQLite knows a full disk by ENOSPC alone; a quota or a limit is the same to a user. It keeps
+    // the system's number of some failures only, but errno still holds that of the last.
+    const bool isFull = error == kErrorInputOutput && (errno == EDQUOT || errno == EFBIG);
+    return isFull ? static_cast<int>(kErrorDiskFull) : error;
+}
+
+qint64 CSqliteFile::GetLastRowId() const {
+    return sqlite3_last_insert_rowid(m_connection);
+}
+
+CStatement::~CStatement() {
+    Release();
+}
+
+int CStatement::Prepare(CSqliteFile& file, const char* sql) {
+    m_file = &file;
+    return file.Prepare(sql, m_statement);
+}
+
+void CStatement::Release() {
+    sqlite3_finalize(m_statement);
+    m_statement = nullptr;
+}
+
+void CStatement::Start(std::initializer_list<CSqlValue> values) {
+    int place = 0;
+    m_result = SQLITE_OK;
+    for (const CSqlValue& value : values) {
+        ++place;
+        int result = SQLITE_OK;
+        if (const auto* number = std::get_if<qint64>(&value)) {
+            result = sqlite3_bind_int64(m_statement, place, *number);
+        } else if (const auto* blob = std::get_if<QByteArrayView>(&value)) {
+            result =
+                sqlite3_bind_blob64(m_statement, place, blob->data(), blob->size(), SQLITE_STATIC);
+        } else {
+            const auto text = std::get<QStringView>(value);
+            result =
+                sqlite3_bind_text64(m_statement, place, reinterpret_cast<const char*>(text.utf16()),
+                                    text.size() * sizeof(char16_t), SQLITE_STATIC, SQLITE_UTF16);
+        }
+        m_result = std::max(m_result, result);
+    }
+}
+
+bool CStatement::Next() {
+    if (m_result == SQLITE_OK || m_result == SQLITE_ROW) {
+        m_result = sqlite3_step(m_statement);
+    }
+    return m_result == SQLITE_ROW;
+}
+
+int CStatement::Finish() {
+    const int error = m_file->ErrorOf(m_result);
+    sqlite3_reset(m_statement);
+    return error;
+}
+
+int CStatement::Run(std::initializer_list<CSqlValue> values) {
+    Start(values);
+    while (Next()) {
+    }
+    return Finish();
+}
+
+qint64 CStatement::GetInteger(int column) const {
+    return sqlite3_column_int64(m_statement, column);
+}
+
+QString CStatement::GetText(int column) const {
+    const auto* text = static_cast<const QChar*>(sqlite3_column_text16(m_statement, column));
+    const qsizetype bytes = sqlite3_column_bytes16(m_statement, column);
+    return QString(text, bytes / static_cast<qsizetype>(sizeof(QChar)));
+}
+
+QByteArrayView CStatement::GetBlob(int column) const {
+    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(m_statement, column));
+    return {bytes, sqlite3_column_bytes(m_statement, column)};
+}

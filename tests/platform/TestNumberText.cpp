@@ -1,0 +1,96 @@
+#include <QTest>
+#include <limits>
+
+#include "platform/NumberText.h"
+
+using namespace Qt::StringLiterals;
+
+class TestNumberText : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void theLeadingNumberIsRead() {
+        const std::pair<QString, double> rows[] = {
+            {u"12.5"_s, 12.5},
+            {u" \t-3.25 g"_s, -3.25},
+            {u"+7"_s, 7},
+            {u".5"_s, 0.5},
+            {u"5."_s, 5},
+            {u"1.2.3"_s, 1.2},
+            {u"1e3x"_s, 1000},
+            {u"2e"_s, 2},
+            {u"2e+"_s, 2},
+            {u"2E-1"_s, 0.2},
+            {u"1,5"_s, 1},
+            {u"0x1A"_s, 0},
+            {u"nan"_s, 0},
+            {u"inf"_s, 0},
+            {u"-infinity"_s, 0},
+            {u"1e999"_s, 0},
+            {u"-1e999"_s, 0},
+            {u"1e-999"_s, 0},
+            {u""_s, 0},
+            {u"-"_s, 0},
+            {u"."_s, 0},
+            {u"+-5"_s, 0},
+            {u"--5"_s, 0},
+            {u"- 5"_s, 0},
+            {u"e5"_s, 0},
+            {u"5e-324"_s, 5e-324},
+            {u"\u0661"_s, 0},
+            {u"1\0002"_s, 1},
+            {u"0."_s + QString(400, u'3'), 1 / 3.0},
+        };
+        for (const auto& [text, number] : rows) {
+            QVERIFY2(LeadingNumber(text) == number, qPrintable(text));
+        }
+    }
+
+    void typedNumbersFollowTheLocale() {
+        const std::tuple<QString, QString, std::optional<double>> rows[] = {
+            {u" 70,5 "_s, u"de_DE"_s, 70.5}, {u"70.5"_s, u"de_DE"_s, 70.5},
+            {u"1,500.5"_s, u"en_US"_s, 1.0},  // group separators end the number
+            {u"12 g"_s, u"en_US"_s, 12.0},   {u"\u00A04\u00A0"_s, u"fr_FR"_s, 4.0},
+            {u"0"_s, u"en_US"_s, 0.0},       {u""_s, u"en_US"_s, {}},
+            {u"abc"_s, u"en_US"_s, {}},      {u","_s, u"de_DE"_s, {}},
+            {u"1e999"_s, u"en_US"_s, {}},
+        };
+        for (const auto& [text, locale, number] : rows) {
+            QVERIFY2(TypedNumber(text, QLocale(locale)) == number, qPrintable(text));
+        }
+    }
+
+    void fixedNumbersAreRoundedExactly() {
+        const std::tuple<double, int, int, QString> rows[] = {
+            {1.5, 3, 9, u"    1.500"_s},  {1234.5, 2, 3, u"1234.50"_s},
+            {0.125, 2, 1, u"0.12"_s},  // an exact half goes to even
+            {1.005, 2, 1, u"1.00"_s},  // really 1.00499999999999989
+            {9.9996, 3, 1, u"10.000"_s},  {2.5, 0, 1, u"2"_s},
+            {-0.0001, 3, 1, u"-0.000"_s}, {1e22, 1, 1, u"10000000000000000000000.0"_s},
+            {1.5, -1, 1, u"2"_s},         {0.5, 5000, 1, u"0.5"_s + QString(99, u'0')},
+        };
+        for (const auto& [number, decimals, width, text] : rows) {
+            QCOMPARE(FixedNumber(number, decimals, width), text);
+        }
+        const double largest = std::numeric_limits<double>::max();
+        QCOMPARE(FixedNumber(-largest, 100).size(), 411);  // sign, 309 digits, point, 100 digits
+    }
+
+    void shownAndShortestNumbers() {
+        QCOMPARE(ShownNumber(1234.5, 2, QLocale(u"de_DE"_s)), u"1234,50"_s);
+        QCOMPARE(ShownNumber(-1234.5, 1, QLocale(u"en_US"_s)), u"-1234.5"_s);
+        QCOMPARE(ShortestNumber(0.1), u"0.1"_s);
+        QCOMPARE(LeadingNumber(ShortestNumber(-1.7976931348623157e308)), -1.7976931348623157e308);
+    }
+
+    void wholeNumbersAreCutAndLimited() {
+        QCOMPARE(Whole(2.999), 2);
+        QCOMPARE(Whole(-2.999), -2);
+        QCOMPARE(Whole(3e9), 2147483647);
+        QCOMPARE(Whole(-1e300), -2147483647 - 1);
+        QCOMPARE(Whole(std::numeric_limits<double>::quiet_NaN()), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestNumberText)
+#include "TestNumberText.moc"

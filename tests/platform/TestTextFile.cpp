@@ -1,0 +1,174 @@
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QTemporaryDir>
+#include <QTest>
+#include <csignal>
+#include <thread>
+
+#include "platform/TextFile.h"
+
+using namespace Qt::StringLiterals;
+
+class TestTextFile : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void init() {
+        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_path = m_folder->filePath(u"foods.csv"_s);
+    }
+
+    void linesEndInAnyOfThreeWays() {
+        QCOMPARE(LinesOf(""), QStringList{});
+        QCOMPARE(LinesOf("a\rb\nc\r\nd"), (QStringList{u"a"_s, u"b"_s, u"c"_s, u"d"_s}));
+        QCOMPARE(LinesOf("\r\n\r\n\n\r\r"), QStringList(5, u""_s));
+        QCOMPARE(LinesOf(QByteArray("a\0b\x9B\n", 5)), QStringList{u"a\0b¢"_s});
+    }
+
+    void lineEndsAreSeenAtEveryPlaceOfTheBuffer() {
+        // Lines of 1,023 bytes and their CR LF: from line to line and from shift to shift the
+        // pairs move over the edges of every buffer that is a power of two.
+        for (int shift = 0; shift < 4; ++shift) {
+            QByteArray bytes(shift, 'x');
+            for (int i = 0; i < 200; ++i) {
+                bytes += QByteArray(1023, 'x') + "\r\n";
+            }
+            QStringList expected(200, QString(1023, u'x'));
+            expected[0] += QString(shift, u'x');
+            QCOMPARE(LinesOf(bytes), expected);
+        }
+    }
+
+    void longLinesComeInPieces() {
+        const std::pair<int, QList<int>> rows[] = {
+            {4095, {4095, 1}},
+            {4096, {4095, 1, 1}},
+            {8190, {4095, 4095, 1}},
+            {4095 * 50 + 7, QList<int>(50, 4095) + QList<int>{7, 1}},
+        };
+        for (const auto& [length, expected] : rows) {
+            QList<int> pieces;
+            for (const QString& line : LinesOf(QByteArray(length, 'x') + "\r\nz")) {
+                pieces.append(static_cast<int>(line.size()));
+            }
+            QCOMPARE(pieces, expected);
+        }
+    }
+
+    void aUtf8MarkMakesTheTextUtf8() {
+        const QByteArray mark = "\xEF\xBB\xBF";
+        QCOMPARE(LinesOf(mark + "Br\xC3\xBBl\xC3\xA9\r\n\xE2\x82\xAC"),
+                 (QStringList{u"Brûlé"_s, u"€"_s}));
+        QCOMPARE(LinesOf(mark), QStringList{});
+        QCOMPARE(LinesOf(mark.first(2)), QStringList{u"∩╗"_s});
+        // A sign of three bytes over the end of the first piece is not cut in two.
+        QCOMPARE(LinesOf(mark + QByteArray(4094, 'x') + "\xE2\x82\xAC!\n"),
+                 (QStringList{QString(4094, u'x'), u"€!"_s}));
+    }
+
+    void writtenTextIsInTheCodePageAndReplacesTheOldFile() {
+        QCOMPARE(LinesOf("old"), QStringList{u"old"_s});
+        CTextFile file;
+        QVERIFY(file.Create(m_path));
+        file.WriteLine(u"Crème 😀");
+        file.WriteText(u"½,");
+        file.WriteBytes("\xFF");
+        file.WriteLine(QString(200'000, u'é'));
+        QVERIFY(file.Close());
+        QCOMPARE(Content(), "Cr\x8Ame ??\r\n\xAB,\xFF" + QByteArray(200'000, '\x82') + "\r\n");
+    }
+
+    void theOldFileStaysUntilClose() {
+        QCOMPARE(LinesOf("old"), QStringList{u"old"_s});
+        {
+            CTextFile discarded;
+            QVERIFY(discarded.Create(m_path));
+            discarded.WriteText(QString(100'000, u'n'));
+        }
+        QCOMPARE(Content(), "old");
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{u"foods.csv"_s});
+    }
+
+    void whatCannotBeOpenedIsRefused() {
+        CTextFile file;
+        QVERIFY(!file.OpenForReading(m_path));
+        QVERIFY(!file.OpenForReading(m_folder->path()));
+        QVERIFY(!file.Create(m_folder->path()));
+        QVERIFY(!file.Create(m_folder->filePath(u"missing/foods.csv"_s)));
+    }
+
+    void aPipeWhoseReaderLeavesIsReported() {
+        QCOMPARE(mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
+        std::signal(SIGPIPE, SIG_IGN);
+        for (const int length : {1, 100'000}) {
+            const int reader = open(QFile::encodeName(m_path).constData(), O_RDONLY | O_NONBLOCK);
+            CTextFile file;
+            QVERIFY(file.Create(m_path));
+            close(reader);
+            file.WriteText(QString(length, u'x'));
+            QVERIFY(!file.Close());
+        }
+    }
+
+    void aWriteThatFailsHalfwayKeepsTheOldFile() {
+        QCOMPARE(LinesOf("old"), QStringList{u"old"_s});
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit unlimited{};
+        QCOMPARE(getrlimit(RLIMIT_FSIZE, &unlimited), 0);
+        const rlimit limited{66'000, unlimited.rlim_max};
+        for (const int length : {66'500, 150'000}) {  // fails in Close, fails before it
+            CTextFile file;
+            QVERIFY(file.Create(m_path));
+            QCOMPARE(setrlimit(RLIMIT_FSIZE, &limited), 0);
+            file.WriteText(QString(length, u'n'));
+            const bool isClosed = file.Close();
+            QCOMPARE(setrlimit(RLIMIT_FSIZE, &unlimited), 0);
+            QVERIFY(!isClosed);
+            QCOMPARE(Content(), "old");
+        }
+    }
+
+    void aPipeIsWrittenDirectly() {
+        QCOMPARE(mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
+        QByteArray received;
+        std::thread reader([&] { received = Content(); });
+        CTextFile file;
+        const bool isCreated = file.Create(m_path);
+        file.WriteLine(u"through");
+        const bool isClosed = file.Close();
+        reader.join();
+        QVERIFY(isCreated && isClosed);
+        QCOMPARE(received, "through\r\n");
+    }
+
+  private:
+    QStringList LinesOf(const QByteArray& bytes) {
+        QFile raw(m_path);
+        CTextFile file;
+        if (!raw.open(QIODevice::WriteOnly) || raw.write(bytes) != bytes.size() || !raw.flush() ||
+            !file.OpenForReading(m_path) || file.GetLength() != bytes.size()) {
+            return {u"not written or not opened"_s};
+        }
+        QStringList lines;
+        QString line;
+        while (file.ReadLine(line)) {
+            lines.append(line);
+        }
+        return file.Close() ? lines : QStringList{u"broken off"_s};
+    }
+
+    QByteArray Content() {
+        QFile raw(m_path);
+        return raw.open(QIODevice::ReadOnly) ? raw.readAll() : QByteArray("not there");
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+};
+
+QTEST_GUILESS_MAIN(TestTextFile)
+#include "TestTextFile.moc"

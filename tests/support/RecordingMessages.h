@@ -1,0 +1,80 @@
+// A user who writes down what is shown and answers as told: by a script first, then the same
+// answer every time.
+#pragma once
+
+#include "platform/Messages.h"
+
+#include <QStringList>
+#include <utility>
+
+/// What a progress window was told. `cancelAfterPumps` pumps later the user has cancelled; -1 is
+/// never.
+struct CProgressLog {
+    QStringList captions;
+    QStringList statuses;
+    qint64 position = 0;
+    qint64 step = 1;
+    int pumps = 0;
+    int cancelAfterPumps = -1;
+    bool isShown = false;
+};
+
+class CRecordingProgress : public CProgress {
+  public:
+    explicit CRecordingProgress(CProgressLog& log) : m_log(log) {}
+    void SetStatus(const QString& text) override { m_log.statuses.append(text); }
+    void SetRange(qint64 lower, qint64, qint64 step) override {
+        m_log.position = lower;
+        m_log.step = step;
+    }
+    void SetPosition(qint64 position) override { m_log.position = position; }
+    void Step() override { m_log.position += m_log.step; }
+    void Show() override { m_log.isShown = true; }
+    void Hide() override { m_log.isShown = false; }
+    void Pump() override { ++m_log.pumps; }
+    bool IsCancelled() const override {
+        return m_log.cancelAfterPumps >= 0 && m_log.pumps >= m_log.cancelAfterPumps;
+    }
+
+  private:
+    CProgressLog& m_log;
+};
+
+class CRecordingMessages : public CMessageSeam {
+  public:
+    void Show(const QString& text, EMessageIcon icon) override {
+        shown.append(text);
+        lastIcon = icon;
+    }
+    bool AskYesNo(const QString& text) override {
+        asked.append(text);
+        return answers.isEmpty() ? answer : answers.takeFirst();
+    }
+    QString ChooseFileToOpen(const CFileChoice& choice) override { return Choose(choice); }
+    QString ChooseFileToSave(const CFileChoice& choice) override { return Choose(choice); }
+    std::unique_ptr<CProgress> CreateProgress(const QString& caption) override {
+        progress.captions.append(caption);
+        return std::make_unique<CRecordingProgress>(progress);
+    }
+    void BeginWait() override { ++waits; }
+    void EndWait() override { --waits; }
+
+    /// What was shown since the last call.
+    QStringList TakeShown() { return std::exchange(shown, {}); }
+
+    QStringList shown;
+    EMessageIcon lastIcon = EMessageIcon::Plain;
+    QStringList asked;
+    QList<bool> answers;  ///< used up one a question, then `answer` stands
+    bool answer = true;
+    QList<CFileChoice> choices;
+    QString chosenFile;  ///< empty: the file dialog is cancelled
+    CProgressLog progress;
+    int waits = 0;
+
+  private:
+    QString Choose(const CFileChoice& choice) {
+        choices.append(choice);
+        return chosenFile;
+    }
+};
