@@ -1,0 +1,8 @@
+// The date field of the dialogs.
+#pragma once
+
+#include <QDateEdit>
+
+/// A field with a calendar to drop down, in the locale's short format with the year in full. Tells
+/// a new date when its editing is finished, not at every key.
+QDateEdit* CreateDateEdit(QDate date, const QString& objectName);

@@ -1,0 +1,41 @@
+#include "app/ListCommands.h"
+
+#include <optional>
+
+bool CheckSelection(const CSelectionTexts& texts, int selected) {
+    if (selected == 0) {
+        ShowMessage(QString::fromLatin1(texts.none), EMessageIcon::Information);
+        return false;
+    }
+    if (selected > 1 && texts.several != nullptr) {
+        ShowMessage(QString::fromLatin1(texts.several), EMessageIcon::Information);
+        return false;
+    }
+    return true;
+}
+
+bool ConfirmFor(const CConfirmTexts& texts, int selected,
+                std::initializer_list<CTextArgument> itemTexts) {
+    if (selected == 1) {
+        return AskYesNo(FormatText(QLatin1StringView(texts.one), itemTexts));
+    }
+    return AskYesNo(FormatText(QLatin1StringView(texts.several), {selected}));
+}
+
+int ActOnEach(const std::vector<int>& indexes, const std::function<bool(int index)>& act,
+              const QString& failure) {
+    int succeeded = 0;
+    {
+        std::optional<CWaitCursor> wait;
+        if (indexes.size() > 1) {
+            wait.emplace();
+        }
+        while (succeeded < static_cast<int>(indexes.size()) && act(indexes[succeeded])) {
+            ++succeeded;
+        }
+    }
+    if (succeeded < static_cast<int>(indexes.size()) && !failure.isEmpty()) {
+        ShowMessage(failure, EMessageIcon::Information);
+    }
+    return succeeded;
+}

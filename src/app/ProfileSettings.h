@@ -1,0 +1,46 @@
+// Everything that belongs to one profile and is kept in its record: user information, targets,
+// preferences, the state of the tabs.
+#pragma once
+
+#include <array>
+#include <optional>
+
+#include "app/Preferences.h"
+#include "app/UserProfile.h"
+#include "store/ProfileRecord.h"
+
+/// Commands that switch the diary tabs; the last one used is kept with the profile.
+enum ETabCommand : int {
+    kDietTabCommand = 65008,
+    kWeightTabCommand = 65009,
+    kExercisesTabCommand = 65010,
+    kMonthTabCommand = 65011,
+};
+
+/// Colours are RGB values with red in the low byte.
+constexpr quint32 Rgb(quint32 red, quint32 green, quint32 blue) {
+    return red | green << 8 | blue << 16;
+}
+
+struct CDietTabSettings {
+    static constexpr int kColumnCount = 2 + kNutrientCount;  ///< name, serving, one a nutrient
+    int splitterPerMille = 500;
+    /// Unset (no value) until the user chooses one: the palette's base colour then.
+    std::optional<quint32> backgroundColor;
+    /// Logical pixels; 0 until the user drags a column. Nutrient columns by nutrient index.
+    std::array<int, kColumnCount> columnWidths{};
+};
+
+struct CProfileSettings {
+    CUserInformation user;
+    CTargets targets;
+    CPreferences preferences;
+    int lastTabCommand = kDietTabCommand;
+    CDietTabSettings dietTab;
+
+    /// What a new profile starts from: today's dates, no name.
+    static CProfileSettings ForNewProfile(QDate today);
+    static CProfileSettings FromRecord(const CProfileRecord& record);
+    /// Values that the record has no room for are limited, never wrapped.
+    void ToRecord(CProfileRecord& record) const;
+};

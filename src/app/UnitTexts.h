@@ -1,0 +1,27 @@
+// Weights and heights as the fields of a dialog hold them: one number, or two where the unit is
+// written as a pair (stones and pounds, feet and inches).
+#pragma once
+
+#include <QString>
+
+#include "app/Units.h"
+
+/// The minor text stays empty for units of one number.
+struct CUnitTexts {
+    QString major;
+    QString minor;
+    bool operator==(const CUnitTexts&) const = default;
+};
+
+/// A number for a field: at most two decimals, none that say nothing, the locale's separator.
+QString FieldNumber(double value);
+
+/// The units' abbreviations: "st" and "lb", or "kg" alone.
+CUnitTexts WeightLabels(EWeightUnit unit);
+CUnitTexts WeightTexts(double kg, EWeightUnit unit);
+/// Texts that are no numbers count 0.
+double ReadWeightKg(const CUnitTexts& texts, EWeightUnit unit);
+
+CUnitTexts HeightLabels(EHeightUnit unit);
+CUnitTexts HeightTexts(double cm, EHeightUnit unit);
+double ReadHeightCm(const CUnitTexts& texts, EHeightUnit unit);

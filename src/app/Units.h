@@ -1,0 +1,38 @@
+// Every unit the user sees, and every conversion from and to the base units: kilograms,
+// centimetres and kcal. The constants are the system's own; they stand here and nowhere else.
+#pragma once
+
+#include <QString>
+
+/// Stored preference codes.
+enum class EWeightUnit : qint16 { Pounds = 0, Kilograms = 1, Stones = 2, StonesAndPounds = 3 };
+enum class EHeightUnit : qint16 { Inches = 0, Centimetres = 1, Feet = 2 };
+enum class EEnergyUnit : qint16 { Kcal = 0, KJ = 1 };
+
+enum class EUnitForm { Singular, Plural, Abbreviated };
+
+QString UnitName(EWeightUnit unit, EUnitForm form);
+QString UnitName(EHeightUnit unit, EUnitForm form);
+QString UnitName(EEnergyUnit unit, EUnitForm form);
+
+double KgToPounds(double kg);
+double PoundsToKg(double pounds);
+int KgToWholeStones(double kg);
+/// Pounds left over after the whole stones.
+double KgToLeftoverPounds(double kg);
+double StonesToKg(double stones, double pounds);
+
+double FeetToCm(double feet, double inches);
+int CmToWholeFeet(double cm);
+/// Inches left over after the whole feet.
+double CmToLeftoverInches(double cm);
+double CmToInches(double cm);
+double InchesToCm(double inches);
+
+double KcalToKJ(double kcal);
+double KJToKcal(double kJ);
+/// The whole number shown for an energy: kcal + 0.5, or kcal in kJ + 0.5, truncated.
+int WholeEnergy(double kcal, EEnergyUnit unit);
+/// kcal in the unit shown, and back.
+double EnergyShown(double kcal, EEnergyUnit unit);
+double EnergyStored(double shown, EEnergyUnit unit);

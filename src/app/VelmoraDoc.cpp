@@ -1,0 +1,238 @@
+#include "app/VelmoraDoc.h"
+
+#include "platform/Messages.h"
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kTitleLength = 18;
+
+bool IsSameName(const QString& a, const QString& b) {
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
+bool IsDiaryTab(int command) {
+    return command >= kDietTabCommand && command <= kMonthTabCommand;
+}
+
+void ShowSaveFailure(int error) {
+    ShowMessage(FormatText("Cannot save user profile (error# %d)."_L1, {error}));
+}
+}  // namespace
+
+CVelmoraDoc::CVelmoraDoc(QString volumePath)
+    : m_volumePath(std::move(volumePath)), m_registry(CRegistrySettings::Read()) {}
+
+CVelmoraDoc::~CVelmoraDoc() {
+    SaveSettings();
+}
+
+bool CVelmoraDoc::Start(CStartDialogs& dialogs) {
+    if (!OpenCatalogue()) {
+        return false;
+    }
+    if (!ChooseProfile(dialogs)) {
+        ShowMessage(
+            u"You have to enter user related information before using Velmora. Please run the "
+            "application again and enter this information. Thank you."_s);
+        return false;
+    }
+    if (!IsDiaryTab(m_settings.lastTabCommand)) {
+        m_settings.lastTabCommand = kDietTabCommand;
+    }
+    dayShown = QDate::currentDate();
+    return true;
+}
+
+bool CVelmoraDoc::OpenCatalogue() {
+    SaveSettings();
+    m_settingsLoaded = false;
+    m_nutrientNames.clear();
+    m_database.reset();  // one owner of the volume at a time
+    m_database = std::make_unique<CDatabase>(m_volumePath);
+    if (!m_database->OpenCatalogue()) {
+        ShowMessage(u"Cannot open database."_s, EMessageIcon::Stop);
+        return false;
+    }
+    return true;
+}
+
+bool CVelmoraDoc::OnNewDocument() {
+    ShowMessage(u"Invalid command: OnNewDocument"_s, EMessageIcon::Stop);
+    return false;
+}
+
+bool CVelmoraDoc::ChooseProfile(CStartDialogs& dialogs) {
+    if (!m_registry.userProfileName.isEmpty() && SetActiveProfile(m_registry.userProfileName)) {
+        return true;
+    }
+    if (m_database->GetNumberOfUserProfiles() == 0) {
+        return RunNewProfileSequence(dialogs);
+    }
+    const QString chosen = dialogs.SelectUserProfile();
+    if (chosen.isEmpty()) {
+        return false;
+    }
+    if (!SetActiveProfile(chosen)) {
+        m_registry.userProfileName.clear();
+        return false;
+    }
+    return true;
+}
+
+bool CVelmoraDoc::SetActiveProfile(const QString& name) {
+    if (!LoadProfile(name)) {
+        return false;
+    }
+    m_registry.userProfileName = GetActiveProfile();
+    m_registry.Write();
+    return true;
+}
+
+bool CVelmoraDoc::LoadProfile(const QString& name) {
+    SaveSettings();
+    const QString stored = StoredProfileName(name);
+    if (stored.isEmpty()) {
+        return false;
+    }
+    if (!m_database->OpenProfile(stored, false)) {
+        ReopenActiveProfile();
+        return false;
+    }
+    // A profile without a record, or with one of another version, starts from the defaults.
+    CProfileRecord record;
+    CProfileSettings::ForNewProfile(QDate::currentDate()).ToRecord(record);
+    if (!m_database->LoadProfileRecord(record) && m_database->HasProfileRecord()) {
+        // Defaults must not be written over a record that could not be read.
+        ReopenActiveProfile();
+        return false;
+    }
+    m_settings = CProfileSettings::FromRecord(record);
+    m_settings.user.name = stored;
+    m_storedRecord = record;
+    m_settingsLoaded = true;
+    NameEnergy();
+    return true;
+}
+
+QString CVelmoraDoc::GetActiveProfile() const {
+    return m_settingsLoaded ? m_settings.user.name : QString();
+}
+
+std::optional<QString> CVelmoraDoc::CheckNewProfileName(const QString& name) {
+    const QString trimmed = name.trimmed();
+    if (trimmed.isEmpty()) {
+        return u"Please enter user name."_s;
+    }
+    if (trimmed.size() > kProfileNameLength) {
+        return FormatText("User name is too long. Maximum is %d characters."_L1,
+                          {kProfileNameLength});
+    }
+    if (m_database->IsProfileNameTaken(trimmed)) {
+        return FormatText("User profile '%s' already exists."_L1, {trimmed});
+    }
+    return std::nullopt;
+}
+
+bool CVelmoraDoc::CreateProfile(const CProfileSettings& settings) {
+    const QString name = settings.user.name.trimmed();
+    if (const std::optional<QString> refusal = CheckNewProfileName(name)) {
+        ShowMessage(*refusal);
+        return false;
+    }
+    SaveSettings();
+    CProfileRecord record;
+    settings.ToRecord(record);
+    record.SetUserName(name);
+    // One group, so that a crash leaves either the whole profile or none.
+    CRecordGroup group(m_database->GetStore());
+    const bool written =
+        m_database->OpenProfile(name, true) && m_database->SaveProfileRecord(record);
+    const bool created = group.Commit() && written;
+    const int error = m_database->GetStore().GetLastError();
+    m_database->CloseProfile();
+    if (!created) {
+        ShowSaveFailure(error);
+    }
+    ReopenActiveProfile();
+    return created;
+}
+
+bool CVelmoraDoc::RunNewProfileSequence(CStartDialogs& dialogs) {
+    CProfileSettings settings = CProfileSettings::ForNewProfile(QDate::currentDate());
+    return dialogs.EditPreferences(settings.preferences) &&
+           dialogs.EditUserInformation(settings.user, settings.preferences) &&
+           dialogs.EditTargets(settings.targets, settings.user, settings.preferences) &&
+           CreateProfile(settings) && SetActiveProfile(settings.user.name.trimmed());
+}
+
+bool CVelmoraDoc::DeleteUserProfiles(const QStringList& names) {
+    if (names.size() != 1) {
+        ShowMessage(u"Please select one user profile to delete."_s);
+        return false;
+    }
+    const QString& name = names.front();
+    if (m_settingsLoaded && IsSameName(name, GetActiveProfile())) {
+        ShowMessage(u"Cannot delete active profile. Please select another profile first."_s);
+        return false;
+    }
+    if (!AskYesNo(FormatText("Are you sure you want to delete user profile '%s' and all diet, "
+                             "weight and exercise information associated with this profile?"_L1,
+                             {name}))) {
+        return false;
+    }
+    return m_database->DeleteProfile(name);
+}
+
+bool CVelmoraDoc::SaveSettings() {
+    if (!m_database || !m_settingsLoaded) {
+        return false;
+    }
+    CProfileRecord record;
+    m_settings.ToRecord(record);
+    if (record == m_storedRecord) {
+        return true;
+    }
+    if (!m_database->SaveProfileRecord(record)) {
+        ShowSaveFailure(m_database->GetStore().GetLastError());
+        return false;
+    }
+    m_storedRecord = record;
+    NameEnergy();
+    return true;
+}
+
+QString CVelmoraDoc::GetTitle() const {
+    QString title = u"Velmora:"_s + GetActiveProfile();
+    if (title.size() > kTitleLength) {
+        title = title.left(kTitleLength) + u"..."_s;
+    }
+    return title;
+}
+
+const QStringList& CVelmoraDoc::NutrientNames() {
+    if (m_nutrientNames.isEmpty()) {
+        m_nutrientNames = m_database->ReadNutrientNames();
+    }
+    return m_nutrientNames;
+}
+
+void CVelmoraDoc::NameEnergy() {
+    m_database->RenameEnergy(UnitName(m_settings.preferences.energyUnit, EUnitForm::Abbreviated));
+    ForgetNutrientNames();
+}
+
+QString CVelmoraDoc::StoredProfileName(const QString& name) {
+    for (const QString& stored : m_database->FillProfileNames()) {
+        if (IsSameName(stored, name)) {
+            return stored;
+        }
+    }
+    return {};
+}
+
+void CVelmoraDoc::ReopenActiveProfile() {
+    m_settingsLoaded = m_settingsLoaded && m_database->OpenProfile(GetActiveProfile(), false);
+}

@@ -1,0 +1,106 @@
+// The document: the database object, the active profile with its settings, and the view state
+// that outlives a view. Owned by the application and handed by reference to whoever needs it.
+#pragma once
+
+#include <QDate>
+#include <QString>
+#include <array>
+#include <memory>
+#include <optional>
+
+#include "app/ProfileSettings.h"
+#include "platform/RegistrySettings.h"
+#include "store/Database.h"
+
+/// The dialogs of the start sequence, played by windows or by a test. Each returns false (or an
+/// empty name) when it is cancelled.
+class CStartDialogs {
+  public:
+    virtual ~CStartDialogs() = default;
+    virtual QString SelectUserProfile() = 0;
+    virtual bool EditPreferences(CPreferences& preferences) = 0;
+    virtual bool EditUserInformation(CUserInformation& user, const CPreferences& preferences) = 0;
+    virtual bool EditTargets(CTargets& targets, const CUserInformation& user,
+                             const CPreferences& preferences) = 0;
+};
+
+/// Selected meal of the diet tab: 0 to 5, or all meals.
+inline constexpr int kAllMeals = 6;
+
+class CVelmoraDoc {
+  public:
+    explicit CVelmoraDoc(QString volumePath);
+    /// Saves the profile's settings, then closes everything.
+    ~CVelmoraDoc();
+    CVelmoraDoc(const CVelmoraDoc&) = delete;
+    CVelmoraDoc& operator=(const CVelmoraDoc&) = delete;
+
+    /// The whole start sequence up to the last active tab. False after the message that says why;
+    /// the program then ends without a main window.
+    bool Start(CStartDialogs& dialogs);
+    /// Opens the volume and the catalogue alone. Failure shows "Cannot open database.".
+    bool OpenCatalogue();
+    /// Shows "Invalid command: OnNewDocument": the document is only ever opened.
+    static bool OnNewDocument();
+
+    CDatabase& Database() { return *m_database; }
+    CRegistrySettings& Registry() { return m_registry; }
+
+    /// Makes a stored profile active: opens it (never creating), loads its settings, names the
+    /// energy after its unit and remembers the profile in the registry. The profile active before
+    /// is saved first, and stays active on failure.
+    bool SetActiveProfile(const QString& name);
+    /// As SetActiveProfile, but leaves the user's registry alone.
+    bool LoadProfile(const QString& name);
+    [[nodiscard]] bool IsProfileActive() const { return m_settingsLoaded; }
+    [[nodiscard]] QString GetActiveProfile() const;
+
+    /// Whether databases of that profile could be created: "Please enter user name.", "User name
+    /// is too long. Maximum is 21 characters.", "User profile '%s' already exists." when one of
+    /// the four names is taken (without case); nothing when all is well. Outer blanks do not count.
+    std::optional<QString> CheckNewProfileName(const QString& name);
+    /// Creates the four databases and stores the settings; nothing is left behind on failure. A
+    /// name that CheckNewProfileName refuses shows its message. The active profile stays active.
+    bool CreateProfile(const CProfileSettings& settings);
+    /// The three dialogs one after the other, then CreateProfile and SetActiveProfile.
+    bool RunNewProfileSequence(CStartDialogs& dialogs);
+    /// Asks and deletes; see the messages in the source. `names` are the selected ones.
+    bool DeleteUserProfiles(const QStringList& names);
+
+    CProfileSettings& Settings() { return m_settings; }
+    [[nodiscard]] const CProfileSettings& Settings() const { return m_settings; }
+    [[nodiscard]] const CPreferences& Preferences() const { return m_settings.preferences; }
+    /// Writes the settings to the profile's record when they have changed since, and renames the
+    /// energy after its unit; to be called after every dialog that changes them. Failure shows
+    /// "Cannot save user profile (error# %d).".
+    bool SaveSettings();
+
+    /// "Velmora:" and the profile's name, cut to 18 characters and "..." when longer.
+    [[nodiscard]] QString GetTitle() const;
+    /// The 54 names as the user sees them, read once until they change.
+    const QStringList& NutrientNames();
+    void ForgetNutrientNames() { m_nutrientNames.clear(); }
+
+    // View state that outlives a view.
+    QDate dayShown;
+    int selectedMeal = kAllMeals;
+    QString foodFindName;
+    QString foodFindType;
+    /// Where "find next" goes on: the position after the last match.
+    int foodFindNext = 0;
+
+  private:
+    bool ChooseProfile(CStartDialogs& dialogs);
+    void NameEnergy();
+    /// The name as stored, found without case; empty when no such profile exists.
+    QString StoredProfileName(const QString& name);
+    void ReopenActiveProfile();
+
+    QString m_volumePath;
+    CRegistrySettings m_registry;
+    std::unique_ptr<CDatabase> m_database;
+    CProfileSettings m_settings;
+    CProfileRecord m_storedRecord;  ///< what the profile's record holds now
+    bool m_settingsLoaded = false;
+    QStringList m_nutrientNames;
+};

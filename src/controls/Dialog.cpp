@@ -1,0 +1,181 @@
+#include "controls/Dialog.h"
+
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QShowEvent>
+#include <QVBoxLayout>
+
+#include "controls/InPlaceControl.h"
+
+namespace {
+
+constexpr int kMargin = 6;
+/// Screens narrower than this are handhelds: dialogs fill them.
+constexpr int kSmallScreenWidth = 400;
+
+/// Lets three buttons stand side by side on the narrowest screen, and a click on one leave the
+/// focus where it is, so that an open editor is still there to be ended.
+void MakeCompact(QPushButton* button) {
+    button->setMinimumWidth(button->fontMetrics().horizontalAdvance(button->text()) + 4 * kMargin);
+    button->setFocusPolicy(Qt::TabFocus);
+}
+
+}  // namespace
+
+CDialog::CDialog(const QString& title, QWidget* parent)
+    : QDialog(parent),
+      m_scroll(new QScrollArea(this)),
+      m_buttonRow(new QHBoxLayout),
+      m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this)) {
+    setWindowTitle(title);
+
+    auto* page = new QWidget(m_scroll);
+    m_content = new QVBoxLayout(page);
+    m_content->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    m_scroll->setObjectName(u"content");
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setWidget(page);
+
+    QPushButton* ok = m_buttons->button(QDialogButtonBox::Ok);
+    QPushButton* cancel = m_buttons->button(QDialogButtonBox::Cancel);
+    ok->setObjectName(u"ok");
+    cancel->setObjectName(u"cancel");
+    MakeCompact(ok);
+    MakeCompact(cancel);
+    ok->setDefault(true);
+    connect(m_buttons, &QDialogButtonBox::accepted, this, &CDialog::accept);
+    connect(m_buttons, &QDialogButtonBox::rejected, this, &CDialog::reject);
+
+    m_buttonRow->setContentsMargins(kMargin, 0, kMargin, kMargin);
+    m_buttonRow->addStretch();
+    m_buttonRow->addWidget(m_buttons);
+
+    auto* frame = new QVBoxLayout(this);
+    frame->setContentsMargins(0, 0, 0, 0);
+    frame->addWidget(m_scroll, 1);
+    frame->addLayout(m_buttonRow);
+
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* now) { ShowFocusWidget(now); });
+}
+
+CDialog::~CDialog() {
+    // Hiding on the way out moves the focus; whoever listened for that is gone by now.
+    disconnect(qApp, nullptr, this, nullptr);
+    EndInPlaceControls(this, EInPlaceEnd::Abandon);
+}
+
+void CDialog::accept() {
+    if (CloseOverlay()) {
+        return;
+    }
+    EndInPlaceControls(this, EInPlaceEnd::Commit);
+    // A click on OK leaves the focus in the field, whose text may not be taken over yet.
+    if (auto* field = qobject_cast<QAbstractSpinBox*>(focusWidget())) {
+        field->interpretText();
+    }
+    if (Confirm()) {
+        QDialog::accept();
+    }
+}
+
+void CDialog::reject() {
+    if (CloseOverlay()) {
+        return;
+    }
+    EndInPlaceControls(this, EInPlaceEnd::Cancel);
+    QDialog::reject();
+}
+
+QFormLayout* CDialog::AddForm() {
+    auto* form = new QFormLayout;
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    form->setRowWrapPolicy(QFormLayout::WrapLongRows);
+    m_content->addLayout(form);
+    return form;
+}
+
+QPushButton* CDialog::AddButton(const QString& text) {
+    auto* button = new QPushButton(text, this);
+    button->setAutoDefault(false);
+    MakeCompact(button);
+    // The stretch and the box with OK and Cancel stay last.
+    m_buttonRow->insertWidget(m_buttonRow->count() - 2, button);
+    m_extraButtons.append(button);
+    return button;
+}
+
+QWidget* CDialog::OverlayParent() const {
+    return m_scroll;
+}
+
+void CDialog::SetPreferredSize(int width, int height) {
+    m_preferredSize = {width, height};
+}
+
+// The fields are made after the buttons, which would make them follow the buttons with the Tab key.
+void CDialog::OrderTabs() {
+    const QWidget* page = m_scroll->widget();
+    QWidget* first = nullptr;
+    QWidget* last = nullptr;
+    for (QWidget* widget = nextInFocusChain(); widget != this;
+         widget = widget->nextInFocusChain()) {
+        const bool takesFocus = (widget->focusPolicy() & Qt::TabFocus) != 0;
+        if (takesFocus && page->isAncestorOf(widget)) {
+            last = widget;
+            first = first == nullptr && widget->isEnabled() ? widget : first;
+        }
+    }
+    if (last == nullptr) {
+        return;
+    }
+    QList<QPushButton*> buttons = m_extraButtons;
+    buttons << m_buttons->button(QDialogButtonBox::Ok)
+            << m_buttons->button(QDialogButtonBox::Cancel);
+    for (QPushButton* button : buttons) {
+        setTabOrder(last, button);
+        last = button;
+    }
+    if (first != nullptr && !page->isAncestorOf(focusWidget())) {
+        first->setFocus(Qt::TabFocusReason);
+    }
+}
+
+void CDialog::showEvent(QShowEvent* event) {
+    if (!event->spontaneous()) {
+        OrderTabs();
+    }
+    // Whoever set a size already gets it.
+    if (!event->spontaneous() && !testAttribute(Qt::WA_Resized)) {
+        const QRect available = screen()->availableGeometry();
+        if (available.width() < kSmallScreenWidth) {
+            setGeometry(available);
+        } else {
+            QSize wanted = m_preferredSize;
+            if (!wanted.isValid()) {
+                const QSize page = m_scroll->widget()->sizeHint();
+                const QSize buttons = m_buttonRow->sizeHint();
+                wanted = {std::max(page.width(), buttons.width()),
+                          page.height() + layout()->spacing() + buttons.height()};
+            }
+            resize(wanted.boundedTo(available.size()));
+        }
+    }
+    QDialog::showEvent(event);
+}
+
+void CDialog::ShowFocusWidget(QWidget* focus) {
+    // What is being clicked is in sight and must not move away under the pointer.
+    if (focus != nullptr && m_scroll->widget()->isAncestorOf(focus) &&
+        QGuiApplication::mouseButtons() == Qt::NoButton) {
+        m_scroll->ensureWidgetVisible(focus);
+    }
+}

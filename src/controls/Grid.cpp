@@ -1,0 +1,318 @@
+#include "controls/Grid.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QResizeEvent>
+#include <QScrollBar>
+#include <QStandardItemModel>
+#include <QStyledItemDelegate>
+
+#include "controls/InPlaceControl.h"
+#include "controls/InputPanel.h"
+#include "store/NutrientTable.h"
+
+namespace {
+
+/// A column below its editor's width opens none.
+constexpr int kMinimumEditColumn = 5;
+constexpr int kMinimumListColumn = 15;
+/// A dragged column stays wide enough to be found again.
+constexpr int kMinimumColumn = 4;
+constexpr int kCheckColumnWidth = 230;
+constexpr int kNameColumnMinimum = 100;
+/// Room for an editor's frame around the text.
+constexpr int kRowPadding = 8;
+
+class CRowDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        const QSize size = QStyledItemDelegate::sizeHint(option, index);
+        return size.expandedTo({0, option.fontMetrics.height() + kRowPadding});
+    }
+};
+
+QStringList ServingUnitWords() {
+    QStringList words;
+    for (const char* word : kServingUnitWords) {
+        words.append(QString::fromLatin1(word));
+    }
+    return words;
+}
+
+}  // namespace
+
+CGrid::CGrid(EGridKind kind, const QStringList& columnTitles, const QString& accessibleName,
+             QWidget* parent)
+    : QTreeView(parent), m_kind(kind), m_model(new QStandardItemModel(this)) {
+    m_model->setHorizontalHeaderLabels(columnTitles);
+    setModel(m_model);
+    setItemDelegate(new CRowDelegate(this));
+    setAccessibleName(accessibleName);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    setHorizontalScrollMode(ScrollPerPixel);
+    header()->setMinimumSectionSize(kMinimumColumn);
+    header()->setStretchLastSection(false);
+    header()->setSectionsMovable(false);
+    if (kind == EGridKind::Checks) {
+        setColumnWidth(0, kCheckColumnWidth);
+    } else {
+        m_model->horizontalHeaderItem(1)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        // A short title must not clip the values under it.
+        setColumnWidth(1, std::max(header()->sectionSizeHint(1),
+                                   fontMetrics().horizontalAdvance(QStringLiteral("99999.99")) +
+                                       fontMetrics().height()));
+    }
+    connect(this, &QTreeView::pressed, this,
+            [this](const QModelIndex& index) { m_checkedAtPress = IsChecked(index.row()); });
+    connect(this, &QTreeView::clicked, this, [this](const QModelIndex& index) {
+        // A click that toggled the check box is used up.
+        if (IsChecked(index.row()) == m_checkedAtPress) {
+            OpenCell(index.row(), index.column());
+        }
+    });
+    connect(header(), &QHeaderView::sectionResized, this, [this] {
+        if (m_control != nullptr) {
+            m_control->Place(CellRect(m_editedCell.row(), m_editedCell.column()));
+        }
+    });
+}
+
+void CGrid::SetRowCount(int rows) {
+    CancelEditing();
+    const int oldCount = m_model->rowCount();
+    m_model->setRowCount(rows);
+    for (int row = oldCount; row < rows; ++row) {
+        for (int column = 0; column < m_model->columnCount(); ++column) {
+            auto* item = new QStandardItem;
+            item->setEditable(false);
+            item->setCheckable(m_kind == EGridKind::Checks);
+            item->setTextAlignment(column == 0 ? Qt::AlignLeft | Qt::AlignVCenter
+                                               : Qt::AlignRight | Qt::AlignVCenter);
+            m_model->setItem(row, column, item);
+        }
+    }
+}
+
+int CGrid::RowCount() const {
+    return m_model->rowCount();
+}
+
+QString CGrid::CellText(int row, int column) const {
+    const QStandardItem* item = m_model->item(row, column);
+    return item == nullptr ? QString() : item->text();
+}
+
+void CGrid::SetCellText(int row, int column, const QString& text) {
+    if (QStandardItem* item = m_model->item(row, column)) {
+        item->setText(text);
+    }
+}
+
+bool CGrid::IsChecked(int row) const {
+    const QStandardItem* item = m_model->item(row, 0);
+    return item != nullptr && item->checkState() == Qt::Checked;
+}
+
+void CGrid::SetChecked(int row, bool checked) {
+    if (QStandardItem* item = m_model->item(row, 0)) {
+        item->setCheckState(checked ? Qt::Checked : Qt::Unchecked);
+    }
+}
+
+bool CGrid::OpenCell(int row, int column) {
+    return Open(row, column, std::nullopt);
+}
+
+bool CGrid::EndEditing() {
+    if (m_control == nullptr) {
+        return false;
+    }
+    m_control->Commit();
+    return true;
+}
+
+bool CGrid::CancelEditing() {
+    if (m_control == nullptr) {
+        return false;
+    }
+    m_control->Cancel();
+    return true;
+}
+
+QSize CGrid::sizeHint() const {
+    return SizeForRows(8);
+}
+
+QSize CGrid::minimumSizeHint() const {
+    return SizeForRows(4);
+}
+
+void CGrid::keyPressEvent(QKeyEvent* event) {
+    const QModelIndex current = currentIndex();
+    const bool plain =
+        (event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::NoModifier;
+    if (!current.isValid() || !plain) {
+        QTreeView::keyPressEvent(event);
+        return;
+    }
+    const int key = event->key();
+    if (key == Qt::Key_Left || key == Qt::Key_Right) {
+        const QModelIndex next =
+            current.siblingAtColumn(current.column() + (key == Qt::Key_Left ? -1 : 1));
+        if (next.isValid()) {
+            setCurrentIndex(next);
+            return;
+        }
+    } else if (key == Qt::Key_F2 || key == Qt::Key_Return || key == Qt::Key_Enter) {
+        // Where nothing opens, Return is the dialog's.
+        event->setAccepted(OpenCurrent(std::nullopt));
+        return;
+    } else if (key == Qt::Key_Space && m_kind == EGridKind::Checks) {
+        SetChecked(current.row(), !IsChecked(current.row()));
+        return;
+    } else if (!event->text().isEmpty() && event->text().front().isPrint() &&
+               OpenCurrent(event->text())) {
+        return;
+    }
+    QTreeView::keyPressEvent(event);
+}
+
+void CGrid::resizeEvent(QResizeEvent* event) {
+    QTreeView::resizeEvent(event);
+    // The names take what the values leave, until the user drags the columns apart.
+    const int oldWidth = event->oldSize().width();
+    const bool fitted =
+        oldWidth <= 0 || header()->length() == oldWidth || columnWidth(0) == kNameColumnMinimum;
+    if (m_kind != EGridKind::Checks && fitted) {
+        setColumnWidth(0, std::max(event->size().width() - columnWidth(1), kNameColumnMinimum));
+    }
+    if (m_control != nullptr) {
+        ScrollToCell(m_editedCell.row(), m_editedCell.column());
+        m_control->Place(CellRect(m_editedCell.row(), m_editedCell.column()));
+    }
+}
+
+bool CGrid::HasEditor(int row, int column) const {
+    if (!m_model->hasIndex(row, column)) {
+        return false;
+    }
+    switch (m_kind) {
+        case EGridKind::Values:
+            return column == 1 && columnWidth(1) >= kMinimumEditColumn;
+        case EGridKind::Servings:
+            return column == 0 ? columnWidth(0) >= kMinimumListColumn
+                               : columnWidth(1) >= kMinimumEditColumn && RowCount() > 1;
+        case EGridKind::Checks:
+            return columnWidth(0) >= kMinimumEditColumn;
+    }
+    return false;
+}
+
+bool CGrid::Open(int row, int column, const std::optional<QString>& initial) {
+    EndEditing();
+    if (!m_model->hasIndex(row, column)) {
+        return false;
+    }
+    ScrollToCell(row, column);
+    const QModelIndex index = m_model->index(row, column);
+    const bool opens = HasEditor(row, column);
+    if (opens) {
+        RaiseInputPanel();
+    }
+    setCurrentIndex(index);
+    setFocus();
+    if (!opens) {
+        return false;
+    }
+
+    m_editedCell = index;
+    CInPlaceCell cell;
+    cell.list = this;
+    cell.row = row;
+    cell.column = column;
+    cell.rect = CellRect(row, column);
+    cell.alignment = m_model->item(row, column)->textAlignment() & Qt::AlignHorizontal_Mask;
+    cell.ended = [this](int endedRow, int endedColumn, const std::optional<QString>& text) {
+        m_control = nullptr;
+        emit LabelEditEnded(endedRow, endedColumn, text);
+    };
+    cell.tabbed = [this](int endedRow, int endedColumn, bool forward) {
+        OpenNext(endedRow, endedColumn, forward);
+    };
+    const QString text = initial.value_or(CellText(row, column));
+    QLineEdit* edit = nullptr;
+    if (m_kind == EGridKind::Servings && column == 0) {
+        const QStringList words = ServingUnitWords();
+        auto* box = new CInPlaceList(cell, words, static_cast<int>(words.indexOf(text)), text);
+        box->setAccessibleName(accessibleName());
+        edit = box->lineEdit();
+        m_control = box;
+    } else {
+        auto* box = new CInPlaceCellEdit(cell, text);
+        box->setAccessibleName(accessibleName());
+        edit = box;
+        m_control = box;
+    }
+    if (initial) {
+        edit->end(false);
+    }
+    return true;
+}
+
+bool CGrid::OpenCurrent(const std::optional<QString>& initial) {
+    const int row = currentIndex().row();
+    if (HasEditor(row, currentIndex().column())) {
+        return Open(row, currentIndex().column(), initial);
+    }
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        if (HasEditor(row, column)) {
+            return Open(row, column, initial);
+        }
+    }
+    return false;
+}
+
+void CGrid::OpenNext(int row, int column, bool forward) {
+    if (IsEditing()) {
+        return;
+    }
+    const int columns = m_model->columnCount();
+    const int step = forward ? 1 : -1;
+    for (int cell = row * columns + column + step; cell >= 0 && cell < RowCount() * columns;
+         cell += step) {
+        if (HasEditor(cell / columns, cell % columns)) {
+            OpenCell(cell / columns, cell % columns);
+            return;
+        }
+    }
+    focusNextPrevChild(forward);
+}
+
+void CGrid::ScrollToCell(int row, int column) {
+    QScrollBar* bar = horizontalScrollBar();
+    const int position = bar->value();
+    scrollTo(m_model->index(row, 0));
+    bar->setValue(position);
+    const int left = columnViewportPosition(column);
+    const int beyond = left + columnWidth(column) - viewport()->width();
+    if (left < 0) {
+        bar->setValue(position + left);
+    } else if (beyond > 0) {
+        bar->setValue(position + std::min(left, beyond));
+    }
+}
+
+QRect CGrid::CellRect(int row, int column) const {
+    const QRect rowRect = visualRect(m_model->index(row, column));
+    return {columnViewportPosition(column), rowRect.top(), columnWidth(column), rowRect.height()};
+}
+
+QSize CGrid::SizeForRows(int rows) const {
+    const int rowHeight = fontMetrics().height() + kRowPadding;
+    return {2 * kNameColumnMinimum, header()->sizeHint().height() + rows * rowHeight};
+}

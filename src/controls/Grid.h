@@ -1,0 +1,75 @@
+// A report-style list whose cells are edited in place.
+#pragma once
+
+#include <QStringList>
+#include <QTreeView>
+#include <optional>
+
+class CInPlaceControl;
+class QStandardItemModel;
+
+/// Which cells of a grid open which editor.
+enum class EGridKind {
+    Values,    ///< column 1 opens an edit box
+    Servings,  ///< column 0 offers the serving words in a list, column 1 an edit box; one row is
+               ///< not enough for the edit box
+    Checks,    ///< column 0 has a check box and opens an edit box
+};
+
+/// The grid keeps texts and check marks and nothing else; its owner decides in LabelEditEnded
+/// whether a new text stays (SetCellText) or not. At most one in-place control exists at a time.
+///
+/// Keys: the arrows move the current cell; F2, Return or typing open its editor, or the row's
+/// first one when it has none; Space toggles a check box. In an editor Tab goes on to the next
+/// cell that has one and leaves the grid after the last.
+class CGrid : public QTreeView {
+    Q_OBJECT
+  public:
+    CGrid(EGridKind kind, const QStringList& columnTitles, const QString& accessibleName,
+          QWidget* parent = nullptr);
+
+    /// Cancels an open editor. New rows are empty and unchecked.
+    void SetRowCount(int rows);
+    [[nodiscard]] int RowCount() const;
+    [[nodiscard]] QString CellText(int row, int column) const;
+    void SetCellText(int row, int column, const QString& text);
+    /// Only of EGridKind::Checks.
+    [[nodiscard]] bool IsChecked(int row) const;
+    void SetChecked(int row, bool checked);
+
+    /// Opens the editor that belongs to the cell, as a click on it does; false when it has none
+    /// or its column is too narrow. The row becomes the current one in any case.
+    bool OpenCell(int row, int column);
+    [[nodiscard]] bool IsEditing() const { return m_control != nullptr; }
+    /// Ends an in-place edit so that its text reaches the owner; false when there was none.
+    bool EndEditing();
+    /// The same without its text.
+    bool CancelEditing();
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+  signals:
+    /// No text when the edit was cancelled.
+    void LabelEditEnded(int row, int column, const std::optional<QString>& text);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    [[nodiscard]] bool HasEditor(int row, int column) const;
+    /// `initial` replaces the cell's text in the editor.
+    bool Open(int row, int column, const std::optional<QString>& initial);
+    bool OpenCurrent(const std::optional<QString>& initial);
+    void OpenNext(int row, int column, bool forward);
+    void ScrollToCell(int row, int column);
+    [[nodiscard]] QRect CellRect(int row, int column) const;
+    [[nodiscard]] QSize SizeForRows(int rows) const;
+
+    EGridKind m_kind;
+    QStandardItemModel* m_model;
+    CInPlaceControl* m_control = nullptr;
+    QPersistentModelIndex m_editedCell;
+    bool m_checkedAtPress = false;
+};

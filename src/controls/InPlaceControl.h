@@ -1,0 +1,98 @@
+// The two editors that open over a cell of a grid: CInPlaceCellEdit and CInPlaceList.
+#pragma once
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QStringList>
+#include <functional>
+#include <optional>
+
+class QTreeView;
+
+/// The cell an editor stands over, and whom it tells.
+struct CInPlaceCell {
+    QTreeView* list;  ///< becomes the editor's home and gets the focus back
+    int row;
+    int column;
+    QRect rect;  ///< the cell in the list's viewport
+    Qt::Alignment alignment;
+    /// Told once when the editor ends: the text, or nothing when it was cancelled.
+    std::function<void(int row, int column, const std::optional<QString>& text)> ended;
+    /// Tab or Shift+Tab ended it; comes after `ended`.
+    std::function<void(int row, int column, bool forward)> tabbed;
+};
+
+/// What both editors share: Return commits, Escape cancels, Tab and loss of focus commit. Return
+/// and Escape give the focus back to the list. After its one notification an editor destroys
+/// itself.
+class CInPlaceControl {
+  public:
+    virtual ~CInPlaceControl() = default;
+
+    void Commit() { Finish(false); }
+    void Cancel() { Finish(true); }
+    /// Will tell nobody.
+    void Abandon() { m_ended = true; }
+    /// Stands over the cell at `cell` from now on.
+    virtual void Place(const QRect& cell) = 0;
+
+  protected:
+    CInPlaceControl(QWidget* self, const CInPlaceCell& cell);
+
+    [[nodiscard]] virtual QString Text() const = 0;
+    /// Shows itself and takes the focus.
+    void Start(const QRect& cell);
+    /// True when the key ended the editor.
+    bool HandleKey(const QKeyEvent* event);
+    void HandleFocusOut(const QFocusEvent* event);
+    void HandleTab(bool forward);
+    /// Grows to show a text of this width in logical pixels, up to the list's client area.
+    void Widen(int neededWidth);
+
+    const CInPlaceCell m_cell;
+
+  private:
+    void Finish(bool cancelled);
+    void End();
+
+    QWidget* m_self;
+    bool m_cancelled = false;
+    bool m_ended = false;
+};
+
+/// An edit box over a cell.
+class CInPlaceCellEdit : public QLineEdit, public CInPlaceControl {
+    Q_OBJECT
+  public:
+    CInPlaceCellEdit(const CInPlaceCell& cell, const QString& text);
+
+    void Place(const QRect& cell) override;
+
+  protected:
+    [[nodiscard]] QString Text() const override { return text(); }
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+};
+
+/// An editable drop-down list over a cell: a choice replaces the text, typing is free.
+class CInPlaceList : public QComboBox, public CInPlaceControl {
+    Q_OBJECT
+  public:
+    /// `selected` is a position in `choices`, -1 for none of them.
+    CInPlaceList(const CInPlaceCell& cell, const QStringList& choices, int selected,
+                 const QString& text);
+
+    void Place(const QRect& cell) override;
+
+  protected:
+    [[nodiscard]] QString Text() const override { return currentText(); }
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+};
+
+enum class EInPlaceEnd { Commit, Cancel, Abandon };
+
+/// Ends every editor inside `window`; false when there was none.
+bool EndInPlaceControls(QWidget* window, EInPlaceEnd how);

@@ -1,0 +1,12 @@
+#include "controls/InputPanel.h"
+
+#include <QGuiApplication>
+#include <QInputMethod>
+
+void RaiseInputPanel() {
+    QGuiApplication::inputMethod()->show();
+}
+
+void LowerInputPanel() {
+    QGuiApplication::inputMethod()->hide();
+}

@@ -1,0 +1,51 @@
+// What the main frame knows of the view it shows.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+#include <vector>
+
+#include "app/ProfileSettings.h"
+
+class QAction;
+
+/// One menu of the command bar; a null action stands for a separator.
+struct CCommandMenu {
+    QString title;  ///< "File", "Edit", "Tools"
+    std::vector<QAction*> actions;
+};
+
+/// A view owns its actions; the frame only shows them. Actions carry their shortcut, and a tool
+/// tip where they also stand in the tool bar.
+class CMainView : public QWidget {
+    Q_OBJECT
+  public:
+    using QWidget::QWidget;
+
+    /// Menus of the command bar, in order.
+    virtual std::vector<CCommandMenu> CommandBar() = 0;
+    /// Buttons of the command bar, in order.
+    virtual std::vector<QAction*> ToolButtons() { return {}; }
+    /// Before a dialog that may change what the view shows: keep column widths and the like in
+    /// the document.
+    virtual void StoreLayout() = 0;
+    /// After such a dialog, and after anything else that changed the stored data: build columns,
+    /// lists and totals anew.
+    virtual void DataChanged() = 0;
+
+  signals:
+    /// Asks the frame to run one of its commands (EFrameCommand).
+    void FrameCommand(int command);
+};
+
+/// Commands that belong to the frame and that views put into their menus.
+enum EFrameCommand : int {
+    kSwitchToDiet = kDietTabCommand,
+    kSwitchToFoods = 65022,
+    kCommandOpenProfile = 1,
+    kCommandPreferences,
+    kCommandUser,
+    kCommandTargets,
+    kCommandHelp,
+    kCommandExit,
+};

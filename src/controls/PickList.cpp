@@ -1,0 +1,98 @@
+#include "controls/PickList.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+
+#include "controls/ReportList.h"
+
+CPickList::CPickList(QWidget* parent) : QWidget(parent), m_list(new CReportList({}, this)) {
+    setObjectName(u"pickList");
+    setAutoFillBackground(true);
+    hide();
+    m_list->setObjectName(u"pickListRows");
+    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_list->header()->setStretchLastSection(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_list);
+
+    parent->installEventFilter(this);
+    m_list->installEventFilter(this);
+    m_list->viewport()->installEventFilter(this);
+    connect(m_list, &CReportList::clicked, this, &CPickList::Pick);
+    connect(m_list, &CReportList::activated, this, &CPickList::Pick);
+}
+
+void CPickList::Open(QWidget* above, const QString& header, const QStringList& rows,
+                     const QString& current) {
+    if (!IsOpen()) {
+        m_focusBefore = window()->focusWidget();
+    }
+    m_above = above;
+    m_list->setAccessibleName(header);
+    m_list->SetColumns({header});
+    m_list->SetRows({.count = static_cast<int>(rows.size()),
+                     .text = [rows](int row, int) { return rows[row]; },
+                     .icon = {}});
+    Place();
+    show();
+    raise();
+    m_list->setFocus();
+    m_list->SelectRow(std::max(0, static_cast<int>(rows.indexOf(current))));
+    if (!rows.contains(current)) {
+        m_list->clearSelection();
+    }
+}
+
+bool CPickList::IsOpen() const {
+    return !isHidden();
+}
+
+void CPickList::Close() {
+    if (!IsOpen()) {
+        return;
+    }
+    // Before hiding, which would pass the focus to whatever comes next.
+    if (m_focusBefore != nullptr && isAncestorOf(window()->focusWidget())) {
+        m_focusBefore->setFocus();
+    }
+    hide();
+}
+
+bool CPickList::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == parentWidget() && event->type() == QEvent::Resize && IsOpen()) {
+        Place();
+    }
+    if (watched == m_list && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Escape || key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+            Close();
+            return true;
+        }
+    }
+    // The first click of a double click picks; the second must not reach what opens in its place.
+    if (watched == m_list->viewport() && event->type() == QEvent::MouseButtonDblClick) {
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void CPickList::Pick(const QModelIndex& index) {
+    if (!IsOpen() || !index.isValid()) {
+        return;
+    }
+    const QString row = index.data().toString();
+    Close();
+    emit Picked(row);
+}
+
+void CPickList::Place() {
+    const QRect area = parentWidget()->rect();
+    const int below =
+        m_above == nullptr ? 0 : m_above->mapTo(parentWidget(), m_above->rect().bottomLeft()).y();
+    // Half the parent is the least a list is useful in.
+    const int top = std::clamp(below + 1, 0, area.height() / 2);
+    setGeometry(area.adjusted(0, top, 0, 0));
+}

@@ -1,0 +1,41 @@
+// The one-column list that covers the lower part of a dialog while a category, a name or a type
+// is picked.
+#pragma once
+
+#include <QPointer>
+#include <QStringList>
+#include <QWidget>
+
+class CReportList;
+
+/// Hidden until Open. Lies over its parent below a given widget, keyboard included: Return picks,
+/// Escape and Tab close, typing finds a row by its beginning. One click picks. The focus goes back
+/// to where it was when the list closes.
+class CPickList : public QWidget {
+    Q_OBJECT
+  public:
+    /// `parent` is CDialog::OverlayParent in a dialog.
+    explicit CPickList(QWidget* parent);
+
+    /// Shows the rows under `header`, over everything below `above`; the row `current` is
+    /// selected when it is among them. Opening an open list replaces its content.
+    void Open(QWidget* above, const QString& header, const QStringList& rows,
+              const QString& current);
+    [[nodiscard]] bool IsOpen() const;
+    void Close();
+
+  signals:
+    /// The list is closed when this is emitted.
+    void Picked(const QString& row);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void Pick(const QModelIndex& index);
+    void Place();
+
+    CReportList* m_list;
+    QPointer<QWidget> m_above;
+    QPointer<QWidget> m_focusBefore;
+};

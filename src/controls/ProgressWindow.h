@@ -1,0 +1,48 @@
+// The modeless progress window of imports, exports and reports.
+#pragma once
+
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QPointer>
+
+#include "platform/Progress.h"
+
+class QLabel;
+class QProgressBar;
+
+/// Disables its main window while it lives; null when there is none. The caption is "%s [%d%%]"
+/// once a position is set.
+class CProgressWindow : public QDialog, public CProgress {
+    Q_OBJECT
+  public:
+    CProgressWindow(const QString& caption, QWidget* mainWindow);
+    ~CProgressWindow() override;
+
+    void SetStatus(const QString& text) override;
+    void SetRange(qint64 lower, qint64 upper, qint64 step) override;
+    void SetPosition(qint64 position) override;
+    void Step() override;
+    void Show() override;
+    void Hide() override;
+    /// Handles the waiting events, but not more often than every few milliseconds; always at the
+    /// first call after Show.
+    void Pump() override;
+    [[nodiscard]] bool IsCancelled() const override { return m_cancelled; }
+
+    /// Escape and the close button cancel as " Cancel " does.
+    void reject() override;
+
+  private:
+    QString m_caption;
+    QPointer<QWidget> m_mainWindow;
+    QPointer<QWidget> m_focusBefore;
+    QLabel* m_status;
+    QProgressBar* m_bar;
+    qint64 m_lower = 0;
+    qint64 m_upper = 0;
+    qint64 m_step = 1;
+    qint64 m_position = 0;
+    int m_percent = -1;
+    bool m_cancelled = false;
+    QElapsedTimer m_sincePump;  ///< invalid until pumped
+};

@@ -1,0 +1,113 @@
+#include "controls/WindowMessages.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QScreen>
+
+#include "controls/ProgressWindow.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QWidget* WindowInFront() {
+    if (QWidget* modal = QApplication::activeModalWidget()) {
+        return modal;
+    }
+    if (QWidget* active = QApplication::activeWindow()) {
+        return active;
+    }
+    // Another program is in front; the main window is still ours to cover.
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->windowType() == Qt::Window) {
+            return window;
+        }
+    }
+    return nullptr;
+}
+
+QMessageBox::Icon BoxIcon(EMessageIcon icon) {
+    switch (icon) {
+        case EMessageIcon::Plain:
+            return QMessageBox::NoIcon;
+        case EMessageIcon::Stop:
+            return QMessageBox::Critical;
+        case EMessageIcon::Warning:
+            return QMessageBox::Warning;
+        case EMessageIcon::Information:
+        case EMessageIcon::Result:
+            return QMessageBox::Information;
+    }
+    return QMessageBox::NoIcon;
+}
+
+int ShowBox(const QString& text, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons) {
+    QMessageBox box(icon, u"Velmora"_s, text, buttons, WindowInFront());
+    // Names of items may look like markup.
+    box.setTextFormat(Qt::PlainText);
+    return box.exec();
+}
+
+/// The toolkit's own dialog without what a narrow screen has no room for; the platform's dialogs
+/// know their screens themselves.
+void FitToNarrowScreen(QFileDialog& dialog) {
+    constexpr int kNarrow = 480;
+    const QRect screen = dialog.screen()->availableGeometry();
+    if (screen.width() >= kNarrow) {
+        return;
+    }
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setViewMode(QFileDialog::List);
+    for (const char* name :
+         {"sidebar", "lookInLabel", "backButton", "forwardButton", "newFolderButton",
+          "listModeButton", "detailModeButton", "fileNameLabel", "fileTypeLabel"}) {
+        if (auto* part = dialog.findChild<QWidget*>(QLatin1StringView(name))) {
+            part->hide();
+        }
+    }
+    dialog.setGeometry(screen);
+}
+
+QString ChooseFile(const CFileChoice& choice, QFileDialog::AcceptMode acceptMode,
+                   QFileDialog::FileMode fileMode) {
+    QFileDialog dialog(WindowInFront(), choice.title, {}, choice.filterName);
+    dialog.setAcceptMode(acceptMode);
+    dialog.setFileMode(fileMode);
+    // Leaves its point off by itself.
+    dialog.setDefaultSuffix(choice.defaultExtension);
+    dialog.selectFile(choice.initialName);
+    FitToNarrowScreen(dialog);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+}  // namespace
+
+void CWindowMessages::Show(const QString& text, EMessageIcon icon) {
+    ShowBox(text, BoxIcon(icon), QMessageBox::Ok);
+}
+
+bool CWindowMessages::AskYesNo(const QString& text) {
+    return ShowBox(text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No) ==
+           QMessageBox::Yes;
+}
+
+QString CWindowMessages::ChooseFileToOpen(const CFileChoice& choice) {
+    return ChooseFile(choice, QFileDialog::AcceptOpen, QFileDialog::ExistingFile);
+}
+
+QString CWindowMessages::ChooseFileToSave(const CFileChoice& choice) {
+    return ChooseFile(choice, QFileDialog::AcceptSave, QFileDialog::AnyFile);
+}
+
+std::unique_ptr<CProgress> CWindowMessages::CreateProgress(const QString& caption) {
+    return std::make_unique<CProgressWindow>(caption, WindowInFront());
+}
+
+void CWindowMessages::BeginWait() {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+void CWindowMessages::EndWait() {
+    QApplication::restoreOverrideCursor();
+}

@@ -1,0 +1,16 @@
+// The window program's answers: message boxes, file dialogs, the progress window, the wait cursor.
+#pragma once
+
+#include "platform/Messages.h"
+
+/// Boxes are modal over the active window and titled with the program's name.
+class CWindowMessages : public CMessageSeam {
+  public:
+    void Show(const QString& text, EMessageIcon icon) override;
+    bool AskYesNo(const QString& text) override;
+    QString ChooseFileToOpen(const CFileChoice& choice) override;
+    QString ChooseFileToSave(const CFileChoice& choice) override;
+    std::unique_ptr<CProgress> CreateProgress(const QString& caption) override;
+    void BeginWait() override;
+    void EndWait() override;
+};

@@ -1,0 +1,245 @@
+#include <QLocale>
+#include <QTest>
+#include <limits>
+
+#include "app/ListCommands.h"
+#include "app/TargetsForm.h"
+#include "app/UserProfile.h"
+#include "support/RecordingMessages.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QDate kStart(2024, 1, 1);
+
+// Thirty years and their leap days are 10957 days: 10957 / 365 = 30.02.
+CUserInformation ThirtyYearOldMan() {
+    return {u"Adam"_s, true, {1994, 1, 1}, 180, 0};
+}
+
+CTargets FromEightyTo(double goalKg, double rateKg = 0) {
+    CTargets targets;
+    targets.startDate = kStart;
+    targets.goalDate = kStart.addDays(70);
+    targets.startWeightKg = 80;
+    targets.goalWeightKg = goalKg;
+    targets.rateKgPerWeek = rateKg;
+    targets.dietType = 3;
+    return targets;
+}
+
+bool IsNear(double actual, double expected) {
+    return qAbs(actual - expected) < 0.005;
+}
+}  // namespace
+
+/// The rules of the user's data, of the plan and of the dialog that makes it.
+class TestUserProfile : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void initTestCase() { QLocale::setDefault(QLocale::c()); }
+
+    void ageCountsYearsOf365Days() {
+        QCOMPARE(AgeOn({2024, 1, 1}, {1994, 1, 9}), 29);  // 10949 days are 29.997 years
+        QCOMPARE(AgeOn({2024, 1, 1}, {1994, 1, 8}), 30);  // 10950 = 30 * 365
+    }
+
+    void energyFollowsBodyAndRate() {
+        CUserInformation user = ThirtyYearOldMan();
+        // 66.5 + 13.75 * 80 + 5.003 * 180 - 6.775 * 30
+        QVERIFY(IsNear(RestingEnergyKcal(user, FromEightyTo(70), kStart), 1863.79));
+        QVERIFY(IsNear(PlannedEnergyKcal(user, FromEightyTo(70)), 1863.79 * 1.2));
+        QVERIFY(IsNear(PlannedEnergyKcal(user, FromEightyTo(70, 0.01)), 2236.548));
+        // 0.5 / 7 * 7777.78 = 555.56 less, or more when the weight is to rise.
+        QVERIFY(IsNear(PlannedEnergyKcal(user, FromEightyTo(70, 0.5)), 2236.548 - 555.556));
+        QVERIFY(IsNear(PlannedEnergyKcal(user, FromEightyTo(80, 0.5)), 2236.548 - 555.556));
+        QVERIFY(IsNear(PlannedEnergyKcal(user, FromEightyTo(90, 0.5)), 2236.548 + 555.556));
+        user.isMale = false;
+        user.activityLevel = 4;
+        // (655.1 + 9.563 * 80 + 1.85 * 180 - 4.676 * 30) * 1.9 = 1612.86 * 1.9
+        QVERIFY(IsNear(PlannedEnergyKcal(user, FromEightyTo(70)), 3064.434));
+    }
+
+    void weeksAreShownForARealChange() {
+        QCOMPARE(WeeksToGoal(FromEightyTo(75, 0.5)), 11);  // 70 / 7 + 1
+        QVERIFY(!WeeksToGoal(FromEightyTo(80, 0.5)));
+        QVERIFY(!WeeksToGoal(FromEightyTo(79.1, 0.5)));  // the whole part of -0.9 is 0
+        QVERIFY(!WeeksToGoal(FromEightyTo(75, 0.001)));
+    }
+
+    void rateAndGoalDateFollowEachOther() {
+        CTargets targets = FromEightyTo(75, 0.6);
+        FollowRate(targets);
+        QCOMPARE(targets.goalDate, kStart.addDays(58));  // 5 / (0.6 / 7) + 0.05 = 58.38
+        targets.goalDate = kStart.addDays(35);
+        FollowGoalDate(targets);
+        QVERIFY(IsNear(targets.rateKgPerWeek, 1));  // 5 / (35 / 7)
+        for (const QDate hopeless : {kStart, kStart.addDays(-7)}) {
+            targets.goalDate = hopeless;
+            FollowGoalDate(targets);
+            QVERIFY(IsNear(targets.rateKgPerWeek, 1));
+        }
+        CTargets equal = FromEightyTo(80.005, 0.5);
+        FollowRate(equal);
+        QCOMPARE(equal.goalDate, kStart.addDays(70));
+    }
+
+    void nutrientTargetsFollowTheDietType() {
+        CTargets targets = FromEightyTo(70);
+        targets.dailyEnergyKcal = 1999.5;
+        targets.nutrients[34] = 7;
+        RecalculateNutrientTargets(targets);
+        const std::pair<int, double> expected[] = {
+            {0, 2000}, {3, 275},   {1, 100}, {2, 55.56}, {4, 27.5}, {6, 45.83},
+            {30, 200}, {14, 2400}, {26, 6},  {33, 300},  {34, 7},
+        };
+        for (const auto& [index, value] : expected) {
+            QVERIFY2(IsNear(targets.nutrients[index], value), qPrintable(QString::number(index)));
+        }
+        targets.dietType = kCustomDiet;
+        targets.dailyEnergyKcal = 3000;
+        RecalculateNutrientTargets(targets);
+        QCOMPARE(targets.nutrients[0], 2000.0);
+    }
+
+    void targetsAreCheckedInOrder_data() {
+        QTest::addColumn<double>("startKg");
+        QTest::addColumn<double>("goalKg");
+        QTest::addColumn<int>("days");
+        QTest::addColumn<QString>("refusal");
+        const QString start = u"Please enter correct start weight."_s;
+        const QString goal = u"Please enter correct goal weight."_s;
+        const QString dates = u"Please enter correct start/goal date."_s;
+        QTest::newRow("both limits") << 10.0 << 250.0 << 0 << QString();
+        QTest::newRow("limit typed in pounds")
+            << PoundsToKg(551.15) + 1e-9 << 10.0 << 1 << QString();
+        QTest::newRow("start too low") << 9.9 << 250.1 << -1 << start;
+        QTest::newRow("start too high") << 250.1 << 70.0 << 1 << start;
+        QTest::newRow("start is no number")
+            << std::numeric_limits<double>::quiet_NaN() << 70.0 << 1 << start;
+        QTest::newRow("goal too low") << 70.0 << 9.9 << -1 << goal;
+        QTest::newRow("start after goal") << 70.0 << 70.0 << -1 << dates;
+    }
+
+    void targetsAreCheckedInOrder() {
+        QFETCH(double, startKg);
+        QFETCH(double, goalKg);
+        QFETCH(int, days);
+        QFETCH(QString, refusal);
+        CTargets targets = FromEightyTo(goalKg);
+        targets.startWeightKg = startKg;
+        targets.goalDate = kStart.addDays(days);
+        QCOMPARE(CheckTargets(targets).value_or(QString()), refusal);
+    }
+
+    void lowEnergyWarnsAndIsKept() {
+        CRecordingMessages messages;
+        CTargets targets = FromEightyTo(70);
+        targets.dailyEnergyKcal = 1199;
+        ConfirmTargets(ThirtyYearOldMan(), targets);
+        QCOMPARE(
+            messages.TakeShown(),
+            QStringList{u"Your daily energy intake is too low. You need at least 1200 kcal per "
+                        "day to support your body's basic functions."_s});
+        QCOMPARE(messages.lastIcon, EMessageIcon::Warning);
+        QCOMPARE(targets.nutrients[0], 1199.0);
+        targets.dailyEnergyKcal = 0.0009;
+        ConfirmTargets(ThirtyYearOldMan(), targets);
+        QVERIFY(messages.TakeShown().isEmpty());
+        QCOMPARE(targets.nutrients[0], 2237.0);  // whole(2236.548 + 0.5)
+    }
+
+    void userNeedsANameAndAHeight() {
+        CUserInformation user = ThirtyYearOldMan();
+        QVERIFY(!CheckUserInformation(user));
+        user.heightCm = 0;
+        QCOMPARE(CheckUserInformation(user), u"Please enter correct height."_s);
+        user.name = u"  "_s;
+        QCOMPARE(CheckUserInformation(user), u"Please enter user name."_s);
+    }
+
+    void formKeepsWhatItsTextsRound() {
+        CPreferences preferences;
+        preferences.weightUnit = EWeightUnit::Pounds;
+        preferences.energyUnit = EEnergyUnit::KJ;
+        CTargets targets = FromEightyTo(70, 0.5);
+        targets.dailyEnergyKcal = 1800.4;
+        CTargetsForm form(targets, ThirtyYearOldMan(), preferences);
+        CTargetsFields fields = form.GetFields();
+        QCOMPARE(form.RateLabel(), u"lb per week:"_s);
+        QCOMPARE(fields.rate, u"1.1"_s);     // 0.5 * 2.2046 = 1.1023
+        QCOMPARE(fields.energy, u"7526"_s);  // 1800.4 * 4.18 + 0.5 = 7526.17
+        form.SetFields(fields);
+        QCOMPARE(form.GetTargets().rateKgPerWeek, 0.5);
+        QCOMPARE(form.GetTargets().dailyEnergyKcal, 1800.4);
+        fields.energy = u"8360"_s;
+        form.SetFields(fields);
+        QVERIFY(IsNear(form.GetTargets().dailyEnergyKcal, 2000));
+        QCOMPARE(form.GetTargets().nutrients[3], 275.0);
+    }
+
+    void formLetsRateAndGoalDateFollowEachOther() {
+        CTargetsForm form(FromEightyTo(80), ThirtyYearOldMan(), CPreferences());
+        CTargetsFields fields = form.GetFields();
+        QCOMPARE(fields.energy, u"2237"_s);
+        fields.goalWeight.major = u"75"_s;
+        form.SetFields(fields);
+        fields = form.GetFields();
+        QCOMPARE(fields.rate, u"0"_s);  // a weight alone decides neither rate nor date
+        QCOMPARE(fields.energy, u"2237"_s);
+        fields.goalDate = kStart.addDays(77);
+        form.SetFields(fields);
+        QVERIFY(IsNear(form.GetTargets().rateKgPerWeek, 5 * 7 / 77.0));
+        QCOMPARE(form.WeeksText(), u"12 wks"_s);
+        fields = form.GetFields();
+        fields.rate = u"1"_s;
+        form.SetFields(fields);
+        fields = form.GetFields();
+        QCOMPARE(fields.goalDate, kStart.addDays(35));
+        fields.energy = u"1500"_s;
+        form.SetFields(fields);
+        QCOMPARE(form.GetTargets().nutrients[0], 1500.0);
+        fields.goalWeight.major = u"70"_s;
+        form.SetFields(fields);
+        QCOMPARE(form.GetFields().goalDate, kStart.addDays(35));
+        QCOMPARE(form.GetFields().energy, u"1125"_s);  // 2236.548 - 1111.111 = 1125.437
+    }
+
+    void typedTargetsMakeTheDietCustom() {
+        CTargetsForm form(FromEightyTo(80), ThirtyYearOldMan(), CPreferences());
+        form.TypeTarget(40, u"12"_s);
+        form.TypeTarget(9, form.TargetText(9));
+        QVERIFY(form.CanRecalculate());
+        form.TypeTarget(9, u"800"_s);
+        QVERIFY(!form.CanRecalculate());
+        form.Recalculate();
+        QCOMPARE(form.GetTargets().nutrients[9], 800.0);
+        form.SetDietType(0);
+        QCOMPARE(form.GetTargets().nutrients[9], 1000.0);
+        QCOMPARE(form.GetTargets().nutrients[40], 12.0);
+    }
+
+    void listCommandsStopAtTheFirstFailure() {
+        CRecordingMessages messages;
+        const CSelectionTexts texts = {"none", "several"};
+        QVERIFY(!CheckSelection(texts, 0) && CheckSelection(texts, 1) && !CheckSelection(texts, 2));
+        QVERIFY(CheckSelection({"none", nullptr}, 2));
+        QCOMPARE(messages.TakeShown(), (QStringList{u"none"_s, u"several"_s}));
+        QVERIFY(ConfirmFor({"one '%s'", "%d entries"}, 1, {u"Milk"_s}));
+        QVERIFY(ConfirmFor({"one '%s'", "%d entries"}, 3, {}));
+        QCOMPARE(messages.asked, (QStringList{u"one 'Milk'"_s, u"3 entries"_s}));
+        QList<int> acted;
+        const auto act = [&](int index) {
+            acted.append(index);
+            return index != 5 && messages.waits == 1;
+        };
+        QCOMPARE(ActOnEach({2, 5, 9}, act, u"failed"_s), 1);
+        QCOMPARE(acted, (QList<int>{2, 5}));
+        QCOMPARE(messages.TakeShown(), QStringList{u"failed"_s});
+        QCOMPARE(messages.waits, 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestUserProfile)
+#include "TestUserProfile.moc"

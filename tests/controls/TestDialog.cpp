@@ -1,0 +1,261 @@
+#include <QApplication>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include "controls/ColorDialog.h"
+#include "controls/Grid.h"
+#include "controls/PickList.h"
+#include "controls/ReportList.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QStringList kNames = {u"Apple"_s, u"Apricot"_s, u"Banana"_s, u"Beetroot"_s};
+
+/// A field, a pick list below it, a grid, and a field far below.
+class CSampleDialog : public CDialog {
+  public:
+    CSampleDialog() : CDialog(u"Sample"_s, nullptr), m_pickList(OverlayParent()) {
+        m_first = new QLineEdit;
+        m_last = new QLineEdit;
+        m_grid = new CGrid(EGridKind::Values, {u"Name"_s, u"Value"_s}, u"Values"_s);
+        AddForm()->addRow(u"First:"_s, m_first);
+        m_grid->SetRowCount(20);
+        m_grid->setMinimumHeight(400);
+        Content()->addWidget(m_grid);
+        AddForm()->addRow(u"Last:"_s, m_last);
+        connect(m_grid, &CGrid::LabelEditEnded, this,
+                [this](int, int, const std::optional<QString>& text) {
+                    m_story << u"edit "_s + text.value_or(u"dropped"_s);
+                });
+        resize(240, 320);
+        show();
+        m_first->setFocus();
+    }
+
+    QLineEdit* m_first;
+    QLineEdit* m_last;
+    CGrid* m_grid;
+    CPickList m_pickList;
+    bool m_agrees = true;
+    QStringList m_story;
+
+  protected:
+    bool CloseOverlay() override {
+        const bool wasOpen = m_pickList.IsOpen();
+        m_pickList.Close();
+        return wasOpen;
+    }
+    bool Confirm() override {
+        m_story << u"confirm"_s;
+        return m_agrees;
+    }
+};
+
+void ClickButton(QWidget& dialog, const QString& name) {
+    QTest::mouseClick(dialog.findChild<QPushButton*>(name), Qt::LeftButton);
+}
+
+}  // namespace
+
+class TestDialog : public QObject {
+    Q_OBJECT
+  private slots:
+    void okDeliversAPendingEditBeforeItDecides_data() {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<bool>("agrees");
+        QTest::addColumn<QStringList>("story");
+        QTest::addColumn<bool>("closes");
+        QTest::newRow("OK") << u"ok"_s << true << QStringList{u"edit 5"_s, u"confirm"_s} << true;
+        QTest::newRow("OK refused")
+            << u"ok"_s << false << QStringList{u"edit 5"_s, u"confirm"_s} << false;
+        QTest::newRow("Cancel") << u"cancel"_s << true << QStringList{u"edit dropped"_s} << true;
+    }
+    void okDeliversAPendingEditBeforeItDecides() {
+        QFETCH(QString, button);
+        QFETCH(bool, agrees);
+        QFETCH(QStringList, story);
+        QFETCH(bool, closes);
+        CSampleDialog dialog;
+        dialog.m_agrees = agrees;
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(dialog.m_grid->OpenCell(0, 1));
+        QTest::keyClicks(QApplication::focusWidget(), u"5"_s);
+        ClickButton(dialog, button);
+        QCOMPARE(dialog.m_story, story);
+        QCOMPARE(dialog.isHidden(), closes);
+    }
+
+    void returnAndEscapeBelongToAnOpenEditor() {
+        CSampleDialog dialog;
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+            dialog.m_grid->OpenCell(0, 1);
+            QTest::keyClick(QApplication::focusWidget(), key);
+            QVERIFY(dialog.isVisible());
+        }
+        QTest::keyClick(dialog.m_first, Qt::Key_Return);
+        QVERIFY(dialog.isHidden());
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    }
+
+    void tabGoesThroughTheFieldsBeforeTheButtons() {
+        CSampleDialog dialog;
+        dialog.show();
+        QCOMPARE(dialog.focusWidget(), dialog.m_first);
+        QStringList order;
+        for (int i = 0; i < 20 && dialog.focusWidget() != nullptr; ++i) {
+            order.append(dialog.focusWidget()->objectName());
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+        }
+        QVERIFY2(order.indexOf(u"ok"_s) > 0, qPrintable(order.join(u' ')));
+        QCOMPARE(order.indexOf(u"cancel"_s), order.indexOf(u"ok"_s) + 1);
+        QCOMPARE(order.value(order.indexOf(u"cancel"_s) + 1), order.first());  // and round again
+    }
+
+    void anOpenPickListIsAllThatCloses_data() {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("OK") << u"ok"_s << Qt::Key_unknown;
+        QTest::newRow("Cancel") << u"cancel"_s << Qt::Key_unknown;
+        QTest::newRow("Escape") << QString() << Qt::Key_Escape;
+        QTest::newRow("Tab") << QString() << Qt::Key_Tab;
+    }
+    void anOpenPickListIsAllThatCloses() {
+        QFETCH(QString, button);
+        QFETCH(Qt::Key, key);
+        CSampleDialog dialog;
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QSignalSpy picked(&dialog.m_pickList, &CPickList::Picked);
+        dialog.m_pickList.Open(dialog.m_first, u"Name"_s, kNames, u"Banana"_s);
+        QVERIFY(dialog.m_first != QApplication::focusWidget());
+        if (button.isEmpty()) {
+            QTest::keyClick(QApplication::focusWidget(), key);
+        } else {
+            ClickButton(dialog, button);
+        }
+        QVERIFY(!dialog.m_pickList.IsOpen());
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(picked.count(), 0);
+        QCOMPARE(dialog.m_story, QStringList());
+        QCOMPARE(QApplication::focusWidget(), dialog.m_first);
+    }
+
+    void rowsArePickedByKeyAndClick_data() {
+        QTest::addColumn<QString>("current");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("clickedRow");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("current") << "Banana"
+                                 << "" << -1 << "Banana";
+        QTest::newRow("typed beginning") << "Banana"
+                                         << "Apr" << -1 << "Apricot";
+        QTest::newRow("unknown current") << "Cherry"
+                                         << "Be" << -1 << "Beetroot";
+        QTest::newRow("clicked") << "Banana"
+                                 << "" << 1 << "Apricot";
+    }
+    void rowsArePickedByKeyAndClick() {
+        QFETCH(QString, current);
+        QFETCH(QString, typed);
+        QFETCH(int, clickedRow);
+        QFETCH(QString, expected);
+        CSampleDialog dialog;
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QSignalSpy picked(&dialog.m_pickList, &CPickList::Picked);
+        dialog.m_pickList.Open(dialog.m_first, u"Name"_s, kNames, current);
+        auto* list = dialog.findChild<CReportList*>();
+        QCOMPARE(QApplication::focusWidget(), list);
+        if (clickedRow >= 0) {
+            const QModelIndex index = list->model()->index(clickedRow, 0);
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                              list->visualRect(index).center());
+        } else {
+            QTest::keyClicks(list, typed);
+            QTest::keyClick(list, Qt::Key_Return);
+        }
+        QCOMPARE(picked.count(), 1);
+        QCOMPARE(picked[0][0].toString(), expected);
+        QVERIFY(!dialog.m_pickList.IsOpen());
+        QVERIFY(dialog.isVisible());
+    }
+
+    void aDoubleClickPicksFromOneListOnly() {
+        CSampleDialog dialog;
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QStringList picked;
+        connect(&dialog.m_pickList, &CPickList::Picked, &dialog, [&](const QString& row) {
+            picked << row;
+            dialog.m_pickList.Open(dialog.m_first, u"Name"_s, kNames, {});
+        });
+        dialog.m_pickList.Open(dialog.m_first, u"Category"_s, {u"Fruit"_s, u"Roots"_s}, {});
+        auto* list = dialog.findChild<CReportList*>();
+        const QPoint place = list->visualRect(list->model()->index(1, 0)).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+        QMouseEvent second(QEvent::MouseButtonDblClick, place, list->viewport()->mapToGlobal(place),
+                           Qt::LeftButton, Qt::LeftButton, {});
+        QApplication::sendEvent(list->viewport(), &second);
+        QTest::mouseRelease(list->viewport(), Qt::LeftButton, {}, place);
+        QCOMPARE(picked, QStringList{u"Roots"_s});
+        QVERIFY(dialog.m_pickList.IsOpen());
+        dialog.m_pickList.Close();
+        QCOMPARE(QApplication::focusWidget(), dialog.m_first);
+    }
+
+    void thePickListCoversTheContentBelowItsField() {
+        CSampleDialog dialog;
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        dialog.m_pickList.Open(dialog.m_first, u"Name"_s, kNames, {});
+        const auto bottomOf = [&](QWidget* widget) {
+            return widget->mapTo(&dialog, widget->rect().bottomLeft()).y();
+        };
+        const auto topOf = [&](QWidget* widget) { return widget->mapTo(&dialog, QPoint()).y(); };
+        QCOMPARE(topOf(&dialog.m_pickList), bottomOf(dialog.m_first) + 1);
+        dialog.resize(400, 500);
+        QCoreApplication::processEvents();
+        QCOMPARE(dialog.m_pickList.width(), 400);
+        QVERIFY(bottomOf(&dialog.m_pickList) < topOf(dialog.findChild<QPushButton*>(u"ok"_s)));
+        // A field at the very bottom leaves the list half the content.
+        dialog.m_pickList.Open(dialog.m_last, u"Name"_s, kNames, {});
+        QCOMPARE(dialog.m_pickList.y(), dialog.m_pickList.parentWidget()->height() / 2);
+    }
+
+    void theFocusedFieldIsScrolledIntoSight() {
+        CSampleDialog dialog;
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(!dialog.m_last->visibleRegion().contains(dialog.m_last->rect()));
+        dialog.m_last->setFocus();
+        QCOMPARE(dialog.m_last->visibleRegion(), QRegion(dialog.m_last->rect()));
+        QVERIFY(dialog.findChild<QPushButton*>(u"ok"_s)->visibleRegion().boundingRect().height() >
+                0);
+    }
+
+    void slidersMakeTheColour() {
+        // Blue 0x33, green 0x22, red 0x11.
+        CColorDialog dialog(u"Select background color:"_s, 0x332211, nullptr);
+        dialog.show();
+        QCOMPARE(dialog.windowTitle(), u"Select color"_s);
+        QCOMPARE(dialog.GetRgb(), 0x332211U);
+        QCOMPARE(dialog.findChild<QLabel*>(u"greenValue"_s)->text(), u"34"_s);
+        QTest::keyClick(dialog.findChild<QSlider*>(u"red"_s), Qt::Key_End);
+        QTest::keyClick(dialog.findChild<QSlider*>(u"green"_s), Qt::Key_Home);
+        QTest::keyClick(dialog.findChild<QSlider*>(u"blue"_s), Qt::Key_Right);
+        QCOMPARE(dialog.GetRgb(), 0x3400FFU);
+        QCOMPARE(ColorOf(dialog.GetRgb()), QColor(255, 0, 52));
+        QCOMPARE(RgbOf(QColor(255, 0, 52)), 0x3400FFU);
+        auto* sample = dialog.findChild<QLabel*>(u"sample"_s);
+        QCOMPARE(sample->grab().toImage().pixelColor(sample->rect().center()), QColor(255, 0, 52));
+    }
+};
+
+QTEST_MAIN(TestDialog)
+#include "TestDialog.moc"

@@ -1,0 +1,259 @@
+#include <QApplication>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QStyleOptionViewItem>
+#include <QTest>
+#include <QVBoxLayout>
+#include <memory>
+
+#include "controls/Grid.h"
+
+using namespace Qt::StringLiterals;
+
+/// A window with a grid of two columns, 120 and 80 pixels wide, and a field beside it.
+class TestGrid : public QObject {
+    Q_OBJECT
+
+  private:
+    std::unique_ptr<QWidget> m_window;
+    CGrid* m_grid = nullptr;
+    QLineEdit* m_field = nullptr;
+    std::unique_ptr<QSignalSpy> m_ended;
+
+    void Make(EGridKind kind, int rows) {
+        m_window = std::make_unique<QWidget>();
+        auto* layout = new QVBoxLayout(m_window.get());
+        const QStringList titles =
+            kind == EGridKind::Checks ? QStringList{u"Name"_s} : QStringList{u"A"_s, u"B"_s};
+        m_grid = new CGrid(kind, titles, u"Nutrients"_s);
+        m_field = new QLineEdit;
+        layout->addWidget(m_grid);
+        layout->addWidget(m_field);
+        m_grid->SetRowCount(rows);
+        m_window->resize(300, 300);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        m_grid->setColumnWidth(0, 120);
+        if (kind != EGridKind::Checks) {
+            m_grid->setColumnWidth(1, 80);
+        }
+        m_ended = std::make_unique<QSignalSpy>(m_grid, &CGrid::LabelEditEnded);
+    }
+
+    QRect Cell(int row, int column) const {
+        return m_grid->visualRect(m_grid->model()->index(row, column));
+    }
+    void Click(int row, int column) {
+        QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, Cell(row, column).center());
+    }
+    /// "row,column:text" of each notification, "-" for a cancelled one.
+    QStringList Ended() const {
+        QStringList all;
+        for (const QList<QVariant>& arguments : *m_ended) {
+            const auto text = arguments[2].value<std::optional<QString>>();
+            all << u"%1,%2:%3"_s.arg(arguments[0].toInt())
+                       .arg(arguments[1].toInt())
+                       .arg(text.value_or(u"-"_s));
+        }
+        return all;
+    }
+
+  private slots:
+    void anEditEndsWithOneNotification_data() {
+        QTest::addColumn<QString>("ending");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("Return") << "return"
+                                << "1,1:12";
+        QTest::newRow("Escape") << "escape"
+                                << "1,1:-";
+        QTest::newRow("focus taken") << "focus"
+                                     << "1,1:12";
+        QTest::newRow("click on another row") << "click"
+                                              << "1,1:12";
+        QTest::newRow("by the owner") << "owner"
+                                      << "1,1:12";
+        QTest::newRow("rows replaced") << "rows"
+                                       << "1,1:-";
+    }
+    void anEditEndsWithOneNotification() {
+        QFETCH(QString, ending);
+        QFETCH(QString, expected);
+        Make(EGridKind::Values, 3);
+        m_grid->SetCellText(1, 1, u"7"_s);
+        Click(1, 1);
+        QPointer<QLineEdit> edit = m_grid->findChild<QLineEdit*>();
+        QVERIFY(edit != nullptr);
+        QCOMPARE(edit->text(), u"7"_s);
+        QTest::keyClicks(edit, u"12"_s);
+        if (ending == u"return") {
+            QTest::keyClick(edit, Qt::Key_Return);
+        } else if (ending == u"escape") {
+            QTest::keyClick(edit, Qt::Key_Escape);
+        } else if (ending == u"focus") {
+            m_field->setFocus();
+        } else if (ending == u"click") {
+            Click(2, 0);
+        } else if (ending == u"owner") {
+            QVERIFY(m_grid->EndEditing());
+        } else {
+            m_grid->SetRowCount(0);
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(Ended(), QStringList{expected});
+        QVERIFY(edit == nullptr);
+        QVERIFY(!m_grid->IsEditing());
+        QCOMPARE(QApplication::focusWidget(),
+                 ending == u"focus" ? static_cast<QWidget*>(m_field) : m_grid);
+        QVERIFY(!m_grid->EndEditing());
+        if (ending != u"rows") {
+            QCOMPARE(m_grid->CellText(1, 1), u"7"_s);
+        }
+    }
+
+    void onlySomeCellsOpen_data() {
+        QTest::addColumn<EGridKind>("kind");
+        QTest::addColumn<int>("rows");
+        QTest::addColumn<int>("column");
+        QTest::addColumn<int>("width");
+        QTest::addColumn<bool>("opens");
+        QTest::newRow("nutrient name") << EGridKind::Values << 2 << 0 << 100 << false;
+        QTest::newRow("value") << EGridKind::Values << 1 << 1 << 5 << true;
+        QTest::newRow("value, too narrow") << EGridKind::Values << 1 << 1 << 4 << false;
+        QTest::newRow("past the last column") << EGridKind::Values << 1 << 2 << 0 << false;
+        QTest::newRow("serving name") << EGridKind::Servings << 1 << 0 << 15 << true;
+        QTest::newRow("serving name, too narrow") << EGridKind::Servings << 1 << 0 << 14 << false;
+        QTest::newRow("weight of the only serving") << EGridKind::Servings << 1 << 1 << 80 << false;
+        QTest::newRow("weight of two servings") << EGridKind::Servings << 2 << 1 << 80 << true;
+        QTest::newRow("checked name") << EGridKind::Checks << 1 << 0 << 230 << true;
+    }
+    void onlySomeCellsOpen() {
+        QFETCH(EGridKind, kind);
+        QFETCH(int, rows);
+        QFETCH(int, column);
+        QFETCH(int, width);
+        QFETCH(bool, opens);
+        Make(kind, rows);
+        if (column < m_grid->model()->columnCount()) {
+            m_grid->setColumnWidth(column, width);
+        }
+        QCOMPARE(m_grid->OpenCell(0, column), opens);
+        QCOMPARE(m_grid->IsEditing(), opens);
+        QCOMPARE(m_grid->findChild<QComboBox*>() != nullptr,
+                 opens && kind == EGridKind::Servings && column == 0);
+    }
+
+    void editorsCoverTheirCells() {
+        Make(EGridKind::Servings, 12);
+        m_grid->OpenCell(1, 1);
+        const int top = Cell(1, 1).top();
+        const int height = Cell(1, 1).height();
+        // 120 - 1 from the left, 80 - 4 wide.
+        QCOMPARE(m_grid->findChild<QLineEdit*>()->geometry(), QRect(119, top - 1, 76, height));
+        m_grid->OpenCell(1, 0);
+        auto* box = m_grid->findChild<QComboBox*>();
+        // From 19 on to the column's edge: 120 - 19 wide.
+        QCOMPARE(box->geometry(), QRect(19, top - 1, 101, height));
+        QCOMPARE(box->view()->sizeHintForRow(0), height);
+        QCOMPARE(box->maxVisibleItems(), 8);
+
+        // Twice as wide as the client area: scrolled to the cell's beginning, and clipped there.
+        const int client = m_grid->viewport()->width();
+        m_grid->setColumnWidth(1, 2 * client);
+        m_grid->OpenCell(1, 1);
+        QCOMPARE(m_grid->columnViewportPosition(1), 0);
+        QCOMPARE(m_grid->findChildren<QLineEdit*>(u"inPlaceEdit"_s).last()->width(), client);
+    }
+
+    void typingWidensTheBoxUpToTheClientArea() {
+        Make(EGridKind::Values, 2);
+        m_grid->setColumnWidth(0, 100);
+        m_grid->setColumnWidth(1, 30);
+        m_grid->OpenCell(0, 1);
+        auto* edit = m_grid->findChild<QLineEdit*>();
+        QTest::keyClicks(edit, u"1"_s);
+        QCOMPARE(edit->width(), 26);
+        QTest::keyClicks(edit, u"0000000"_s);
+        const int widened = edit->width();
+        QVERIFY(widened >= m_grid->fontMetrics().horizontalAdvance(u"10000000"_s));
+        QTest::keyClicks(edit, QString(100, u'0'));
+        QCOMPARE(edit->geometry().right(), m_grid->viewport()->rect().right());
+        QVERIFY(edit->width() > widened);
+    }
+
+    void servingWordsReplaceTheTextAndTypingIsFree() {
+        Make(EGridKind::Servings, 1);
+        m_grid->SetCellText(0, 0, u"1 cup"_s);
+        Click(0, 0);
+        auto* box = m_grid->findChild<QComboBox*>();
+        QStringList words;
+        for (int i = 0; i < box->count(); ++i) {
+            words << box->itemText(i);
+        }
+        QCOMPARE(words.join(u'|'), u"gm|mg|oz|ml|tsp|tbsp|fl oz|cup|pt|qt|of(ea)|piece|serving"_s);
+        QCOMPARE(box->currentText(), u"1 cup"_s);
+        box->showPopup();
+        QTest::keyClick(box->view(), Qt::Key_End);
+        QTest::keyClick(box->view(), Qt::Key_Return);
+        QVERIFY(m_grid->IsEditing());
+        QCOMPARE(box->currentText(), u"serving"_s);
+        box->lineEdit()->selectAll();
+        QTest::keyClicks(box, u"2 p"_s);
+        QTest::keyClick(box, Qt::Key_Return);
+        QCOMPARE(Ended(), QStringList{u"0,0:2 p"_s});
+        QCOMPARE(QApplication::focusWidget(), m_grid);
+    }
+
+    void theKeyboardReachesEveryCellAndGetsOut() {
+        Make(EGridKind::Values, 2);
+        m_grid->SetCellText(0, 1, u"7"_s);
+        m_grid->setCurrentIndex(m_grid->model()->index(0, 0));
+        m_grid->setFocus();
+        QTest::keyClick(m_grid, Qt::Key_Right);
+        QCOMPARE(m_grid->currentIndex().column(), 1);
+        QTest::keyClick(m_grid, Qt::Key_F2);
+        QCOMPARE(QApplication::focusWidget()->property("text").toString(), u"7"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QTest::keyClick(m_grid, Qt::Key_Left);
+        QTest::keyClick(m_grid, Qt::Key_3);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_5);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_4);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(Ended(), (QStringList{u"0,1:-"_s, u"0,1:35"_s, u"1,1:4"_s}));
+        QCOMPARE(QApplication::focusWidget(), m_field);
+        QTest::keyClick(m_field, Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(QApplication::focusWidget(), m_grid);
+        QTest::keyClick(m_grid, Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), m_field);
+    }
+
+    void checkBoxesToggleAndNamesOpen() {
+        Make(EGridKind::Checks, 2);
+        m_grid->SetChecked(1, true);
+        QVERIFY(!m_grid->IsChecked(0) && m_grid->IsChecked(1));
+        QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {},
+                          Cell(0, 0).topLeft() + QPoint(9, Cell(0, 0).height() / 2));
+        QVERIFY(m_grid->IsChecked(0));
+        QVERIFY(!m_grid->IsEditing());
+        QTest::keyClick(m_grid, Qt::Key_Space);
+        QVERIFY(!m_grid->IsChecked(0));
+        Click(0, 0);
+        QVERIFY(m_grid->IsEditing());
+        QVERIFY(!m_grid->IsChecked(0));
+    }
+
+    void namesTakeWhatTheValuesLeave() {
+        Make(EGridKind::Values, 2);
+        m_grid->setColumnWidth(0, m_grid->viewport()->width() - 80);
+        m_window->resize(240, 320);
+        QCOMPARE(m_grid->columnWidth(0), m_grid->viewport()->width() - 80);
+        m_grid->setColumnWidth(0, 50);
+        m_window->resize(400, 320);
+        QCOMPARE(m_grid->columnWidth(0), 50);
+    }
+};
+
+QTEST_MAIN(TestGrid)
+#include "TestGrid.moc"
