@@ -1,0 +1,19 @@
+// What tells the four kinds of the catalogue apart: one table of codes and words.
+#pragma once
+
+#include "store/Database.h"
+
+/// Words, codes and record layout of one kind.
+struct CCatalogueKind {
+    ECatalogueKind kind;
+    int exchangeCode;      ///< bit in the options dialogs: 1 foods, 2 menus, 4 recipes, 8 exercises
+    const char* singular;  ///< "food"
+    const char* plural;    ///< "foods"
+    const char* capitalized;  ///< "Food"
+    int nameProperty;         ///< property number of the name; the type stands in the next one
+};
+
+const CCatalogueKind& KindOf(ECatalogueKind kind);
+
+/// Records of a kind, without the settings record that may stand beside them.
+int CountItems(CDatabase& database, ECatalogueKind kind);

@@ -1,0 +1,141 @@
+// The export run: one file, one kind.
+#include "catalogue/CatalogueKinds.h"
+#include "catalogue/CsvExchange.h"
+#include "catalogue/CsvLayout.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+class CExportRun {
+  public:
+    CExportRun(CDatabase& database, ECatalogueKind kind, const CExportRequest& request);
+    /// Shows the message for an empty export; false then.
+    [[nodiscard]] bool HasItems() const;
+    bool Run(const QString& path);
+
+  private:
+    void WriteItems();
+    bool WriteItem(int position, PropertyList& properties);
+
+    CDatabase& m_database;
+    const CCatalogueKind& m_words;
+    bool m_all;
+    std::vector<int> m_positions;
+    int m_count;
+    std::unique_ptr<CCsvLayout> m_layout;
+    CTextFile m_file;
+    std::unique_ptr<CProgress> m_progress;
+    int m_written = 0;
+};
+
+CExportRun::CExportRun(CDatabase& database, ECatalogueKind kind, const CExportRequest& request)
+    : m_database(database),
+      m_words(KindOf(kind)),
+      m_all(request.choice == EExportChoice::All),
+      m_positions(request.positions),
+      m_layout(MakeCsvLayout(database, kind, QString())) {
+    if (request.choice == EExportChoice::CurrentCategory) {
+        m_positions.clear();
+        for (const CCategoryListEntry& entry :
+             database.FillCategoryList(kind, request.categoryId)) {
+            m_positions.push_back(entry.position);
+        }
+    }
+    m_count = m_all ? CountItems(database, kind) : static_cast<int>(m_positions.size());
+}
+
+bool CExportRun::HasItems() const {
+    if (m_count > 0) {
+        return true;
+    }
+    ShowMessage(
+        FormatText("There are no %s found to export."_L1, {QString::fromLatin1(m_words.plural)}));
+    return false;
+}
+
+bool CExportRun::Run(const QString& path) {
+    if (m_layout == nullptr || !m_file.Create(path)) {
+        ShowMessage(u"Cannot create file."_s);
+        return false;
+    }
+    const QString plural = QString::fromLatin1(m_words.plural);
+    m_progress = CreateProgress(u"Velmora: Export"_s);
+    m_progress->SetStatus(FormatText("Exporting %s..."_L1, {plural}));
+    m_progress->SetRange(0, m_count, 1);
+    m_progress->Show();
+    m_file.WriteLine(QString::fromLatin1(m_layout->Marker()));
+    m_layout->WriteHeader(m_file);
+    WriteItems();
+    const bool whole = !m_progress->IsCancelled();
+    m_file.WriteLine(u"<End>");
+    const bool closed = m_file.Close();
+    m_progress.reset();
+    if (!closed) {
+        ShowMessage(u"Cannot create file."_s);
+        return false;
+    }
+    ShowMessage(FormatText("Exported %d %s."_L1, {m_written, plural}), EMessageIcon::Result);
+    return whole;
+}
+
+void CExportRun::WriteItems() {
+    CItemDatabaseBase& items = m_database.Items(m_words.kind);
+    if (m_all) {
+        items.ForEachFrom(0, [this](int position, PropertyList& properties) {
+            return WriteItem(position, properties);
+        });
+        return;
+    }
+    for (const int position : m_positions) {
+        bool goOn = true;
+        items.ForEachFrom(position, [&](int found, PropertyList& properties) {
+            goOn = found != position || WriteItem(position, properties);
+            return false;
+        });
+        if (!goOn) {
+            return;
+        }
+    }
+}
+
+/// False when the user has cancelled.
+bool CExportRun::WriteItem(int position, PropertyList& properties) {
+    if (properties.empty() || properties.front() == PropertyValue(CViewSettings::kMarker)) {
+        return true;  // settings of the view, which stand among the items
+    }
+    // A list that is refused is left as it was.
+    if (!m_layout->WriteItem(m_file, properties, m_written)) {
+        ReportWrongPropertyCount(position, properties,
+                                 m_database.Items(m_words.kind).GetLayout().Count());
+        return true;
+    }
+    ++m_written;
+    m_progress->Step();
+    m_progress->Pump();
+    if (m_progress->IsCancelled()) {
+        ShowMessage(u"Export cancelled."_s);
+        return false;
+    }
+    return true;
+}
+}  // namespace
+
+CFileChoice CsvFileChoice(const QString& title) {
+    return {title, u".csv"_s, u"CSV file (*.csv)"_s, QString()};
+}
+
+bool ExportCatalogue(CDatabase& database, ECatalogueKind kind, const CExportRequest& request) {
+    CExportRun run(database, kind, request);
+    if (!run.HasItems()) {
+        return false;
+    }
+    const QString path = ChooseFileToSave(
+        CsvFileChoice(FormatText("Export %s"_L1, {QString::fromLatin1(KindOf(kind).plural)})));
+    return !path.isEmpty() && run.Run(path);
+}
+
+bool ExportCatalogueFile(CDatabase& database, ECatalogueKind kind, const CExportRequest& request,
+                         const QString& path) {
+    CExportRun run(database, kind, request);
+    return run.HasItems() && run.Run(path);
+}

@@ -1,0 +1,128 @@
+#include "catalogue/CsvFields.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include "platform/NumberText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kLongestText = 127;
+constexpr int kCutText = 124;
+constexpr int kLongestNumber = 19;
+constexpr int kDecimals = 3;
+
+/// Plain decimal numbers of up to 15 digits, which a double holds exactly, so that one division
+/// gives the nearest double. Nothing for any other form.
+std::optional<double> ShortDecimal(QStringView field) {
+    static constexpr std::array<double, 16> kPowers = {
+        1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    if (field.size() > 16) {
+        return std::nullopt;
+    }
+    qint64 digits = 0;
+    int count = 0;
+    qsizetype point = -1;
+    for (qsizetype i = 0; i < field.size(); ++i) {
+        const char16_t c = field[i].unicode();
+        if (c >= u'0' && c <= u'9') {
+            digits = digits * 10 + (c - u'0');
+            ++count;
+        } else if (c == u'.' && point < 0) {
+            point = i;
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (count == 0 || count > 15) {
+        return std::nullopt;
+    }
+    const qsizetype decimals = point < 0 ? 0 : field.size() - point - 1;
+    return static_cast<double>(digits) / kPowers[static_cast<size_t>(decimals)];
+}
+
+/// The number in thousandths, where rounding it is beyond doubt; -1 elsewhere: halves, which
+/// depend on the binary value, negative and large numbers.
+qint64 Thousandths(double value) {
+    constexpr double kLargest = 1e9;
+    if (!(value >= 0 && value < kLargest) || std::signbit(value)) {
+        return -1;
+    }
+    const double scaled = value * 1000;
+    const double whole = std::floor(scaled + 0.5);
+    return std::abs(scaled - whole) < 0.499 ? static_cast<qint64>(whole) : -1;
+}
+}  // namespace
+
+std::optional<QStringView> CCsvFields::Next() {
+    m_rest = m_rest.trimmed();
+    if (m_rest.isEmpty()) {
+        return std::nullopt;
+    }
+    qsizetype closing = -1;
+    if (m_rest.front() == u'"') {
+        m_rest = m_rest.sliced(1);
+        closing = m_rest.indexOf(u"\",");
+    }
+    QStringView field;
+    if (closing >= 0) {
+        field = m_rest.first(closing);
+        m_rest = m_rest.sliced(closing + 2);
+    } else if (m_rest.isEmpty()) {
+        return std::nullopt;
+    } else {
+        const qsizetype comma = m_rest.indexOf(u',');
+        field = comma < 0 ? m_rest : m_rest.first(comma);
+        m_rest = comma < 0 ? QStringView() : m_rest.sliced(comma + 1);
+    }
+    field = field.trimmed();
+    if (field.size() >= 2) {
+        if (field.front() == u'"') {
+            field = field.sliced(1);
+        }
+        if (field.back() == u'"') {
+            field = field.chopped(1);
+        }
+    }
+    return field;
+}
+
+QString CutImportedText(QStringView text) {
+    return text.size() <= kLongestText ? text.toString()
+                                       : text.first(kCutText).toString() + u"..."_s;
+}
+
+double ImportedNumber(QStringView field) {
+    if (field.isEmpty() || field.size() > kLongestNumber) {
+        return 0;
+    }
+    const std::optional<double> number = ShortDecimal(field);
+    return number ? *number : LeadingNumber(field);
+}
+
+void AppendNumber(QByteArray& line, double value) {
+    // The longest double has 309 digits before its point.
+    std::array<char, std::numeric_limits<double>::max_exponent10 + kDecimals + 8> text;
+    char* const end = text.data() + text.size();
+    char* at = end;
+    const qint64 thousandths = std::isfinite(value) ? Thousandths(value) : 0;
+    if (thousandths < 0) {
+        at = text.data();
+        char* const last = std::to_chars(at, end, value, std::chars_format::fixed, kDecimals).ptr;
+        line.append(at, last - at).append(',');
+        return;
+    }
+    qint64 rest = thousandths;
+    *--at = ',';
+    for (int digit = 0; digit <= kDecimals || rest > 0; ++digit) {
+        if (digit == kDecimals) {
+            *--at = '.';
+        }
+        *--at = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    }
+    line.append(at, end - at);
+}

@@ -1,0 +1,26 @@
+// How a line of an exchange file falls into fields, and how fields are written.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+
+/// Hands out the fields of one line, one call a field. The views point into the line given.
+class CCsvFields {
+  public:
+    explicit CCsvFields(QStringView line) : m_rest(line) {}
+    /// Nothing when the line has no further field. A quoted field may hold commas, but not a quote
+    /// followed by a comma.
+    std::optional<QStringView> Next();
+
+  private:
+    QStringView m_rest;
+};
+
+/// Text as a file keeps it: 128 characters or more become the first 124 and "...".
+QString CutImportedText(QStringView text);
+/// A number of a file: 1 to 19 characters are read, any other length gives 0.
+double ImportedNumber(QStringView field);
+/// Appends a number as files show it, three decimals and a comma: "1.500,". What is not finite is
+/// written as 0.
+void AppendNumber(QByteArray& line, double value);

@@ -1,0 +1,53 @@
+// What one kind of the catalogue adds to the exchange: its lines and what they mean. The runs of
+// CsvImport and CsvExport know nothing else of a kind, so a further kind is one more layout.
+#pragma once
+
+#include <memory>
+
+#include "catalogue/CsvExchange.h"
+#include "platform/TextFile.h"
+
+/// What a line of the file turned out to be.
+enum class ECsvLine {
+    Item,     ///< fit to be stored
+    Nothing,  ///< skipped without a word
+    Error,    ///< skipped with a message
+    End,      ///< the end marker
+};
+
+struct CCsvVerdict {
+    ECsvLine line = ECsvLine::Nothing;
+    const char* message = nullptr;  ///< with "%d" for the line number
+    int fieldCount = -1;            ///< where given, "%d" for it comes first and the progress hides
+};
+
+/// What storing an item came to.
+enum class EStored { Added, Replaced, Skipped, Failed };
+
+/// One layout serves one run. It holds the item that is being read or written, so that nothing is
+/// made anew for every line.
+class CCsvLayout {
+  public:
+    CCsvLayout() = default;
+    virtual ~CCsvLayout() = default;
+    CCsvLayout(const CCsvLayout&) = delete;
+    CCsvLayout& operator=(const CCsvLayout&) = delete;
+
+    [[nodiscard]] virtual const char* Marker() const = 0;
+    /// Added to a line's position in the file, counted from 1, when a message names it.
+    [[nodiscard]] virtual int LineNumberShift() const = 0;
+
+    virtual CCsvVerdict ReadLine(QStringView line) = 0;
+    /// Stores the item of the last line.
+    virtual EStored Store(EExisting existing) = 0;
+
+    virtual void WriteHeader(CTextFile& file) = 0;
+    /// Takes the properties over. False when they are no item of the kind: nothing is written then
+    /// and they stay as they were. `number` counts the items of the run from 0.
+    virtual bool WriteItem(CTextFile& file, PropertyList& properties, int number) = 0;
+};
+
+/// `folder` holds the exchange file and the category pictures beside it; empty for an export.
+/// Null for a kind that has no exchange.
+std::unique_ptr<CCsvLayout> MakeCsvLayout(CDatabase& database, ECatalogueKind kind,
+                                          const QString& folder);

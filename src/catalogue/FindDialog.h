@@ -1,0 +1,23 @@
+// The find dialog of the catalogue and of the diaries.
+#pragma once
+
+#include "controls/Dialog.h"
+
+class QLineEdit;
+
+class CFindDialog : public CDialog {
+    Q_OBJECT
+  public:
+    /// `prompt` such as "Please enter food name and/or type:". All fields empty is refused with
+    /// "Please enter at least one item for find.".
+    CFindDialog(const QString& prompt, const QString& name, const QString& type, QWidget* parent);
+    [[nodiscard]] QString GetName() const;
+    [[nodiscard]] QString GetType() const;
+
+  protected:
+    bool Confirm() override;
+
+  private:
+    QLineEdit* m_name;
+    QLineEdit* m_type;
+};

@@ -1,0 +1,179 @@
+#include "catalogue/FoodsCsv.h"
+
+#include "catalogue/CsvFields.h"
+#include "platform/Messages.h"
+#include "store/NutrientTable.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kTextFields = 4;     ///< number, category, name, type
+constexpr int kFewestFields = 59;  ///< through the name of serving 1
+constexpr int kLongestServingName = 63;
+
+CCsvVerdict Error(const char* message) {
+    return {ECsvLine::Error, message};
+}
+
+CCsvVerdict WrongFieldCount(int count) {
+    if (count <= 2) {
+        return {};
+    }
+    return {ECsvLine::Error, "Invalid number of fields (%d) in line %d. Skipped.", count};
+}
+}  // namespace
+
+CFoodsCsv::CFoodsCsv(CDatabase& database, const QString& folder)
+    : m_database(database),
+      m_categories(database, ECatalogueKind::Foods, folder),
+      m_existing(database) {}
+
+CCsvVerdict CFoodsCsv::ReadLine(QStringView line) {
+    CCsvFields fields(line);
+    const std::optional<QStringView> number = fields.Next();
+    if (!number || number->isEmpty() || number->contains("NDB_No"_L1)) {
+        return {};
+    }
+    if (number->contains("<End>"_L1)) {
+        return {ECsvLine::End};
+    }
+    const std::optional<QStringView> category = fields.Next();
+    if (!category || category->isEmpty()) {
+        return {};
+    }
+    const std::optional<QStringView> name = fields.Next();
+    if (!name) {
+        return WrongFieldCount(2);
+    }
+    if (name->isEmpty()) {
+        return Error("Invalid food name in line %d. Skipped.");
+    }
+    const std::optional<QStringView> type = fields.Next();
+    if (!type) {
+        return WrongFieldCount(3);
+    }
+    if (type->isEmpty()) {
+        return Error("Invalid food type in line %d. Skipped.");
+    }
+    int count = kTextFields + ReadNumbers(fields);
+    count += ReadServings(fields);
+    if (count < kFewestFields) {
+        return WrongFieldCount(count);
+    }
+    m_categoryName = CutImportedText(*category);
+    m_food.SetName(CutImportedText(*name));
+    m_food.SetType(CutImportedText(*type));
+    return {ECsvLine::Item};
+}
+
+int CFoodsCsv::ReadNumbers(CCsvFields& fields) {
+    int count = 0;
+    for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
+        const std::optional<QStringView> field = fields.Next();
+        count += field ? 1 : 0;
+        m_food.SetNutrientValue(nutrient, field ? ImportedNumber(*field) : 0);
+    }
+    return count;
+}
+
+int CFoodsCsv::ReadServings(CCsvFields& fields) {
+    int count = 0;
+    for (int serving = 0; serving < kServingCount; ++serving) {
+        const std::optional<QStringView> name = fields.Next();
+        const std::optional<QStringView> weight = name ? fields.Next() : std::nullopt;
+        count += (name ? 1 : 0) + (weight ? 1 : 0);
+        // Serving 1 stands by now, and its weight has decided the mode.
+        const bool taken = (serving == 0 || m_food.IsWeighed()) && name && !name->isEmpty() &&
+                           name->size() <= kLongestServingName;
+        if (taken) {
+            m_food.SetServingName(serving, name->toString());
+        } else {
+            m_food.SetServingName(serving, serving == 0 ? u"one serving"_s : QString());
+        }
+        m_food.SetServingWeight(serving, taken && weight ? ImportedNumber(*weight) : 0);
+    }
+    return count;
+}
+
+EStored CFoodsCsv::Store(EExisting existing) {
+    const qint32 categoryId = m_categories.IdOf(m_categoryName);
+    if (categoryId < 0) {
+        return EStored::Failed;
+    }
+    m_food.SetCategoryId(categoryId);
+    const bool check = existing != EExisting::DoNotCheck;
+    const int position = check ? m_existing.Find(m_food) : -1;
+    if (position >= 0 && existing == EExisting::Skip) {
+        return EStored::Skipped;
+    }
+    if (!m_database.Foods().Write(position, m_food)) {
+        return EStored::Failed;
+    }
+    if (position >= 0) {
+        return EStored::Replaced;
+    }
+    if (check) {
+        m_existing.NoteAdded(m_food);
+    }
+    return EStored::Added;
+}
+
+void CFoodsCsv::WriteHeader(CTextFile& file) {
+    QByteArray header = "NDB_No,Category,Food name,Food type";
+    for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
+        header.append(',').append(NutrientNamesOf(nutrient).csvName);
+    }
+    for (int serving = 1; serving <= kServingCount; ++serving) {
+        const QByteArray number = QByteArray::number(serving);
+        header.append(",Serving size ").append(number).append(",Serving weight ").append(number);
+    }
+    file.WriteBytes(header.append("\r\n"));
+}
+
+bool CFoodsCsv::WriteItem(CTextFile& file, PropertyList& properties, int number) {
+    if (!m_food.SetProperties(std::move(properties))) {
+        return false;
+    }
+    m_line = QByteArray::number(number).rightJustified(4, '0').append(',');
+    WriteText(file, CategoryNameOf(m_food.GetCategoryId()));
+    WriteText(file, m_food.GetName());
+    WriteText(file, m_food.GetType());
+    for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
+        AppendNumber(m_line, m_food.GetNutrientValue(nutrient));
+    }
+    for (int serving = 0; serving < kServingCount; ++serving) {
+        const QString& name = m_food.GetServingNameW(serving);
+        WriteText(file, name);
+        AppendNumber(m_line, name.isEmpty() ? 0 : m_food.GetServingWeight(serving));
+    }
+    file.WriteBytes(m_line.append("\r\n"));
+    return true;
+}
+
+/// Texts go through the file's code page, so the bytes collected so far leave first.
+void CFoodsCsv::WriteText(CTextFile& file, QStringView text) {
+    if (text.isEmpty()) {
+        m_line.append("\"\",");
+        return;
+    }
+    file.WriteBytes(m_line.append('"'));
+    if (text.contains(u'\n') || text.contains(u'\r')) {
+        // A pasted line break would end the record's line.
+        file.WriteText(text.toString().replace(u'\n', u' ').replace(u'\r', u' '));
+    } else {
+        file.WriteText(text);
+    }
+    m_line = "\",";
+}
+
+QString CFoodsCsv::CategoryNameOf(qint32 categoryId) {
+    if (categoryId != m_writtenCategoryId || m_writtenCategoryName.isEmpty()) {
+        m_writtenCategoryId = categoryId;
+        m_writtenCategoryName = m_database.CategoryNameOf(ECatalogueKind::Foods, categoryId);
+        if (m_writtenCategoryName.isEmpty()) {
+            m_writtenCategoryName =
+                FormatText("Undefined (UID=%d, IDX=%d)"_L1, {categoryId, kNoPosition});
+        }
+    }
+    return m_writtenCategoryName;
+}

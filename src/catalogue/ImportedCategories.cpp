@@ -1,0 +1,32 @@
+#include "catalogue/ImportedCategories.h"
+
+#include "catalogue/CategoryPictures.h"
+
+#include <utility>
+
+CImportedCategories::CImportedCategories(CDatabase& database, ECatalogueKind kind, QString folder)
+    : m_database(database), m_kind(kind), m_folder(std::move(folder)) {}
+
+qint32 CImportedCategories::IdOf(const QString& name) {
+    const auto known = m_ids.constFind(name);
+    if (known != m_ids.constEnd()) {
+        return *known;
+    }
+    const qint32 id = FindOrCreate(name);
+    if (id >= 0) {
+        m_ids.insert(name, id);
+    }
+    return id;
+}
+
+qint32 CImportedCategories::FindOrCreate(const QString& name) {
+    const qint32 id = m_database.CategoryIdOf(m_kind, name);
+    if (id >= 0) {
+        return id;
+    }
+    CCategory category;
+    category.SetKind(m_kind);
+    category.SetName(name);
+    ReadCategoryPictures(m_folder, category);
+    return m_database.AddOrUpdateCategory(-1, category) ? category.GetId() : -1;
+}

@@ -1,0 +1,22 @@
+// The categories that the lines of an import name.
+#pragma once
+
+#include <QHash>
+
+#include "store/Database.h"
+
+/// Looks every name up once a run and creates what the kind does not have, with its pictures.
+class CImportedCategories {
+  public:
+    CImportedCategories(CDatabase& database, ECatalogueKind kind, QString folder);
+    /// Identifier of the category of that name; -1 when it cannot be created.
+    qint32 IdOf(const QString& name);
+
+  private:
+    qint32 FindOrCreate(const QString& name);
+
+    CDatabase& m_database;
+    ECatalogueKind m_kind;
+    QString m_folder;
+    QHash<QString, qint32> m_ids;
+};
