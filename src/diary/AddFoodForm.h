@@ -1,0 +1,133 @@
+// Everything that the "Add Food" dialog decides: what can be picked, what is cleared, how the
+// values follow serving and amount, what is handed back.
+#pragma once
+
+#include <QStringList>
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "diary/DietRules.h"
+
+/// Kinds on offer, as bits.
+enum EAllowedKinds : int { kAllowFood = 1, kAllowMenu = 2, kAllowRecipe = 4, kAllowAll = 7 };
+
+/// What the dialog opens on.
+struct CAddFoodRequest {
+    int allowedKinds = kAllowAll;
+    CChosenFood food;
+    /// The item's values are totals for the amount already.
+    bool valuesAreTotals = false;
+    /// The result becomes a catalogue item, which must not be there yet.
+    bool refuseDuplicates = false;
+
+    /// An empty food, one serving of it, at `time`.
+    static CAddFoodRequest ForNewEntry(QTime time);
+    static CAddFoodRequest ForEntry(CDatabase& database, const CDietEntry& entry);
+};
+
+/// The lists that the fields open.
+enum class EPicker { None, Category, Name, Type };
+
+/// Texts go in and out as the user sees them. Values are kept exactly: a text that the user left
+/// alone never costs a value its decimals. Values not displayed follow the same rules unseen.
+class CAddFoodForm {
+  public:
+    CAddFoodForm(CVelmoraDoc& doc, const CAddFoodRequest& request);
+
+    /// In the order of their tabs; the food alone when none is allowed.
+    [[nodiscard]] std::vector<EItemKind> Kinds() const;
+    [[nodiscard]] EItemKind GetKind() const { return m_food.kind; }
+    /// Clears category and item when the kind changes.
+    void SetKind(EItemKind kind);
+
+    /// What the picker lists; empty after the message that says why there is nothing to pick.
+    QStringList Choices(EPicker picker);
+    /// "Category" or "Name".
+    static QString HeaderOf(EPicker picker);
+    /// Takes the chosen row. Returns the picker to open next.
+    EPicker Pick(EPicker picker, const QString& row);
+
+    [[nodiscard]] bool MayFind() const { return GetKind() == EItemKind::Food; }
+    /// False when there is nothing to find again.
+    [[nodiscard]] bool HasFindTexts() const;
+    /// Both load the next match into the form and return true; false after "Food not found." or
+    /// "Cannot load food.", with the form as it was. Find starts at the first food.
+    bool Find(const QString& name, const QString& type);
+    bool FindNext();
+
+    [[nodiscard]] QString CategoryText() const;
+    [[nodiscard]] QString NameText() const { return m_name; }
+    void SetNameText(const QString& text) { m_name = text; }
+    [[nodiscard]] QString TypeText() const { return m_type; }
+    void SetTypeText(const QString& text) { m_type = text; }
+
+    /// Names in the Serving list.
+    [[nodiscard]] QStringList Servings() const;
+    [[nodiscard]] QString ServingText() const { return m_servingText; }
+    /// `index` into Servings().
+    void SelectServing(int index);
+    /// A text that is no serving of the list leaves none selected.
+    void SetServingText(const QString& text);
+
+    [[nodiscard]] QString AmountText() const { return m_amountText; }
+    /// 0.001 or less, or no number, becomes 1.
+    void SetAmountText(const QString& text);
+
+    [[nodiscard]] QTime GetTime() const { return m_food.time; }
+    void SetTime(QTime time) { m_food.time = time; }
+
+    /// One row a displayed nutrient.
+    [[nodiscard]] int RowCount() const { return static_cast<int>(m_nutrients.size()); }
+    /// Name with its unit.
+    [[nodiscard]] QString RowTitle(int row);
+    [[nodiscard]] QString RowText(int row) const;
+    /// A typed value is kept over the computed one.
+    void SetRowText(int row, const QString& text);
+
+    /// Builds the result; false after the message that says why the dialog stays open.
+    bool Confirm();
+    /// Valid after Confirm.
+    [[nodiscard]] const CChosenFood& GetResult() const { return m_result; }
+
+  private:
+    struct CServing {
+        QString name;
+        double weightGrams;
+    };
+    struct CTyped {
+        QString text;
+        double value;  ///< in the stored unit
+    };
+
+    [[nodiscard]] ECatalogueKind Catalogue() const { return CatalogueOf(m_food.kind); }
+    void ClearItem(const QString& name);
+    bool LoadOfType(const QString& type);
+    bool Load(int position);
+    void TakeItem(const CFoodItem& item);
+    void Recompute(double amount);
+    [[nodiscard]] double Computed(int nutrient) const;
+    [[nodiscard]] double Value(int nutrient) const;
+    bool CheckDuplicate(const QString& name, const QString& type);
+
+    CVelmoraDoc& m_doc;
+    int m_allowedKinds;
+    bool m_refuseDuplicates;
+    /// The item as it came from the catalogue or the entry, with the amount and time shown.
+    CChosenFood m_food;
+    CChosenFood m_result;
+    std::vector<int> m_nutrients;
+
+    QString m_name;
+    QString m_type;
+    std::vector<CServing> m_servings;
+    int m_selectedServing = -1;
+    QString m_servingText;
+    QString m_amountText;
+
+    /// Whether the item's values are totals for m_totalsAmount servings.
+    bool m_valuesAreTotals;
+    double m_totalsAmount;
+    bool m_isPicked = false;  ///< the item came from the catalogue
+    std::array<std::optional<CTyped>, kNutrientCount> m_typed;
+};

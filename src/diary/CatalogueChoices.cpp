@@ -1,0 +1,98 @@
+#include "diary/CatalogueChoices.h"
+
+#include <algorithm>
+
+namespace {
+
+QStringList SortedOnce(QStringList texts) {
+    texts.removeDuplicates();
+    texts.sort(Qt::CaseInsensitive);
+    return texts;
+}
+
+// Foods are read from the database itself: a category may hold more of them than a list does.
+QStringList TypesOfFood(CDatabase& database, qint32 categoryId, const QString& name) {
+    QStringList types;
+    const int first = database.Foods().FirstPositionOf(categoryId);
+    if (first < 0) {
+        return types;
+    }
+    CFoodItem food;
+    database.Foods().ForEachFrom(first, [&](int, PropertyList& properties) {
+        if (!food.SetProperties(std::move(properties)) || food.GetCategoryId() != categoryId) {
+            return false;
+        }
+        if (food.GetName() == name) {
+            types.append(food.GetType());
+        }
+        return true;
+    });
+    return types;
+}
+
+template <typename Item>
+bool ReadComposed(CItemDatabase<Item>& items, int position, CFoodItem& food) {
+    Item item;
+    if (!items.Read(position, item)) {
+        return false;
+    }
+    food.Clear();
+    food.SetCategoryId(item.GetParentId());
+    food.SetName(item.GetName());
+    food.SetType(item.GetType());
+    food.SetNutrientValues(item.GetNutrientValues());
+    food.SetServingName(0, item.GetServingName());
+    return true;
+}
+
+}  // namespace
+
+QStringList CategoryNames(CDatabase& database, ECatalogueKind kind) {
+    QStringList names;
+    for (const CCategoryEntry& category : database.ListCategories(kind)) {
+        names.append(category.name);
+    }
+    return SortedOnce(names);
+}
+
+QStringList NamesInCategory(CDatabase& database, ECatalogueKind kind, qint32 categoryId) {
+    QStringList names;
+    if (kind == ECatalogueKind::Foods) {
+        for (const CUniqueName& unique : database.FillArrayWithUniqueFoodNames(categoryId)) {
+            names.append(unique.name);
+        }
+    } else {
+        for (const CCategoryListEntry& item : database.FillCategoryList(kind, categoryId)) {
+            names.append(item.name);
+        }
+    }
+    return SortedOnce(names);
+}
+
+QStringList TypesOfName(CDatabase& database, ECatalogueKind kind, qint32 categoryId,
+                        const QString& name) {
+    if (kind == ECatalogueKind::Foods) {
+        return SortedOnce(TypesOfFood(database, categoryId, name));
+    }
+    QStringList types;
+    for (const CCategoryListEntry& item : database.FillCategoryList(kind, categoryId)) {
+        if (item.name == name && !item.type.isEmpty()) {
+            types.append(item.type);
+        }
+    }
+    return SortedOnce(types);
+}
+
+bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodItem& food) {
+    if (position < 0) {
+        return false;
+    }
+    switch (kind) {
+        case ECatalogueKind::Menus:
+            return ReadComposed(database.Menus(), position, food);
+        case ECatalogueKind::Recipes:
+            return ReadComposed(database.Recipes(), position, food);
+        default:
+            return database.Foods().Read(position, food);
+    }
+}

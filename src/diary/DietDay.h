@@ -1,0 +1,39 @@
+// The entries that the diet tab lists: those of the document's day at the document's meal, with
+// the texts of their columns.
+#pragma once
+
+#include <QStringList>
+#include <vector>
+
+#include "app/VelmoraDoc.h"
+
+/// Rows are indexes into the list shown, from 0. The entries are copies: what others load or close
+/// in the database leaves them as they are until the next Reload.
+class CDietDay {
+  public:
+    explicit CDietDay(CVelmoraDoc& doc) : m_doc(doc) {}
+
+    /// Loads the document's day anew and keeps the rows of the selected meal.
+    void Reload();
+    [[nodiscard]] int Count() const { return static_cast<int>(m_entries.size()); }
+    /// `row` 0 to Count() - 1.
+    [[nodiscard]] const CDietEntry& Entry(int row) const { return m_entries[row]; }
+    [[nodiscard]] std::vector<CDietEntry> EntriesAt(const std::vector<int>& rows) const;
+
+    /// "Name", "Serving" and the names of the displayed nutrients.
+    [[nodiscard]] QStringList ColumnTitles() const;
+    [[nodiscard]] QString CellText(int row, int column) const;
+
+    /// Index of a shown column in CDietTabSettings::columnWidths.
+    [[nodiscard]] int SettingOfColumn(int column) const;
+
+  private:
+    CVelmoraDoc& m_doc;
+    std::vector<CDietEntry> m_entries;
+    std::vector<int> m_nutrients;
+};
+
+/// "Apple,raw"; the name alone when the type is empty.
+QString EntryNameText(const CDietEntry& entry);
+/// "1.00x1 serving".
+QString EntryServingText(const CDietEntry& entry, const CPreferences& preferences);

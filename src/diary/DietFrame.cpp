@@ -1,0 +1,273 @@
+#include "diary/DietFrame.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+#include <QToolBar>
+#include <QUrl>
+#include <algorithm>
+
+#include "app/SelectProfileDialog.h"
+#include "app/StartDialogs.h"
+#include "catalogue/FoodsMainView.h"
+#include "diary/DietMainView.h"
+#include "platform/Messages.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A view of the switch table.
+struct CViewRow {
+    int command;
+    const char* name;     ///< on its switch button
+    const char* toolTip;  ///< of its switch button
+    CMainView* (*create)(CVelmoraDoc& doc, QWidget* parent);
+};
+
+template <typename View>
+CMainView* CreateView(CVelmoraDoc& doc, QWidget* parent) {
+    return new View(doc, parent);
+}
+
+constexpr CViewRow kViews[] = {
+    {kSwitchToDiet, "Diet", "Diet monitor tab", CreateView<CDietMainView>},
+    {kSwitchToFoods, "Foods", "Foods tab", CreateView<CFoodsMainView>},
+};
+
+const CViewRow* FindView(int command) {
+    const auto* row = std::ranges::find(kViews, command, &CViewRow::command);
+    return row == std::end(kViews) ? nullptr : row;
+}
+
+constexpr QSize kDefaultSize(1000, 700);
+constexpr QSize kIconSize(20, 20);
+/// Pixels of the window that must lie on a screen for a stored placement to be taken.
+constexpr int kLeastVisible = 40;
+constexpr int kNeverSaved = -1;
+
+/// Help page beside the program, in its source folder or where packages put it; empty when it is
+/// nowhere.
+QString HelpPagePath() {
+    const QDir program(QCoreApplication::applicationDirPath());
+    for (const QLatin1StringView place :
+         {"Velmora.htm"_L1, "docs/Velmora.htm"_L1, "../docs/Velmora.htm"_L1,
+          "../share/velmora/Velmora.htm"_L1}) {
+        if (program.exists(place)) {
+            return QFileInfo(program, place).canonicalFilePath();
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+CDietFrame::CDietFrame(CVelmoraDoc& doc) : m_doc(doc) {
+    setObjectName(u"frame"_s);
+    m_toolBar = addToolBar(u"Commands"_s);
+    m_toolBar->setObjectName(u"commands"_s);
+    m_toolBar->setMovable(false);
+    m_toolBar->setIconSize(kIconSize);
+    m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
+    m_helpAction = new QAction(u"Velmora help"_s, this);
+    m_helpAction->setShortcut(QKeySequence::HelpContents);
+    connect(m_helpAction, &QAction::triggered, this, [this] { RunCommand(kCommandHelp); });
+    CreateSwitchActions();
+    PlaceWindow();
+    ShowTitle();
+    if (!ShowView(m_doc.Settings().lastTabCommand)) {
+        ShowView(kSwitchToDiet);
+    }
+}
+
+bool CDietFrame::ShowView(int command) {
+    const CViewRow* row = FindView(command);
+    if (row == nullptr) {
+        return false;
+    }
+    if (command == m_activeCommand) {
+        return true;
+    }
+    if (CMainView* old = ActiveView()) {
+        old->StoreLayout();
+        old->disconnect(this);
+    }
+    CMainView* view = row->create(m_doc, this);
+    connect(view, &CMainView::FrameCommand, this, &CDietFrame::RunCommand);
+    setCentralWidget(view);  // the old view is deleted once its command has returned
+    m_activeCommand = command;
+    StoreTab();
+    BuildCommandBar();
+    return true;
+}
+
+CMainView* CDietFrame::ActiveView() const {
+    return qobject_cast<CMainView*>(centralWidget());
+}
+
+void CDietFrame::RunCommand(int command) {
+    switch (command) {
+        case kCommandOpenProfile:
+            Refreshing([this] { return OpenProfile(); });
+            return;
+        case kCommandPreferences:
+            Refreshing([this] { return EditPreferences(); });
+            return;
+        case kCommandUser:
+            Refreshing([this] { return EditUser(); });
+            return;
+        case kCommandTargets:
+            Refreshing([this] { return EditTargets(); });
+            return;
+        case kCommandHelp:
+            ShowHelp();
+            return;
+        case kCommandExit:
+            close();
+            return;
+        default:
+            ShowView(command);
+    }
+}
+
+void CDietFrame::closeEvent(QCloseEvent* event) {
+    ActiveView()->StoreLayout();
+    StoreTab();
+    StorePlacement();
+    event->accept();
+}
+
+void CDietFrame::CreateSwitchActions() {
+    m_switchActions = new QActionGroup(this);
+    for (const CViewRow& row : kViews) {
+        auto* action = m_switchActions->addAction(QLatin1StringView(row.name));
+        action->setToolTip(QLatin1StringView(row.toolTip));
+        action->setCheckable(true);
+        action->setData(row.command);
+        connect(action, &QAction::triggered, this,
+                [this, command = row.command] { RunCommand(command); });
+    }
+}
+
+void CDietFrame::BuildCommandBar() {
+    menuBar()->clear();
+    for (QMenu* menu : m_menus) {
+        menu->deleteLater();
+    }
+    m_menus.clear();
+    for (const CCommandMenu& commands : ActiveView()->CommandBar()) {
+        QMenu* menu = menuBar()->addMenu(u'&' + commands.title);
+        for (QAction* action : commands.actions) {
+            if (action == nullptr) {
+                menu->addSeparator();
+            } else {
+                menu->addAction(action);
+            }
+        }
+        m_menus.push_back(menu);
+    }
+    m_menus.push_back(menuBar()->addMenu(u"&Help"_s));
+    m_menus.back()->addAction(m_helpAction);
+
+    m_toolBar->clear();
+    for (QAction* action : ActiveView()->ToolButtons()) {
+        m_toolBar->addAction(action);
+    }
+    m_toolBar->addSeparator();
+    for (QAction* action : m_switchActions->actions()) {
+        action->setChecked(action->data().toInt() == m_activeCommand);
+        m_toolBar->addAction(action);
+    }
+}
+
+void CDietFrame::ShowTitle() {
+    setWindowTitle(m_doc.GetTitle());
+}
+
+void CDietFrame::PlaceWindow() {
+    const CRegistrySettings& stored = m_doc.Registry();
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    resize(screen == nullptr ? kDefaultSize : kDefaultSize.boundedTo(screen->availableSize()));
+    if (stored.sizeX == kNeverSaved || stored.sizeY == kNeverSaved) {
+        return;
+    }
+    const QRect placement(stored.positionX, stored.positionY, stored.sizeX, stored.sizeY);
+    for (const QScreen* candidate : QGuiApplication::screens()) {
+        const QRect visible = candidate->availableGeometry().intersected(placement);
+        if (visible.width() >= kLeastVisible && visible.height() >= kLeastVisible) {
+            setGeometry(placement);
+            return;
+        }
+    }
+}
+
+/// Only the diary's tabs are come back to.
+void CDietFrame::StoreTab() {
+    if (m_activeCommand >= kDietTabCommand && m_activeCommand <= kMonthTabCommand) {
+        m_doc.Settings().lastTabCommand = m_activeCommand;
+    }
+}
+
+void CDietFrame::StorePlacement() {
+    const QRect placement = isMaximized() || isFullScreen() ? normalGeometry() : geometry();
+    CRegistrySettings& registry = m_doc.Registry();
+    registry.positionX = placement.x();
+    registry.positionY = placement.y();
+    registry.sizeX = placement.width();
+    registry.sizeY = placement.height();
+    registry.Write();
+}
+
+template <typename Edit>
+void CDietFrame::Refreshing(Edit edit) {
+    ActiveView()->StoreLayout();
+    if (edit()) {
+        m_doc.SaveSettings();
+        ShowTitle();
+        ActiveView()->DataChanged();
+    }
+}
+
+bool CDietFrame::OpenProfile() {
+    const QString previous = m_doc.GetActiveProfile();
+    CSelectProfileDialog dialog(m_doc, this);
+    if (dialog.exec() != QDialog::Accepted || dialog.GetProfile() == previous) {
+        return false;
+    }
+    // A profile just created is active already.
+    if (dialog.GetProfile() != m_doc.GetActiveProfile() &&
+        !m_doc.SetActiveProfile(dialog.GetProfile())) {
+        ShowMessage(FormatText("Cannot open user profile '%s'."_L1, {dialog.GetProfile()}),
+                    EMessageIcon::Stop);
+    }
+    return true;
+}
+
+bool CDietFrame::EditPreferences() {
+    return CStartWindows(m_doc, this).EditPreferences(m_doc.Settings().preferences);
+}
+
+bool CDietFrame::EditUser() {
+    return CStartWindows(m_doc, this)
+        .EditUserInformation(m_doc.Settings().user, m_doc.Preferences());
+}
+
+bool CDietFrame::EditTargets() {
+    return CStartWindows(m_doc, this)
+        .EditTargets(m_doc.Settings().targets, m_doc.Settings().user, m_doc.Preferences());
+}
+
+void CDietFrame::ShowHelp() {
+    const QString page = HelpPagePath();
+    if (page.isEmpty() || !QDesktopServices::openUrl(QUrl::fromLocalFile(page))) {
+        ShowMessage(u"Cannot show the help page Velmora.htm."_s, EMessageIcon::Stop);
+    }
+}

@@ -1,0 +1,56 @@
+// The one top-level window: it shows one view at a time, carries the view's command bar and runs
+// the commands that belong to no view.
+#pragma once
+
+#include <QMainWindow>
+
+#include "app/VelmoraDoc.h"
+#include "controls/MainView.h"
+
+class QActionGroup;
+class QMenu;
+
+/// Views are switched by command id; see the table in the source. The document outlives the frame.
+class CDietFrame : public QMainWindow {
+    Q_OBJECT
+  public:
+    /// Shows the profile's last tab, the diet diary where that has no view.
+    explicit CDietFrame(CVelmoraDoc& doc);
+
+    /// Replaces the view by that of a switch command. Nothing happens for the view already shown;
+    /// false for a command outside the table.
+    bool ShowView(int command);
+    [[nodiscard]] int ActiveCommand() const { return m_activeCommand; }
+    [[nodiscard]] CMainView* ActiveView() const;
+
+    /// A switch command or an EFrameCommand; any other is ignored.
+    void RunCommand(int command);
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void CreateSwitchActions();
+    void BuildCommandBar();
+    void ShowTitle();
+    void PlaceWindow();
+    void StoreTab();
+    void StorePlacement();
+
+    /// Runs a dialog that may change what the views show, between the two notifications.
+    /// `edit` returns whether something changed.
+    template <typename Edit>
+    void Refreshing(Edit edit);
+    bool OpenProfile();
+    bool EditPreferences();
+    bool EditUser();
+    bool EditTargets();
+    void ShowHelp();
+
+    CVelmoraDoc& m_doc;
+    int m_activeCommand = 0;
+    QActionGroup* m_switchActions;
+    QAction* m_helpAction;
+    std::vector<QMenu*> m_menus;
+    QToolBar* m_toolBar;
+};

@@ -1,0 +1,56 @@
+#include "diary/DietMoveDialog.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QTimeEdit>
+#include <algorithm>
+
+#include "app/DateEdit.h"
+
+using namespace Qt::StringLiterals;
+
+QTimeEdit* CreateTimeField(QWidget* parent) {
+    auto* field = new QTimeEdit(parent);
+    field->setObjectName(u"time"_s);
+    field->setAccessibleName(u"Time"_s);
+    QString format = QLocale().timeFormat(QLocale::ShortFormat);
+    const qsizetype minutes = format.indexOf("mm"_L1);
+    if (!format.contains("ss"_L1) && minutes > 0) {
+        // Behind the minutes, with the separator before them.
+        format.insert(minutes + 2, format.sliced(minutes - 1, 1) + "ss"_L1);
+    }
+    field->setDisplayFormat(format);
+    return field;
+}
+
+CDietMoveDialog::CDietMoveDialog(const CDietPlace& place, QWidget* parent)
+    : CDialog(u"Diet move"_s, parent) {
+    auto* prompt = new QLabel(u"Select date, time, meal to move entry:"_s, this);
+    prompt->setWordWrap(true);
+    Content()->addWidget(prompt);
+
+    m_date = CreateDateEdit(DateOf(place.moment), u"date"_s);
+    m_time = CreateTimeField(this);
+    m_time->setTime(TimeOf(place.moment));
+    m_meal = new QComboBox(this);
+    m_meal->setObjectName(u"meal"_s);
+    m_meal->setAccessibleName(u"Meal"_s);
+    for (int meal = 0; meal < kMealCount; ++meal) {
+        m_meal->addItem(MealName(meal));
+    }
+    m_meal->setCurrentIndex(std::clamp(place.meal, 0, kMealCount - 1));
+
+    QFormLayout* form = AddForm();
+    form->addRow(u"Date:"_s, m_date);
+    form->addRow(u"Time:"_s, m_time);
+    form->addRow(u"Meal:"_s, m_meal);
+    Content()->addStretch(1);
+    m_date->setFocus();
+}
+
+CDietPlace CDietMoveDialog::GetPlace() const {
+    return {ToFileTime(m_date->date(), m_time->time()), m_meal->currentIndex()};
+}

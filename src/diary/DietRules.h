@@ -1,0 +1,61 @@
+// The commands of the diet diary without their windows: which message for which input, what is
+// asked, what is stored.
+#pragma once
+
+#include <QTime>
+#include <optional>
+#include <vector>
+
+#include "app/VelmoraDoc.h"
+
+/// What one serving or several of an item bring: a catalogue item whose values are already the
+/// totals for the amount.
+struct CChosenFood {
+    EItemKind kind = EItemKind::Food;
+    QTime time;
+    double amount = 1.0;  ///< number of servings
+    /// Serving 0 holds the serving's name and, in its weight slot, the amount.
+    CFoodItem item;
+};
+
+/// Where and when entries go.
+struct CDietPlace {
+    FileTime moment = 0;
+    qint32 meal = 0;
+};
+
+/// The catalogue that an entry's kind comes from.
+ECatalogueKind CatalogueOf(EItemKind kind);
+
+/// The catalogue item that stands for an entry. The category identifier is -1 when the catalogue
+/// has no category of the entry's category name any more.
+CFoodItem ItemFromEntry(CDatabase& database, const CDietEntry& entry);
+
+/// Takes kind, names, values, serving and amount over; moment and meal stay. An item without a
+/// category (identifier -1) leaves the entry's category name as it was.
+void TakeChosenFood(CDatabase& database, const CChosenFood& food, CDietEntry& entry);
+
+/// False after a message when entries cannot be added to that meal selector.
+bool MayAddToMeal(int meal);
+/// Appends an entry. Failure shows "Cannot add entry.".
+bool AddDietEntry(CVelmoraDoc& doc, QDate day, qint32 meal, const CChosenFood& food);
+
+/// False after a message unless exactly one entry is selected.
+bool MayEdit(int selected);
+/// Rewrites `entry` with the food; date and meal stay. Failure shows "Cannot add entry.".
+bool EditDietEntry(CVelmoraDoc& doc, const CDietEntry& entry, const CChosenFood& food);
+
+// The commands below take copies of the selected entries in list order. They find each record by
+// its content, so the positions that shift under them do not matter.
+
+/// Asks and deletes; stops at the first failure. Returns how many are gone.
+int DeleteDietEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries);
+
+/// False when the selection is empty (after a message) or the question is not answered with Yes.
+bool MayMove(const std::vector<CDietEntry>& entries);
+/// Gives all entries the same place; stops at the first failure. Returns how many were moved.
+int MoveDietEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries,
+                    const CDietPlace& place);
+
+/// Asks and appends a copy of the one selected entry. True when there is a new record.
+bool DuplicateDietEntry(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries);

@@ -1,0 +1,24 @@
+// A field with a drop-down arrow whose list is not its own: the arrow and its keys ask for the
+// pick list of the dialog.
+#pragma once
+
+#include <QComboBox>
+
+class CPickField : public QComboBox {
+    Q_OBJECT
+  public:
+    CPickField(bool isEditable, const QString& accessibleName, QWidget* parent = nullptr);
+
+    void SetText(const QString& text);
+    [[nodiscard]] QString GetText() const { return currentText(); }
+
+    void showPopup() override { emit PickRequested(); }
+
+  signals:
+    /// The arrow was pressed, or Down, Alt+Down or F4.
+    void PickRequested();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+};

@@ -1,0 +1,31 @@
+// The list under the entries: each displayed nutrient's total of the day, as a bar and in figures,
+// against its target.
+#pragma once
+
+#include <vector>
+
+#include "controls/ReportList.h"
+#include "diary/DietTotals.h"
+
+/// Columns "Nutrient", "Graph", "Data1", "Data2" and "Data3", without a header.
+class CTotalsList : public CReportList {
+    Q_OBJECT
+  public:
+    explicit CTotalsList(QWidget* parent);
+
+    void SetTotals(std::vector<CTotalsRow> rows);
+    [[nodiscard]] const CTotalsRow& Total(int row) const { return m_rows[row]; }
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void LayColumnsOut();
+    [[nodiscard]] QString CellText(int row, int column) const;
+
+    std::vector<CTotalsRow> m_rows;
+};
+
+/// Draws one bar into `cell`, whose background is there already.
+void DrawTotalsBar(QPainter& painter, const QRect& cell, const CTotalsBar& bar);
