@@ -1,0 +1,94 @@
+// velmora-cli: the core without windows, for scripts, back-ups and tests.
+#include <QCoreApplication>
+#include <QStringList>
+#include <cstdio>
+#include <vector>
+
+#include "app/VelmoraDoc.h"
+#include "cli/Commands.h"
+#include "cli/ConsoleMessages.h"
+#include "cli/TableOutput.h"
+#include "platform/VolumePlace.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+std::vector<CCommand> AllCommands() {
+    std::vector<CCommand> commands;
+    for (const std::span<const CCommand> group :
+         {ProfileCommands(), FoodCommands(), DietCommands()}) {
+        commands.insert(commands.end(), group.begin(), group.end());
+    }
+    return commands;
+}
+
+QString UsageLine(const CCommand& command) {
+    return u"    %1 %2 %3"_s.arg(QLatin1StringView(command.group), QLatin1StringView(command.name),
+                                 QLatin1StringView(command.usage));
+}
+
+void PrintUsage(std::FILE* stream) {
+    PrintLine(stream, u"usage: velmora-cli [--volume FILE] COMMAND ..."_s);
+    PrintLine(stream, u"Dates are ISO (2026-05-31), values in kg, cm and kcal. Commands:"_s);
+    for (const CCommand& command : AllCommands()) {
+        PrintLine(stream, UsageLine(command));
+    }
+}
+
+int Refuse(const CCommand& command, const QString& error) {
+    PrintLine(stderr, u"velmora-cli: "_s + error);
+    PrintLine(stderr, u"usage:"_s);
+    PrintLine(stderr, UsageLine(command));
+    return kExitUsage;
+}
+
+int Run(const CCommand& command, const QStringList& words, const QString& volumePath,
+        CConsoleMessages& messages) {
+    CArguments arguments(words, command.options, command.wordCount);
+    if (!arguments.GetError().isEmpty()) {
+        return Refuse(command, arguments.GetError());
+    }
+    if (arguments.Has(kYesOption.name)) {
+        messages.AnswerYes();
+    }
+    CVelmoraDoc doc(volumePath);
+    if (!doc.OpenCatalogue()) {
+        return kExitRefused;
+    }
+    CCommandContext context{doc, arguments};
+    const bool done = command.run(context);
+    if (!arguments.GetError().isEmpty()) {
+        return Refuse(command, arguments.GetError());
+    }
+    return done && FinishOutput() ? kExitDone : kExitRefused;
+}
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    const QCoreApplication application(argc, argv);
+    CConsoleMessages messages;
+    QStringList words = QCoreApplication::arguments().mid(1);
+    QString volumePath;
+    if (words.size() >= 2 && words.first() == "--volume"_L1) {
+        volumePath = words[1];
+        words = words.mid(2);
+    } else {
+        volumePath = DefaultVolumePath(QCoreApplication::applicationFilePath());
+    }
+    if (words.size() == 1 && words.first() == "--help"_L1) {
+        PrintUsage(stdout);
+        return kExitDone;
+    }
+    if (words.size() == 1 && words.first() == "--version"_L1) {
+        PrintLine(stdout, u"velmora-cli "_s + QStringLiteral(VELMORA_VERSION));
+        return kExitDone;
+    }
+    for (const CCommand& command : AllCommands()) {
+        if (words.value(0) == QLatin1StringView(command.group) &&
+            words.value(1) == QLatin1StringView(command.name)) {
+            return Run(command, words.mid(2), volumePath, messages);
+        }
+    }
+    PrintUsage(stderr);
+    return kExitUsage;
+}

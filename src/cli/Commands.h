@@ -1,0 +1,35 @@
+// The table of commands of velmora-cli.
+#pragma once
+
+#include <span>
+
+#include "app/VelmoraDoc.h"
+#include "cli/Arguments.h"
+
+/// Exit statuses.
+enum EExitStatus : int { kExitDone = 0, kExitRefused = 1, kExitUsage = 2 };
+
+/// What a command works with; the catalogue is open. The arguments hold what its table row allows.
+struct CCommandContext {
+    CVelmoraDoc& doc;
+    CArguments& arguments;
+};
+
+struct CCommand {
+    const char* group;  ///< "foods"
+    const char* name;   ///< "import"
+    int wordCount;      ///< words besides the options
+    std::span<const COptionDescription> options;
+    const char* usage;  ///< the rest of its usage line
+    /// Reads its arguments first. Returns false when it was refused or failed, after the message
+    /// that says why; an argument that cannot be read makes the whole call a usage error.
+    bool (*run)(CCommandContext& context);
+};
+
+/// One table a folder of rules.
+std::span<const CCommand> ProfileCommands();
+std::span<const CCommand> FoodCommands();
+std::span<const CCommand> DietCommands();
+
+/// Every option that asks before it destroys.
+inline constexpr COptionDescription kYesOption = {"--yes", false, false};

@@ -1,0 +1,42 @@
+#include "cli/ConsoleMessages.h"
+
+#include <cstdio>
+
+#include "cli/TableOutput.h"
+
+namespace {
+/// Scripts look at exit statuses, so progress is not shown.
+class CNoProgress : public CProgress {
+  public:
+    void SetStatus(const QString& /*text*/) override {}
+    void SetRange(qint64 /*lower*/, qint64 /*upper*/, qint64 /*step*/) override {}
+    void SetPosition(qint64 /*position*/) override {}
+    void Step() override {}
+    void Show() override {}
+    void Hide() override {}
+    void Pump() override {}
+    [[nodiscard]] bool IsCancelled() const override { return false; }
+};
+}  // namespace
+
+void CConsoleMessages::Show(const QString& text, EMessageIcon icon) {
+    PrintLine(icon == EMessageIcon::Result ? stdout : stderr, text);
+}
+
+bool CConsoleMessages::AskYesNo(const QString& text) {
+    PrintLine(stderr, text);
+    return m_answersYes;
+}
+
+// Every command that exchanges files names its file itself.
+QString CConsoleMessages::ChooseFileToOpen(const CFileChoice& /*choice*/) {
+    return {};
+}
+
+QString CConsoleMessages::ChooseFileToSave(const CFileChoice& /*choice*/) {
+    return {};
+}
+
+std::unique_ptr<CProgress> CConsoleMessages::CreateProgress(const QString& /*caption*/) {
+    return std::make_unique<CNoProgress>();
+}
