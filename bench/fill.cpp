@@ -1,0 +1,56 @@
+// bench_fill VOLUME PROFILE ENTRIES: makes a profile with that many diet entries, 15 a day, the
+// last day being 2026-01-31.
+#include <QCoreApplication>
+#include <QTextStream>
+#include <cstdlib>
+
+#include "app/VelmoraDoc.h"
+#include "cli/ConsoleMessages.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kEntriesADay = 15;
+
+CDietEntry EntryNumber(int number, QDate day) {
+    CDietEntry entry;
+    entry.SetMoment(ToFileTime(day, QTime(8, 0).addSecs(number % kEntriesADay * 3000)));
+    entry.SetMeal(number % kMealCount);
+    entry.SetCategory(u"Fruit"_s);
+    entry.SetName(u"Apple %1"_s.arg(number));
+    entry.SetType(u"raw"_s);
+    entry.SetServingName(u"1 medium"_s);
+    entry.SetAmount(1.5);
+    for (int i = 0; i < kNutrientCount; ++i) {
+        entry.SetNutrientValue(i, (number + i) % 97 * 0.25);
+    }
+    return entry;
+}
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    const QCoreApplication application(argc, argv);
+    if (argc != 4) {
+        return 2;
+    }
+    const CConsoleMessages messages;
+    const int count = std::atoi(argv[3]);
+    CVelmoraDoc doc(QString::fromLocal8Bit(argv[1]));
+    if (!doc.OpenCatalogue()) {
+        return 1;
+    }
+    const QDate lastDay(2026, 1, 31);
+    CProfileSettings settings = CProfileSettings::ForNewProfile(lastDay);
+    settings.user.name = QString::fromLocal8Bit(argv[2]);
+    if (!doc.CreateProfile(settings) || !doc.LoadProfile(settings.user.name)) {
+        return 1;
+    }
+    CRecordGroup group(doc.Database().GetStore());
+    for (int i = 0; i < count; ++i) {
+        const QDate day = lastDay.addDays(-((count - 1 - i) / kEntriesADay));
+        if (!doc.Database().Diet().Write(kNoPosition, EntryNumber(i, day))) {
+            return 1;
+        }
+    }
+    return group.Commit() ? 0 : 1;
+}

@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# Whole programs, side by side in one run: every figure is a ratio, the median of pairs run in turn.
+#   bench/programs.sh FOOD_FILE [ROUNDS]
+# FOOD_FILE is a large food exchange file; the build folder is build/ (./run --build-only).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+food_file=$(realpath "$1")
+rounds=${2:-15}
+build=build
+work=$(mktemp -d "$build/bench.XXXXXX")
+trap 'rm -rf "$work"' EXIT
+export QT_QPA_PLATFORM=offscreen XDG_CONFIG_HOME="$work/config"
+cli=$build/velmora-cli
+compare() { printf '%-44s ' "$1"; "$build/bench_compare" "$rounds" "$2" "$3" 2>/dev/null; }
+
+# The bare table of the shell: one text column a field, the empty one after the last comma too.
+columns=$(seq -s, -f 'c%.0f' 1 79)
+cat >"$work/import.sql" <<SQL
+create table foods($columns);
+.mode csv
+.import --skip 2 '$food_file' foods
+SQL
+printf '.mode csv\n.once %s\nselect * from foods;\n' "$work/shell.csv" >"$work/export.sql"
+
+compare "import of foods / sqlite3 shell" \
+    "rm -f $work/v.db; $cli --volume $work/v.db foods import '$food_file' >/dev/null 2>&1" \
+    "rm -f $work/s.db; sqlite3 $work/s.db <$work/import.sql 2>/dev/null"
+compare "export of foods / sqlite3 shell" \
+    "$cli --volume $work/v.db foods export $work/out.csv >/dev/null 2>&1" \
+    "sqlite3 $work/s.db <$work/export.sql"
+cmp "$food_file" "$work/out.csv" && echo "    the exported file is the imported one, byte for byte"
+
+# Four times the food, under four times the categories.
+{ head -n 2 "$food_file"
+  for copy in 1 2 3 4; do
+      sed -n '3,$p' "$food_file" | grep -av '^<End>' | sed -E "s/^([0-9]+,\")/\1$copy /"
+  done
+  printf '<End>\r\n'; } >"$work/four.csv"
+compare "import of four times the foods / once" \
+    "rm -f $work/v4.db; $cli --volume $work/v4.db foods import $work/four.csv >/dev/null 2>&1" \
+    "rm -f $work/v1.db; $cli --volume $work/v1.db foods import '$food_file' >/dev/null 2>&1"
+
+"$build/bench_fill" "$work/small.db" Ann 1000
+"$build/bench_fill" "$work/large.db" Ann 1000000
+compare "a day of 1,000,000 entries / of 1,000" \
+    "$cli --volume $work/large.db diet day --profile Ann --date 2026-01-31 >/dev/null" \
+    "$cli --volume $work/small.db diet day --profile Ann --date 2026-01-31 >/dev/null"
+
+compare "find over the catalogue / grep over the file" \
+    "$cli --volume $work/v.db foods find 'milk' >/dev/null" \
+    "grep -i milk '$food_file' >/dev/null"
+
+"$build/bench_fill" "$work/start.db" Ann 55000
+"$cli" --volume "$work/start.db" foods import "$food_file" >/dev/null 2>&1
+compare "start to first paint / empty Qt main window" \
+    "$build/bench_startup velmora $work/start.db Ann" \
+    "$build/bench_startup empty"

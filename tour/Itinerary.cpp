@@ -1,0 +1,250 @@
+#include "Itinerary.h"
+
+#include <QAbstractItemModel>
+#include <QAbstractItemView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+
+#include "Hands.h"
+#include "controls/Grid.h"
+#include "controls/ReportList.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+struct CEaten {
+    QString meal;  ///< text of the meal's tab
+    QString category;
+    QString name;
+    QString type;
+    QString serving;
+    QString amount;
+};
+
+const std::vector<CEaten> kDay = {
+    {u"B"_s, u"Bread and cereals"_s, u"Oatmeal"_s, u"boiled in water"_s, u""_s, u"1"_s},
+    {u"B"_s, u"Drinks"_s, u"Coffee"_s, u"black"_s, u""_s, u"2"_s},
+    {u"L"_s, u"Fats and sauces"_s, u"Tomato sauce"_s, u"for pasta"_s, u""_s, u"1"_s},
+    {u"L"_s, u"Fruit"_s, u"Apple"_s, u"raw"_s, u"1 small"_s, u"2"_s},
+    {u"D"_s, u"Meat and fish"_s, u"Salmon"_s, u"farmed"_s, u""_s, u"1.5"_s},
+};
+
+QString CellText(QWidget* frame, const QString& list, int row, int column) {
+    const QAbstractItemModel* model = Find<QAbstractItemView>(frame, list)->model();
+    return model->index(row, column).data().toString();
+}
+
+int EntryCount(QWidget* frame) {
+    return Find<CReportList>(frame, u"entries"_s)->RowCount();
+}
+
+void Add(std::vector<CStep>& steps, std::vector<CStep> more) {
+    steps.insert(steps.end(), more.begin(), more.end());
+}
+
+std::vector<CStep> FirstRun() {
+    return {
+        {u"User preferences"_s, u"CPreferencesDialog"_s,
+         [](QWidget* window) { Choose(Find(window, u"energyUnit"_s), u"kcal"_s); },
+         [](QWidget* window) { Click(Find(window, u"ok"_s)); }},
+        // A name is needed before anything else.
+        {u"User information without a name"_s,
+         u"CUserInformationDialog"_s,
+         {},
+         [](QWidget* window) { Click(Find(window, u"ok"_s)); }},
+        {u"Please enter user name"_s, u"QMessageBox"_s,
+         [](QWidget* window) {
+             Expect(MessageText(window) == u"Please enter user name."_s, u"the name's message"_s);
+         },
+         [](QWidget* window) { ClickButton(window, u"OK"_s); }},
+        {u"User information"_s, u"CUserInformationDialog"_s,
+         [](QWidget* window) {
+             Type(Find(window, u"name"_s), u"Ann"_s);
+             Click(Find(window, u"female"_s));
+             Type(Find(window, u"heightMajor"_s), u"168"_s);
+             Choose(Find(window, u"activityLevel"_s), u"Light active"_s);
+         },
+         [](QWidget* window) { Click(Find(window, u"ok"_s)); }},
+        {u"Targets"_s, u"CTargetsDialog"_s,
+         [](QWidget* window) {
+             Type(Find(window, u"startWeightMajor"_s), u"72"_s);
+             Type(Find(window, u"goalWeightMajor"_s), u"66"_s);
+             Type(Find(window, u"rate"_s), u"0.5"_s);
+             // 6 kg at half a kilogram a week are 84 days, which are 12 whole weeks and one begun.
+             Expect(Find<QLabel>(window, u"weeks"_s)->text() == u"13 wks"_s, u"13 wks"_s);
+         },
+         [](QWidget* window) { Click(Find(window, u"ok"_s)); }},
+        {u"Diet diary, still empty"_s, u"CDietFrame"_s,
+         [](QWidget* window) {
+             Expect(window->windowTitle() == u"Velmora:Ann"_s, u"the title Velmora:Ann"_s);
+             Expect(EntryCount(window) == 0, u"no entries"_s);
+         },
+         [](QWidget* window) { ClickMenu(window, u"Tools"_s, u"Foods..."_s); }},
+    };
+}
+
+std::vector<CStep> Catalogue(const QString& foodFile) {
+    return {
+        {u"Offer of starter foods"_s,
+         u"QMessageBox"_s,
+         {},
+         [](QWidget* window) { ClickButton(window, u"No"_s); }},
+        {u"Foods, still empty"_s,
+         u"CDietFrame"_s,
+         {},
+         [](QWidget* window) { ClickMenu(window, u"File"_s, u"Import foods..."_s); }},
+        {u"Import options"_s,
+         u"COptionsDialog"_s,
+         {},
+         [](QWidget* window) { Click(Find(window, u"ok"_s)); }},
+        {u"File to import"_s, u"QFileDialog"_s,
+         [foodFile](QWidget* window) {
+             auto* name = Find<QLineEdit>(window, u"fileNameEdit"_s);
+             name->setFocus();
+             name->selectAll();
+             name->insert(foodFile);
+         },
+         [](QWidget* window) { Press(Find(window, u"fileNameEdit"_s), Qt::Key_Return); }},
+        {u"Imported"_s, u"QMessageBox"_s,
+         [](QWidget* window) {
+             Expect(MessageText(window).startsWith(u"Imported "_s) &&
+                        !MessageText(window).startsWith(u"Imported 0 "_s),
+                    u"a summary of the import, not "_s + MessageText(window));
+         },
+         [](QWidget* window) { ClickButton(window, u"OK"_s); }},
+        {u"Foods of a category"_s, u"CDietFrame"_s,
+         [](QWidget* window) {
+             ClickRow(Find(window, u"categories"_s), u"Fruit"_s);
+             Expect(Find<CReportList>(window, u"items"_s)->RowCount() > 3, u"several fruits"_s);
+             ClickRow(Find(window, u"items"_s), u"Apple"_s);
+         },
+         [](QWidget* window) { Press(Find(window, u"items"_s), Qt::Key_Return); }},
+        {u"Edit food"_s,
+         u"CFoodEditDialog"_s,
+         {},
+         [](QWidget* window) { Click(Find(window, u"cancel"_s)); }},
+        {QString(),
+         u"CDietFrame"_s,
+         {},
+         [](QWidget* window) { ClickMenu(window, u"Edit"_s, u"Find food..."_s); }},
+        {u"Find food"_s, u"CFindDialog"_s,
+         [](QWidget* window) { Type(Find(window, u"name"_s), u"salm"_s); },
+         [](QWidget* window) { Click(Find(window, u"ok"_s)); }},
+        {u"Found food"_s, u"CDietFrame"_s,
+         [](QWidget* window) {
+             Expect(Find<CReportList>(window, u"items"_s)->SelectedRows().size() == 1,
+                    u"the salmon to be selected"_s);
+         },
+         [](QWidget* window) { ClickMenu(window, u"File"_s, u"Close foods"_s); }},
+    };
+}
+
+std::vector<CStep> Eat(const CEaten& eaten, bool withPictures) {
+    const auto name = [withPictures](const QString& text) {
+        return withPictures ? text : QString();
+    };
+    return {
+        {QString(), u"CDietFrame"_s,
+         [eaten](QWidget* window) { ClickTab(Find(window, u"meals"_s), eaten.meal); },
+         [](QWidget* window) { ClickMenu(window, u"Edit"_s, u"Add entry..."_s); }},
+        {name(u"Pick a category"_s), u"CAddFoodDialog"_s,
+         [](QWidget* window) { Click(Find(window, u"category"_s)); },
+         [eaten](QWidget* window) { ClickRow(Find(window, u"pickListRows"_s), eaten.category); }},
+        {name(u"Pick a name"_s),
+         u"CAddFoodDialog"_s,
+         {},
+         [eaten](QWidget* window) { ClickRow(Find(window, u"pickListRows"_s), eaten.name); }},
+        {name(u"Pick a type"_s),
+         u"CAddFoodDialog"_s,
+         {},
+         [eaten](QWidget* window) { ClickRow(Find(window, u"pickListRows"_s), eaten.type); }},
+        {name(u"Serving and amount"_s), u"CAddFoodDialog"_s,
+         [eaten](QWidget* window) {
+             if (!eaten.serving.isEmpty()) {
+                 Choose(Find(window, u"serving"_s), eaten.serving);
+             }
+             Type(Find(window, u"amount"_s), eaten.amount);
+             Expect(!Find<CGrid>(window, u"values"_s)->CellText(0, 1).isEmpty(),
+                    u"values for the serving"_s);
+         },
+         [](QWidget* window) { Click(Find(window, u"ok"_s)); }},
+    };
+}
+
+std::vector<CStep> ThreeMeals() {
+    std::vector<CStep> steps = {
+        {QString(), u"CDietFrame"_s,
+         [](QWidget* window) { ClickTab(Find(window, u"meals"_s), u"All"_s); },
+         [](QWidget* window) { ClickMenu(window, u"Edit"_s, u"Add entry..."_s); }},
+        {u"Please select a meal"_s, u"QMessageBox"_s,
+         [](QWidget* window) {
+             Expect(MessageText(window) ==
+                        u"Please select a meal. It is not possible to add a food to all meals."_s,
+                    u"the meal's message"_s);
+         },
+         [](QWidget* window) { ClickButton(window, u"OK"_s); }},
+    };
+    bool isFirst = true;
+    for (const CEaten& eaten : kDay) {
+        Add(steps, Eat(eaten, isFirst));
+        isFirst = false;
+    }
+    return steps;
+}
+
+std::vector<CStep> LookAtTheDay() {
+    return {
+        {u"Lunch"_s,
+         u"CDietFrame"_s,
+         [](QWidget* window) {
+             ClickTab(Find(window, u"meals"_s), u"L"_s);
+             Expect(EntryCount(window) == 2, u"two entries at lunch"_s);
+         },
+         {}},
+        {u"The day against the targets"_s, u"CDietFrame"_s,
+         [](QWidget* window) {
+             ClickTab(Find(window, u"meals"_s), u"All"_s);
+             Expect(EntryCount(window) == static_cast<int>(kDay.size()), u"the whole day"_s);
+             const QString energy = CellText(window, u"totals"_s, 0, 2);
+             const QString percent = CellText(window, u"totals"_s, 0, 4);
+             Expect(energy != u"0/"_s && percent.endsWith(u'%') && percent != u"0%"_s,
+                    u"energy against its target, not %1 and %2"_s.arg(energy, percent));
+             ClickRow(Find(window, u"entries"_s), u"Apple"_s);
+         },
+         [](QWidget* window) { ClickMenu(window, u"Edit"_s, u"Edit entry..."_s); }},
+        {u"Edit entry"_s, u"CAddFoodDialog"_s,
+         [](QWidget* window) { Type(Find(window, u"amount"_s), u"3"_s); },
+         [](QWidget* window) { Click(Find(window, u"ok"_s)); }},
+        {QString(), u"CDietFrame"_s,
+         [](QWidget* window) { ClickRow(Find(window, u"entries"_s), u"Coffee"_s); },
+         [](QWidget* window) { Press(Find(window, u"entries"_s), Qt::Key_Delete); }},
+        {u"Delete entry"_s, u"QMessageBox"_s,
+         [](QWidget* window) {
+             Expect(MessageText(window) == u"Are you sure you want to delete entry 'Coffee'?"_s,
+                    u"the question about the coffee, not "_s + MessageText(window));
+         },
+         [](QWidget* window) { ClickButton(window, u"Yes"_s); }},
+        {u"After the changes"_s,
+         u"CDietFrame"_s,
+         [](QWidget* window) {
+             Expect(EntryCount(window) == static_cast<int>(kDay.size()) - 1, u"one entry less"_s);
+             QStringList servings;
+             for (int row = 0; row < EntryCount(window); ++row) {
+                 servings.append(CellText(window, u"entries"_s, row, 1));
+             }
+             Expect(servings.contains(u"3.00x1 small"_s),
+                    u"three small apples among "_s + servings.join(u", "_s));
+         },
+         {}},
+    };
+}
+}  // namespace
+
+std::vector<CStep> FirstTenMinutes(const QString& foodFile) {
+    std::vector<CStep> steps = FirstRun();
+    Add(steps, Catalogue(foodFile));
+    Add(steps, ThreeMeals());
+    Add(steps, LookAtTheDay());
+    return steps;
+}

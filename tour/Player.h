@@ -1,0 +1,44 @@
+// Plays steps one after the other while dialogs run their own event loops.
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <vector>
+
+class QWidget;
+
+/// One step: wait for a window, look at it, act in it.
+struct CStep {
+    QString name;    ///< of the picture; an empty one takes none
+    QString window;  ///< class of the window awaited; "CDietFrame" waits until no dialog is open
+    /// Clicks and keys that open no dialog. What they leave behind is in the picture.
+    std::function<void(QWidget* window)> act;
+    /// The last click, behind the picture: it may open or close windows.
+    std::function<void(QWidget* window)> leave;
+};
+
+/// Ends the program with status 1 and a line on standard error when a window does not come or
+/// Expect meets something else than it should.
+class CPlayer {
+  public:
+    CPlayer(std::vector<CStep> steps, QString folder);
+    /// Starts playing as soon as the event loop runs; quits the application after the last step.
+    void Play();
+
+    [[nodiscard]] bool IsDone() const { return m_next == m_steps.size(); }
+
+  private:
+    void Poll();
+    void PlayStep(const CStep& step, QWidget* window);
+    void TakePicture(const QString& name);
+
+    std::vector<CStep> m_steps;
+    QString m_folder;
+    size_t m_next = 0;
+    int m_pictures = 0;
+    int m_polls = 0;
+};
+
+/// Fails the tour loudly.
+[[noreturn]] void FailTour(const QString& reason);
+void Expect(bool isTrue, const QString& what);

@@ -1,0 +1,58 @@
+// velmora_tour FOLDER [--dark]: plays a new user's first ten minutes with real clicks and
+// keys on a temporary volume, and saves a picture of each step in FOLDER.
+#include <QApplication>
+#include <QDir>
+#include <QPalette>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <cstdio>
+
+#include "Itinerary.h"
+#include "diary/Application.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QPalette DarkPalette() {
+    QPalette palette(QColor(45, 45, 48));
+    palette.setColor(QPalette::Base, QColor(30, 30, 30));
+    palette.setColor(QPalette::AlternateBase, QColor(40, 40, 40));
+    palette.setColor(QPalette::Highlight, QColor(38, 79, 120));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    const QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() < 2) {
+        std::fprintf(stderr, "usage: velmora_tour FOLDER [--dark]\n");
+        return 2;
+    }
+    const QString folder = arguments[1];
+    QDir().mkpath(folder);
+    // Pictures of an earlier tour, and nothing else that may lie there.
+    for (const QString& old : QDir(folder).entryList({u"[0-9][0-9]-*.png"_s}, QDir::Files)) {
+        QFile::remove(QDir(folder).filePath(old));
+    }
+    if (arguments.contains(u"--dark"_s)) {
+        QApplication::setPalette(DarkPalette());
+    }
+    // The user's own settings and data stay out of it.
+    const QTemporaryDir temporary;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temporary.path());
+
+    CVelmoraApp velmora(temporary.filePath(u"VelmoraDb.db"_s));
+    CPlayer player(FirstTenMinutes(QStringLiteral(VELMORA_STARTER_FOODS)), folder);
+    player.Play();
+    // The first dialogs run before the frame is there.
+    if (!velmora.Start()) {
+        FailTour(u"Velmora did not start"_s);
+    }
+    const int status = QApplication::exec();
+    if (!player.IsDone()) {
+        FailTour(u"it ended early"_s);
+    }
+    return status;
+}
