@@ -53,6 +53,8 @@ CCatalogueView::CCatalogueView(CVelmoraDoc& doc, const CCatalogueTexts& texts, Q
     m_pages->addWidget(m_splitter);
     m_emptyPage = MakeEmptyPage();
     m_pages->addWidget(m_emptyPage);
+    setFocusProxy(m_tree);
+    m_tree->setFocus();
 }
 
 CCatalogueView::~CCatalogueView() = default;
