@@ -15,8 +15,8 @@
 
 #include "store/SqliteFile.h"
 
-/// One entry is 16 bytes; 240 of them and the row's other columns fit one 4,096-byte page.
-inline constexpr int kBlockCapacity = 240;
+/// One entry is 16 bytes; 490 of them and the row's other columns fit one 8,192-byte page.
+inline constexpr int kBlockCapacity = 490;
 
 struct CIndexEntry {
     qint64 key;

@@ -111,7 +111,8 @@ int CSqliteFile::LockAndCheck(const QString& path) {
     bool isEmpty = false;
     int error = CheckHeader(HasJournal(path), isEmpty);
     if (error == kErrorSuccess) {
-        error = Execute("PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE;");
+        // The page size matters to a new file alone: see kBlockCapacity.
+        error = Execute("PRAGMA page_size=8192; PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE;");
     }
     if (error == kErrorSuccess) {
         error = CheckHeader(false, isEmpty);

@@ -18,6 +18,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+constexpr int kPageBytes = 8192;
 constexpr quint32 kByNumber = PropertyId(0, EPropertyType::Int32);
 constexpr auto kWriteMode = "--write-until-killed";
 constexpr auto kMountMode = "--mount-and-leave";
@@ -175,7 +176,7 @@ class TestVolumeFaults : public QObject {
         for (int round = 0; round < rounds; ++round) {
             QByteArray damaged = volume;
             // Every other round hits the header and the schema.
-            const int end = round % 2 == 0 ? 4096 : static_cast<int>(volume.size());
+            const int end = round % 2 == 0 ? kPageBytes : static_cast<int>(volume.size());
             if (kind == "flipped bits") {
                 for (int i = random.bounded(1, 9); i > 0; --i) {
                     const int place = random.bounded(end);
@@ -199,7 +200,8 @@ class TestVolumeFaults : public QObject {
             engine.Unmount();
             QFile::remove(m_path + u"-journal"_s);
         }
-        QVERIFY(kind == "cut ends" ? mounted <= 1 : mounted > 0 && mounted < rounds);
+        // Only a cut inside the last page can pass for a whole file until that page is read.
+        QVERIFY(mounted > 0 && mounted < (kind == "cut ends" ? rounds / 4 : rounds));
     }
 
     void aFullDiskLosesNothing_data() {
