@@ -16,6 +16,11 @@ bool CheckSelection(const CSelectionTexts& texts, int selected) {
 
 bool ConfirmFor(const CConfirmTexts& texts, int selected,
                 std::initializer_list<CTextArgument> itemTexts) {
+    return ConfirmFor(texts, selected, std::span(itemTexts.begin(), itemTexts.size()));
+}
+
+bool ConfirmFor(const CConfirmTexts& texts, int selected,
+                std::span<const CTextArgument> itemTexts) {
     if (selected == 1) {
         return AskYesNo(FormatText(QLatin1StringView(texts.one), itemTexts));
     }

@@ -25,6 +25,8 @@ struct CConfirmTexts {
     const char* several;  ///< with the count, "%d"
 };
 bool ConfirmFor(const CConfirmTexts& texts, int selected,
+                std::span<const CTextArgument> itemTexts);
+bool ConfirmFor(const CConfirmTexts& texts, int selected,
                 std::initializer_list<CTextArgument> itemTexts);
 
 /// Calls `act` on each index under a wait cursor (when several) until one fails, which shows

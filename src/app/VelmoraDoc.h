@@ -24,6 +24,20 @@ class CStartDialogs {
                              const CPreferences& preferences) = 0;
 };
 
+/// The last find in a kind of the catalogue.
+struct CFindState {
+    QString name;
+    QString type;
+    ObjectId found = 0;  ///< record of the last match
+    int next = 0;        ///< where "find next" goes on once that record is gone
+};
+
+/// What outlives the view of a catalogue kind.
+struct CCatalogueState {
+    CFindState find;
+    int splitterPerMille = 400;  ///< the tree's share
+};
+
 /// Selected meal of the diet tab: 0 to 5, or all meals.
 inline constexpr int kAllMeals = 6;
 
@@ -84,10 +98,9 @@ class CVelmoraDoc {
     // View state that outlives a view.
     QDate dayShown;
     int selectedMeal = kAllMeals;
-    QString foodFindName;
-    QString foodFindType;
-    /// Where "find next" goes on: the position after the last match.
-    int foodFindNext = 0;
+    CCatalogueState& CatalogueState(ECatalogueKind kind) {
+        return m_catalogueStates.at(static_cast<std::size_t>(kind));
+    }
 
   private:
     bool ChooseProfile(CStartDialogs& dialogs);
@@ -103,4 +116,5 @@ class CVelmoraDoc {
     CProfileRecord m_storedRecord;  ///< what the profile's record holds now
     bool m_settingsLoaded = false;
     QStringList m_nutrientNames;
+    std::array<CCatalogueState, 4> m_catalogueStates;
 };

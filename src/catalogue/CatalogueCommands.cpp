@@ -1,5 +1,6 @@
 // The commands of the catalogue view.
 #include "catalogue/CatalogueView.h"
+#include "catalogue/CategoryPickDialog.h"
 #include "catalogue/CategoryTreeModel.h"
 #include "catalogue/FindDialog.h"
 #include "catalogue/FindItems.h"
@@ -51,36 +52,18 @@ void CCatalogueView::Export() {
 }
 
 void CCatalogueView::NewCategory() {
-    const QString name = Text(m_texts.newCategoryName);
-    if (Database().FindCategory(m_texts.kind, name) >= 0) {
-        ShowMessage(FormatText("Category '%s' already exists."_L1, {name}));
-        return;
-    }
-    CCategory category;
-    category.SetKind(m_texts.kind);
-    category.SetName(name);
-    if (!Database().AddOrUpdateCategory(-1, category)) {
-        ShowMessage(u"Cannot create new category"_s);
+    const qint32 categoryId = m_rules.AddCategory(Text(m_texts.newCategoryName));
+    if (categoryId < 0) {
         return;
     }
     FillTree();
-    // The store does not tell whether the record was written.
-    if (!m_model->IndexOf(category.GetId(), QString()).isValid()) {
-        ShowMessage(u"Cannot create new category"_s);
-        return;
-    }
-    SelectInTree(category.GetId(), QString());
-    RaiseInputPanel();
-    m_tree->setFocus();
-    m_tree->edit(m_tree->currentIndex());
+    SelectInTree(categoryId, QString());
+    EditLabel();
 }
 
 void CCatalogueView::RenameCategory() {
-    const QModelIndex current = m_tree->currentIndex();
-    if (CCategoryTreeModel::IsCategory(current)) {
-        RaiseInputPanel();
-        m_tree->setFocus();
-        m_tree->edit(current);
+    if (CCategoryTreeModel::IsCategory(m_tree->currentIndex())) {
+        EditLabel();
     } else if (m_model->rowCount({}) == 0) {
         ShowMessage(u"There is no category selected."_s);
     } else {
@@ -88,116 +71,131 @@ void CCatalogueView::RenameCategory() {
     }
 }
 
-void CCatalogueView::EndLabelEdit(qint32 categoryId, const QString& typed) {
-    const QString name = typed.trimmed();
-    const int position = Database().FindCategory(m_texts.kind, categoryId);
-    CCategory category;
+void CCatalogueView::RenameItems() {
+    if (!m_model->NameOf(m_tree->currentIndex()).isEmpty()) {
+        EditLabel();
+    } else if (m_model->rowCount({}) == 0) {
+        ShowMessage(Text(m_texts.noNames));
+    } else {
+        ShowMessage(Text(m_texts.noNameSelected));
+    }
+}
+
+void CCatalogueView::EditLabel() {
+    RaiseInputPanel();
+    m_tree->setFocus();
+    m_tree->edit(m_tree->currentIndex());
+}
+
+void CCatalogueView::EndLabelEdit(qint32 categoryId, const QString& name, const QString& typed) {
     if (name.isEmpty()) {
-        ShowMessage(u"Please enter category name."_s);
-        return;
+        if (m_rules.RenameCategory(categoryId, typed)) {
+            Reload();
+        }
+    } else if (m_rules.RenameItems(categoryId, name, typed)) {
+        FillTree();
+        SelectInTree(categoryId, typed.trimmed());
     }
-    if (position < 0 || !Database().Categories().Read(position, category)) {
-        return;
+}
+
+void CCatalogueView::DeleteCategory() {
+    const QModelIndex current = m_tree->currentIndex();
+    const bool isCategory = CCategoryTreeModel::IsCategory(current);
+    if (m_rules.DeleteCategory(isCategory ? m_model->CategoryOf(current) : -1)) {
+        // The one that takes its place, or the last.
+        const int row = current.row();
+        FillTree();
+        const int rows = m_model->rowCount({});
+        m_tree->setCurrentIndex(m_model->index(std::min(row, rows - 1), 0, {}));
+        FillList();
     }
-    const QString oldName = category.GetName();
-    category.SetName(name);  // cut to what the record holds, which is what must be unique
-    if (category.GetName() == oldName) {
-        return;
-    }
-    if (Database().FindCategory(m_texts.kind, category.GetName()) >= 0) {
-        ShowMessage(FormatText("Category '%s' already exists."_L1, {category.GetName()}));
-        return;
-    }
-    // A write that failed shows in the tree, which keeps the old name.
-    (void)Database().AddOrUpdateCategory(position, category);
-    Reload();
 }
 
 void CCatalogueView::NewItem() {
-    if (m_model->rowCount({}) == 0) {
-        ShowMessage(Text(m_texts.noCategoryForItem));
-        return;
-    }
     const qint32 categoryId = m_model->CategoryOf(m_tree->currentIndex());
-    if (categoryId < 0) {
-        ShowMessage(u"Please select category."_s);
-        return;
-    }
-    if (EditItem(-1, categoryId) == EEdited::Failed) {
+    if (m_rules.MayAddItem(categoryId) && EditItem(-1, categoryId) == EEdited::Failed) {
         ShowMessage(Text(m_texts.cannotAdd));
     }
 }
 
-void CCatalogueView::EditSelected() {
-    const std::vector<int> rows = m_list->SelectedRows();
-    if (!CheckSelection(m_texts.edit, static_cast<int>(rows.size()))) {
-        return;
+CCatalogueRules::Entries CCatalogueView::Selected() const {
+    CCatalogueRules::Entries selected;
+    for (const int row : m_list->SelectedRows()) {
+        selected.push_back(m_entries[static_cast<size_t>(row)]);
     }
-    const CCategoryListEntry& entry = m_entries[static_cast<size_t>(rows.front())];
-    if (EditItem(entry.position, entry.categoryId) == EEdited::Failed) {
+    return selected;
+}
+
+void CCatalogueView::EditSelected() {
+    const CCatalogueRules::Entries selected = Selected();
+    if (m_rules.MayEdit(selected) &&
+        EditItem(selected.front().position, selected.front().categoryId) == EEdited::Failed) {
         ShowMessage(Text(m_texts.cannotUpdate));
     }
 }
 
 void CCatalogueView::DeleteSelected() {
-    const std::vector<int> rows = m_list->SelectedRows();
-    const auto count = static_cast<int>(rows.size());
-    if (!CheckSelection(m_texts.remove, count)) {
+    const CCatalogueRules::Entries selected = Selected();
+    const int deleted = m_rules.Delete(selected);
+    if (deleted == 0) {
         return;
     }
-    const CCategoryListEntry& first = m_entries[static_cast<size_t>(rows.front())];
-    if (!ConfirmFor(m_texts.confirmDelete, count, {first.name, first.type})) {
-        return;
+    // "Find next" goes on behind the same item, also when it is among those that went.
+    CFindState& find = State().find;
+    if (deleted == static_cast<int>(selected.size())) {
+        find.next -= static_cast<int>(std::ranges::count_if(
+            selected, [&](const auto& entry) { return entry.position < find.next; }));
     }
-    std::vector<int> positions;
-    for (const int row : rows) {
-        positions.push_back(m_entries[static_cast<size_t>(row)].position);
-    }
-    // From the last on: a deletion moves everything behind it.
-    std::sort(positions.rbegin(), positions.rend());
-    CFindState find = FindState();
-    ActOnEach(
-        positions,
-        [&](int position) {
-            if (!Items().Delete(position)) {
-                return false;
-            }
-            // "Find next" goes on behind the same item.
-            find.next -= position < find.next ? 1 : 0;
-            return true;
-        },
-        Text(m_texts.cannotDelete));
     Reload();
 }
 
+void CCatalogueView::MoveSelected() {
+    const CCatalogueRules::Entries selected = Selected();
+    const std::vector<CCategoryEntry> targets = m_rules.MoveTargets(selected);
+    if (targets.empty()) {
+        return;
+    }
+    CCategoryPickDialog dialog(Text(m_texts.movePickerTitle), targets, this);
+    if (dialog.exec() == QDialog::Accepted && m_rules.Move(selected, dialog.GetCategory()) > 0) {
+        Reload();
+    }
+}
+
+void CCatalogueView::DuplicateSelected() {
+    const int position = m_rules.Duplicate(Selected());
+    if (position >= 0) {
+        ShowStored(position);
+    }
+}
+
 void CCatalogueView::Find() {
-    CFindState state = FindState();
-    CFindDialog dialog(Text(m_texts.findPrompt), state.name, state.type, this);
+    const auto fields = CatalogueLayoutOf(m_texts.kind).namesType
+                            ? CFindDialog::EFields::NameAndType
+                            : CFindDialog::EFields::Name;
+    CFindState& state = State().find;
+    CFindDialog dialog(Text(m_texts.findPrompt), state, fields, this);
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }
     state.name = dialog.GetName();
     state.type = dialog.GetType();
-    FindFrom(0);
+    ShowFound(FindFirst(Database(), m_texts.kind, state));
 }
 
-void CCatalogueView::FindNext() {
-    const CFindState state = FindState();
+void CCatalogueView::FindAgain() {
+    CFindState& state = State().find;
     if (state.name.isEmpty() && state.type.isEmpty()) {
         Find();
     } else {
-        FindFrom(state.next);
+        ShowFound(FindNext(Database(), m_texts.kind, state));
     }
 }
 
-void CCatalogueView::FindFrom(int first) {
-    CFindState state = FindState();
-    const int position = FindNextItem(Database(), m_texts.kind, state.name, state.type, first);
+void CCatalogueView::ShowFound(int position) {
     if (position < 0) {
         ShowMessage(Text(m_texts.notFound));
         return;
     }
-    state.next = position + 1;
     CCategoryListEntry entry{};
     if (!ReadEntry(position, entry)) {
         ShowMessage(Text(m_texts.cannotLoad));

@@ -10,10 +10,6 @@ struct CCatalogueKind {
     const char* singular;  ///< "food"
     const char* plural;    ///< "foods"
     const char* capitalized;  ///< "Food"
-    int nameProperty;         ///< property number of the name; the type stands in the next one
 };
 
 const CCatalogueKind& KindOf(ECatalogueKind kind);
-
-/// Records of a kind, without the settings record that may stand beside them.
-int CountItems(CDatabase& database, ECatalogueKind kind);

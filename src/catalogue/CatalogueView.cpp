@@ -26,17 +26,32 @@ constexpr int kNarrowWidth = 480;
 constexpr int kWhole = 1000;
 /// The name's share of the list; the type takes the rest.
 constexpr int kNameShare = 450;
+
+/// The windows of the catalogue, each reached from the others.
+struct CCatalogueWindow {
+    EFrameCommand command;
+    const char* text;
+    ECatalogueKind kind;
+};
+constexpr CCatalogueWindow kCatalogueWindows[] = {
+    {kSwitchToFoods, "Foods...", ECatalogueKind::Foods},
+    {kSwitchToMenus, "Menus...", ECatalogueKind::Menus},
+    {kSwitchToRecipes, "Recipes...", ECatalogueKind::Recipes},
+};
 }  // namespace
 
 CCatalogueView::CCatalogueView(CVelmoraDoc& doc, const CCatalogueTexts& texts, QWidget* parent)
     : CMainView(parent),
       m_doc(doc),
       m_texts(texts),
+      m_rules(doc.Database(), texts.kind),
       m_pages(new QStackedWidget),
       m_splitter(new QSplitter),
       m_tree(new QTreeView),
-      m_model(new CCategoryTreeModel(doc.Database(), texts.kind, this)),
-      m_list(new CReportList(Text(KindOf(texts.kind).plural))) {
+      m_model(
+          new CCategoryTreeModel(doc.Database(), texts.kind, texts.renameItems != nullptr, this)),
+      m_list(new CReportList(Text(KindOf(texts.kind).plural))),
+      m_namesInTree(CatalogueLayoutOf(texts.kind).namesType) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pages);
@@ -48,7 +63,7 @@ CCatalogueView::CCatalogueView(CVelmoraDoc& doc, const CCatalogueTexts& texts, Q
     m_splitter->addWidget(m_list);
     connect(m_splitter, &QSplitter::splitterMoved, this, [this] {
         const QList<int> sizes = m_splitter->sizes();
-        m_splitterPerMille = sizes[0] * kWhole / std::max(1, sizes[0] + sizes[1]);
+        State().splitterPerMille = sizes[0] * kWhole / std::max(1, sizes[0] + sizes[1]);
     });
     m_pages->addWidget(m_splitter);
     m_emptyPage = MakeEmptyPage();
@@ -61,46 +76,39 @@ CCatalogueView::~CCatalogueView() = default;
 
 void CCatalogueView::MakeActions() {
     struct CCommand {
-        ECommand command;
-        const char* text;
+        const char* text;  ///< null where the kind has no such command
         QKeySequence shortcut;
-        const char* tip;
-        QStyle::StandardPixmap icon;
-        const char* iconName;
         void (CCatalogueView::*run)();
+        const char* tip = nullptr;
+        const char* iconName = nullptr;
+        QStyle::StandardPixmap icon = QStyle::SP_CustomBase;
     };
-    constexpr auto kNoIcon = QStyle::SP_CustomBase;
+    using View = CCatalogueView;
     const std::array<CCommand, kCommandCount> commands = {{
-        {kImport, m_texts.importItems, {}, nullptr, kNoIcon, nullptr, &CCatalogueView::Import},
-        {kExport, m_texts.exportItems, {}, nullptr, kNoIcon, nullptr, &CCatalogueView::Export},
-        {kClose, m_texts.close, {}, nullptr, kNoIcon, nullptr, nullptr},
-        {kNewCategory,
-         "New category",
-         {},
-         m_texts.newCategoryTip,
-         QStyle::SP_FileDialogNewFolder,
-         "folder-new",
-         &CCatalogueView::NewCategory},
-        {kRenameCategory, "Rename category", Qt::Key_F2, nullptr, kNoIcon, nullptr,
-         &CCatalogueView::RenameCategory},
-        {kNewItem, m_texts.newItem, QKeySequence::New, m_texts.newItemTip, QStyle::SP_FileIcon,
-         "document-new", &CCatalogueView::NewItem},
-        {kEditItem, m_texts.editItem, {}, nullptr, kNoIcon, nullptr, &CCatalogueView::EditSelected},
-        {kDeleteItems, m_texts.deleteItems, QKeySequence::Delete, nullptr, kNoIcon, nullptr,
-         &CCatalogueView::DeleteSelected},
-        {kFind, m_texts.find, QKeySequence::Find, m_texts.findTip,
-         QStyle::SP_FileDialogContentsView, "edit-find", &CCatalogueView::Find},
-        {kFindNext, m_texts.findNext, Qt::Key_F3, m_texts.findNextTip, QStyle::SP_ArrowDown,
-         "go-down-search", &CCatalogueView::FindNext},
-        {kPreferences,
-         "Preferences...",
-         {},
-         nullptr,
-         kNoIcon,
-         nullptr,
-         &CCatalogueView::OpenPreferences},
+        {m_texts.importItems, {}, &View::Import},
+        {m_texts.exportItems, {}, &View::Export},
+        {m_texts.close, QKeySequence::Close, &View::CloseView},
+        {"New category", Qt::CTRL | Qt::SHIFT | Qt::Key_N, &View::NewCategory,
+         m_texts.newCategoryTip, "folder-new", QStyle::SP_FileDialogNewFolder},
+        {"Rename category", Qt::Key_F2, &View::RenameCategory},
+        {"Delete category...", QKeySequence::Delete, &View::DeleteCategory},
+        {m_texts.renameItems, {}, &View::RenameItems},
+        {m_texts.newItem, QKeySequence::New, &View::NewItem, m_texts.newItemTip, "document-new",
+         QStyle::SP_FileIcon},
+        {m_texts.editItem, Qt::Key_Return, &View::EditSelected},
+        {m_texts.deleteItems, QKeySequence::Delete, &View::DeleteSelected},
+        {m_texts.moveItems, Qt::CTRL | Qt::Key_M, &View::MoveSelected},
+        {m_texts.duplicateItem, Qt::CTRL | Qt::Key_D, &View::DuplicateSelected},
+        {m_texts.find, QKeySequence::Find, &View::Find, m_texts.findTip, "edit-find",
+         QStyle::SP_FileDialogContentsView},
+        {m_texts.findNext, Qt::Key_F3, &View::FindAgain, m_texts.findNextTip, "go-down-search",
+         QStyle::SP_ArrowDown},
     }};
-    for (const CCommand& command : commands) {
+    for (size_t i = 0; i < commands.size(); ++i) {
+        const CCommand& command = commands[i];
+        if (command.text == nullptr) {
+            continue;
+        }
         auto* action = new QAction(Text(command.text), this);
         action->setObjectName(Text(command.text).remove(u"..."_s));
         action->setShortcut(command.shortcut);
@@ -110,20 +118,43 @@ void CCatalogueView::MakeActions() {
             action->setIcon(QIcon::fromTheme(Text(command.iconName),
                                              style()->standardIcon(command.icon, nullptr, this)));
         }
-        if (command.run != nullptr) {
-            connect(action, &QAction::triggered, this, command.run);
-        }
+        connect(action, &QAction::triggered, this, command.run);
         addAction(action);
-        m_actions[command.command] = action;
+        m_actions[i] = action;
     }
-    connect(m_actions[kClose], &QAction::triggered, this,
-            [this] { emit FrameCommand(kSwitchToDiet); });
     // These keys mean something else while a label is edited and outside their own widget.
-    for (const auto& [command, widget] :
-         {std::pair<ECommand, QWidget*>{kRenameCategory, m_tree}, {kDeleteItems, m_list}}) {
-        removeAction(m_actions[command]);
-        m_actions[command]->setShortcutContext(Qt::WidgetShortcut);
-        widget->addAction(m_actions[command]);
+    for (const auto& [command, widget] : {std::pair<ECommand, QWidget*>{kRenameCategory, m_tree},
+                                          {kRenameItems, m_tree},
+                                          {kDeleteCategory, m_tree},
+                                          {kEditItem, m_list},
+                                          {kDeleteItems, m_list}}) {
+        if (QAction* action = m_actions[command]) {
+            removeAction(action);
+            action->setShortcutContext(Qt::WidgetShortcut);
+            widget->addAction(action);
+        }
+    }
+    for (const auto& [command, text, kind] : kCatalogueWindows) {
+        if (kind == m_texts.kind) {
+            continue;
+        }
+        auto* action = new QAction(Text(text), this);
+        action->setObjectName(action->text());
+        connect(action, &QAction::triggered, this,
+                [this, command = command] { emit FrameCommand(command); });
+        m_windows.push_back(action);
+    }
+}
+
+void CCatalogueView::CloseView() {
+    emit FrameCommand(kSwitchToDiet);
+}
+
+void CCatalogueView::PlaceRenameKey() {
+    const bool isName = !m_model->NameOf(m_tree->currentIndex()).isEmpty();
+    m_actions[kRenameCategory]->setShortcut(isName ? QKeySequence() : QKeySequence(Qt::Key_F2));
+    if (QAction* renameItems = m_actions[kRenameItems]) {
+        renameItems->setShortcut(isName ? QKeySequence(Qt::Key_F2) : QKeySequence());
     }
 }
 
@@ -138,10 +169,12 @@ void CCatalogueView::MakeTree() {
     m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &CCatalogueView::FillList);
+    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &CCatalogueView::PlaceRenameKey);
     connect(m_tree, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
         ShowMenu(m_tree->viewport(), at,
-                 {kNewCategory, kRenameCategory, kCommandCount, kNewItem, kCommandCount, kImport,
-                  kExport});
+                 {kNewCategory, kRenameCategory, kDeleteCategory, kCommandCount, kRenameItems,
+                  kNewItem, kCommandCount, kImport, kExport});
     });
     // The editor is still at work when its text arrives, and the answer replaces the tree.
     connect(m_model, &CCategoryTreeModel::LabelTyped, this, &CCatalogueView::EndLabelEdit,
@@ -151,13 +184,15 @@ void CCatalogueView::MakeTree() {
 
 void CCatalogueView::MakeList() {
     m_list->setObjectName(u"items"_s);
-    m_list->SetColumns({u"Name"_s, u"Type"_s});
+    m_list->SetColumns(CatalogueLayoutOf(m_texts.kind).namesType ? QStringList{u"Name"_s, u"Type"_s}
+                                                                 : QStringList{u"Name"_s});
     m_list->header()->setSectionResizeMode(0, QHeaderView::Interactive);
     m_list->header()->setStretchLastSection(true);
     connect(m_list, &QAbstractItemView::activated, this, &CCatalogueView::EditSelected);
     connect(m_list, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
         ShowMenu(m_list->viewport(), at,
-                 {kNewItem, kEditItem, kDeleteItems, kCommandCount, kFind, kFindNext});
+                 {kNewItem, kEditItem, kDeleteItems, kMoveItems, kDuplicateItem, kCommandCount,
+                  kFind, kFindNext});
     });
 }
 
@@ -191,16 +226,29 @@ QPushButton* CCatalogueView::AddEmptyPageButton(const QString& text) {
 }
 
 std::vector<CCommandMenu> CCatalogueView::CommandBar() {
+    std::vector<QAction*> edit;
+    for (const ECommand command :
+         {kNewCategory, kRenameCategory, kDeleteCategory, kCommandCount, kRenameItems, kNewItem,
+          kEditItem, kDeleteItems, kMoveItems, kDuplicateItem, kCommandCount, kFind, kFindNext}) {
+        if (command == kCommandCount) {
+            edit.push_back(nullptr);  // a separator
+        } else if (m_actions[command] != nullptr) {
+            edit.push_back(m_actions[command]);
+        }
+    }
+    std::vector<QAction*> tools = Tools();
+    tools.insert(tools.end(), m_windows.begin(), m_windows.end());
     return {{u"File"_s, {m_actions[kImport], m_actions[kExport], nullptr, m_actions[kClose]}},
-            {u"Edit"_s,
-             {m_actions[kNewCategory], m_actions[kRenameCategory], nullptr, m_actions[kNewItem],
-              m_actions[kEditItem], m_actions[kDeleteItems], nullptr, m_actions[kFind],
-              m_actions[kFindNext]}},
-            {u"Tools"_s, {m_actions[kPreferences]}}};
+            {u"Edit"_s, std::move(edit)},
+            {u"Tools"_s, std::move(tools)}};
 }
 
 std::vector<QAction*> CCatalogueView::ToolButtons() {
-    return {m_actions[kNewCategory], m_actions[kNewItem], m_actions[kFind], m_actions[kFindNext]};
+    std::vector<QAction*> buttons = {m_actions[kNewCategory], m_actions[kNewItem]};
+    if (m_actions[kFind] != nullptr) {
+        buttons.insert(buttons.end(), {m_actions[kFind], m_actions[kFindNext]});
+    }
+    return buttons;
 }
 
 void CCatalogueView::DataChanged() {
@@ -208,7 +256,7 @@ void CCatalogueView::DataChanged() {
 }
 
 void CCatalogueView::SetSplitterPerMille(int perMille) {
-    m_splitterPerMille = perMille;
+    State().splitterPerMille = perMille;
     const int length =
         m_splitter->orientation() == Qt::Horizontal ? m_splitter->width() : m_splitter->height();
     m_splitter->setSizes({length * perMille / kWhole, length * (kWhole - perMille) / kWhole});
@@ -219,9 +267,9 @@ void CCatalogueView::resizeEvent(QResizeEvent* event) {
     const Qt::Orientation wanted = width() < kNarrowWidth ? Qt::Vertical : Qt::Horizontal;
     m_splitter->setOrientation(wanted);
     m_splitter->resize(size());
-    SetSplitterPerMille(m_splitterPerMille);
+    SetSplitterPerMille(State().splitterPerMille);
     const int listWidth =
-        wanted == Qt::Vertical ? width() : width() * (kWhole - m_splitterPerMille) / kWhole;
+        wanted == Qt::Vertical ? width() : width() * (kWhole - State().splitterPerMille) / kWhole;
     m_list->SetColumnWidths({listWidth * kNameShare / kWhole, 0});
 }
 
@@ -231,7 +279,7 @@ void CCatalogueView::ShowMenu(QWidget* widget, const QPoint& at,
     for (const ECommand command : commands) {
         if (command == kCommandCount) {
             menu.addSeparator();
-        } else {
+        } else if (m_actions[command] != nullptr) {
             menu.addAction(m_actions[command]);
         }
     }
@@ -285,38 +333,12 @@ void CCatalogueView::SelectInTree(qint32 categoryId, const QString& name) {
     }
 }
 
-/// All items of a name, also those that a full list of their category leaves out.
-std::vector<CCategoryListEntry> CCatalogueView::ItemsOfName(qint32 categoryId,
-                                                            const QString& name) {
-    const auto nameProperty = static_cast<size_t>(KindOf(m_texts.kind).nameProperty);
-    const size_t count = Items().GetLayout().properties.size();
-    std::vector<CCategoryListEntry> entries;
-    Items().ForEachFrom(
-        Items().FirstPositionOf(categoryId),
-        [&](int position, PropertyList& properties) {
-            if (properties.size() != count) {
-                return true;
-            }
-            if (properties[0] == PropertyValue(categoryId) &&
-                properties[nameProperty] == PropertyValue(name)) {
-                entries.push_back(
-                    {position, categoryId, name, std::get<QString>(properties[nameProperty + 1])});
-            }
-            return properties[0] == PropertyValue(categoryId);
-        },
-        static_cast<int>(nameProperty) + 2);
-    std::ranges::stable_sort(entries, [](const auto& left, const auto& right) {
-        return left.type.compare(right.type, Qt::CaseInsensitive) < 0;
-    });
-    return entries;
-}
-
 void CCatalogueView::FillList() {
     const QModelIndex current = m_tree->currentIndex();
     const QString name = m_model->NameOf(current);
     const qint32 categoryId = m_model->CategoryOf(current);
     m_entries = name.isEmpty() ? Database().FillCategoryList(m_texts.kind, categoryId)
-                               : ItemsOfName(categoryId, name);
+                               : m_rules.ItemsOfName(categoryId, name);
     m_list->SetRows({static_cast<int>(m_entries.size()),
                      [this](int row, int column) {
                          const CCategoryListEntry& entry = m_entries[static_cast<size_t>(row)];
@@ -354,20 +376,10 @@ void CCatalogueView::ShowStored(int position) {
 }
 
 bool CCatalogueView::ReadEntry(int position, CCategoryListEntry& entry) {
-    if (position < 0) {
+    CCatalogueItem item(m_texts.kind);
+    if (position < 0 || !Items().ReadQuietly(position, item)) {
         return false;
     }
-    const auto nameProperty = static_cast<size_t>(KindOf(m_texts.kind).nameProperty);
-    const size_t count = Items().GetLayout().properties.size();
-    bool isRead = false;
-    Items().ForEachFrom(position, [&](int found, PropertyList& properties) {
-        if (found == position && properties.size() == count) {
-            entry = {position, std::get<qint32>(properties[0]),
-                     std::get<QString>(properties[nameProperty]),
-                     std::get<QString>(properties[nameProperty + 1])};
-            isRead = true;
-        }
-        return false;
-    });
-    return isRead;
+    entry = {position, item.GetCategoryId(), item.GetName(), item.GetType()};
+    return true;
 }

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "app/VelmoraDoc.h"
-#include "catalogue/CatalogueTexts.h"
+#include "catalogue/CatalogueRules.h"
 #include "controls/MainView.h"
 
 class CCategoryTreeModel;
@@ -17,13 +17,6 @@ class QPushButton;
 class QSplitter;
 class QStackedWidget;
 class QTreeView;
-
-/// What the document keeps of the last find.
-struct CFindState {
-    QString& name;
-    QString& type;
-    int& next;  ///< position where find next goes on
-};
 
 /// Lists are read anew after every change; selection, scroll position and focus outlive that.
 class CCatalogueView : public CMainView {
@@ -34,20 +27,21 @@ class CCatalogueView : public CMainView {
 
     std::vector<CCommandMenu> CommandBar() override;
     std::vector<QAction*> ToolButtons() override;
+    void StoreLayout() override {}
     void DataChanged() override;
 
   protected:
     enum class EEdited { Cancelled, Stored, Failed };
     /// Opens the item dialog and stores what comes out of it. Position -1 is a new item.
     virtual EEdited EditItem(int position, qint32 categoryId) = 0;
-    virtual void OpenPreferences() = 0;
-    virtual CFindState FindState() = 0;
+    /// What the kind adds to the Tools menu.
+    virtual std::vector<QAction*> Tools() { return {}; }
 
     CVelmoraDoc& Doc() { return m_doc; }
     CDatabase& Database() { return m_doc.Database(); }
     void SetNamesInTree(bool namesInTree) { m_namesInTree = namesInTree; }
-    /// The tree's share of the view.
-    [[nodiscard]] int GetSplitterPerMille() const { return m_splitterPerMille; }
+    /// The tree's share of the view, kept in the document.
+    [[nodiscard]] int GetSplitterPerMille() { return State().splitterPerMille; }
     void SetSplitterPerMille(int perMille);
     /// Reads the lists anew and selects the item stored at `position`.
     void ShowStored(int position);
@@ -65,12 +59,15 @@ class CCatalogueView : public CMainView {
         kClose,
         kNewCategory,
         kRenameCategory,
+        kDeleteCategory,
+        kRenameItems,
         kNewItem,
         kEditItem,
         kDeleteItems,
+        kMoveItems,
+        kDuplicateItem,
         kFind,
         kFindNext,
-        kPreferences,
         kCommandCount
     };
 
@@ -83,7 +80,6 @@ class CCatalogueView : public CMainView {
 
     void Reload();
     void FillTree();
-    std::vector<CCategoryListEntry> ItemsOfName(qint32 categoryId, const QString& name);
     void FillList();
     void SelectInTree(qint32 categoryId, const QString& name);
     /// Selects an item with its category; a negative position selects nothing.
@@ -93,19 +89,31 @@ class CCatalogueView : public CMainView {
 
     void Import();
     void Export();
+    void CloseView();
     void NewCategory();
     void RenameCategory();
-    void EndLabelEdit(qint32 categoryId, const QString& typed);
+    void DeleteCategory();
+    void RenameItems();
+    void EditLabel();
+    void EndLabelEdit(qint32 categoryId, const QString& name, const QString& typed);
     void NewItem();
     void EditSelected();
     void DeleteSelected();
+    void MoveSelected();
+    void DuplicateSelected();
     void Find();
-    void FindNext();
-    void FindFrom(int first);
+    void FindAgain();
+    void ShowFound(int position);
+    /// F2 belongs to the command that fits the tree's current item.
+    void PlaceRenameKey();
+    [[nodiscard]] CCatalogueRules::Entries Selected() const;
+    CCatalogueState& State() { return m_doc.CatalogueState(m_texts.kind); }
 
     CVelmoraDoc& m_doc;
     const CCatalogueTexts& m_texts;
-    std::array<QAction*, kCommandCount> m_actions{};
+    CCatalogueRules m_rules;
+    std::array<QAction*, kCommandCount> m_actions{};  ///< null where the kind has none
+    std::vector<QAction*> m_windows;
     QStackedWidget* m_pages;
     QSplitter* m_splitter;
     QTreeView* m_tree;
@@ -113,6 +121,5 @@ class CCatalogueView : public CMainView {
     CReportList* m_list;
     QWidget* m_emptyPage;
     std::vector<CCategoryListEntry> m_entries;
-    bool m_namesInTree = true;
-    int m_splitterPerMille = 400;
+    bool m_namesInTree;
 };

@@ -2,8 +2,12 @@
 
 #include "catalogue/CategoryIcon.h"
 
-CCategoryTreeModel::CCategoryTreeModel(CDatabase& database, ECatalogueKind kind, QObject* parent)
-    : QAbstractItemModel(parent), m_database(database), m_kind(kind) {}
+CCategoryTreeModel::CCategoryTreeModel(CDatabase& database, ECatalogueKind kind, bool renamesItems,
+                                       QObject* parent)
+    : QAbstractItemModel(parent),
+      m_database(database),
+      m_kind(kind),
+      m_renamesItems(renamesItems) {}
 
 void CCategoryTreeModel::Reload(bool withNames) {
     beginResetModel();
@@ -78,7 +82,8 @@ QVariant CCategoryTreeModel::data(const QModelIndex& index, int role) const {
     }
     if (!IsCategory(index)) {
         const CNode& node = m_nodes[index.internalId() - 1];
-        return role == Qt::DisplayRole ? node.names[index.row()] : QVariant();
+        return role == Qt::DisplayRole || role == Qt::EditRole ? node.names[index.row()]
+                                                               : QVariant();
     }
     const CNode& node = m_nodes[static_cast<size_t>(index.row())];
     switch (role) {
@@ -94,7 +99,7 @@ QVariant CCategoryTreeModel::data(const QModelIndex& index, int role) const {
 
 Qt::ItemFlags CCategoryTreeModel::flags(const QModelIndex& index) const {
     const Qt::ItemFlags flags = QAbstractItemModel::flags(index);
-    return IsCategory(index) ? flags | Qt::ItemIsEditable : flags;
+    return IsCategory(index) || m_renamesItems ? flags | Qt::ItemIsEditable : flags;
 }
 
 bool CCategoryTreeModel::hasChildren(const QModelIndex& parent) const {
@@ -123,8 +128,8 @@ void CCategoryTreeModel::fetchMore(const QModelIndex& parent) {
 }
 
 bool CCategoryTreeModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-    if (role == Qt::EditRole && IsCategory(index)) {
-        emit LabelTyped(CategoryOf(index), value.toString());
+    if (role == Qt::EditRole) {
+        emit LabelTyped(CategoryOf(index), NameOf(index), value.toString());
     }
     return false;
 }

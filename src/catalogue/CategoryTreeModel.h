@@ -13,7 +13,9 @@
 class CCategoryTreeModel : public QAbstractItemModel {
     Q_OBJECT
   public:
-    CCategoryTreeModel(CDatabase& database, ECatalogueKind kind, QObject* parent);
+    /// `renamesItems` tells whether names can be edited as categories can.
+    CCategoryTreeModel(CDatabase& database, ECatalogueKind kind, bool renamesItems,
+                       QObject* parent);
 
     /// Reads the categories anew. Without `withNames` they have no children.
     void Reload(bool withNames);
@@ -41,7 +43,8 @@ class CCategoryTreeModel : public QAbstractItemModel {
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
   signals:
-    void LabelTyped(qint32 categoryId, const QString& text);
+    /// `name` is the item name edited, empty for the category itself.
+    void LabelTyped(qint32 categoryId, const QString& name, const QString& text);
 
   private:
     struct CNode {
@@ -54,6 +57,7 @@ class CCategoryTreeModel : public QAbstractItemModel {
 
     CDatabase& m_database;
     ECatalogueKind m_kind;
+    bool m_renamesItems;
     bool m_withNames = true;
     std::vector<CNode> m_nodes;
 };

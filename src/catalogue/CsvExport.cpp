@@ -2,6 +2,7 @@
 #include "catalogue/CatalogueKinds.h"
 #include "catalogue/CsvExchange.h"
 #include "catalogue/CsvLayout.h"
+#include "platform/TextFile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +25,7 @@ class CExportRun {
     int m_count;
     std::unique_ptr<CCsvLayout> m_layout;
     CTextFile m_file;
+    CCsvLineWriter m_line{m_file};
     std::unique_ptr<CProgress> m_progress;
     int m_written = 0;
 };
@@ -41,7 +43,7 @@ CExportRun::CExportRun(CDatabase& database, ECatalogueKind kind, const CExportRe
             m_positions.push_back(entry.position);
         }
     }
-    m_count = m_all ? CountItems(database, kind) : static_cast<int>(m_positions.size());
+    m_count = m_all ? database.CountItems(kind) : static_cast<int>(m_positions.size());
 }
 
 bool CExportRun::HasItems() const {
@@ -64,7 +66,7 @@ bool CExportRun::Run(const QString& path) {
     m_progress->SetRange(0, m_count, 1);
     m_progress->Show();
     m_file.WriteLine(QString::fromLatin1(m_layout->Marker()));
-    m_layout->WriteHeader(m_file);
+    m_layout->WriteHeader(m_line);
     WriteItems();
     const bool whole = !m_progress->IsCancelled();
     m_file.WriteLine(u"<End>");
@@ -98,13 +100,13 @@ void CExportRun::WriteItems() {
     }
 }
 
-/// False when the user has cancelled.
+/// False behind the last item, or when the user has cancelled.
 bool CExportRun::WriteItem(int position, PropertyList& properties) {
-    if (properties.empty() || properties.front() == PropertyValue(CViewSettings::kMarker)) {
-        return true;  // settings of the view, which stand among the items
+    if (IsBehindItems(properties)) {
+        return false;  // no item stands behind these
     }
     // A list that is refused is left as it was.
-    if (!m_layout->WriteItem(m_file, properties, m_written)) {
+    if (!m_layout->WriteItem(m_line, properties, m_written)) {
         ReportWrongPropertyCount(position, properties,
                                  m_database.Items(m_words.kind).GetLayout().Count());
         return true;
@@ -113,6 +115,9 @@ bool CExportRun::WriteItem(int position, PropertyList& properties) {
     m_progress->Step();
     m_progress->Pump();
     if (m_progress->IsCancelled()) {
+        if (m_layout->Manners().hidesProgress) {
+            m_progress->Hide();
+        }
         ShowMessage(u"Export cancelled."_s);
         return false;
     }

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "platform/NumberText.h"
+#include "platform/TextFile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -88,6 +89,30 @@ std::optional<QStringView> CCsvFields::Next() {
         }
     }
     return field;
+}
+
+/// Texts go through the file's code page, so the bytes collected so far leave first.
+void CCsvLineWriter::Text(QStringView text) {
+    if (text.isEmpty()) {
+        m_line.append("\"\",");
+        return;
+    }
+    m_file.WriteBytes(m_line.append('"'));
+    if (text.contains(u'\n') || text.contains(u'\r')) {
+        m_file.WriteText(text.toString().replace(u'\n', u' ').replace(u'\r', u' '));
+    } else {
+        m_file.WriteText(text);
+    }
+    m_line = "\",";
+}
+
+void CCsvLineWriter::Number(double value) {
+    AppendNumber(m_line, value);
+}
+
+void CCsvLineWriter::EndLine() {
+    m_file.WriteBytes(m_line.append("\r\n"));
+    m_line.clear();
 }
 
 QString CutImportedText(QStringView text) {

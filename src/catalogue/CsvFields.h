@@ -5,6 +5,8 @@
 #include <QString>
 #include <optional>
 
+class CTextFile;
+
 /// Hands out the fields of one line, one call a field. The views point into the line given.
 class CCsvFields {
   public:
@@ -17,10 +19,26 @@ class CCsvFields {
     QStringView m_rest;
 };
 
+/// Writes lines field by field. The file outlives it.
+class CCsvLineWriter {
+  public:
+    explicit CCsvLineWriter(CTextFile& file) : m_file(file) {}
+    /// ASCII as it stands, its comma included.
+    void Raw(QByteArrayView bytes) { m_line.append(bytes); }
+    /// Quoted; a line break becomes a blank, since it would end the line.
+    void Text(QStringView text);
+    /// Three decimals: "1.500,". What is not finite is written as 0.
+    void Number(double value);
+    void EndLine();
+
+  private:
+    CTextFile& m_file;
+    QByteArray m_line;  ///< not yet passed on
+};
+
 /// Text as a file keeps it: 128 characters or more become the first 124 and "...".
 QString CutImportedText(QStringView text);
 /// A number of a file: 1 to 19 characters are read, any other length gives 0.
 double ImportedNumber(QStringView field);
-/// Appends a number as files show it, three decimals and a comma: "1.500,". What is not finite is
-/// written as 0.
+/// Appends a number and a comma as CCsvLineWriter::Number writes it.
 void AppendNumber(QByteArray& line, double value);

@@ -1,8 +1,8 @@
 // The import run: one file, one kind.
 #include "catalogue/CatalogueKinds.h"
 #include "catalogue/CsvExchange.h"
-#include "catalogue/CsvFields.h"
 #include "catalogue/CsvLayout.h"
+#include "platform/TextFile.h"
 
 #include <optional>
 
@@ -10,6 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int kMostErrors = 10;
+constexpr int kFatalErrors = 65535;
 /// Records that become durable together.
 constexpr int kGroupSize = 4096;
 
@@ -38,7 +39,9 @@ class CImportRun {
     bool CommitGroup();
     void ReportStoreFailure() const;
     void ReportSummary() const;
-    [[nodiscard]] int ShownLineNumber() const { return m_lineNumber + m_layout->LineNumberShift(); }
+    [[nodiscard]] int ShownLineNumber() const {
+        return m_lineNumber + m_layout->Manners().lineNumberShift;
+    }
 
     CDatabase& m_database;
     const CCatalogueKind& m_words;
@@ -52,7 +55,8 @@ class CImportRun {
     qint64 m_charactersRead = 0;
     int m_lineNumber = 0;
     int m_errors = 0;
-    int m_groupImported = 0;  ///< written, but not yet durable
+    int m_groupRecords = 0;   ///< written, but not yet durable
+    int m_groupImported = 0;  ///< those among them that count
     int m_groupReplaced = 0;
     int m_imported = 0;
     int m_replaced = 0;
@@ -149,12 +153,16 @@ bool CImportRun::StoreItem() {
             return true;
         case EStored::Replaced:
             ++m_groupReplaced;
+            ++m_groupImported;
             break;
         case EStored::Added:
+            ++m_groupImported;
+            break;
+        case EStored::Uncounted:
             break;
     }
-    ++m_groupImported;
-    if (m_groupImported < kGroupSize) {
+    ++m_groupRecords;
+    if (m_groupRecords < kGroupSize) {
         return true;
     }
     if (!CommitGroup()) {
@@ -165,15 +173,18 @@ bool CImportRun::StoreItem() {
 }
 
 void CImportRun::Report(const CCsvVerdict& verdict) {
-    ++m_errors;
+    m_errors = verdict.isFatal ? kFatalErrors : m_errors + 1;
     const QLatin1StringView message(verdict.message);
-    if (verdict.fieldCount < 0) {
-        ShowMessage(FormatText(message, {ShownLineNumber()}));
-        return;
+    const bool namesCount = verdict.fieldCount >= 0;
+    const bool hides = namesCount || m_layout->Manners().hidesProgress;
+    if (hides) {
+        m_progress->Hide();
     }
-    m_progress->Hide();
-    ShowMessage(FormatText(message, {verdict.fieldCount, ShownLineNumber()}));
-    m_progress->Show();
+    ShowMessage(namesCount ? FormatText(message, {verdict.fieldCount, ShownLineNumber()})
+                           : FormatText(message, {ShownLineNumber()}));
+    if (hides) {
+        m_progress->Show();
+    }
 }
 
 /// Only what is durable counts as imported.
@@ -184,6 +195,7 @@ bool CImportRun::CommitGroup() {
         m_imported += m_groupImported;
         m_replaced += m_groupReplaced;
     }
+    m_groupRecords = 0;
     m_groupImported = 0;
     m_groupReplaced = 0;
     return durable;
@@ -192,7 +204,7 @@ bool CImportRun::CommitGroup() {
 void CImportRun::ReportStoreFailure() const {
     ShowMessage(FormatText("Cannot add %s from line %d."_L1,
                            {QString::fromLatin1(m_words.singular), ShownLineNumber()}));
-    ShowMessage(u"Import stopped."_s);
+    ShowMessage(QString::fromLatin1(m_layout->Manners().afterFailure));
 }
 
 void CImportRun::ReportSummary() const {

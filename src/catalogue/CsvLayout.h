@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "catalogue/CsvExchange.h"
-#include "platform/TextFile.h"
+#include "catalogue/CsvFields.h"
 
 /// What a line of the file turned out to be.
 enum class ECsvLine {
@@ -19,10 +19,29 @@ struct CCsvVerdict {
     ECsvLine line = ECsvLine::Nothing;
     const char* message = nullptr;  ///< with "%d" for the line number
     int fieldCount = -1;            ///< where given, "%d" for it comes first and the progress hides
+    bool isFatal = false;           ///< the import stops right after the line
 };
 
+/// The verdict on a line that ended after `count` fields: too short to be worth a word, or not.
+CCsvVerdict WrongFieldCount(int count);
+/// The verdict on the first field of a line; nothing when the line may hold an item.
+std::optional<CCsvVerdict> VerdictOnNumber(const std::optional<QStringView>& number);
+
 /// What storing an item came to.
-enum class EStored { Added, Replaced, Skipped, Failed };
+enum class EStored {
+    Added,
+    Replaced,
+    Skipped,
+    Uncounted,  ///< a component, stored or dropped with what it belongs to
+    Failed,
+};
+
+/// Where the kinds report differently.
+struct CCsvManners {
+    int lineNumberShift;       ///< added to a line's position in the file, counted from 1
+    bool hidesProgress;        ///< while each of its messages shows
+    const char* afterFailure;  ///< said after an item that could not be stored
+};
 
 /// One layout serves one run. It holds the item that is being read or written, so that nothing is
 /// made anew for every line.
@@ -34,17 +53,17 @@ class CCsvLayout {
     CCsvLayout& operator=(const CCsvLayout&) = delete;
 
     [[nodiscard]] virtual const char* Marker() const = 0;
-    /// Added to a line's position in the file, counted from 1, when a message names it.
-    [[nodiscard]] virtual int LineNumberShift() const = 0;
+    [[nodiscard]] virtual const CCsvManners& Manners() const = 0;
 
     virtual CCsvVerdict ReadLine(QStringView line) = 0;
     /// Stores the item of the last line.
     virtual EStored Store(EExisting existing) = 0;
 
-    virtual void WriteHeader(CTextFile& file) = 0;
-    /// Takes the properties over. False when they are no item of the kind: nothing is written then
-    /// and they stay as they were. `number` counts the items of the run from 0.
-    virtual bool WriteItem(CTextFile& file, PropertyList& properties, int number) = 0;
+    virtual void WriteHeader(CCsvLineWriter& line) = 0;
+    /// Writes the item with what belongs to it. Takes the properties over. False when they are no
+    /// item of the kind: nothing is written then and they stay as they were. `number` counts the
+    /// items of the run from 0.
+    virtual bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) = 0;
 };
 
 /// `folder` holds the exchange file and the category pictures beside it; empty for an export.

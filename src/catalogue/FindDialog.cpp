@@ -9,9 +9,9 @@
 
 using namespace Qt::StringLiterals;
 
-CFindDialog::CFindDialog(const QString& prompt, const QString& name, const QString& type,
+CFindDialog::CFindDialog(const QString& prompt, const CFindState& last, EFields fields,
                          QWidget* parent)
-    : CDialog(u"Find"_s, parent), m_name(new QLineEdit(name)), m_type(new QLineEdit(type)) {
+    : CDialog(u"Find"_s, parent), m_name(new QLineEdit(last.name)), m_type(new QLineEdit(this)) {
     auto* label = new QLabel(prompt);
     label->setWordWrap(true);
     Content()->addWidget(label);
@@ -19,7 +19,12 @@ CFindDialog::CFindDialog(const QString& prompt, const QString& name, const QStri
     m_name->setObjectName(u"name"_s);
     m_type->setObjectName(u"type"_s);
     form->addRow(u"&Name:"_s, m_name);
-    form->addRow(u"&Type:"_s, m_type);
+    if (fields == EFields::NameAndType) {
+        m_type->setText(last.type);
+        form->addRow(u"&Type:"_s, m_type);
+    } else {
+        m_type->hide();
+    }
     Content()->addStretch();
     m_name->selectAll();
     m_name->setFocus();

@@ -1,6 +1,7 @@
 // The find dialog of the catalogue and of the diaries.
 #pragma once
 
+#include "app/VelmoraDoc.h"
 #include "controls/Dialog.h"
 
 class QLineEdit;
@@ -8,9 +9,10 @@ class QLineEdit;
 class CFindDialog : public CDialog {
     Q_OBJECT
   public:
-    /// `prompt` such as "Please enter food name and/or type:". All fields empty is refused with
-    /// "Please enter at least one item for find.".
-    CFindDialog(const QString& prompt, const QString& name, const QString& type, QWidget* parent);
+    enum class EFields { Name, NameAndType };
+    /// Opens with the texts of the last find. `prompt` such as "Please enter food name and/or
+    /// type:". All fields empty is refused with "Please enter at least one item for find.".
+    CFindDialog(const QString& prompt, const CFindState& last, EFields fields, QWidget* parent);
     [[nodiscard]] QString GetName() const;
     [[nodiscard]] QString GetType() const;
 
@@ -19,5 +21,5 @@ class CFindDialog : public CDialog {
 
   private:
     QLineEdit* m_name;
-    QLineEdit* m_type;
+    QLineEdit* m_type;  ///< hidden and empty where items have names alone
 };

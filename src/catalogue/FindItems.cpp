@@ -1,33 +1,53 @@
 #include "catalogue/FindItems.h"
 
-#include "catalogue/CatalogueKinds.h"
-
 namespace {
 /// Upper-cased on both sides: that also folds what has no single upper-case character.
 bool Holds(const PropertyValue& value, const QString& upperText) {
     const auto* text = std::get_if<QString>(&value);
     return upperText.isEmpty() || (text != nullptr && text->toUpper().contains(upperText));
 }
+
+int FindFrom(CDatabase& database, ECatalogueKind kind, CFindState& state, int first) {
+    const int position = FindNextItem(database, kind, state.name, state.type, first);
+    if (position >= 0) {
+        state.found = database.Items(kind).RecordAt(position);
+        state.next = position + 1;
+    }
+    return position;
+}
 }  // namespace
 
 int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name, const QString& type,
                  int first) {
     CItemDatabaseBase& items = database.Items(kind);
-    const size_t propertyCount = items.GetLayout().properties.size();
-    const auto nameProperty = static_cast<size_t>(KindOf(kind).nameProperty);
+    const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
     const QString upperName = name.toUpper();
     const QString upperType = type.toUpper();
     int found = -1;
     items.ForEachFrom(
         first,
         [&](int position, PropertyList& properties) {
-            // The settings record of the view has a layout of its own.
-            if (properties.size() == propertyCount && Holds(properties[nameProperty], upperName) &&
-                Holds(properties[nameProperty + 1], upperType)) {
+            if (IsBehindItems(properties)) {
+                return false;  // no item stands behind these
+            }
+            if (std::ssize(properties) == numbers.layout.Count() &&
+                Holds(properties[numbers.name], upperName) &&
+                Holds(properties[numbers.type], upperType)) {
                 found = position;
             }
             return found < 0;
         },
-        KindOf(kind).nameProperty + 2);
+        numbers.type + 1);
     return found;
+}
+
+int FindFirst(CDatabase& database, ECatalogueKind kind, CFindState& state) {
+    state.found = 0;
+    state.next = 0;
+    return FindFrom(database, kind, state, 0);
+}
+
+int FindNext(CDatabase& database, ECatalogueKind kind, CFindState& state) {
+    const int last = database.Items(kind).PositionOf(state.found);
+    return FindFrom(database, kind, state, last >= 0 ? last + 1 : state.next);
 }

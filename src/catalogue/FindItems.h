@@ -1,10 +1,15 @@
 // Finding catalogue items by name and type.
 #pragma once
 
-#include "store/Database.h"
+#include "app/VelmoraDoc.h"
 
 /// First position from `first` on, in stored order, whose name holds `name` and whose type holds
 /// `type`, both compared in upper case; an empty text matches everything. -1 when there is none:
 /// the search does not start over.
 int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name, const QString& type,
                  int first);
+
+/// Finds from the first item on, and behind the last match wherever that stands by now. Both note
+/// the match in the state. -1 when there is none.
+int FindFirst(CDatabase& database, ECatalogueKind kind, CFindState& state);
+int FindNext(CDatabase& database, ECatalogueKind kind, CFindState& state);

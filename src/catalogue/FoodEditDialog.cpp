@@ -33,18 +33,6 @@ constexpr auto kToWeighed =
 int RowsOf(EServingMode mode) {
     return mode == EServingMode::Weighed ? kServingCount : 1;
 }
-
-/// What counts of a typed amount, in the form a person reads; nothing when it is no amount.
-std::optional<QString> AmountText(const QString& typed) {
-    if (typed.trimmed().isEmpty()) {
-        return QString();
-    }
-    const std::optional<double> amount = TypedNumber(typed);
-    if (!amount || *amount < 0) {
-        return std::nullopt;
-    }
-    return ShortestNumber(*amount).replace(u'.', QLocale().decimalPoint());
-}
 }  // namespace
 
 /// The cells show rounded numbers. A cell whose text is still the one shown keeps the stored
@@ -222,14 +210,14 @@ void CFoodEditDialog::EndServingEdit(int row, int column, const QString& text) {
         grid->SetCellText(row, 0, text.trimmed());
         return;
     }
-    const std::optional<QString> weight = AmountText(text);
+    const std::optional<QString> weight = TypedAmount(text);
     if (weight && text != grid->CellText(row, 1)) {
         grid->SetCellText(row, 1, *weight);
     }
 }
 
 void CFoodEditDialog::EndNutrientEdit(int row, const QString& text) {
-    const std::optional<QString> value = AmountText(text);
+    const std::optional<QString> value = TypedAmount(text);
     if (value && text != m_fields->nutrients->CellText(row, 1)) {
         m_fields->nutrients->SetCellText(row, 1, *value);
     }

@@ -1,6 +1,5 @@
 #include "catalogue/FoodsCsv.h"
 
-#include "catalogue/CsvFields.h"
 #include "platform/Messages.h"
 #include "store/NutrientTable.h"
 
@@ -15,27 +14,23 @@ CCsvVerdict Error(const char* message) {
     return {ECsvLine::Error, message};
 }
 
-CCsvVerdict WrongFieldCount(int count) {
-    if (count <= 2) {
-        return {};
-    }
-    return {ECsvLine::Error, "Invalid number of fields (%d) in line %d. Skipped.", count};
-}
+// Foods name the line after the offending one; kept.
+constexpr CCsvManners kManners = {1, false, "Import stopped."};
 }  // namespace
 
 CFoodsCsv::CFoodsCsv(CDatabase& database, const QString& folder)
     : m_database(database),
       m_categories(database, ECatalogueKind::Foods, folder),
-      m_existing(database) {}
+      m_existing(database, ECatalogueKind::Foods) {}
+
+const CCsvManners& CFoodsCsv::Manners() const {
+    return kManners;
+}
 
 CCsvVerdict CFoodsCsv::ReadLine(QStringView line) {
     CCsvFields fields(line);
-    const std::optional<QStringView> number = fields.Next();
-    if (!number || number->isEmpty() || number->contains("NDB_No"_L1)) {
-        return {};
-    }
-    if (number->contains("<End>"_L1)) {
-        return {ECsvLine::End};
+    if (const auto verdict = VerdictOnNumber(fields.Next())) {
+        return *verdict;
     }
     const std::optional<QStringView> category = fields.Next();
     if (!category || category->isEmpty()) {
@@ -102,7 +97,8 @@ EStored CFoodsCsv::Store(EExisting existing) {
     }
     m_food.SetCategoryId(categoryId);
     const bool check = existing != EExisting::DoNotCheck;
-    const int position = check ? m_existing.Find(m_food) : -1;
+    const int position =
+        check ? m_existing.Find(categoryId, m_food.GetName(), m_food.GetType()) : -1;
     if (position >= 0 && existing == EExisting::Skip) {
         return EStored::Skipped;
     }
@@ -112,58 +108,40 @@ EStored CFoodsCsv::Store(EExisting existing) {
     if (position >= 0) {
         return EStored::Replaced;
     }
-    if (check) {
-        m_existing.NoteAdded(m_food);
-    }
+    m_existing.NoteAdded(categoryId, m_food.GetName(), m_food.GetType());
     return EStored::Added;
 }
 
-void CFoodsCsv::WriteHeader(CTextFile& file) {
-    QByteArray header = "NDB_No,Category,Food name,Food type";
+void CFoodsCsv::WriteHeader(CCsvLineWriter& line) {
+    line.Raw("NDB_No,Category,Food name,Food type");
     for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
-        header.append(',').append(NutrientNamesOf(nutrient).csvName);
+        line.Raw(QByteArray(",").append(NutrientNamesOf(nutrient).csvName));
     }
     for (int serving = 1; serving <= kServingCount; ++serving) {
         const QByteArray number = QByteArray::number(serving);
-        header.append(",Serving size ").append(number).append(",Serving weight ").append(number);
+        line.Raw(",Serving size " + number + ",Serving weight " + number);
     }
-    file.WriteBytes(header.append("\r\n"));
+    line.EndLine();
 }
 
-bool CFoodsCsv::WriteItem(CTextFile& file, PropertyList& properties, int number) {
+bool CFoodsCsv::WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) {
     if (!m_food.SetProperties(std::move(properties))) {
         return false;
     }
-    m_line = QByteArray::number(number).rightJustified(4, '0').append(',');
-    WriteText(file, CategoryNameOf(m_food.GetCategoryId()));
-    WriteText(file, m_food.GetName());
-    WriteText(file, m_food.GetType());
+    line.Raw(QByteArray::number(number).rightJustified(4, '0') + ',');
+    line.Text(CategoryNameOf(m_food.GetCategoryId()));
+    line.Text(m_food.GetName());
+    line.Text(m_food.GetType());
     for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
-        AppendNumber(m_line, m_food.GetNutrientValue(nutrient));
+        line.Number(m_food.GetNutrientValue(nutrient));
     }
     for (int serving = 0; serving < kServingCount; ++serving) {
         const QString& name = m_food.GetServingNameW(serving);
-        WriteText(file, name);
-        AppendNumber(m_line, name.isEmpty() ? 0 : m_food.GetServingWeight(serving));
+        line.Text(name);
+        line.Number(name.isEmpty() ? 0 : m_food.GetServingWeight(serving));
     }
-    file.WriteBytes(m_line.append("\r\n"));
+    line.EndLine();
     return true;
-}
-
-/// Texts go through the file's code page, so the bytes collected so far leave first.
-void CFoodsCsv::WriteText(CTextFile& file, QStringView text) {
-    if (text.isEmpty()) {
-        m_line.append("\"\",");
-        return;
-    }
-    file.WriteBytes(m_line.append('"'));
-    if (text.contains(u'\n') || text.contains(u'\r')) {
-        // A pasted line break would end the record's line.
-        file.WriteText(text.toString().replace(u'\n', u' ').replace(u'\r', u' '));
-    } else {
-        file.WriteText(text);
-    }
-    m_line = "\",";
 }
 
 QString CFoodsCsv::CategoryNameOf(qint32 categoryId) {

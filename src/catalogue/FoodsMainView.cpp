@@ -1,9 +1,9 @@
 #include "catalogue/FoodsMainView.h"
 
+#include <QAction>
 #include <QPushButton>
 #include <QTimer>
 
-#include "catalogue/CatalogueKinds.h"
 #include "catalogue/CsvExchange.h"
 #include "catalogue/FoodEditDialog.h"
 #include "catalogue/StarterFoods.h"
@@ -65,8 +65,11 @@ void CFoodsMainView::OpenPreferences() {
     }
 }
 
-CFindState CFoodsMainView::FindState() {
-    return {Doc().foodFindName, Doc().foodFindType, Doc().foodFindNext};
+std::vector<QAction*> CFoodsMainView::Tools() {
+    auto* preferences = new QAction(u"Preferences..."_s, this);
+    preferences->setObjectName(u"Preferences"_s);
+    connect(preferences, &QAction::triggered, this, &CFoodsMainView::OpenPreferences);
+    return {preferences};
 }
 
 void CFoodsMainView::showEvent(QShowEvent* event) {
@@ -78,7 +81,7 @@ void CFoodsMainView::showEvent(QShowEvent* event) {
 }
 
 void CFoodsMainView::OfferStarterFoods() {
-    const bool isEmpty = CountItems(Database(), ECatalogueKind::Foods) == 0 &&
+    const bool isEmpty = Database().CountItems(ECatalogueKind::Foods) == 0 &&
                          Database().ListCategories(ECatalogueKind::Foods).empty();
     if (!isEmpty || m_settings.starterOffered || StarterFoodsPath().isEmpty()) {
         return;

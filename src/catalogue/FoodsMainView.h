@@ -14,11 +14,11 @@ class CFoodsMainView : public CCatalogueView {
 
   protected:
     EEdited EditItem(int position, qint32 categoryId) override;
-    void OpenPreferences() override;
-    CFindState FindState() override;
+    std::vector<QAction*> Tools() override;
     void showEvent(QShowEvent* event) override;
 
   private:
+    void OpenPreferences();
     /// Asks once whether an empty catalogue should start with the foods that ship with the program.
     void OfferStarterFoods();
     void ImportStarterFoods();

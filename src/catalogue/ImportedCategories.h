@@ -11,9 +11,11 @@ class CImportedCategories {
     CImportedCategories(CDatabase& database, ECatalogueKind kind, QString folder);
     /// Identifier of the category of that name; -1 when it cannot be created.
     qint32 IdOf(const QString& name);
+    /// The same without creating one.
+    qint32 FindIdOf(const QString& name);
 
   private:
-    qint32 FindOrCreate(const QString& name);
+    qint32 Create(const QString& name);
 
     CDatabase& m_database;
     ECatalogueKind m_kind;

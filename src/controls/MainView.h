@@ -42,6 +42,8 @@ class CMainView : public QWidget {
 enum EFrameCommand : int {
     kSwitchToDiet = kDietTabCommand,
     kSwitchToFoods = 65022,
+    kSwitchToMenus = 65023,
+    kSwitchToRecipes = 65024,
     kCommandOpenProfile = 1,
     kCommandPreferences,
     kCommandUser,

@@ -10,6 +10,7 @@
 #include <QTabBar>
 #include <QTimeEdit>
 
+#include "catalogue/CatalogueTexts.h"
 #include "catalogue/FindDialog.h"
 #include "controls/Grid.h"
 #include "controls/PickList.h"
@@ -40,8 +41,8 @@ QHBoxLayout* RowLayout(QWidget* row) {
 
 }  // namespace
 
-CAddFoodDialog::CAddFoodDialog(CVelmoraDoc& doc, CAddFoodForm& form, QWidget* parent)
-    : CDialog(u"Add Food"_s, parent), m_doc(doc), m_form(form) {
+CAddFoodDialog::CAddFoodDialog(CAddFoodForm& form, QWidget* parent)
+    : CDialog(u"Add Food"_s, parent), m_form(form) {
     SetPreferredSize(kPreferredWidth, kPreferredHeight);
     AddKindTabs();
     AddFields();
@@ -109,8 +110,9 @@ void CAddFoodDialog::AddFields() {
     form->addRow(servingLabel, servingRow);
 
     QWidget* timeRow = AddTimeRow();
-    auto* timeLabel = new QLabel(u"Time:"_s, this);
+    auto* timeLabel = new QLabel(m_form.HasTime() ? u"Time:"_s : QString(), this);
     timeLabel->setBuddy(m_time);
+    m_time->setVisible(m_form.HasTime());
     form->addRow(timeLabel, timeRow);
 }
 
@@ -250,8 +252,8 @@ void CAddFoodDialog::TakePicked(const QString& row) {
 }
 
 void CAddFoodDialog::Find() {
-    CFindDialog dialog(u"Please enter food name and/or type:"_s, m_doc.foodFindName,
-                       m_doc.foodFindType, this);
+    CFindDialog dialog(QString::fromLatin1(kFoodsTexts.findPrompt), m_form.FindState(),
+                       CFindDialog::EFields::NameAndType, this);
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }

@@ -12,11 +12,11 @@ class QLineEdit;
 class QTabBar;
 class QTimeEdit;
 
-/// Shows a form and brings it what the user does; the form decides. Form and document outlive it.
+/// Shows a form and brings it what the user does; the form decides and outlives it.
 class CAddFoodDialog : public CDialog {
     Q_OBJECT
   public:
-    CAddFoodDialog(CVelmoraDoc& doc, CAddFoodForm& form, QWidget* parent);
+    CAddFoodDialog(CAddFoodForm& form, QWidget* parent);
     ~CAddFoodDialog() override;
 
   protected:
@@ -40,7 +40,6 @@ class CAddFoodDialog : public CDialog {
     void FindNext();
     [[nodiscard]] CPickField* FieldOf(EPicker picker) const;
 
-    CVelmoraDoc& m_doc;
     CAddFoodForm& m_form;
     EPicker m_picker = EPicker::None;
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "catalogue/CatalogueTexts.h"
 #include "catalogue/FindItems.h"
 #include "diary/CatalogueChoices.h"
 #include "platform/Messages.h"
@@ -25,6 +26,11 @@ constexpr CKindRow kKinds[] = {
     {kAllowMenu, EItemKind::Menu},
     {kAllowRecipe, EItemKind::Recipe},
 };
+
+int BitOf(EItemKind kind) {
+    const auto* row = std::ranges::find(kKinds, kind, &CKindRow::kind);
+    return row == std::end(kKinds) ? 0 : row->bit;
+}
 
 /// How a picker is headed and what it says when it has nothing to list.
 struct CPickerRow {
@@ -58,11 +64,33 @@ CAddFoodRequest CAddFoodRequest::ForNewEntry(QTime time) {
 
 CAddFoodRequest CAddFoodRequest::ForEntry(CDatabase& database, const CDietEntry& entry) {
     CAddFoodRequest request;
-    const auto* row = std::ranges::find(kKinds, entry.GetKind(), &CKindRow::kind);
-    request.allowedKinds = row == std::end(kKinds) ? 0 : row->bit;
+    request.allowedKinds = BitOf(entry.GetKind());
     request.food = {entry.GetKind(), TimeOf(entry.GetMoment()), entry.GetAmount(),
                     ItemFromEntry(database, entry)};
     request.valuesAreTotals = true;
+    return request;
+}
+
+CAddFoodRequest CAddFoodRequest::ForNewComponent() {
+    CAddFoodRequest request = ForNewEntry({});
+    request.allowedKinds = kAllowFood | kAllowRecipe;
+    request.hasTime = false;
+    return request;
+}
+
+CAddFoodRequest CAddFoodRequest::ForComponent(CDatabase& database, const CComposedItem& component) {
+    CAddFoodRequest request;
+    request.allowedKinds = BitOf(component.GetItemKind());
+    request.hasTime = false;
+    request.valuesAreTotals = true;
+    CFoodItem item;
+    item.SetCategoryId(CategoryOfComponent(database, component));
+    item.SetName(component.GetName());
+    item.SetType(component.GetType());
+    item.SetNutrientValues(component.GetNutrientValues());
+    item.SetServingName(0, component.GetServingName());
+    item.SetServingWeight(0, component.GetServingX());
+    request.food = {component.GetItemKind(), {}, component.GetServingX(), item};
     return request;
 }
 
@@ -70,6 +98,7 @@ CAddFoodForm::CAddFoodForm(CVelmoraDoc& doc, const CAddFoodRequest& request)
     : m_doc(doc),
       m_allowedKinds(request.allowedKinds),
       m_refuseDuplicates(request.refuseDuplicates),
+      m_hasTime(request.hasTime),
       m_food(request.food),
       m_nutrients(doc.Preferences().DisplayedNutrients()),
       m_valuesAreTotals(request.valuesAreTotals),
@@ -161,24 +190,25 @@ EPicker CAddFoodForm::Pick(EPicker picker, const QString& row) {
 }
 
 bool CAddFoodForm::HasFindTexts() const {
-    return !m_doc.foodFindName.isEmpty() || !m_doc.foodFindType.isEmpty();
+    const CFindState& find = FindState();
+    return !find.name.isEmpty() || !find.type.isEmpty();
 }
 
 bool CAddFoodForm::Find(const QString& name, const QString& type) {
-    m_doc.foodFindName = name;
-    m_doc.foodFindType = type;
-    m_doc.foodFindNext = 0;
-    return FindNext();
+    FindState().name = name;
+    FindState().type = type;
+    return LoadFound(FindFirst(m_doc.Database(), ECatalogueKind::Foods, FindState()));
 }
 
 bool CAddFoodForm::FindNext() {
-    const int position = FindNextItem(m_doc.Database(), ECatalogueKind::Foods, m_doc.foodFindName,
-                                      m_doc.foodFindType, m_doc.foodFindNext);
+    return LoadFound(::FindNext(m_doc.Database(), ECatalogueKind::Foods, FindState()));
+}
+
+bool CAddFoodForm::LoadFound(int position) {
     if (position < 0) {
-        ShowInformation(u"Food not found."_s);
+        ShowInformation(QString::fromLatin1(kFoodsTexts.notFound));
         return false;
     }
-    m_doc.foodFindNext = position + 1;
     return Load(position);
 }
 
@@ -278,7 +308,7 @@ void CAddFoodForm::ClearItem(const QString& name) {
     TakeItem(item);
     m_servingText = kDefaultServing;
     m_valuesAreTotals = false;
-    m_isPicked = false;
+    m_pickedPosition = -1;
     m_amountText = ShownNumber(1.0, 2);
     Recompute(1.0);
 }
@@ -292,12 +322,12 @@ bool CAddFoodForm::LoadOfType(const QString& type) {
 bool CAddFoodForm::Load(int position) {
     CFoodItem food;
     if (!ReadAsFood(m_doc.Database(), Catalogue(), position, food)) {
-        ShowInformation(u"Cannot load food."_s);
+        ShowInformation(QString::fromLatin1(kFoodsTexts.cannotLoad));
         return false;
     }
     TakeItem(food);
     m_valuesAreTotals = false;
-    m_isPicked = true;
+    m_pickedPosition = position;
     return true;
 }
 
@@ -323,7 +353,7 @@ void CAddFoodForm::TakeItem(const CFoodItem& item) {
 void CAddFoodForm::Recompute(double amount) {
     const double ratio = amount / m_food.amount;
     m_food.amount = amount;
-    if (m_isPicked && !m_valuesAreTotals) {
+    if (m_pickedPosition >= 0 && !m_valuesAreTotals) {
         m_typed = {};
         return;
     }

@@ -21,9 +21,15 @@ struct CAddFoodRequest {
     /// The result becomes a catalogue item, which must not be there yet.
     bool refuseDuplicates = false;
 
+    /// Diary entries have a time, components of menus and recipes have none.
+    bool hasTime = true;
+
     /// An empty food, one serving of it, at `time`.
     static CAddFoodRequest ForNewEntry(QTime time);
     static CAddFoodRequest ForEntry(CDatabase& database, const CDietEntry& entry);
+    /// A food or recipe to become a component.
+    static CAddFoodRequest ForNewComponent();
+    static CAddFoodRequest ForComponent(CDatabase& database, const CComposedItem& component);
 };
 
 /// The lists that the fields open.
@@ -49,6 +55,10 @@ class CAddFoodForm {
     EPicker Pick(EPicker picker, const QString& row);
 
     [[nodiscard]] bool MayFind() const { return GetKind() == EItemKind::Food; }
+    /// The document's last find of a food.
+    [[nodiscard]] CFindState& FindState() const {
+        return m_doc.CatalogueState(ECatalogueKind::Foods).find;
+    }
     /// False when there is nothing to find again.
     [[nodiscard]] bool HasFindTexts() const;
     /// Both load the next match into the form and return true; false after "Food not found." or
@@ -74,6 +84,7 @@ class CAddFoodForm {
     /// 0.001 or less, or no number, becomes 1.
     void SetAmountText(const QString& text);
 
+    [[nodiscard]] bool HasTime() const { return m_hasTime; }
     [[nodiscard]] QTime GetTime() const { return m_food.time; }
     void SetTime(QTime time) { m_food.time = time; }
 
@@ -89,6 +100,8 @@ class CAddFoodForm {
     bool Confirm();
     /// Valid after Confirm.
     [[nodiscard]] const CChosenFood& GetResult() const { return m_result; }
+    /// Position of the catalogue item that was picked last; -1 when none was.
+    [[nodiscard]] int GetPickedPosition() const { return m_pickedPosition; }
 
   private:
     struct CServing {
@@ -104,6 +117,7 @@ class CAddFoodForm {
     void ClearItem(const QString& name);
     bool LoadOfType(const QString& type);
     bool Load(int position);
+    bool LoadFound(int position);
     void TakeItem(const CFoodItem& item);
     void Recompute(double amount);
     [[nodiscard]] double Computed(int nutrient) const;
@@ -113,6 +127,7 @@ class CAddFoodForm {
     CVelmoraDoc& m_doc;
     int m_allowedKinds;
     bool m_refuseDuplicates;
+    bool m_hasTime;
     /// The item as it came from the catalogue or the entry, with the amount and time shown.
     CChosenFood m_food;
     CChosenFood m_result;
@@ -128,6 +143,6 @@ class CAddFoodForm {
     /// Whether the item's values are totals for m_totalsAmount servings.
     bool m_valuesAreTotals;
     double m_totalsAmount;
-    bool m_isPicked = false;  ///< the item came from the catalogue
+    int m_pickedPosition = -1;  ///< of the item, when it came from the catalogue
     std::array<std::optional<CTyped>, kNutrientCount> m_typed;
 };

@@ -1,5 +1,7 @@
 #include "diary/CatalogueChoices.h"
 
+#include "diary/DietRules.h"
+
 #include <algorithm>
 
 namespace {
@@ -95,4 +97,25 @@ bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodIte
         default:
             return database.Foods().Read(position, food);
     }
+}
+
+qint32 CategoryOfComponent(CDatabase& database, const CComposedItem& component) {
+    const ECatalogueKind kind = CatalogueOf(component.GetItemKind());
+    const int position = component.GetItemKind() == EItemKind::Recipe
+                             ? database.FindRecipeById(component.GetItemId())
+                             : database.Items(kind).PositionOf(component.GetItemId());
+    CCatalogueItem item(kind);
+    return position >= 0 && database.Items(kind).ReadQuietly(position, item) ? item.GetCategoryId()
+                                                                             : -1;
+}
+
+qint32 ComponentItemId(CDatabase& database, EItemKind kind, int position) {
+    if (position < 0) {
+        return 0;
+    }
+    if (kind != EItemKind::Recipe) {
+        return static_cast<qint32>(database.Items(CatalogueOf(kind)).RecordAt(position));
+    }
+    CRecipeItem recipe;
+    return database.Recipes().ReadQuietly(position, recipe) ? recipe.GetItemId() : 0;
 }

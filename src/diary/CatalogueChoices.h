@@ -16,3 +16,10 @@ QStringList TypesOfName(CDatabase& database, ECatalogueKind kind, qint32 categor
 /// Reads a food, or a menu or recipe as a food whose values are those of one serving. False when
 /// there is no such record.
 bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodItem& food);
+
+/// Category of the food or recipe that a component was made of; -1 when that is gone or was never
+/// known.
+qint32 CategoryOfComponent(CDatabase& database, const CComposedItem& component);
+/// What a component keeps to know its catalogue item by: a recipe's own identifier, a food's
+/// record identifier; 0 for a negative position.
+qint32 ComponentItemId(CDatabase& database, EItemKind kind, int position);

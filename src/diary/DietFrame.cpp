@@ -17,6 +17,7 @@
 
 #include "app/SelectProfileDialog.h"
 #include "app/StartDialogs.h"
+#include "catalogue/ComposedMainView.h"
 #include "catalogue/FoodsMainView.h"
 #include "diary/DietMainView.h"
 #include "platform/Messages.h"
@@ -41,6 +42,8 @@ CMainView* CreateView(CVelmoraDoc& doc, QWidget* parent) {
 constexpr CViewRow kViews[] = {
     {kSwitchToDiet, "Diet", "Diet monitor tab", CreateView<CDietMainView>},
     {kSwitchToFoods, "Foods", "Foods tab", CreateView<CFoodsMainView>},
+    {kSwitchToMenus, "Menus", "Menus tab", CreateView<CMenusMainView>},
+    {kSwitchToRecipes, "Recipes", "Recipes tab", CreateView<CRecipesMainView>},
 };
 
 const CViewRow* FindView(int command) {

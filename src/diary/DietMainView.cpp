@@ -276,7 +276,7 @@ void CDietMainView::Add() {
         return;
     }
     CAddFoodForm form(m_doc, CAddFoodRequest::ForNewEntry(QTime::currentTime()));
-    CAddFoodDialog dialog(m_doc, form, this);
+    CAddFoodDialog dialog(form, this);
     if (dialog.exec() == QDialog::Accepted) {
         AddDietEntry(m_doc, m_doc.dayShown, m_doc.selectedMeal, form.GetResult());
         Reload();
@@ -290,7 +290,7 @@ void CDietMainView::Edit() {
     }
     const CDietEntry entry = m_day.Entry(rows.front());
     CAddFoodForm form(m_doc, CAddFoodRequest::ForEntry(m_doc.Database(), entry));
-    CAddFoodDialog dialog(m_doc, form, this);
+    CAddFoodDialog dialog(form, this);
     if (dialog.exec() == QDialog::Accepted) {
         EditDietEntry(m_doc, entry, form.GetResult());
         Reload(rows.front());

@@ -46,8 +46,12 @@ CWaitCursor::~CWaitCursor() {
 }
 
 QString FormatText(QLatin1StringView pattern, std::initializer_list<CTextArgument> arguments) {
+    return FormatText(pattern, std::span(arguments.begin(), arguments.size()));
+}
+
+QString FormatText(QLatin1StringView pattern, std::span<const CTextArgument> arguments) {
     QString result;
-    const auto* argument = arguments.begin();
+    auto argument = arguments.begin();
     for (qsizetype i = 0; i < pattern.size(); ++i) {
         if (pattern[i] != u'%' || i + 1 == pattern.size()) {
             result += pattern[i];

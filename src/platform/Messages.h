@@ -6,6 +6,7 @@
 #include <QString>
 #include <initializer_list>
 #include <memory>
+#include <span>
 #include <utility>
 
 #include "platform/Progress.h"
@@ -75,4 +76,5 @@ class CTextArgument {
 
 /// Fills the "%s", "%d" and "%ld" of `pattern` in order; "%%" gives "%". Values are not scanned
 /// again, so a name holding "%s" stands as it is.
+QString FormatText(QLatin1StringView pattern, std::span<const CTextArgument> arguments);
 QString FormatText(QLatin1StringView pattern, std::initializer_list<CTextArgument> arguments);

@@ -82,6 +82,17 @@ std::optional<double> TypedNumber(QStringView text, const QLocale& locale) {
     return FindLeadingNumber(text.trimmed(), separator.size() == 1 ? separator[0].unicode() : u'.');
 }
 
+std::optional<QString> TypedAmount(const QString& text, const QLocale& locale) {
+    if (text.trimmed().isEmpty()) {
+        return QString();
+    }
+    const std::optional<double> amount = TypedNumber(text, locale);
+    if (!amount || *amount < 0) {
+        return std::nullopt;
+    }
+    return ShortestNumber(*amount).replace(u'.', locale.decimalPoint());
+}
+
 QString FixedNumber(double value, int decimals, int width) {
     CFixedText text;
     const char* end = WriteFixed(text, value, decimals);

@@ -14,6 +14,10 @@ double LeadingNumber(QStringView text);
 /// Nothing when there is no finite number.
 std::optional<double> TypedNumber(QStringView text, const QLocale& locale = QLocale());
 
+/// What counts of a typed amount, as the shortest form with the locale's decimal separator; empty
+/// for an empty text. Nothing when it is negative or no number.
+std::optional<QString> TypedAmount(const QString& text, const QLocale& locale = QLocale());
+
 /// "%<width>.<decimals>f" with a point, whatever the locale.
 QString FixedNumber(double value, int decimals, int width = 1);
 

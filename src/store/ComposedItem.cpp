@@ -15,7 +15,8 @@ enum : int {
 };
 }  // namespace
 
-CComposedItem::CComposedItem(const CRecordLayout& layout) : CNutrientItem(layout, kFirstNutrient) {
+CComposedItem::CComposedItem(ECatalogueKind kind)
+    : CNutrientItem(CatalogueLayoutOf(kind).layout, kFirstNutrient) {
     SetServingX(1.0);
 }
 
@@ -27,11 +28,11 @@ void CComposedItem::SetParentId(qint32 id) {
     Set(kParentId, id);
 }
 
-EItemType CComposedItem::GetItemType() const {
-    return static_cast<EItemType>(Get<qint32>(kItemType));
+EItemKind CComposedItem::GetItemKind() const {
+    return static_cast<EItemKind>(Get<qint32>(kItemType));
 }
 
-void CComposedItem::SetItemType(EItemType type) {
+void CComposedItem::SetItemKind(EItemKind type) {
     Set(kItemType, static_cast<qint32>(type));
 }
 
@@ -80,14 +81,12 @@ void CComposedItem::Clear() {
     SetServingX(1.0);
 }
 
-CMenuItem::CMenuItem() : CComposedItem(kMenuLayout) {}
-
-CRecipeItem::CRecipeItem() : CComposedItem(kRecipeLayout) {}
-
-QString CRecipeItem::GetInstructions() const {
-    return Get<QString>(kInstructions);
+QString CComposedItem::GetInstructions() const {
+    return GetLayout().Count() > kInstructions ? Get<QString>(kInstructions) : QString();
 }
 
-void CRecipeItem::SetInstructions(const QString& text) {
-    SetText(kInstructions, text);
+void CComposedItem::SetInstructions(const QString& text) {
+    if (GetLayout().Count() > kInstructions) {
+        SetText(kInstructions, text);
+    }
 }

@@ -2,19 +2,22 @@
 // apart by its item type.
 #pragma once
 
-#include "store/ItemRecord.h"
+#include "store/CatalogueItem.h"
 
-/// Kind of a composed record or of the item a component stands for.
-enum class EItemType : qint32 { Food = 0, Menu = 1, Recipe = 2 };
+/// Menus and recipes are numbered from here on, past every category identifier and the marker of
+/// the view settings: both stand in property 0 of the same database.
+inline constexpr qint32 kFirstComposedId = 0x400000;
 
 /// What menus and recipes share. The parent is a category identifier for a menu or recipe itself
 /// and the owner's item identifier for a component.
 class CComposedItem : public CNutrientItem {
   public:
+    /// A menu or a recipe, or a component of one.
+    explicit CComposedItem(ECatalogueKind kind);
     [[nodiscard]] qint32 GetParentId() const;
     void SetParentId(qint32 id);
-    [[nodiscard]] EItemType GetItemType() const;
-    void SetItemType(EItemType type);
+    [[nodiscard]] EItemKind GetItemKind() const;
+    void SetItemKind(EItemKind type);
     [[nodiscard]] qint32 GetItemId() const;
     void SetItemId(qint32 id);
     [[nodiscard]] QString GetName() const;
@@ -26,21 +29,19 @@ class CComposedItem : public CNutrientItem {
     /// Number of servings; a new item holds 1.0.
     [[nodiscard]] double GetServingX() const;
     void SetServingX(double servings);
+    /// Recipes alone have them; menus give an empty text and keep none.
+    [[nodiscard]] QString GetInstructions() const;
+    void SetInstructions(const QString& text);
     /// As CItemRecord::Clear, then one serving.
     void Clear();
-
-  protected:
-    explicit CComposedItem(const CRecordLayout& layout);
 };
 
 class CMenuItem : public CComposedItem {
   public:
-    CMenuItem();
+    CMenuItem() : CComposedItem(ECatalogueKind::Menus) {}
 };
 
 class CRecipeItem : public CComposedItem {
   public:
-    CRecipeItem();
-    [[nodiscard]] QString GetInstructions() const;
-    void SetInstructions(const QString& text);
+    CRecipeItem() : CComposedItem(ECatalogueKind::Recipes) {}
 };

@@ -88,6 +88,10 @@ bool CDatabase::OpenCatalogue() {
              &m_foods, &m_menus, &m_recipes, &m_exlib, &m_categories}) {
         isOpen = isOpen && database->Open(false);
     }
+    if (isOpen) {
+        RemoveOrphanComponents(ECatalogueKind::Menus);
+        RemoveOrphanComponents(ECatalogueKind::Recipes);
+    }
     isOpen = group.Commit() && isOpen;
     if (!isOpen) {
         CloseCatalogue();
@@ -97,6 +101,7 @@ bool CDatabase::OpenCatalogue() {
 
 void CDatabase::CloseCatalogue() {
     CloseProfile();
+    m_lastItemIds.fill(0);
     for (CItemDatabaseBase* database : std::initializer_list<CItemDatabaseBase*>{
              &m_exlib, &m_recipes, &m_menus, &m_nutrientNames, &m_categories, &m_foods}) {
         database->Close();

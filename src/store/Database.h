@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QStringList>
+#include <array>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -56,6 +57,25 @@ class CDatabase {
     /// -1 when there is none. `except` is a position to pass over.
     int FindItem(ECatalogueKind kind, qint32 categoryId, const QString& name, const QString& type,
                  int except = -1);
+
+    /// The items of a kind, without the settings and components that stand behind them.
+    int CountItems(ECatalogueKind kind);
+
+    // Menus and recipes with their components; `itemId` is the menu's (recipe's) own identifier.
+
+    /// An identifier that no menu (recipe) has and no component refers to.
+    qint32 AllotItemId(ECatalogueKind kind);
+    /// In stored order.
+    std::vector<int> ComponentPositions(ECatalogueKind kind, qint32 itemId);
+    bool DeleteComponents(ECatalogueKind kind, qint32 itemId);
+    /// Adds a copy of a menu or recipe under another name, components included: all or nothing.
+    bool AddComposedCopy(ECatalogueKind kind, int position, const QString& name);
+    /// Deletes an item of any kind, a menu or recipe with its components: all or nothing.
+    bool DeleteItem(ECatalogueKind kind, int position);
+    /// Position of the recipe with that identifier; -1 when there is none.
+    int FindRecipeById(qint32 itemId);
+    /// Whether the recipe `itemId` is `wantedId` or holds it, directly or through others.
+    bool RecipeHolds(qint32 itemId, qint32 wantedId);
 
     /// Adds (position -1) or updates a category. False without a message when its name exists in
     /// the kind; with "Cannot add category. Maximum number of categories has been reached." at
@@ -134,6 +154,7 @@ class CDatabase {
         ECatalogueKind kind, const std::function<bool(const CCategoryEntry&)>& isIt);
     const std::vector<CUniqueName>& FillUniqueNames(ECatalogueKind kind, qint32 categoryId);
     void BringNutrientNamesToDefault();
+    void RemoveOrphanComponents(ECatalogueKind kind);
 
     QString m_volumePath;
     CRecordStore m_store;
@@ -150,6 +171,8 @@ class CDatabase {
 
     std::vector<CCategoryListEntry> m_categoryList;
     std::vector<CUniqueName> m_uniqueNames;
+    /// Of menus and of recipes: the last identifier allotted; 0 until it has been looked for.
+    std::array<qint32, 2> m_lastItemIds{};
     std::vector<CLoadedDietEntry> m_dietList;
     NutrientValues m_dietTotals{};
 };

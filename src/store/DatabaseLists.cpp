@@ -9,23 +9,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-// Where a kind keeps what its lists show; -1 where names alone tell items apart.
-struct CKindNumbers {
-    int name;
-    int type;
-    bool isSortedByType;
-};
-constexpr std::array<CKindNumbers, 4> kKindNumbers = {{
-    {1, 2, true},   // foods
-    {3, 4, false},  // menus
-    {3, 4, false},  // recipes
-    {1, 2, true},   // exercises
-}};
-
-const CKindNumbers& NumbersOf(ECatalogueKind kind) {
-    return kKindNumbers.at(static_cast<std::size_t>(kind));
-}
-
 // Numbers of a component or composed record.
 constexpr int kItemTypeNumber = 1;
 constexpr int kItemIdNumber = 2;
@@ -52,7 +35,7 @@ int FindComponent(CItemDatabaseBase& items, qint32 parentId, qint32 itemId) {
             }
             if (std::ssize(properties) == items.GetLayout().Count() &&
                 properties[kItemTypeNumber] ==
-                    PropertyValue(static_cast<qint32>(EItemType::Menu)) &&
+                    PropertyValue(static_cast<qint32>(EItemKind::Menu)) &&
                 properties[kItemIdNumber] == PropertyValue(itemId)) {
                 found = position;
             }
@@ -84,14 +67,13 @@ const std::vector<CCategoryListEntry>& CDatabase::FillCategoryList(ECatalogueKin
         return m_categoryList;
     }
     CItemDatabaseBase& items = Items(kind);
-    const CKindNumbers& numbers = NumbersOf(kind);
+    const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
     const int expected = items.GetLayout().Count();
     items.ForEachFrom(
         items.FirstPositionOf(categoryId),
         [&](int position, PropertyList& properties) {
-            // The view settings stand right behind the last category; they are no damaged item.
-            if (m_categoryList.size() == kCatalogueListCapacity ||
-                ParentOf(properties) == CViewSettings::kMarker) {
+            // What stands behind the last category is no damaged item.
+            if (m_categoryList.size() == kCatalogueListCapacity || IsBehindItems(properties)) {
                 return false;
             }
             if (std::ssize(properties) != expected) {
@@ -108,7 +90,7 @@ const std::vector<CCategoryListEntry>& CDatabase::FillCategoryList(ECatalogueKin
         numbers.type + 1);
     std::ranges::stable_sort(m_categoryList, [&numbers](const auto& left, const auto& right) {
         int order = left.name.compare(right.name, Qt::CaseInsensitive);
-        if (order == 0 && numbers.isSortedByType) {
+        if (order == 0 && numbers.namesType) {
             order = left.type.compare(right.type, Qt::CaseInsensitive);
         }
         return order < 0;
@@ -136,8 +118,7 @@ const std::vector<CUniqueName>& CDatabase::FillUniqueNames(ECatalogueKind kind, 
         isAll ? 0 : items.FirstPositionOf(categoryId),
         [&](int position, PropertyList& properties) {
             const qint32 parent = ParentOf(properties);
-            if (m_uniqueNames.size() == kCatalogueListCapacity ||
-                parent == CViewSettings::kMarker) {
+            if (m_uniqueNames.size() == kCatalogueListCapacity || IsBehindItems(properties)) {
                 return false;
             }
             if (std::ssize(properties) != expected) {
@@ -153,14 +134,14 @@ const std::vector<CUniqueName>& CDatabase::FillUniqueNames(ECatalogueKind kind, 
             if (!m_uniqueNames.empty() && m_uniqueNames.back().categoryId != parent) {
                 namesOfCategory.clear();
             }
-            const QString name = TextOf(properties, NumbersOf(kind).name);
+            const QString name = TextOf(properties, CatalogueLayoutOf(kind).name);
             if (!namesOfCategory.contains(name)) {
                 namesOfCategory.insert(name);
                 m_uniqueNames.push_back({parent, name});
             }
             return true;
         },
-        NumbersOf(kind).name + 1);
+        CatalogueLayoutOf(kind).name + 1);
     std::ranges::stable_sort(m_uniqueNames, [](const auto& left, const auto& right) {
         return left.categoryId != right.categoryId
                    ? left.categoryId < right.categoryId
@@ -180,7 +161,7 @@ int CDatabase::FindRecipe(qint32 parentId, qint32 itemId) {
 int CDatabase::FindItem(ECatalogueKind kind, qint32 categoryId, const QString& name,
                         const QString& type, int except) {
     CItemDatabaseBase& items = Items(kind);
-    const CKindNumbers& numbers = NumbersOf(kind);
+    const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
     int found = kNoPosition;
     items.ForEachFrom(
         items.FirstPositionOf(categoryId),
@@ -190,7 +171,7 @@ int CDatabase::FindItem(ECatalogueKind kind, qint32 categoryId, const QString& n
             }
             if (position != except && std::ssize(properties) == items.GetLayout().Count() &&
                 TextOf(properties, numbers.name) == name &&
-                (!numbers.isSortedByType || TextOf(properties, numbers.type) == type)) {
+                (!numbers.namesType || TextOf(properties, numbers.type) == type)) {
                 found = position;
             }
             return found == kNoPosition;

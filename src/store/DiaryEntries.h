@@ -2,15 +2,12 @@
 #pragma once
 
 #include "platform/FileTime.h"
-#include "store/ItemRecord.h"
+#include "store/CatalogueItem.h"
 
 /// Meal codes 0 to 5.
 inline constexpr int kMealCount = 6;
 /// "Breakfast" to "Evening"; `meal` 0 to 5.
 QString MealName(int meal);
-
-/// Kind of a catalogue item in the diet diary.
-enum class EItemKind : qint32 { Food = 0, Menu = 1, Recipe = 2 };
 
 /// What was eaten: a snapshot of the item, so later changes to the catalogue do not touch it.
 class CDietEntry : public CNutrientItem {

@@ -68,6 +68,20 @@ bool CItemDatabaseBase::Delete(int position) {
     return m_store.DeleteRecord(m_handle, position);
 }
 
+ObjectId CItemDatabaseBase::RecordAt(int position) {
+    return m_store.SeekToPosition(m_handle, position);
+}
+
+int CItemDatabaseBase::PositionOf(ObjectId record) {
+    const int count = record == 0 ? 0 : Count();
+    for (int position = 0; position < count; ++position) {
+        if (RecordAt(position) == record) {
+            return position;
+        }
+    }
+    return kNoPosition;
+}
+
 int CItemDatabaseBase::FirstPositionOf(qint64 key) {
     return m_store.FirstPositionOf(m_handle, key);
 }

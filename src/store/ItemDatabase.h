@@ -33,6 +33,11 @@ class CItemDatabaseBase {
     /// Failure shows "Cannot delete record. Error=%d".
     bool Delete(int position);
 
+    /// Identifier of the record at a position, which outlives its moves; 0 when there is none.
+    ObjectId RecordAt(int position);
+    /// Position of that record, looked for from the front; -1 when it is gone.
+    int PositionOf(ObjectId record);
+
     /// See CRecordStore.
     int FirstPositionOf(qint64 key);
     int FirstPositionInRange(qint64 low, qint64 high);

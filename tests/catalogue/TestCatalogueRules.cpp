@@ -174,7 +174,7 @@ class TestCatalogueRules : public QObject {
         }
         QVERIFY(Database().SaveViewSettings(ECatalogueKind::Foods, CViewSettings()));
         QTEST(FindNextItem(Database(), ECatalogueKind::Foods, name, type, first), "found");
-        QCOMPARE(CountItems(Database(), ECatalogueKind::Foods), 3);
+        QCOMPARE(Database().CountItems(ECatalogueKind::Foods), 3);
     }
 
     void cleanup() {

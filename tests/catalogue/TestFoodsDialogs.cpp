@@ -192,7 +192,8 @@ class TestFoodsDialogs : public QObject {
     }
 
     void findWantsSomethingToFind() {
-        CFindDialog dialog(u"Please enter food name and/or type:"_s, {}, {}, nullptr);
+        CFindDialog dialog(u"Please enter food name and/or type:"_s, {},
+                           CFindDialog::EFields::NameAndType, nullptr);
         Show(dialog);
         PressOk(dialog);
         QCOMPARE(m_messages.TakeShown(),

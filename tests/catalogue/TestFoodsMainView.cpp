@@ -117,7 +117,7 @@ class TestFoodsMainView : public QObject {
         QTest::keyClick(m_list, Qt::Key_Delete);
         QCOMPARE(m_messages.asked.last(), u"Are you sure you want to delete 2 foods?"_s);
         QCOMPARE(Listed(), QStringList());
-        QCOMPARE(CountItems(Database(), ECatalogueKind::Foods), 1);
+        QCOMPARE(Database().CountItems(ECatalogueKind::Foods), 1);
     }
 
     void findGoesFromMatchToMatchAndEnds() {

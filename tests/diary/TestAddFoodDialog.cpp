@@ -14,8 +14,7 @@ namespace {
 /// The dialog on a new entry, shown and with the parts that the tests reach for.
 struct COpenDialog {
     explicit COpenDialog(CDiaryFixture& diary)
-        : form(*diary.doc, CAddFoodRequest::ForNewEntry(QTime(12, 30, 15))),
-          dialog(*diary.doc, form, nullptr) {
+        : form(*diary.doc, CAddFoodRequest::ForNewEntry(QTime(12, 30, 15))), dialog(form, nullptr) {
         dialog.show();
         QApplication::setActiveWindow(&dialog);
         QVERIFY(QTest::qWaitForWindowActive(&dialog));

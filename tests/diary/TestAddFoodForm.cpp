@@ -79,7 +79,7 @@ class TestAddFoodForm : public QObject {
         CDiaryFixture diary;
         CRecipeItem recipe;
         recipe.SetParentId(diary.AddCategory(ECatalogueKind::Recipes, u"Cakes"_s));
-        recipe.SetItemType(EItemType::Recipe);
+        recipe.SetItemKind(EItemKind::Recipe);
         recipe.SetItemId(0x100001);
         recipe.SetName(u"Apple pie"_s);
         recipe.SetServingName(u"1 slice"_s);

@@ -66,7 +66,7 @@ class TestDietFrame : public QObject {
         }
         QCOMPARE(tips, (QStringList{u"Add food/menu/recipe to meal"_s,
                                     u"Delete food/menu/recipe from meal"_s, u"Diet monitor tab"_s,
-                                    u"Foods tab"_s}));
+                                    u"Foods tab"_s, u"Menus tab"_s, u"Recipes tab"_s}));
     }
 
     void preferencesRefreshTheView() {

@@ -23,10 +23,10 @@ CFoodItem Food(qint32 categoryId, const QString& name, const QString& type) {
     return food;
 }
 
-CMenuItem Menu(qint32 parentId, EItemType type, qint32 itemId, const QString& name) {
+CMenuItem Menu(qint32 parentId, EItemKind type, qint32 itemId, const QString& name) {
     CMenuItem menu;
     menu.SetParentId(parentId);
-    menu.SetItemType(type);
+    menu.SetItemKind(type);
     menu.SetItemId(itemId);
     menu.SetName(name);
     return menu;
@@ -211,8 +211,8 @@ class TestDatabase : public QObject {
     }
 
     void menusAreFoundUnderTheirParent() {
-        QVERIFY(m_database->Menus().Write(-1, Menu(1, EItemType::Food, 500, u"other"_s)));
-        QVERIFY(m_database->Menus().Write(-1, Menu(1, EItemType::Menu, 500, u"Brunch"_s)));
+        QVERIFY(m_database->Menus().Write(-1, Menu(1, EItemKind::Food, 500, u"other"_s)));
+        QVERIFY(m_database->Menus().Write(-1, Menu(1, EItemKind::Menu, 500, u"Brunch"_s)));
         QCOMPARE(m_database->FindMenu(1, 500), 1);
         QCOMPARE(m_database->FindMenu(2, 500), -1);
         QCOMPARE(m_database->FindMenu(1, 501), -1);

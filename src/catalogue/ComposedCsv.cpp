@@ -1,0 +1,312 @@
+#include "catalogue/ComposedCsv.h"
+
+#include "catalogue/CatalogueKinds.h"
+#include "platform/Messages.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kLongestText = 127;
+constexpr int kLongestServingName = 63;
+constexpr int kLongestNumber = 19;
+/// Fields before the values: number, item type, category, name, food name.
+constexpr int kFirstValue = 5;
+/// One more than there are nutrients.
+constexpr int kValuesRead = kNutrientCount + 1;
+
+constexpr CCsvManners kManners = {0, true, "Too many errors. Import stopped."};
+
+/// What the two kinds say and are called in the file.
+struct CComposedWords {
+    const char* marker;
+    const char* item;  ///< item type of a menu (recipe) line
+    const char* header;
+    const char* invalidName;
+    const char* noOwner;
+};
+constexpr CComposedWords kMenuWords = {
+    "<Menus>",
+    "Menu",
+    "NDB_No,Item type,Category,Menu name,Food name",
+    "Invalid menu name in line %d. Skipped.",
+    "Cannot find menu for food in line %d. Skipped.",
+};
+constexpr CComposedWords kRecipeWords = {
+    "<Recipes>",
+    "Recipe",
+    "NDB_No,Item type,Category,Recipe name,Food name",
+    "Invalid recipe name in line %d. Skipped.",
+    "Cannot find recipe for food in line %d. Skipped.",
+};
+
+const CComposedWords& WordsOf(ECatalogueKind kind) {
+    return kind == ECatalogueKind::Menus ? kMenuWords : kRecipeWords;
+}
+
+CCsvVerdict Error(const char* message) {
+    return {ECsvLine::Error, message};
+}
+
+CCsvVerdict Fatal(const char* message) {
+    return {ECsvLine::Error, message, -1, true};
+}
+
+bool HasLength(QStringView field, int most) {
+    return !field.isEmpty() && field.size() <= most;
+}
+
+bool IsEscapeLetter(QChar character) {
+    return character == u'r' || character == u'n' || character == u'q' || character == u'\\';
+}
+}  // namespace
+
+CComposedCsv::CComposedCsv(CDatabase& database, ECatalogueKind kind, const QString& folder)
+    : m_database(database),
+      m_kind(kind),
+      m_categories(database, kind, folder),
+      m_existing(database, kind),
+      m_item(kind) {}
+
+const char* CComposedCsv::Marker() const {
+    return WordsOf(m_kind).marker;
+}
+
+const CCsvManners& CComposedCsv::Manners() const {
+    return kManners;
+}
+
+CCsvVerdict CComposedCsv::ReadLine(QStringView line) {
+    CCsvFields fields(line);
+    if (const auto verdict = VerdictOnNumber(fields.Next())) {
+        return *verdict;
+    }
+    const std::optional<QStringView> itemType = fields.Next();
+    if (!itemType) {
+        return WrongFieldCount(1);
+    }
+    m_item.Clear();
+    const bool isOwner = *itemType == QLatin1StringView(WordsOf(m_kind).item);
+    if (!isOwner && *itemType != "Food"_L1 && *itemType != "Recipe"_L1) {
+        return Error("Invalid item type in line %d. Skipped.");
+    }
+    m_isComponent = !isOwner;
+    m_item.SetItemKind(*itemType == "Food"_L1     ? EItemKind::Food
+                       : *itemType == "Recipe"_L1 ? EItemKind::Recipe
+                                                  : EItemKind::Menu);
+    const std::optional<QStringView> category = fields.Next();
+    if (!category) {
+        return WrongFieldCount(2);
+    }
+    if (!HasLength(*category, kLongestText)) {
+        return Fatal("Invalid category in line %d. Skipped.");
+    }
+    m_categoryName = category->toString();
+    const std::optional<QStringView> name = fields.Next();
+    if (!name) {
+        return WrongFieldCount(3);
+    }
+    if (!HasLength(*name, kLongestText)) {
+        return Fatal(WordsOf(m_kind).invalidName);
+    }
+    m_item.SetName(name->toString());  // cut to what a record holds
+    if (m_isComponent && !FindOwner(m_categoryName, m_item.GetName())) {
+        return Fatal(WordsOf(m_kind).noOwner);
+    }
+    const std::optional<QStringView> foodName = fields.Next();
+    if (!foodName) {
+        return WrongFieldCount(4);
+    }
+    if (m_isComponent) {
+        if (!HasLength(*foodName, kLongestText)) {
+            return Error("Invalid food type in line %d. Skipped.");
+        }
+        m_item.SetName(foodName->toString());
+    }
+    return ReadValues(fields);
+}
+
+CCsvVerdict CComposedCsv::ReadValues(CCsvFields& fields) {
+    for (int value = 0; value < kValuesRead; ++value) {
+        const std::optional<QStringView> field = fields.Next();
+        if (!field) {
+            return WrongFieldCount(kFirstValue + value);
+        }
+        m_item.SetNutrientValue(value, ImportedNumber(*field));
+    }
+    const std::optional<QStringView> serving = fields.Next();
+    if (!serving) {
+        return WrongFieldCount(kFirstValue + kValuesRead);
+    }
+    if (!HasLength(*serving, kLongestServingName)) {
+        return Error("Invalid serving size in line %d. Skipped.");
+    }
+    m_item.SetServingName(serving->toString());
+    const std::optional<QStringView> servings = fields.Next();
+    if (!servings) {
+        return WrongFieldCount(kFirstValue + kValuesRead + 1);
+    }
+    if (!HasLength(*servings, kLongestNumber)) {
+        return Error("Invalid number of servings in line %d. Skipped.");
+    }
+    m_item.SetServingX(ImportedNumber(*servings));
+    if (IsRecipes()) {
+        const std::optional<QStringView> instructions = fields.Next();
+        if (!instructions) {
+            return WrongFieldCount(kFirstValue + kValuesRead + 2);
+        }
+        m_item.SetInstructions(UnescapedInstructions(*instructions));
+    }
+    return {ECsvLine::Item};
+}
+
+bool CComposedCsv::FindOwner(const QString& category, const QString& name) {
+    if (m_owner.itemId != 0 && m_owner.category == category && m_owner.name == name) {
+        return true;
+    }
+    const qint32 categoryId = m_categories.FindIdOf(category);
+    const int position = categoryId < 0 ? kNoPosition : m_existing.Find(categoryId, name, {});
+    m_owner = {category, name, position < 0 ? 0 : ItemIdAt(position)};
+    return m_owner.itemId != 0;
+}
+
+qint32 CComposedCsv::ItemIdAt(int position) {
+    CComposedItem item(m_kind);
+    return m_database.Items(m_kind).ReadQuietly(position, item) ? item.GetItemId() : 0;
+}
+
+EStored CComposedCsv::Store(EExisting existing) {
+    if (!m_isComponent) {
+        return StoreOwner(existing);
+    }
+    if (existing == EExisting::Skip && !m_taken.contains(m_owner.itemId)) {
+        return EStored::Uncounted;
+    }
+    m_item.SetParentId(m_owner.itemId);
+    return m_database.Items(m_kind).Write(kNoPosition, m_item) ? EStored::Uncounted
+                                                               : EStored::Failed;
+}
+
+EStored CComposedCsv::StoreOwner(EExisting existing) {
+    const qint32 categoryId = m_categories.IdOf(m_categoryName);
+    if (categoryId < 0) {
+        return EStored::Failed;
+    }
+    const bool check = existing != EExisting::DoNotCheck;
+    const int position = check ? m_existing.Find(categoryId, m_item.GetName(), {}) : kNoPosition;
+    const qint32 itemId = position < 0 ? m_database.AllotItemId(m_kind) : ItemIdAt(position);
+    m_owner = {m_categoryName, m_item.GetName(), itemId};
+    if (position >= 0 && existing == EExisting::Skip) {
+        return EStored::Skipped;
+    }
+    m_taken.insert(itemId);
+    m_item.SetParentId(categoryId);
+    m_item.SetItemId(itemId);
+    if ((position >= 0 && !m_database.DeleteComponents(m_kind, itemId)) ||
+        !m_database.Items(m_kind).Write(position, m_item)) {
+        return EStored::Failed;
+    }
+    if (position >= 0) {
+        return EStored::Replaced;
+    }
+    m_existing.NoteAdded(categoryId, m_item.GetName(), {});
+    return EStored::Added;
+}
+
+void CComposedCsv::WriteHeader(CCsvLineWriter& line) {
+    line.Raw(WordsOf(m_kind).header);
+    for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
+        line.Raw(QByteArray(",").append(NutrientNamesOf(nutrient).csvName));
+    }
+    line.Raw(",Serving size,Number of servings");
+    if (IsRecipes()) {
+        line.Raw(",Instructions");
+    }
+    line.EndLine();
+}
+
+bool CComposedCsv::WriteItem(CCsvLineWriter& line, PropertyList& properties, int) {
+    if (!m_item.SetProperties(std::move(properties))) {
+        return false;
+    }
+    QString category = m_database.CategoryNameOf(m_kind, m_item.GetParentId());
+    if (category.isEmpty()) {
+        category = u"Undefined"_s;
+    }
+    WriteRecord(line, m_item, category, m_item);
+    CComposedItem component(m_kind);
+    for (const int position : m_database.ComponentPositions(m_kind, m_item.GetItemId())) {
+        if (m_database.Items(m_kind).Read(position, component)) {
+            WriteRecord(line, component, category, m_item);
+        }
+    }
+    return true;
+}
+
+void CComposedCsv::WriteRecord(CCsvLineWriter& line, const CComposedItem& record,
+                               const QString& category, const CComposedItem& owner) {
+    const bool isOwner = &record == &owner;
+    line.Raw(QByteArray::number(owner.GetItemId()) + ',');
+    if (isOwner) {
+        line.Raw(WordsOf(m_kind).item);
+        line.Raw(",");
+    } else if (record.GetItemKind() == EItemKind::Food) {
+        line.Raw("Food,");
+    } else if (record.GetItemKind() == EItemKind::Recipe && !IsRecipes()) {
+        line.Raw("Recipe,");
+    } else {
+        line.Raw("Undefined");  // without a comma, as files have always had it
+    }
+    line.Text(category);
+    line.Text(owner.GetName());
+    if (isOwner) {
+        line.Raw(",");
+    } else {
+        line.Text(record.GetName());
+    }
+    for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
+        line.Number(record.GetNutrientValue(nutrient));
+    }
+    line.Text(record.GetServingName());
+    line.Number(record.GetServingX());
+    if (IsRecipes()) {
+        line.Text(isOwner ? EscapedInstructions(record.GetInstructions()) : QString());
+    }
+    line.EndLine();
+}
+
+QString EscapedInstructions(const QString& text) {
+    QString field;
+    field.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar character = text[i];
+        const QChar next = i + 1 < text.size() ? text[i + 1] : QChar();
+        if (character == u'\r') {
+            field += "\\r"_L1;
+        } else if (character == u'\n') {
+            field += "\\n"_L1;
+        } else if (character == u'"' && (i == 0 || next.isNull() || next == u',')) {
+            field += "\\q"_L1;
+        } else if (character == u'\\' &&
+                   (IsEscapeLetter(next) || next == u'\r' || next == u'\n' || next == u'"')) {
+            field += "\\\\"_L1;
+        } else {
+            field += character;
+        }
+    }
+    return field;
+}
+
+QString UnescapedInstructions(QStringView field) {
+    QString text;
+    text.reserve(field.size());
+    for (qsizetype i = 0; i < field.size(); ++i) {
+        const QChar next = i + 1 < field.size() ? field[i + 1] : QChar();
+        if (field[i] != u'\\' || !IsEscapeLetter(next)) {
+            text += field[i];
+            continue;
+        }
+        ++i;
+        text += next == u'r' ? u'\r' : next == u'n' ? u'\n' : next == u'q' ? u'"' : u'\\';
+    }
+    return text;
+}

@@ -1,0 +1,60 @@
+// Menus and recipes as lines of an exchange file: a line each, followed by a line a component.
+#pragma once
+
+#include <QSet>
+
+#include "catalogue/CsvLayout.h"
+#include "catalogue/ExistingItems.h"
+#include "catalogue/ImportedCategories.h"
+
+/// Menus are written in 61 columns and recipes in 62, and read with one column more, between the
+/// nutrients and the serving: files are read by field position, and the difference is kept. That
+/// column is handed to the nutrients' accessor, which reports its wrong index.
+///
+/// A menu or recipe that is replaced loses its components to those that follow it in the file; the
+/// components of a skipped one are dropped with it.
+class CComposedCsv : public CCsvLayout {
+  public:
+    CComposedCsv(CDatabase& database, ECatalogueKind kind, const QString& folder);
+
+    [[nodiscard]] const char* Marker() const override;
+    [[nodiscard]] const CCsvManners& Manners() const override;
+    CCsvVerdict ReadLine(QStringView line) override;
+    EStored Store(EExisting existing) override;
+    void WriteHeader(CCsvLineWriter& line) override;
+    bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) override;
+
+  private:
+    /// The menu or recipe that component lines belong to.
+    struct COwner {
+        QString category;
+        QString name;
+        qint32 itemId = 0;
+    };
+
+    /// The fields behind the names.
+    CCsvVerdict ReadValues(CCsvFields& fields);
+    /// False when no menu or recipe of that category and name is there.
+    bool FindOwner(const QString& category, const QString& name);
+    EStored StoreOwner(EExisting existing);
+    [[nodiscard]] qint32 ItemIdAt(int position);
+    void WriteRecord(CCsvLineWriter& line, const CComposedItem& record, const QString& category,
+                     const CComposedItem& owner);
+    [[nodiscard]] bool IsRecipes() const { return m_kind == ECatalogueKind::Recipes; }
+
+    CDatabase& m_database;
+    ECatalogueKind m_kind;
+    CImportedCategories m_categories;
+    CExistingItems m_existing;
+    CComposedItem m_item;
+    QString m_categoryName;
+    bool m_isComponent = false;
+    COwner m_owner;
+    QSet<qint32> m_taken;  ///< menus or recipes that this run has added or replaced
+};
+
+/// Instructions as one field of a line: CR and LF as "\r" and "\n". Quotes that would end the
+/// field, or be dropped at its ends, become "\q"; a backslash before one of these letters or
+/// before another backslash is doubled.
+QString EscapedInstructions(const QString& text);
+QString UnescapedInstructions(QStringView field);

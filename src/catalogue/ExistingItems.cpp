@@ -1,0 +1,67 @@
+#include "catalogue/ExistingItems.h"
+
+CExistingItems::CExistingItems(CDatabase& database, ECatalogueKind kind)
+    : m_database(database), m_kind(kind), m_numbers(CatalogueLayoutOf(kind)), m_scratch(kind) {}
+
+int CExistingItems::Find(qint32 categoryId, const QString& name, const QString& type) {
+    const CIndex& index = IndexOf(categoryId);
+    const auto place = index.places.constFind(HashOf(name, type));
+    if (place == index.places.constEnd()) {
+        return -1;
+    }
+    CItemDatabaseBase& items = m_database.Items(m_kind);
+    const int position = items.FirstPositionOf(categoryId) + *place;
+    if (items.ReadQuietly(position, m_scratch) && m_scratch.GetCategoryId() == categoryId &&
+        m_scratch.GetName() == name && (!m_numbers.namesType || m_scratch.GetType() == type)) {
+        return position;
+    }
+    // Two names share a hash, or a record cannot be read.
+    return m_database.FindItem(m_kind, categoryId, name, type);
+}
+
+void CExistingItems::NoteAdded(qint32 categoryId, const QString& name, const QString& type) {
+    // A category not read yet will be read with what was added.
+    if (const auto index = m_indexes.find(categoryId); index != m_indexes.end()) {
+        Enter(*index, HashOf(name, type));
+    }
+}
+
+CExistingItems::CIndex& CExistingItems::IndexOf(qint32 categoryId) {
+    const auto known = m_indexes.find(categoryId);
+    if (known != m_indexes.end()) {
+        return *known;
+    }
+    CIndex& index = m_indexes[categoryId];
+    CItemDatabaseBase& items = m_database.Items(m_kind);
+    const int first = items.FirstPositionOf(categoryId);
+    items.ForEachFrom(
+        first,
+        [&](int position, PropertyList& properties) {
+            if (std::ssize(properties) != m_numbers.layout.Count()) {
+                return !IsBehindItems(properties);
+            }
+            if (properties[0] != PropertyValue(categoryId)) {
+                return false;
+            }
+            index.count = position - first;  // records that cannot be read keep their places
+            const auto* name = std::get_if<QString>(&properties[m_numbers.name]);
+            const auto* type = std::get_if<QString>(&properties[m_numbers.type]);
+            if (name != nullptr && type != nullptr) {
+                Enter(index, HashOf(*name, *type));
+            }
+            return true;
+        },
+        m_numbers.type + 1);
+    return index;
+}
+
+size_t CExistingItems::HashOf(const QString& name, const QString& type) const {
+    return m_numbers.namesType ? qHashMulti(0, name, type) : qHash(name);
+}
+
+void CExistingItems::Enter(CIndex& index, size_t hash) {
+    if (!index.places.contains(hash)) {
+        index.places.insert(hash, index.count);
+    }
+    ++index.count;
+}
