@@ -1,6 +1,7 @@
 // velmora-cli: the core without windows, for scripts, back-ups and tests.
 #include <QCoreApplication>
 #include <QStringList>
+#include <algorithm>
 #include <cstdio>
 #include <vector>
 
@@ -16,7 +17,7 @@ namespace {
 std::vector<CCommand> AllCommands() {
     std::vector<CCommand> commands;
     for (const std::span<const CCommand> group :
-         {ProfileCommands(), FoodCommands(), DietCommands()}) {
+         {ProfileCommands(), CatalogueCommands(), CategoryCommands(), DietCommands()}) {
         commands.insert(commands.end(), group.begin(), group.end());
     }
     return commands;
@@ -48,14 +49,18 @@ int Run(const CCommand& command, const QStringList& words, const QString& volume
     if (!arguments.GetError().isEmpty()) {
         return Refuse(command, arguments.GetError());
     }
-    if (arguments.Has(kYesOption.name)) {
+    const bool wantsYes =
+        std::ranges::any_of(command.options, [](const COptionDescription& option) {
+            return option.name == kYesOption.name;
+        });
+    if (!wantsYes || arguments.Has(kYesOption.name)) {
         messages.AnswerYes();
     }
     CVelmoraDoc doc(volumePath);
     if (!doc.OpenCatalogue()) {
         return kExitRefused;
     }
-    CCommandContext context{doc, arguments};
+    CCommandContext context{doc, arguments, command.kind};
     const bool done = command.run(context);
     if (!arguments.GetError().isEmpty()) {
         return Refuse(command, arguments.GetError());
@@ -82,6 +87,11 @@ int main(int argc, char* argv[]) {
     if (words.size() == 1 && words.first() == "--version"_L1) {
         PrintLine(stdout, u"velmora-cli "_s + QStringLiteral(VELMORA_VERSION));
         return kExitDone;
+    }
+    // "categories --kind foods list" reads as "categories list --kind foods".
+    if (words.size() >= 4 && words[1].startsWith("--"_L1)) {
+        words.move(1, words.size() - 1);
+        words.move(1, words.size() - 1);
     }
     for (const CCommand& command : AllCommands()) {
         if (words.value(0) == QLatin1StringView(command.group) &&

@@ -37,12 +37,18 @@ CArguments::CArguments(const QStringList& words, std::span<const COptionDescript
         }
     }
     for (const COptionDescription& option : options) {
-        if (option.isRequired && !Has(option.name)) {
-            Note(QLatin1StringView(option.name) + u" is missing"_s);
+        if (option.isRequired) {
+            Require(option.name);
         }
     }
     if (m_words.size() != wordCount) {
         Note(u"%1 words are needed, %2 are given"_s.arg(wordCount).arg(m_words.size()));
+    }
+}
+
+void CArguments::Require(const char* option) {
+    if (!Has(option)) {
+        Note(QLatin1StringView(option) + u" is missing"_s);
     }
 }
 

@@ -29,6 +29,8 @@ class CArguments {
 
     [[nodiscard]] QString Word(int index) const { return m_words.value(index); }
     [[nodiscard]] bool Has(const char* option) const;
+    /// Notes an error when the option is not given, for one that only some calls need.
+    void Require(const char* option);
     [[nodiscard]] QString Text(const char* option) const;
     /// ISO date; notes an error and gives an invalid date when it is none.
     QDate Date(const char* option);

@@ -13,6 +13,7 @@ enum EExitStatus : int { kExitDone = 0, kExitRefused = 1, kExitUsage = 2 };
 struct CCommandContext {
     CVelmoraDoc& doc;
     CArguments& arguments;
+    ECatalogueKind kind = ECatalogueKind::Foods;  ///< of a catalogue command
 };
 
 struct CCommand {
@@ -24,12 +25,15 @@ struct CCommand {
     /// Reads its arguments first. Returns false when it was refused or failed, after the message
     /// that says why; an argument that cannot be read makes the whole call a usage error.
     bool (*run)(CCommandContext& context);
+    ECatalogueKind kind = ECatalogueKind::Foods;  ///< of a catalogue command
 };
 
 /// One table a folder of rules.
 std::span<const CCommand> ProfileCommands();
-std::span<const CCommand> FoodCommands();
+std::span<const CCommand> CatalogueCommands();
+std::span<const CCommand> CategoryCommands();
 std::span<const CCommand> DietCommands();
 
-/// Every option that asks before it destroys.
+/// What a command that destroys asks for. Without the option its questions are answered with No;
+/// those of commands that do not have it are answered with Yes.
 inline constexpr COptionDescription kYesOption = {"--yes", false, false};

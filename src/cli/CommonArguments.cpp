@@ -4,13 +4,14 @@
 
 using namespace Qt::StringLiterals;
 
-bool FindCategoryArgument(CCommandContext& context, ECatalogueKind kind, qint32& categoryId) {
-    categoryId = context.doc.Database().CategoryIdOf(kind, context.arguments.Text("--category"));
-    if (categoryId < 0) {
-        ShowMessage(u"There is no category selected."_s);
-        return false;
+std::optional<CCategoryEntry> FindCategoryNamed(CCommandContext& context, const QString& name) {
+    for (const CCategoryEntry& category : context.doc.Database().ListCategories(context.kind)) {
+        if (category.name == name) {
+            return category;
+        }
     }
-    return true;
+    ShowMessage(u"There is no category selected."_s);
+    return std::nullopt;
 }
 
 bool CheckProfileExists(CVelmoraDoc& doc, const QString& name) {

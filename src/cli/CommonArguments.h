@@ -3,9 +3,9 @@
 
 #include "cli/Commands.h"
 
-/// Identifier of the category named by --category; "There is no category selected." and false
-/// when the kind has none of that name.
-bool FindCategoryArgument(CCommandContext& context, ECatalogueKind kind, qint32& categoryId);
+/// The category of the command's kind with that name; nothing after "There is no category
+/// selected." when there is none.
+std::optional<CCategoryEntry> FindCategoryNamed(CCommandContext& context, const QString& name);
 
 /// False after a message when the volume has no profile of that name.
 bool CheckProfileExists(CVelmoraDoc& doc, const QString& name);

@@ -1,4 +1,5 @@
 // velmora-cli diet ...
+#include "catalogue/CatalogueTexts.h"
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
 #include "cli/TableOutput.h"
@@ -13,8 +14,10 @@ namespace {
 constexpr COptionDescription kAddOptions[] = {
     {"--profile", true, true}, {"--date", true, true},     {"--time", true, true},
     {"--meal", true, true},    {"--category", true, true}, {"--name", true, true},
-    {"--type", true, true},    {"--serving", true, false}, {"--amount", true, false},
+    {"--type", true, false},   {"--serving", true, false}, {"--amount", true, false},
+    {"--kind", true, false},
 };
+const QStringList kKindNames = {u"food"_s, u"menu"_s, u"recipe"_s};
 constexpr COptionDescription kDayOptions[] = {{"--profile", true, true}, {"--date", true, true}};
 
 QStringList MealNames() {
@@ -32,8 +35,10 @@ bool Pick(CAddFoodForm& form, EPicker picker, const QString& row) {
         return false;
     }
     if (!choices.contains(row)) {
-        ShowMessage(picker == EPicker::Category ? u"There is no category selected."_s
-                                                : u"Food not found."_s);
+        ShowMessage(
+            picker == EPicker::Category
+                ? u"There is no category selected."_s
+                : QString::fromLatin1(CatalogueTextsOf(CatalogueOf(form.GetKind())).notFound));
         return false;
     }
     form.Pick(picker, row);
@@ -55,15 +60,20 @@ bool Add(CCommandContext& context) {
     const QDate day = arguments.Date("--date");
     const QTime time = arguments.Time("--time");
     const int meal = arguments.Choice("--meal", MealNames());
+    const auto kind = static_cast<EItemKind>(arguments.Choice("--kind", kKindNames));
     arguments.Number("--amount");
+    if (kind == EItemKind::Food) {
+        arguments.Require("--type");
+    }
     if (!arguments.GetError().isEmpty() ||
         !LoadProfileNamed(context.doc, arguments.Text("--profile")) || !MayAddToMeal(meal)) {
         return false;
     }
     CAddFoodForm form(context.doc, CAddFoodRequest::ForNewEntry(time));
+    form.SetKind(kind);
     if (!Pick(form, EPicker::Category, arguments.Text("--category")) ||
         !Pick(form, EPicker::Name, arguments.Text("--name")) ||
-        !Pick(form, EPicker::Type, arguments.Text("--type"))) {
+        (kind == EItemKind::Food && !Pick(form, EPicker::Type, arguments.Text("--type")))) {
         return false;
     }
     if (arguments.Has("--serving") && !SelectServing(form, arguments.Text("--serving"))) {
@@ -95,14 +105,13 @@ bool List(CCommandContext& context) {
         header.append(QLatin1StringView(NutrientNamesOf(i).csvName));
     }
     PrintRow(header);
-    const QStringList kinds = {u"food"_s, u"menu"_s, u"recipe"_s};
     CDatabase& database = context.doc.Database();
     for (int i = 0; i < database.GetDietCount(); ++i) {
         const CDietEntry& entry = *database.GetDietEntry(i);
         QStringList row = {DateOf(entry.GetMoment()).toString(Qt::ISODate),
                            TimeOf(entry.GetMoment()).toString(Qt::ISODate),
                            MealNames().value(entry.GetMeal()),
-                           kinds.value(static_cast<int>(entry.GetKind())),
+                           kKindNames.value(static_cast<int>(entry.GetKind())),
                            entry.GetCategory(),
                            entry.GetName(),
                            entry.GetType(),
@@ -135,8 +144,8 @@ bool Day(CCommandContext& context) {
 
 constexpr CCommand kCommands[] = {
     {"diet", "add", 0, kAddOptions,
-     "--profile P --date D --time HH:MM --meal NAME --category C --name N --type T\n"
-     "        [--serving NAME] [--amount X]",
+     "--profile P --date D --time HH:MM --meal NAME [--kind food|menu|recipe]\n"
+     "        --category C --name N [--type T] [--serving NAME] [--amount X]",
      Add},
     {"diet", "list", 0, kDayOptions, "--profile P --date D", List},
     {"diet", "day", 0, kDayOptions, "--profile P --date D", Day},
