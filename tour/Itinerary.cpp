@@ -3,11 +3,11 @@
 #include <QAbstractItemModel>
 #include <QAbstractItemView>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
 
+#include "Choosing.h"
+#include "Cooking.h"
 #include "Hands.h"
-#include "controls/Grid.h"
 #include "controls/ReportList.h"
 
 using namespace Qt::StringLiterals;
@@ -15,19 +15,15 @@ using namespace Qt::StringLiterals;
 namespace {
 struct CEaten {
     QString meal;  ///< text of the meal's tab
-    QString category;
-    QString name;
-    QString type;
-    QString serving;
-    QString amount;
+    CChoice food;
 };
 
 const std::vector<CEaten> kDay = {
-    {u"B"_s, u"Bread and cereals"_s, u"Oatmeal"_s, u"boiled in water"_s, u""_s, u"1"_s},
-    {u"B"_s, u"Drinks"_s, u"Coffee"_s, u"black"_s, u""_s, u"2"_s},
-    {u"L"_s, u"Fats and sauces"_s, u"Tomato sauce"_s, u"for pasta"_s, u""_s, u"1"_s},
-    {u"L"_s, u"Fruit"_s, u"Apple"_s, u"raw"_s, u"1 small"_s, u"2"_s},
-    {u"D"_s, u"Meat and fish"_s, u"Salmon"_s, u"farmed"_s, u""_s, u"1.5"_s},
+    {u"B"_s, {u"Bread and cereals"_s, u"Oatmeal"_s, u"boiled in water"_s, u""_s, u"1"_s}},
+    {u"B"_s, {u"Drinks"_s, u"Coffee"_s, u"black"_s, u""_s, u"2"_s}},
+    {u"L"_s, {u"Fats and sauces"_s, u"Tomato sauce"_s, u"for pasta"_s, u""_s, u"1"_s}},
+    {u"L"_s, {u"Fruit"_s, u"Apple"_s, u"raw"_s, u"1 small"_s, u"2"_s}},
+    {u"D"_s, {u"Meat and fish"_s, u"Salmon"_s, u"farmed"_s, u""_s, u"1.5"_s}},
 };
 
 QString CellText(QWidget* frame, const QString& list, int row, int column) {
@@ -37,10 +33,6 @@ QString CellText(QWidget* frame, const QString& list, int row, int column) {
 
 int EntryCount(QWidget* frame) {
     return Find<CReportList>(frame, u"entries"_s)->RowCount();
-}
-
-void Add(std::vector<CStep>& steps, std::vector<CStep> more) {
-    steps.insert(steps.end(), more.begin(), more.end());
 }
 
 std::vector<CStep> FirstRun() {
@@ -98,14 +90,7 @@ std::vector<CStep> Catalogue(const QString& foodFile) {
          u"COptionsDialog"_s,
          {},
          [](QWidget* window) { Click(Find(window, u"ok"_s)); }},
-        {u"File to import"_s, u"QFileDialog"_s,
-         [foodFile](QWidget* window) {
-             auto* name = Find<QLineEdit>(window, u"fileNameEdit"_s);
-             name->setFocus();
-             name->selectAll();
-             name->insert(foodFile);
-         },
-         [](QWidget* window) { Press(Find(window, u"fileNameEdit"_s), Qt::Key_Return); }},
+        AnswerFileDialog(u"File to import"_s, foodFile),
         {u"Imported"_s, u"QMessageBox"_s,
          [](QWidget* window) {
              Expect(MessageText(window).startsWith(u"Imported "_s) &&
@@ -141,35 +126,12 @@ std::vector<CStep> Catalogue(const QString& foodFile) {
 }
 
 std::vector<CStep> Eat(const CEaten& eaten, bool withPictures) {
-    const auto name = [withPictures](const QString& text) {
-        return withPictures ? text : QString();
-    };
-    return {
+    std::vector<CStep> steps = {
         {QString(), u"CDietFrame"_s,
          [eaten](QWidget* window) { ClickTab(Find(window, u"meals"_s), eaten.meal); },
-         [](QWidget* window) { ClickMenu(window, u"Edit"_s, u"Add entry..."_s); }},
-        {name(u"Pick a category"_s), u"CAddFoodDialog"_s,
-         [](QWidget* window) { Click(Find(window, u"category"_s)); },
-         [eaten](QWidget* window) { ClickRow(Find(window, u"pickListRows"_s), eaten.category); }},
-        {name(u"Pick a name"_s),
-         u"CAddFoodDialog"_s,
-         {},
-         [eaten](QWidget* window) { ClickRow(Find(window, u"pickListRows"_s), eaten.name); }},
-        {name(u"Pick a type"_s),
-         u"CAddFoodDialog"_s,
-         {},
-         [eaten](QWidget* window) { ClickRow(Find(window, u"pickListRows"_s), eaten.type); }},
-        {name(u"Serving and amount"_s), u"CAddFoodDialog"_s,
-         [eaten](QWidget* window) {
-             if (!eaten.serving.isEmpty()) {
-                 Choose(Find(window, u"serving"_s), eaten.serving);
-             }
-             Type(Find(window, u"amount"_s), eaten.amount);
-             Expect(!Find<CGrid>(window, u"values"_s)->CellText(0, 1).isEmpty(),
-                    u"values for the serving"_s);
-         },
-         [](QWidget* window) { Click(Find(window, u"ok"_s)); }},
-    };
+         [](QWidget* window) { ClickMenu(window, u"Edit"_s, u"Add entry..."_s); }}};
+    Add(steps, ChooseFood(eaten.food, withPictures));
+    return steps;
 }
 
 std::vector<CStep> ThreeMeals() {
@@ -241,10 +203,11 @@ std::vector<CStep> LookAtTheDay() {
 }
 }  // namespace
 
-std::vector<CStep> FirstTenMinutes(const QString& foodFile) {
+std::vector<CStep> FirstTenMinutes(const QString& foodFile, const QString& folder) {
     std::vector<CStep> steps = FirstRun();
     Add(steps, Catalogue(foodFile));
     Add(steps, ThreeMeals());
     Add(steps, LookAtTheDay());
+    Add(steps, CookAndEat(folder + u"/recipe.txt"_s));
     return steps;
 }

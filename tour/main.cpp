@@ -44,7 +44,8 @@ int main(int argc, char* argv[]) {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temporary.path());
 
     CVelmoraApp velmora(temporary.filePath(u"VelmoraDb.db"_s));
-    CPlayer player(FirstTenMinutes(QStringLiteral(VELMORA_STARTER_FOODS)), folder);
+    CPlayer player(FirstTenMinutes(QStringLiteral(VELMORA_STARTER_FOODS), temporary.path()),
+                   folder);
     player.Play();
     // The first dialogs run before the frame is there.
     if (!velmora.Start()) {

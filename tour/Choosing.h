@@ -1,0 +1,23 @@
+// Steps that several parts of the tour share.
+#pragma once
+
+#include <vector>
+
+#include "Player.h"
+
+/// What to pick in the dialog "Add Food".
+struct CChoice {
+    QString category;
+    QString name;
+    QString type;     ///< empty for a menu or recipe
+    QString serving;  ///< empty: the one offered first
+    QString amount;
+};
+
+void Add(std::vector<CStep>& steps, std::vector<CStep> more);
+
+/// In the open dialog "Add Food", up to its OK.
+std::vector<CStep> ChooseFood(const CChoice& choice, bool withPictures);
+
+/// Answers the file dialog in front.
+CStep AnswerFileDialog(const QString& name, const QString& path);
