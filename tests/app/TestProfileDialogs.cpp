@@ -1,13 +1,9 @@
-#include <QComboBox>
 #include <QDateEdit>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
 
 #include "app/TargetsDialog.h"
 #include "app/UserInformationDialog.h"
-#include "controls/Grid.h"
+#include "support/Clicks.h"
 #include "support/RecordingMessages.h"
 
 using namespace Qt::StringLiterals;
@@ -28,25 +24,8 @@ CTargets Plan() {
             .dietType = 3};
 }
 
-QStringList Names() {
-    QStringList names;
-    for (int i = 0; i < kNutrientCount; ++i) {
-        names.append(QLatin1StringView(NutrientNamesOf(i).displayName));
-    }
-    return names;
-}
+const QStringList kNames(kNutrientCount, u"a nutrient"_s);
 
-void Type(QWidget& dialog, const QString& field, const QString& text) {
-    auto* edit = dialog.findChild<QLineEdit*>(field);
-    edit->setFocus();
-    edit->selectAll();
-    QTest::keyClicks(edit, text);
-    QTest::keyClick(edit, Qt::Key_Return);
-}
-
-void ClickOk(QWidget& dialog) {
-    QTest::mouseClick(dialog.findChild<QPushButton*>(u"ok"_s), Qt::LeftButton);
-}
 }  // namespace
 
 /// The dialogs of a profile, by their keys and buttons.
@@ -60,18 +39,20 @@ class TestProfileDialogs : public QObject {
     void init() { m_messages.TakeShown(); }
 
     void rateAndGoalDateFollowEachOther() {
-        CTargetsDialog dialog(Plan(), Man(), {}, Names(), nullptr);
+        CTargetsDialog dialog(Plan(), Man(), {}, kNames, nullptr);
         dialog.show();
         // 2236.548 kcal less 0.5 / 7 x 7777.78 = 555.56 kcal
-        QCOMPARE(dialog.findChild<QLineEdit*>(u"energy"_s)->text(), u"1681"_s);
-        Type(dialog, u"rate"_s, u"1"_s);
+        QCOMPARE(Find<QLineEdit>(dialog, "energy")->text(), u"1681"_s);
+        auto* rate = Find<QLineEdit>(dialog, "rate");
+        Replace(rate, u"1"_s);
+        QTest::keyClick(rate, Qt::Key_Return);
         // 6 kg at 1 kg a week
-        QCOMPARE(dialog.findChild<QDateEdit*>(u"goalDate"_s)->date(), kStart.addDays(42));
-        QCOMPARE(dialog.findChild<QLabel*>(u"weeks"_s)->text(), u"7 wks"_s);
-        QCOMPARE(dialog.findChild<QLineEdit*>(u"energy"_s)->text(), u"1125"_s);
-        dialog.findChild<QDateEdit*>(u"goalDate"_s)->setDate(kStart.addDays(60));
-        QCOMPARE(dialog.findChild<QLineEdit*>(u"rate"_s)->text(), u"0.7"_s);  // 6 x 7 / 60
-        ClickOk(dialog);
+        QCOMPARE(Find<QDateEdit>(dialog, "goalDate")->date(), kStart.addDays(42));
+        QCOMPARE(Find<QLabel>(dialog, "weeks")->text(), u"7 wks"_s);
+        QCOMPARE(Find<QLineEdit>(dialog, "energy")->text(), u"1125"_s);
+        Find<QDateEdit>(dialog, "goalDate")->setDate(kStart.addDays(60));
+        QCOMPARE(rate->text(), u"0.7"_s);  // 6 x 7 / 60
+        Press(dialog, "ok");
         QCOMPARE(dialog.result(), static_cast<int>(QDialog::Accepted));
         // 2236.548 - 0.1 x 7777.78 = 1458.77, and 55 % of 1459 kcal at 4 kcal a gram
         QCOMPARE(dialog.GetTargets().nutrients[0], 1459.0);
@@ -79,54 +60,25 @@ class TestProfileDialogs : public QObject {
     }
 
     void aTypedTargetMakesTheDietCustomAndStays() {
-        CTargetsDialog dialog(Plan(), Man(), {}, Names(), nullptr);
-        dialog.show();
-        auto* grid = dialog.findChild<CGrid*>(u"nutrients"_s);
-        QVERIFY(grid->OpenCell(9, 1));
-        auto* edit = grid->findChild<QLineEdit*>(u"inPlaceEdit"_s);
-        edit->selectAll();
-        QTest::keyClicks(edit, u"1200"_s);
-        ClickOk(dialog);  // the open cell is delivered first
+        CTargetsDialog dialog(Plan(), Man(), {}, kNames, nullptr);
+        Show(dialog);
+        QVERIFY(TypeInto(Find<CGrid>(dialog, "nutrients"), 9, 1, u"1200"_s));
+        Press(dialog, "ok");  // the open cell is delivered first
         QCOMPARE(dialog.GetTargets().dietType, kCustomDiet);
         QCOMPARE(dialog.GetTargets().nutrients[9], 1200.0);
     }
 
-    void wrongTargetsKeepTheDialogOpen_data() {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("message");
-        const QString start = u"Please enter correct start weight."_s;
-        QTest::newRow("too light") << u"startWeightMajor"_s << u"9.9"_s << start;
-        QTest::newRow("no number") << u"startWeightMajor"_s << u"heavy"_s << start;
-        QTest::newRow("not finite") << u"startWeightMajor"_s << u"1e999"_s << start;
-        QTest::newRow("too heavy")
-            << u"goalWeightMajor"_s << u"250.1"_s << u"Please enter correct goal weight."_s;
-    }
     void wrongTargetsKeepTheDialogOpen() {
-        QFETCH(QString, field);
-        QFETCH(QString, text);
-        QFETCH(QString, message);
-        CTargetsDialog dialog(Plan(), Man(), {}, Names(), nullptr);
+        CTargetsDialog dialog(Plan(), Man(), {}, kNames, nullptr);
         dialog.show();
-        auto* edit = dialog.findChild<QLineEdit*>(field);
-        edit->setFocus();
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-        ClickOk(dialog);
-        QCOMPARE(m_messages.TakeShown(), QStringList{message});
-        QVERIFY(dialog.isVisible());
-    }
-
-    void aLimitInPoundsIsStillAccepted() {
-        CTargets targets = Plan();
-        targets.startWeightKg = 250;
-        CPreferences preferences;
-        preferences.weightUnit = EWeightUnit::Pounds;
-        CTargetsDialog dialog(targets, Man(), preferences, Names(), nullptr);
-        dialog.show();
-        ClickOk(dialog);
-        QCOMPARE(m_messages.TakeShown(), QStringList());
-        QCOMPARE(dialog.GetTargets().startWeightKg, 250.0);
+        const auto refused = [&](const char* field, const QString& text) {
+            Replace(Find<QLineEdit>(dialog, field), text);
+            Press(dialog, "ok");
+            return dialog.isVisible() ? m_messages.Said() : u"closed"_s;
+        };
+        QCOMPARE(refused("startWeightMajor", u"1e999"_s), u"Please enter correct start weight."_s);
+        Replace(Find<QLineEdit>(dialog, "startWeightMajor"), u"80"_s);
+        QCOMPARE(refused("goalWeightMajor", u"250.1"_s), u"Please enter correct goal weight."_s);
     }
 
     void aNameIsNeededAndMustBeFree() {
@@ -141,15 +93,14 @@ class TestProfileDialogs : public QObject {
             },
             nullptr);
         dialog.show();
-        ClickOk(dialog);
-        dialog.findChild<QLineEdit*>(u"name"_s)->setText(u"Bob"_s);
-        ClickOk(dialog);
-        QCOMPARE(m_messages.TakeShown(),
-                 (QStringList{u"Please enter user name."_s, u"Bob is there."_s}));
-        dialog.findChild<QLineEdit*>(u"name"_s)->setText(u"Eve"_s);
-        dialog.findChild<QLineEdit*>(u"heightMajor"_s)->setText(u"5"_s);
-        dialog.findChild<QLineEdit*>(u"heightMinor"_s)->setText(u"11"_s);
-        ClickOk(dialog);
+        Press(dialog, "ok");
+        Find<QLineEdit>(dialog, "name")->setText(u"Bob"_s);
+        Press(dialog, "ok");
+        QCOMPARE(m_messages.Said(), u"Please enter user name.|Bob is there."_s);
+        Find<QLineEdit>(dialog, "name")->setText(u"Eve"_s);
+        Find<QLineEdit>(dialog, "heightMajor")->setText(u"5"_s);
+        Find<QLineEdit>(dialog, "heightMinor")->setText(u"11"_s);
+        Press(dialog, "ok");
         QCOMPARE(dialog.result(), static_cast<int>(QDialog::Accepted));
         QCOMPARE(dialog.GetUser().name, u"Eve"_s);
         QCOMPARE(dialog.GetUser().heightCm, 180.34);  // 5 x 30.48 + 11 x 2.54

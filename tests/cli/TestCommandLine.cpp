@@ -1,9 +1,10 @@
 // The command line as a script sees it: real processes, real volumes, exit statuses and texts.
-#include <QFile>
+#include "support/DataRows.h"
+#include "support/Files.h"
+
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -55,213 +56,174 @@ class TestCommandLine : public QObject {
                 QString::fromUtf8(process.readAllStandardOutput()),
                 QString::fromUtf8(process.readAllStandardError())};
     }
-    static QByteArray Bytes(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  private slots:
+    void init() {
+        m_folder = std::make_unique<QTemporaryDir>();
+        QCOMPARE(Run(kAnn).status, 0);
     }
 
-  private slots:
-    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
-
-    void profileShowsItsEnergyAndTargets();
-    void refusalsCarryTheSystemsTextsAndStatus_data();
-    void refusalsCarryTheSystemsTextsAndStatus();
-    void deletingAProfileNeedsYes();
-    void starterFoodsComeOutAsTheyWentIn();
-    void realFoodsComeOutAsTheyWentIn();
-    void lunchIsScaledAndSetAgainstTheTargets();
-    void aSecondProcessIsRefusedAndChangesNothing();
-    void aKilledImportLeavesASoundVolume();
-};
-
-void TestCommandLine::profileShowsItsEnergyAndTargets() {
-    QCOMPARE(Run(kAnn).status, 0);
-    const COutcome shown = Run(u"profile show Ann"_s);
-    QCOMPARE(shown.status, 0);
-    QCOMPARE(shown.Value(u"age"_s), u"30"_s);  // 10,957 days / 365
-    // 66.5 + 13.75 x 80 + 5.003 x 180 - 6.775 x 30, and times 1.2
-    QVERIFY(qAbs(shown.Value(u"resting energy"_s).toDouble() - 1863.79) < 1e-9);
-    QVERIFY(qAbs(shown.Value(u"planned energy"_s).toDouble() - 2236.548) < 1e-9);
-    QCOMPARE(shown.Value(u"weeks"_s), QString());
-    // 2237 kcal, 55 % of it as carbohydrate at 4 kcal a gram
-    QVERIFY(qAbs(shown.Value(u"target Carbohydrate(g)"_s).toDouble() - 307.5875) < 1e-9);
-    QCOMPARE(shown.Value(u"target Vitamin A (IU)"_s), u"5000"_s);
-    QCOMPARE(Run(u"profile list"_s).output, u"name\nAnn\n"_s);
-}
-
-void TestCommandLine::refusalsCarryTheSystemsTextsAndStatus_data() {
-    QTest::addColumn<QString>("command");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("message");
-    const auto with = [](QString from, const QString& to) {
-        return QString(kAnn).replace(u"Ann"_s, u"Bea"_s).replace(from, to);
-    };
-    QTest::newRow("no command") << u""_s << 2 << u"usage"_s;
-    QTest::newRow("unknown option") << u"foods list --colour red"_s << 2 << u"--colour"_s;
-    QTest::newRow("bad date") << with(u"1996-06-01"_s, u"1996-02-30"_s) << 2 << u"--birth"_s;
-    QTest::newRow("start weight not finite")
-        << with(u"--start-weight 80"_s, u"--start-weight 1e999"_s) << 2 << u"--start-weight"_s;
-    QTest::newRow("start weight too low") << with(u"--start-weight 80"_s, u"--start-weight 9.9"_s)
-                                          << 1 << u"Please enter correct start weight.\n"_s;
-    QTest::newRow("start weight before dates")
-        << with(u"--start-weight 80 --goal 2026-09-01"_s, u"--start-weight 9.9 --goal 2026-05-01"_s)
-        << 1 << u"Please enter correct start weight.\n"_s;
-    QTest::newRow("goal weight too high") << with(u"--goal-weight 80"_s, u"--goal-weight 250.1"_s)
-                                          << 1 << u"Please enter correct goal weight.\n"_s;
-    QTest::newRow("goal before start") << with(u"2026-09-01"_s, u"2026-05-31"_s) << 1
-                                       << u"Please enter correct start/goal date.\n"_s;
-    QTest::newRow("empty name") << with(u"Bea"_s, u"\" \""_s) << 1
-                                << u"Please enter user name.\n"_s;
-    QTest::newRow("low energy warns and is kept")
-        << with(u"--diet 3"_s, u"--diet 3 --energy 1199"_s) << 0
-        << u"Your daily energy intake is too low. You need at least 1200 kcal per day to support "
-           "your body's basic functions.\n"_s;
-    QTest::newRow("name taken") << kAnn << 1 << u"User profile 'Ann' already exists.\n"_s;
-    QTest::newRow("name of a catalogue database")
-        << with(u"Bea"_s, u"Foods"_s) << 1 << u"User profile 'Foods' already exists.\n"_s;
-    QTest::newRow("unknown profile") << u"diet day --profile Eve --date 2026-06-02"_s << 1
-                                     << u"There is no user profile 'Eve'.\n"_s;
-    QTest::newRow("all meals") << QString(kApple).replace(u"Lunch"_s, u"All"_s) << 2 << u"--meal"_s;
-    QTest::newRow("nothing to export")
-        << u"foods export "_s + u"out.csv"_s << 1 << u"There are no foods found to export.\n"_s;
-    QTest::newRow("no such file") << u"foods import missing.csv"_s << 1 << u"Cannot open file.\n"_s;
-    QTest::newRow("food not found") << u"foods find nectar"_s << 1 << u"Food not found.\n"_s;
-}
-
-void TestCommandLine::refusalsCarryTheSystemsTextsAndStatus() {
-    QFETCH(QString, command);
-    QFETCH(int, status);
-    QFETCH(QString, message);
-    QCOMPARE(Run(kAnn).status, 0);
-    const COutcome outcome = Run(command);
-    QCOMPARE(outcome.status, status);
-    QVERIFY2(outcome.messages.contains(message), qPrintable(outcome.messages));
-    if (status == 1) {
+    void profileShowsItsEnergyAndTargets() {
+        const COutcome shown = Run(u"profile show Ann"_s);
+        QCOMPARE(shown.status, 0);
+        QCOMPARE(shown.Value(u"age"_s), u"30"_s);  // 10,957 days / 365
+        // 66.5 + 13.75 x 80 + 5.003 x 180 - 6.775 x 30, and times 1.2
+        QVERIFY(qAbs(shown.Value(u"resting energy"_s).toDouble() - 1863.79) < 1e-9);
+        QVERIFY(qAbs(shown.Value(u"planned energy"_s).toDouble() - 2236.548) < 1e-9);
+        QCOMPARE(shown.Value(u"weeks"_s), QString());
+        // 2237 kcal, 55 % of it as carbohydrate at 4 kcal a gram
+        QVERIFY(qAbs(shown.Value(u"target Carbohydrate(g)"_s).toDouble() - 307.5875) < 1e-9);
+        QCOMPARE(shown.Value(u"target Vitamin A (IU)"_s), u"5000"_s);
         QCOMPARE(Run(u"profile list"_s).output, u"name\nAnn\n"_s);
     }
-}
 
-void TestCommandLine::deletingAProfileNeedsYes() {
-    QCOMPARE(Run(kAnn).status, 0);
-    QCOMPARE(Run(u"profile delete Ann"_s).status, 1);
-    QCOMPARE(Run(u"profile list"_s).RowCount(), 1);
-    QCOMPARE(Run(u"profile delete Ann --yes"_s).status, 0);
-    QCOMPARE(Run(u"profile list"_s).RowCount(), 0);
-    QCOMPARE(Run(kAnn).status, 0);
-}
-
-void TestCommandLine::starterFoodsComeOutAsTheyWentIn() {
-    const QString source = QStringLiteral(VELMORA_STARTER_FOODS);
-    const COutcome imported = Run(u"foods import "_s + source);
-    QCOMPARE(imported.status, 0);
-    const int foods = static_cast<int>(Bytes(source).count('\n')) - 3;  // marker, header, end
-    QCOMPARE(imported.output, u"Imported %1 foods.\n"_s.arg(foods));
-    QCOMPARE(Run(u"foods export "_s + Path(u"out.csv"_s)).status, 0);
-    QCOMPARE(Bytes(Path(u"out.csv"_s)), Bytes(source));
-    QCOMPARE(Run(u"foods list"_s).RowCount(), foods);
-    QCOMPARE(Run(u"foods import --existing skip "_s + source).output,
-             u"Imported 0 foods. Skipped %1 existing foods.\n"_s.arg(foods));
-    QCOMPARE(Run(u"foods import "_s + source).output,
-             u"Imported %1 foods. Replaced %1 existing foods.\n"_s.arg(foods));
-    QCOMPARE(Run(u"foods import --existing add "_s + source).status, 0);
-    QCOMPARE(Run(u"foods list"_s).RowCount(), 2 * foods);
-}
-
-void TestCommandLine::realFoodsComeOutAsTheyWentIn() {
-    const QString source = QStringLiteral(VELMORA_SHARED_DATA "/usda-foods.csv");
-    if (!QFile::exists(source)) {
-        QSKIP("the large food file is not here");
+    void refusalsCarryTheSystemsTextsAndStatus_data() {
+        const auto with = [](QString from, const QString& to) {
+            return QString(kAnn).replace(u"Ann"_s, u"Bea"_s).replace(from, to);
+        };
+        AddRows<QString, int, QString>({
+            {"no command", u""_s, 2, u"usage"_s},
+            {"unknown option", u"foods list --colour red"_s, 2, u"--colour"_s},
+            {"bad date", with(u"1996-06-01"_s, u"1996-02-30"_s), 2, u"--birth"_s},
+            {"start weight not finite", with(u"--start-weight 80"_s, u"--start-weight 1e999"_s), 2,
+             u"--start-weight"_s},
+            {"start weight before dates",
+             with(u"--start-weight 80 --goal 2026-09-01"_s,
+                  u"--start-weight 9.9 --goal 2026-05-01"_s),
+             1, u"Please enter correct start weight.\n"_s},
+            {"low energy warns and is kept", with(u"--diet 3"_s, u"--diet 3 --energy 1199"_s), 0,
+             u"Your daily energy intake is too low. You need at least 1200 kcal per day to support "
+             "your body's basic functions.\n"_s},
+            {"name taken", kAnn, 1, u"User profile 'Ann' already exists.\n"_s},
+            {"unknown profile", u"diet day --profile Eve --date 2026-06-02"_s, 1,
+             u"There is no user profile 'Eve'.\n"_s},
+            {"all meals", QString(kApple).replace(u"Lunch"_s, u"All"_s), 2, u"--meal"_s},
+            {"nothing to export", u"foods export "_s + u"out.csv"_s, 1,
+             u"There are no foods found to export.\n"_s},
+            {"no such file", u"foods import missing.csv"_s, 1, u"Cannot open file.\n"_s},
+            {"food not found", u"foods find nectar"_s, 1, u"Food not found.\n"_s},
+        });
     }
-    QCOMPARE(Run(u"foods import "_s + source).output, u"Imported 8789 foods.\n"_s);
-    QCOMPARE(Run(u"foods export "_s + Path(u"out.csv"_s)).status, 0);
-    QVERIFY(Bytes(Path(u"out.csv"_s)) == Bytes(source));
-}
 
-void TestCommandLine::lunchIsScaledAndSetAgainstTheTargets() {
-    QCOMPARE(Run(kAnn).status, 0);
-    QFile file(Path(u"foods.csv"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    // 52 kcal and 3 mg of vitamin D, which is not displayed, per 100 g; one apple weighs 150 g.
-    QByteArray line = "0000,\"Fruit\",\"Apple\",\"raw, with skin\",52.000,";
-    for (int i = 1; i < 54; ++i) {
-        line += i == 29 ? "3.000," : "0.000,";
-    }
-    line += "\"1 medium\",150.000,\"1 slice\",10.000,";
-    file.write("<Foods>\r\n" + line + "\r\n<End>\r\n");
-    file.close();
-    QCOMPARE(Run(u"foods import "_s + file.fileName()).output, u"Imported 1 foods.\n"_s);
-
-    QCOMPARE(Run(kApple + u" --amount 2"_s).status, 0);
-    COutcome day = Run(u"diet day --profile Ann --date 2026-06-02"_s);
-    QCOMPARE(day.Value(u"Food energy (kcal)"_s), u"156"_s);  // 52 x 2 x 150 x 0.01
-    QCOMPARE(day.Value(u"Vitamin D (mg)"_s), u"9"_s);
-    QVERIFY(day.output.contains(u"Food energy (kcal)\t156\t2237\t7\n"_s));  // 156 / 2237
-    QVERIFY(day.output.contains(u"Alcohol(g)\t0\t0\t\n"_s));
-
-    QCOMPARE(Run(kApple + u" --serving \"1 slice\""_s).status, 0);
-    const COutcome list = Run(u"diet list --profile Ann --date 2026-06-02"_s);
-    QCOMPARE(list.RowCount(), 2);
-    QVERIFY(list.output.contains(
-        u"2026-06-02\t12:30:00\tLunch\tfood\tFruit\tApple\traw, with skin\t1 slice\t1\t5.2\t"_s));
-    QCOMPARE(Run(kApple + u" --serving \"1 crate\""_s).status, 1);
-    QCOMPARE(Run(u"diet list --profile Ann --date 2026-06-03"_s).RowCount(), 0);
-}
-
-void TestCommandLine::aSecondProcessIsRefusedAndChangesNothing() {
-    QCOMPARE(Run(kAnn).status, 0);
-    QFile fifo(Path(u"pipe"_s));
-    QCOMPARE(QProcess::execute(u"mkfifo"_s, {fifo.fileName()}), 0);
-    // The first process holds the volume while it waits for the other end of its pipe.
-    QProcess first;
-    Start(first, u"foods import "_s + fifo.fileName());
-    QVERIFY(fifo.open(QIODevice::WriteOnly));
-    const QByteArray before = Bytes(Volume());
-    const COutcome second = Run(u"profile delete Ann --yes"_s);
-    QCOMPARE(second.status, 1);
-    QCOMPARE(second.messages, u"ERROR: CeMountDBVol failed (32)\nCannot open database.\n"_s);
-    QCOMPARE(Bytes(Volume()), before);
-    fifo.write("<Foods>\r\n<End>\r\n");
-    fifo.close();
-    QVERIFY(first.waitForFinished(-1));
-    QCOMPARE(first.exitCode(), 0);
-}
-
-void TestCommandLine::aKilledImportLeavesASoundVolume() {
-    const QString source = QStringLiteral(VELMORA_STARTER_FOODS);
-    QString foods = QString::fromLatin1(Bytes(source));
-    QFile large(Path(u"large.csv"_s));
-    QVERIFY(large.open(QIODevice::WriteOnly));
-    const QStringList lines = foods.split(u"\r\n"_s);
-    large.write("<Foods>\r\n");
-    for (int copy = 0; copy < 100; ++copy) {
-        for (const QString& line : lines.mid(2, lines.size() - 4)) {
-            large.write((line + u"\r\n"_s).toLatin1());
+    void refusalsCarryTheSystemsTextsAndStatus() {
+        const auto& [command, status, message] = DataRow<QString, int, QString>();
+        const COutcome outcome = Run(command);
+        QCOMPARE(outcome.status, status);
+        QVERIFY2(outcome.messages.contains(message), qPrintable(outcome.messages));
+        if (status == 1) {
+            QCOMPARE(Run(u"profile list"_s).output, u"name\nAnn\n"_s);
         }
     }
-    large.close();
-    int killed = 0;
-    for (int round = 0; round < 20; ++round) {
-        QProcess process;
-        Start(process, u"foods import --existing add "_s + large.fileName());
-        process.waitForFinished(QRandomGenerator::global()->bounded(5, 200));
-        killed += process.state() == QProcess::Running ? 1 : 0;
-        process.kill();
-        process.waitForFinished(-1);
-        QProcess check;
-        check.start(u"sqlite3"_s, {Volume(), u"pragma integrity_check"_s});
-        if (check.waitForFinished(-1) && QFile::exists(Volume())) {
-            QCOMPARE(check.readAllStandardOutput(), "ok\n");
+
+    void deletingAProfileNeedsYes() {
+        QCOMPARE(Run(u"profile delete Ann"_s).status, 1);
+        QCOMPARE(Run(u"profile list"_s).RowCount(), 1);
+        QCOMPARE(Run(u"profile delete Ann --yes"_s).status, 0);
+        QCOMPARE(Run(u"profile list"_s).RowCount(), 0);
+        QCOMPARE(Run(kAnn).status, 0);
+    }
+
+    void starterFoodsComeOutAsTheyWentIn() {
+        const QString source = QStringLiteral(VELMORA_STARTER_FOODS);
+        const COutcome imported = Run(u"foods import "_s + source);
+        QCOMPARE(imported.status, 0);
+        const int foods = static_cast<int>(Load(source).count('\n')) - 3;  // marker, header, end
+        QCOMPARE(imported.output, u"Imported %1 foods.\n"_s.arg(foods));
+        QCOMPARE(Run(u"foods export "_s + Path(u"out.csv"_s)).status, 0);
+        QCOMPARE(Load(Path(u"out.csv"_s)), Load(source));
+        QCOMPARE(Run(u"foods list"_s).RowCount(), foods);
+        QCOMPARE(Run(u"foods import --existing skip "_s + source).output,
+                 u"Imported 0 foods. Skipped %1 existing foods.\n"_s.arg(foods));
+        QCOMPARE(Run(u"foods import "_s + source).output,
+                 u"Imported %1 foods. Replaced %1 existing foods.\n"_s.arg(foods));
+        QCOMPARE(Run(u"foods import --existing add "_s + source).status, 0);
+        QCOMPARE(Run(u"foods list"_s).RowCount(), 2 * foods);
+    }
+
+    void realFoodsComeOutAsTheyWentIn() {
+        const QString source = QStringLiteral(VELMORA_SHARED_DATA "/usda-foods.csv");
+        if (!QFile::exists(source)) {
+            QSKIP("the large food file is not here");
         }
-        QCOMPARE(Run(u"foods list"_s).status, 0);
+        QCOMPARE(Run(u"foods import "_s + source).output, u"Imported 8789 foods.\n"_s);
+        QCOMPARE(Run(u"foods export "_s + Path(u"out.csv"_s)).status, 0);
+        QVERIFY(Load(Path(u"out.csv"_s)) == Load(source));
     }
-    QVERIFY(killed > 0);
-    // Whole records only: every food that is there has its servings and all its values.
-    QCOMPARE(Run(u"foods export "_s + Path(u"out.csv"_s)).status, 0);
-    for (const QByteArray& line : Bytes(Path(u"out.csv"_s)).split('\n').mid(2)) {
-        const QByteArray rest = line.mid(line.indexOf(',') + 1);
-        QVERIFY(rest.isEmpty() || Bytes(source).contains(rest));
+
+    void lunchIsScaledAndSetAgainstTheTargets() {
+        // 52 kcal and 3 mg of vitamin D, which is not displayed, per 100 g; one apple weighs 150 g.
+        QByteArray line = "0000,\"Fruit\",\"Apple\",\"raw, with skin\",52.000,";
+        for (int i = 1; i < 54; ++i) {
+            line += i == 29 ? "3.000," : "0.000,";
+        }
+        line += "\"1 medium\",150.000,\"1 slice\",10.000,";
+        Save(Path(u"foods.csv"_s), "<Foods>\r\n" + line + "\r\n<End>\r\n");
+        QCOMPARE(Run(u"foods import "_s + Path(u"foods.csv"_s)).output, u"Imported 1 foods.\n"_s);
+
+        QCOMPARE(Run(kApple + u" --amount 2"_s).status, 0);
+        COutcome day = Run(u"diet day --profile Ann --date 2026-06-02"_s);
+        QCOMPARE(day.Value(u"Food energy (kcal)"_s), u"156"_s);  // 52 x 2 x 150 x 0.01
+        QCOMPARE(day.Value(u"Vitamin D (mg)"_s), u"9"_s);
+        QVERIFY(day.output.contains(u"Food energy (kcal)\t156\t2237\t7\n"_s));  // 156 / 2237
+        QVERIFY(day.output.contains(u"Alcohol(g)\t0\t0\t\n"_s));
+
+        QCOMPARE(Run(kApple + u" --serving \"1 slice\""_s).status, 0);
+        const COutcome list = Run(u"diet list --profile Ann --date 2026-06-02"_s);
+        QCOMPARE(list.RowCount(), 2);
+        QVERIFY(list.output.contains(
+            u"2026-06-02\t12:30:00\tLunch\tfood\tFruit\tApple\traw, with skin\t1 slice\t1\t5.2\t"_s));
+        QCOMPARE(Run(kApple + u" --serving \"1 crate\""_s).status, 1);
+        QCOMPARE(Run(u"diet list --profile Ann --date 2026-06-03"_s).RowCount(), 0);
     }
-}
+
+    void aSecondProcessIsRefusedAndChangesNothing() {
+        QFile fifo(Path(u"pipe"_s));
+        QCOMPARE(QProcess::execute(u"mkfifo"_s, {fifo.fileName()}), 0);
+        // The first process holds the volume while it waits for the other end of its pipe.
+        QProcess first;
+        Start(first, u"foods import "_s + fifo.fileName());
+        QVERIFY(fifo.open(QIODevice::WriteOnly));
+        const QByteArray before = Load(Volume());
+        const COutcome second = Run(u"profile delete Ann --yes"_s);
+        QCOMPARE(second.status, 1);
+        QCOMPARE(second.messages, u"ERROR: CeMountDBVol failed (32)\nCannot open database.\n"_s);
+        QCOMPARE(Load(Volume()), before);
+        fifo.write("<Foods>\r\n<End>\r\n");
+        fifo.close();
+        QVERIFY(first.waitForFinished(-1));
+        QCOMPARE(first.exitCode(), 0);
+    }
+
+    void aKilledImportLeavesASoundVolume() {
+        const QString source = QStringLiteral(VELMORA_STARTER_FOODS);
+        const QByteArray foods = Load(source);
+        const qsizetype first = foods.indexOf("\r\n", foods.indexOf("\r\n") + 2) + 2;
+        const QByteArray lines = foods.sliced(first, foods.lastIndexOf("<End>") - first);
+        Save(Path(u"large.csv"_s), "<Foods>\r\n" + lines.repeated(100));
+        QCOMPARE(Run(u"foods import "_s + source).status, 0);  // there is always one to export
+        int killed = 0;
+        for (int round = 0; round < 20; ++round) {
+            QProcess process;
+            Start(process, u"foods import --existing add "_s + Path(u"large.csv"_s));
+            process.waitForFinished(QRandomGenerator::global()->bounded(5, 200));
+            killed += process.state() == QProcess::Running ? 1 : 0;
+            process.kill();
+            process.waitForFinished(-1);
+            QProcess check;
+            check.start(u"sqlite3"_s, {Volume(), u"pragma integrity_check"_s});
+            if (check.waitForFinished(-1) && QFile::exists(Volume())) {
+                QCOMPARE(check.readAllStandardOutput(), "ok\n");
+            }
+            QCOMPARE(Run(u"foods list"_s).status, 0);
+        }
+        QVERIFY(killed > 0);
+        // Whole records only: every food that is there has its servings and all its values.
+        QCOMPARE(Run(u"foods export "_s + Path(u"out.csv"_s)).status, 0);
+        for (const QByteArray& line : Load(Path(u"out.csv"_s)).split('\n').mid(2)) {
+            const QByteArray rest = line.mid(line.indexOf(',') + 1);
+            QVERIFY(rest.isEmpty() || foods.contains(rest));
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(TestCommandLine)
 #include "TestCommandLine.moc"

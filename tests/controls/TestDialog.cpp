@@ -1,19 +1,14 @@
-#include <QApplication>
-#include <QComboBox>
 #include <QFormLayout>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QSignalSpy>
 #include <QSlider>
-#include <QTest>
 #include <QVBoxLayout>
 
 #include "controls/ColorDialog.h"
-#include "controls/Grid.h"
 #include "controls/PickList.h"
 #include "controls/ReportList.h"
+#include "support/Clicks.h"
 
 using namespace Qt::StringLiterals;
 
@@ -38,7 +33,7 @@ class CSampleDialog : public CDialog {
                     m_story << u"edit "_s + text.value_or(u"dropped"_s);
                 });
         resize(240, 320);
-        show();
+        Show(*this);
         m_first->setFocus();
     }
 
@@ -61,43 +56,30 @@ class CSampleDialog : public CDialog {
     }
 };
 
-void ClickButton(QWidget& dialog, const QString& name) {
-    QTest::mouseClick(dialog.findChild<QPushButton*>(name), Qt::LeftButton);
-}
-
 }  // namespace
 
 class TestDialog : public QObject {
     Q_OBJECT
   private slots:
-    void okDeliversAPendingEditBeforeItDecides_data() {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<bool>("agrees");
-        QTest::addColumn<QStringList>("story");
-        QTest::addColumn<bool>("closes");
-        QTest::newRow("OK") << u"ok"_s << true << QStringList{u"edit 5"_s, u"confirm"_s} << true;
-        QTest::newRow("OK refused")
-            << u"ok"_s << false << QStringList{u"edit 5"_s, u"confirm"_s} << false;
-        QTest::newRow("Cancel") << u"cancel"_s << true << QStringList{u"edit dropped"_s} << true;
-    }
     void okDeliversAPendingEditBeforeItDecides() {
-        QFETCH(QString, button);
-        QFETCH(bool, agrees);
-        QFETCH(QStringList, story);
-        QFETCH(bool, closes);
-        CSampleDialog dialog;
-        dialog.m_agrees = agrees;
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        QVERIFY(dialog.m_grid->OpenCell(0, 1));
-        QTest::keyClicks(QApplication::focusWidget(), u"5"_s);
-        ClickButton(dialog, button);
-        QCOMPARE(dialog.m_story, story);
-        QCOMPARE(dialog.isHidden(), closes);
+        const QStringList delivered{u"edit 5"_s, u"confirm"_s};
+        const std::tuple<const char*, bool, QStringList, bool> rows[] = {
+            {"ok", true, delivered, true},
+            {"ok", false, delivered, false},
+            {"cancel", true, {u"edit dropped"_s}, true},
+        };
+        for (const auto& [button, agrees, story, closes] : rows) {
+            CSampleDialog dialog;
+            dialog.m_agrees = agrees;
+            QVERIFY(TypeInto(dialog.m_grid, 0, 1, u"5"_s));
+            Press(dialog, button);
+            QCOMPARE(dialog.m_story, story);
+            QCOMPARE(dialog.isHidden(), closes);
+        }
     }
 
     void returnAndEscapeBelongToAnOpenEditor() {
         CSampleDialog dialog;
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
         for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
             dialog.m_grid->OpenCell(0, 1);
             QTest::keyClick(QApplication::focusWidget(), key);
@@ -110,7 +92,6 @@ class TestDialog : public QObject {
 
     void tabGoesThroughTheFieldsBeforeTheButtons() {
         CSampleDialog dialog;
-        dialog.show();
         QCOMPARE(dialog.focusWidget(), dialog.m_first);
         QStringList order;
         for (int i = 0; i < 20 && dialog.focusWidget() != nullptr; ++i) {
@@ -122,76 +103,57 @@ class TestDialog : public QObject {
         QCOMPARE(order.value(order.indexOf(u"cancel"_s) + 1), order.first());  // and round again
     }
 
-    void anOpenPickListIsAllThatCloses_data() {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<Qt::Key>("key");
-        QTest::newRow("OK") << u"ok"_s << Qt::Key_unknown;
-        QTest::newRow("Cancel") << u"cancel"_s << Qt::Key_unknown;
-        QTest::newRow("Escape") << QString() << Qt::Key_Escape;
-        QTest::newRow("Tab") << QString() << Qt::Key_Tab;
-    }
     void anOpenPickListIsAllThatCloses() {
-        QFETCH(QString, button);
-        QFETCH(Qt::Key, key);
         CSampleDialog dialog;
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
         QSignalSpy picked(&dialog.m_pickList, &CPickList::Picked);
-        dialog.m_pickList.Open(dialog.m_first, u"Name"_s, kNames, u"Banana"_s);
-        QVERIFY(dialog.m_first != QApplication::focusWidget());
-        if (button.isEmpty()) {
-            QTest::keyClick(QApplication::focusWidget(), key);
-        } else {
-            ClickButton(dialog, button);
+        const std::function<void()> ways[] = {
+            [&] { Press(dialog, "ok"); },
+            [&] { Press(dialog, "cancel"); },
+            [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape); },
+            [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); },
+        };
+        for (const auto& close : ways) {
+            dialog.m_pickList.Open(dialog.m_first, u"Name"_s, kNames, u"Banana"_s);
+            QVERIFY(dialog.m_first != QApplication::focusWidget());
+            close();
+            QVERIFY(!dialog.m_pickList.IsOpen());
+            QVERIFY(dialog.isVisible());
+            QCOMPARE(QApplication::focusWidget(), dialog.m_first);
         }
-        QVERIFY(!dialog.m_pickList.IsOpen());
-        QVERIFY(dialog.isVisible());
         QCOMPARE(picked.count(), 0);
         QCOMPARE(dialog.m_story, QStringList());
-        QCOMPARE(QApplication::focusWidget(), dialog.m_first);
     }
 
-    void rowsArePickedByKeyAndClick_data() {
-        QTest::addColumn<QString>("current");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<int>("clickedRow");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("current") << "Banana"
-                                 << "" << -1 << "Banana";
-        QTest::newRow("typed beginning") << "Banana"
-                                         << "Apr" << -1 << "Apricot";
-        QTest::newRow("unknown current") << "Cherry"
-                                         << "Be" << -1 << "Beetroot";
-        QTest::newRow("clicked") << "Banana"
-                                 << "" << 1 << "Apricot";
-    }
     void rowsArePickedByKeyAndClick() {
-        QFETCH(QString, current);
-        QFETCH(QString, typed);
-        QFETCH(int, clickedRow);
-        QFETCH(QString, expected);
-        CSampleDialog dialog;
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        QSignalSpy picked(&dialog.m_pickList, &CPickList::Picked);
-        dialog.m_pickList.Open(dialog.m_first, u"Name"_s, kNames, current);
-        auto* list = dialog.findChild<CReportList*>();
-        QCOMPARE(QApplication::focusWidget(), list);
-        if (clickedRow >= 0) {
-            const QModelIndex index = list->model()->index(clickedRow, 0);
-            QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                              list->visualRect(index).center());
-        } else {
-            QTest::keyClicks(list, typed);
-            QTest::keyClick(list, Qt::Key_Return);
+        const std::tuple<QString, QString, QString> rows[] = {
+            {u"Banana"_s, u""_s, u"Banana"_s},
+            {u"Banana"_s, u"Apr"_s, u"Apricot"_s},
+            {u"Cherry"_s, u"Be"_s, u"Beetroot"_s},  // an unknown one is current
+            {u"Banana"_s, u"click"_s, u"Apricot"_s},
+        };
+        for (const auto& [current, typed, expected] : rows) {
+            CSampleDialog dialog;
+            QSignalSpy picked(&dialog.m_pickList, &CPickList::Picked);
+            dialog.m_pickList.Open(dialog.m_first, u"Name"_s, kNames, current);
+            auto* list = dialog.findChild<CReportList*>();
+            QCOMPARE(QApplication::focusWidget(), list);
+            if (typed == u"click") {
+                const QModelIndex index = list->model()->index(1, 0);
+                QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                                  list->visualRect(index).center());
+            } else {
+                QTest::keyClicks(list, typed);
+                QTest::keyClick(list, Qt::Key_Return);
+            }
+            QCOMPARE(picked.count(), 1);
+            QCOMPARE(picked[0][0].toString(), expected);
+            QVERIFY(!dialog.m_pickList.IsOpen());
+            QVERIFY(dialog.isVisible());
         }
-        QCOMPARE(picked.count(), 1);
-        QCOMPARE(picked[0][0].toString(), expected);
-        QVERIFY(!dialog.m_pickList.IsOpen());
-        QVERIFY(dialog.isVisible());
     }
 
     void aDoubleClickPicksFromOneListOnly() {
         CSampleDialog dialog;
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
         QStringList picked;
         connect(&dialog.m_pickList, &CPickList::Picked, &dialog, [&](const QString& row) {
             picked << row;
@@ -213,7 +175,6 @@ class TestDialog : public QObject {
 
     void thePickListCoversTheContentBelowItsField() {
         CSampleDialog dialog;
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
         dialog.m_pickList.Open(dialog.m_first, u"Name"_s, kNames, {});
         const auto bottomOf = [&](QWidget* widget) {
             return widget->mapTo(&dialog, widget->rect().bottomLeft()).y();
@@ -223,7 +184,7 @@ class TestDialog : public QObject {
         dialog.resize(400, 500);
         QCoreApplication::processEvents();
         QCOMPARE(dialog.m_pickList.width(), 400);
-        QVERIFY(bottomOf(&dialog.m_pickList) < topOf(dialog.findChild<QPushButton*>(u"ok"_s)));
+        QVERIFY(bottomOf(&dialog.m_pickList) < topOf(Find<QPushButton>(dialog, "ok")));
         // A field at the very bottom leaves the list half the content.
         dialog.m_pickList.Open(dialog.m_last, u"Name"_s, kNames, {});
         QCOMPARE(dialog.m_pickList.y(), dialog.m_pickList.parentWidget()->height() / 2);
@@ -231,12 +192,10 @@ class TestDialog : public QObject {
 
     void theFocusedFieldIsScrolledIntoSight() {
         CSampleDialog dialog;
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
         QVERIFY(!dialog.m_last->visibleRegion().contains(dialog.m_last->rect()));
         dialog.m_last->setFocus();
         QCOMPARE(dialog.m_last->visibleRegion(), QRegion(dialog.m_last->rect()));
-        QVERIFY(dialog.findChild<QPushButton*>(u"ok"_s)->visibleRegion().boundingRect().height() >
-                0);
+        QVERIFY(Find<QPushButton>(dialog, "ok")->visibleRegion().boundingRect().height() > 0);
     }
 
     void slidersMakeTheColour() {
@@ -245,14 +204,14 @@ class TestDialog : public QObject {
         dialog.show();
         QCOMPARE(dialog.windowTitle(), u"Select color"_s);
         QCOMPARE(dialog.GetRgb(), 0x332211U);
-        QCOMPARE(dialog.findChild<QLabel*>(u"greenValue"_s)->text(), u"34"_s);
-        QTest::keyClick(dialog.findChild<QSlider*>(u"red"_s), Qt::Key_End);
-        QTest::keyClick(dialog.findChild<QSlider*>(u"green"_s), Qt::Key_Home);
-        QTest::keyClick(dialog.findChild<QSlider*>(u"blue"_s), Qt::Key_Right);
+        QCOMPARE(Find<QLabel>(dialog, "greenValue")->text(), u"34"_s);
+        QTest::keyClick(Find<QSlider>(dialog, "red"), Qt::Key_End);
+        QTest::keyClick(Find<QSlider>(dialog, "green"), Qt::Key_Home);
+        QTest::keyClick(Find<QSlider>(dialog, "blue"), Qt::Key_Right);
         QCOMPARE(dialog.GetRgb(), 0x3400FFU);
         QCOMPARE(ColorOf(dialog.GetRgb()), QColor(255, 0, 52));
         QCOMPARE(RgbOf(QColor(255, 0, 52)), 0x3400FFU);
-        auto* sample = dialog.findChild<QLabel*>(u"sample"_s);
+        auto* sample = Find<QLabel>(dialog, "sample");
         QCOMPARE(sample->grab().toImage().pixelColor(sample->rect().center()), QColor(255, 0, 52));
     }
 };

@@ -1,14 +1,10 @@
-#include <QApplication>
 #include <QComboBox>
-#include <QHeaderView>
-#include <QLineEdit>
+#include <QPointer>
 #include <QSignalSpy>
-#include <QStyleOptionViewItem>
-#include <QTest>
 #include <QVBoxLayout>
-#include <memory>
 
-#include "controls/Grid.h"
+#include "support/Clicks.h"
+#include "support/DataRows.h"
 
 using namespace Qt::StringLiterals;
 
@@ -33,8 +29,7 @@ class TestGrid : public QObject {
         layout->addWidget(m_field);
         m_grid->SetRowCount(rows);
         m_window->resize(300, 300);
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        Show(*m_window);
         m_grid->setColumnWidth(0, 120);
         if (kind != EGridKind::Checks) {
             m_grid->setColumnWidth(1, 80);
@@ -62,24 +57,19 @@ class TestGrid : public QObject {
 
   private slots:
     void anEditEndsWithOneNotification_data() {
-        QTest::addColumn<QString>("ending");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("Return") << "return"
-                                << "1,1:12";
-        QTest::newRow("Escape") << "escape"
-                                << "1,1:-";
-        QTest::newRow("focus taken") << "focus"
-                                     << "1,1:12";
-        QTest::newRow("click on another row") << "click"
-                                              << "1,1:12";
-        QTest::newRow("by the owner") << "owner"
-                                      << "1,1:12";
-        QTest::newRow("rows replaced") << "rows"
-                                       << "1,1:-";
+        AddRows<std::function<void()>, QString>({
+            {"Return", [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); },
+             u"1,1:12"_s},
+            {"Escape", [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape); },
+             u"1,1:-"_s},
+            {"focus taken", [this] { m_field->setFocus(); }, u"1,1:12"_s},
+            {"click on another row", [this] { Click(2, 0); }, u"1,1:12"_s},
+            {"by the owner", [this] { m_grid->EndEditing(); }, u"1,1:12"_s},
+            {"rows replaced", [this] { m_grid->SetRowCount(0); }, u"1,1:-"_s},
+        });
     }
     void anEditEndsWithOneNotification() {
-        QFETCH(QString, ending);
-        QFETCH(QString, expected);
+        const auto& [end, expected] = DataRow<std::function<void()>, QString>();
         Make(EGridKind::Values, 3);
         m_grid->SetCellText(1, 1, u"7"_s);
         Click(1, 1);
@@ -87,61 +77,40 @@ class TestGrid : public QObject {
         QVERIFY(edit != nullptr);
         QCOMPARE(edit->text(), u"7"_s);
         QTest::keyClicks(edit, u"12"_s);
-        if (ending == u"return") {
-            QTest::keyClick(edit, Qt::Key_Return);
-        } else if (ending == u"escape") {
-            QTest::keyClick(edit, Qt::Key_Escape);
-        } else if (ending == u"focus") {
-            m_field->setFocus();
-        } else if (ending == u"click") {
-            Click(2, 0);
-        } else if (ending == u"owner") {
-            QVERIFY(m_grid->EndEditing());
-        } else {
-            m_grid->SetRowCount(0);
-        }
+        end();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCOMPARE(Ended(), QStringList{expected});
         QVERIFY(edit == nullptr);
         QVERIFY(!m_grid->IsEditing());
+        const bool isFocusTaken = QByteArray(QTest::currentDataTag()) == "focus taken";
         QCOMPARE(QApplication::focusWidget(),
-                 ending == u"focus" ? static_cast<QWidget*>(m_field) : m_grid);
+                 isFocusTaken ? static_cast<QWidget*>(m_field) : m_grid);
         QVERIFY(!m_grid->EndEditing());
-        if (ending != u"rows") {
-            QCOMPARE(m_grid->CellText(1, 1), u"7"_s);
-        }
+        const bool areRowsNew = QByteArray(QTest::currentDataTag()) == "rows replaced";
+        QCOMPARE(m_grid->CellText(1, 1), areRowsNew ? QString() : u"7"_s);
     }
 
-    void onlySomeCellsOpen_data() {
-        QTest::addColumn<EGridKind>("kind");
-        QTest::addColumn<int>("rows");
-        QTest::addColumn<int>("column");
-        QTest::addColumn<int>("width");
-        QTest::addColumn<bool>("opens");
-        QTest::newRow("nutrient name") << EGridKind::Values << 2 << 0 << 100 << false;
-        QTest::newRow("value") << EGridKind::Values << 1 << 1 << 5 << true;
-        QTest::newRow("value, too narrow") << EGridKind::Values << 1 << 1 << 4 << false;
-        QTest::newRow("past the last column") << EGridKind::Values << 1 << 2 << 0 << false;
-        QTest::newRow("serving name") << EGridKind::Servings << 1 << 0 << 15 << true;
-        QTest::newRow("serving name, too narrow") << EGridKind::Servings << 1 << 0 << 14 << false;
-        QTest::newRow("weight of the only serving") << EGridKind::Servings << 1 << 1 << 80 << false;
-        QTest::newRow("weight of two servings") << EGridKind::Servings << 2 << 1 << 80 << true;
-        QTest::newRow("checked name") << EGridKind::Checks << 1 << 0 << 230 << true;
-    }
     void onlySomeCellsOpen() {
-        QFETCH(EGridKind, kind);
-        QFETCH(int, rows);
-        QFETCH(int, column);
-        QFETCH(int, width);
-        QFETCH(bool, opens);
-        Make(kind, rows);
-        if (column < m_grid->model()->columnCount()) {
-            m_grid->setColumnWidth(column, width);
+        const std::tuple<EGridKind, int, int, int, bool> rows[] = {
+            {EGridKind::Values, 2, 0, 100, false},   // a nutrient's name
+            {EGridKind::Values, 1, 1, 5, true},      // its value
+            {EGridKind::Values, 1, 1, 4, false},     // too narrow
+            {EGridKind::Values, 1, 2, 0, false},     // past the last column
+            {EGridKind::Servings, 1, 0, 15, true},   // a serving's name
+            {EGridKind::Servings, 1, 0, 14, false},  // too narrow
+            {EGridKind::Servings, 1, 1, 80, false},  // weight of the only serving
+            {EGridKind::Servings, 2, 1, 80, true},  {EGridKind::Checks, 1, 0, 230, true},
+        };
+        for (const auto& [kind, rowCount, column, width, opens] : rows) {
+            Make(kind, rowCount);
+            if (column < m_grid->model()->columnCount()) {
+                m_grid->setColumnWidth(column, width);
+            }
+            QCOMPARE(m_grid->OpenCell(0, column), opens);
+            QCOMPARE(m_grid->IsEditing(), opens);
+            QCOMPARE(m_grid->findChild<QComboBox*>() != nullptr,
+                     opens && kind == EGridKind::Servings && column == 0);
         }
-        QCOMPARE(m_grid->OpenCell(0, column), opens);
-        QCOMPARE(m_grid->IsEditing(), opens);
-        QCOMPARE(m_grid->findChild<QComboBox*>() != nullptr,
-                 opens && kind == EGridKind::Servings && column == 0);
     }
 
     void editorsCoverTheirCells() {
@@ -215,12 +184,10 @@ class TestGrid : public QObject {
         QTest::keyClick(m_grid, Qt::Key_F2);
         QCOMPARE(QApplication::focusWidget()->property("text").toString(), u"7"_s);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-        QTest::keyClick(m_grid, Qt::Key_Left);
-        QTest::keyClick(m_grid, Qt::Key_3);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_5);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_4);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        for (const auto key :
+             {Qt::Key_Left, Qt::Key_3, Qt::Key_5, Qt::Key_Tab, Qt::Key_4, Qt::Key_Tab}) {
+            QTest::keyClick(QApplication::focusWidget(), key);
+        }
         QCOMPARE(Ended(), (QStringList{u"0,1:-"_s, u"0,1:35"_s, u"1,1:4"_s}));
         QCOMPARE(QApplication::focusWidget(), m_field);
         QTest::keyClick(m_field, Qt::Key_Backtab, Qt::ShiftModifier);

@@ -19,28 +19,20 @@ CReportRows Rows(int count) {
 class TestReportList : public QObject {
     Q_OBJECT
   private slots:
-    void reloadsReselectTheOldRowOrTheLast_data() {
-        QTest::addColumn<int>("rows");
-        QTest::addColumn<int>("selected");
-        QTest::addColumn<std::vector<int>>("expected");
-        QTest::newRow("same row") << 5 << 3 << std::vector<int>{3};
-        QTest::newRow("shorter list") << 3 << 4 << std::vector<int>{2};
-        QTest::newRow("empty list") << 0 << 4 << std::vector<int>{};
-        QTest::newRow("none selected before") << 5 << -1 << std::vector<int>{};
-    }
     void reloadsReselectTheOldRowOrTheLast() {
-        QFETCH(int, rows);
-        QFETCH(int, selected);
-        QFETCH(std::vector<int>, expected);
         CReportList list(u"Foods"_s);
         list.SetColumns({u"A"_s, u"B"_s});
-        list.SetRows(Rows(5));
-        list.SelectRow(4);
-        list.SetRows(Rows(rows));
-        QVERIFY(list.SelectedRows().empty() && !list.currentIndex().isValid());
-        list.SelectRow(selected);
-        QCOMPARE(list.SelectedRows(), expected);
-        QCOMPARE(list.currentIndex().row(), expected.empty() ? -1 : expected[0]);
+        const std::tuple<int, int, std::vector<int>> rows[] = {
+            {5, 3, {3}}, {3, 4, {2}}, {0, 4, {}}, {5, -1, {}}};
+        for (const auto& [count, selected, expected] : rows) {
+            list.SetRows(Rows(5));
+            list.SelectRow(4);
+            list.SetRows(Rows(count));
+            QVERIFY(list.SelectedRows().empty() && !list.currentIndex().isValid());
+            list.SelectRow(selected);
+            QCOMPARE(list.SelectedRows(), expected);
+            QCOMPARE(list.currentIndex().row(), expected.empty() ? -1 : expected[0]);
+        }
     }
 
     void severalRowsComeInAscendingOrder() {
@@ -74,26 +66,23 @@ class TestReportList : public QObject {
         QVERIFY(list.viewport()->rect().contains(list.visualRect(list.currentIndex())));
     }
 
-    void textStaysReadableOnItsBackground_data() {
-        QTest::addColumn<QColor>("background");
-        QTest::addColumn<QColor>("text");
-        // Relative luminance 0.18 divides: black contrasts more above, white below.
-        QTest::newRow("white") << QColor(255, 255, 255) << QColor(0, 0, 0);
-        QTest::newRow("navy") << QColor(0, 0, 128) << QColor(255, 255, 255);
-        QTest::newRow("green, 0.715") << QColor(0, 255, 0) << QColor(0, 0, 0);
-        QTest::newRow("red, 0.213") << QColor(255, 0, 0) << QColor(0, 0, 0);
-        QTest::newRow("grey, 0.184") << QColor(119, 119, 119) << QColor(0, 0, 0);
-        QTest::newRow("grey, 0.175") << QColor(116, 116, 116) << QColor(255, 255, 255);
-    }
     void textStaysReadableOnItsBackground() {
-        QFETCH(QColor, background);
-        QFETCH(QColor, text);
         CReportList list(u"Foods"_s);
         const QPalette before = list.palette();
-        list.SetBackgroundColor(background);
-        QCOMPARE(list.palette().color(QPalette::Base), background);
-        QCOMPARE(list.palette().color(QPalette::Text), text);
-        QCOMPARE(list.palette().color(QPalette::Highlight), before.color(QPalette::Highlight));
+        // Relative luminance 0.18 divides: black contrasts more above, white below.
+        const std::pair<QColor, QColor> rows[] = {
+            {Qt::white, Qt::black},       {{0, 0, 128}, Qt::white},
+            {{0, 255, 0}, Qt::black},      // 0.715
+            {{255, 0, 0}, Qt::black},      // 0.213
+            {{119, 119, 119}, Qt::black},  // 0.184
+            {{116, 116, 116}, Qt::white},  // 0.175
+        };
+        for (const auto& [background, text] : rows) {
+            list.SetBackgroundColor(background);
+            QCOMPARE(list.palette().color(QPalette::Base), background);
+            QCOMPARE(list.palette().color(QPalette::Text), text);
+            QCOMPARE(list.palette().color(QPalette::Highlight), before.color(QPalette::Highlight));
+        }
         list.SetBackgroundColor({});
         QCOMPARE(list.palette(), before);
     }

@@ -1,96 +1,56 @@
-#include <QApplication>
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
 
 #include "controls/WindowMessages.h"
+#include "support/Clicks.h"
 
 using namespace Qt::StringLiterals;
 
 class TestWindowMessages : public QObject {
     Q_OBJECT
   private slots:
-    void onlyYesIsYes_data() {
-        QTest::addColumn<Qt::Key>("key");
-        QTest::addColumn<bool>("answer");
-        QTest::newRow("Yes") << Qt::Key_Y << true;
-        QTest::newRow("No") << Qt::Key_N << false;
-        QTest::newRow("Escape") << Qt::Key_Escape << false;
-    }
     void onlyYesIsYes() {
-        QFETCH(Qt::Key, key);
-        QFETCH(bool, answer);
         CWindowMessages messages;
-        QString shown;
-        QTimer::singleShot(0, this, [&] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            shown = box->windowTitle() + u'|' + box->text();
-            if (key == Qt::Key_Escape) {
-                QTest::keyClick(box, key);
-            } else {
-                box->button(key == Qt::Key_Y ? QMessageBox::Yes : QMessageBox::No)->click();
-            }
-        });
-        QCOMPARE(AskYesNo(u"Delete '<b>'?"_s), answer);
-        QCOMPARE(shown, u"Velmora|Delete '<b>'?"_s);
+        for (const auto button : {QMessageBox::Yes, QMessageBox::No, QMessageBox::NoButton}) {
+            QString shown;
+            OnDialog<QMessageBox>([&shown, button](QMessageBox& box) {
+                shown = box.windowTitle() + u'|' + box.text();
+                if (button == QMessageBox::NoButton) {
+                    QTest::keyClick(&box, Qt::Key_Escape);
+                } else {
+                    box.button(button)->click();
+                }
+            });
+            QCOMPARE(AskYesNo(u"Delete '<b>'?"_s), button == QMessageBox::Yes);
+            QCOMPARE(shown, u"Velmora|Delete '<b>'?"_s);
+        }
     }
 
-    void boxesCarryTheirIcon_data() {
-        QTest::addColumn<EMessageIcon>("icon");
-        QTest::addColumn<QMessageBox::Icon>("expected");
-        QTest::newRow("plain") << EMessageIcon::Plain << QMessageBox::NoIcon;
-        QTest::newRow("stop") << EMessageIcon::Stop << QMessageBox::Critical;
-        QTest::newRow("warning") << EMessageIcon::Warning << QMessageBox::Warning;
-        QTest::newRow("information") << EMessageIcon::Information << QMessageBox::Information;
-    }
-    void boxesCarryTheirIcon() {
-        QFETCH(EMessageIcon, icon);
-        QFETCH(QMessageBox::Icon, expected);
-        CWindowMessages messages;
-        QMessageBox::Icon shown = QMessageBox::Question;
-        QTimer::singleShot(0, this, [&] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            shown = box->icon();
-            box->accept();
-        });
-        ShowMessage(u"Food not found."_s, icon);
-        QCOMPARE(shown, expected);
-    }
-
-    void savedFilesGetTheDefaultExtension_data() {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("bare") << "foods"
-                              << "foods.csv";
-        QTest::newRow("own extension") << "foods.txt"
-                                       << "foods.txt";
-        QTest::newRow("proposed") << ""
-                                  << "Anna050103.csv";
-    }
     void savedFilesGetTheDefaultExtension() {
-        QFETCH(QString, typed);
-        QFETCH(QString, expected);
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        QTemporaryDir folder;
+        const QTemporaryDir folder;
         CWindowMessages messages;
-        QTimer::singleShot(0, this, [&] {
-            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            dialog->setDirectory(folder.path());
-            auto* field = dialog->findChild<QLineEdit*>();
-            if (!typed.isEmpty()) {
-                field->setText(typed);
-            }
-            QTest::keyClick(field, Qt::Key_Return);
-        });
-        const QString path = ChooseFileToSave({.title = u"Export"_s,
-                                               .defaultExtension = u".csv"_s,
-                                               .filterName = u"CSV file (*.csv)"_s,
-                                               .initialName = u"Anna050103.csv"_s});
-        QCOMPARE(path, folder.filePath(expected));
+        const std::pair<QString, QString> rows[] = {
+            {u"foods"_s, u"foods.csv"_s},
+            {u"foods.txt"_s, u"foods.txt"_s},
+            {u""_s, u"Anna050103.csv"_s},  // the proposed name
+        };
+        for (const auto& row : rows) {
+            OnDialog<QFileDialog>([&](QFileDialog& dialog) {
+                dialog.setDirectory(folder.path());
+                auto* field = dialog.findChild<QLineEdit*>();
+                if (!row.first.isEmpty()) {
+                    field->setText(row.first);
+                }
+                QTest::keyClick(field, Qt::Key_Return);
+            });
+            const QString path = ChooseFileToSave({.title = u"Export"_s,
+                                                   .defaultExtension = u".csv"_s,
+                                                   .filterName = u"CSV file (*.csv)"_s,
+                                                   .initialName = u"Anna050103.csv"_s});
+            QCOMPARE(path, folder.filePath(row.second));
+        }
     }
 
     void waitCursorsNest() {

@@ -1,50 +1,31 @@
-// A volume in a temporary folder with the profile "Ann", a small catalogue and a recording user.
+// A volume with the profile "Ann" and a small catalogue.
 #pragma once
 
-#include <QSettings>
-#include <QTemporaryDir>
-#include <QTest>
-
 #include "diary/DietRules.h"
-#include "support/RecordingMessages.h"
+#include "support/CatalogueTest.h"
 
 using namespace Qt::StringLiterals;
 
-class CDiaryFixture {
-  public:
-    CDiaryFixture() {
-        QLocale::setDefault(QLocale::c());
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder.path());
-        doc = std::make_unique<CVelmoraDoc>(m_folder.filePath(u"VelmoraDb.db"_s));
-        CProfileSettings settings = CProfileSettings::ForNewProfile(day);
+inline const QDate kDay{2026, 5, 31};
+
+/// A test over it calls MakeDiary in init.
+class CDiaryTest : public CCatalogueTest {
+  protected:
+    void MakeDiary() {
+        MakeVolume();
+        CProfileSettings settings = CProfileSettings::ForNewProfile(kDay);
         settings.user.name = u"Ann"_s;
         settings.preferences.displayed = 0b11;  // energy and protein
-        if (!doc->OpenCatalogue() || !doc->CreateProfile(settings) ||
-            !doc->SetActiveProfile(u"Ann"_s)) {
-            qFatal("The fixture's volume cannot be made.");
-        }
-        doc->dayShown = day;
-        doc->selectedMeal = 2;
-    }
-
-    CDatabase& Database() { return doc->Database(); }
-
-    qint32 AddCategory(ECatalogueKind kind, const QString& name) {
-        CCategory category;
-        category.SetKind(kind);
-        category.SetName(name);
-        Database().AddOrUpdateCategory(-1, category);
-        return category.GetId();
+        QVERIFY(m_doc->CreateProfile(settings) && m_doc->SetActiveProfile(u"Ann"_s));
+        m_doc->dayShown = kDay;
+        m_doc->selectedMeal = 2;
     }
 
     /// Energy in kcal; one gram of protein for each 10 kcal. A weight of 0 makes a one-serving
     /// food.
     void AddFood(qint32 category, const QString& name, const QString& type, double energyKcal,
                  const std::vector<std::pair<QString, double>>& servings) {
-        CFoodItem food;
-        food.SetCategoryId(category);
-        food.SetName(name);
-        food.SetType(type);
+        CFoodItem food = MakeFood(category, name, type);
         food.SetNutrientValue(kEnergyIndex, energyKcal);
         food.SetNutrientValue(1, energyKcal / 10);
         for (int index = 0; index < static_cast<int>(servings.size()); ++index) {
@@ -56,8 +37,8 @@ class CDiaryFixture {
 
     /// "Fruit" with an apple of 52 kcal per 100 g in two types, "Soups" with one bowl of 80 kcal.
     void AddCatalogue() {
-        const qint32 fruit = AddCategory(ECatalogueKind::Foods, u"Fruit"_s);
-        const qint32 soups = AddCategory(ECatalogueKind::Foods, u"Soups"_s);
+        const qint32 fruit = AddCategory(Database(), u"Fruit"_s);
+        const qint32 soups = AddCategory(Database(), u"Soups"_s);
         AddFood(fruit, u"Apple"_s, u"raw"_s, 52, {{u"1 medium"_s, 150}, {u"1 cup"_s, 125}});
         AddFood(fruit, u"Apple"_s, u"dried"_s, 240, {{u"1 ring"_s, 6}});
         AddFood(soups, u"Tomato soup"_s, u"home made"_s, 80, {{u"1 bowl"_s, 0}});
@@ -65,7 +46,7 @@ class CDiaryFixture {
 
     CDietEntry AddEntry(const QString& name, QTime time, qint32 meal = 2, double energyKcal = 100) {
         CDietEntry entry;
-        entry.SetMoment(ToFileTime(day, time));
+        entry.SetMoment(ToFileTime(kDay, time));
         entry.SetMeal(meal);
         entry.SetName(name);
         entry.SetServingName(u"1 serving"_s);
@@ -88,13 +69,4 @@ class CDiaryFixture {
         }
         return texts;
     }
-
-    const QDate day{2026, 5, 31};
-
-  private:
-    QTemporaryDir m_folder;
-
-  public:
-    CRecordingMessages messages;
-    std::unique_ptr<CVelmoraDoc> doc;
 };

@@ -1,36 +1,27 @@
 #include "DiaryFixture.h"
 
 #include <QComboBox>
-#include <QLineEdit>
-#include <QPushButton>
 
-#include "controls/Grid.h"
 #include "controls/PickList.h"
 #include "controls/ReportList.h"
 #include "diary/AddFoodDialog.h"
+#include "support/Clicks.h"
 
 namespace {
 
 /// The dialog on a new entry, shown and with the parts that the tests reach for.
 struct COpenDialog {
-    explicit COpenDialog(CDiaryFixture& diary)
-        : form(*diary.doc, CAddFoodRequest::ForNewEntry(QTime(12, 30, 15))), dialog(form, nullptr) {
-        dialog.show();
-        QApplication::setActiveWindow(&dialog);
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    explicit COpenDialog(CVelmoraDoc& doc)
+        : form(doc, CAddFoodRequest::ForNewEntry(QTime(12, 30, 15))), dialog(form, nullptr) {
+        Show(dialog);
     }
-    template <typename Widget>
-    Widget* Find(const char* name) {
-        return dialog.findChild<Widget*>(QLatin1StringView(name));
-    }
-    QWidget* Rows() { return Find<CReportList>("pickListRows"); }
-    bool IsPicking() { return Find<CPickList>("pickList")->IsOpen(); }
+    QWidget* Rows() { return Find<CReportList>(dialog, "pickListRows"); }
+    bool IsPicking() { return Find<CPickList>(dialog, "pickList")->IsOpen(); }
     void PickAppleRaw() {
-        QTest::keyClick(Find<QComboBox>("category"), Qt::Key_Down);
-        QTest::keyClick(Rows(), Qt::Key_Return);
-        QTest::keyClick(Rows(), Qt::Key_Return);
-        QTest::keyClick(Rows(), Qt::Key_R);
-        QTest::keyClick(Rows(), Qt::Key_Return);
+        QTest::keyClick(Find<QComboBox>(dialog, "category"), Qt::Key_Down);
+        for (const auto key : {Qt::Key_Return, Qt::Key_Return, Qt::Key_R, Qt::Key_Return}) {
+            QTest::keyClick(Rows(), key);
+        }
     }
 
     CAddFoodForm form;
@@ -39,21 +30,22 @@ struct COpenDialog {
 
 }  // namespace
 
-class TestAddFoodDialog : public QObject {
+class TestAddFoodDialog : public CDiaryTest {
     Q_OBJECT
 
   private slots:
+    void init() { MakeDiary(); }
+
     void keysAloneBringAFoodToTheEntry() {
-        CDiaryFixture diary;
-        diary.AddCatalogue();
-        COpenDialog open(diary);
-        QVERIFY(open.Find<QComboBox>("category")->hasFocus());
+        AddCatalogue();
+        COpenDialog open(*m_doc);
+        QVERIFY(Find<QComboBox>(open.dialog, "category")->hasFocus());
         open.PickAppleRaw();
         QVERIFY(!open.IsPicking());
-        auto* serving = open.Find<QComboBox>("serving");
+        auto* serving = Find<QComboBox>(open.dialog, "serving");
         QCOMPARE(QApplication::focusWidget(), serving);
         QTest::keyClick(serving, Qt::Key_Down);
-        QCOMPARE(open.Find<CGrid>("values")->CellText(0, 1), u"65.00"_s);  // 52 * 1.25
+        QCOMPARE(Find<CGrid>(open.dialog, "values")->CellText(0, 1), u"65.00"_s);  // 52 * 1.25
         QTest::keyClick(serving, Qt::Key_Tab);
         QTest::keyClicks(QApplication::focusWidget(), u"2"_s);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
@@ -68,45 +60,27 @@ class TestAddFoodDialog : public QObject {
     }
 
     void aPendingCellReachesTheEntry() {
-        CDiaryFixture diary;
-        diary.AddCatalogue();
-        COpenDialog open(diary);
+        AddCatalogue();
+        COpenDialog open(*m_doc);
         open.PickAppleRaw();
-        auto* values = open.Find<CGrid>("values");
-        QVERIFY(values->OpenCell(1, 1));
-        auto* edit = qobject_cast<QLineEdit*>(QApplication::focusWidget());
-        QVERIFY(edit != nullptr);
-        edit->selectAll();
-        QTest::keyClicks(edit, u"3.5"_s);
-        QTest::mouseClick(open.Find<QPushButton>("ok"), Qt::LeftButton);
+        QVERIFY(TypeInto(Find<CGrid>(open.dialog, "values"), 1, 1, u"3.5"_s));
+        Press(open.dialog, "ok");
         QCOMPARE(open.dialog.result(), int(QDialog::Accepted));
         QCOMPARE(open.form.GetResult().item.GetNutrientValue(1), 3.5);
         QCOMPARE(open.form.GetResult().item.GetNutrientValue(0), 78.0);  // 52 * 1.50
     }
 
     void okAndCancelOnlyCloseAnOpenPickList() {
-        CDiaryFixture diary;
-        diary.AddCatalogue();
-        COpenDialog open(diary);
+        AddCatalogue();
+        COpenDialog open(*m_doc);
         for (const char* button : {"ok", "cancel"}) {
-            QTest::mouseClick(open.Find<QComboBox>("category"), Qt::LeftButton);
+            QTest::mouseClick(Find<QComboBox>(open.dialog, "category"), Qt::LeftButton);
             QVERIFY(open.IsPicking());
-            QTest::mouseClick(open.Find<QPushButton>(button), Qt::LeftButton);
+            Press(open.dialog, button);
             QVERIFY(!open.IsPicking());
             QVERIFY(open.dialog.isVisible());
         }
-        QCOMPARE(diary.messages.shown, QStringList());
-    }
-
-    void okStaysOpenUntilThereIsAName() {
-        CDiaryFixture diary;
-        COpenDialog open(diary);
-        QTest::mouseClick(open.Find<QPushButton>("ok"), Qt::LeftButton);
-        QCOMPARE(diary.messages.TakeShown(), QStringList{u"Please enter food name"_s});
-        QVERIFY(open.dialog.isVisible());
-        QTest::keyClicks(open.Find<QComboBox>("name")->lineEdit(), u"Cake"_s);
-        QTest::mouseClick(open.Find<QPushButton>("ok"), Qt::LeftButton);
-        QCOMPARE(open.form.GetResult().item.GetName(), u"Cake"_s);
+        QCOMPARE(m_messages->shown, QStringList());
     }
 };
 

@@ -1,6 +1,6 @@
-#include <QTest>
 
 #include "diary/DietTotals.h"
+#include "support/DataRows.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,7 +12,7 @@ class TestDietTotals : public QObject {
   private slots:
     void initTestCase() { QLocale::setDefault(QLocale::c()); }
 
-    void totalsAreShort() {
+    void totalsAreShortAndUseTheReadersSeparator() {
         QCOMPARE(TotalText(0), u"0/"_s);
         QCOMPARE(TotalText(0.05), u"0/"_s);
         QCOMPARE(TotalText(0.1), u"0.1/"_s);
@@ -20,35 +20,30 @@ class TestDietTotals : public QObject {
         QCOMPARE(TotalText(10), u"10/"_s);
         QCOMPARE(TotalText(10.5), u"11/"_s);
         QCOMPARE(TotalText(1e300), u"2147483647/"_s);
-    }
-
-    void totalsUseTheReadersSeparator() {
         QLocale::setDefault(QLocale(QLocale::German));
         QCOMPARE(TotalText(9.5), u"9,5/"_s);
         QLocale::setDefault(QLocale::c());
     }
 
     void aRowSetsTheTotalAgainstItsTarget_data() {
-        QTest::addColumn<double>("total");
-        QTest::addColumn<double>("target");
-        QTest::addColumn<QString>("texts");  // target and percentage
-        QTest::addColumn<EBarFill>("fill");
-        QTest::newRow("no target") << 50.0 << 0.0 << u""_s << EBarFill::Empty;
-        QTest::newRow("target too small") << 50.0 << 0.001 << u""_s << EBarFill::Empty;
-        // Up to 0.01 the total is set against 1.
-        QTest::newRow("divisor of one") << 0.5 << 0.01 << u"0/50%"_s << EBarFill::Partial;
-        QTest::newRow("below 1 %") << 0.99 << 100.0 << u"100/1%"_s << EBarFill::Empty;
-        QTest::newRow("at 1 %") << 1.0 << 100.0 << u"100/1%"_s << EBarFill::Partial;
-        QTest::newRow("nearly there") << 99.6 << 100.0 << u"100/100%"_s << EBarFill::Partial;
-        QTest::newRow("reached") << 100.0 << 100.0 << u"100/100%"_s << EBarFill::Over;
-        QTest::newRow("above") << 413.0 << 100.0 << u"100/413%"_s << EBarFill::Over;
+        AddRows<double, double, QString, EBarFill>({
+            // target and percentage
+            {"no target", 50.0, 0.0, u""_s, EBarFill::Empty},
+            {"target too small", 50.0, 0.001, u""_s, EBarFill::Empty},
+            // Up to 0.01 the total is set against 1.
+            {"divisor of one", 0.5, 0.01, u"0/50%"_s, EBarFill::Partial},
+            {"below 1 %", 0.99, 100.0, u"100/1%"_s, EBarFill::Empty},
+            {"at 1 %", 1.0, 100.0, u"100/1%"_s, EBarFill::Partial},
+            {"nearly there", 99.6, 100.0, u"100/100%"_s, EBarFill::Partial},
+            {"reached", 100.0, 100.0, u"100/100%"_s, EBarFill::Over},
+            {"above", 413.0, 100.0, u"100/413%"_s, EBarFill::Over},
+        });
     }
     void aRowSetsTheTotalAgainstItsTarget() {
-        QFETCH(double, total);
-        QFETCH(double, target);
+        const auto& [total, target, texts, fill] = DataRow<double, double, QString, EBarFill>();
         const CTotalsRow row = TotalsRow(1, u"Protein (g)"_s, total, target, EEnergyUnit::KJ);
-        QTEST(row.target + row.percent, "texts");
-        QTEST(row.bar.fill, "fill");
+        QCOMPARE(row.target + row.percent, texts);
+        QCOMPARE(row.bar.fill, fill);
     }
 
     void onlyTheFiguresOfEnergyAreInKJ() {
@@ -68,20 +63,17 @@ class TestDietTotals : public QObject {
     // At six pixels a character: "9999/" and a pixel are 31, "999%" and a pixel 25; the three
     // together 87. The scroll bar takes 16 and the list's margin 4.
     void columnsShareTheWidth_data() {
-        QTest::addColumn<int>("listWidth");
-        QTest::addColumn<int>("widestName");
-        QTest::addColumn<QList<int>>("widths");
-        QTest::newRow("name as wide as needed") << 600 << 95 << QList<int>{100, 393, 31, 31, 25};
-        QTest::newRow("name at most a third") << 240 << 95 << QList<int>{80, 53, 31, 31, 25};
-        QTest::newRow("least bar") << 150 << 95 << QList<int>{33, 10, 31, 31, 25};
-        QTest::newRow("least name") << 123 << 95 << QList<int>{6, 10, 31, 31, 25};
-        QTest::newRow("percent dropped") << 122 << 95 << QList<int>{6, 10, 43, 43, 0};
-        QTest::newRow("no room at all") << 10 << 95 << QList<int>{6, 10, 0, 0, 0};
+        AddRows<int, int, QList<int>>({
+            {"name as wide as needed", 600, 95, {100, 393, 31, 31, 25}},
+            {"name at most a third", 240, 95, {80, 53, 31, 31, 25}},
+            {"least bar", 150, 95, {33, 10, 31, 31, 25}},
+            {"least name", 123, 95, {6, 10, 31, 31, 25}},
+            {"percent dropped", 122, 95, {6, 10, 43, 43, 0}},
+            {"no room at all", 10, 95, {6, 10, 0, 0, 0}},
+        });
     }
     void columnsShareTheWidth() {
-        QFETCH(int, listWidth);
-        QFETCH(int, widestName);
-        QFETCH(QList<int>, widths);
+        const auto& [listWidth, widestName, widths] = DataRow<int, int, QList<int>>();
         const CTotalsColumns columns = TotalsColumnWidths(
             listWidth, 16, widestName, [](const QString& text) { return 6 * int(text.size()); });
         QCOMPARE(

@@ -4,26 +4,23 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPainter>
-#include <QPushButton>
 #include <QSplitter>
-#include <QTimer>
 #include <QToolButton>
 
 #include "diary/AddFoodDialog.h"
 #include "diary/DietMainView.h"
 #include "diary/DietMoveDialog.h"
 #include "diary/TotalsList.h"
+#include "support/Clicks.h"
 
 namespace {
 
 struct COpenView {
-    explicit COpenView(CDiaryFixture& diary) : view(*diary.doc, nullptr) {
+    explicit COpenView(CVelmoraDoc& doc) : view(doc, nullptr) {
         view.resize(800, 600);
-        view.show();
-        QApplication::setActiveWindow(&view);
-        QVERIFY(QTest::qWaitForWindowActive(&view));
-        entries = view.findChild<CReportList*>(u"entries"_s);
-        totals = view.findChild<CTotalsList*>(u"totals"_s);
+        Show(view);
+        entries = Find<CReportList>(view, "entries");
+        totals = Find<CTotalsList>(view, "totals");
     }
     QString Total(int row, int column) {
         return totals->model()->index(row, column).data().toString();
@@ -34,51 +31,41 @@ struct COpenView {
     CTotalsList* totals = nullptr;
 };
 
-/// Lets `act` work on the modal dialog that is about to open.
-template <typename Dialog>
-void OnDialog(std::function<void(Dialog*)> act) {
-    QTimer::singleShot(0, [act = std::move(act)] {
-        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-        if (dialog == nullptr) {
-            qFatal("The expected dialog is not open.");
-        }
-        act(dialog);
-    });
-}
-
 }  // namespace
 
-class TestDietView : public QObject {
+class TestDietView : public CDiaryTest {
     Q_OBJECT
 
   private slots:
+    void init() { MakeDiary(); }
+
     void addingShowsTheEntryAndItsTotals() {
-        CDiaryFixture diary;
-        diary.doc->Settings().targets.nutrients[kEnergyIndex] = 2000;
-        COpenView open(diary);
+        m_doc->Settings().targets.nutrients[kEnergyIndex] = 2000;
+        COpenView open(*m_doc);
         auto* hint = open.view.findChild<QLabel*>(u"emptyHint"_s);
         QVERIFY(hint->isVisible());
-        OnDialog<CAddFoodDialog>([](CAddFoodDialog* dialog) {
-            dialog->findChild<QComboBox*>(u"name"_s)->setEditText(u"Cake"_s);
-            QTest::mouseClick(dialog->findChild<QPushButton*>(u"ok"_s), Qt::LeftButton);
+        OnDialog<CAddFoodDialog>([](CAddFoodDialog& dialog) {
+            Press(dialog, "ok");
+            QVERIFY(dialog.isVisible());  // for want of a name
+            Find<QComboBox>(dialog, "name")->setEditText(u"Cake"_s);
+            Press(dialog, "ok");
         });
         QTest::keyClick(open.entries, Qt::Key_Insert);
+        QCOMPARE(m_messages->Said(), u"Please enter food name"_s);
         QVERIFY(!hint->isVisible());
         QCOMPARE(open.entries->model()->index(0, 0).data().toString(), u"Cake"_s);
         QCOMPARE(open.Total(0, 3), u"2000/"_s);
-        QVERIFY(diary.Stored().join(u'|').startsWith(u"Cake 31"_s));
+        QVERIFY(Stored().join(u'|').startsWith(u"Cake 31"_s));
     }
 
     void theLastRowIsSelectedWhenTheLastOneGoes() {
-        CDiaryFixture diary;
-        diary.AddEntry(u"Tea"_s, QTime(8, 0));
-        diary.AddEntry(u"Bun"_s, QTime(9, 0));
-        diary.AddEntry(u"Egg"_s, QTime(10, 0));
-        COpenView open(diary);
+        AddEntry(u"Tea"_s, QTime(8, 0));
+        AddEntry(u"Bun"_s, QTime(9, 0));
+        AddEntry(u"Egg"_s, QTime(10, 0));
+        COpenView open(*m_doc);
         open.entries->SelectRow(2);
         QTest::keyClick(open.entries, Qt::Key_Delete);
-        QCOMPARE(diary.messages.asked,
-                 QStringList{u"Are you sure you want to delete entry 'Egg'?"_s});
+        QCOMPARE(m_messages->asked, QStringList{u"Are you sure you want to delete entry 'Egg'?"_s});
         QCOMPARE(open.entries->SelectedRows(), std::vector<int>{1});
         open.entries->selectAll();
         QTest::keyClick(open.entries, Qt::Key_Delete);
@@ -87,32 +74,30 @@ class TestDietView : public QObject {
     }
 
     void severalEntriesMoveAfterOneDialog() {
-        CDiaryFixture diary;
-        diary.AddEntry(u"Tea"_s, QTime(8, 0));
-        diary.AddEntry(u"Bun"_s, QTime(9, 0));
-        COpenView open(diary);
+        AddEntry(u"Tea"_s, QTime(8, 0));
+        AddEntry(u"Bun"_s, QTime(9, 0));
+        COpenView open(*m_doc);
         open.entries->selectAll();
-        OnDialog<CDietMoveDialog>([](CDietMoveDialog* dialog) {
-            QCOMPARE(dialog->GetPlace().meal, 2);
-            QCOMPARE(TimeOf(dialog->GetPlace().moment), QTime(8, 0));
-            dialog->findChild<QComboBox*>(u"meal"_s)->setCurrentIndex(5);
-            dialog->accept();
+        OnDialog<CDietMoveDialog>([](CDietMoveDialog& dialog) {
+            QCOMPARE(dialog.GetPlace().meal, 2);
+            QCOMPARE(TimeOf(dialog.GetPlace().moment), QTime(8, 0));
+            Find<QComboBox>(dialog, "meal")->setCurrentIndex(5);
+            dialog.accept();
         });
         QTest::keyClick(open.entries, Qt::Key_M, Qt::ControlModifier);
-        QCOMPARE(diary.Stored(), (QStringList{u"Tea 31 08:00 E"_s, u"Bun 31 08:00 E"_s}));
+        QCOMPARE(Stored(), (QStringList{u"Tea 31 08:00 E"_s, u"Bun 31 08:00 E"_s}));
         QCOMPARE(open.entries->RowCount(), 0);  // lunch is shown
     }
 
     void theButtonsWalkThroughTheDays() {
-        CDiaryFixture diary;
-        diary.AddEntry(u"Tea"_s, QTime(8, 0));
-        COpenView open(diary);
+        AddEntry(u"Tea"_s, QTime(8, 0));
+        COpenView open(*m_doc);
         const auto entriesAfter = [&](const QString& button) {
             open.view.findChild<QToolButton*>(button)->click();
             return open.entries->RowCount();
         };
         QCOMPARE(entriesAfter(u"Next day"_s), 0);
-        QCOMPARE(diary.doc->dayShown, QDate(2026, 6, 1));
+        QCOMPARE(m_doc->dayShown, QDate(2026, 6, 1));
         QCOMPARE(entriesAfter(u"Previous day"_s), 1);
     }
 
@@ -136,10 +121,9 @@ class TestDietView : public QObject {
     }
 
     void aChosenBackgroundReachesBothLists() {
-        CDiaryFixture diary;
-        diary.doc->Settings().dietTab.backgroundColor = Rgb(20, 30, 90);
-        diary.AddEntry(u"Tea"_s, QTime(8, 0));
-        COpenView open(diary);
+        m_doc->Settings().dietTab.backgroundColor = Rgb(20, 30, 90);
+        AddEntry(u"Tea"_s, QTime(8, 0));
+        COpenView open(*m_doc);
         for (CReportList* list : {open.entries, static_cast<CReportList*>(open.totals)}) {
             const QImage picture = list->viewport()->grab().toImage();
             QCOMPARE(picture.pixelColor(picture.width() / 2, picture.height() - 2),
@@ -149,9 +133,8 @@ class TestDietView : public QObject {
     }
 
     void draggedColumnsAndSplitOutliveTheView() {
-        CDiaryFixture diary;
         {
-            COpenView open(diary);
+            COpenView open(*m_doc);
             open.entries->header()->resizeSection(2, 133);
             open.view.StoreLayout();
             auto* split = open.view.findChild<QSplitter*>(u"split"_s);
@@ -159,10 +142,10 @@ class TestDietView : public QObject {
             QTest::mouseMove(split->handle(1), QPoint(10, -100));
             QTest::mouseRelease(split->handle(1), Qt::LeftButton, {}, QPoint(10, -100));
         }
-        QCOMPARE(diary.doc->Settings().dietTab.columnWidths[2], 133);
-        QCOMPARE(diary.doc->Settings().dietTab.columnWidths[0], 0);
-        QVERIFY(diary.doc->Settings().dietTab.splitterPerMille < 400);
-        COpenView again(diary);
+        QCOMPARE(m_doc->Settings().dietTab.columnWidths[2], 133);
+        QCOMPARE(m_doc->Settings().dietTab.columnWidths[0], 0);
+        QVERIFY(m_doc->Settings().dietTab.splitterPerMille < 400);
+        COpenView again(*m_doc);
         QCOMPARE(again.entries->header()->sectionSize(2), 133);
         QVERIFY(again.entries->height() < again.totals->height());
     }

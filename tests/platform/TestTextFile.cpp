@@ -1,14 +1,12 @@
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <QTemporaryDir>
-#include <QTest>
-#include <csignal>
 #include <thread>
 
 #include "platform/TextFile.h"
+#include "support/Files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -79,7 +77,7 @@ class TestTextFile : public QObject {
         file.WriteBytes("\xFF");
         file.WriteLine(QString(200'000, u'é'));
         QVERIFY(file.Close());
-        QCOMPARE(Content(), "Cr\x8Ame ??\r\n\xAB,\xFF" + QByteArray(200'000, '\x82') + "\r\n");
+        QCOMPARE(Load(m_path), "Cr\x8Ame ??\r\n\xAB,\xFF" + QByteArray(200'000, '\x82') + "\r\n");
     }
 
     void theOldFileStaysUntilClose() {
@@ -89,7 +87,7 @@ class TestTextFile : public QObject {
             QVERIFY(discarded.Create(m_path));
             discarded.WriteText(QString(100'000, u'n'));
         }
-        QCOMPARE(Content(), "old");
+        QCOMPARE(Load(m_path), "old");
         QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{u"foods.csv"_s});
     }
 
@@ -116,26 +114,22 @@ class TestTextFile : public QObject {
 
     void aWriteThatFailsHalfwayKeepsTheOldFile() {
         QCOMPARE(LinesOf("old"), QStringList{u"old"_s});
-        std::signal(SIGXFSZ, SIG_IGN);
-        rlimit unlimited{};
-        QCOMPARE(getrlimit(RLIMIT_FSIZE, &unlimited), 0);
-        const rlimit limited{66'000, unlimited.rlim_max};
         for (const int length : {66'500, 150'000}) {  // fails in Close, fails before it
             CTextFile file;
             QVERIFY(file.Create(m_path));
-            QCOMPARE(setrlimit(RLIMIT_FSIZE, &limited), 0);
-            file.WriteText(QString(length, u'n'));
-            const bool isClosed = file.Close();
-            QCOMPARE(setrlimit(RLIMIT_FSIZE, &unlimited), 0);
-            QVERIFY(!isClosed);
-            QCOMPARE(Content(), "old");
+            {
+                const CFileSizeLimit limit(66'000);
+                file.WriteText(QString(length, u'n'));
+                QVERIFY(!file.Close());
+            }
+            QCOMPARE(Load(m_path), "old");
         }
     }
 
     void aPipeIsWrittenDirectly() {
         QCOMPARE(mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
         QByteArray received;
-        std::thread reader([&] { received = Content(); });
+        std::thread reader([&] { received = Load(m_path); });
         CTextFile file;
         const bool isCreated = file.Create(m_path);
         file.WriteLine(u"through");
@@ -147,10 +141,9 @@ class TestTextFile : public QObject {
 
   private:
     QStringList LinesOf(const QByteArray& bytes) {
-        QFile raw(m_path);
+        Save(m_path, bytes);
         CTextFile file;
-        if (!raw.open(QIODevice::WriteOnly) || raw.write(bytes) != bytes.size() || !raw.flush() ||
-            !file.OpenForReading(m_path) || file.GetLength() != bytes.size()) {
+        if (!file.OpenForReading(m_path) || file.GetLength() != bytes.size()) {
             return {u"not written or not opened"_s};
         }
         QStringList lines;
@@ -159,11 +152,6 @@ class TestTextFile : public QObject {
             lines.append(line);
         }
         return file.Close() ? lines : QStringList{u"broken off"_s};
-    }
-
-    QByteArray Content() {
-        QFile raw(m_path);
-        return raw.open(QIODevice::ReadOnly) ? raw.readAll() : QByteArray("not there");
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;

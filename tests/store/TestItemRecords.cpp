@@ -6,42 +6,38 @@
 #include "store/FoodItem.h"
 #include "store/ItemDatabase.h"
 #include "store/ProfileRecord.h"
+#include "support/DataRows.h"
 #include "support/RecordingMessages.h"
 
-#include <QSet>
 #include <QTemporaryDir>
-#include <QTest>
 #include <limits>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-// A value of its own for every property of a layout; texts fill their capacity, up to 200.
+// A value of its own for every property; texts fill their capacity, up to 200.
+PropertyValue DistinctValue(const CPropertyDescription& property, int i) {
+    switch (property.type) {
+        case EPropertyType::Int16:
+            return static_cast<qint16>(-300 - i);
+        case EPropertyType::Int32:
+            return 70'000 + i;
+        case EPropertyType::Double:
+            return i + 1.0 / 3.0;
+        case EPropertyType::Text:
+            return QString::number(i).rightJustified(qMin(property.capacity, 200), u'\u00e9');
+        case EPropertyType::FileTime:
+            return qint64{130'000'000'000'000'000} + i;
+        case EPropertyType::Blob:
+            return QByteArray(100 + i, '\0') + QByteArray::number(i);
+    }
+    return {};
+}
+
 PropertyList DistinctValues(const CRecordLayout& layout) {
     PropertyList values;
-    for (int i = 0; i < layout.Count(); ++i) {
-        const CPropertyDescription& property = layout.properties[i];
-        switch (property.type) {
-            case EPropertyType::Int16:
-                values.emplace_back(static_cast<qint16>(-300 - i));
-                break;
-            case EPropertyType::Int32:
-                values.emplace_back(70'000 + i);
-                break;
-            case EPropertyType::Double:
-                values.emplace_back(i + 1.0 / 3.0);
-                break;
-            case EPropertyType::Text:
-                values.emplace_back(
-                    QString::number(i).rightJustified(qMin(property.capacity, 200), u'\u00e9'));
-                break;
-            case EPropertyType::FileTime:
-                values.emplace_back(qint64{130'000'000'000'000'000} + i);
-                break;
-            case EPropertyType::Blob:
-                values.emplace_back(QByteArray(100 + i, '\0') + QByteArray::number(i));
-                break;
-        }
+    for (const CPropertyDescription& property : layout.properties) {
+        values.push_back(DistinctValue(property, static_cast<int>(values.size())));
     }
     return values;
 }
@@ -52,7 +48,6 @@ class TestItemRecords : public QObject {
 
   private slots:
     void init() {
-        m_messages = std::make_unique<CRecordingMessages>();
         m_folder = std::make_unique<QTemporaryDir>();
         m_store = std::make_unique<CRecordStore>();
         QVERIFY(m_store->MountVolume(m_folder->filePath(u"new/folder/v.db"_s)));
@@ -60,39 +55,29 @@ class TestItemRecords : public QObject {
 
     void cleanup() {
         m_store.reset();
-        const auto messages = std::move(m_messages);
-        QCOMPARE(messages->shown, QStringList());
+        QCOMPARE(m_messages.Said(), QString());
     }
 
     void everyPropertyIsStored_data() {
-        QTest::addColumn<const CRecordLayout*>("layout");
-        QTest::addColumn<int>("count");
-        QTest::addColumn<quint32>("sort");
-        QTest::newRow("foods") << &kFoodLayout << 77 << 3U;
-        QTest::newRow("menus") << &kMenuLayout << 61 << 3U;
-        QTest::newRow("recipes") << &kRecipeLayout << 62 << 3U;
-        QTest::newRow("exercise library") << &kExerciseLibLayout << 5 << 3U;
-        QTest::newRow("categories") << &kCategoryLayout << 5 << 2U;
-        QTest::newRow("nutrient names") << &kNutrientNameLayout << 3 << 3U;
-        QTest::newRow("profile") << &kProfileLayout << 159 << 3U;
-        QTest::newRow("diet") << &kDietLayout << 62 << 64U;
-        QTest::newRow("weight") << &kWeightLayout << 15 << 64U;
-        QTest::newRow("exercises") << &kExercisesLayout << 11 << 64U;
-        QTest::newRow("view settings") << &kViewSettingsLayout << 8 << 3U;
+        AddRows<const CRecordLayout*, int, quint32>({
+            {"foods", &kFoodLayout, 77, 3U},
+            {"menus", &kMenuLayout, 61, 3U},
+            {"recipes", &kRecipeLayout, 62, 3U},
+            {"exercise library", &kExerciseLibLayout, 5, 3U},
+            {"categories", &kCategoryLayout, 5, 2U},
+            {"nutrient names", &kNutrientNameLayout, 3, 3U},
+            {"profile", &kProfileLayout, 159, 3U},
+            {"diet", &kDietLayout, 62, 64U},
+            {"weight", &kWeightLayout, 15, 64U},
+            {"exercises", &kExercisesLayout, 11, 64U},
+            {"view settings", &kViewSettingsLayout, 8, 3U},
+        });
     }
 
     void everyPropertyIsStored() {
-        QFETCH(const CRecordLayout*, layout);
-        QFETCH(int, count);
-        QFETCH(quint32, sort);
+        const auto& [layout, count, sort] = DataRow<const CRecordLayout*, int, quint32>();
         QCOMPARE(layout->Count(), count);
         QCOMPARE(layout->SortPropertyId(), sort);
-        QSet<QByteArray> names;
-        for (const CPropertyDescription& property : layout->properties) {
-            names.insert(property.name);
-        }
-        QCOMPARE(names.size(), count);
-
         CItemDatabaseBase database(*m_store, *layout);
         QVERIFY(database.Open(false, u"Any"_s));
         CItemRecord written(*layout);
@@ -120,29 +105,17 @@ class TestItemRecords : public QObject {
         CMenuItem menu;
         QVERIFY(!menus.ReadQuietly(0, menu));
         QVERIFY(!menus.Read(0, menu));
-        QCOMPARE(m_messages->TakeShown(),
-                 QStringList{
-                     u"Database error. Wrong number of properties, record #0, props = 62 (61)"_s});
+        QCOMPARE(m_messages.Said(),
+                 u"Database error. Wrong number of properties, record #0, props = 62 (61)"_s);
         // No such position: silently nothing.
         QVERIFY(!menus.Read(1, menu));
         QVERIFY(!menus.Write(1, menu));
         QCOMPARE(menus.Count(), 1);
         QVERIFY(!menus.Delete(1));
-        QCOMPARE(m_messages->TakeShown(), QStringList{u"Cannot delete record. Error=2"_s});
+        QCOMPARE(m_messages.Said(), u"Cannot delete record. Error=2"_s);
         menus.Close();
         QVERIFY(!menus.Write(-1, menu));
-        QCOMPARE(m_messages->TakeShown(), QStringList{u"Cannot add menu (error# 2)."_s});
-    }
-
-    void failuresOfTheStoreShowTheirNumbers() {
-        QVERIFY(!m_store->OpenDatabase(u"Nowhere"_s, 3, 0, true).IsValid());
-        QCOMPARE(m_messages->TakeShown(), QStringList());
-        QVERIFY(!m_store->OpenDatabase(QString(32, u'x'), 3, 0, false).IsValid());
-        QCOMPARE(m_messages->TakeShown(), QStringList{u"ERROR: CeOpenDatabaseEx failed (123)"_s});
-        QCOMPARE(m_messages->lastIcon, EMessageIcon::Stop);
-        CRecordStore second;
-        QVERIFY(!second.MountVolume(m_folder->filePath(u"new/folder/v.db"_s)));
-        QCOMPARE(m_messages->TakeShown(), QStringList{u"ERROR: CeMountDBVol failed (32)"_s});
+        QCOMPARE(m_messages.Said(), u"Cannot add menu (error# 2)."_s);
     }
 
     void readingMovesOn() {
@@ -185,34 +158,29 @@ class TestItemRecords : public QObject {
         QVERIFY(!entry.SetProperties(std::move(stored)));
     }
 
-    void longServingNamesEndInDots_data() {
-        QTest::addColumn<int>("length");
-        QTest::addColumn<QString>("stored");
-        // Characters are numbered 1 to 9, 0, 1 to 9, 0, ...
-        const QString sixty = u"1234567890"_s.repeated(6);
-        QTest::newRow("64 fit") << 64 << sixty + u"1234"_s;
-        QTest::newRow("65: 59 stay, then 64 and 65") << 65 << sixty.first(59) + u"45..."_s;
-        QTest::newRow("80 are as 65") << 80 << sixty.first(59) + u"45..."_s;
-    }
-
     void longServingNamesEndInDots() {
-        QFETCH(int, length);
-        QFETCH(QString, stored);
-        CFoodItem food;
-        food.SetServingName(9, u"1234567890"_s.repeated(8).first(length));
-        QCOMPARE(food.GetServingName(9), stored);
-        QVERIFY(stored.size() == 64);
+        // Characters are numbered 1 to 9, 0, 1 to 9, 0, ...
+        const QString eighty = u"1234567890"_s.repeated(8);
+        const std::pair<int, QString> rows[] = {
+            {64, eighty.first(60) + u"1234"_s},
+            {65, eighty.first(59) + u"45..."_s},  // 59 stay, then 64 and 65
+            {80, eighty.first(59) + u"45..."_s},
+        };
+        for (const auto& [length, stored] : rows) {
+            CFoodItem food;
+            food.SetServingName(9, eighty.first(length));
+            QCOMPARE(food.GetServingName(9), stored);
+        }
     }
 
     void badIndexesAreNamed() {
         CFoodItem food;
         const CFoodItem before = food;
-        QStringList expected;
         for (const int index : {-1, 54}) {
             QCOMPARE(food.GetNutrientValue(index), 0.0);
             food.SetNutrientValue(index, 1.0);
-            expected << u"GetNutrientValue --> WRONG INDEX"_s
-                     << u"SetNutrientValue --> WRONG INDEX"_s;
+            QCOMPARE(m_messages.Said(),
+                     u"GetNutrientValue --> WRONG INDEX|SetNutrientValue --> WRONG INDEX"_s);
         }
         for (const int index : {-1, 10}) {
             QCOMPARE(food.GetServingName(index), u"Index error."_s);
@@ -220,12 +188,11 @@ class TestItemRecords : public QObject {
             food.SetServingName(index, u"cup"_s);
             QCOMPARE(food.GetServingWeight(index), 0.0);
             food.SetServingWeight(index, 1.0);
-            expected << u"GetServingName --> WRONG INDEX"_s << u"GetServingNameW --> WRONG INDEX"_s
-                     << u"SetServingName --> WRONG INDEX."_s
-                     << u"GetServingWeight --> WRONG INDEX."_s
-                     << u"SetServingWeight --> WRONG INDEX."_s;
+            QCOMPARE(m_messages.Said(),
+                     u"GetServingName --> WRONG INDEX|GetServingNameW --> WRONG INDEX|"
+                     "SetServingName --> WRONG INDEX.|GetServingWeight --> WRONG INDEX.|"
+                     "SetServingWeight --> WRONG INDEX."_s);
         }
-        QCOMPARE(m_messages->TakeShown(), expected);
         QVERIFY(food == before);
         CWeightEntry weight;
         weight.SetMeasurement(13, 1.0);
@@ -235,26 +202,28 @@ class TestItemRecords : public QObject {
     }
 
     void fieldsStandAtTheirNumbers() {
+        const auto has = [](const CItemRecord& record,
+                            std::initializer_list<std::pair<int, PropertyValue>> fields) {
+            return std::ranges::all_of(fields, [&](const auto& field) {
+                return record.GetProperties()[field.first] == field.second;
+            });
+        };
         CFoodItem food;
         food.SetNutrientValue(53, 1.5);
         food.SetServingName(9, u"cup"_s);
         food.SetServingWeight(9, 240.0);
-        QVERIFY(food.GetProperties()[56] == PropertyValue(1.5));
-        QVERIFY(food.GetProperties()[75] == PropertyValue(u"cup"_s));
-        QVERIFY(food.GetProperties()[76] == PropertyValue(240.0));
+        QVERIFY(has(food, {{56, 1.5}, {75, u"cup"_s}, {76, 240.0}}));
         CRecipeItem recipe;
         recipe.Clear();
         recipe.SetServingName(u"4 portions"_s);
         recipe.SetInstructions(u"Stir."_s);
-        QVERIFY(recipe.GetProperties()[59] == PropertyValue(u"4 portions"_s));
-        QVERIFY(recipe.GetProperties()[60] == PropertyValue(1.0));
-        QVERIFY(recipe.GetProperties()[61] == PropertyValue(u"Stir."_s));
+        QVERIFY(has(recipe, {{59, u"4 portions"_s}, {60, 1.0}, {61, u"Stir."_s}}));
         CDietEntry entry;
         entry.SetAmount(2.0);
-        QVERIFY(entry.GetProperties()[61] == PropertyValue(2.0));
+        QVERIFY(has(entry, {{61, 2.0}}));
         CWeightEntry weight;
         weight.SetMeasurement(7, 21.0);
-        QVERIFY(weight.GetProperties()[9] == PropertyValue(21.0));
+        QVERIFY(has(weight, {{9, 21.0}}));
         CProfileRecord profile;
         profile.SetBirthDate(QDate(1980, 2, 29));
         profile.SetHeightCm(170.0);
@@ -262,21 +231,14 @@ class TestItemRecords : public QObject {
         profile.SetGoalDate(QDate(2030, 12, 31));
         profile.SetDietType(3);
         profile.SetTarget(53, 0.5);
-        const PropertyList& stored = profile.GetProperties();
-        QVERIFY(stored[0] == PropertyValue(qint32{262144}));
-        QVERIFY(stored[1] == PropertyValue(qint32{1}));
-        QVERIFY(stored[9] == PropertyValue(qint16{1980}));
-        QVERIFY(stored[12] == PropertyValue(170.0));
-        QVERIFY(stored[93] == PropertyValue(qint16{7}));
-        QVERIFY(stored[100] == PropertyValue(qint16{31}));
-        QVERIFY(stored[104] == PropertyValue(qint16{3}));
-        QVERIFY(stored[158] == PropertyValue(0.5));
+        QVERIFY(has(profile, {{0, 262144}, {1, 1}, {9, qint16{1980}}, {12, 170.0}}));
+        QVERIFY(has(profile, {{93, qint16{7}}, {100, qint16{31}}, {104, qint16{3}}, {158, 0.5}}));
         QCOMPARE(profile.GetBirthDate(), QDate(1980, 2, 29));
         QVERIFY(!profile.GetStartDate().isValid());
     }
 
   private:
-    std::unique_ptr<CRecordingMessages> m_messages;
+    CRecordingMessages m_messages;
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<CRecordStore> m_store;
 };

@@ -1,27 +1,20 @@
 // The engine against a plain sorted list, and its refusals.
-#include "store/StorageEngine.h"
+#include "store/EngineSteps.h"
+#include "support/DataRows.h"
 
 #include <QDir>
-#include <QFile>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
-#include <QTest>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr quint32 kByNumber = PropertyId(0, EPropertyType::Int32);
-
 struct CExpected {
     qint32 key;
     ObjectId record;
     bool operator==(const CExpected&) const = default;
 };
-
-PropertyList Numbered(qint32 key, const QString& text = QString()) {
-    return {key, text};
-}
 
 // The list that positions must agree with: equal keys in order of insertion.
 void InsertSorted(std::vector<CExpected>& list, CExpected entry) {
@@ -38,10 +31,9 @@ class TestStorageEngine : public QObject {
         m_folder = std::make_unique<QTemporaryDir>();
         m_path = m_folder->filePath(u"volume.db"_s);
         m_engine = std::make_unique<CStorageEngine>();
-        QCOMPARE(m_engine->Mount(m_path), int(kErrorSuccess));
-        CDatabaseInfo info;
-        QCOMPARE(m_engine->CreateDatabase(u"Numbers"_s, 7, kByNumber, info), int(kErrorSuccess));
-        m_database = info.id;
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        m_database = Created(*m_engine, u"Numbers"_s, 7);
+        QVERIFY(m_database != 0);
     }
 
     void cleanup() {
@@ -50,25 +42,22 @@ class TestStorageEngine : public QObject {
     }
 
     void positionsFollowKeyAndInsertion_data() {
-        QTest::addColumn<int>("rounds");
-        QTest::addColumn<int>("insertsInTen");
-        QTest::addColumn<QString>("keys");
-        QTest::newRow("many equal keys") << 16 << 6 << u"few"_s;
-        QTest::newRow("scattered keys") << 16 << 7 << u"any"_s;
-        QTest::newRow("shrinking") << 16 << 4 << u"any"_s;
-        QTest::newRow("ascending") << 16 << 9 << u"ascending"_s;
-        // Halving the first block again and again uses up the gap behind it.
-        QTest::newRow("descending") << 32 << 10 << u"descending"_s;
+        AddRows<int, int, QString>({
+            {"many equal keys", 16, 6, u"few"_s},
+            {"scattered keys", 16, 7, u"any"_s},
+            {"shrinking", 16, 4, u"any"_s},
+            {"ascending", 16, 9, u"ascending"_s},
+            // Halving the first block again and again uses up the gap behind it.
+            {"descending", 32, 10, u"descending"_s},
+        });
     }
 
     void positionsFollowKeyAndInsertion() {
-        QFETCH(int, rounds);
-        QFETCH(int, insertsInTen);
-        QFETCH(QString, keys);
+        const auto& [rounds, insertsInTen, keys] = DataRow<int, int, QString>();
         QRandomGenerator random(20);
         std::vector<CExpected> expected;
         for (int round = 0; round < rounds; ++round) {
-            QCOMPARE(m_engine->BeginGroup(), int(kErrorSuccess));
+            QCOMPARE(m_engine->BeginGroup(), kOk);
             for (int i = 0; i < 250; ++i) {
                 const int serial = round * 250 + i;
                 qint32 key = random.bounded(-1000, 1000);
@@ -80,7 +69,7 @@ class TestStorageEngine : public QObject {
                     return;
                 }
             }
-            QCOMPARE(m_engine->EndGroup(), int(kErrorSuccess));
+            QCOMPARE(m_engine->EndGroup(), kOk);
             if (round % 4 == 3) {
                 Remount();
                 CompareAll(expected);
@@ -94,112 +83,104 @@ class TestStorageEngine : public QObject {
                                       qint64{-1},  u"a\u00e9\U0001F34E"_s,
                                       QString(),   QByteArray("\0\xff", 2),
                                       QByteArray()};
-        ObjectId record = 0;
-        QCOMPARE(m_engine->AddRecord(m_database, written, record), int(kErrorSuccess));
+        const ObjectId record = Added(*m_engine, m_database, written);
         Remount();
         PropertyList read;
-        QCOMPARE(m_engine->ReadRecord(record, read), int(kErrorSuccess));
+        QCOMPARE(m_engine->ReadRecord(record, read), kOk);
         QVERIFY(read == written);
         QVERIFY(std::signbit(std::get<double>(read[2])));
         QCOMPARE(m_engine->ReadRecord(record + 1, read), int(kErrorFileNotFound));
     }
 
     void anUnfinishedGroupIsNotKept() {
-        ObjectId record = 0;
-        QCOMPARE(m_engine->AddRecord(m_database, Numbered(1), record), int(kErrorSuccess));
-        QCOMPARE(m_engine->BeginGroup(), int(kErrorSuccess));
-        QCOMPARE(m_engine->BeginGroup(), int(kErrorSuccess));
-        QCOMPARE(m_engine->AddRecord(m_database, Numbered(2), record), int(kErrorSuccess));
-        QCOMPARE(m_engine->EndGroup(), int(kErrorSuccess));
+        QVERIFY(Added(*m_engine, m_database, Numbered(1)) != 0);
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        QVERIFY(Added(*m_engine, m_database, Numbered(2)) != 0);
+        QCOMPARE(m_engine->EndGroup(), kOk);
         // The inner end made nothing durable.
-        QCOMPARE(m_engine->Unmount(), int(kErrorSuccess));
+        QCOMPARE(m_engine->Unmount(), kOk);
         QCOMPARE(m_engine->EndGroup(), int(kErrorInvalidParameter));
-        QCOMPARE(m_engine->Mount(m_path), int(kErrorSuccess));
-        int count = 0;
-        QCOMPARE(m_engine->CountRecords(m_database, count), int(kErrorSuccess));
-        QCOMPARE(count, 1);
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        QCOMPARE(CountOf(*m_engine, m_database), 1);
     }
 
     void databasesAreFoundWithoutCase() {
+        QVERIFY(Created(*m_engine, u"\u00c9mile"_s, 0x1001) != 0);
         CDatabaseInfo info;
-        QCOMPARE(m_engine->CreateDatabase(u"\u00c9mile"_s, 0x1001, kByNumber, info),
-                 int(kErrorSuccess));
         QCOMPARE(m_engine->CreateDatabase(u"\u00e9MILE"_s, 0, kByNumber, info),
                  int(kErrorAlreadyExists));
         Remount();
-        QCOMPARE(m_engine->FindDatabase(u"\u00e9mile"_s, info), int(kErrorSuccess));
+        QCOMPARE(m_engine->FindDatabase(u"\u00e9mile"_s, info), kOk);
         QCOMPARE(info.name, u"\u00c9mile"_s);
         QCOMPARE(info.type, 0x1001U);
-        std::vector<CDatabaseInfo> all;
-        QCOMPARE(m_engine->ListDatabases(0, all), int(kErrorSuccess));
-        QCOMPARE(all.size(), 2U);
-        QCOMPARE(m_engine->ListDatabases(7, all), int(kErrorSuccess));
-        QCOMPARE(all.size(), 1U);
-        QCOMPARE(all[0].name, u"Numbers"_s);
+        for (const auto& [type, names] : {std::pair{0U, QStringList{u"Numbers"_s, info.name}},
+                                          std::pair{7U, QStringList{u"Numbers"_s}}}) {
+            std::vector<CDatabaseInfo> all;
+            QCOMPARE(m_engine->ListDatabases(type, all), kOk);
+            QVERIFY(std::ranges::equal(all, names, {}, &CDatabaseInfo::name));
+        }
     }
 
     void wrongArgumentsAreRefused() {
-        CDatabaseInfo info;
-        QCOMPARE(m_engine->CreateDatabase(QString(31, u'x'), 0, kByNumber, info),
-                 int(kErrorSuccess));
-        QCOMPARE(m_engine->CreateDatabase(QString(32, u'y'), 0, kByNumber, info),
-                 int(kErrorInvalidName));
-        QCOMPARE(m_engine->CreateDatabase(u"T"_s, 0, PropertyId(0, EPropertyType::Text), info),
-                 int(kErrorInvalidParameter));
-        QCOMPARE(m_engine->CreateDatabase(u"T"_s, 0, PropertyId(1, EPropertyType::Int32), info),
-                 int(kErrorInvalidParameter));
+        QVERIFY(Created(*m_engine, QString(31, u'x')) != 0);
+        const std::tuple<QString, quint32, int> databases[] = {
+            {QString(32, u'y'), kByNumber, kErrorInvalidName},
+            {u"T"_s, PropertyId(0, EPropertyType::Text), kErrorInvalidParameter},
+            {u"T"_s, PropertyId(1, EPropertyType::Int32), kErrorInvalidParameter},
+        };
+        for (const auto& [name, sort, error] : databases) {
+            CDatabaseInfo info;
+            QCOMPARE(m_engine->CreateDatabase(name, 0, sort, info), error);
+        }
         ObjectId record = 0;
         QCOMPARE(m_engine->AddRecord(m_database, {QString()}, record), int(kErrorInvalidParameter));
         QCOMPARE(m_engine->AddRecord(99, Numbered(1), record), int(kErrorFileNotFound));
-        QCOMPARE(m_engine->SeekToPosition(m_database, 0, record), int(kErrorFileNotFound));
-        QCOMPARE(m_engine->SeekToPosition(m_database, -1, record), int(kErrorFileNotFound));
+        for (const int position : {0, -1}) {
+            QCOMPARE(m_engine->SeekToPosition(m_database, position, record),
+                     int(kErrorFileNotFound));
+        }
     }
 
     void aDeletedDatabaseTakesItsRecordsAlong() {
-        CDatabaseInfo other;
-        QCOMPARE(m_engine->CreateDatabase(u"Other"_s, 0, kByNumber, other), int(kErrorSuccess));
-        ObjectId mine = 0;
-        ObjectId theirs = 0;
-        QCOMPARE(m_engine->AddRecord(m_database, Numbered(1), mine), int(kErrorSuccess));
-        QCOMPARE(m_engine->AddRecord(other.id, Numbered(1), theirs), int(kErrorSuccess));
+        const ObjectId other = Created(*m_engine, u"Other"_s);
+        const ObjectId mine = Added(*m_engine, m_database, Numbered(1));
+        const ObjectId theirs = Added(*m_engine, other, Numbered(1));
         QCOMPARE(m_engine->DeleteRecord(m_database, theirs), int(kErrorFileNotFound));
-        QCOMPARE(m_engine->DeleteDatabase(m_database), int(kErrorSuccess));
+        QCOMPARE(m_engine->DeleteDatabase(m_database), kOk);
         PropertyList read;
         QCOMPARE(m_engine->ReadRecord(mine, read), int(kErrorFileNotFound));
-        QCOMPARE(m_engine->ReadRecord(theirs, read), int(kErrorSuccess));
-        int count = 0;
-        QCOMPARE(m_engine->CountRecords(m_database, count), int(kErrorFileNotFound));
+        QCOMPARE(m_engine->ReadRecord(theirs, read), kOk);
+        QCOMPARE(CountOf(*m_engine, m_database), -1);
     }
 
   private:
     void Remount() {
-        QCOMPARE(m_engine->Unmount(), int(kErrorSuccess));
-        QCOMPARE(m_engine->Mount(m_path), int(kErrorSuccess));
+        QCOMPARE(m_engine->Unmount(), kOk);
+        QCOMPARE(m_engine->Mount(m_path), kOk);
     }
 
     // One insertion, or a deletion, or a move to another key, in both.
     void ChangeBoth(std::vector<CExpected>& expected, qint32 key, bool isInsertion,
                     QRandomGenerator& random) {
-        ObjectId record = 0;
         if (isInsertion || expected.empty()) {
-            QCOMPARE(m_engine->AddRecord(m_database, Numbered(key), record), int(kErrorSuccess));
-            InsertSorted(expected, {key, record});
+            InsertSorted(expected, {key, Added(*m_engine, m_database, Numbered(key))});
             return;
         }
         const int position = random.bounded(static_cast<int>(expected.size()));
         CExpected old = expected[position];
         if (random.bounded(2) == 0) {
             // Every other time the place sought last is the right one.
-            QCOMPARE(m_engine->SeekToPosition(m_database, position, record), int(kErrorSuccess));
+            ObjectId record = 0;
+            QCOMPARE(m_engine->SeekToPosition(m_database, position, record), kOk);
             QCOMPARE(record, old.record);
         }
         if (random.bounded(3) != 0) {
-            QCOMPARE(m_engine->DeleteRecord(m_database, old.record), int(kErrorSuccess));
+            QCOMPARE(m_engine->DeleteRecord(m_database, old.record), kOk);
             expected.erase(expected.begin() + position);
             return;
         }
-        QCOMPARE(m_engine->ReplaceRecord(m_database, old.record, Numbered(key)),
-                 int(kErrorSuccess));
+        QCOMPARE(m_engine->ReplaceRecord(m_database, old.record, Numbered(key)), kOk);
         if (key != old.key) {
             expected.erase(expected.begin() + position);
             InsertSorted(expected, {key, old.record});
@@ -208,20 +189,18 @@ class TestStorageEngine : public QObject {
 
     void CompareAll(const std::vector<CExpected>& expected) {
         std::vector<CExpected> found;
-        int count = 0;
-        QCOMPARE(m_engine->CountRecords(m_database, count), int(kErrorSuccess));
-        for (int position = 0; position < count; ++position) {
+        for (int position = 0; position < CountOf(*m_engine, m_database); ++position) {
             qint64 key = 0;
             ObjectId record = 0;
-            QCOMPARE(m_engine->KeyAt(m_database, position, key), int(kErrorSuccess));
-            QCOMPARE(m_engine->SeekToPosition(m_database, position, record), int(kErrorSuccess));
+            QCOMPARE(m_engine->KeyAt(m_database, position, key), kOk);
+            QCOMPARE(m_engine->SeekToPosition(m_database, position, record), kOk);
             found.push_back({static_cast<qint32>(key), record});
         }
         QVERIFY(found == expected);
         for (int key = -1010; key < 1010; key += 7) {
             const auto first = std::ranges::lower_bound(expected, key, {}, &CExpected::key);
             int position = 0;
-            QCOMPARE(m_engine->LowerBound(m_database, key, position), int(kErrorSuccess));
+            QCOMPARE(m_engine->LowerBound(m_database, key, position), kOk);
             QCOMPARE(position, static_cast<int>(first - expected.begin()));
         }
     }

@@ -1,49 +1,29 @@
 // Foreign and damaged files, full disks, a second owner, and death in the middle of a write.
-#include "store/StorageEngine.h"
 
 #include <sqlite3.h>
 #include <sys/mount.h>
-#include <sys/resource.h>
+
+#include "store/EngineSteps.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
-#include <QTest>
-#include <csignal>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int kPageBytes = 8192;
-constexpr quint32 kByNumber = PropertyId(0, EPropertyType::Int32);
 constexpr auto kWriteMode = "--write-until-killed";
-constexpr auto kMountMode = "--mount-and-leave";
-
-QByteArray Contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void Store(const QString& path, const QByteArray& contents) {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(contents), contents.size());
-}
-
-PropertyList Numbered(qint32 number) {
-    return {number, u"number %1"_s.arg(number)};
-}
 
 ObjectId OpenNumbers(CStorageEngine& engine) {
     CDatabaseInfo info;
-    if (engine.FindDatabase(u"Numbers"_s, info) != kErrorSuccess) {
-        engine.CreateDatabase(u"Numbers"_s, 0, kByNumber, info);
-    }
-    return info.id;
+    const bool isThere = engine.FindDatabase(u"Numbers"_s, info) == kErrorSuccess;
+    return isThere ? info.id : Created(engine, u"Numbers"_s);
 }
 
 // Numbers go in fours: the first alone, the other three as a group. A number is printed once it
@@ -54,14 +34,12 @@ int WriteUntilKilled(const QString& path) {
         return 1;
     }
     const ObjectId database = OpenNumbers(engine);
-    int next = 0;
-    engine.CountRecords(database, next);
-    ObjectId record = 0;
+    int next = CountOf(engine, database);
     while (true) {
         const int size = next % 4 == 0 ? 1 : 3;
         engine.BeginGroup();
         for (int i = 0; i < size; ++i) {
-            engine.AddRecord(database, Numbered(next++), record);
+            Added(engine, database, Numbered(next++));
         }
         if (engine.EndGroup() != kErrorSuccess) {
             return 1;
@@ -77,13 +55,12 @@ void WalkEverything(CStorageEngine& engine) {
     engine.ListDatabases(0, databases);
     engine.BeginGroup();
     for (const CDatabaseInfo& database : databases) {
-        int count = 0;
-        engine.CountRecords(database.id, count);
+        const int count = CountOf(engine, database.id);
         ObjectId record = 0;
+        qint64 key = 0;
+        int bound = 0;
         PropertyList properties;
         for (int position = 0; position < count; ++position) {
-            qint64 key = 0;
-            int bound = 0;
             engine.KeyAt(database.id, position, key);
             engine.LowerBound(database.id, key, bound);
             if (engine.SeekToPosition(database.id, position, record) == kErrorSuccess) {
@@ -91,7 +68,7 @@ void WalkEverything(CStorageEngine& engine) {
             }
         }
         engine.DeleteRecord(database.id, record);
-        engine.AddRecord(database.id, Numbered(3), record);
+        Added(engine, database.id, Numbered(3));
     }
     engine.EndGroup();
 }
@@ -107,30 +84,29 @@ class TestVolumeFaults : public QObject {
     }
 
     void otherFilesAreRefusedAndLeftAlone_data() {
-        QTest::addColumn<QByteArray>("contents");
-        QTest::addColumn<int>("error");
         const QByteArray volume = SmallVolume();
         const auto with = [&volume](int place, char byte) {
             QByteArray changed = volume;
             changed[place] = byte;
             return changed;
         };
-        QTest::newRow("a text") << QByteArray("Apple,raw\r\n") << int(kErrorBadFormat);
-        QTest::newRow("zeros") << QByteArray(8192, '\0') << int(kErrorBadFormat);
-        QTest::newRow("another program's database") << with(71, 'X') << int(kErrorBadFormat);
-        QTest::newRow("a newer version") << with(63, 2) << int(kErrorNewerVersion);
-        QTest::newRow("another journal format") << with(18, 2) << int(kErrorCorrupt);
-        QTest::newRow("cut short") << volume.first(volume.size() / 2) << int(kErrorCorrupt);
+        AddRows<QByteArray, int>({
+            {"a text", "Apple,raw\r\n", int(kErrorBadFormat)},
+            {"zeros", QByteArray(8192, '\0'), int(kErrorBadFormat)},
+            {"another program's database", with(71, 'X'), int(kErrorBadFormat)},
+            {"a newer version", with(63, 2), int(kErrorNewerVersion)},
+            {"another journal format", with(18, 2), int(kErrorCorrupt)},
+            {"cut short", volume.first(volume.size() / 2), int(kErrorCorrupt)},
+        });
     }
 
     void otherFilesAreRefusedAndLeftAlone() {
-        QFETCH(QByteArray, contents);
-        QFETCH(int, error);
-        Store(m_path, contents);
+        const auto& [contents, error] = DataRow<QByteArray, int>();
+        Save(m_path, contents);
         CStorageEngine engine;
         QCOMPARE(engine.Mount(m_path), error);
         QVERIFY(!engine.IsMounted());
-        QCOMPARE(Contents(m_path), contents);
+        QCOMPARE(Load(m_path), contents);
         QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{u"volume.db"_s});
     }
 
@@ -138,7 +114,7 @@ class TestVolumeFaults : public QObject {
         QDir::setCurrent(m_folder->path());
         for (const QString& name : {u"file:v.db?mode=memory"_s, u":memory:"_s}) {
             CStorageEngine engine;
-            QCOMPARE(engine.Mount(name), int(kErrorSuccess));
+            QCOMPARE(engine.Mount(name), kOk);
             QVERIFY(QFile::exists(m_folder->path() + u'/' + name));
         }
         QDir::setCurrent(QDir::rootPath());
@@ -148,27 +124,25 @@ class TestVolumeFaults : public QObject {
 
     void aSecondOwnerIsTurnedAway() {
         const QByteArray before = SmallVolume();
-        Store(m_path, before);
+        Save(m_path, before);
         CStorageEngine engine;
-        QCOMPARE(engine.Mount(m_path), int(kErrorSuccess));
+        QCOMPARE(engine.Mount(m_path), kOk);
         CStorageEngine second;
         QCOMPARE(second.Mount(m_path), int(kErrorSharingViolation));
-        QCOMPARE(QProcess::execute(QCoreApplication::applicationFilePath(),
-                                   {QLatin1StringView(kMountMode), m_path}),
-                 int(kErrorSharingViolation));
-        QCOMPARE(engine.Unmount(), int(kErrorSuccess));
-        QCOMPARE(Contents(m_path), before);
+        QCOMPARE(engine.Unmount(), kOk);
+        QCOMPARE(Load(m_path), before);
     }
 
     void damageNeverCrashes_data() {
-        QTest::addColumn<int>("rounds");
-        QTest::newRow("flipped bits") << 300;
-        QTest::newRow("zeroed ranges") << 100;
-        QTest::newRow("cut ends") << 60;
+        AddRows<int>({
+            {"flipped bits", 300},
+            {"zeroed ranges", 100},
+            {"cut ends", 60},
+        });
     }
 
     void damageNeverCrashes() {
-        QFETCH(int, rounds);
+        const auto& [rounds] = DataRow<int>();
         const QByteArray kind(QTest::currentDataTag());
         const QByteArray volume = SmallVolume();
         QRandomGenerator random(7);
@@ -183,18 +157,17 @@ class TestVolumeFaults : public QObject {
                     damaged[place] = static_cast<char>(damaged[place] ^ (1 << random.bounded(8)));
                 }
             } else if (kind == "zeroed ranges") {
-                const int place = random.bounded(end - 64);
-                std::fill_n(damaged.begin() + place, 64, '\0');
+                std::fill_n(damaged.begin() + random.bounded(end - 64), 64, '\0');
             } else {
                 damaged.truncate(random.bounded(end));
             }
-            Store(m_path, damaged);
+            Save(m_path, damaged);
             CStorageEngine engine;
             if (engine.Mount(m_path) == kErrorSuccess) {
                 ++mounted;
                 WalkEverything(engine);
             } else {
-                QCOMPARE(Contents(m_path), damaged);
+                QCOMPARE(Load(m_path), damaged);
                 QVERIFY(!QFile::exists(m_path + u"-journal"_s));
             }
             engine.Unmount();
@@ -204,65 +177,20 @@ class TestVolumeFaults : public QObject {
         QVERIFY(mounted > 0 && mounted < (kind == "cut ends" ? rounds / 4 : rounds));
     }
 
-    void aFullDiskLosesNothing_data() {
-        QTest::addColumn<bool>("isFileSystem");
-        QTest::newRow("full file system") << true;
-        QTest::newRow("limited file size") << false;
-    }
-
-    void aFullDiskLosesNothing() {
-        QFETCH(bool, isFileSystem);
+    void aFullFileSystemLosesNothing() {
         const QByteArray folder = m_folder->path().toLocal8Bit();
-        if (isFileSystem && ::mount("tmpfs", folder.constData(), "tmpfs", 0, "size=1m") != 0) {
+        if (::mount("tmpfs", folder.constData(), "tmpfs", 0, "size=1m") != 0) {
             QSKIP("a file system of one's own can only be mounted by root");
         }
-        const auto unmount = qScopeGuard([&] {
-            if (isFileSystem) {
-                ::umount2(folder.constData(), MNT_DETACH);
-            }
-        });
+        const auto unmount = qScopeGuard([&] { ::umount2(folder.constData(), MNT_DETACH); });
         const QString ballast = m_folder->filePath(u"ballast"_s);
-        rlimit unlimited{};
-        if (isFileSystem) {
-            Store(ballast, QByteArray(512 * 1024, 'x'));
-        } else {
-            std::signal(SIGXFSZ, SIG_IGN);
-            QCOMPARE(getrlimit(RLIMIT_FSIZE, &unlimited), 0);
-            rlimit tight = unlimited;
-            tight.rlim_cur = 256 * 1024;
-            QCOMPARE(setrlimit(RLIMIT_FSIZE, &tight), 0);
-        }
-        CStorageEngine engine;
-        QCOMPARE(engine.Mount(m_path), int(kErrorSuccess));
-        const ObjectId database = OpenNumbers(engine);
-        const PropertyList large = {qint32{1}, QByteArray(3000, 'y')};
-        ObjectId record = 0;
-        int written = 0;
-        int error = kErrorSuccess;
-        while (written < 1000 && error == kErrorSuccess) {
-            error = engine.AddRecord(database, large, record);
-            written += error == kErrorSuccess ? 1 : 0;
-        }
-        QCOMPARE(error, int(kErrorDiskFull));
-        QVERIFY(written > 20);
-        // A group that does not fit fails from its first failed write to its end.
-        QCOMPARE(engine.BeginGroup(), int(kErrorSuccess));
-        engine.AddRecord(database, {qint32{1}, QByteArray(20'000'000, 'z')}, record);
-        QCOMPARE(engine.AddRecord(database, Numbered(1), record), int(kErrorDiskFull));
-        QCOMPARE(engine.EndGroup(), int(kErrorDiskFull));
-        if (isFileSystem) {
-            QVERIFY(QFile::remove(ballast));
-        } else {
-            QCOMPARE(setrlimit(RLIMIT_FSIZE, &unlimited), 0);
-        }
-        QCOMPARE(engine.AddRecord(database, large, record), int(kErrorSuccess));
-        QCOMPARE(engine.Unmount(), int(kErrorSuccess));
-        QCOMPARE(engine.Mount(m_path), int(kErrorSuccess));
-        int count = 0;
-        QCOMPARE(engine.CountRecords(database, count), int(kErrorSuccess));
-        QCOMPARE(count, written + 1);
-        engine.Unmount();
-        VerifySound();
+        Save(ballast, QByteArray(512 * 1024, 'x'));
+        FillUpAndGoOn([&ballast] { QVERIFY(QFile::remove(ballast)); });
+    }
+
+    void aLimitedFileSizeLosesNothing() {
+        std::optional<CFileSizeLimit> limit(256 * 1024);
+        FillUpAndGoOn([&limit] { limit.reset(); });
     }
 
     void whatWasConfirmedSurvivesAKill() {
@@ -291,6 +219,34 @@ class TestVolumeFaults : public QObject {
     }
 
   private:
+    void FillUpAndGoOn(const std::function<void()>& makeRoom) {
+        CStorageEngine engine;
+        QCOMPARE(engine.Mount(m_path), kOk);
+        const ObjectId database = OpenNumbers(engine);
+        const PropertyList large = {qint32{1}, QByteArray(3000, 'y')};
+        ObjectId record = 0;
+        int written = 0;
+        int error = kErrorSuccess;
+        while (written < 1000 && error == kErrorSuccess) {
+            error = engine.AddRecord(database, large, record);
+            written += error == kErrorSuccess ? 1 : 0;
+        }
+        QCOMPARE(error, int(kErrorDiskFull));
+        QVERIFY(written > 20);
+        // A group that does not fit fails from its first failed write to its end.
+        QCOMPARE(engine.BeginGroup(), kOk);
+        Added(engine, database, {qint32{1}, QByteArray(20'000'000, 'z')});
+        QCOMPARE(engine.AddRecord(database, Numbered(1), record), int(kErrorDiskFull));
+        QCOMPARE(engine.EndGroup(), int(kErrorDiskFull));
+        makeRoom();
+        QVERIFY(Added(engine, database, large) != 0);
+        QCOMPARE(engine.Unmount(), kOk);
+        QCOMPARE(engine.Mount(m_path), kOk);
+        QCOMPARE(CountOf(engine, database), written + 1);
+        engine.Unmount();
+        VerifySound();
+    }
+
     // 400 numbers and a database with pictures, in a file of some 100 KB.
     QByteArray SmallVolume() {
         const QTemporaryDir folder;
@@ -298,36 +254,32 @@ class TestVolumeFaults : public QObject {
         CStorageEngine engine;
         engine.Mount(path);
         const ObjectId numbers = OpenNumbers(engine);
-        CDatabaseInfo pictures;
-        engine.CreateDatabase(u"Pictures"_s, 1, kByNumber, pictures);
-        ObjectId record = 0;
+        const ObjectId pictures = Created(engine, u"Pictures"_s, 1);
         engine.BeginGroup();
         for (int i = 0; i < 400; ++i) {
-            engine.AddRecord(numbers, Numbered(i), record);
+            Added(engine, numbers, Numbered(i));
             if (i % 20 == 0) {
-                engine.AddRecord(pictures.id,
-                                 {qint32{i}, QByteArray(1500, 'p'), 0.5, qint64{1}, qint16{2}},
-                                 record);
+                Added(engine, pictures,
+                      {qint32{i}, QByteArray(1500, 'p'), 0.5, qint64{1}, qint16{2}});
             }
         }
         engine.EndGroup();
         engine.Unmount();
-        return Contents(path);
+        return Load(path);
     }
 
     void VerifyNumbersUpTo(int confirmed) {
         CStorageEngine engine;
-        QCOMPARE(engine.Mount(m_path), int(kErrorSuccess));
+        QCOMPARE(engine.Mount(m_path), kOk);
         const ObjectId database = OpenNumbers(engine);
-        int count = 0;
-        QCOMPARE(engine.CountRecords(database, count), int(kErrorSuccess));
+        const int count = CountOf(engine, database);
         QVERIFY(count > confirmed);
         QVERIFY2(count % 4 <= 1, "a group was cut in two");
         for (int position = 0; position < count; ++position) {
             ObjectId record = 0;
             PropertyList properties;
-            QCOMPARE(engine.SeekToPosition(database, position, record), int(kErrorSuccess));
-            QCOMPARE(engine.ReadRecord(record, properties), int(kErrorSuccess));
+            QCOMPARE(engine.SeekToPosition(database, position, record), kOk);
+            QCOMPARE(engine.ReadRecord(record, properties), kOk);
             QVERIFY(properties == Numbered(position));
         }
         engine.Unmount();
@@ -356,9 +308,6 @@ int main(int argc, char** argv) {
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() == 3 && arguments[1] == QLatin1StringView(kWriteMode)) {
         return WriteUntilKilled(arguments[2]);
-    }
-    if (arguments.size() == 3 && arguments[1] == QLatin1StringView(kMountMode)) {
-        return CStorageEngine().Mount(arguments[2]);
     }
     TestVolumeFaults tests;
     return QTest::qExec(&tests, argc, argv);

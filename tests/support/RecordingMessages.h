@@ -61,6 +61,8 @@ class CRecordingMessages : public CMessageSeam {
 
     /// What was shown since the last call.
     QStringList TakeShown() { return std::exchange(shown, {}); }
+    /// The same with '|' between the messages.
+    QString Said() { return TakeShown().join(u'|'); }
 
     QStringList shown;
     EMessageIcon lastIcon = EMessageIcon::Plain;

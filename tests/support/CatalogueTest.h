@@ -1,0 +1,61 @@
+// A catalogue in a folder of its own, and a user who writes down what is shown.
+#pragma once
+
+#include <QLocale>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "app/VelmoraDoc.h"
+#include "support/RecordingMessages.h"
+
+inline qint32 AddCategory(CDatabase& database, const QString& name,
+                          ECatalogueKind kind = ECatalogueKind::Foods) {
+    CCategory category;
+    category.SetKind(kind);
+    category.SetName(name);
+    return database.AddOrUpdateCategory(-1, category) ? category.GetId() : -1;
+}
+
+/// A weighed food with one serving, "1 cup" of 240 g.
+inline CFoodItem MakeFood(qint32 categoryId, const QString& name, const QString& type) {
+    CFoodItem food;
+    food.SetCategoryId(categoryId);
+    food.SetName(name);
+    food.SetType(type);
+    food.SetServingName(0, QStringLiteral("1 cup"));
+    food.SetServingWeight(0, 240);
+    return food;
+}
+
+/// A test over it calls MakeVolume in init, and DropVolume in cleanup when all messages count.
+class CCatalogueTest : public QObject {
+  protected:
+    void MakeVolume() {
+        m_doc.reset();
+        m_messages.reset();
+        m_messages = std::make_unique<CRecordingMessages>();
+        m_folder = std::make_unique<QTemporaryDir>();
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder->path());
+        QLocale::setDefault(QLocale::c());
+        Reopen();
+    }
+    void Reopen() {
+        m_doc.reset();
+        m_doc = std::make_unique<CVelmoraDoc>(Path(QStringLiteral("v.db")));
+        QVERIFY(m_doc->OpenCatalogue());
+    }
+    /// Nothing may be left that was shown and not taken.
+    void DropVolume() {
+        m_doc.reset();
+        const auto messages = std::move(m_messages);
+        QCOMPARE(messages->shown, QStringList());
+    }
+
+    QString Path(const QString& name) const { return m_folder->filePath(name); }
+    CDatabase& Database() { return m_doc->Database(); }
+
+    std::unique_ptr<CRecordingMessages> m_messages;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<CVelmoraDoc> m_doc;
+};
