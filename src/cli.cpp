@@ -51,7 +51,7 @@ int Run(const CCommand& command, const QStringList& words, const QString& volume
     }
     const bool wantsYes =
         std::ranges::any_of(command.options, [](const COptionDescription& option) {
-            return option.name == kYesOption.name;
+            return QLatin1StringView(option.name) == QLatin1StringView(kYesOption.name);
         });
     if (!wantsYes || arguments.Has(kYesOption.name)) {
         messages.AnswerYes();

@@ -64,7 +64,7 @@ class TestDietFrame : public CDiaryTest {
         tips.removeAll(QString());
         QCOMPARE(tips.join(u'|'),
                  u"Add food/menu/recipe to meal|Delete food/menu/recipe from meal|"
-                 "Diet monitor tab|Foods tab"_s);
+                 "Diet monitor tab|Foods tab|Menus tab|Recipes tab"_s);
     }
 
     void preferencesRefreshTheView() {
