@@ -4,8 +4,9 @@
 #include <QImage>
 #include <QTreeView>
 
-#include "catalogue/CatalogueKinds.h"
+#include "catalogue/CategoryPickDialog.h"
 #include "catalogue/FindDialog.h"
+#include "catalogue/FindItems.h"
 #include "catalogue/FoodsMainView.h"
 #include "controls/ReportList.h"
 #include "support/CatalogueTest.h"
@@ -121,6 +122,70 @@ class TestFoodsMainView : public CCatalogueTest {
         Trigger("Find next food");
         QCOMPARE(m_messages->Said(), u"Food not found."_s);
         QCOMPARE(Selected(), u"Apple, raw"_s);
+    }
+
+    void labelsAreRenamedWithTheSameKey() {
+        Fill();
+        Open();
+        const auto rename = [this](const QModelIndex& node, const QString& text) {
+            m_tree->setCurrentIndex(node);
+            m_tree->setFocus();
+            QTest::keyClick(m_tree, Qt::Key_F2);
+            auto* editor = m_tree->findChild<QLineEdit*>();
+            QVERIFY(editor != nullptr);
+            Replace(editor, text);
+            QTest::keyClick(editor, Qt::Key_Return);
+            QTRY_COMPARE(m_tree->currentIndex().data().toString(), text);
+        };
+        rename(Node(0, 1), u"Oat milk"_s);
+        QCOMPARE(Listed(), QStringList({u"Oat milk, dry"_s, u"Oat milk, whole"_s}));
+        rename(Node(0), u"Not dairy"_s);
+        QCOMPARE(Database().CategoryNameOf(ECatalogueKind::Foods, 1), u"Not dairy"_s);
+        Trigger("Rename food name");
+        QCOMPARE(m_messages->Said(), u"Please select foods to rename."_s);
+    }
+
+    void foodsMoveToThePickedCategory() {
+        Fill();
+        AddCategory(Database(), u"Drinks"_s);
+        Open();
+        m_list->SelectRow(2);
+        OnDialog<CCategoryPickDialog>([](CCategoryPickDialog& dialog) {
+            QCOMPARE(dialog.windowTitle(), u"Select category to move foods:"_s);
+            QTest::keyClick(Find<CReportList>(dialog, "targets"), Qt::Key_Down);
+            QTest::keyClick(Find<CReportList>(dialog, "targets"), Qt::Key_Return);
+        });
+        Trigger("Move food");
+        QCOMPARE(m_messages->asked.last(),
+                 u"Are you sure you want to move food 'Milk, whole' to category Drinks'?"_s);
+        QCOMPARE(Listed(), QStringList({u"Butter, salted"_s, u"Milk, dry"_s}));
+        QCOMPARE(Selected(), u"Milk, dry"_s);
+    }
+
+    void aCopyAndACategorysEndShowAtOnce() {
+        Fill();
+        Open();
+        m_list->SelectRow(1);
+        Trigger("Duplicate food");
+        QCOMPARE(Selected(), u"Milk, dry_Copy01"_s);
+        m_tree->setFocus();
+        QTest::keyClick(m_tree, Qt::Key_Delete);
+        QCOMPARE(m_tree->model()->rowCount(), 1);
+        QCOMPARE(Listed(), QStringList{u"Apple, raw"_s});
+        QTest::keyClick(m_tree, Qt::Key_Delete);
+        QCOMPARE(m_tree->model()->rowCount(), 0);
+        Trigger("Delete category");
+        QCOMPARE(m_messages->Said(), u"There is no category selected."_s);
+    }
+
+    void findNextFollowsItsLastMatchWhereverItMoves() {
+        Fill();
+        CFindState& find = m_doc->CatalogueState(ECatalogueKind::Foods).find;
+        find.name = u"milk"_s;
+        QCOMPARE(FindFirst(Database(), ECatalogueKind::Foods, find), 0);
+        // A food before it pushes it on.
+        QVERIFY(Database().Foods().Write(-1, MakeFood(0, u"Milk"_s, u"first"_s)));
+        QCOMPARE(FindNext(Database(), ECatalogueKind::Foods, find), 3);
     }
 
     void aReloadKeepsWhatIsSelectedAndOpen() {

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <QApplication>
+#include <QDialog>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -44,7 +46,7 @@ inline bool TypeInto(CGrid* grid, int row, int column, const QString& text) {
     return true;
 }
 
-/// Lets `act` work on the modal dialog that is about to open.
+/// Lets `act` work on the modal dialog that is about to open, and sees that it closes.
 template <typename Dialog>
 void OnDialog(std::function<void(Dialog&)> act) {
     QTimer::singleShot(0, [act = std::move(act)] {
@@ -52,6 +54,11 @@ void OnDialog(std::function<void(Dialog&)> act) {
         if (dialog == nullptr) {
             qFatal("The expected dialog is not open.");
         }
+        const QPointer<QDialog> open = dialog;
         act(*dialog);
+        // A check that failed has left it open.
+        if (open && open->isVisible()) {
+            open->reject();
+        }
     });
 }

@@ -22,6 +22,9 @@ struct CProgressLog {
 class CRecordingProgress : public CProgress {
   public:
     explicit CRecordingProgress(CProgressLog& log) : m_log(log) {}
+    ~CRecordingProgress() override { m_log.isShown = false; }
+    CRecordingProgress(const CRecordingProgress&) = delete;
+    CRecordingProgress& operator=(const CRecordingProgress&) = delete;
     void SetStatus(const QString& text) override { m_log.statuses.append(text); }
     void SetRange(qint64 lower, qint64, qint64 step) override {
         m_log.position = lower;
@@ -44,6 +47,7 @@ class CRecordingMessages : public CMessageSeam {
   public:
     void Show(const QString& text, EMessageIcon icon) override {
         shown.append(text);
+        shownOverProgress += progress.isShown ? 1 : 0;
         lastIcon = icon;
     }
     bool AskYesNo(const QString& text) override {
@@ -72,6 +76,7 @@ class CRecordingMessages : public CMessageSeam {
     QList<CFileChoice> choices;
     QString chosenFile;  ///< empty: the file dialog is cancelled
     CProgressLog progress;
+    int shownOverProgress = 0;  ///< messages while a progress window was in sight
     int waits = 0;
 
   private:
