@@ -175,6 +175,81 @@ class TestCommandLine : public QObject {
         QCOMPARE(Run(u"diet list --profile Ann --date 2026-06-03"_s).RowCount(), 0);
     }
 
+    void theCatalogueIsManagedByScript() {
+        // A menu of 120 kcal of one food; the column behind the values is read and not written.
+        const auto line = [](const QByteArray& type, const QByteArray& food) {
+            return "1," + type + ",Week,Lunch," + food + ",120.000," +
+                   QByteArray("0.000,").repeated(53) + "0,1 plate,1,\r\n";
+        };
+        Save(Path(u"menus.csv"_s), "<Menus>\r\n" + line("Menu", "") + line("Food", "Soup"));
+        const struct {
+            const char* command;
+            int status;
+            const char* output;
+            const char* messages;
+        } steps[] = {
+            {"categories --kind menus add Feasts", 0, "", ""},
+            {"categories add Feasts --kind menus", 1, "", "Category 'Feasts' already exists.\n"},
+            {"menus import menus.csv", 0, "Imported 1 menus.\n", nullptr},
+            {"menus duplicate --category Week --name Lunch", 0,
+             "category\tname\nWeek\tLunch_Copy01\n", nullptr},
+            {"menus move --category Week --name Lunch_Copy01 --to Feasts", 0, "", nullptr},
+            {"menus find unch_", 0, "category\tname\nFeasts\tLunch_Copy01\n", ""},
+            {"categories rename Feasts Parties --kind menus", 0, "", ""},
+            {"diet add --profile Ann --date 2026-06-05 --time 12:30 --meal Lunch --kind menu "
+             "--category Parties --name Lunch_Copy01 --amount 2",
+             0, "", ""},
+            {"menus delete --category Parties --name Lunch_Copy01", 1, "",
+             "Are you sure you want to delete menu 'Lunch_Copy01'?\n"},
+            {"menus delete --category Parties --name Lunch_Copy01 --yes", 0, "", nullptr},
+            {"menus show --category Parties --name Lunch_Copy01", 1, "", "Menu not found.\n"},
+            {"menus move --category Week --name Lunch --to Nowhere", 1, "",
+             "There is no category selected.\n"},
+            {"categories delete Parties --kind menus --yes", 0, "", nullptr},
+            {"categories list --kind menus", 0, "category\nWeek\n", ""},
+            {"categories list --kind drinks", 2, "", nullptr},
+            {"recipes text --category Week --name Lunch lunch.txt", 1, "",
+             "There is no category selected.\n"},
+        };
+        for (const auto& step : steps) {
+            const COutcome outcome = Run(
+                QString::fromLatin1(step.command).replace(u"menus.csv"_s, Path(u"menus.csv"_s)));
+            QVERIFY2(outcome.status == step.status, step.command);
+            QCOMPARE(outcome.output, QString::fromLatin1(step.output));
+            if (step.messages != nullptr) {
+                QCOMPARE(outcome.messages, QString::fromLatin1(step.messages));
+            }
+        }
+        const COutcome lunch = Run(u"menus show --category Week --name Lunch"_s);
+        QCOMPARE(lunch.Value(u"Component 1 name"_s), u"Soup"_s);
+        QCOMPARE(lunch.Value(u"Component 1 serving size"_s), u"1 plate"_s);
+        QCOMPARE(Run(u"diet day --profile Ann --date 2026-06-05"_s).Value(u"Food energy (kcal)"_s),
+                 u"240"_s);
+    }
+
+    void aKilledDeletionLeavesAllOrNothing() {
+        const QByteArray line = "1,Many,Soup,thin," + QByteArray("1.000,").repeated(54) + "cup,1,";
+        Save(Path(u"many.csv"_s), "<Foods>\r\n" + (line + "\r\n").repeated(2000));
+        const auto left = [this] {
+            return std::max(Run(u"foods list --category Many"_s).RowCount(), 0);
+        };
+        int killed = 0;
+        for (int round = 0; round < 12; ++round) {
+            if (left() == 0) {
+                QCOMPARE(Run(u"foods import --existing add "_s + Path(u"many.csv"_s)).status, 0);
+            }
+            QProcess process;
+            Start(process, u"categories delete Many --kind foods --yes"_s);
+            process.waitForFinished(QRandomGenerator::global()->bounded(1, 40));
+            killed += process.state() == QProcess::Running ? 1 : 0;
+            process.kill();
+            process.waitForFinished(-1);
+            const int rows = left();
+            QVERIFY2(rows == 0 || rows == 1024, qPrintable(QString::number(rows)));  // a full list
+        }
+        QVERIFY(killed > 0);
+    }
+
     void aSecondProcessIsRefusedAndChangesNothing() {
         QFile fifo(Path(u"pipe"_s));
         QCOMPARE(QProcess::execute(u"mkfifo"_s, {fifo.fileName()}), 0);
