@@ -55,3 +55,5 @@ compare "find over the catalogue / grep over the file" \
 compare "start to first paint / empty Qt main window" \
     "$build/bench_startup velmora $work/start.db Ann" \
     "$build/bench_startup empty"
+
+"$build/bench_catalogue" "$food_file" "$rounds" 2>/dev/null

@@ -9,6 +9,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+constexpr int kIdDigits = 10;  // of the largest identifier
+
 // Numbers of a component or composed record.
 constexpr int kItemTypeNumber = 1;
 constexpr int kItemIdNumber = 2;
@@ -22,6 +24,41 @@ qint32 ParentOf(const PropertyList& properties) {
 QString TextOf(const PropertyList& properties, int number) {
     const auto* text = std::get_if<QString>(&properties[number]);
     return text != nullptr ? *text : QString();
+}
+
+// As toCaseFolded, without its look into the Unicode tables for every character of a plain text.
+void FoldCase(QString& text) {
+    for (QChar& character : text) {
+        const char16_t code = character.unicode();
+        if (code >= 0x80) {
+            text = text.toCaseFolded();
+            return;
+        }
+        if (code >= u'A' && code <= u'Z') {
+            character = QChar(code + (u'a' - u'A'));
+        }
+    }
+}
+
+// Keeps the order of equal texts. Each text is folded once.
+template <typename Entry, typename TextOf>
+void SortWithoutCase(std::vector<Entry>& entries, TextOf textOf) {
+    std::vector<std::pair<QString, std::size_t>> order;
+    order.reserve(entries.size());
+    for (const Entry& entry : entries) {
+        order.emplace_back(textOf(entry), order.size());
+        FoldCase(order.back().first);
+    }
+    std::ranges::sort(order, [](const auto& left, const auto& right) {
+        const int byText = left.first.compare(right.first);
+        return byText != 0 ? byText < 0 : left.second < right.second;
+    });
+    std::vector<Entry> sorted;
+    sorted.reserve(entries.size());
+    for (const auto& [text, place] : order) {
+        sorted.push_back(std::move(entries[place]));
+    }
+    entries = std::move(sorted);
 }
 
 // First record under a parent with item type 1 and that item identifier.
@@ -88,12 +125,9 @@ const std::vector<CCategoryListEntry>& CDatabase::FillCategoryList(ECatalogueKin
             return true;
         },
         numbers.type + 1);
-    std::ranges::stable_sort(m_categoryList, [&numbers](const auto& left, const auto& right) {
-        int order = left.name.compare(right.name, Qt::CaseInsensitive);
-        if (order == 0 && numbers.namesType) {
-            order = left.type.compare(right.type, Qt::CaseInsensitive);
-        }
-        return order < 0;
+    SortWithoutCase(m_categoryList, [&numbers](const CCategoryListEntry& entry) {
+        // No text holds the separator, so a name stands before those that begin with it.
+        return numbers.namesType ? entry.name + QChar(0) + entry.type : entry.name;
     });
     return m_categoryList;
 }
@@ -142,10 +176,8 @@ const std::vector<CUniqueName>& CDatabase::FillUniqueNames(ECatalogueKind kind, 
             return true;
         },
         CatalogueLayoutOf(kind).name + 1);
-    std::ranges::stable_sort(m_uniqueNames, [](const auto& left, const auto& right) {
-        return left.categoryId != right.categoryId
-                   ? left.categoryId < right.categoryId
-                   : left.name.compare(right.name, Qt::CaseInsensitive) < 0;
+    SortWithoutCase(m_uniqueNames, [](const CUniqueName& entry) {
+        return QString::number(entry.categoryId).rightJustified(kIdDigits, u'0') + entry.name;
     });
     return m_uniqueNames;
 }
