@@ -16,6 +16,7 @@ const std::vector<CChoice> kIngredients = {
     {u"Bread and cereals"_s, u"Oatmeal"_s, u"boiled in water"_s, u""_s, u"2"_s},
     {u"Dairy and eggs"_s, u"Milk"_s, u"whole"_s, u""_s, u"1"_s},
     {u"Fruit"_s, u"Apple"_s, u"raw"_s, u"1 small"_s, u"1"_s},
+    {u"Fruit"_s, u"Raisins"_s, u"dried, seedless"_s, u""_s, u"0.5"_s},
     {u"Sweets and snacks"_s, u"Honey"_s, u"pure"_s, u""_s, u"1.5"_s},
 };
 
@@ -81,8 +82,8 @@ std::vector<CStep> CookRecipe(const QString& textFile) {
     Add(steps, {{u"Ingredients of a recipe"_s,
                  u"CComposedEditDialog"_s,
                  [](QWidget* dialog) {
-                     Expect(Find<CReportList>(dialog, u"components"_s)->RowCount() == 4,
-                            u"four ingredients"_s);
+                     Expect(Find<CReportList>(dialog, u"components"_s)->RowCount() == 5,
+                            u"five ingredients"_s);
                      Expect(Energy(dialog) == u"0.00"_s, u"no energy before it is worked out"_s);
                  },
                  {}},

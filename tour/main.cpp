@@ -1,5 +1,5 @@
 // velmora_tour FOLDER [--dark]: plays a new user's first ten minutes with real clicks and
-// keys on a temporary volume, and saves a picture of each step in FOLDER.
+// keys on a temporary volume, and saves a picture of each step and the files written in FOLDER.
 #include <QApplication>
 #include <QDir>
 #include <QPalette>
@@ -30,8 +30,9 @@ int main(int argc, char* argv[]) {
         std::fprintf(stderr, "usage: velmora_tour FOLDER [--dark]\n");
         return 2;
     }
-    const QString folder = arguments[1];
-    QDir().mkpath(folder);
+    QDir().mkpath(arguments[1]);
+    const QString folder = QDir(arguments[1]).absolutePath();
+    QFile::remove(folder + u"/recipe.txt"_s);
     // Pictures of an earlier tour, and nothing else that may lie there.
     for (const QString& old : QDir(folder).entryList({u"[0-9][0-9]-*.png"_s}, QDir::Files)) {
         QFile::remove(QDir(folder).filePath(old));
@@ -44,8 +45,7 @@ int main(int argc, char* argv[]) {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temporary.path());
 
     CVelmoraApp velmora(temporary.filePath(u"VelmoraDb.db"_s));
-    CPlayer player(FirstTenMinutes(QStringLiteral(VELMORA_STARTER_FOODS), temporary.path()),
-                   folder);
+    CPlayer player(FirstTenMinutes(QStringLiteral(VELMORA_STARTER_FOODS), folder), folder);
     player.Play();
     // The first dialogs run before the frame is there.
     if (!velmora.Start()) {

@@ -17,6 +17,7 @@
 #include "catalogue/CategoryTreeModel.h"
 #include "controls/InputPanel.h"
 #include "controls/ReportList.h"
+#include "diary/PaintedIcons.h"
 
 using namespace Qt::StringLiterals;
 
@@ -93,8 +94,7 @@ void CCatalogueView::MakeActions() {
         {"Rename category", Qt::Key_F2, &View::RenameCategory},
         {"Delete category...", QKeySequence::Delete, &View::DeleteCategory},
         {m_texts.renameItems, {}, &View::RenameItems},
-        {m_texts.newItem, QKeySequence::New, &View::NewItem, m_texts.newItemTip, "document-new",
-         QStyle::SP_FileIcon},
+        {m_texts.newItem, QKeySequence::New, &View::NewItem, m_texts.newItemTip},
         {m_texts.editItem, Qt::Key_Return, &View::EditSelected},
         {m_texts.deleteItems, QKeySequence::Delete, &View::DeleteSelected},
         {m_texts.moveItems, Qt::CTRL | Qt::Key_M, &View::MoveSelected},
@@ -115,6 +115,8 @@ void CCatalogueView::MakeActions() {
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         if (command.tip != nullptr) {
             action->setToolTip(Text(command.tip));
+        }
+        if (command.iconName != nullptr) {
             action->setIcon(QIcon::fromTheme(Text(command.iconName),
                                              style()->standardIcon(command.icon, nullptr, this)));
         }
@@ -122,6 +124,7 @@ void CCatalogueView::MakeActions() {
         addAction(action);
         m_actions[i] = action;
     }
+    m_actions[kNewItem]->setIcon(AddIcon(palette().color(QPalette::ButtonText)));
     // These keys mean something else while a label is edited and outside their own widget.
     for (const auto& [command, widget] : {std::pair<ECommand, QWidget*>{kRenameCategory, m_tree},
                                           {kRenameItems, m_tree},

@@ -173,7 +173,7 @@ void CComposedEditDialog::AddRecalculate() {
 void CComposedEditDialog::resizeEvent(QResizeEvent* event) {
     CDialog::resizeEvent(event);
     m_recalculate->setText(event->size().width() < kNarrowWidth ? u"&Recalculate"_s
-                                                                : m_recalculate->toolTip());
+                                                                : u'&' + m_recalculate->toolTip());
 }
 
 void CComposedEditDialog::ReadFields() {
