@@ -17,7 +17,15 @@ constexpr CSlots kDietSplitter = {4, 1};         // per mille
 constexpr CSlots kDietBackground = {5, 2};       // 0xGGRR, then 0x01BB; 0 in both when unset
 constexpr CSlots kDietTextWidths = {7, 2};       // name, serving: logical pixels
 constexpr CSlots kDietNutrientWidths = {9, 27};  // two a slot, lower byte first, in kWidthStep
-constexpr CSlots kFree = {36, 44};
+constexpr CSlots kWeightSplitter = {36, 1};
+constexpr CSlots kWeightGoalLine = {37, 1};  // 1 hidden
+constexpr CSlots kWeightWidths = {38, 11};   // logical pixels
+constexpr CSlots kWeightColors = {49, 8};    // text, weight line, goal line, background
+constexpr CSlots kExerciseSplitter = {57, 1};
+constexpr CSlots kExerciseWidths = {58, 3};
+constexpr CSlots kExerciseColors = {61, 8};  // text, background, line, bar
+constexpr CSlots kTabsAreStored = {69, 1};   // 1 once weight and exercise tab have been written
+constexpr CSlots kFree = {70, 10};
 static_assert(kFree.first + kFree.count == CProfileRecord::kSettingCount);
 static_assert(kDisplayedNutrients.count * 16 >= kNutrientCount);
 static_assert(kDietNutrientWidths.count * 2 == kNutrientCount);
@@ -104,22 +112,97 @@ void ReadPreferences(const CProfileRecord& record, CPreferences& preferences) {
     }
 }
 
+// Two slots: 0xGGRR, then 0x01BB; 0 in both when unset.
+std::optional<quint32> ReadColor(const CProfileRecord& record, int slot) {
+    const quint32 redAndGreen = SlotBits(record, slot);
+    const quint32 blueAndFlag = SlotBits(record, slot + 1);
+    if ((blueAndFlag & kColorIsSet) == 0) {
+        return std::nullopt;
+    }
+    return redAndGreen | (blueAndFlag & 0xFFU) << 16;
+}
+
+void WriteColor(std::optional<quint32> color, CProfileRecord& record, int slot) {
+    const quint32 rgb = color.value_or(0);
+    SetSlotBits(record, slot, rgb & 0xFFFFU);
+    SetSlotBits(record, slot + 1, (rgb >> 16 & 0xFFU) | (color ? kColorIsSet : 0));
+}
+
+int ReadWidth(const CProfileRecord& record, int slot) {
+    return std::max<int>(0, record.GetSetting(slot));
+}
+
+void WriteWidth(int width, CProfileRecord& record, int slot) {
+    record.SetSetting(slot, static_cast<qint16>(std::clamp(width, 0, kLargestStoredWidth)));
+}
+
 void ReadDietTab(const CProfileRecord& record, CDietTabSettings& tab) {
     tab.splitterPerMille =
         CodeOr(tab.splitterPerMille, record.GetSetting(kDietSplitter.first), kLargestSplitter);
-    const quint32 redAndGreen = SlotBits(record, kDietBackground.first);
-    const quint32 blueAndFlag = SlotBits(record, kDietBackground.first + 1);
-    if ((blueAndFlag & kColorIsSet) != 0) {
-        tab.backgroundColor = redAndGreen | (blueAndFlag & 0xFFU) << 16;
-    }
+    tab.backgroundColor = ReadColor(record, kDietBackground.first);
     for (int column = 0; column < kDietTextWidths.count; ++column) {
-        tab.columnWidths.at(column) =
-            std::max<int>(0, record.GetSetting(kDietTextWidths.first + column));
+        tab.columnWidths.at(column) = ReadWidth(record, kDietTextWidths.first + column);
     }
     for (int index = 0; index < kNutrientCount; ++index) {
         const quint32 bits = SlotBits(record, kDietNutrientWidths.first + index / 2);
         tab.columnWidths.at(kDietTextWidths.count + index) =
             static_cast<int>(bits >> index % 2 * 8 & 0xFFU) * kWidthStep;
+    }
+}
+
+void ReadWeightTab(const CProfileRecord& record, CWeightTabSettings& tab) {
+    tab.splitterPerMille =
+        CodeOr(tab.splitterPerMille, record.GetSetting(kWeightSplitter.first), kLargestSplitter);
+    tab.showGoalLine = record.GetSetting(kWeightGoalLine.first) == 0;
+    for (int column = 0; column < kWeightWidths.count; ++column) {
+        tab.columnWidths.at(column) = ReadWidth(record, kWeightWidths.first + column);
+    }
+    int slot = kWeightColors.first;
+    for (std::optional<quint32>* color :
+         {&tab.textColor, &tab.weightLineColor, &tab.goalLineColor, &tab.backgroundColor}) {
+        *color = ReadColor(record, slot);
+        slot += 2;
+    }
+}
+
+void WriteWeightTab(const CWeightTabSettings& tab, CProfileRecord& record) {
+    record.SetSetting(kWeightSplitter.first,
+                      static_cast<qint16>(std::clamp(tab.splitterPerMille, 0, kLargestSplitter)));
+    record.SetSetting(kWeightGoalLine.first, tab.showGoalLine ? 0 : 1);
+    for (int column = 0; column < kWeightWidths.count; ++column) {
+        WriteWidth(tab.columnWidths.at(column), record, kWeightWidths.first + column);
+    }
+    int slot = kWeightColors.first;
+    for (const std::optional<quint32>& color :
+         {tab.textColor, tab.weightLineColor, tab.goalLineColor, tab.backgroundColor}) {
+        WriteColor(color, record, slot);
+        slot += 2;
+    }
+}
+
+void ReadExerciseTab(const CProfileRecord& record, CExerciseTabSettings& tab) {
+    tab.splitterPerMille =
+        CodeOr(tab.splitterPerMille, record.GetSetting(kExerciseSplitter.first), kLargestSplitter);
+    for (int column = 0; column < kExerciseWidths.count; ++column) {
+        tab.columnWidths.at(column) = ReadWidth(record, kExerciseWidths.first + column);
+    }
+    int slot = kExerciseColors.first;
+    for (quint32* color : {&tab.textColor, &tab.backgroundColor, &tab.lineColor, &tab.barColor}) {
+        *color = ReadColor(record, slot).value_or(*color);
+        slot += 2;
+    }
+}
+
+void WriteExerciseTab(const CExerciseTabSettings& tab, CProfileRecord& record) {
+    record.SetSetting(kExerciseSplitter.first,
+                      static_cast<qint16>(std::clamp(tab.splitterPerMille, 0, kLargestSplitter)));
+    for (int column = 0; column < kExerciseWidths.count; ++column) {
+        WriteWidth(tab.columnWidths.at(column), record, kExerciseWidths.first + column);
+    }
+    int slot = kExerciseColors.first;
+    for (const quint32 color : {tab.textColor, tab.backgroundColor, tab.lineColor, tab.barColor}) {
+        WriteColor(color, record, slot);
+        slot += 2;
     }
 }
 
@@ -158,13 +241,9 @@ void WritePreferences(const CPreferences& preferences, CProfileRecord& record) {
 void WriteDietTab(const CDietTabSettings& tab, CProfileRecord& record) {
     record.SetSetting(kDietSplitter.first,
                       static_cast<qint16>(std::clamp(tab.splitterPerMille, 0, kLargestSplitter)));
-    const quint32 color = tab.backgroundColor.value_or(0);
-    const quint32 flag = tab.backgroundColor ? kColorIsSet : 0;
-    SetSlotBits(record, kDietBackground.first, color & 0xFFFFU);
-    SetSlotBits(record, kDietBackground.first + 1, (color >> 16 & 0xFFU) | flag);
+    WriteColor(tab.backgroundColor, record, kDietBackground.first);
     for (int column = 0; column < kDietTextWidths.count; ++column) {
-        const int width = std::clamp(tab.columnWidths.at(column), 0, kLargestStoredWidth);
-        record.SetSetting(kDietTextWidths.first + column, static_cast<qint16>(width));
+        WriteWidth(tab.columnWidths.at(column), record, kDietTextWidths.first + column);
     }
     for (int index = 0; index < kNutrientCount; index += 2) {
         quint32 bits = 0;
@@ -204,6 +283,11 @@ CProfileSettings CProfileSettings::FromRecord(const CProfileRecord& record) {
     ReadTargets(record, settings.targets);
     ReadPreferences(record, settings.preferences);
     ReadDietTab(record, settings.dietTab);
+    // Profiles written before these tabs were there keep the defaults.
+    if (record.GetSetting(kTabsAreStored.first) != 0) {
+        ReadWeightTab(record, settings.weightTab);
+        ReadExerciseTab(record, settings.exerciseTab);
+    }
     return settings;
 }
 
@@ -213,4 +297,7 @@ void CProfileSettings::ToRecord(CProfileRecord& record) const {
     WriteTargets(targets, record);
     WritePreferences(preferences, record);
     WriteDietTab(dietTab, record);
+    WriteWeightTab(weightTab, record);
+    WriteExerciseTab(exerciseTab, record);
+    record.SetSetting(kTabsAreStored.first, 1);
 }

@@ -31,12 +31,38 @@ struct CDietTabSettings {
     std::array<int, kColumnCount> columnWidths{};
 };
 
+struct CWeightTabSettings {
+    /// Date, weight, weight change, seven measurements, body fat.
+    static constexpr int kColumnCount = 11;
+    int splitterPerMille = 500;  ///< the list's share of the tab
+    bool showGoalLine = true;
+    /// Unset until the user chooses one: colours of the palette then.
+    std::optional<quint32> textColor;
+    std::optional<quint32> weightLineColor;
+    std::optional<quint32> goalLineColor;
+    std::optional<quint32> backgroundColor;
+    /// Logical pixels; 0 until the user drags a column.
+    std::array<int, kColumnCount> columnWidths{};
+};
+
+struct CExerciseTabSettings {
+    static constexpr int kColumnCount = 3;  ///< exercise, time, energy burned
+    int splitterPerMille = 500;             ///< the list's share of the tab
+    quint32 textColor = Rgb(0, 0, 0);
+    quint32 backgroundColor = Rgb(255, 255, 0);
+    quint32 lineColor = Rgb(255, 0, 0);
+    quint32 barColor = Rgb(0, 255, 0);
+    std::array<int, kColumnCount> columnWidths = {75, 75, 75};  ///< logical pixels
+};
+
 struct CProfileSettings {
     CUserInformation user;
     CTargets targets;
     CPreferences preferences;
     int lastTabCommand = kDietTabCommand;
     CDietTabSettings dietTab;
+    CWeightTabSettings weightTab;
+    CExerciseTabSettings exerciseTab;
 
     /// What a new profile starts from: today's dates, no name.
     static CProfileSettings ForNewProfile(QDate today);

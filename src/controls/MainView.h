@@ -41,13 +41,19 @@ class CMainView : public QWidget {
 /// Commands that belong to the frame and that views put into their menus.
 enum EFrameCommand : int {
     kSwitchToDiet = kDietTabCommand,
+    kSwitchToWeight = kWeightTabCommand,
+    kSwitchToExercises = kExercisesTabCommand,
     kSwitchToFoods = 65022,
     kSwitchToMenus = 65023,
     kSwitchToRecipes = 65024,
+    kSwitchToExlib = 65057,
     kCommandOpenProfile = 1,
     kCommandPreferences,
     kCommandUser,
     kCommandTargets,
+    kCommandReport,
+    kCommandPurge,
+    kCommandAbout,
     kCommandHelp,
     kCommandExit,
 };

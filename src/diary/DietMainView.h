@@ -3,28 +3,26 @@
 
 #include <array>
 
-#include "app/VelmoraDoc.h"
-#include "controls/MainView.h"
+#include "diary/DiaryView.h"
 #include "diary/DietDay.h"
 #include "diary/DietRules.h"
 
 class CEntryList;
 class CTotalsList;
-class QDateEdit;
 class QSplitter;
 class QTabBar;
 
-class CDietMainView : public CMainView {
+class CDietMainView : public CDiaryView {
     Q_OBJECT
   public:
     CDietMainView(CVelmoraDoc& doc, QWidget* parent);
 
-    std::vector<CCommandMenu> CommandBar() override;
     std::vector<QAction*> ToolButtons() override;
     void StoreLayout() override;
     void DataChanged() override;
 
   protected:
+    void DayChanged() override { Reload(); }
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -32,12 +30,9 @@ class CDietMainView : public CMainView {
     enum ECommand { kAdd, kEdit, kDelete, kMove, kDuplicate, kCommandCount };
 
     void CreateActions();
-    QAction* CreateFrameAction(const QString& text, int command);
-    QWidget* CreateDayBar();
     QWidget* CreateMeals();
     void CreateLists();
 
-    void SetDay(QDate day);
     /// Loads the day anew; `select` is the row to select, -1 for none.
     void Reload(int select = -1);
     void ShowDay();
@@ -53,13 +48,10 @@ class CDietMainView : public CMainView {
     void ChooseBackgroundColor();
     [[nodiscard]] std::vector<CDietEntry> SelectedEntries() const;
 
-    CVelmoraDoc& m_doc;
     CDietDay m_day;
     std::array<QAction*, kCommandCount> m_commands{};
-    std::vector<CCommandMenu> m_menus;
     QAction* m_nutrients = nullptr;
     QAction* m_background = nullptr;
-    QDateEdit* m_date = nullptr;
     QTabBar* m_meals = nullptr;
     QSplitter* m_splitter = nullptr;
     CEntryList* m_entries = nullptr;

@@ -217,6 +217,8 @@ class TestVelmoraDoc : public CCatalogueTest {
         widths[2] = 1;
         widths[3] = 1020;
         widths[55] = 5000;
+        settings.weightTab = {0, false, Rgb(1, 2, 3), {}, 0, Rgb(255, 255, 255), {1, 2, 3}};
+        settings.exerciseTab = {999, Rgb(9, 8, 7), 0, Rgb(0, 0, 255), 1, {5, 6, 7}};
         CProfileRecord record;
         settings.ToRecord(record);
         const CProfileSettings read = CProfileSettings::FromRecord(record);
@@ -228,7 +230,17 @@ class TestVelmoraDoc : public CCatalogueTest {
                             from.preferences.energyUnit, from.preferences.decimals,
                             from.dietTab.splitterPerMille, from.dietTab.backgroundColor);
         };
+        const auto tabsOf = [](const CProfileSettings& from) {
+            const CWeightTabSettings& weight = from.weightTab;
+            const CExerciseTabSettings& exercise = from.exerciseTab;
+            return std::tie(weight.splitterPerMille, weight.showGoalLine, weight.textColor,
+                            weight.weightLineColor, weight.goalLineColor, weight.backgroundColor,
+                            weight.columnWidths, exercise.splitterPerMille, exercise.textColor,
+                            exercise.backgroundColor, exercise.lineColor, exercise.barColor,
+                            exercise.columnWidths);
+        };
         QVERIFY(fieldsOf(read) == fieldsOf(settings));
+        QVERIFY(tabsOf(read) == tabsOf(settings));
         QCOMPARE(read.preferences.DisplayedNutrients(), (std::vector<int>{0, 15, 16, 31, 53}));
         // Limited by their slots: 16 bits with a sign; steps of 4 up to 255.
         widths[0] = 32767;
@@ -253,12 +265,13 @@ class TestVelmoraDoc : public CCatalogueTest {
         for (int i = 0; i < CProfileRecord::kSettingCount; ++i) {
             record.SetSetting(i, -1);
         }
-        const auto [user, targets, preferences, tab, dietTab] =
+        const auto [user, targets, preferences, tab, dietTab, weightTab, exerciseTab] =
             CProfileSettings::FromRecord(record);
         QVERIFY(preferences.energyUnit == EEnergyUnit::Kcal && preferences.decimals == 2);
         QVERIFY(user.activityLevel == 0 && user.heightCm == 170 && user.birthDate.isValid());
         QVERIFY(targets.dietType == 3 && targets.goalWeightKg == 70 && targets.nutrients[0] == 0);
         QVERIFY(dietTab.splitterPerMille == 500 && dietTab.columnWidths[0] == 0);
+        QVERIFY(weightTab.splitterPerMille == 500 && exerciseTab.columnWidths[0] == 0);
     }
 
     void newProfileSpeaksTheLocalesUnits() {
