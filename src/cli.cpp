@@ -89,9 +89,8 @@ int main(int argc, char* argv[]) {
         return kExitDone;
     }
     // "categories --kind foods list" reads as "categories list --kind foods".
-    if (words.size() >= 4 && words[1].startsWith("--"_L1)) {
-        words.move(1, words.size() - 1);
-        words.move(1, words.size() - 1);
+    if (words.size() >= 4 && words[1] == "--kind"_L1) {
+        words.move(3, 1);
     }
     for (const CCommand& command : AllCommands()) {
         if (words.value(0) == QLatin1StringView(command.group) &&

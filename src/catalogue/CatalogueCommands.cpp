@@ -88,27 +88,33 @@ void CCatalogueView::EditLabel() {
 }
 
 void CCatalogueView::EndLabelEdit(qint32 categoryId, const QString& name, const QString& typed) {
+    QString selected = name;
     if (name.isEmpty()) {
-        if (m_rules.RenameCategory(categoryId, typed)) {
-            Reload();
-        }
+        (void)m_rules.RenameCategory(categoryId, typed);
     } else if (m_rules.RenameItems(categoryId, name, typed)) {
-        FillTree();
-        SelectInTree(categoryId, typed.trimmed());
+        selected = typed.trimmed();
     }
+    // Also after a failure, which may have come half way.
+    FillTree();
+    SelectInTree(categoryId, selected);
 }
 
 void CCatalogueView::DeleteCategory() {
     const QModelIndex current = m_tree->currentIndex();
-    const bool isCategory = CCategoryTreeModel::IsCategory(current);
-    if (m_rules.DeleteCategory(isCategory ? m_model->CategoryOf(current) : -1)) {
-        // The one that takes its place, or the last.
-        const int row = current.row();
-        FillTree();
-        const int rows = m_model->rowCount({});
-        m_tree->setCurrentIndex(m_model->index(std::min(row, rows - 1), 0, {}));
-        FillList();
+    const qint32 categoryId =
+        CCategoryTreeModel::IsCategory(current) ? m_model->CategoryOf(current) : -1;
+    const CPositionRange range = Items().RangeOf(categoryId).value_or(CPositionRange{});
+    const int row = current.row();
+    if (m_rules.DeleteCategory(categoryId)) {
+        CFindState& find = State().find;
+        NoteDeleted(find, std::clamp(find.next - range.first, 0, range.count));
     }
+    // The one that takes its place, or the last. A category may have lost its items and stayed.
+    FillTree();
+    const QSignalBlocker quiet(m_tree->selectionModel());
+    m_tree->setCurrentIndex(m_model->index(std::min(row, m_model->rowCount({}) - 1), 0, {}));
+    FillList();
+    PlaceRenameKey();
 }
 
 void CCatalogueView::NewItem() {
@@ -143,8 +149,9 @@ void CCatalogueView::DeleteSelected() {
     // "Find next" goes on behind the same item, also when it is among those that went.
     CFindState& find = State().find;
     if (deleted == static_cast<int>(selected.size())) {
-        find.next -= static_cast<int>(std::ranges::count_if(
-            selected, [&](const auto& entry) { return entry.position < find.next; }));
+        const auto inFront = std::ranges::count_if(
+            selected, [&](const auto& entry) { return entry.position < find.next; });
+        NoteDeleted(find, static_cast<int>(inFront));
     }
     Reload();
 }

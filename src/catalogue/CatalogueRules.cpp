@@ -2,7 +2,6 @@
 
 #include <QSet>
 #include <algorithm>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -88,7 +87,6 @@ bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
                              {m_database.CategoryNameOf(m_texts.kind, categoryId)}))) {
         return false;
     }
-    const CWaitCursor wait;
     if (!DeleteItemsOf(categoryId)) {
         ShowMessage(QString::fromLatin1(
             m_texts.cannotEmptyCategory));  // and the category goes all the same
@@ -101,18 +99,12 @@ bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
 }
 
 bool CCatalogueRules::DeleteItemsOf(qint32 categoryId) {
-    CItemDatabaseBase& items = Items();
-    const int first = items.FirstPositionOf(categoryId);
-    if (first < 0) {
-        return true;
-    }
-    const int next =
-        items.FirstPositionInRange(qint64{categoryId} + 1, std::numeric_limits<qint32>::max());
-    const int end = next < 0 ? items.Count() : next;
+    const CWaitCursor wait;
+    const std::optional<CPositionRange> range = Items().RangeOf(categoryId);
     CRecordGroup group(m_database.GetStore());
-    bool areDeleted = true;
-    for (int position = end - 1; areDeleted && position >= first; --position) {
-        areDeleted = m_database.DeleteItem(m_texts.kind, position);
+    bool areDeleted = range.has_value();
+    for (int left = areDeleted ? range->count : 0; areDeleted && left > 0; --left) {
+        areDeleted = m_database.DeleteItem(m_texts.kind, range->first + left - 1);
     }
     return group.Commit() && areDeleted;
 }
@@ -163,6 +155,9 @@ std::vector<CCategoryEntry> CCatalogueRules::MoveTargets(const Entries& selected
     std::erase_if(targets, [&](const CCategoryEntry& category) {
         return category.id == selected.front().categoryId;
     });
+    if (targets.empty()) {
+        ShowMessage(u"There are no categories to select."_s);
+    }
     return targets;
 }
 
@@ -313,8 +308,9 @@ CCatalogueRules::Entries CCatalogueRules::ItemsOfName(qint32 categoryId, const Q
             }
             if (properties[0] == PropertyValue(categoryId) &&
                 properties[numbers.name] == PropertyValue(name)) {
+                const auto* type = std::get_if<QString>(&properties[numbers.type]);
                 entries.push_back(
-                    {position, categoryId, name, std::get<QString>(properties[numbers.type])});
+                    {position, categoryId, name, type != nullptr ? *type : QString()});
             }
             return properties[0] == PropertyValue(categoryId);
         },

@@ -342,6 +342,10 @@ void CCatalogueView::FillList() {
     const qint32 categoryId = m_model->CategoryOf(current);
     m_entries = name.isEmpty() ? Database().FillCategoryList(m_texts.kind, categoryId)
                                : m_rules.ItemsOfName(categoryId, name);
+    ShowEntries();
+}
+
+void CCatalogueView::ShowEntries() {
     m_list->SetRows({static_cast<int>(m_entries.size()),
                      [this](int row, int column) {
                          const CCategoryListEntry& entry = m_entries[static_cast<size_t>(row)];
@@ -368,9 +372,12 @@ void CCatalogueView::SelectItem(int position) {
     if (place() == m_entries.end()) {
         SelectInTree(entry.categoryId, entry.name);
     }
-    if (place() != m_entries.end()) {
-        m_list->SelectRow(static_cast<int>(place() - m_entries.begin()));
+    if (place() == m_entries.end()) {
+        // A full list leaves it out, and no name stands for it in the tree.
+        m_entries = {entry};
+        ShowEntries();
     }
+    m_list->SelectRow(static_cast<int>(place() - m_entries.begin()));
 }
 
 void CCatalogueView::ShowStored(int position) {

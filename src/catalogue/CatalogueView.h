@@ -81,6 +81,7 @@ class CCatalogueView : public CMainView {
     void Reload();
     void FillTree();
     void FillList();
+    void ShowEntries();
     void SelectInTree(qint32 categoryId, const QString& name);
     /// Selects an item with its category; a negative position selects nothing.
     void SelectItem(int position);

@@ -2,6 +2,9 @@
 
 #include "catalogue/CategoryIcon.h"
 
+#include <algorithm>
+#include <utility>
+
 CCategoryTreeModel::CCategoryTreeModel(CDatabase& database, ECatalogueKind kind, bool renamesItems,
                                        QObject* parent)
     : QAbstractItemModel(parent),
@@ -12,9 +15,15 @@ CCategoryTreeModel::CCategoryTreeModel(CDatabase& database, ECatalogueKind kind,
 void CCategoryTreeModel::Reload(bool withNames) {
     beginResetModel();
     m_withNames = withNames;
-    m_nodes.clear();
+    // Pictures come with a category and never change, so each is decoded once.
+    const std::vector<CNode> known = std::exchange(m_nodes, {});
     CCategory category;
     for (const CCategoryEntry& entry : m_database.ListCategories(m_kind)) {
+        const auto old = std::ranges::find(known, entry.id, &CNode::id);
+        if (old != known.end() && old->name == entry.name) {
+            m_nodes.push_back({entry.id, entry.name, old->icon});
+            continue;
+        }
         const bool isRead = m_database.Categories().ReadQuietly(entry.position, category);
         m_nodes.push_back(
             {entry.id, entry.name, isRead ? CategoryIcon(category.GetSmallPicture()) : QIcon()});

@@ -3,6 +3,8 @@
 #include "catalogue/CatalogueKinds.h"
 #include "platform/Messages.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -55,8 +57,23 @@ bool HasLength(QStringView field, int most) {
     return !field.isEmpty() && field.size() <= most;
 }
 
-bool IsEscapeLetter(QChar character) {
-    return character == u'r' || character == u'n' || character == u'q' || character == u'\\';
+/// What an escape stands for, and its letter.
+struct CEscape {
+    char16_t character;
+    char16_t letter;
+};
+constexpr CEscape kEscapes[] = {
+    {u'\r', u'r'}, {u'\n', u'n'}, {u'"', u'q'}, {u' ', u's'}, {u'\t', u't'}, {u'\\', u'\\'},
+};
+
+const CEscape* EscapeOfLetter(QChar letter) {
+    const auto* found = std::ranges::find(kEscapes, letter.unicode(), &CEscape::letter);
+    return found == std::end(kEscapes) ? nullptr : found;
+}
+
+const CEscape* EscapeOf(QChar character) {
+    const auto* found = std::ranges::find(kEscapes, character.unicode(), &CEscape::character);
+    return found == std::end(kEscapes) ? nullptr : found;
 }
 }  // namespace
 
@@ -131,7 +148,7 @@ CCsvVerdict CComposedCsv::ReadValues(CCsvFields& fields) {
         if (!field) {
             return WrongFieldCount(kFirstValue + value);
         }
-        m_item.SetNutrientValue(value, ImportedNumber(*field));
+        SetValue(value, ImportedNumber(*field));
     }
     const std::optional<QStringView> serving = fields.Next();
     if (!serving) {
@@ -159,13 +176,24 @@ CCsvVerdict CComposedCsv::ReadValues(CCsvFields& fields) {
     return {ECsvLine::Item};
 }
 
+void CComposedCsv::SetValue(int index, double value) {
+    const bool isWrong = index >= kNutrientCount;
+    if (isWrong && m_progress != nullptr) {
+        m_progress->Hide();
+    }
+    m_item.SetNutrientValue(index, value);
+    if (isWrong && m_progress != nullptr) {
+        m_progress->Show();
+    }
+}
+
 bool CComposedCsv::FindOwner(const QString& category, const QString& name) {
     if (m_owner.itemId != 0 && m_owner.category == category && m_owner.name == name) {
         return true;
     }
     const qint32 categoryId = m_categories.FindIdOf(category);
     const int position = categoryId < 0 ? kNoPosition : m_existing.Find(categoryId, name, {});
-    m_owner = {category, name, position < 0 ? 0 : ItemIdAt(position)};
+    m_owner = {category, name, position < 0 ? 0 : ItemIdAt(position), false};
     return m_owner.itemId != 0;
 }
 
@@ -178,7 +206,8 @@ EStored CComposedCsv::Store(EExisting existing) {
     if (!m_isComponent) {
         return StoreOwner(existing);
     }
-    if (existing == EExisting::Skip && !m_taken.contains(m_owner.itemId)) {
+    const bool isKept = existing == EExisting::Skip && !m_taken.contains(m_owner.itemId);
+    if (isKept || m_owner.isSkipped) {
         return EStored::Uncounted;
     }
     m_item.SetParentId(m_owner.itemId);
@@ -193,9 +222,13 @@ EStored CComposedCsv::StoreOwner(EExisting existing) {
     }
     const bool check = existing != EExisting::DoNotCheck;
     const int position = check ? m_existing.Find(categoryId, m_item.GetName(), {}) : kNoPosition;
-    const qint32 itemId = position < 0 ? m_database.AllotItemId(m_kind) : ItemIdAt(position);
-    m_owner = {m_categoryName, m_item.GetName(), itemId};
-    if (position >= 0 && existing == EExisting::Skip) {
+    qint32 itemId = position < 0 ? 0 : ItemIdAt(position);
+    const bool isSkipped = position >= 0 && existing == EExisting::Skip;
+    if (!isSkipped && itemId < kFirstComposedId) {
+        itemId = m_database.AllotItemId(m_kind);  // new, or damaged
+    }
+    m_owner = {m_categoryName, m_item.GetName(), itemId, isSkipped};
+    if (isSkipped) {
         return EStored::Skipped;
     }
     m_taken.insert(itemId);
@@ -228,7 +261,7 @@ bool CComposedCsv::WriteItem(CCsvLineWriter& line, PropertyList& properties, int
     if (!m_item.SetProperties(std::move(properties))) {
         return false;
     }
-    QString category = m_database.CategoryNameOf(m_kind, m_item.GetParentId());
+    QString category = m_categories.NameOf(m_item.GetParentId());
     if (category.isEmpty()) {
         category = u"Undefined"_s;
     }
@@ -279,16 +312,22 @@ QString EscapedInstructions(const QString& text) {
     field.reserve(text.size());
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar character = text[i];
+        const bool isAtEnd = i == 0 || i + 1 == text.size();
         const QChar next = i + 1 < text.size() ? text[i + 1] : QChar();
-        if (character == u'\r') {
-            field += "\\r"_L1;
-        } else if (character == u'\n') {
-            field += "\\n"_L1;
-        } else if (character == u'"' && (i == 0 || next.isNull() || next == u',')) {
-            field += "\\q"_L1;
-        } else if (character == u'\\' &&
-                   (IsEscapeLetter(next) || next == u'\r' || next == u'\n' || next == u'"')) {
-            field += "\\\\"_L1;
+        bool escapes = character == u'\r' || character == u'\n';
+        if (character == u'"') {
+            escapes = isAtEnd || next == u',';
+        } else if (character == u' ' || character == u'\t') {
+            escapes = isAtEnd;
+        } else if (character == u'\\') {
+            // Where another backslash may follow it in the field, or a letter stands.
+            const bool nextIsLast = i + 2 == text.size();
+            escapes = EscapeOfLetter(next) != nullptr || next == u'\r' || next == u'\n' ||
+                      next == u'"' || (nextIsLast && next.isSpace());
+        }
+        if (escapes) {
+            field += u'\\';
+            field += QChar(EscapeOf(character)->letter);
         } else {
             field += character;
         }
@@ -300,13 +339,10 @@ QString UnescapedInstructions(QStringView field) {
     QString text;
     text.reserve(field.size());
     for (qsizetype i = 0; i < field.size(); ++i) {
-        const QChar next = i + 1 < field.size() ? field[i + 1] : QChar();
-        if (field[i] != u'\\' || !IsEscapeLetter(next)) {
-            text += field[i];
-            continue;
-        }
-        ++i;
-        text += next == u'r' ? u'\r' : next == u'n' ? u'\n' : next == u'q' ? u'"' : u'\\';
+        const CEscape* escape =
+            field[i] == u'\\' && i + 1 < field.size() ? EscapeOfLetter(field[i + 1]) : nullptr;
+        text += escape == nullptr ? field[i] : QChar(escape->character);
+        i += escape == nullptr ? 0 : 1;
     }
     return text;
 }

@@ -30,8 +30,11 @@ class CComposedCsv : public CCsvLayout {
         QString category;
         QString name;
         qint32 itemId = 0;
+        bool isSkipped = false;  ///< and its components with it
     };
 
+    /// The accessor's message on a wrong index shows without the progress.
+    void SetValue(int index, double value);
     /// The fields behind the names.
     CCsvVerdict ReadValues(CCsvFields& fields);
     /// False when no menu or recipe of that category and name is there.
@@ -53,8 +56,8 @@ class CComposedCsv : public CCsvLayout {
     QSet<qint32> m_taken;  ///< menus or recipes that this run has added or replaced
 };
 
-/// Instructions as one field of a line: CR and LF as "\r" and "\n". Quotes that would end the
-/// field, or be dropped at its ends, become "\q"; a backslash before one of these letters or
-/// before another backslash is doubled.
+/// Instructions as one field of a line: CR and LF as "\r" and "\n". A quote that would end the
+/// field or be dropped at its ends becomes "\q", a blank or tab that would be trimmed "\s" or
+/// "\t"; a backslash before one of these letters or before another backslash is doubled.
 QString EscapedInstructions(const QString& text);
 QString UnescapedInstructions(QStringView field);

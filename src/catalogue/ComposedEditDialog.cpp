@@ -46,6 +46,7 @@ CComposedEditDialog::CComposedEditDialog(CComposedForm& form, QWidget* parent)
     AddFields();
     m_pages = new QTabWidget;
     m_pages->setObjectName(u"pages"_s);
+    m_pages->setAccessibleName(u"Pages"_s);
     m_pages->addTab(MakeNutrientsPage(), u"Nutrients"_s);
     m_pages->addTab(MakeFoodsPage(), u"Foods"_s);
     if (m_form.GetKind() == ECatalogueKind::Recipes) {
@@ -213,7 +214,8 @@ void CComposedEditDialog::ShowComponents(int row) {
 void CComposedEditDialog::AddComponent() {
     CAddFoodForm form(m_form.Doc(), CAddFoodRequest::ForNewComponent());
     CAddFoodDialog dialog(form, this);
-    if (dialog.exec() == QDialog::Accepted && m_form.AddComponent(form)) {
+    if (dialog.exec() == QDialog::Accepted) {
+        (void)m_form.AddComponent(form);  // A failure has shown its message.
         ShowComponents(static_cast<int>(m_form.Components().size()) - 1);
         m_components->setFocus();
     }
@@ -226,16 +228,16 @@ void CComposedEditDialog::EditComponent() {
     }
     CAddFoodForm form(m_form.Doc(), m_form.RequestFor(rows.front()));
     CAddFoodDialog dialog(form, this);
-    if (dialog.exec() == QDialog::Accepted && m_form.ReplaceComponent(rows.front(), form)) {
+    if (dialog.exec() == QDialog::Accepted) {
+        (void)m_form.ReplaceComponent(rows.front(), form);  // A failure has shown its message.
         ShowComponents(rows.front());
     }
 }
 
 void CComposedEditDialog::DeleteComponents() {
     const std::vector<int> rows = m_components->SelectedRows();
-    if (m_form.DeleteComponents(rows)) {
-        ShowComponents(rows.front());
-    }
+    (void)m_form.DeleteComponents(rows);  // A failure has shown its message.
+    ShowComponents(rows.empty() ? -1 : rows.front());
 }
 
 void CComposedEditDialog::Recalculate() {

@@ -1,6 +1,7 @@
 #include "catalogue/ComposedForm.h"
 
 #include "app/ListCommands.h"
+#include "catalogue/CatalogueTexts.h"
 #include "diary/CatalogueChoices.h"
 #include "platform/NumberText.h"
 
@@ -94,8 +95,7 @@ CAddFoodRequest CComposedForm::RequestFor(int component) const {
 }
 
 bool CComposedForm::MayEditComponent(int selected) {
-    return CheckSelection({"Please select food to edit.", "Please select only one food to edit."},
-                          selected);
+    return CheckSelection(kFoodsTexts.edit, selected);
 }
 
 bool CComposedForm::TakeChosen(const CAddFoodForm& chosen, CComposedItem& component) {
@@ -108,10 +108,13 @@ bool CComposedForm::TakeChosen(const CAddFoodForm& chosen, CComposedItem& compon
                     EMessageIcon::Information);
         return false;
     }
-    component.SetItemKind(food.kind);
-    if (chosen.GetPickedPosition() >= 0) {
+    const bool isSameItem = chosen.GetPickedPosition() < 0 &&
+                            component.GetName() == food.item.GetName() &&
+                            component.GetType() == food.item.GetType();
+    if (!isSameItem) {
         component.SetItemId(itemId);
     }
+    component.SetItemKind(food.kind);
     component.SetName(food.item.GetName());
     component.SetType(food.item.GetType());
     component.SetNutrientValues(food.item.GetNutrientValues());
@@ -130,17 +133,18 @@ bool CComposedForm::AddComponent(const CAddFoodForm& chosen) {
 
 bool CComposedForm::ReplaceComponent(int component, const CAddFoodForm& chosen) {
     CComposedItem item = m_components[static_cast<size_t>(component)];
+    item.SetParentId(m_item.GetItemId());  // a damaged one has lost it
     const std::vector<int> positions =
         m_doc.Database().ComponentPositions(m_kind, m_item.GetItemId());
-    const bool isReplaced =
-        TakeChosen(chosen, item) && Items().Write(positions[static_cast<size_t>(component)], item);
+    const bool isReplaced = positions.size() == m_components.size() && TakeChosen(chosen, item) &&
+                            Items().Write(positions[static_cast<size_t>(component)], item);
     LoadComponents();
     return isReplaced;
 }
 
 bool CComposedForm::DeleteComponents(const std::vector<int>& selected) {
     const auto count = static_cast<int>(selected.size());
-    if (!CheckSelection({"Please select food to delete.", nullptr}, count) ||
+    if (!CheckSelection(kFoodsTexts.remove, count) ||
         !ConfirmFor(TextsOf(m_kind).confirmDelete, count,
                     {m_components[static_cast<size_t>(selected.front())].GetName()})) {
         return false;
@@ -155,7 +159,7 @@ bool CComposedForm::DeleteComponents(const std::vector<int>& selected) {
         QString());
     const bool isDurable = group.Commit();
     if (deleted < count || !isDurable) {
-        ShowMessage(u"Cannot delete food."_s, EMessageIcon::Information);
+        ShowMessage(QString::fromLatin1(kFoodsTexts.cannotDelete), EMessageIcon::Information);
     }
     LoadComponents();
     return isDurable && deleted > 0;
@@ -196,6 +200,9 @@ bool CComposedForm::Confirm() {
     item.SetServingX(1.0);
     item.SetInstructions(m_fields.instructions);
     if (!Items().Write(m_position, item)) {
+        const CCatalogueTexts& catalogue = CatalogueTextsOf(m_kind);
+        ShowMessage(
+            QString::fromLatin1(m_position < 0 ? catalogue.cannotAdd : catalogue.cannotUpdate));
         return false;
     }
     m_item = item;

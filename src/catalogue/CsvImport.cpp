@@ -72,8 +72,10 @@ bool CImportRun::Run() {
     m_progress->SetStatus(FormatText("Importing %s..."_L1, {QString::fromLatin1(m_words.plural)}));
     m_progress->SetRange(0, m_file.GetLength(), 1);
     m_progress->Show();
+    m_layout->SetProgress(m_progress.get());
     const bool whole = ReadToMarker() && ReadItems();
     const bool readWhole = m_file.Close();
+    m_layout->SetProgress(nullptr);
     m_progress.reset();
     if (!readWhole) {
         ShowMessage(u"Cannot read file."_s);

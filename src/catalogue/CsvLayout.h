@@ -55,6 +55,8 @@ class CCsvLayout {
     [[nodiscard]] virtual const char* Marker() const = 0;
     [[nodiscard]] virtual const CCsvManners& Manners() const = 0;
 
+    /// Shown while the layout reads; null where there is none.
+    void SetProgress(CProgress* progress) { m_progress = progress; }
     virtual CCsvVerdict ReadLine(QStringView line) = 0;
     /// Stores the item of the last line.
     virtual EStored Store(EExisting existing) = 0;
@@ -64,6 +66,9 @@ class CCsvLayout {
     /// item of the kind: nothing is written then and they stay as they were. `number` counts the
     /// items of the run from 0.
     virtual bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) = 0;
+
+  protected:
+    CProgress* m_progress = nullptr;
 };
 
 /// `folder` holds the exchange file and the category pictures beside it; empty for an export.

@@ -1,5 +1,7 @@
 #include "catalogue/FindItems.h"
 
+#include <algorithm>
+
 namespace {
 /// Upper-cased on both sides: that also folds what has no single upper-case character.
 bool Holds(const PropertyValue& value, const QString& upperText) {
@@ -48,6 +50,12 @@ int FindFirst(CDatabase& database, ECatalogueKind kind, CFindState& state) {
 }
 
 int FindNext(CDatabase& database, ECatalogueKind kind, CFindState& state) {
-    const int last = database.Items(kind).PositionOf(state.found);
+    CItemDatabaseBase& items = database.Items(kind);
+    const bool hasNotMoved = state.found != 0 && items.RecordAt(state.next - 1) == state.found;
+    const int last = hasNotMoved ? state.next - 1 : items.PositionOf(state.found);
     return FindFrom(database, kind, state, last >= 0 ? last + 1 : state.next);
+}
+
+void NoteDeleted(CFindState& state, int count) {
+    state.next = std::max(0, state.next - count);
 }

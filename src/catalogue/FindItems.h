@@ -13,3 +13,5 @@ int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name, 
 /// the match in the state. -1 when there is none.
 int FindFirst(CDatabase& database, ECatalogueKind kind, CFindState& state);
 int FindNext(CDatabase& database, ECatalogueKind kind, CFindState& state);
+/// To be called after `count` items in front of where "find next" goes on were deleted.
+void NoteDeleted(CFindState& state, int count);

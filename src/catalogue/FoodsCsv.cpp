@@ -145,13 +145,7 @@ bool CFoodsCsv::WriteItem(CCsvLineWriter& line, PropertyList& properties, int nu
 }
 
 QString CFoodsCsv::CategoryNameOf(qint32 categoryId) {
-    if (categoryId != m_writtenCategoryId || m_writtenCategoryName.isEmpty()) {
-        m_writtenCategoryId = categoryId;
-        m_writtenCategoryName = m_database.CategoryNameOf(ECatalogueKind::Foods, categoryId);
-        if (m_writtenCategoryName.isEmpty()) {
-            m_writtenCategoryName =
-                FormatText("Undefined (UID=%d, IDX=%d)"_L1, {categoryId, kNoPosition});
-        }
-    }
-    return m_writtenCategoryName;
+    const QString name = m_categories.NameOf(categoryId);
+    return !name.isEmpty() ? name
+                           : FormatText("Undefined (UID=%d, IDX=%d)"_L1, {categoryId, kNoPosition});
 }

@@ -27,6 +27,4 @@ class CFoodsCsv : public CCsvLayout {
     CExistingItems m_existing;
     CFoodItem m_food;
     QString m_categoryName;
-    qint32 m_writtenCategoryId = -1;
-    QString m_writtenCategoryName;
 };

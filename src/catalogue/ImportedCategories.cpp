@@ -38,3 +38,11 @@ qint32 CImportedCategories::Create(const QString& name) {
     ReadCategoryPictures(m_folder, category);
     return m_database.AddOrUpdateCategory(-1, category) ? category.GetId() : -1;
 }
+
+QString CImportedCategories::NameOf(qint32 id) {
+    if (id != m_lastId) {
+        m_lastId = id;
+        m_lastName = m_database.CategoryNameOf(m_kind, id);
+    }
+    return m_lastName;
+}

@@ -1,4 +1,4 @@
-// The categories that the lines of an import name.
+// The categories that the lines of an exchange name.
 #pragma once
 
 #include <QHash>
@@ -13,6 +13,8 @@ class CImportedCategories {
     qint32 IdOf(const QString& name);
     /// The same without creating one.
     qint32 FindIdOf(const QString& name);
+    /// Name of a category; empty when there is none of that identifier.
+    QString NameOf(qint32 id);
 
   private:
     qint32 Create(const QString& name);
@@ -21,4 +23,6 @@ class CImportedCategories {
     ECatalogueKind m_kind;
     QString m_folder;
     QHash<QString, qint32> m_ids;
+    qint32 m_lastId = -1;  ///< items come category by category
+    QString m_lastName;
 };

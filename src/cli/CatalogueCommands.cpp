@@ -11,6 +11,7 @@
 #include "platform/NumberText.h"
 
 #include <QHash>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -135,7 +136,6 @@ void PrintComposed(CCommandContext& context, const CComposedItem& item) {
     if (context.kind == ECatalogueKind::Recipes) {
         PrintRow({u"Instructions"_s, item.GetInstructions()});
     }
-    const QStringList kinds = {u"food"_s, u"menu"_s, u"recipe"_s};
     CComposedItem component(context.kind);
     int number = 0;
     for (const int position :
@@ -144,7 +144,7 @@ void PrintComposed(CCommandContext& context, const CComposedItem& item) {
             continue;
         }
         const QString prefix = u"Component %1 "_s.arg(++number);
-        PrintRow({prefix + u"kind"_s, kinds.value(static_cast<int>(component.GetItemKind()))});
+        PrintRow({prefix + u"kind"_s, KindName(component.GetItemKind())});
         PrintRow({prefix + u"name"_s, component.GetName()});
         PrintRow({prefix + u"type"_s, component.GetType()});
         PrintRow({prefix + u"serving size"_s, component.GetServingName()});
@@ -216,11 +216,17 @@ bool Move(CCommandContext& context) {
     }
     CCatalogueRules rules(context.doc.Database(), context.kind);
     const CCatalogueRules::Entries selected = {*entry};
-    if (rules.MoveTargets(selected).empty()) {
+    const std::vector<CCategoryEntry> targets = rules.MoveTargets(selected);
+    if (targets.empty()) {
         return false;
     }
-    const auto target = FindCategoryNamed(context, context.arguments.Text("--to"));
-    return target && rules.Move(selected, *target) == 1;
+    const auto target =
+        std::ranges::find(targets, context.arguments.Text("--to"), &CCategoryEntry::name);
+    if (target == targets.end()) {
+        ShowMessage(u"There is no category selected."_s);
+        return false;
+    }
+    return rules.Move(selected, *target) == 1;
 }
 
 bool Duplicate(CCommandContext& context) {

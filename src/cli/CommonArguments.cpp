@@ -1,5 +1,7 @@
 #include "cli/CommonArguments.h"
 
+#include "catalogue/CatalogueKinds.h"
+#include "diary/DietRules.h"
 #include "platform/Messages.h"
 
 using namespace Qt::StringLiterals;
@@ -12,6 +14,10 @@ std::optional<CCategoryEntry> FindCategoryNamed(CCommandContext& context, const 
     }
     ShowMessage(u"There is no category selected."_s);
     return std::nullopt;
+}
+
+QString KindName(EItemKind kind) {
+    return QString::fromLatin1(KindOf(CatalogueOf(kind)).singular);
 }
 
 bool CheckProfileExists(CVelmoraDoc& doc, const QString& name) {

@@ -7,6 +7,9 @@
 /// selected." when there is none.
 std::optional<CCategoryEntry> FindCategoryNamed(CCommandContext& context, const QString& name);
 
+/// "food", "menu" or "recipe".
+QString KindName(EItemKind kind);
+
 /// False after a message when the volume has no profile of that name.
 bool CheckProfileExists(CVelmoraDoc& doc, const QString& name);
 /// Opens a profile; false after a message when that fails.

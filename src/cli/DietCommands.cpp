@@ -17,7 +17,6 @@ constexpr COptionDescription kAddOptions[] = {
     {"--type", true, false},   {"--serving", true, false}, {"--amount", true, false},
     {"--kind", true, false},
 };
-const QStringList kKindNames = {u"food"_s, u"menu"_s, u"recipe"_s};
 constexpr COptionDescription kDayOptions[] = {{"--profile", true, true}, {"--date", true, true}};
 
 QStringList MealNames() {
@@ -60,7 +59,9 @@ bool Add(CCommandContext& context) {
     const QDate day = arguments.Date("--date");
     const QTime time = arguments.Time("--time");
     const int meal = arguments.Choice("--meal", MealNames());
-    const auto kind = static_cast<EItemKind>(arguments.Choice("--kind", kKindNames));
+    const auto kind = static_cast<EItemKind>(arguments.Choice(
+        "--kind",
+        {KindName(EItemKind::Food), KindName(EItemKind::Menu), KindName(EItemKind::Recipe)}));
     arguments.Number("--amount");
     if (kind == EItemKind::Food) {
         arguments.Require("--type");
@@ -111,7 +112,7 @@ bool List(CCommandContext& context) {
         QStringList row = {DateOf(entry.GetMoment()).toString(Qt::ISODate),
                            TimeOf(entry.GetMoment()).toString(Qt::ISODate),
                            MealNames().value(entry.GetMeal()),
-                           kKindNames.value(static_cast<int>(entry.GetKind())),
+                           KindName(entry.GetKind()),
                            entry.GetCategory(),
                            entry.GetName(),
                            entry.GetType(),

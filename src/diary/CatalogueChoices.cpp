@@ -43,7 +43,8 @@ bool ReadComposed(CItemDatabase<Item>& items, int position, CFoodItem& food) {
     food.SetName(item.GetName());
     food.SetType(item.GetType());
     food.SetNutrientValues(item.GetNutrientValues());
-    food.SetServingName(0, item.GetServingName());
+    const QString serving = item.GetServingName();
+    food.SetServingName(0, serving.isEmpty() ? QStringLiteral("1 serving") : serving);
     return true;
 }
 
@@ -105,8 +106,10 @@ qint32 CategoryOfComponent(CDatabase& database, const CComposedItem& component) 
                              ? database.FindRecipeById(component.GetItemId())
                              : database.Items(kind).PositionOf(component.GetItemId());
     CCatalogueItem item(kind);
-    return position >= 0 && database.Items(kind).ReadQuietly(position, item) ? item.GetCategoryId()
-                                                                             : -1;
+    // The identifier of a deleted record may have gone to another.
+    const bool isIt = position >= 0 && database.Items(kind).ReadQuietly(position, item) &&
+                      item.GetName().startsWith(component.GetName());
+    return isIt ? item.GetCategoryId() : -1;
 }
 
 qint32 ComponentItemId(CDatabase& database, EItemKind kind, int position) {

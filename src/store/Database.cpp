@@ -88,15 +88,14 @@ bool CDatabase::OpenCatalogue() {
              &m_foods, &m_menus, &m_recipes, &m_exlib, &m_categories}) {
         isOpen = isOpen && database->Open(false);
     }
-    if (isOpen) {
-        RemoveOrphanComponents(ECatalogueKind::Menus);
-        RemoveOrphanComponents(ECatalogueKind::Recipes);
-    }
     isOpen = group.Commit() && isOpen;
     if (!isOpen) {
         CloseCatalogue();
+        return false;
     }
-    return isOpen;
+    RemoveOrphanComponents(ECatalogueKind::Menus);
+    RemoveOrphanComponents(ECatalogueKind::Recipes);
+    return true;
 }
 
 void CDatabase::CloseCatalogue() {

@@ -4,6 +4,7 @@
 #include <QSet>
 #include <algorithm>
 #include <limits>
+#include <numeric>
 
 namespace {
 constexpr qint64 kLastComposedId = std::numeric_limits<qint32>::max();
@@ -22,8 +23,8 @@ qint32 ParentIdOf(const PropertyList& properties) {
     return id != nullptr ? *id : 0;
 }
 
-/// Identifiers of a kind's items. `isWhole` tells whether every one could be read.
-QSet<qint32> ItemIds(CItemDatabaseBase& items, int count, bool& isWhole) {
+/// Identifiers of the items in front of `count`; nothing unless every one could be read.
+std::optional<QSet<qint32>> ItemIds(CItemDatabaseBase& items, int count) {
     QSet<qint32> ids;
     int seen = 0;
     items.ForEachFrom(
@@ -39,21 +40,24 @@ QSet<qint32> ItemIds(CItemDatabaseBase& items, int count, bool& isWhole) {
             return true;
         },
         kItemIdNumber + 1);
-    isWhole = seen == count;
-    return ids;
+    return seen == count ? std::optional(ids) : std::nullopt;
 }
 
-// Key of a record; -1 when it cannot be read.
-qint64 KeyAt(CItemDatabaseBase& items, int position) {
-    qint64 key = -1;
+/// The largest identifier that the records of a menus or recipes database bear, own or those of
+/// recipes they are made of. What only a damaged record can bear does not count.
+qint32 LargestItemId(CItemDatabaseBase& items) {
+    constexpr qint32 kLargestPlausible = std::numeric_limits<qint32>::max() / 2;
+    qint32 largest = 0;
     items.ForEachFrom(
-        position,
-        [&](int found, PropertyList& properties) {
-            key = found == position ? ParentIdOf(properties) : -1;
-            return false;
+        0,
+        [&largest](int, PropertyList& properties) {
+            for (const qint32 id : {ParentIdOf(properties), ItemIdOf(properties)}) {
+                largest = id <= kLargestPlausible ? std::max(largest, id) : largest;
+            }
+            return true;
         },
-        1);
-    return key;
+        kItemIdNumber + 1);
+    return largest;
 }
 }  // namespace
 
@@ -63,40 +67,38 @@ int CDatabase::CountItems(ECatalogueKind kind) {
     return behind >= 0 ? behind : items.Count();
 }
 
+// Food components bear record identifiers, which may be larger; the numbers between stay unused.
 qint32 CDatabase::AllotItemId(ECatalogueKind kind) {
     qint32& last = m_lastItemIds.at(kind == ECatalogueKind::Menus ? 0 : 1);
     if (last == 0) {
-        CItemDatabaseBase& items = Items(kind);
-        bool isWhole = false;
-        last = kFirstComposedId;
-        for (const qint32 id : ItemIds(items, CountItems(kind), isWhole)) {
-            last = std::max(last, id);
+        last = std::max(kFirstComposedId, LargestItemId(Items(kind)));
+        if (kind == ECatalogueKind::Recipes) {
+            last = std::max(last, LargestItemId(m_menus));  // made of recipes, too
         }
-        // Components of an item that cannot be read still bear its identifier.
-        last = std::max(last, static_cast<qint32>(KeyAt(items, items.Count() - 1)));
     }
     return ++last;
 }
 
 std::vector<int> CDatabase::ComponentPositions(ECatalogueKind kind, qint32 itemId) {
-    std::vector<int> positions;
-    CItemDatabaseBase& items = Items(kind);
-    const int first = items.FirstPositionOf(itemId);
-    if (first < 0 || itemId < kFirstComposedId) {
-        return positions;
+    if (itemId < kFirstComposedId) {
+        return {};
     }
-    const int next = items.FirstPositionInRange(qint64{itemId} + 1, kLastComposedId);
-    for (int position = first; position < (next < 0 ? items.Count() : next); ++position) {
-        positions.push_back(position);
-    }
+    const CPositionRange range = Items(kind).RangeOf(itemId).value_or(CPositionRange{});
+    std::vector<int> positions(static_cast<std::size_t>(range.count));
+    std::iota(positions.begin(), positions.end(), range.first);
     return positions;
 }
 
 bool CDatabase::DeleteComponents(ECatalogueKind kind, qint32 itemId) {
-    const std::vector<int> positions = ComponentPositions(kind, itemId);
+    if (itemId < kFirstComposedId) {
+        return true;
+    }
+    const std::optional<CPositionRange> range = Items(kind).RangeOf(itemId);
     CRecordGroup group(m_store);
-    const bool areDeleted = std::all_of(positions.rbegin(), positions.rend(),
-                                        [&](int position) { return Items(kind).Delete(position); });
+    bool areDeleted = range.has_value();
+    for (int left = areDeleted ? range->count : 0; areDeleted && left > 0; --left) {
+        areDeleted = Items(kind).Delete(range->first + left - 1);
+    }
     return group.Commit() && areDeleted;
 }
 
@@ -178,23 +180,29 @@ bool CDatabase::RecipeHolds(qint32 itemId, qint32 wantedId) {
     return false;
 }
 
-// Left behind when the program ends while a new menu or recipe is put together.
+// Left behind when the program ends while a new menu or recipe is put together. Nothing is removed
+// unless every item could be read: components of a damaged one may be wanted again.
 void CDatabase::RemoveOrphanComponents(ECatalogueKind kind) {
     CItemDatabaseBase& items = Items(kind);
     int position = items.FirstPositionInRange(kFirstComposedId, kLastComposedId);
-    if (position < 0) {
+    if (position < 0 || items.KeyAt(position).value_or(0) < kFirstComposedId) {
         return;
     }
-    bool isWhole = false;
-    const QSet<qint32> owners = ItemIds(items, CountItems(kind), isWhole);
-    while (isWhole && position >= 0) {
-        const qint64 owner = KeyAt(items, position);
+    const std::optional<QSet<qint32>> owners = ItemIds(items, position);
+    // A failure is no reason not to start; what is left goes another time.
+    CRecordGroup group(m_store);
+    while (owners && position >= 0) {
+        const qint64 owner = items.KeyAt(position).value_or(0);
         if (owner < kFirstComposedId) {
-            return;  // unreadable: better kept
-        }
-        if (!owners.contains(static_cast<qint32>(owner)) &&
-            !DeleteComponents(kind, static_cast<qint32>(owner))) {
             return;
+        }
+        if (!owners->contains(static_cast<qint32>(owner))) {
+            const CPositionRange range = items.RangeOf(owner).value_or(CPositionRange{});
+            for (int left = range.count; left > 0; --left) {
+                if (!items.DeleteQuietly(range.first + left - 1)) {
+                    return;
+                }
+            }
         }
         position = items.FirstPositionInRange(owner + 1, kLastComposedId);
     }

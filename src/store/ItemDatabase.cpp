@@ -2,6 +2,8 @@
 
 #include "platform/Messages.h"
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 void ReportWrongPropertyCount(int position, const PropertyList& found, int expected,
@@ -66,6 +68,25 @@ bool CItemDatabaseBase::Write(int position, const CItemRecord& item) {
 
 bool CItemDatabaseBase::Delete(int position) {
     return m_store.DeleteRecord(m_handle, position);
+}
+
+bool CItemDatabaseBase::DeleteQuietly(int position) {
+    return m_store.DropRecord(m_handle, position);
+}
+
+std::optional<qint64> CItemDatabaseBase::KeyAt(int position) {
+    return m_store.KeyAt(m_handle, position);
+}
+
+std::optional<CPositionRange> CItemDatabaseBase::RangeOf(qint64 key) {
+    const int first = FirstPositionOf(key);
+    if (first < 0) {
+        return CPositionRange{};
+    }
+    const int next = FirstPositionInRange(key + 1, std::numeric_limits<qint64>::max());
+    const int end = next < 0 ? Count() : next;
+    const bool isSound = KeyAt(first) == key && end > first && KeyAt(end - 1) == key;
+    return isSound ? std::optional(CPositionRange{first, end - first}) : std::nullopt;
 }
 
 ObjectId CItemDatabaseBase::RecordAt(int position) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "store/ItemRecord.h"
 #include "store/RecordStore.h"
@@ -10,6 +11,12 @@
 /// Shows "<prefix>Database error. Wrong number of properties, record #%d, props = %d (%d)".
 void ReportWrongPropertyCount(int position, const PropertyList& found, int expected,
                               const QString& prefix = QString());
+
+/// Neighbouring positions.
+struct CPositionRange {
+    int first = 0;
+    int count = 0;
+};
 
 /// The part that does not depend on the item's class. Owns the handle; the store outlives it.
 class CItemDatabaseBase {
@@ -32,6 +39,8 @@ class CItemDatabaseBase {
     bool Write(int position, const CItemRecord& item);
     /// Failure shows "Cannot delete record. Error=%d".
     bool Delete(int position);
+    /// The same without the message.
+    bool DeleteQuietly(int position);
 
     /// Identifier of the record at a position, which outlives its moves; 0 when there is none.
     ObjectId RecordAt(int position);
@@ -41,6 +50,11 @@ class CItemDatabaseBase {
     /// See CRecordStore.
     int FirstPositionOf(qint64 key);
     int FirstPositionInRange(qint64 low, qint64 high);
+    std::optional<qint64> KeyAt(int position);
+    /// The records of a key, none of them when the count is 0; nothing when the positions cannot
+    /// be had. Unlike the searches above, whose answer after a failed read is a guess, this is
+    /// fit to delete by.
+    std::optional<CPositionRange> RangeOf(qint64 key);
 
     /// Reads on from `first` (-1: nothing) and hands each property list to `take` until it returns
     /// false. A record that cannot be read is skipped.

@@ -80,9 +80,13 @@ bool CRecordStore::WriteRecord(CDatabaseHandle& handle, ObjectId record,
                             : m_engine.ReplaceRecord(handle.id, record, properties));
 }
 
-bool CRecordStore::DeleteRecord(CDatabaseHandle& handle, int position) {
+bool CRecordStore::DropRecord(CDatabaseHandle& handle, int position) {
     const ObjectId record = SeekToPosition(handle, position);
-    if (record != 0 && Note(m_engine.DeleteRecord(handle.id, record))) {
+    return record != 0 && Note(m_engine.DeleteRecord(handle.id, record));
+}
+
+bool CRecordStore::DeleteRecord(CDatabaseHandle& handle, int position) {
+    if (DropRecord(handle, position)) {
         return true;
     }
     ShowMessage(FormatText("Cannot delete record. Error=%d"_L1, {m_lastError}));
@@ -123,6 +127,12 @@ int CRecordStore::FirstPositionInRange(CDatabaseHandle& handle, qint64 low, qint
         return 0;
     }
     return key <= high ? position : kNoPosition;
+}
+
+std::optional<qint64> CRecordStore::KeyAt(CDatabaseHandle& handle, int position) {
+    qint64 key = 0;
+    return position >= 0 && Note(m_engine.KeyAt(handle.id, position, key)) ? std::optional(key)
+                                                                           : std::nullopt;
 }
 
 bool CRecordStore::BeginGroup() {

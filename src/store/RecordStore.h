@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <optional>
 #include <vector>
 
 #include "store/StorageEngine.h"
@@ -44,6 +45,8 @@ class CRecordStore {
     bool WriteRecord(CDatabaseHandle& handle, ObjectId record, const PropertyList& properties);
     /// Failure shows "Cannot delete record. Error=%d".
     bool DeleteRecord(CDatabaseHandle& handle, int position);
+    /// The same without the message.
+    bool DropRecord(CDatabaseHandle& handle, int position);
 
     /// False when the enumeration cannot be started or read; type 0 matches all.
     bool EnumerateDatabases(quint32 type, std::vector<CDatabaseInfo>& databases);
@@ -54,6 +57,8 @@ class CRecordStore {
     int FirstPositionOf(CDatabaseHandle& handle, qint64 key);
     /// First position whose key lies in [low, high]; -1 and 0 as above.
     int FirstPositionInRange(CDatabaseHandle& handle, qint64 low, qint64 high);
+    /// Key at a position; nothing when it cannot be had.
+    std::optional<qint64> KeyAt(CDatabaseHandle& handle, int position);
 
     /// See CStorageEngine: writes between the two become durable together.
     bool BeginGroup();

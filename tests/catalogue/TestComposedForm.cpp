@@ -89,6 +89,21 @@ class TestComposedForm : public CDiaryTest {
         QCOMPARE(Database().CountItems(kind), 1);
     }
 
+    void whatCannotBeStoredIsSaidAndStaysOpen() {
+        const qint32 category = AddCategory(Database(), u"C"_s, kMenus);
+        CComposedForm form(*m_doc, kMenus, -1, category);
+        form.Fields().name = u"Lunch"_s;
+        {
+            const CFileSizeLimit full(1);
+            QVERIFY(!form.Confirm());
+        }
+        QCOMPARE(m_messages->Said(), u"Cannot add menu (error# 112).|Cannot add new menu."_s);
+        QVERIFY(form.Confirm());
+        const CFileSizeLimit full(1);
+        QVERIFY(!form.Confirm());
+        QCOMPARE(m_messages->Said(), u"Cannot add menu (error# 112).|Cannot update menu."_s);
+    }
+
     void componentsAreStoredAtOnceAndGoWithACancelledItem() {
         qint32 edited = 0;
         {

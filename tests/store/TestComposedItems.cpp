@@ -1,5 +1,6 @@
 // Menus and recipes with their components in the store.
 #include "support/ComposedSamples.h"
+#include "support/Files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -34,6 +35,13 @@ class TestComposedItems : public CCatalogueTest {
         QVERIFY(lunch > CViewSettings::kMarker);
         Reopen();
         QVERIFY(Menu(u"Dinner"_s, {}) > lunch);
+        // A recipe that is gone may still be named by what was made of it.
+        const qint32 pie = AddComposed(Database(), kRecipes, 1, u"Pie"_s);
+        const qint32 dough = AddComposed(Database(), kRecipes, 1, u"Dough"_s);
+        QVERIFY(AddPart(Database(), kRecipes, pie, u"Dough"_s, 0, EItemKind::Recipe, dough));
+        QVERIFY(Database().DeleteItem(kRecipes, 1));
+        Reopen();
+        QVERIFY(AddComposed(Database(), kRecipes, 1, u"Tart"_s) > dough);
     }
 
     void componentsLeftBehindByACrashGoWhenTheCatalogueOpens() {
@@ -44,6 +52,12 @@ class TestComposedItems : public CCatalogueTest {
             QVERIFY(AddPart(Database(), kMenus, owner, u"Tea"_s));
         }
         QCOMPARE(Database().Menus().Count(), 6);
+        {
+            // No room to clean up in is no reason not to start, nor to say anything.
+            const CFileSizeLimit full(1);
+            Reopen();
+            QCOMPARE(Database().Menus().Count(), 6);
+        }
         Reopen();
         QCOMPARE(Database().Menus().Count(), 2);
         QCOMPARE(PartsOf(Database(), kMenus, lunch), u"Soup"_s);
