@@ -98,6 +98,7 @@ class CVelmoraDoc {
     // View state that outlives a view.
     QDate dayShown;
     int selectedMeal = kAllMeals;
+    int weightGraphSpan = 3;  ///< EGraphSpan: all weights
     CCatalogueState& CatalogueState(ECatalogueKind kind) {
         return m_catalogueStates.at(static_cast<std::size_t>(kind));
     }

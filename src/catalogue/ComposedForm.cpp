@@ -39,7 +39,6 @@ CComposedForm::CComposedForm(CVelmoraDoc& doc, ECatalogueKind kind, int position
     : m_doc(doc),
       m_kind(kind),
       m_position(position),
-      m_isLoaded(true),
       m_item(kind),
       m_nutrients(doc.Preferences().DisplayedNutrients()) {
     if (position < 0) {

@@ -73,7 +73,7 @@ class CComposedForm {
     CVelmoraDoc& m_doc;
     ECatalogueKind m_kind;
     int m_position;
-    bool m_isLoaded;
+    bool m_isLoaded = true;
     CComposedItem m_item;  ///< as stored, with the values as they are shown
     CComposedFields m_fields;
     std::vector<int> m_nutrients;

@@ -1,0 +1,140 @@
+#include "controls/GraphPane.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/NumberText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kMargin = 6;
+constexpr int kLeastHeight = 60;
+constexpr double kGridAlpha = 0.18;
+constexpr int kReach = 24;  ///< pixels around a value that point at it
+/// The accessibility interface gets so many of the last values.
+constexpr size_t kMostSpoken = 31;
+}  // namespace
+
+CGraphPane::CGraphPane(const QString& accessibleName, QWidget* parent) : QWidget(parent) {
+    setAccessibleName(accessibleName);
+    setFocusPolicy(Qt::TabFocus);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    setMouseTracking(true);
+}
+
+QSize CGraphPane::minimumSizeHint() const {
+    return {kLeastHeight, kLeastHeight};
+}
+
+void CGraphPane::SetValueAxis(double low, double high, const QString& unit, int headRoom) {
+    const QFontMetrics font = fontMetrics();
+    const double top = kMargin + font.height() + headRoom;
+    const double bottom = height() - kMargin - font.height() * 1.3;
+    const int ticks = std::clamp(static_cast<int>((bottom - top) / (font.height() * 2)) + 1, 2, 9);
+    m_axis = ValueAxis(low, high, ticks);
+    m_unit = unit;
+    double widest = 0;
+    for (const double tick : m_axis.Ticks()) {
+        widest = std::max<double>(widest, font.horizontalAdvance(ValueLabel(tick)));
+    }
+    const double left = kMargin * 2 + widest;
+    m_plot = QRectF(QPointF(left, top), QPointF(width() - kMargin * 2, std::max(bottom, top + 1)));
+    m_scale = {m_axis.low, m_axis.high, m_plot.bottom(), m_plot.top()};
+}
+
+int CGraphPane::BottomLabelRoom(const QString& widest) const {
+    const int width = fontMetrics().horizontalAdvance(widest + u"  "_s);
+    return std::max(1, static_cast<int>(m_plot.width()) / std::max(1, width));
+}
+
+void CGraphPane::LayOut() {
+    m_labels.clear();
+    const QString empty = EmptyText();
+    m_values = empty.isEmpty() ? Layout() : std::vector<CGraphValue>();
+    QStringList spoken;
+    for (size_t i = m_values.size() > kMostSpoken ? m_values.size() - kMostSpoken : 0;
+         i < m_values.size(); ++i) {
+        spoken.append(m_values[i].text);
+    }
+    setAccessibleDescription(empty.isEmpty() ? spoken.join(u"; "_s) : empty);
+    update();
+}
+
+void CGraphPane::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    LayOut();
+}
+
+void CGraphPane::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const CColors colors = Colors();
+    painter.fillRect(rect(), colors.background);
+    const QString empty = EmptyText();
+    if (!empty.isEmpty()) {
+        painter.setPen(colors.text);
+        painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
+                         Qt::AlignCenter | Qt::TextWordWrap, empty);
+        return;
+    }
+    PaintAxes(painter, colors.text);
+    PaintData(painter);
+}
+
+void CGraphPane::PaintAxes(QPainter& painter, const QColor& text) {
+    QColor grid = text;
+    grid.setAlphaF(kGridAlpha);
+    const double height = fontMetrics().height();
+    for (const double tick : m_axis.Ticks()) {
+        const double y = m_scale.At(tick);
+        painter.setPen(grid);
+        painter.drawLine(QPointF(m_plot.left(), y), QPointF(m_plot.right(), y));
+        painter.setPen(text);
+        painter.drawText(QRectF(0, y - height / 2, m_plot.left() - kMargin, height),
+                         Qt::AlignRight | Qt::AlignVCenter, ValueLabel(tick));
+    }
+    painter.drawText(QRectF(kMargin, 1, width() - 2 * kMargin, height), Qt::AlignLeft, m_unit);
+    for (const CBottomLabel& label : m_labels) {
+        const double half = fontMetrics().horizontalAdvance(label.text) / 2.0;
+        const double x = std::clamp(label.x, half + 1, std::max(half + 1, width() - half - 1));
+        painter.setPen(text);
+        painter.drawText(
+            QRectF(x - half - 1, m_plot.bottom() + height * 0.25, half * 2 + 2, height),
+            Qt::AlignCenter, label.text);
+    }
+}
+
+QString CGraphPane::ValueLabel(double value) const {
+    return ShownNumber(value == 0 ? 0 : value, m_axis.decimals);
+}
+
+bool CGraphPane::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        if (const CGraphValue* value = ValueNear(help->pos())) {
+            QToolTip::showText(help->globalPos(), value->text, this);
+        } else {
+            QToolTip::hideText();
+        }
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+const CGraphValue* CGraphPane::ValueNear(const QPointF& place) const {
+    const CGraphValue* nearest = nullptr;
+    double least = kReach;
+    for (const CGraphValue& value : m_values) {
+        const double distance =
+            std::hypot(value.place.x() - place.x(), value.place.y() - place.y());
+        if (distance <= least) {
+            least = distance;
+            nearest = &value;
+        }
+    }
+    return nearest;
+}

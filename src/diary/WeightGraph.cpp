@@ -1,0 +1,217 @@
+#include "diary/WeightGraph.h"
+
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QLocale>
+#include <QPainter>
+#include <QToolButton>
+#include <algorithm>
+
+#include "controls/ColorDialog.h"
+#include "platform/FileTime.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kWholeDaySeconds = 24 * 60 * 60;
+constexpr double kLineWidth = 2;
+/// Points farther apart than this get a mark.
+constexpr double kMarkedDistance = 8;
+constexpr double kMarkRadius = 3;
+
+struct CSpanRow {
+    EGraphSpan span;
+    const char* text;
+    const char* name;
+    int months;
+};
+constexpr CSpanRow kSpans[] = {
+    {EGraphSpan::Month, "1 m", "1 month", 1},
+    {EGraphSpan::ThreeMonths, "3 m", "3 months", 3},
+    {EGraphSpan::Year, "1 y", "1 year", 12},
+    {EGraphSpan::All, "All", "All weights", 0},
+};
+
+double DayOf(FileTime moment) {
+    return static_cast<double>(DateOf(moment).toJulianDay()) +
+           static_cast<double>(QTime(0, 0).secsTo(TimeOf(moment))) / kWholeDaySeconds;
+}
+}  // namespace
+
+CWeightGraph::CWeightGraph(CVelmoraDoc& doc, QWidget* parent)
+    : CGraphPane(u"Weight graph"_s, parent), m_doc(doc), m_spans(new QWidget(this)) {
+    setObjectName(u"weightGraph"_s);
+    AddSpanButtons();
+    Reload();
+}
+
+void CWeightGraph::AddSpanButtons() {
+    auto* layout = new QHBoxLayout(m_spans);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    auto* group = new QButtonGroup(this);
+    for (const CSpanRow& row : kSpans) {
+        auto* button = new QToolButton;
+        button->setText(QLatin1StringView(row.text));
+        button->setObjectName(QString::fromLatin1(row.name));
+        button->setAccessibleName(button->objectName());
+        button->setToolTip(button->objectName());
+        button->setCheckable(true);
+        button->setAutoRaise(true);
+        button->setChecked(static_cast<int>(row.span) == m_doc.weightGraphSpan);
+        group->addButton(button, static_cast<int>(row.span));
+        layout->addWidget(button);
+    }
+    connect(group, &QButtonGroup::idClicked, this, [this](int span) {
+        m_doc.weightGraphSpan = span;
+        LayOut();
+    });
+}
+
+void CWeightGraph::Reload() {
+    constexpr int kMomentAndWeight = 2;
+    m_points.clear();
+    m_doc.Database().Weight().ForEachFrom(
+        0,
+        [this](int, PropertyList& properties) {
+            const auto* moment =
+                properties.size() > 1 ? std::get_if<FileTime>(&properties[0]) : nullptr;
+            const auto* weightKg =
+                moment != nullptr ? std::get_if<double>(&properties[1]) : nullptr;
+            if (weightKg != nullptr) {
+                m_points.push_back({DayOf(*moment), Shown(*weightKg)});
+            }
+            return true;
+        },
+        kMomentAndWeight);
+    m_spans->setVisible(!m_points.empty());
+    LayOut();
+}
+
+double CWeightGraph::Shown(double weightKg) const {
+    return m_doc.Preferences().weightUnit == EWeightUnit::Kilograms ? weightKg
+                                                                    : KgToPounds(weightKg);
+}
+
+QString CWeightGraph::WeightText(double weight) const {
+    const EWeightUnit unit = m_doc.Preferences().weightUnit == EWeightUnit::Kilograms
+                                 ? EWeightUnit::Kilograms
+                                 : EWeightUnit::Pounds;
+    return m_doc.Preferences().FormatNumber(weight).trimmed() + u' ' +
+           UnitName(unit, EUnitForm::Abbreviated);
+}
+
+QString CWeightGraph::EmptyText() const {
+    return m_points.empty() ? u"No weights yet.\nPress Insert to add your first weight; the graph "
+                              "grows with every one."_s
+                            : QString();
+}
+
+std::pair<double, double> CWeightGraph::Span() const {
+    const double last =
+        std::max(m_points.back().day, static_cast<double>(m_doc.dayShown.toJulianDay()));
+    const auto row =
+        std::ranges::find(kSpans, static_cast<EGraphSpan>(m_doc.weightGraphSpan), &CSpanRow::span);
+    const int months = row == std::end(kSpans) ? 0 : row->months;
+    const auto lastDay = QDate::fromJulianDay(static_cast<qint64>(m_points.back().day));
+    if (months > 0) {
+        return {static_cast<double>(lastDay.addMonths(-months).toJulianDay()),
+                m_points.back().day + 1};
+    }
+    // A single day would be no line: the plan's days give it room.
+    const double first = m_points.front().day;
+    return last - first >= 1 ? std::pair(first, m_points.back().day)
+                             : std::pair(first - 1, m_points.back().day + 1);
+}
+
+std::vector<CGraphValue> CWeightGraph::Layout() {
+    const auto [first, last] = Span();
+    const CTargets& targets = m_doc.Settings().targets;
+    QPointF from(static_cast<double>(targets.startDate.toJulianDay()),
+                 Shown(targets.startWeightKg));
+    QPointF to(static_cast<double>(targets.goalDate.toJulianDay()), Shown(targets.goalWeightKg));
+    m_hasGoalLine = m_doc.Settings().weightTab.showGoalLine && targets.startDate.isValid() &&
+                    targets.goalDate > targets.startDate && ClipLine(from, to, first, last);
+    const auto inSight = [&](const CPoint& point) {
+        return point.day >= first && point.day <= last;
+    };
+    double low = m_hasGoalLine ? std::min(from.y(), to.y()) : m_points.back().weight;
+    double high = m_hasGoalLine ? std::max(from.y(), to.y()) : m_points.back().weight;
+    for (const CPoint& point : m_points) {
+        if (inSight(point)) {
+            low = std::min(low, point.weight);
+            high = std::max(high, point.weight);
+        }
+    }
+    const bool isKg = m_doc.Preferences().weightUnit == EWeightUnit::Kilograms;
+    SetValueAxis(low, high,
+                 u"Weight, "_s + UnitName(isKg ? EWeightUnit::Kilograms : EWeightUnit::Pounds,
+                                          EUnitForm::Abbreviated),
+                 m_spans->height() / 2);
+    const CScale days{first, last, Plot().left(), Plot().right()};
+    m_line.clear();
+    std::vector<CGraphValue> values;
+    for (const CPoint& point : m_points) {
+        if (!inSight(point)) {
+            continue;
+        }
+        const QPointF place(days.At(point.day), ValueScale().At(point.weight));
+        m_line.push_back(place);
+        const QDate day = QDate::fromJulianDay(static_cast<qint64>(point.day));
+        values.push_back({place, QLocale().toString(day, QLocale::ShortFormat) + u": "_s +
+                                     WeightText(point.weight)});
+    }
+    m_line = ThinnedLine(m_line);
+    m_goalFrom = QPointF(days.At(from.x()), ValueScale().At(from.y()));
+    m_goalTo = QPointF(days.At(to.x()), ValueScale().At(to.y()));
+    std::vector<CBottomLabel> labels;
+    for (const CDateTick& tick : DateTicks(QDate::fromJulianDay(static_cast<qint64>(first)),
+                                           QDate::fromJulianDay(static_cast<qint64>(last)),
+                                           BottomLabelRoom(u"MMM 0000"_s))) {
+        labels.push_back({days.At(static_cast<double>(tick.day.toJulianDay())), tick.label});
+    }
+    SetBottomLabels(std::move(labels));
+    return values;
+}
+
+void CWeightGraph::PaintData(QPainter& painter) {
+    painter.setClipRect(Plot().adjusted(-kMarkRadius, -kMarkRadius, kMarkRadius, kMarkRadius));
+    if (m_hasGoalLine) {
+        painter.setPen(QPen(GoalLineColor(), kLineWidth, Qt::DashLine));
+        painter.drawLine(m_goalFrom, m_goalTo);
+    }
+    painter.setPen(QPen(WeightLineColor(), kLineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(m_line.data(), static_cast<int>(m_line.size()));
+    if (static_cast<double>(m_line.size()) * kMarkedDistance < Plot().width()) {
+        painter.setBrush(WeightLineColor());
+        for (const QPointF& point : m_line) {
+            painter.drawEllipse(point, kMarkRadius, kMarkRadius);
+        }
+    }
+}
+
+void CWeightGraph::resizeEvent(QResizeEvent* event) {
+    m_spans->adjustSize();
+    m_spans->move(width() - m_spans->width(), 0);
+    CGraphPane::resizeEvent(event);
+}
+
+QColor CWeightGraph::TextColor() const {
+    const auto& color = m_doc.Settings().weightTab.textColor;
+    return color ? ColorOf(*color) : palette().color(QPalette::Text);
+}
+
+QColor CWeightGraph::WeightLineColor() const {
+    const auto& color = m_doc.Settings().weightTab.weightLineColor;
+    return color ? ColorOf(*color) : palette().color(QPalette::Highlight);
+}
+
+QColor CWeightGraph::GoalLineColor() const {
+    const auto& color = m_doc.Settings().weightTab.goalLineColor;
+    return color ? ColorOf(*color) : QColor(0, 160, 0);
+}
+
+QColor CWeightGraph::BackgroundColor() const {
+    const auto& color = m_doc.Settings().weightTab.backgroundColor;
+    return color ? ColorOf(*color) : palette().color(QPalette::Base);
+}

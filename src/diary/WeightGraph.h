@@ -1,0 +1,52 @@
+// The weights over time, with the line from the start to the goal.
+#pragma once
+
+#include "app/VelmoraDoc.h"
+#include "controls/GraphPane.h"
+
+class QButtonGroup;
+
+/// How far back the graph looks from its last day.
+enum class EGraphSpan { Month, ThreeMonths, Year, All };
+
+/// The document outlives it; the span is kept there.
+class CWeightGraph : public CGraphPane {
+    Q_OBJECT
+  public:
+    CWeightGraph(CVelmoraDoc& doc, QWidget* parent);
+    /// Reads entries, targets, units and colours anew.
+    void Reload();
+
+    /// Shown where the user has chosen no colour.
+    [[nodiscard]] QColor TextColor() const;
+    [[nodiscard]] QColor WeightLineColor() const;
+    [[nodiscard]] QColor GoalLineColor() const;
+    [[nodiscard]] QColor BackgroundColor() const;
+
+  protected:
+    CColors Colors() const override { return {BackgroundColor(), TextColor()}; }
+    QString EmptyText() const override;
+    std::vector<CGraphValue> Layout() override;
+    void PaintData(QPainter& painter) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    struct CPoint {
+        double day;  ///< Julian day with its fraction
+        double weight;
+    };
+
+    void AddSpanButtons();
+    [[nodiscard]] double Shown(double weightKg) const;
+    [[nodiscard]] QString WeightText(double weight) const;
+    /// First and last day in sight.
+    [[nodiscard]] std::pair<double, double> Span() const;
+
+    CVelmoraDoc& m_doc;
+    QWidget* m_spans;
+    std::vector<CPoint> m_points;
+    std::vector<QPointF> m_line;
+    QPointF m_goalFrom;
+    QPointF m_goalTo;
+    bool m_hasGoalLine = false;
+};
