@@ -17,7 +17,8 @@ namespace {
 std::vector<CCommand> AllCommands() {
     std::vector<CCommand> commands;
     for (const std::span<const CCommand> group :
-         {ProfileCommands(), CatalogueCommands(), CategoryCommands(), DietCommands()}) {
+         {ProfileCommands(), CatalogueCommands(), CategoryCommands(), DietCommands(),
+          WeightCommands()}) {
         commands.insert(commands.end(), group.begin(), group.end());
     }
     return commands;
@@ -87,6 +88,10 @@ int main(int argc, char* argv[]) {
     if (words.size() == 1 && words.first() == "--version"_L1) {
         PrintLine(stdout, u"velmora-cli "_s + QStringLiteral(VELMORA_VERSION));
         return kExitDone;
+    }
+    // "bmi --profile Ann" reads as "bmi show --profile Ann": it has nothing else to do.
+    if (words.value(0) == "bmi"_L1 && words.value(1).startsWith("--"_L1)) {
+        words.insert(1, u"show"_s);
     }
     // "categories --kind foods list" reads as "categories list --kind foods".
     if (words.size() >= 4 && words[1] == "--kind"_L1) {

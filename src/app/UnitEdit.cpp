@@ -25,6 +25,15 @@ CUnitEdit::CUnitEdit(const CUnitTexts& labels, const QString& accessibleName,
     setFocusProxy(m_major);
 }
 
+CUnitEdit::~CUnitEdit() {
+    // A field that has the focus is still to lose it, and would tell what is no CUnitEdit any more.
+    for (QLineEdit* field : {m_major, m_minor}) {
+        if (field != nullptr) {
+            field->disconnect(this);
+        }
+    }
+}
+
 void CUnitEdit::SetTexts(const CUnitTexts& texts) {
     m_major->setText(texts.major);
     if (m_minor != nullptr) {

@@ -35,6 +35,7 @@ std::span<const CCommand> ProfileCommands();
 std::span<const CCommand> CatalogueCommands();
 std::span<const CCommand> CategoryCommands();
 std::span<const CCommand> DietCommands();
+std::span<const CCommand> WeightCommands();
 
 /// What a command that destroys asks for. Without the option its questions are answered with No;
 /// those of commands that do not have it are answered with Yes.

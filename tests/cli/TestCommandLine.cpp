@@ -175,6 +175,27 @@ class TestCommandLine : public QObject {
         QCOMPARE(Run(u"diet list --profile Ann --date 2026-06-03"_s).RowCount(), 0);
     }
 
+    void weightsComeAndGoByScript() {
+        const auto kAdd = u"weight add --profile Ann --date 2026-06-02 --time 07:30 "_s;
+        QCOMPARE(Run(kAdd + u"--weight 81 --waist 90.5 --fat 21"_s).status, 0);
+        const COutcome refused = Run(kAdd + u"--weight 0.99"_s);
+        QCOMPARE(refused.status, 1);
+        QCOMPARE(refused.messages, u"Please enter correct weight.\n"_s);
+        QVERIFY(
+            Run(u"weight list --profile Ann"_s)
+                .output.endsWith(u"fat\n2026-06-02\t07:30:00\t81\t0\t90.5\t0\t0\t0\t0\t0\t21\n"_s));
+        const COutcome bmi = Run(u"bmi --profile Ann --date 2026-06-02"_s);
+        QVERIFY(bmi.output.startsWith(u"Your BMI is  25.00\n"_s));  // 81 / 3.24
+        QCOMPARE(bmi.Value(u"81"_s), u"25.00"_s);
+        QVERIFY(bmi.output.endsWith(u"\n90\t27.78\tHigh\n"_s));  // 81 + 10 - 1
+        const auto kDelete = u"weight delete --profile Ann --date 2026-06-02 --time "_s;
+        QCOMPARE(Run(kDelete + u"07:30"_s).status, 1);
+        QCOMPARE(Run(kDelete + u"07:31 --yes"_s).messages, u"Please select weight to delete.\n"_s);
+        QCOMPARE(Run(u"weight list --profile Ann"_s).RowCount(), 1);
+        QCOMPARE(Run(kDelete + u"07:30 --yes"_s).status, 0);
+        QCOMPARE(Run(u"weight list --profile Ann"_s).RowCount(), 0);
+    }
+
     void theCatalogueIsManagedByScript() {
         // A menu of 120 kcal of one food; the column behind the values is read and not written.
         const auto line = [](const QByteArray& type, const QByteArray& food) {

@@ -1,0 +1,127 @@
+// velmora-cli weight ... and bmi
+#include "cli/Commands.h"
+#include "cli/CommonArguments.h"
+#include "cli/TableOutput.h"
+#include "diary/BmiTable.h"
+#include "diary/WeightForm.h"
+#include "diary/WeightList.h"
+#include "diary/WeightRules.h"
+#include "platform/NumberText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+// By slot of the entry; all but the last in cm.
+constexpr const char* kMeasurementOptions[] = {"--chest",   "--waist", "--hips", "--bicep",
+                                               "--forearm", "--thigh", "--calf", "--fat"};
+static_assert(std::size(kMeasurementOptions) == kBodyFatSlot + 1);
+
+constexpr COptionDescription kAddOptions[] = {
+    {"--profile", true, true}, {"--date", true, true},   {"--time", true, true},
+    {"--weight", true, true},  {"--chest", true, false}, {"--waist", true, false},
+    {"--hips", true, false},   {"--bicep", true, false}, {"--forearm", true, false},
+    {"--thigh", true, false},  {"--calf", true, false},  {"--fat", true, false},
+};
+constexpr COptionDescription kProfileOption[] = {{"--profile", true, true}};
+constexpr COptionDescription kDeleteOptions[] = {
+    {"--profile", true, true}, {"--date", true, true}, {"--time", true, true}, kYesOption};
+constexpr COptionDescription kDayOptions[] = {{"--profile", true, true}, {"--date", true, true}};
+
+bool Add(CCommandContext& context) {
+    CArguments& arguments = context.arguments;
+    CWeightFields fields;
+    fields.date = arguments.Date("--date");
+    fields.time = arguments.Time("--time");
+    arguments.Number("--weight");
+    fields.weight.major = arguments.Text("--weight");
+    for (const char* option : kMeasurementOptions) {
+        arguments.Number(option);
+    }
+    for (int slot = 0; slot < kTapeCount; ++slot) {
+        fields.tape[slot] = arguments.Text(kMeasurementOptions[slot]);
+    }
+    fields.bodyFat = arguments.Text(kMeasurementOptions[kBodyFatSlot]);
+    if (!arguments.GetError().isEmpty() ||
+        !LoadProfileNamed(context.doc, arguments.Text("--profile"))) {
+        return false;
+    }
+    // The default preferences are kg and cm.
+    CWeightForm form(CWeightEntry(), CPreferences(), context.doc.Settings().user.isMale);
+    return form.Confirm(fields) && AddWeight(context.doc, form.GetEntry());
+}
+
+bool List(CCommandContext& context) {
+    if (!LoadProfileNamed(context.doc, context.arguments.Text("--profile"))) {
+        return false;
+    }
+    QStringList header = {u"date"_s, u"time"_s, u"weight"_s};
+    for (const char* option : kMeasurementOptions) {
+        header.append(QLatin1StringView(option).sliced(2));
+    }
+    PrintRow(header);
+    CWeightList weights(context.doc);
+    weights.Reload();
+    for (int row = 0; row < weights.Count(); ++row) {
+        const CWeightEntry& entry = weights.Entry(row);
+        QStringList cells = {DateOf(entry.GetMoment()).toString(Qt::ISODate),
+                             TimeOf(entry.GetMoment()).toString(Qt::ISODate),
+                             ShortestNumber(entry.GetWeightKg())};
+        for (int slot = 0; slot <= kBodyFatSlot; ++slot) {
+            cells.append(ShortestNumber(entry.GetMeasurement(slot)));
+        }
+        PrintRow(cells);
+    }
+    return true;
+}
+
+/// All entries of the minute.
+bool Delete(CCommandContext& context) {
+    CArguments& arguments = context.arguments;
+    const QDate day = arguments.Date("--date");
+    const QTime time = arguments.Time("--time");
+    if (!arguments.GetError().isEmpty() ||
+        !LoadProfileNamed(context.doc, arguments.Text("--profile"))) {
+        return false;
+    }
+    const FileTime first = ToFileTime(day, time);
+    const FileTime last = ToFileTime(day, time.addSecs(59));
+    CWeightList weights(context.doc);
+    weights.Reload();
+    std::vector<int> rows;
+    for (int row = 0; row < weights.Count(); ++row) {
+        const FileTime moment = weights.Entry(row).GetMoment();
+        if (moment >= first && moment <= last) {
+            rows.push_back(row);
+        }
+    }
+    return DeleteWeights(context.doc, weights.PositionsOf(rows)) > 0;
+}
+
+bool ShowBmi(CCommandContext& context) {
+    const QDate day = context.arguments.Date("--date");
+    if (!context.arguments.GetError().isEmpty() ||
+        !LoadProfileNamed(context.doc, context.arguments.Text("--profile"))) {
+        return false;
+    }
+    const CBmiView bmi = BmiOnDay(context.doc, day);
+    PrintRow({bmi.text});
+    for (const CBmiTableItem& item : bmi.table) {
+        PrintRow({item.weight, item.bmi.trimmed(), item.risk});
+    }
+    return true;
+}
+
+constexpr CCommand kCommands[] = {
+    {"weight", "add", 0, kAddOptions,
+     "--profile P --date D --time HH:MM --weight KG [--chest CM] [--waist CM]\n"
+     "        [--hips CM] [--bicep CM] [--forearm CM] [--thigh CM] [--calf CM] [--fat PERCENT]",
+     Add},
+    {"weight", "list", 0, kProfileOption, "--profile P", List},
+    {"weight", "delete", 0, kDeleteOptions, "--profile P --date D --time HH:MM --yes", Delete},
+    {"bmi", "show", 0, kDayOptions, "--profile P --date D", ShowBmi},
+};
+}  // namespace
+
+std::span<const CCommand> WeightCommands() {
+    return kCommands;
+}

@@ -1,0 +1,106 @@
+#include "diary/BmiDialog.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "controls/ColorDialog.h"
+#include "controls/ReportList.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum EColumn { kWeightColumn, kBmiColumn, kRiskColumn };
+constexpr int kRiskMargin = 3;
+
+/// Rows stand in their own colours, selected or not.
+class CBmiDelegate : public QStyledItemDelegate {
+  public:
+    CBmiDelegate(const std::vector<CBmiTableItem>& items, QObject* parent)
+        : QStyledItemDelegate(parent), m_items(items) {}
+
+  protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const QColor background = ColorOf(m_items[index.row()].background);
+        option->backgroundBrush = background;
+        option->palette.setColor(QPalette::Text, ReadableTextColor(background));
+        option->state &= ~QStyle::State_Selected;
+    }
+
+  private:
+    const std::vector<CBmiTableItem>& m_items;
+};
+
+class CBmiList : public CReportList {
+  public:
+    CBmiList(std::vector<CBmiTableItem> items, QWidget* parent)
+        : CReportList(u"Body Mass Index"_s, parent), m_items(std::move(items)) {
+        setObjectName(u"bmiTable"_s);
+        SetColumns({u"Weight"_s, u"BMI"_s, u"Health risk"_s});
+        setHeaderHidden(true);
+        setSelectionMode(QAbstractItemView::SingleSelection);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        header()->setMinimumSectionSize(1);
+        setItemDelegate(new CBmiDelegate(m_items, this));
+        SetRows({static_cast<int>(m_items.size()),
+                 [this](int row, int column) { return CellText(m_items[row], column); },
+                 {}});
+    }
+
+    /// Brings the row of the current weight into view.
+    void ShowCurrent() {
+        const auto current = std::ranges::find_if(
+            m_items, [](const CBmiTableItem& item) { return item.risk.endsWith("<--"_L1); });
+        SelectRow(static_cast<int>(current - m_items.begin()));
+        scrollTo(currentIndex(), PositionAtCenter);
+    }
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override {
+        CReportList::resizeEvent(event);
+        const int quarter = width() / 4;
+        const int risk = width() / 2 - verticalScrollBar()->sizeHint().width() - kRiskMargin;
+        SetColumnWidths({quarter, quarter, std::max(1, risk)});
+    }
+    void showEvent(QShowEvent* event) override {
+        CReportList::showEvent(event);
+        ShowCurrent();
+    }
+
+  private:
+    static QString CellText(const CBmiTableItem& item, int column) {
+        switch (column) {
+            case kWeightColumn:
+                return item.weight;
+            case kBmiColumn:
+                return item.bmi;
+            default:
+                return item.risk;
+        }
+    }
+
+    std::vector<CBmiTableItem> m_items;
+};
+
+}  // namespace
+
+CBmiDialog::CBmiDialog(const CBmiView& bmi, QWidget* parent) : CDialog(u"BMI"_s, parent) {
+    auto* text = new QLabel(bmi.text, this);
+    text->setObjectName(u"bmi"_s);
+    auto* heading = new QLabel(u"Body Mass Index"_s, this);
+    auto* list = new CBmiList(bmi.table, this);
+    heading->setBuddy(list);
+    Content()->addWidget(text);
+    Content()->addWidget(heading);
+    Content()->addWidget(list, 1);
+    // There is nothing to take back.
+    findChild<QPushButton*>(u"cancel"_s)->hide();
+    list->setFocus();
+    SetPreferredSize(320, 420);
+}

@@ -1,0 +1,32 @@
+// The list of weights: one row an entry.
+#pragma once
+
+#include "controls/ReportList.h"
+#include "diary/WeightList.h"
+
+class QLabel;
+
+/// Shows the rows of a list; that and the document outlive it.
+class CWeightEntryList : public CReportList {
+    Q_OBJECT
+  public:
+    CWeightEntryList(CVelmoraDoc& doc, const CWeightList& weights, QWidget* parent);
+
+    /// Columns anew, without rows.
+    void BuildColumns();
+    /// Keeps the widths that the user dragged in the document.
+    void StoreColumns();
+    /// The rows, or a hint where there are none.
+    void ShowRows();
+    /// Scrolls to the entry in force on a day, without selecting it.
+    void ShowDay(QDate day);
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    CVelmoraDoc& m_doc;
+    const CWeightList& m_weights;
+    QLabel* m_hint;
+    std::vector<int> m_widths;  ///< as laid out last
+};

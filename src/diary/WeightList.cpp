@@ -1,0 +1,117 @@
+#include "diary/WeightList.h"
+
+#include <algorithm>
+
+#include "app/DateText.h"
+#include "diary/WeightForm.h"
+#include "platform/Messages.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum EColumn { kDateColumn, kWeightColumn, kChangeColumn, kFirstTapeColumn };
+constexpr int kBodyFatColumn = kFirstTapeColumn + kTapeCount;
+static_assert(kBodyFatColumn + 1 == CWeightTabSettings::kColumnCount);
+
+constexpr double kPoundsPerStone = 14;
+
+}  // namespace
+
+void CWeightList::Reload() {
+    auto& database = m_doc.Database().Weight();
+    std::vector<CRow> rows;
+    const int count = database.Count();
+    rows.reserve(count);
+    database.ForEachFrom(count > 0 ? 0 : -1, [&](int position, PropertyList& properties) {
+        CWeightEntry entry;
+        if (entry.SetProperties(std::move(properties))) {
+            rows.push_back({position, std::move(entry)});
+        }
+        return true;
+    });
+    m_rows = std::move(rows);
+}
+
+std::vector<int> CWeightList::PositionsOf(const std::vector<int>& rows) const {
+    std::vector<int> positions;
+    positions.reserve(rows.size());
+    for (const int row : rows) {
+        positions.push_back(m_rows[row].position);
+    }
+    return positions;
+}
+
+int CWeightList::RowOfMoment(FileTime moment) const {
+    const auto later = std::ranges::upper_bound(
+        m_rows, moment, {}, [](const CRow& row) { return row.entry.GetMoment(); });
+    const int row = static_cast<int>(later - m_rows.begin()) - 1;
+    return std::min(std::max(row, 0), Count() - 1);
+}
+
+QStringList CWeightList::ColumnTitles() const {
+    const CPreferences& preferences = m_doc.Preferences();
+    const QString weightUnit = UnitName(preferences.weightUnit, EUnitForm::Abbreviated);
+    const QString tapeUnit = TapeUnitName(preferences);
+    QStringList titles = {u"Date"_s, u"Weight(%1)"_s.arg(weightUnit),
+                          u"Weight change(%1)"_s.arg(weightUnit)};
+    for (int slot = 0; slot < kTapeCount; ++slot) {
+        titles.append(u"%1(%2)"_s.arg(MeasurementName(slot), tapeUnit));
+    }
+    titles.append(MeasurementName(kBodyFatSlot));
+    return titles;
+}
+
+QString CWeightList::CellText(int row, int column) const {
+    const CWeightEntry& entry = Entry(row);
+    const CPreferences& preferences = m_doc.Preferences();
+    switch (column) {
+        case kDateColumn:
+            return ShownDate(DateOf(entry.GetMoment()));
+        case kWeightColumn:
+            return WeightText(entry.GetWeightKg());
+        case kChangeColumn:
+            return ChangeText(entry.GetWeightKg() - m_doc.Settings().targets.startWeightKg);
+        case kBodyFatColumn:
+            return preferences.FormatNumber(entry.GetMeasurement(kBodyFatSlot));
+        default:
+            return preferences.FormatNumber(
+                TapeShown(entry.GetMeasurement(column - kFirstTapeColumn), preferences));
+    }
+}
+
+QString CWeightList::WeightText(double kg) const {
+    const CPreferences& preferences = m_doc.Preferences();
+    switch (preferences.weightUnit) {
+        case EWeightUnit::Pounds:
+            return preferences.FormatNumber(KgToPounds(kg));
+        case EWeightUnit::Kilograms:
+            return preferences.FormatNumber(kg);
+        case EWeightUnit::Stones:
+            break;
+        default:
+            return {};
+    }
+    int stones = KgToWholeStones(kg);
+    QString pounds = preferences.FormatNumber(KgToLeftoverPounds(kg));
+    // Pounds that round to a whole stone are carried, so that nobody reads "10,14.00".
+    if (pounds == preferences.FormatNumber(kPoundsPerStone)) {
+        ++stones;
+        pounds = preferences.FormatNumber(0);
+    }
+    return FormatText("%d,%s"_L1, {stones, pounds});
+}
+
+/// Stones read it in plain pounds.
+QString CWeightList::ChangeText(double kg) const {
+    const CPreferences& preferences = m_doc.Preferences();
+    switch (preferences.weightUnit) {
+        case EWeightUnit::Kilograms:
+            return preferences.FormatNumber(kg);
+        case EWeightUnit::Pounds:
+        case EWeightUnit::Stones:
+            return preferences.FormatNumber(KgToPounds(kg));
+        default:
+            return {};
+    }
+}

@@ -1,0 +1,27 @@
+// The commands of the weight diary without their windows: which message for which input, what is
+// asked, what is stored.
+#pragma once
+
+#include <QTime>
+#include <vector>
+
+#include "app/VelmoraDoc.h"
+
+/// Weight in force on a day in kg; the start weight of the targets when there is no entry at all.
+double WeightOnDay(CVelmoraDoc& doc, QDate day);
+
+/// What the dialog starts from for a new entry: the values of the latest entry at a time of the
+/// day shown; without any entry the start weight of the targets.
+CWeightEntry NewWeightEntry(CVelmoraDoc& doc, QTime time);
+
+/// Appends an entry. Failure shows "Cannot add weight.".
+bool AddWeight(CVelmoraDoc& doc, const CWeightEntry& entry);
+
+/// False after a message unless exactly one entry is selected.
+bool MayEditWeight(int selected);
+/// Rewrites the record at `position`. Failure shows "Cannot add weight.".
+bool EditWeight(CVelmoraDoc& doc, int position, const CWeightEntry& entry);
+
+/// Asks and deletes the records at these ascending positions, the last one first; stops at the
+/// first failure with "Cannot delete weight.". Returns how many are gone.
+int DeleteWeights(CVelmoraDoc& doc, const std::vector<int>& positions);
