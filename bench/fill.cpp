@@ -1,5 +1,5 @@
-// bench_fill VOLUME PROFILE ENTRIES: makes a profile with that many diet entries, 15 a day, the
-// last day being 2026-01-31.
+// bench_fill VOLUME PROFILE ENTRIES [all]: makes a profile with that many diet entries, 15 a day,
+// the last day being 2026-01-31; "all" adds a weight and a workout a day.
 #include <QCoreApplication>
 #include <QTextStream>
 #include <cstdlib>
@@ -26,15 +26,34 @@ CDietEntry EntryNumber(int number, QDate day) {
     }
     return entry;
 }
+
+bool WriteWeightAndWorkout(CDatabase& database, int number, QDate day) {
+    CWeightEntry weight;
+    weight.SetMoment(ToFileTime(day, QTime(7, 0)));
+    weight.SetWeightKg(80 + number % 50 * 0.1);
+    for (int slot = 0; slot < 8; ++slot) {
+        weight.SetMeasurement(slot, 30 + slot + number % 10 * 0.5);
+    }
+    CExerciseEntry exercise;
+    exercise.SetMoment(ToFileTime(day, QTime(18, 0)));
+    exercise.SetCategory(u"Running"_s);
+    exercise.SetName(u"Running %1"_s.arg(number));
+    exercise.SetType(u"slow"_s);
+    exercise.SetMinutes(30);
+    exercise.SetEnergyKcal(300 + number % 100);
+    return database.Weight().Write(kNoPosition, weight) &&
+           database.Exercises().Write(kNoPosition, exercise);
+}
 }  // namespace
 
 int main(int argc, char* argv[]) {
     const QCoreApplication application(argc, argv);
-    if (argc != 4) {
+    if (argc != 4 && argc != 5) {
         return 2;
     }
     const CConsoleMessages messages;
     const int count = std::atoi(argv[3]);
+    const bool fillsAll = argc == 5;
     CVelmoraDoc doc(QString::fromLocal8Bit(argv[1]));
     if (!doc.OpenCatalogue()) {
         return 1;
@@ -49,6 +68,9 @@ int main(int argc, char* argv[]) {
     for (int i = 0; i < count; ++i) {
         const QDate day = lastDay.addDays(-((count - 1 - i) / kEntriesADay));
         if (!doc.Database().Diet().Write(kNoPosition, EntryNumber(i, day))) {
+            return 1;
+        }
+        if (fillsAll && i % kEntriesADay == 0 && !WriteWeightAndWorkout(doc.Database(), i, day)) {
             return 1;
         }
     }

@@ -56,4 +56,39 @@ compare "start to first paint / empty Qt main window" \
     "$build/bench_startup velmora $work/start.db Ann" \
     "$build/bench_startup empty"
 
+# Ten years, reported into one file. The bare tables of the shell hold the rows of each diary by type,
+# one text column a field.
+days=3650
+"$build/bench_fill" "$work/ten.db" Ann $((days * 15)) all
+report="$cli --volume $work/ten.db report $work/report.csv --profile Ann --to 2026-01-31"
+first=2016-02-04
+$report --from $first --by type
+awk -v out="$work" '
+    function columns(count,    i, list) {
+        for (i = 1; i <= count; i++) list = list (i > 1 ? "," : "") "c" i
+        return list
+    }
+    /^(Diet|Exercises|Weights)\r?$/ { name = $0; sub(/\r/, "", name); getline; next }
+    /^\r?$/ { name = ""; next }
+    name { print > (out "/" name ".csv"); fields[name] = split($0, unused, ",") }
+    END {
+        for (name in fields)
+            printf "create table %s(%s);\n.import --csv %s/%s.csv %s\n",
+                   name, columns(fields[name]), out, name, name
+    }' "$work/report.csv" >"$work/rows.sql"
+sqlite3 "$work/rows.db" <"$work/rows.sql"
+printf '.mode csv\n.once %s\nselect * from Diet;\n' "$work/rows.csv" >"$work/dump.sql"
+printf '.once %s\nselect * from Exercises;\n' "$work/rows2.csv" >>"$work/dump.sql"
+printf '.once %s\nselect * from Weights;\n' "$work/rows3.csv" >>"$work/dump.sql"
+for by in date type; do
+    compare "report of ten years by $by / sqlite3 shell" \
+        "$report --from $first --by $by" "sqlite3 $work/rows.db <$work/dump.sql"
+done
+compare "report of ten years / of one, in memory" \
+    "$report --from $first" "$report --from 2025-02-01"
+compare "purge of ten years / a copy of the volume" \
+    "cp $work/ten.db $work/purge.db && $cli --volume $work/purge.db purge --profile Ann \
+        --from $first --to 2026-01-31 --diet --weights --exercises --yes >/dev/null 2>&1" \
+    "cp $work/ten.db $work/purge.db"
+
 "$build/bench_catalogue" "$food_file" "$rounds" 2>/dev/null

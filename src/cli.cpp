@@ -18,15 +18,29 @@ std::vector<CCommand> AllCommands() {
     std::vector<CCommand> commands;
     for (const std::span<const CCommand> group :
          {ProfileCommands(), CatalogueCommands(), CategoryCommands(), DietCommands(),
-          WeightCommands()}) {
+          WeightCommands(), ReportCommands()}) {
         commands.insert(commands.end(), group.begin(), group.end());
     }
     return commands;
 }
 
+/// The command of a group that has no other; null when there is none or several.
+const CCommand* OnlyCommandOf(const std::vector<CCommand>& commands, const QString& group) {
+    const auto isOfGroup = [&](const CCommand& command) {
+        return group == QLatin1StringView(command.group);
+    };
+    const auto first = std::ranges::find_if(commands, isOfGroup);
+    return first != commands.end() &&
+                   std::find_if(first + 1, commands.end(), isOfGroup) == commands.end()
+               ? &*first
+               : nullptr;
+}
+
 QString UsageLine(const CCommand& command) {
-    return u"    %1 %2 %3"_s.arg(QLatin1StringView(command.group), QLatin1StringView(command.name),
-                                 QLatin1StringView(command.usage));
+    const bool isOnly = OnlyCommandOf(AllCommands(), QLatin1StringView(command.group)) != nullptr;
+    return u"    "_s + QLatin1StringView(command.group) + u' ' +
+           (isOnly ? QString() : QLatin1StringView(command.name) + u' ') +
+           QLatin1StringView(command.usage);
 }
 
 void PrintUsage(std::FILE* stream) {
@@ -89,15 +103,16 @@ int main(int argc, char* argv[]) {
         PrintLine(stdout, u"velmora-cli "_s + QStringLiteral(VELMORA_VERSION));
         return kExitDone;
     }
-    // "bmi --profile Ann" reads as "bmi show --profile Ann": it has nothing else to do.
-    if (words.value(0) == "bmi"_L1 && words.value(1).startsWith("--"_L1)) {
-        words.insert(1, u"show"_s);
+    const std::vector<CCommand> commands = AllCommands();
+    if (const CCommand* only = OnlyCommandOf(commands, words.value(0))) {
+        const bool isNamed = words.value(1) == QLatin1StringView(only->name);
+        return Run(*only, words.mid(isNamed ? 2 : 1), volumePath, messages);
     }
     // "categories --kind foods list" reads as "categories list --kind foods".
     if (words.size() >= 4 && words[1] == "--kind"_L1) {
         words.move(3, 1);
     }
-    for (const CCommand& command : AllCommands()) {
+    for (const CCommand& command : commands) {
         if (words.value(0) == QLatin1StringView(command.group) &&
             words.value(1) == QLatin1StringView(command.name)) {
             return Run(command, words.mid(2), volumePath, messages);

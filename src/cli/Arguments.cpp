@@ -115,6 +115,22 @@ int CArguments::Choice(const char* option, const QStringList& choices, int fallb
     return index;
 }
 
+int CArguments::Choices(const char* option, const QStringList& choices, int fallback) {
+    if (!Has(option)) {
+        return fallback;
+    }
+    int bits = 0;
+    for (const QString& word : Text(option).split(u',', Qt::SkipEmptyParts)) {
+        const auto index = static_cast<int>(choices.indexOf(word));
+        if (index < 0) {
+            Note(QLatin1StringView(option) + u" needs some of "_s + choices.join(u", "_s));
+            return fallback;
+        }
+        bits |= 1 << index;
+    }
+    return bits;
+}
+
 void CArguments::Note(const QString& error) {
     if (m_error.isEmpty()) {
         m_error = error;

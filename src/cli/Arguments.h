@@ -42,6 +42,9 @@ class CArguments {
     int Index(const char* option, int low, int high, int fallback = 0);
     /// Place of the value in `choices`; notes an error when it is not among them.
     int Choice(const char* option, const QStringList& choices, int fallback = 0);
+    /// Several of `choices` with commas between them, as a set of bits: 1 for the first, 2 for the
+    /// second. Notes an error when one is not among them. `fallback` when not given.
+    int Choices(const char* option, const QStringList& choices, int fallback);
 
   private:
     void Note(const QString& error);

@@ -20,7 +20,7 @@ struct CCommandContext {
 // NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding)
 struct CCommand {
     const char* group;  ///< "foods"
-    const char* name;   ///< "import"
+    const char* name;   ///< "import"; may be left out where it is the group's only one
     int wordCount;      ///< words besides the options
     std::span<const COptionDescription> options;
     const char* usage;  ///< the rest of its usage line
@@ -36,6 +36,7 @@ std::span<const CCommand> CatalogueCommands();
 std::span<const CCommand> CategoryCommands();
 std::span<const CCommand> DietCommands();
 std::span<const CCommand> WeightCommands();
+std::span<const CCommand> ReportCommands();
 
 /// What a command that destroys asks for. Without the option its questions are answered with No;
 /// those of commands that do not have it are answered with Yes.

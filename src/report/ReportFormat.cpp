@@ -1,0 +1,117 @@
+#include "report/ReportFormat.h"
+
+#include "app/DateText.h"
+#include "platform/Messages.h"
+#include "platform/NumberText.h"
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr double kZeroReach = 0.0001;
+constexpr double kMinutesPerHour = 60;
+constexpr int kBodyFatSlot = kReportLengths;
+
+// By slot of the weight entry, each with the blank before its unit.
+constexpr std::array<const char*, kReportLengths> kLengthNames = {
+    "Chest ", "Waist ", "Hips ", "Bicep ", "Forearm ", "Thigh ", "Calf "};
+
+bool IsZero(double value) {
+    return std::abs(value) <= kZeroReach;
+}
+}  // namespace
+
+CReportFormat::CReportFormat(const CPreferences& preferences, double startWeightKg)
+    : m_preferences(preferences), m_startWeightKg(startWeightKg) {}
+
+QString CReportFormat::Number(double value) const {
+    return FixedNumber(IsZero(value) ? 0 : value, m_preferences.decimals);
+}
+
+QString CReportFormat::NumberOrEmpty(double value) const {
+    return IsZero(value) ? QString() : Number(value);
+}
+
+QString CReportFormat::Date(QDate date) {
+    return ShownDate(date);
+}
+
+QString CReportFormat::Item(const QString& name, const QString& type) {
+    return type.isEmpty() ? name : name + u' ' + type;
+}
+
+QString CReportFormat::Serving(const CDietEntry& entry) const {
+    return Number(entry.GetAmount()) + u'x' + entry.GetServingName();
+}
+
+QString CReportFormat::Nutrient(int index, double value) const {
+    return Number(index == kEnergyIndex ? EnergyShown(value, m_preferences.energyUnit) : value);
+}
+
+QString CReportFormat::Time(double minutes) {
+    const auto twoDigits = [](double number) {
+        return QString::number(Whole(number)).rightJustified(2, u'0');
+    };
+    return twoDigits(minutes / kMinutesPerHour) + u':' +
+           twoDigits(std::fmod(minutes, kMinutesPerHour));
+}
+
+QString CReportFormat::EntryEnergy(double kcal) const {
+    if (!(kcal > 0)) {
+        return {};
+    }
+    const EEnergyUnit unit = m_preferences.energyUnit;
+    return QString::number(unit == EEnergyUnit::KJ ? WholeEnergy(kcal, unit) : Whole(kcal));
+}
+
+QString CReportFormat::TotalEnergy(double kcal) const {
+    return Number(EnergyShown(kcal, m_preferences.energyUnit));
+}
+
+QString CReportFormat::ExerciseHeader() const {
+    return FormatText("Ex. time,Energy burned (%s),"_L1,
+                      {UnitName(m_preferences.energyUnit, EUnitForm::Abbreviated)});
+}
+
+QString CReportFormat::WeightFields(const CWeightEntry& entry) const {
+    QString fields =
+        Weight(entry.GetWeightKg()) + u',' + WeightChange(entry.GetWeightKg() - m_startWeightKg);
+    for (int slot = 0; slot < kReportLengths; ++slot) {
+        fields += u',' + Length(entry.GetMeasurement(slot));
+    }
+    return fields + u',' + NumberOrEmpty(entry.GetMeasurement(kBodyFatSlot));
+}
+
+QString CReportFormat::WeightHeader() const {
+    const QString weightUnit =
+        UnitName(HasStones() ? EWeightUnit::StonesAndPounds : m_preferences.weightUnit,
+                 EUnitForm::Abbreviated);
+    const QString lengthUnit = UnitName(m_preferences.heightUnit, EUnitForm::Abbreviated);
+    QString header = FormatText("Weight (%s),Weight change (%s),"_L1, {weightUnit, weightUnit});
+    for (const char* name : kLengthNames) {
+        header += QLatin1StringView(name) + u'(' + lengthUnit + "),"_L1;
+    }
+    return header + "Body fat(%)"_L1;
+}
+
+bool CReportFormat::HasStones() const {
+    return m_preferences.weightUnit == EWeightUnit::Stones ||
+           m_preferences.weightUnit == EWeightUnit::StonesAndPounds;
+}
+
+QString CReportFormat::Weight(double kg) const {
+    if (HasStones()) {
+        return FormatText("%d,%s"_L1, {KgToWholeStones(kg), Number(KgToLeftoverPounds(kg))});
+    }
+    return Number(m_preferences.weightUnit == EWeightUnit::Pounds ? KgToPounds(kg) : kg);
+}
+
+QString CReportFormat::WeightChange(double kg) const {
+    return Number(m_preferences.weightUnit == EWeightUnit::Kilograms ? kg : KgToPounds(kg));
+}
+
+QString CReportFormat::Length(double cm) const {
+    return NumberOrEmpty(m_preferences.heightUnit == EHeightUnit::Centimetres ? cm
+                                                                              : CmToInches(cm));
+}

@@ -1,0 +1,53 @@
+// How values stand in the lines of a report. Numbers have a point whatever the locale, since a
+// comma ends a field; dates read as the user's locale writes them.
+#pragma once
+
+#include <QDate>
+#include <QString>
+
+#include "app/Preferences.h"
+#include "store/DiaryEntries.h"
+
+/// Body measurements of a report: seven lengths, then the body fat.
+inline constexpr int kReportLengths = 7;
+
+class CReportFormat {
+  public:
+    /// The preferences outlive it.
+    CReportFormat(const CPreferences& preferences, double startWeightKg);
+
+    /// With the profile's decimals; a value within 0.0001 of zero is written as zero.
+    [[nodiscard]] QString Number(double value) const;
+    static QString Date(QDate date);
+    /// "Apple raw"; the name alone when the type is empty.
+    static QString Item(const QString& name, const QString& type);
+    /// "1.0xcup".
+    [[nodiscard]] QString Serving(const CDietEntry& entry) const;
+    [[nodiscard]] QString Nutrient(int index, double value) const;
+
+    /// "01:05"; hours take as many digits as they need.
+    static QString Time(double minutes);
+    /// A whole number, rounded in kJ and cut off in kcal; empty when not above 0.
+    [[nodiscard]] QString EntryEnergy(double kcal) const;
+    /// A sum, as a number in the energy unit.
+    [[nodiscard]] QString TotalEnergy(double kcal) const;
+    /// "Ex. time,Energy burned (kcal),".
+    [[nodiscard]] QString ExerciseHeader() const;
+
+    /// Weight, weight change, measurements and body fat; stones and pounds stand in two fields,
+    /// their change in pounds.
+    [[nodiscard]] QString WeightFields(const CWeightEntry& entry) const;
+    /// "Weight (kg),Weight change (kg),Chest (cm),...,Body fat(%)": one title for stones and
+    /// pounds together.
+    [[nodiscard]] QString WeightHeader() const;
+
+  private:
+    [[nodiscard]] bool HasStones() const;
+    [[nodiscard]] QString NumberOrEmpty(double value) const;
+    [[nodiscard]] QString Weight(double kg) const;
+    [[nodiscard]] QString WeightChange(double kg) const;
+    [[nodiscard]] QString Length(double cm) const;
+
+    const CPreferences& m_preferences;
+    double m_startWeightKg;
+};

@@ -1,0 +1,43 @@
+#include "report/ReportRules.h"
+
+#include "catalogue/CsvExchange.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QString TwoDigits(int number) {
+    return QString::number(number).rightJustified(2, u'0');
+}
+}  // namespace
+
+std::optional<QString> CheckReportRequest(const CReportRequest& request) {
+    if (request.types == 0) {
+        return u"Please select data type to export."_s;
+    }
+    if (request.from.daysTo(request.to) < 0) {
+        return u"Please select correct From date and To date."_s;
+    }
+    return std::nullopt;
+}
+
+CFileChoice ReportFileChoice(const QString& profileName, QDate to) {
+    CFileChoice choice = CsvFileChoice(u"Report"_s);
+    choice.initialName = profileName + TwoDigits(to.year() % 100) + TwoDigits(to.month()) +
+                         TwoDigits(to.day()) + choice.defaultExtension;
+    // What a folder's name would end with cannot stand in a file's.
+    choice.initialName.replace(u'/', u'_');
+    return choice;
+}
+
+QString ReportDatePattern(const QString& shortPattern) {
+    QString pattern = shortPattern;
+    pattern.replace("MM/"_L1, "M/"_L1);
+    pattern.replace("M/"_L1, "MM/"_L1);
+    pattern.replace("/d/"_L1, "/dd/"_L1);
+    pattern.replace("yy"_L1, "yyy"_L1);
+    // Three letters and more all stand for the whole year, which has one name here.
+    static const QRegularExpression wholeYear(u"y{3,}"_s);
+    return pattern.replace(wholeYear, u"yyyy"_s);
+}

@@ -1,0 +1,99 @@
+#include "DiaryFixture.h"
+
+#include "diary/PurgeRules.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
+
+class TestPurge : public CDiaryTest {
+    Q_OBJECT
+
+  private:
+    /// The three totals, "1 0 0"; "asked" when that is all.
+    QString Purged(const CPurgeRequest& request) {
+        const bool isDone = PurgeDiaries(Database(), request);
+        QString said = m_messages->TakeShown().value(0);
+        said.replace(u"Total purged:\n\nDiet entries: "_s, QString());
+        said.replace(u"\nWeight entries: "_s, u" "_s).replace(u"\nExersises: "_s, u" "_s);
+        return isDone ? said.trimmed() : said + u"asked"_s;
+    }
+    void AddWeightAndExercise() {
+        CWeightEntry weight;
+        weight.SetMoment(ToFileTime(kDay, {7, 0}));
+        CExerciseEntry exercise;
+        exercise.SetMoment(ToFileTime(kDay, {7, 0}));
+        QVERIFY(Database().Weight().Write(-1, weight));
+        QVERIFY(Database().Exercises().Write(-1, exercise));
+    }
+
+  private slots:
+    void init() { MakeDiary(); }
+    void cleanup() { DropVolume(); }
+
+    void everySecondOneOfAdjacentEntriesStays() {
+        AddEntry(u"Tea"_s, QTime(8, 0));
+        AddEntry(u"Bun"_s, QTime(9, 0));
+        AddEntry(u"Egg"_s, QTime(10, 0));
+        const CPurgeRequest request{kDay, kDay, true};
+        QCOMPARE(Purged(request), u"2 0 0"_s);
+        QCOMPARE(Stored(), QStringList{u"Bun 31 09:00 L"_s});
+        QCOMPARE(Purged(request), u"1 0 0"_s);
+        QCOMPARE(Stored(), QStringList());
+        QCOMPARE(m_messages->asked.value(1),
+                 u"You are about to remove data entries. Are you sure?"_s);
+        Reopen();
+        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
+        QCOMPARE(Stored(), QStringList());
+    }
+
+    void bothBoundsBelongToTheRange_data() {
+        AddRows<QDate, QDate, QTime, QString>({
+            {"first second of the first day", kDay, kDay.addDays(9), QTime(0, 0), u"1 0 0"_s},
+            {"last second of the last day", kDay.addDays(-9), kDay, QTime(23, 59, 59), u"1 0 0"_s},
+            {"the day before", kDay.addDays(1), kDay.addDays(9), QTime(23, 59, 59), u"0 0 0"_s},
+            {"the day after", kDay.addDays(-9), kDay.addDays(-1), QTime(0, 0), u"0 0 0"_s},
+            {"begin after end", kDay.addDays(1), kDay.addDays(-1), QTime(12, 0), u"0 0 0"_s},
+        });
+    }
+    void bothBoundsBelongToTheRange() {
+        const auto& [begin, end, time, totals] = DataRow<QDate, QDate, QTime, QString>();
+        AddEntry(u"Tea"_s, time);
+        QCOMPARE(Purged({begin, end, true}), totals);
+    }
+
+    void onlyTheKindsChosenGo() {
+        AddEntry(u"Tea"_s, QTime(8, 0));
+        AddWeightAndExercise();
+        m_messages->answer = false;
+        QCOMPARE(Purged({kDay, kDay, true, true, true}), u"asked"_s);
+        m_messages->answer = true;
+        QCOMPARE(Purged({kDay, kDay}), u"0 0 0"_s);
+        QCOMPARE(Purged({kDay, kDay, false, true, true}), u"0 1 1"_s);
+        QCOMPARE(Purged({kDay, kDay, true, true, true}), u"1 0 0"_s);
+    }
+
+    void recordsOfAnotherLayoutStay() {
+        CWeightEntry stranger;
+        stranger.SetMoment(ToFileTime(kDay, {9, 0}));
+        CItemDatabaseBase& diet = Database().Diet();
+        QVERIFY(diet.Write(-1, stranger));
+        QCOMPARE(Purged({kDay, kDay, true}), u"0 0 0"_s);
+        QCOMPARE(diet.Count(), 1);
+    }
+
+    void whatCannotBeRemovedIsToldAndCounted() {
+        AddEntry(u"Tea"_s, QTime(8, 0));
+        AddEntry(u"Bun"_s, QTime(9, 0));
+        {
+            const CFileSizeLimit limit(1);
+            QVERIFY(PurgeDiaries(Database(), {kDay, kDay, true}));
+        }
+        const QStringList shown = m_messages->TakeShown();
+        QVERIFY2(shown.value(0).startsWith(u"Cannot delete record. Error="_s),
+                 qPrintable(shown.value(0)));
+        QVERIFY(shown.last().contains(u"Diet entries: 2\n"_s));
+        QCOMPARE(Stored().size(), 2);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPurge)
+#include "TestPurge.moc"
