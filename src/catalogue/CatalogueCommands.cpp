@@ -45,8 +45,14 @@ void CCatalogueView::Export() {
         return;
     }
     CExportRequest request{*choice, m_model->CategoryOf(m_tree->currentIndex()), {}};
-    for (const int row : m_list->SelectedRows()) {
-        request.positions.push_back(m_entries[static_cast<size_t>(row)].position);
+    CCatalogueRules::Entries entries = Selected();
+    // The current category of exercises is what the list shows of it.
+    if (m_texts.kind == ECatalogueKind::Exercises && *choice == EExportChoice::CurrentCategory) {
+        request.choice = EExportChoice::Selected;
+        entries = m_entries;
+    }
+    for (const CCategoryListEntry& entry : entries) {
+        request.positions.push_back(entry.position);
     }
     (void)ExportCatalogue(Database(), m_texts.kind, request);
 }

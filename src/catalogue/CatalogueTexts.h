@@ -12,7 +12,8 @@ struct CCatalogueTexts {
     const char* importItems;
     const char* exportItems;
     const char* close;
-    const char* renameItems;  ///< null where the tree shows no names
+    const char* deleteCategoryPopUp;  ///< in the pop-up menu of the tree
+    const char* renameItems;          ///< null where the tree shows no names
     const char* newItem;
     const char* editItem;
     const char* deleteItems;
@@ -67,6 +68,7 @@ inline constexpr CCatalogueTexts kFoodsTexts = {
     "Import foods...",
     "Export foods...",
     "Close foods",
+    "Delete category...",
     "Rename food name",
     "New food...",
     "Edit food...",
@@ -118,6 +120,7 @@ inline constexpr CCatalogueTexts kMenusTexts = {
     "Import menus...",
     "Export menus...",
     "Close menus",
+    "Delete category...",
     nullptr,
     "New menu...",
     "Edit menu...",
@@ -170,6 +173,7 @@ inline constexpr CCatalogueTexts kRecipesTexts = {
     "Import recipes...",
     "Export recipes...",
     "Close recipes",
+    "Delete category...",
     nullptr,
     "New recipe...",
     "Edit recipe...",
@@ -222,6 +226,7 @@ inline constexpr CCatalogueTexts kExercisesTexts = {
     "Import exercises...",
     "Export exercises...",
     "Close exercises",
+    "Delete category",
     "Rename exercises",
     "New exercise...",
     "Edit exercise...",
@@ -262,8 +267,8 @@ inline constexpr CCatalogueTexts kExercisesTexts = {
     {nullptr, nullptr},
     nullptr,
     nullptr,
-    nullptr,
-    nullptr,
+    "Exercise not found.",
+    "Cannot load exercise.",
 
     "There are no exercises yet.\nImport a file, or create a category and put your first exercise "
     "into it.",

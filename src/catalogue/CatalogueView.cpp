@@ -25,7 +25,7 @@ namespace {
 /// Narrower views put the list below the tree.
 constexpr int kNarrowWidth = 480;
 constexpr int kWhole = 1000;
-/// The name's share of the list; the type takes the rest.
+/// The name's share of what both texts have of the list.
 constexpr int kNameShare = 450;
 
 /// The windows of the catalogue, each reached from the others.
@@ -38,6 +38,7 @@ constexpr CCatalogueWindow kCatalogueWindows[] = {
     {kSwitchToFoods, "Foods...", ECatalogueKind::Foods},
     {kSwitchToMenus, "Menus...", ECatalogueKind::Menus},
     {kSwitchToRecipes, "Recipes...", ECatalogueKind::Recipes},
+    {kSwitchToExlib, "Exercises...", ECatalogueKind::Exercises},
 };
 }  // namespace
 
@@ -150,7 +151,8 @@ void CCatalogueView::MakeActions() {
 }
 
 void CCatalogueView::CloseView() {
-    emit FrameCommand(kSwitchToDiet);
+    const bool isExercises = m_texts.kind == ECatalogueKind::Exercises;
+    emit FrameCommand(isExercises ? kSwitchToExercises : kSwitchToDiet);
 }
 
 void CCatalogueView::PlaceRenameKey() {
@@ -197,6 +199,14 @@ void CCatalogueView::MakeList() {
                  {kNewItem, kEditItem, kDeleteItems, kMoveItems, kDuplicateItem, kCommandCount,
                   kFind, kFindNext});
     });
+}
+
+void CCatalogueView::AddColumn(const QString& title, const QString& widest,
+                               std::function<QString(const CCategoryListEntry&)> text) {
+    constexpr int kCellMargins = 12;
+    m_list->SetColumns({u"Name"_s, u"Type"_s, title});
+    m_addedText = std::move(text);
+    m_addedWidth = m_list->fontMetrics().horizontalAdvance(widest) + kCellMargins;
 }
 
 QWidget* CCatalogueView::MakeEmptyPage() {
@@ -273,7 +283,10 @@ void CCatalogueView::resizeEvent(QResizeEvent* event) {
     SetSplitterPerMille(State().splitterPerMille);
     const int listWidth =
         wanted == Qt::Vertical ? width() : width() * (kWhole - State().splitterPerMille) / kWhole;
-    m_list->SetColumnWidths({listWidth * kNameShare / kWhole, 0});
+    const int textsWidth = listWidth - m_addedWidth;
+    const int nameWidth = textsWidth * kNameShare / kWhole;
+    // The last column takes what is left.
+    m_list->SetColumnWidths({nameWidth, m_addedText ? textsWidth - nameWidth : 0, 0});
 }
 
 void CCatalogueView::ShowMenu(QWidget* widget, const QPoint& at,
@@ -282,6 +295,9 @@ void CCatalogueView::ShowMenu(QWidget* widget, const QPoint& at,
     for (const ECommand command : commands) {
         if (command == kCommandCount) {
             menu.addSeparator();
+        } else if (command == kDeleteCategory) {
+            QAction* action = menu.addAction(Text(m_texts.deleteCategoryPopUp));
+            connect(action, &QAction::triggered, m_actions[command], &QAction::trigger);
         } else if (m_actions[command] != nullptr) {
             menu.addAction(m_actions[command]);
         }
@@ -346,9 +362,16 @@ void CCatalogueView::FillList() {
 }
 
 void CCatalogueView::ShowEntries() {
+    m_addedCells.clear();
+    if (m_addedText) {
+        std::ranges::transform(m_entries, std::back_inserter(m_addedCells), m_addedText);
+    }
     m_list->SetRows({static_cast<int>(m_entries.size()),
                      [this](int row, int column) {
                          const CCategoryListEntry& entry = m_entries[static_cast<size_t>(row)];
+                         if (column > 1) {
+                             return m_addedCells[row];
+                         }
                          return column == 0 ? entry.name : entry.type;
                      },
                      {}});

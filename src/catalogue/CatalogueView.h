@@ -34,6 +34,12 @@ class CCatalogueView : public CMainView {
     enum class EEdited { Cancelled, Stored, Failed };
     /// Opens the item dialog and stores what comes out of it. Position -1 is a new item.
     virtual EEdited EditItem(int position, qint32 categoryId) = 0;
+    /// Adds a column behind name and type, wide enough for `widest`. Its cells are asked for when
+    /// the list is filled.
+    void AddColumn(const QString& title, const QString& widest,
+                   std::function<QString(const CCategoryListEntry&)> text);
+    /// The items selected in the list.
+    [[nodiscard]] CCatalogueRules::Entries Selected() const;
     /// What the kind adds to the Tools menu.
     virtual std::vector<QAction*> Tools() { return {}; }
 
@@ -107,7 +113,6 @@ class CCatalogueView : public CMainView {
     void ShowFound(int position);
     /// F2 belongs to the command that fits the tree's current item.
     void PlaceRenameKey();
-    [[nodiscard]] CCatalogueRules::Entries Selected() const;
     CCatalogueState& State() { return m_doc.CatalogueState(m_texts.kind); }
 
     CVelmoraDoc& m_doc;
@@ -122,5 +127,8 @@ class CCatalogueView : public CMainView {
     CReportList* m_list;
     QWidget* m_emptyPage;
     std::vector<CCategoryListEntry> m_entries;
+    std::function<QString(const CCategoryListEntry&)> m_addedText;  ///< of the column added, if any
+    QStringList m_addedCells;                                       ///< by row
+    int m_addedWidth = 0;
     bool m_namesInTree;
 };

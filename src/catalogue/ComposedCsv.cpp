@@ -8,7 +8,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int kLongestText = 127;
 constexpr int kLongestServingName = 63;
 constexpr int kLongestNumber = 19;
 /// Fields before the values: number, item type, category, name, food name.

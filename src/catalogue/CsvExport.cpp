@@ -76,7 +76,9 @@ bool CExportRun::Run(const QString& path) {
         ShowMessage(u"Cannot create file."_s);
         return false;
     }
-    ShowMessage(FormatText("Exported %d %s."_L1, {m_written, plural}), EMessageIcon::Result);
+    if (whole || m_layout->Manners().countsCancelled) {
+        ShowMessage(FormatText("Exported %d %s."_L1, {m_written, plural}), EMessageIcon::Result);
+    }
     return whole;
 }
 

@@ -11,7 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int kLongestText = 127;
 constexpr int kCutText = 124;
 constexpr int kLongestNumber = 19;
 constexpr int kDecimals = 3;
@@ -79,7 +78,9 @@ std::optional<QStringView> CCsvFields::Next() {
         field = comma < 0 ? m_rest : m_rest.first(comma);
         m_rest = comma < 0 ? QStringView() : m_rest.sliced(comma + 1);
     }
-    field = field.trimmed();
+    if (closing < 0 || m_blanks == EQuotedBlanks::Trimmed) {
+        field = field.trimmed();
+    }
     if (field.size() >= 2) {
         if (field.front() == u'"') {
             field = field.sliced(1);

@@ -7,16 +7,21 @@
 
 class CTextFile;
 
+/// What becomes of the outer blanks of a quoted field.
+enum class EQuotedBlanks { Trimmed, Kept };
+
 /// Hands out the fields of one line, one call a field. The views point into the line given.
 class CCsvFields {
   public:
-    explicit CCsvFields(QStringView line) : m_rest(line) {}
+    explicit CCsvFields(QStringView line, EQuotedBlanks blanks = EQuotedBlanks::Trimmed)
+        : m_rest(line), m_blanks(blanks) {}
     /// Nothing when the line has no further field. A quoted field may hold commas, but not a quote
     /// followed by a comma.
     std::optional<QStringView> Next();
 
   private:
     QStringView m_rest;
+    EQuotedBlanks m_blanks;
 };
 
 /// Writes lines field by field. The file outlives it.
@@ -36,6 +41,8 @@ class CCsvLineWriter {
     QByteArray m_line;  ///< not yet passed on
 };
 
+/// The longest text that a file keeps whole.
+inline constexpr int kLongestText = 127;
 /// Text as a file keeps it: 128 characters or more become the first 124 and "...".
 QString CutImportedText(QStringView text);
 /// A number of a file: 1 to 19 characters are read, any other length gives 0.

@@ -2,6 +2,7 @@
 
 #include "catalogue/ComposedCsv.h"
 #include "catalogue/FoodsCsv.h"
+#include "exercise/ExlibCsv.h"
 
 using namespace Qt::StringLiterals;
 
@@ -30,7 +31,8 @@ std::unique_ptr<CCsvLayout> MakeCsvLayout(CDatabase& database, ECatalogueKind ki
         case ECatalogueKind::Menus:
         case ECatalogueKind::Recipes:
             return std::make_unique<CComposedCsv>(database, kind, folder);
-        default:
-            return nullptr;
+        case ECatalogueKind::Exercises:
+            return std::make_unique<CExlibCsv>(database, folder);
     }
+    return nullptr;
 }

@@ -38,9 +38,10 @@ enum class EStored {
 
 /// Where the kinds report differently.
 struct CCsvManners {
-    int lineNumberShift;       ///< added to a line's position in the file, counted from 1
-    bool hidesProgress;        ///< while each of its messages shows
-    const char* afterFailure;  ///< said after an item that could not be stored
+    int lineNumberShift;          ///< added to a line's position in the file, counted from 1
+    bool hidesProgress;           ///< while each of its messages shows
+    const char* afterFailure;     ///< said after an item that could not be stored
+    bool countsCancelled = true;  ///< a cancelled export still says how many it wrote
 };
 
 /// One layout serves one run. It holds the item that is being read or written, so that nothing is

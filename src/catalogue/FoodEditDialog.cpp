@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "catalogue/CsvFields.h"
 #include "catalogue/FoodsPreferencesDialog.h"
 #include "controls/Grid.h"
 #include "platform/Messages.h"
@@ -17,8 +18,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// As much as an import keeps, so that what is typed survives an exchange.
-constexpr int kLongestName = 127;
 /// Shares of a taller dialog.
 constexpr int kServingsStretch = 1;
 constexpr int kNutrientsStretch = 2;
@@ -83,7 +82,8 @@ void CFoodEditDialog::AddNames() {
     const auto addText = [&](const QString& label, const QString& objectName, const QString& text) {
         auto* edit = new QLineEdit(text);
         edit->setObjectName(objectName);
-        edit->setMaxLength(std::max<int>(kLongestName, static_cast<int>(text.size())));
+        // As much as an import keeps, so that what is typed survives an exchange.
+        edit->setMaxLength(std::max<int>(kLongestText, static_cast<int>(text.size())));
         edit->setCursorPosition(0);
         form->addRow(label, edit);
         return edit;

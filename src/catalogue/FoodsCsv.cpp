@@ -19,9 +19,7 @@ constexpr CCsvManners kManners = {1, false, "Import stopped."};
 }  // namespace
 
 CFoodsCsv::CFoodsCsv(CDatabase& database, const QString& folder)
-    : m_database(database),
-      m_categories(database, ECatalogueKind::Foods, folder),
-      m_existing(database, ECatalogueKind::Foods) {}
+    : CTypedItemsCsv(database, ECatalogueKind::Foods, folder) {}
 
 const CCsvManners& CFoodsCsv::Manners() const {
     return kManners;
@@ -90,28 +88,6 @@ int CFoodsCsv::ReadServings(CCsvFields& fields) {
     return count;
 }
 
-EStored CFoodsCsv::Store(EExisting existing) {
-    const qint32 categoryId = m_categories.IdOf(m_categoryName);
-    if (categoryId < 0) {
-        return EStored::Failed;
-    }
-    m_food.SetCategoryId(categoryId);
-    const bool check = existing != EExisting::DoNotCheck;
-    const int position =
-        check ? m_existing.Find(categoryId, m_food.GetName(), m_food.GetType()) : -1;
-    if (position >= 0 && existing == EExisting::Skip) {
-        return EStored::Skipped;
-    }
-    if (!m_database.Foods().Write(position, m_food)) {
-        return EStored::Failed;
-    }
-    if (position >= 0) {
-        return EStored::Replaced;
-    }
-    m_existing.NoteAdded(categoryId, m_food.GetName(), m_food.GetType());
-    return EStored::Added;
-}
-
 void CFoodsCsv::WriteHeader(CCsvLineWriter& line) {
     line.Raw("NDB_No,Category,Food name,Food type");
     for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
@@ -129,7 +105,11 @@ bool CFoodsCsv::WriteItem(CCsvLineWriter& line, PropertyList& properties, int nu
         return false;
     }
     line.Raw(QByteArray::number(number).rightJustified(4, '0') + ',');
-    line.Text(CategoryNameOf(m_food.GetCategoryId()));
+    const qint32 categoryId = m_food.GetCategoryId();
+    const QString category = CategoryNameOf(categoryId);
+    line.Text(category.isEmpty()
+                  ? FormatText("Undefined (UID=%d, IDX=%d)"_L1, {categoryId, kNoPosition})
+                  : category);
     line.Text(m_food.GetName());
     line.Text(m_food.GetType());
     for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
@@ -142,10 +122,4 @@ bool CFoodsCsv::WriteItem(CCsvLineWriter& line, PropertyList& properties, int nu
     }
     line.EndLine();
     return true;
-}
-
-QString CFoodsCsv::CategoryNameOf(qint32 categoryId) {
-    const QString name = m_categories.NameOf(categoryId);
-    return !name.isEmpty() ? name
-                           : FormatText("Undefined (UID=%d, IDX=%d)"_L1, {categoryId, kNoPosition});
 }

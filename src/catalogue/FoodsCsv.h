@@ -1,18 +1,16 @@
 // Foods as lines of an exchange file: 78 columns.
 #pragma once
 
-#include "catalogue/CsvLayout.h"
-#include "catalogue/ExistingItems.h"
-#include "catalogue/ImportedCategories.h"
+#include "catalogue/TypedItemsCsv.h"
 
-class CFoodsCsv : public CCsvLayout {
+class CFoodsCsv : public CTypedItemsCsv {
   public:
     CFoodsCsv(CDatabase& database, const QString& folder);
 
     [[nodiscard]] const char* Marker() const override { return "<Foods>"; }
     [[nodiscard]] const CCsvManners& Manners() const override;
     CCsvVerdict ReadLine(QStringView line) override;
-    EStored Store(EExisting existing) override;
+    EStored Store(EExisting existing) override { return StoreIn(m_categoryName, m_food, existing); }
     void WriteHeader(CCsvLineWriter& line) override;
     bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) override;
 
@@ -20,11 +18,7 @@ class CFoodsCsv : public CCsvLayout {
     /// Reads the values into the item; returns the number of fields there were.
     int ReadNumbers(CCsvFields& fields);
     int ReadServings(CCsvFields& fields);
-    [[nodiscard]] QString CategoryNameOf(qint32 categoryId);
 
-    CDatabase& m_database;
-    CImportedCategories m_categories;
-    CExistingItems m_existing;
     CFoodItem m_food;
     QString m_categoryName;
 };

@@ -45,10 +45,12 @@ std::optional<EExportChoice> AskExportOptions(ECatalogueKind kind, EExportChoice
 std::optional<EExisting> AskImportOptions(ECatalogueKind kind, EExisting preselected,
                                           QWidget* parent) {
     const QString plural = QString::fromLatin1(KindOf(kind).plural);
-    COptionsDialog dialog(u"Import options"_s, u"Import options:"_s,
-                          {FormatText("Overwrite existing %s"_L1, {plural}),
-                           FormatText("Skip existing %s"_L1, {plural}), u"Do not check"_s},
-                          static_cast<int>(preselected), parent);
+    COptionsDialog dialog(
+        u"Import options"_s, u"Import options:"_s,
+        {FormatText("Overwrite existing %s"_L1, {plural}),
+         FormatText("Skip existing %s"_L1, {plural}),
+         kind == ECatalogueKind::Exercises ? u"Don't check"_s : u"Do not check"_s},
+        static_cast<int>(preselected), parent);
     if (dialog.exec() != QDialog::Accepted) {
         return std::nullopt;
     }

@@ -1,4 +1,4 @@
-// velmora-cli foods|menus|recipes ...
+// velmora-cli foods|menus|recipes|exlib ...
 #include "catalogue/CatalogueKinds.h"
 #include "catalogue/CatalogueRules.h"
 #include "catalogue/CsvExchange.h"
@@ -83,14 +83,36 @@ bool Export(CCommandContext& context) {
                                context.arguments.Word(0));
 }
 
-/// One row an item, or the header without one.
-void PrintItem(const CCommandContext& context, const QString& category, const QString& name,
-               const QString& type) {
+/// The header of a table of items.
+void PrintItemHeader(const CCommandContext& context) {
+    QStringList cells = {u"category"_s, u"name"_s};
+    if (NamesType(context)) {
+        cells.append(u"type"_s);
+    }
+    if (context.kind == ECatalogueKind::Exercises) {
+        cells.append({u"kcal_per_minute"_s, u"met"_s});
+    }
+    PrintRow(cells);
+}
+
+/// One row of it. False after the message when the item cannot be read.
+bool PrintItem(const CCommandContext& context, const QString& category, const QString& name,
+               const QString& type, int position) {
     QStringList cells = {category, name};
     if (NamesType(context)) {
         cells.append(type);
     }
+    if (context.kind == ECatalogueKind::Exercises) {
+        CExerciseItem exercise;
+        if (!context.doc.Database().Exlib().Read(position, exercise)) {
+            ShowMessage(QString::fromLatin1(TextsOf(context).cannotLoad));
+            return false;
+        }
+        cells.append({ShortestNumber(exercise.GetEnergyRateKcalPerMinute()),
+                      ShortestNumber(exercise.GetMet())});
+    }
     PrintRow(cells);
+    return true;
 }
 
 bool List(CCommandContext& context) {
@@ -103,11 +125,13 @@ bool List(CCommandContext& context) {
         }
         categories = {*only};
     }
-    PrintItem(context, u"category"_s, u"name"_s, u"type"_s);
+    PrintItemHeader(context);
     for (const CCategoryEntry& category : categories) {
         for (const CCategoryListEntry& item :
              database.FillCategoryList(context.kind, category.id)) {
-            PrintItem(context, category.name, item.name, item.type);
+            if (!PrintItem(context, category.name, item.name, item.type, item.position)) {
+                return false;
+            }
         }
     }
     return true;
@@ -196,14 +220,17 @@ bool Find(CCommandContext& context) {
     for (const CCategoryEntry& category : database.ListCategories(context.kind)) {
         categories.insert(category.id, category.name);
     }
-    PrintItem(context, u"category"_s, u"name"_s, u"type"_s);
+    PrintItemHeader(context);
     CCatalogueItem item(context.kind);
     while (position >= 0) {
         if (!database.Items(context.kind).Read(position, item)) {
             ShowMessage(QString::fromLatin1(TextsOf(context).cannotLoad));
             return false;
         }
-        PrintItem(context, categories.value(item.GetCategoryId()), item.GetName(), item.GetType());
+        if (!PrintItem(context, categories.value(item.GetCategoryId()), item.GetName(),
+                       item.GetType(), position)) {
+            return false;
+        }
         position = FindNextItem(database, context.kind, name, type, position + 1);
     }
     return true;
@@ -239,9 +266,9 @@ bool Duplicate(CCommandContext& context) {
     if (position < 0 || !context.doc.Database().Items(context.kind).Read(position, copy)) {
         return false;
     }
-    PrintItem(context, u"category"_s, u"name"_s, u"type"_s);
-    PrintItem(context, context.arguments.Text("--category"), copy.GetName(), copy.GetType());
-    return true;
+    PrintItemHeader(context);
+    return PrintItem(context, context.arguments.Text("--category"), copy.GetName(), copy.GetType(),
+                     position);
 }
 
 bool Delete(CCommandContext& context) {
@@ -284,6 +311,14 @@ constexpr CCommand kNamedCommands[] = {
 };
 constexpr CCommand kTextCommand = {
     "recipes", "text", 1, kItem, "--category C --name N FILE", Text, ECatalogueKind::Recipes};
+constexpr CCommand kExlibCommands[] = {
+    {"exlib", "import", 1, kImportOptions, "FILE [--existing overwrite|skip|add]", Import,
+     ECatalogueKind::Exercises},
+    {"exlib", "export", 1, kCategoryOptions, "FILE [--category NAME]", Export,
+     ECatalogueKind::Exercises},
+    {"exlib", "list", 0, kCategoryOptions, "[--category NAME]", List, ECatalogueKind::Exercises},
+    {"exlib", "find", 1, kFindTyped, "TEXT [--type TEXT]", Find, ECatalogueKind::Exercises},
+};
 }  // namespace
 
 std::span<const CCommand> CatalogueCommands() {
@@ -300,6 +335,7 @@ std::span<const CCommand> CatalogueCommands() {
             }
         }
         all.push_back(kTextCommand);
+        all.insert(all.end(), std::begin(kExlibCommands), std::end(kExlibCommands));
         return all;
     }();
     return commands;

@@ -1,0 +1,69 @@
+#include "exercise/ExlibCsv.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+CCsvVerdict Error(const char* message) {
+    return {ECsvLine::Error, message};
+}
+
+// As with foods, messages name the line after the offending one; kept.
+constexpr CCsvManners kManners = {1, false, "Import stopped.", false};
+}  // namespace
+
+const CCsvManners& CExlibCsv::Manners() const {
+    return kManners;
+}
+
+CCsvVerdict CExlibCsv::ReadLine(QStringView line) {
+    // Names and types leave as they came, so that a library passes through unchanged.
+    CCsvFields fields(line, EQuotedBlanks::Kept);
+    const std::optional<QStringView> number = fields.Next();
+    // A line needs no number, only its place.
+    if (number && !number->isEmpty()) {
+        if (const auto verdict = VerdictOnNumber(number)) {
+            return *verdict;
+        }
+    }
+    const std::optional<QStringView> category = fields.Next();
+    if (!category) {
+        return {};
+    }
+    if (category->trimmed().isEmpty()) {
+        return Error("Invalid category name in line %d. Skipped.");
+    }
+    const QStringView name = fields.Next().value_or(QStringView());
+    if (name.trimmed().isEmpty()) {
+        return Error("Invalid exercise name in line %d. Skipped.");
+    }
+    const QStringView type = fields.Next().value_or(QStringView());
+    if (type.trimmed().isEmpty()) {
+        return Error("Invalid exercise type in line %d. Skipped.");
+    }
+    m_categoryName = CutImportedText(category->trimmed());
+    m_exercise.SetName(CutImportedText(name));
+    m_exercise.SetType(CutImportedText(type));
+    m_exercise.SetMet(ImportedNumber(fields.Next().value_or(QStringView())));
+    m_exercise.SetEnergyRateKcalPerMinute(ImportedNumber(fields.Next().value_or(QStringView())));
+    return {ECsvLine::Item};
+}
+
+void CExlibCsv::WriteHeader(CCsvLineWriter& line) {
+    line.Raw("NDB_No,Category,Exercise name,Exercise type,Energy (MET),Energy (kcal/min)");
+    line.EndLine();
+}
+
+bool CExlibCsv::WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) {
+    if (!m_exercise.SetProperties(std::move(properties))) {
+        return false;
+    }
+    const QString category = CategoryNameOf(m_exercise.GetCategoryId());
+    line.Raw(QByteArray::number(number).rightJustified(4, '0') + ',');
+    line.Text(category.isEmpty() ? u"Undefined"_s : category);
+    line.Text(m_exercise.GetName());
+    line.Text(m_exercise.GetType());
+    line.Number(m_exercise.GetMet());
+    line.Number(m_exercise.GetEnergyRateKcalPerMinute());
+    line.EndLine();
+    return true;
+}
