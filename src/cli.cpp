@@ -18,7 +18,7 @@ std::vector<CCommand> AllCommands() {
     std::vector<CCommand> commands;
     for (const std::span<const CCommand> group :
          {ProfileCommands(), CatalogueCommands(), CategoryCommands(), DietCommands(),
-          WeightCommands(), ReportCommands()}) {
+          WeightCommands(), ExerciseCommands(), ReportCommands()}) {
         commands.insert(commands.end(), group.begin(), group.end());
     }
     return commands;

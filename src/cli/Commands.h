@@ -37,6 +37,7 @@ std::span<const CCommand> CategoryCommands();
 std::span<const CCommand> DietCommands();
 std::span<const CCommand> WeightCommands();
 std::span<const CCommand> ReportCommands();
+std::span<const CCommand> ExerciseCommands();
 
 /// What a command that destroys asks for. Without the option its questions are answered with No;
 /// those of commands that do not have it are answered with Yes.

@@ -1,0 +1,48 @@
+#include "exercise/ExerciseDays.h"
+
+#include <algorithm>
+
+#include "exercise/ExerciseRules.h"
+#include "platform/Messages.h"
+#include "platform/NumberText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A sum for the headline: whole kJ are rounded, whole kcal are cut off.
+int WholeShown(double kcal, EEnergyUnit unit) {
+    return unit == EEnergyUnit::KJ ? WholeEnergy(kcal, unit) : Whole(kcal);
+}
+
+/// In whole numbers, so that no percent is lost to a fraction that has no exact double.
+qint64 BurnedPercent(int burned, int surplus) {
+    return surplus == 0 ? 0 : std::max(qint64{0}, qint64{burned} * 100 / surplus);
+}
+
+}  // namespace
+
+ExerciseWeek ExerciseWeekOf(CVelmoraDoc& doc, QDate last) {
+    CDatabase& database = doc.Database();
+    ExerciseWeek week;
+    for (int index = 0; index < kGraphDays; ++index) {
+        CExerciseDay& day = week[index];
+        day.day = last.addDays(index - (kGraphDays - 1));
+        database.LoadDietDay(day.day);
+        day.surplusKcal =
+            database.GetDietTotal(kEnergyIndex) - doc.Settings().targets.dailyEnergyKcal;
+    }
+    for (const CListedExercise& listed :
+         ListExercises(database, week.front().day, last, EWrongCount::Skip)) {
+        const QDate day = DateOf(listed.entry.GetMoment());
+        week[week.front().day.daysTo(day)].burnedKcal += listed.entry.GetEnergyKcal();
+    }
+    return week;
+}
+
+QString ExerciseHeadline(const CExerciseDay& day, EEnergyUnit unit) {
+    const int burned = WholeShown(day.burnedKcal, unit);
+    const int surplus = WholeShown(day.surplusKcal, unit);
+    return FormatText("Total energy burned: %d/%d/%d%%"_L1,
+                      {burned, surplus, BurnedPercent(burned, surplus)});
+}

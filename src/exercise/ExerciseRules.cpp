@@ -1,0 +1,115 @@
+#include "exercise/ExerciseRules.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "app/ListCommands.h"
+#include "platform/NumberText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kMinutesPerHour = 60;
+constexpr double kPresetMinutes = 1;
+
+}  // namespace
+
+ListedExercises ListExercises(CDatabase& database, QDate first, QDate last,
+                              EWrongCount wrongCount) {
+    ListedExercises listed;
+    if (!first.isValid() || !last.isValid()) {
+        return listed;
+    }
+    auto& exercises = database.Exercises();
+    const FileTime low = FirstMomentOf(first);
+    const FileTime high = LastMomentOf(last);
+    const int expected = exercises.GetLayout().Count();
+    exercises.ForEachFrom(
+        exercises.FirstPositionInRange(low, high), [&](int position, PropertyList& properties) {
+            if (std::ssize(properties) != expected && wrongCount == EWrongCount::ReportAndStop) {
+                ReportWrongPropertyCount(position, properties, expected);
+                return false;
+            }
+            CExerciseEntry entry;
+            if (!entry.SetProperties(std::move(properties)) || entry.GetMoment() < low) {
+                return true;
+            }
+            if (entry.GetMoment() > high) {
+                return false;
+            }
+            listed.push_back({exercises.RecordAt(position), std::move(entry)});
+            return true;
+        });
+    return listed;
+}
+
+QString ExerciseNameText(const CExerciseEntry& entry) {
+    const QString type = entry.GetType();
+    return type.isEmpty() ? entry.GetName() : entry.GetName() + u',' + type;
+}
+
+QString TwoDigits(int number) {
+    return QString::number(number).rightJustified(2, u'0');
+}
+
+QString ExerciseTimeText(double minutes) {
+    const int whole = Whole(minutes);
+    return TwoDigits(whole / kMinutesPerHour) + u':' + TwoDigits(whole % kMinutesPerHour);
+}
+
+QString ExerciseEnergyText(double energyKcal, EEnergyUnit unit) {
+    if (energyKcal <= 0) {
+        return {};
+    }
+    return QString::number(unit == EEnergyUnit::KJ ? WholeEnergy(energyKcal, unit)
+                                                   : Whole(energyKcal));
+}
+
+CExerciseEntry NewExercise(QDate day, QTime time) {
+    CExerciseEntry entry;
+    entry.SetMoment(ToFileTime(day, time));
+    entry.SetMinutes(kPresetMinutes);
+    return entry;
+}
+
+bool AddExercise(CDatabase& database, const CExerciseEntry& entry) {
+    return database.Exercises().Write(-1, entry);
+}
+
+bool MayEditExercise(int selected) {
+    return CheckSelection(
+        {"Please select exercise to edit.", "Please select only one exercise to edit."}, selected);
+}
+
+bool EditExercise(CDatabase& database, const CListedExercise& before, const CExerciseEntry& after) {
+    const int position = database.Exercises().PositionOf(before.record);
+    return position >= 0 && database.Exercises().Write(position, after);
+}
+
+int DeleteExercises(CDatabase& database, const ListedExercises& selected) {
+    const int count = static_cast<int>(selected.size());
+    if (!CheckSelection({"Please select exercise to delete.", nullptr}, count) ||
+        !ConfirmFor({"Are you sure you want to delete exercise '%s'?",
+                     "Are you sure you want to delete %d exercises?"},
+                    count, {selected.front().entry.GetName()})) {
+        return 0;
+    }
+    std::vector<int> indexes(selected.size());
+    std::iota(indexes.begin(), indexes.end(), 0);
+    CRecordGroup group(database.GetStore());
+    const auto remove = [&](int index) {
+        const int position = database.Exercises().PositionOf(selected[index].record);
+        return position >= 0 && database.Exercises().Delete(position);
+    };
+    const int deleted = ActOnEach(indexes, remove, QString());
+    const bool isDurable = group.Commit();
+    if (deleted < count || !isDurable) {
+        ShowMessage(u"Cannot delete exercise."_s, EMessageIcon::Information);
+    }
+    return isDurable ? deleted : 0;
+}
+
+int ExerciseListHeight(int perMille, int viewHeight) {
+    return Whole(perMille * viewHeight * 0.001 + 0.5);
+}

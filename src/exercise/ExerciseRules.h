@@ -1,0 +1,48 @@
+// The commands of the exercise diary without their windows: what is listed and how, which message
+// for which input, what is asked, what is stored.
+#pragma once
+
+#include <QTime>
+#include <vector>
+
+#include "app/VelmoraDoc.h"
+
+/// An entry and the record it stands in, which it is found by when it is changed.
+struct CListedExercise {
+    ObjectId record = 0;
+    CExerciseEntry entry;
+};
+using ListedExercises = std::vector<CListedExercise>;
+
+/// What a listing does about a record with a wrong number of properties; any other damage is
+/// skipped.
+enum class EWrongCount { ReportAndStop, Skip };
+
+/// The entries of `first` to `last`, both included, in stored order.
+ListedExercises ListExercises(CDatabase& database, QDate first, QDate last,
+                              EWrongCount wrongCount = EWrongCount::ReportAndStop);
+
+/// "Running,slow"; the name alone when the type is empty.
+QString ExerciseNameText(const CExerciseEntry& entry);
+/// "05"; more digits where the number has them.
+QString TwoDigits(int number);
+/// "02:15"; hours take as many digits as they need.
+QString ExerciseTimeText(double minutes);
+/// Whole kJ are rounded, whole kcal are cut off; empty for zero and less.
+QString ExerciseEnergyText(double energyKcal, EEnergyUnit unit);
+
+/// What "Add exercise..." begins with: one minute, nothing else.
+CExerciseEntry NewExercise(QDate day, QTime time);
+/// False after the message of the failed write.
+bool AddExercise(CDatabase& database, const CExerciseEntry& entry);
+
+/// False after a message unless exactly one entry is selected.
+bool MayEditExercise(int selected);
+/// Replaces what `before` stored. False after the message of the failed write.
+bool EditExercise(CDatabase& database, const CListedExercise& before, const CExerciseEntry& after);
+
+/// Asks and deletes in list order; stops at the first failure. Returns how many are gone.
+int DeleteExercises(CDatabase& database, const ListedExercises& selected);
+
+/// Height of the entry list over the graph, in logical pixels.
+int ExerciseListHeight(int perMille, int viewHeight);

@@ -1,0 +1,5 @@
+#include "exercise/ExercisesGraph.h"
+
+CExercisesGraph::CExercisesGraph(CVelmoraDoc& /*doc*/, QWidget* parent) : QWidget(parent) {}
+
+void CExercisesGraph::Reload() {}

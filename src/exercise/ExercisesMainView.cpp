@@ -1,0 +1,274 @@
+#include "exercise/ExercisesMainView.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QHeaderView>
+#include <QLabel>
+#include <QSplitter>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "controls/ColorDialog.h"
+#include "controls/ReportList.h"
+#include "diary/DietTotals.h"
+#include "diary/PaintedIcons.h"
+#include "exercise/ExerciseDays.h"
+#include "exercise/ExerciseEditDialog.h"
+#include "exercise/ExercisesGraph.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kLeastRows = 3;
+constexpr int kHintMargin = 8;
+
+enum EColumn { kExercise, kExerciseTime };
+
+constexpr auto kNothingDone =
+    "No exercise yet on this day.\n"
+    "Press Insert to add what you did."_L1;
+
+QString CellText(const CExerciseEntry& entry, int column, EEnergyUnit unit) {
+    switch (column) {
+        case kExercise:
+            return ExerciseNameText(entry);
+        case kExerciseTime:
+            return ExerciseTimeText(entry.GetMinutes());
+        default:
+            return ExerciseEnergyText(entry.GetEnergyKcal(), unit);
+    }
+}
+
+}  // namespace
+
+CExercisesMainView::CExercisesMainView(CVelmoraDoc& doc, QWidget* parent)
+    : CDiaryView(doc, parent) {
+    setObjectName(u"exercisesView"_s);
+    m_splitter = new QSplitter(Qt::Vertical, this);
+    m_splitter->setObjectName(u"split"_s);
+    m_splitter->setChildrenCollapsible(false);
+    connect(m_splitter, &QSplitter::splitterMoved, this, [this](int position) {
+        Doc().Settings().exerciseTab.splitterPerMille = PerMilleOf(position, m_splitter->height());
+    });
+    CreateList();
+    CreateGraph();
+    CreateActions();
+    CreateGraphActions();
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(CreateDayBar());
+    layout->addWidget(m_splitter, 1);
+    DataChanged();
+    m_list->setFocus();
+}
+
+std::vector<QAction*> CExercisesMainView::ToolButtons() {
+    return {m_commands[kAdd], m_commands[kDelete]};
+}
+
+void CExercisesMainView::StoreLayout() {
+    const std::vector<int> widths = m_list->GetColumnWidths();
+    std::ranges::copy(widths, Doc().Settings().exerciseTab.columnWidths.begin());
+}
+
+void CExercisesMainView::DataChanged() {
+    BuildColumns();
+    Reload();
+    ShowIcons();
+    ShowSplit();
+}
+
+void CExercisesMainView::resizeEvent(QResizeEvent* event) {
+    CDiaryView::resizeEvent(event);
+    ShowSplit();
+}
+
+void CExercisesMainView::changeEvent(QEvent* event) {
+    CDiaryView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_commands[kAdd] != nullptr) {
+        ShowIcons();
+    }
+}
+
+void CExercisesMainView::CreateList() {
+    m_list = new CReportList(u"Exercises"_s, m_splitter);
+    m_list->setObjectName(u"exercises"_s);
+    m_list->setMinimumHeight(m_list->fontMetrics().height() * kLeastRows);
+    connect(m_list, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
+        ShowListMenu({m_commands.begin(), m_commands.end()}, m_list->viewport(), position);
+    });
+
+    m_hint = new QLabel(kNothingDone, m_list->viewport());
+    m_hint->setObjectName(u"emptyHint"_s);
+    m_hint->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_hint->setAlignment(Qt::AlignCenter);
+    m_hint->setWordWrap(true);
+    m_hint->setMargin(kHintMargin);
+    auto* over = new QVBoxLayout(m_list->viewport());
+    over->setSizeConstraint(QLayout::SetNoConstraint);
+    over->setContentsMargins(0, 0, 0, 0);
+    over->addWidget(m_hint);
+}
+
+void CExercisesMainView::CreateGraph() {
+    m_pane = new QWidget(m_splitter);
+    m_pane->setObjectName(u"graphPane"_s);
+    m_pane->setAutoFillBackground(true);
+    m_pane->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_pane, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& position) { ShowListMenu(m_graphCommands, m_pane, position); });
+
+    m_headline = new QLabel(m_pane);
+    m_headline->setObjectName(u"headline"_s);
+    m_headline->setAlignment(Qt::AlignCenter);
+    m_headline->setWordWrap(true);
+    m_graph = new CExercisesGraph(Doc(), m_pane);
+    m_graph->setObjectName(u"graph"_s);
+    m_graph->setFocusPolicy(Qt::StrongFocus);  // the menu key opens the commands
+    auto* layout = new QVBoxLayout(m_pane);
+    layout->setContentsMargins(0, 2, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(m_headline);
+    layout->addWidget(m_graph, 1);
+}
+
+void CExercisesMainView::CreateActions() {
+    using View = CExercisesMainView;
+    const std::array<CListCommand, kCommandCount> commands = {{
+        {"Add exercise...", "Add exercise", kAddKeys, kAnywhere},
+        {"Edit exercise...", "", {Qt::Key_Return}, kInList},
+        {"Delete exercise...", "Delete exercise", {Qt::Key_Delete}, kInList},
+    }};
+    constexpr std::array<void (View::*)(), kCommandCount> kRun = {&View::Add, &View::Edit,
+                                                                  &View::Delete};
+    for (int command = 0; command < kCommandCount; ++command) {
+        m_commands[command] = CreateListAction(m_list, commands[command]);
+        connect(m_commands[command], &QAction::triggered, this, kRun[command]);
+    }
+    connect(m_list, &QAbstractItemView::activated, this, &CExercisesMainView::Edit);
+    SetDiaryMenus({m_commands.begin(), m_commands.end()},
+                  CreateFrameAction(u"Exercises..."_s, kSwitchToExlib));
+}
+
+void CExercisesMainView::CreateGraphActions() {
+    struct CColorCommand {
+        const char* text;
+        const char* prompt;
+        quint32 CExerciseTabSettings::*setting;
+    };
+    constexpr CColorCommand kColors[] = {
+        {"Text color...", "Select text color:", &CExerciseTabSettings::textColor},
+        {"Line color...", "Select line color:", &CExerciseTabSettings::lineColor},
+        {"Bar color...", "Select bar graph color:", &CExerciseTabSettings::barColor},
+        {"Background color...", "Select background color:", &CExerciseTabSettings::backgroundColor},
+    };
+    m_graphCommands = {CreateFrameAction(u"Targets..."_s, kCommandTargets)};
+    for (const CColorCommand& color : kColors) {
+        auto* action = new QAction(QLatin1StringView(color.text), this);
+        connect(action, &QAction::triggered, this,
+                [this, color] { ChooseColor(QLatin1StringView(color.prompt), color.setting); });
+        m_graphCommands.push_back(action);
+    }
+}
+
+void CExercisesMainView::BuildColumns() {
+    const auto widths = Doc().Settings().exerciseTab.columnWidths;
+    const QString unit = UnitName(Doc().Preferences().energyUnit, EUnitForm::Abbreviated);
+    m_list->SetColumns({u"Exercise"_s, u"Ex. time"_s, u"Energy burned(%1)"_s.arg(unit)});
+    m_list->SetColumnWidths({widths.begin(), widths.end()});
+    // Connected once the columns have their widths: only what the user drags is kept.
+    connect(m_list->header(), &QHeaderView::sectionResized, this, &CExercisesMainView::StoreLayout,
+            Qt::UniqueConnection);
+}
+
+void CExercisesMainView::Reload(int select) {
+    m_exercises = ListExercises(Doc().Database(), Doc().dayShown, Doc().dayShown);
+    ShowRows();
+    ShowGraph();
+    if (select >= 0) {
+        m_list->SelectRow(select);
+    }
+}
+
+void CExercisesMainView::ShowRows() {
+    m_list->SetRows({static_cast<int>(m_exercises.size()),
+                     [this](int row, int column) {
+                         return CellText(m_exercises[row].entry, column,
+                                         Doc().Preferences().energyUnit);
+                     },
+                     {}});
+    m_hint->setVisible(m_exercises.empty());
+}
+
+void CExercisesMainView::ShowGraph() {
+    const CExerciseTabSettings& settings = Doc().Settings().exerciseTab;
+    QPalette colors = m_pane->palette();
+    colors.setColor(QPalette::Window, ColorOf(settings.backgroundColor));
+    colors.setColor(QPalette::WindowText, ColorOf(settings.textColor));
+    m_pane->setPalette(colors);
+    m_headline->setText(ExerciseHeadline(ExerciseWeekOf(Doc(), Doc().dayShown).back(),
+                                         Doc().Preferences().energyUnit));
+    m_graph->Reload();
+}
+
+void CExercisesMainView::ShowIcons() {
+    const QColor buttonText = palette().color(QPalette::ButtonText);
+    m_commands[kAdd]->setIcon(AddIcon(buttonText));
+    m_commands[kDelete]->setIcon(DeleteIcon(buttonText));
+}
+
+void CExercisesMainView::ShowSplit() {
+    const int height = m_splitter->height();
+    const int list = ExerciseListHeight(Doc().Settings().exerciseTab.splitterPerMille, height);
+    m_splitter->setSizes({list, std::max(0, height - list)});
+}
+
+ListedExercises CExercisesMainView::SelectedExercises() const {
+    ListedExercises selected;
+    for (const int row : m_list->SelectedRows()) {
+        selected.push_back(m_exercises[row]);
+    }
+    return selected;
+}
+
+void CExercisesMainView::Add() {
+    CExerciseForm form(Doc(), NewExercise(Doc().dayShown, QTime::currentTime()));
+    CExerciseEditDialog dialog(form, this);
+    if (dialog.exec() == QDialog::Accepted) {
+        AddExercise(Doc().Database(), form.GetResult());
+        Reload();
+    }
+}
+
+void CExercisesMainView::Edit() {
+    const std::vector<int> rows = m_list->SelectedRows();
+    if (!MayEditExercise(static_cast<int>(rows.size()))) {
+        return;
+    }
+    const CListedExercise exercise = m_exercises[rows.front()];
+    CExerciseForm form(Doc(), exercise.entry);
+    CExerciseEditDialog dialog(form, this);
+    if (dialog.exec() == QDialog::Accepted) {
+        EditExercise(Doc().Database(), exercise, form.GetResult());
+        Reload(rows.front());
+    }
+}
+
+void CExercisesMainView::Delete() {
+    const int focused = std::max(0, m_list->currentIndex().row());
+    if (DeleteExercises(Doc().Database(), SelectedExercises()) > 0) {
+        Reload(focused);
+    }
+}
+
+void CExercisesMainView::ChooseColor(const QString& prompt,
+                                     quint32 CExerciseTabSettings::*setting) {
+    quint32& color = Doc().Settings().exerciseTab.*setting;
+    if (const auto chosen = AskColor(prompt, ColorOf(color))) {
+        color = *chosen;
+        Doc().SaveSettings();
+        ShowGraph();
+    }
+}

@@ -1,0 +1,59 @@
+// The exercise diary: the exercises of a day, and the graph of the week that ends with it.
+#pragma once
+
+#include <array>
+
+#include "diary/DiaryView.h"
+#include "exercise/ExerciseRules.h"
+
+class CExercisesGraph;
+class CReportList;
+class QLabel;
+class QSplitter;
+
+class CExercisesMainView : public CDiaryView {
+    Q_OBJECT
+  public:
+    CExercisesMainView(CVelmoraDoc& doc, QWidget* parent);
+
+    std::vector<QAction*> ToolButtons() override;
+    void StoreLayout() override;
+    void DataChanged() override;
+
+  protected:
+    void DayChanged() override { Reload(); }
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    enum ECommand { kAdd, kEdit, kDelete, kCommandCount };
+
+    void CreateList();
+    void CreateGraph();
+    void CreateActions();
+    void CreateGraphActions();
+
+    void BuildColumns();
+    /// Loads the day anew; `select` is the row to select, -1 for none.
+    void Reload(int select = -1);
+    void ShowRows();
+    void ShowGraph();
+    void ShowIcons();
+    void ShowSplit();
+
+    void Add();
+    void Edit();
+    void Delete();
+    void ChooseColor(const QString& prompt, quint32 CExerciseTabSettings::*setting);
+    [[nodiscard]] ListedExercises SelectedExercises() const;
+
+    ListedExercises m_exercises;  ///< of the day shown, one a row
+    std::array<QAction*, kCommandCount> m_commands{};
+    std::vector<QAction*> m_graphCommands;
+    QSplitter* m_splitter = nullptr;
+    CReportList* m_list = nullptr;
+    QLabel* m_hint = nullptr;
+    QWidget* m_pane = nullptr;
+    QLabel* m_headline = nullptr;
+    CExercisesGraph* m_graph = nullptr;
+};

@@ -1,0 +1,58 @@
+// A profile of 70 kg and a library: "Sports" with running in MET and in kcal per minute.
+#pragma once
+
+#include "diary/DiaryFixture.h"
+#include "exercise/ExerciseForm.h"
+#include "exercise/ExerciseRules.h"
+
+/// A test over it calls MakeExercises in init.
+class CExercisesTest : public CDiaryTest {
+  protected:
+    void MakeExercises() {
+        MakeDiary();
+        m_doc->Settings().targets.startWeightKg = 70;
+        m_doc->Settings().targets.dailyEnergyKcal = 2000;
+        const qint32 sports = ::AddCategory(Database(), u"Sports"_s, ECatalogueKind::Exercises);
+        ::AddCategory(Database(), u"Garden"_s, ECatalogueKind::Exercises);
+        AddToLibrary(sports, u"Running"_s, u"slow"_s, 0, 8);
+        AddToLibrary(sports, u"Running"_s, u"fast"_s, 12.4, 0);
+        AddToLibrary(sports, u"Chess"_s, u"seated"_s, 0, 0);
+    }
+
+    CExerciseEntry AddDone(const QString& name, QDate day, QTime time, double minutes,
+                           double energyKcal) {
+        CExerciseEntry entry;
+        entry.SetMoment(ToFileTime(day, time));
+        entry.SetName(name);
+        entry.SetType(u"slow"_s);
+        entry.SetMinutes(minutes);
+        entry.SetEnergyKcal(energyKcal);
+        if (!AddExercise(Database(), entry)) {
+            qFatal("The fixture's exercise cannot be written.");
+        }
+        return entry;
+    }
+
+    /// Of the day shown: "Running,slow 02:15 294|...".
+    QString Listed() {
+        QStringList texts;
+        for (const CListedExercise& listed : ListExercises(Database(), kDay, kDay)) {
+            const CExerciseEntry& entry = listed.entry;
+            texts.append(ExerciseNameText(entry) + u' ' + ExerciseTimeText(entry.GetMinutes()) +
+                         u' ' + ExerciseEnergyText(entry.GetEnergyKcal(), EEnergyUnit::Kcal));
+        }
+        return texts.join(u'|');
+    }
+
+  private:
+    void AddToLibrary(qint32 category, const QString& name, const QString& type, double rate,
+                      double met) {
+        CExerciseItem item;
+        item.SetCategoryId(category);
+        item.SetName(name);
+        item.SetType(type);
+        item.SetEnergyRateKcalPerMinute(rate);
+        item.SetMet(met);
+        QVERIFY(Database().Exlib().Write(-1, item));
+    }
+};
