@@ -8,7 +8,7 @@
 /// The widget of that object name inside `window`; fails the tour when there is none.
 template <typename Widget = QWidget>
 Widget* Find(QWidget* window, const QString& name) {
-    auto* widget = window->findChild<Widget*>(name);
+    auto* widget = window->findChild<Widget*>(name);  // an empty name finds the first
     if (widget == nullptr) {
         FailTour(QStringLiteral("no control ") + name);
     }

@@ -7,6 +7,7 @@
 
 #include "Choosing.h"
 #include "Cooking.h"
+#include "Diaries.h"
 #include "Hands.h"
 #include "controls/ReportList.h"
 
@@ -209,5 +210,6 @@ std::vector<CStep> FirstTenMinutes(const QString& foodFile, const QString& folde
     Add(steps, ThreeMeals());
     Add(steps, LookAtTheDay());
     Add(steps, CookAndEat(folder + u"/recipe.txt"_s));
+    Add(steps, KeepDiaries(folder + u"/report.csv"_s));
     return steps;
 }

@@ -32,7 +32,9 @@ int main(int argc, char* argv[]) {
     }
     QDir().mkpath(arguments[1]);
     const QString folder = QDir(arguments[1]).absolutePath();
-    QFile::remove(folder + u"/recipe.txt"_s);
+    for (const QString& file : {u"recipe.txt"_s, u"report.csv"_s}) {
+        QFile::remove(QDir(folder).filePath(file));
+    }
     // Pictures of an earlier tour, and nothing else that may lie there.
     for (const QString& old : QDir(folder).entryList({u"[0-9][0-9]-*.png"_s}, QDir::Files)) {
         QFile::remove(QDir(folder).filePath(old));

@@ -22,7 +22,6 @@ constexpr size_t kMostSpoken = 31;
 CGraphPane::CGraphPane(const QString& accessibleName, QWidget* parent) : QWidget(parent) {
     setAccessibleName(accessibleName);
     setFocusPolicy(Qt::TabFocus);
-    setContextMenuPolicy(Qt::CustomContextMenu);
     setMouseTracking(true);
 }
 

@@ -35,12 +35,15 @@ void CDiaryView::SetDiaryMenus(std::vector<QAction*> edit, QAction* own) {
     m_menus = {
         {u"File"_s,
          {CreateFrameAction(u"Open profile..."_s, kCommandOpenProfile),
+          CreateFrameAction(u"Report..."_s, kCommandReport),
           CreateFrameAction(u"&Exit"_s, kCommandExit)}},
         {u"Edit"_s, std::move(edit)},
         {u"Tools"_s,
          {CreateFrameAction(u"Preferences..."_s, kCommandPreferences),
           CreateFrameAction(u"User..."_s, kCommandUser),
-          CreateFrameAction(u"Targets..."_s, kCommandTargets), own}},
+          CreateFrameAction(u"Targets..."_s, kCommandTargets), own,
+          CreateFrameAction(u"Purge..."_s, kCommandPurge),
+          CreateFrameAction(u"About Velmora..."_s, kCommandAbout)}},
     };
 }
 

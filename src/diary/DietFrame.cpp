@@ -19,8 +19,14 @@
 #include "app/StartDialogs.h"
 #include "catalogue/ComposedMainView.h"
 #include "catalogue/FoodsMainView.h"
+#include "diary/AboutDialog.h"
 #include "diary/DietMainView.h"
+#include "diary/PurgeDialog.h"
+#include "diary/WeightMainView.h"
+#include "exercise/ExercisesMainView.h"
+#include "exercise/ExlibMainView.h"
 #include "platform/Messages.h"
+#include "report/ReportCommand.h"
 
 using namespace Qt::StringLiterals;
 
@@ -41,9 +47,12 @@ CMainView* CreateView(CVelmoraDoc& doc, QWidget* parent) {
 
 constexpr CViewRow kViews[] = {
     {kSwitchToDiet, "Diet", "Diet monitor tab", CreateView<CDietMainView>},
+    {kSwitchToWeight, "Weight", "Weight monitor tab", CreateView<CWeightMainView>},
+    {kSwitchToExercises, "Exercises", "Exercises monitor tab", CreateView<CExercisesMainView>},
     {kSwitchToFoods, "Foods", "Foods tab", CreateView<CFoodsMainView>},
     {kSwitchToMenus, "Menus", "Menus tab", CreateView<CMenusMainView>},
     {kSwitchToRecipes, "Recipes", "Recipes tab", CreateView<CRecipesMainView>},
+    {kSwitchToExlib, "Exlib", "Exlib tab", CreateView<CExlibMainView>},
 };
 
 const CViewRow* FindView(int command) {
@@ -130,6 +139,16 @@ void CDietFrame::RunCommand(int command) {
         case kCommandTargets:
             Refreshing([this] { return EditTargets(); });
             return;
+        case kCommandReport:
+            RunReport(m_doc, this);
+            return;
+        case kCommandPurge:
+            Refreshing(
+                [this] { return RunPurge(m_doc, this, [this] { ActiveView()->DataChanged(); }); });
+            return;
+        case kCommandAbout:
+            CAboutDialog(this).exec();
+            return;
         case kCommandHelp:
             ShowHelp();
             return;
@@ -155,6 +174,9 @@ void CDietFrame::CreateSwitchActions() {
         action->setToolTip(QLatin1StringView(row.toolTip));
         action->setCheckable(true);
         action->setData(row.command);
+        action->setShortcut(
+            Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + m_switchActions->actions().size() - 1));
+        addAction(action);  // the keys work where the tool bar has no room, too
         connect(action, &QAction::triggered, this,
                 [this, command = row.command] { RunCommand(command); });
     }

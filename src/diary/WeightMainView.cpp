@@ -93,6 +93,7 @@ void CWeightMainView::CreateLists() {
 
     m_graph = new CWeightGraph(Doc(), m_splitter);
     m_graph->setObjectName(u"graph"_s);
+    m_graph->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_graph, &QWidget::customContextMenuRequested, this,
             [this](const QPoint& position) { ShowListMenu(m_graphActions, m_graph, position); });
 }

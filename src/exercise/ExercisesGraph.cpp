@@ -1,5 +1,95 @@
 #include "exercise/ExercisesGraph.h"
 
-CExercisesGraph::CExercisesGraph(CVelmoraDoc& /*doc*/, QWidget* parent) : QWidget(parent) {}
+#include <QLocale>
+#include <QPainter>
+#include <algorithm>
 
-void CExercisesGraph::Reload() {}
+#include "controls/ColorDialog.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr double kBarShare = 0.6;
+constexpr double kLineWidth = 2;
+constexpr double kMarkRadius = 3;
+}  // namespace
+
+CExercisesGraph::CExercisesGraph(CVelmoraDoc& doc, QWidget* parent)
+    : CGraphPane(u"Exercises graph"_s, parent), m_doc(doc) {
+    setObjectName(u"exercisesGraph"_s);
+    Reload();
+}
+
+void CExercisesGraph::Reload() {
+    m_week = ExerciseWeekOf(m_doc, m_doc.dayShown);
+    LayOut();
+}
+
+CExercisesGraph::CColors CExercisesGraph::Colors() const {
+    const CExerciseTabSettings& tab = m_doc.Settings().exerciseTab;
+    return {ColorOf(tab.backgroundColor), ColorOf(tab.textColor)};
+}
+
+QString CExercisesGraph::EmptyText() const {
+    const bool hasBurned =
+        std::ranges::any_of(m_week, [](const CExerciseDay& day) { return day.burnedKcal > 0; });
+    return hasBurned ? QString()
+                     : u"No exercise in these seven days.\nPress Insert to add one; its energy is "
+                       "set against what you ate."_s;
+}
+
+std::vector<CGraphValue> CExercisesGraph::Layout() {
+    const EEnergyUnit unit = m_doc.Preferences().energyUnit;
+    double low = 0;
+    double high = 0;
+    for (const CExerciseDay& day : m_week) {
+        high =
+            std::max({high, EnergyShown(day.burnedKcal, unit), EnergyShown(day.surplusKcal, unit)});
+        low = std::min(low, EnergyShown(day.surplusKcal, unit));
+    }
+    SetValueAxis(
+        low, high,
+        UnitName(unit, EUnitForm::Abbreviated) + u" burned (bars), surplus eaten (line)"_s);
+    m_bars.clear();
+    m_line.clear();
+    std::vector<CGraphValue> values;
+    std::vector<CBottomLabel> labels;
+    const double width = Plot().width() / kGraphDays;
+    const bool hasRoom = BottomLabelRoom(u"Wed 30"_s) >= kGraphDays;
+    for (int i = 0; i < kGraphDays; ++i) {
+        const CExerciseDay& day = m_week.at(static_cast<size_t>(i));
+        const double middle = Plot().left() + (i + 0.5) * width;
+        const double burned = ValueScale().At(EnergyShown(day.burnedKcal, unit));
+        const double zero = ValueScale().At(0);
+        m_bars.emplace_back(QPointF(middle - width * kBarShare / 2, burned),
+                            QPointF(middle + width * kBarShare / 2, zero));
+        m_line.emplace_back(middle, ValueScale().At(EnergyShown(day.surplusKcal, unit)));
+        labels.push_back({middle, QLocale().toString(day.day, hasRoom ? u"ddd d"_s : u"d"_s)});
+        const QString text = QLocale().toString(day.day, QLocale::ShortFormat) +
+                             u": burned %1, surplus %2 "_s.arg(WholeEnergy(day.burnedKcal, unit))
+                                 .arg(WholeEnergy(day.surplusKcal, unit)) +
+                             UnitName(unit, EUnitForm::Abbreviated);
+        values.push_back({QPointF(middle, (burned + zero) / 2), text});
+        values.push_back({m_line.back(), text});
+    }
+    SetBottomLabels(std::move(labels));
+    return values;
+}
+
+void CExercisesGraph::PaintData(QPainter& painter) {
+    const CExerciseTabSettings& tab = m_doc.Settings().exerciseTab;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ColorOf(tab.barColor));
+    for (const QRectF& bar : m_bars) {
+        painter.drawRect(bar);
+    }
+    painter.setPen(QPen(ColorOf(tab.textColor), 1));
+    const double zero = ValueScale().At(0);
+    painter.drawLine(QPointF(Plot().left(), zero), QPointF(Plot().right(), zero));
+    painter.setPen(QPen(ColorOf(tab.lineColor), kLineWidth));
+    painter.setBrush(ColorOf(tab.lineColor));
+    painter.drawPolyline(m_line.data(), static_cast<int>(m_line.size()));
+    for (const QPointF& point : m_line) {
+        painter.drawEllipse(point, kMarkRadius, kMarkRadius);
+    }
+}

@@ -1,15 +1,26 @@
-// The week that ends with the day shown: energy burned and energy to burn.
+// The energy burned and the energy that should be burned, over seven days.
 #pragma once
 
-#include <QWidget>
+#include "controls/GraphPane.h"
+#include "exercise/ExerciseDays.h"
 
-#include "app/VelmoraDoc.h"
-
-class CExercisesGraph : public QWidget {
+/// Bars for what was burned, a line for the surplus of what was eaten. The document outlives it.
+class CExercisesGraph : public CGraphPane {
     Q_OBJECT
   public:
     CExercisesGraph(CVelmoraDoc& doc, QWidget* parent);
-
-    /// Reads the week that ends with the day shown, and the colours, anew.
+    /// Reads the week that ends with the day shown, the unit and the colours anew.
     void Reload();
+
+  protected:
+    CColors Colors() const override;
+    QString EmptyText() const override;
+    std::vector<CGraphValue> Layout() override;
+    void PaintData(QPainter& painter) override;
+
+  private:
+    CVelmoraDoc& m_doc;
+    ExerciseWeek m_week{};
+    std::vector<QRectF> m_bars;
+    std::vector<QPointF> m_line;
 };

@@ -24,7 +24,7 @@ class TestDietFrame : public CDiaryTest {
         const QPointer<CMainView> diet = frame.ActiveView();
         QVERIFY(frame.ShowView(65008));
         QCOMPARE(frame.ActiveView(), diet.data());
-        QVERIFY(!frame.ShowView(65009));
+        QVERIFY(!frame.ShowView(65011));
         QVERIFY(!frame.ShowView(0));
         QCOMPARE(frame.ActiveView(), diet.data());
 
@@ -37,7 +37,7 @@ class TestDietFrame : public CDiaryTest {
     }
 
     void aTabWithoutViewStartsWithTheDiary() {
-        m_doc->Settings().lastTabCommand = kWeightTabCommand;
+        m_doc->Settings().lastTabCommand = kMonthTabCommand;
         CDietFrame frame(*m_doc);
         QCOMPARE(frame.ActiveCommand(), 65008);
         QCOMPARE(frame.windowTitle(), u"Velmora:Ann"_s);
@@ -53,10 +53,11 @@ class TestDietFrame : public CDiaryTest {
             }
         }
         QCOMPARE(commands.join(u'|'),
-                 u"&File|Open profile...|&Exit|"
+                 u"&File|Open profile...|Report...|&Exit|"
                  "&Edit|Add entry...|Edit entry...|Delete entry...|Move entry...|"
                  "Duplicate entry...|"
-                 "&Tools|Preferences...|User...|Targets...|Foods...|&Help|Velmora help"_s);
+                 "&Tools|Preferences...|User...|Targets...|Foods...|Purge...|"
+                 "About Velmora...|&Help|Velmora help"_s);
         QStringList tips;
         for (const QAction* action : Find<QToolBar>(frame, "commands")->actions()) {
             tips.append(action->isSeparator() ? QString() : action->toolTip());
@@ -64,7 +65,8 @@ class TestDietFrame : public CDiaryTest {
         tips.removeAll(QString());
         QCOMPARE(tips.join(u'|'),
                  u"Add food/menu/recipe to meal|Delete food/menu/recipe from meal|"
-                 "Diet monitor tab|Foods tab|Menus tab|Recipes tab"_s);
+                 "Diet monitor tab|Weight monitor tab|Exercises monitor tab|Foods tab|Menus tab|"
+                 "Recipes tab|Exlib tab"_s);
     }
 
     void preferencesRefreshTheView() {

@@ -1,0 +1,10 @@
+// What this program is, and what it is built with.
+#pragma once
+
+#include "controls/Dialog.h"
+
+class CAboutDialog : public CDialog {
+    Q_OBJECT
+  public:
+    explicit CAboutDialog(QWidget* parent);
+};
