@@ -27,6 +27,8 @@ constexpr int kNarrowWidth = 480;
 constexpr int kWhole = 1000;
 /// The name's share of what both texts have of the list.
 constexpr int kNameShare = 450;
+/// Splitter handle, frame and scroll bar, for which fixed columns leave room.
+constexpr int kListFrame = 28;
 
 /// The windows of the catalogue, each reached from the others.
 struct CCatalogueWindow {
@@ -283,7 +285,7 @@ void CCatalogueView::resizeEvent(QResizeEvent* event) {
     SetSplitterPerMille(State().splitterPerMille);
     const int listWidth =
         wanted == Qt::Vertical ? width() : width() * (kWhole - State().splitterPerMille) / kWhole;
-    const int textsWidth = listWidth - m_addedWidth;
+    const int textsWidth = listWidth - m_addedWidth - (m_addedText ? kListFrame : 0);
     const int nameWidth = textsWidth * kNameShare / kWhole;
     // The last column takes what is left.
     m_list->SetColumnWidths({nameWidth, m_addedText ? textsWidth - nameWidth : 0, 0});

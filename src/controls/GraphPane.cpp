@@ -32,7 +32,7 @@ QSize CGraphPane::minimumSizeHint() const {
 void CGraphPane::SetValueAxis(double low, double high, const QString& unit, int headRoom) {
     const QFontMetrics font = fontMetrics();
     const double top = kMargin + font.height() + headRoom;
-    const double bottom = height() - kMargin - font.height() * 1.3;
+    const double bottom = height() - kMargin - font.height() * 1.6;
     const int ticks = std::clamp(static_cast<int>((bottom - top) / (font.height() * 2)) + 1, 2, 9);
     m_axis = ValueAxis(low, high, ticks);
     m_unit = unit;
@@ -96,13 +96,15 @@ void CGraphPane::PaintAxes(QPainter& painter, const QColor& text) {
         painter.drawText(QRectF(0, y - height / 2, m_plot.left() - kMargin, height),
                          Qt::AlignRight | Qt::AlignVCenter, ValueLabel(tick));
     }
-    painter.drawText(QRectF(kMargin, 1, width() - 2 * kMargin, height), Qt::AlignLeft, m_unit);
+    const int room = width() - 2 * kMargin;
+    painter.drawText(QRectF(kMargin, 1, room, height), Qt::AlignLeft,
+                     fontMetrics().elidedText(m_unit, Qt::ElideRight, room));
     for (const CBottomLabel& label : m_labels) {
         const double half = fontMetrics().horizontalAdvance(label.text) / 2.0;
         const double x = std::clamp(label.x, half + 1, std::max(half + 1, width() - half - 1));
         painter.setPen(text);
         painter.drawText(
-            QRectF(x - half - 1, m_plot.bottom() + height * 0.25, half * 2 + 2, height),
+            QRectF(x - half - 1, m_plot.bottom() + height * 0.55, half * 2 + 2, height),
             Qt::AlignCenter, label.text);
     }
 }

@@ -3,13 +3,14 @@
 #include <QLabel>
 #include <algorithm>
 
+#include "app/DateText.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int kLeastRows = 3;
 constexpr int kHintMargin = 8;
-constexpr int kDateCharacters = 12;
 constexpr int kTitleMargin = 16;
 
 constexpr auto kNoWeights =
@@ -42,7 +43,7 @@ void CWeightEntryList::BuildColumns() {
         m_widths.push_back(kept[column] > 0 ? kept[column] : natural);
     }
     if (kept[0] <= 0) {
-        m_widths[0] = kDateCharacters * fontMetrics().averageCharWidth();
+        m_widths[0] = fontMetrics().horizontalAdvance(ShownDate({2028, 12, 28})) + kTitleMargin;
     }
     SetColumnWidths(m_widths);
     // A column may not become as narrow as asked for.

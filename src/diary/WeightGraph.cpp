@@ -107,9 +107,13 @@ QString CWeightGraph::EmptyText() const {
                             : QString();
 }
 
+bool CWeightGraph::HasPlan() const {
+    const CTargets& targets = m_doc.Settings().targets;
+    return m_doc.Settings().weightTab.showGoalLine && targets.startDate.isValid() &&
+           targets.goalDate > targets.startDate;
+}
+
 std::pair<double, double> CWeightGraph::Span() const {
-    const double last =
-        std::max(m_points.back().day, static_cast<double>(m_doc.dayShown.toJulianDay()));
     const auto row =
         std::ranges::find(kSpans, static_cast<EGraphSpan>(m_doc.weightGraphSpan), &CSpanRow::span);
     const int months = row == std::end(kSpans) ? 0 : row->months;
@@ -118,10 +122,15 @@ std::pair<double, double> CWeightGraph::Span() const {
         return {static_cast<double>(lastDay.addMonths(-months).toJulianDay()),
                 m_points.back().day + 1};
     }
-    // A single day would be no line: the plan's days give it room.
-    const double first = m_points.front().day;
-    return last - first >= 1 ? std::pair(first, m_points.back().day)
-                             : std::pair(first - 1, m_points.back().day + 1);
+    double first = m_points.front().day;
+    double last = m_points.back().day;
+    if (HasPlan()) {
+        const CTargets& targets = m_doc.Settings().targets;
+        first = std::min(first, static_cast<double>(targets.startDate.toJulianDay()));
+        last = std::max(last, static_cast<double>(targets.goalDate.toJulianDay()));
+    }
+    // A single day would be no line.
+    return last - first >= 1 ? std::pair(first, last) : std::pair(first - 1, last + 1);
 }
 
 std::vector<CGraphValue> CWeightGraph::Layout() {
@@ -130,8 +139,7 @@ std::vector<CGraphValue> CWeightGraph::Layout() {
     QPointF from(static_cast<double>(targets.startDate.toJulianDay()),
                  Shown(targets.startWeightKg));
     QPointF to(static_cast<double>(targets.goalDate.toJulianDay()), Shown(targets.goalWeightKg));
-    m_hasGoalLine = m_doc.Settings().weightTab.showGoalLine && targets.startDate.isValid() &&
-                    targets.goalDate > targets.startDate && ClipLine(from, to, first, last);
+    m_hasGoalLine = HasPlan() && ClipLine(from, to, first, last);
     const auto inSight = [&](const CPoint& point) {
         return point.day >= first && point.day <= last;
     };
@@ -203,7 +211,8 @@ QColor CWeightGraph::TextColor() const {
 
 QColor CWeightGraph::WeightLineColor() const {
     const auto& color = m_doc.Settings().weightTab.weightLineColor;
-    return color ? ColorOf(*color) : palette().color(QPalette::Highlight);
+    const bool isDark = BackgroundColor().lightnessF() < 0.5;
+    return color ? ColorOf(*color) : isDark ? QColor(110, 175, 255) : QColor(25, 95, 175);
 }
 
 QColor CWeightGraph::GoalLineColor() const {

@@ -37,6 +37,8 @@ class CWeightGraph : public CGraphPane {
     };
 
     void AddSpanButtons();
+    /// Whether there is a line from start to goal to show.
+    [[nodiscard]] bool HasPlan() const;
     [[nodiscard]] double Shown(double weightKg) const;
     [[nodiscard]] QString WeightText(double weight) const;
     /// First and last day in sight.

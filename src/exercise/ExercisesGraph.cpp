@@ -47,9 +47,8 @@ std::vector<CGraphValue> CExercisesGraph::Layout() {
             std::max({high, EnergyShown(day.burnedKcal, unit), EnergyShown(day.surplusKcal, unit)});
         low = std::min(low, EnergyShown(day.surplusKcal, unit));
     }
-    SetValueAxis(
-        low, high,
-        UnitName(unit, EUnitForm::Abbreviated) + u" burned (bars), surplus eaten (line)"_s);
+    SetValueAxis(low, high,
+                 UnitName(unit, EUnitForm::Abbreviated) + u": burned (bars), surplus (line)"_s);
     m_bars.clear();
     m_line.clear();
     std::vector<CGraphValue> values;

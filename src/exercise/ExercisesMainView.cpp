@@ -19,6 +19,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+constexpr int kNameCharacters = 24;
+constexpr int kTitleMargin = 16;
 
 constexpr int kLeastRows = 3;
 constexpr int kHintMargin = 8;
@@ -174,9 +176,16 @@ void CExercisesMainView::CreateGraphActions() {
 }
 
 void CExercisesMainView::BuildColumns() {
-    const auto widths = Doc().Settings().exerciseTab.columnWidths;
+    auto widths = Doc().Settings().exerciseTab.columnWidths;
     const QString unit = UnitName(Doc().Preferences().energyUnit, EUnitForm::Abbreviated);
-    m_list->SetColumns({u"Exercise"_s, u"Ex. time"_s, u"Energy burned(%1)"_s.arg(unit)});
+    const QString energyTitle = u"Energy burned(%1)"_s.arg(unit);
+    m_list->SetColumns({u"Exercise"_s, u"Ex. time"_s, energyTitle});
+    if (widths == CExerciseTabSettings().columnWidths) {
+        // Until the user drags a column, names and the longest title get room.
+        widths[0] = std::max(widths[0], m_list->fontMetrics().averageCharWidth() * kNameCharacters);
+        widths[2] = std::max(widths[2],
+                             m_list->fontMetrics().horizontalAdvance(energyTitle) + kTitleMargin);
+    }
     m_list->SetColumnWidths({widths.begin(), widths.end()});
     // Connected once the columns have their widths: only what the user drags is kept.
     connect(m_list->header(), &QHeaderView::sectionResized, this, &CExercisesMainView::StoreLayout,

