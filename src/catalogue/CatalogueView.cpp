@@ -27,8 +27,8 @@ constexpr int kNarrowWidth = 480;
 constexpr int kWhole = 1000;
 /// The name's share of what both texts have of the list.
 constexpr int kNameShare = 450;
-/// Splitter handle, frame and scroll bar, for which fixed columns leave room.
-constexpr int kListFrame = 28;
+/// Splitter handle and frame, for which fixed columns leave room.
+constexpr int kListFrame = 10;
 
 /// The windows of the catalogue, each reached from the others.
 struct CCatalogueWindow {
