@@ -24,8 +24,7 @@ struct CConfirmTexts {
     const char* one;      ///< with the item's texts
     const char* several;  ///< with the count, "%d"
 };
-bool ConfirmFor(const CConfirmTexts& texts, int selected,
-                std::span<const CTextArgument> itemTexts);
+bool ConfirmFor(const CConfirmTexts& texts, int selected, std::span<const CTextArgument> itemTexts);
 bool ConfirmFor(const CConfirmTexts& texts, int selected,
                 std::initializer_list<CTextArgument> itemTexts);
 

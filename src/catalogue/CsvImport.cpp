@@ -64,7 +64,7 @@ class CImportRun {
 };
 
 bool CImportRun::Run() {
-    if (m_layout == nullptr || !m_file.OpenForReading(m_path)) {
+    if (!m_file.OpenForReading(m_path)) {
         ShowMessage(u"Cannot open file."_s);
         return false;
     }

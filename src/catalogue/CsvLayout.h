@@ -73,6 +73,5 @@ class CCsvLayout {
 };
 
 /// `folder` holds the exchange file and the category pictures beside it; empty for an export.
-/// Null for a kind that has no exchange.
 std::unique_ptr<CCsvLayout> MakeCsvLayout(CDatabase& database, ECatalogueKind kind,
                                           const QString& folder);

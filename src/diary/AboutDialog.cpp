@@ -2,7 +2,7 @@
 
 #include <sqlite3.h>
 
-#include <QFormLayout>
+#include <QFontInfo>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -20,7 +20,7 @@ CAboutDialog::CAboutDialog(QWidget* parent) : CDialog(u"About Velmora"_s, parent
     };
     QLabel* title = addText(u"Velmora "_s + QStringLiteral(VELMORA_VERSION), u"title"_s);
     QFont large = title->font();
-    large.setPointSizeF(large.pointSizeF() * 1.5);
+    large.setPointSizeF(QFontInfo(large).pointSizeF() * 1.5);
     large.setBold(true);
     title->setFont(large);
     addText(

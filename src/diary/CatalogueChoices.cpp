@@ -1,5 +1,6 @@
 #include "diary/CatalogueChoices.h"
 
+#include "catalogue/CatalogueRules.h"
 #include "diary/DietRules.h"
 
 #include <algorithm>
@@ -10,26 +11,6 @@ QStringList SortedOnce(QStringList texts) {
     texts.removeDuplicates();
     texts.sort(Qt::CaseInsensitive);
     return texts;
-}
-
-// Foods are read from the database itself: a category may hold more of them than a list does.
-QStringList TypesOfFood(CDatabase& database, qint32 categoryId, const QString& name) {
-    QStringList types;
-    const int first = database.Foods().FirstPositionOf(categoryId);
-    if (first < 0) {
-        return types;
-    }
-    CFoodItem food;
-    database.Foods().ForEachFrom(first, [&](int, PropertyList& properties) {
-        if (!food.SetProperties(std::move(properties)) || food.GetCategoryId() != categoryId) {
-            return false;
-        }
-        if (food.GetName() == name) {
-            types.append(food.GetType());
-        }
-        return true;
-    });
-    return types;
 }
 
 template <typename Item>
@@ -60,8 +41,10 @@ QStringList CategoryNames(CDatabase& database, ECatalogueKind kind) {
 
 QStringList NamesInCategory(CDatabase& database, ECatalogueKind kind, qint32 categoryId) {
     QStringList names;
-    if (kind == ECatalogueKind::Foods) {
-        for (const CUniqueName& unique : database.FillArrayWithUniqueFoodNames(categoryId)) {
+    if (CatalogueLayoutOf(kind).namesType) {
+        for (const CUniqueName& unique : kind == ECatalogueKind::Foods
+                                             ? database.FillArrayWithUniqueFoodNames(categoryId)
+                                             : database.FillArrayWithUniqueExlibNames(categoryId)) {
             names.append(unique.name);
         }
     } else {
@@ -72,14 +55,13 @@ QStringList NamesInCategory(CDatabase& database, ECatalogueKind kind, qint32 cat
     return SortedOnce(names);
 }
 
+// From the database itself: a category may hold more items than a list does.
 QStringList TypesOfName(CDatabase& database, ECatalogueKind kind, qint32 categoryId,
                         const QString& name) {
-    if (kind == ECatalogueKind::Foods) {
-        return SortedOnce(TypesOfFood(database, categoryId, name));
-    }
     QStringList types;
-    for (const CCategoryListEntry& item : database.FillCategoryList(kind, categoryId)) {
-        if (item.name == name && !item.type.isEmpty()) {
+    for (const CCategoryListEntry& item :
+         CCatalogueRules(database, kind).ItemsOfName(categoryId, name)) {
+        if (!item.type.isEmpty()) {
             types.append(item.type);
         }
     }

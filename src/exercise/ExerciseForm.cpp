@@ -36,6 +36,18 @@ void ShowInformation(const QString& text) {
     ShowMessage(text, EMessageIcon::Information);
 }
 
+/// The category whose name an entry keeps the beginning of, or the first one.
+qint32 CategoryOf(CDatabase& database, const CExerciseEntry& entry) {
+    CExerciseEntry cut;
+    for (const CCategoryEntry& category : database.ListCategories(kKind)) {
+        cut.SetCategory(category.name);
+        if (!entry.GetCategory().isEmpty() && cut.GetCategory() == entry.GetCategory()) {
+            return category.id;
+        }
+    }
+    return database.CategoryIdOf(kKind, CategoryNames(database, kKind).value(0));
+}
+
 }  // namespace
 
 CExerciseForm::CExerciseForm(CVelmoraDoc& doc, const CExerciseEntry& entry)
@@ -48,8 +60,7 @@ CExerciseForm::CExerciseForm(CVelmoraDoc& doc, const CExerciseEntry& entry)
       m_type(entry.GetType()),
       m_time(TimeOf(entry.GetMoment())) {
     if (m_categoryId < 0) {
-        m_categoryId =
-            doc.Database().CategoryIdOf(kKind, CategoryNames(doc.Database(), kKind).value(0));
+        m_categoryId = CategoryOf(doc.Database(), entry);
     }
     if (!m_name.isEmpty() && entry.GetMinutes() > 0 && entry.GetEnergyKcal() > 0) {
         m_measured = {entry.GetMinutes(), entry.GetEnergyKcal()};
@@ -76,7 +87,7 @@ QStringList CExerciseForm::Choices(EPicker picker) {
             empty = u"There are no names to select."_s;
             break;
         case EPicker::Type:
-            choices = TypesOfName(database, kKind, m_categoryId, m_name);
+            choices = TypesOfName(database, kKind, m_categoryId, m_name.trimmed());
             empty = u"There are no types to select."_s;
             break;
         case EPicker::None:

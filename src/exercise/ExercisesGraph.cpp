@@ -17,11 +17,10 @@ constexpr double kMarkRadius = 3;
 CExercisesGraph::CExercisesGraph(CVelmoraDoc& doc, QWidget* parent)
     : CGraphPane(u"Exercises graph"_s, parent), m_doc(doc) {
     setObjectName(u"exercisesGraph"_s);
-    Reload();
 }
 
-void CExercisesGraph::Reload() {
-    m_week = ExerciseWeekOf(m_doc, m_doc.dayShown);
+void CExercisesGraph::Show(const ExerciseWeek& week) {
+    m_week = week;
     LayOut();
 }
 
@@ -31,11 +30,15 @@ CExercisesGraph::CColors CExercisesGraph::Colors() const {
 }
 
 QString CExercisesGraph::EmptyText() const {
-    const bool hasBurned =
-        std::ranges::any_of(m_week, [](const CExerciseDay& day) { return day.burnedKcal > 0; });
-    return hasBurned ? QString()
-                     : u"No exercise in these seven days.\nPress Insert to add one; its energy is "
-                       "set against what you ate."_s;
+    // A day without food falls short of the target by all of it.
+    const double target = m_doc.Settings().targets.dailyEnergyKcal;
+    const bool isEmpty = std::ranges::all_of(m_week, [target](const CExerciseDay& day) {
+        return day.burnedKcal <= 0 && day.surplusKcal <= -target;
+    });
+    return isEmpty
+               ? u"Neither food nor exercise in these seven days.\nPress Insert to add what you "
+                 "did; its energy is set against what you ate."_s
+               : QString();
 }
 
 std::vector<CGraphValue> CExercisesGraph::Layout() {

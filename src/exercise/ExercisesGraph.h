@@ -9,8 +9,8 @@ class CExercisesGraph : public CGraphPane {
     Q_OBJECT
   public:
     CExercisesGraph(CVelmoraDoc& doc, QWidget* parent);
-    /// Reads the week that ends with the day shown, the unit and the colours anew.
-    void Reload();
+    /// Shows a week, with unit and colours as they are now.
+    void Show(const ExerciseWeek& week);
 
   protected:
     CColors Colors() const override;

@@ -72,7 +72,12 @@ std::vector<QAction*> CExercisesMainView::ToolButtons() {
 
 void CExercisesMainView::StoreLayout() {
     const std::vector<int> widths = m_list->GetColumnWidths();
-    std::ranges::copy(widths, Doc().Settings().exerciseTab.columnWidths.begin());
+    for (size_t column = 0; column < m_shownWidths.size(); ++column) {
+        if (widths[column] != m_shownWidths[column]) {
+            std::ranges::copy(widths, Doc().Settings().exerciseTab.columnWidths.begin());
+            m_shownWidths = widths;
+        }
+    }
 }
 
 void CExercisesMainView::DataChanged() {
@@ -186,7 +191,9 @@ void CExercisesMainView::BuildColumns() {
         widths[2] = std::max(widths[2],
                              m_list->fontMetrics().horizontalAdvance(energyTitle) + kTitleMargin);
     }
+    m_shownWidths.clear();
     m_list->SetColumnWidths({widths.begin(), widths.end()});
+    m_shownWidths = m_list->GetColumnWidths();
     // Connected once the columns have their widths: only what the user drags is kept.
     connect(m_list->header(), &QHeaderView::sectionResized, this, &CExercisesMainView::StoreLayout,
             Qt::UniqueConnection);
@@ -217,9 +224,9 @@ void CExercisesMainView::ShowGraph() {
     colors.setColor(QPalette::Window, ColorOf(settings.backgroundColor));
     colors.setColor(QPalette::WindowText, ColorOf(settings.textColor));
     m_pane->setPalette(colors);
-    m_headline->setText(ExerciseHeadline(ExerciseWeekOf(Doc(), Doc().dayShown).back(),
-                                         Doc().Preferences().energyUnit));
-    m_graph->Reload();
+    const ExerciseWeek week = ExerciseWeekOf(Doc(), Doc().dayShown);
+    m_headline->setText(ExerciseHeadline(week.back(), Doc().Preferences().energyUnit));
+    m_graph->Show(week);
 }
 
 void CExercisesMainView::ShowIcons() {
@@ -248,6 +255,13 @@ void CExercisesMainView::Add() {
     if (dialog.exec() == QDialog::Accepted) {
         AddExercise(Doc().Database(), form.GetResult());
         Reload();
+        // What was added stands behind all others of its moment.
+        for (int row = static_cast<int>(m_exercises.size()) - 1; row >= 0; --row) {
+            if (m_exercises[row].entry == form.GetResult()) {
+                m_list->SelectRow(row);
+                break;
+            }
+        }
     }
 }
 
@@ -262,6 +276,12 @@ void CExercisesMainView::Edit() {
     if (dialog.exec() == QDialog::Accepted) {
         EditExercise(Doc().Database(), exercise, form.GetResult());
         Reload(rows.front());
+        // A new time may have moved it.
+        const auto moved =
+            std::ranges::find(m_exercises, exercise.record, &CListedExercise::record);
+        if (moved != m_exercises.end()) {
+            m_list->SelectRow(static_cast<int>(moved - m_exercises.begin()));
+        }
     }
 }
 

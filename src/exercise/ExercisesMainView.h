@@ -52,6 +52,7 @@ class CExercisesMainView : public CDiaryView {
     std::vector<QAction*> m_graphCommands;
     QSplitter* m_splitter = nullptr;
     CReportList* m_list = nullptr;
+    std::vector<int> m_shownWidths;  ///< as the columns were built
     QLabel* m_hint = nullptr;
     QWidget* m_pane = nullptr;
     QLabel* m_headline = nullptr;
