@@ -107,7 +107,7 @@ std::vector<QPointF> ThinnedLine(const std::vector<QPointF>& points) {
     std::size_t begin = 0;
     while (begin < points.size()) {
         const double column = std::floor(points[begin].x() / kColumns);
-        std::size_t end = begin;
+        std::size_t end = begin + 1;
         std::size_t lowest = begin;
         std::size_t highest = begin;
         for (; end < points.size() && std::floor(points[end].x() / kColumns) == column; ++end) {

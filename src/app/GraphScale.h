@@ -27,7 +27,7 @@ struct CDateTick {
     QString label;
 };
 /// Days, weeks, months, quarters or years between two days, at most `most` of them, all of one
-/// kind; labelled in the locale's words. One tick at `from` when there is room for no more.
+/// kind; labelled in the locale's words. One tick at `from` when no round day lies between them.
 std::vector<CDateTick> DateTicks(QDate from, QDate to, int most);
 
 /// Maps values to pixels.

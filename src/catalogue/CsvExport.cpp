@@ -56,7 +56,7 @@ bool CExportRun::HasItems() const {
 }
 
 bool CExportRun::Run(const QString& path) {
-    if (!m_file.Create(path)) {
+    if (m_database.IsVolume(path) || !m_file.Create(path)) {
         ShowMessage(u"Cannot create file."_s);
         return false;
     }

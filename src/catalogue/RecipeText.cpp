@@ -24,7 +24,7 @@ bool SaveRecipeText(const CComposedForm& recipe) {
 
 bool SaveRecipeTextFile(const CComposedForm& recipe, const QString& path) {
     CTextFile file;
-    if (!file.Create(path)) {
+    if (recipe.Doc().Database().IsVolume(path) || !file.Create(path)) {
         ShowMessage(u"Cannot create file."_s);
         return false;
     }

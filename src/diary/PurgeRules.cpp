@@ -24,7 +24,12 @@ int Walk(CItemDatabaseBase& diary, const CPurgeRequest& request, EFailure failur
             return true;
         }
         ++purged;
-        return diary.Delete(position) || failure == EFailure::IsCounted;
+        // The walk that counts tells of each failure.
+        if (failure == EFailure::IsCounted) {
+            (void)diary.Delete(position);
+            return true;
+        }
+        return diary.DeleteQuietly(position);
     };
     diary.ForEachFrom(0, purge, 1);
     return purged;
@@ -32,6 +37,9 @@ int Walk(CItemDatabaseBase& diary, const CPurgeRequest& request, EFailure failur
 
 int PurgeDiary(CItemDatabaseBase& diary, const CPurgeRequest& request) {
     CRecordGroup group(diary.GetStore());
+    if (!group.IsOpen()) {
+        return Walk(diary, request, EFailure::IsCounted);
+    }
     const int purged = Walk(diary, request, EFailure::Stops);
     // A group that cannot be kept leaves everything as it was: then each record goes for itself.
     return group.Commit() ? purged : Walk(diary, request, EFailure::IsCounted);

@@ -2,12 +2,14 @@
 
 #include <QButtonGroup>
 #include <QHBoxLayout>
-#include <QLocale>
 #include <QPainter>
 #include <QToolButton>
 #include <algorithm>
+#include <cmath>
 
+#include "app/DateText.h"
 #include "controls/ColorDialog.h"
+#include "controls/ReportList.h"
 #include "platform/FileTime.h"
 
 using namespace Qt::StringLiterals;
@@ -74,11 +76,11 @@ void CWeightGraph::Reload() {
     m_doc.Database().Weight().ForEachFrom(
         0,
         [this](int, PropertyList& properties) {
-            const auto* moment =
-                properties.size() > 1 ? std::get_if<FileTime>(&properties[0]) : nullptr;
-            const auto* weightKg =
-                moment != nullptr ? std::get_if<double>(&properties[1]) : nullptr;
-            if (weightKg != nullptr) {
+            const bool isWhole = std::ssize(properties) == kWeightLayout.Count();
+            const auto* moment = isWhole ? std::get_if<FileTime>(&properties[0]) : nullptr;
+            const auto* weightKg = isWhole ? std::get_if<double>(&properties[1]) : nullptr;
+            if (moment != nullptr && weightKg != nullptr && std::isfinite(*weightKg) &&
+                DateOf(*moment).isValid()) {
                 m_points.push_back({DayOf(*moment), Shown(*weightKg)});
             }
             return true;
@@ -130,7 +132,8 @@ std::pair<double, double> CWeightGraph::Span() const {
         last = std::max(last, static_cast<double>(targets.goalDate.toJulianDay()));
     }
     // A single day would be no line.
-    return last - first >= 1 ? std::pair(first, last) : std::pair(first - 1, last + 1);
+    return last - first >= 1 ? std::pair(std::floor(first), last)
+                             : std::pair(std::floor(first) - 1, last + 1);
 }
 
 std::vector<CGraphValue> CWeightGraph::Layout() {
@@ -166,8 +169,7 @@ std::vector<CGraphValue> CWeightGraph::Layout() {
         const QPointF place(days.At(point.day), ValueScale().At(point.weight));
         m_line.push_back(place);
         const QDate day = QDate::fromJulianDay(static_cast<qint64>(point.day));
-        values.push_back({place, QLocale().toString(day, QLocale::ShortFormat) + u": "_s +
-                                     WeightText(point.weight)});
+        values.push_back({place, ShownDate(day) + u": "_s + WeightText(point.weight)});
     }
     m_line = ThinnedLine(m_line);
     m_goalFrom = QPointF(days.At(from.x()), ValueScale().At(from.y()));
@@ -206,7 +208,7 @@ void CWeightGraph::resizeEvent(QResizeEvent* event) {
 
 QColor CWeightGraph::TextColor() const {
     const auto& color = m_doc.Settings().weightTab.textColor;
-    return color ? ColorOf(*color) : palette().color(QPalette::Text);
+    return color ? ColorOf(*color) : ReadableTextColor(BackgroundColor());
 }
 
 QColor CWeightGraph::WeightLineColor() const {

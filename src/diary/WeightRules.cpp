@@ -59,8 +59,11 @@ int DeleteWeights(CVelmoraDoc& doc, const std::vector<int>& positions) {
     // From the last one, so that the positions before it hold.
     const std::vector<int> fromTheLast(positions.rbegin(), positions.rend());
     CRecordGroup group(doc.Database().GetStore());
-    const int deleted = ActOnEach(
-        fromTheLast, [&](int position) { return doc.Database().Weight().Delete(position); }, {});
+    const int deleted =
+        !group.IsOpen()
+            ? 0
+            : ActOnEach(fromTheLast,
+                        [&](int position) { return doc.Database().Weight().Delete(position); }, {});
     const int gone = group.Commit() ? deleted : 0;
     if (gone < count) {
         ShowMessage(u"Cannot delete weight."_s, EMessageIcon::Information);

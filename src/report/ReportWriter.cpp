@@ -258,5 +258,9 @@ QString CReportWriter::NutrientFields(const NutrientValues& values) const {
 }  // namespace
 
 bool WriteReport(CVelmoraDoc& doc, const CReportRequest& request, const QString& path) {
+    if (doc.Database().IsVolume(path)) {
+        ShowMessage(u"Cannot create file."_s);
+        return false;
+    }
     return CReportWriter(doc, request).Write(path);
 }

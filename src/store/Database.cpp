@@ -2,6 +2,7 @@
 
 #include "platform/Messages.h"
 
+#include <QFileInfo>
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -106,6 +107,11 @@ void CDatabase::CloseCatalogue() {
         database->Close();
     }
     m_store.UnmountVolume();
+}
+
+bool CDatabase::IsVolume(const QString& path) const {
+    const QString volume = QFileInfo(m_volumePath).canonicalFilePath();
+    return !volume.isEmpty() && QFileInfo(path).canonicalFilePath() == volume;
 }
 
 CItemDatabaseBase& CDatabase::Items(ECatalogueKind kind) {

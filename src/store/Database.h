@@ -33,6 +33,8 @@ class CDatabase {
     bool OpenCatalogue();
     void CloseCatalogue();
     CRecordStore& GetStore() { return m_store; }
+    /// Whether a path leads to the volume itself, which no export may write over.
+    [[nodiscard]] bool IsVolume(const QString& path) const;
 
     CItemDatabase<CFoodItem>& Foods() { return m_foods; }
     CItemDatabase<CMenuItem>& Menus() { return m_menus; }

@@ -82,6 +82,8 @@ class CRecordGroup {
     CRecordGroup(const CRecordGroup&) = delete;
     CRecordGroup& operator=(const CRecordGroup&) = delete;
     bool Commit();
+    /// False when it could not be begun: writes then stand each for themselves.
+    [[nodiscard]] bool IsOpen() const { return m_open; }
 
   private:
     CRecordStore& m_store;
