@@ -1,7 +1,6 @@
 #include "DiaryFixture.h"
 
 #include "diary/PurgeRules.h"
-#include "support/DataRows.h"
 #include "support/Files.h"
 
 class TestPurge : public CDiaryTest {
@@ -16,23 +15,14 @@ class TestPurge : public CDiaryTest {
         said.replace(u"\nWeight entries: "_s, u" "_s).replace(u"\nExersises: "_s, u" "_s);
         return isDone ? said.trimmed() : said + u"asked"_s;
     }
-    void AddWeightAndExercise() {
-        CWeightEntry weight;
-        weight.SetMoment(ToFileTime(kDay, {7, 0}));
-        CExerciseEntry exercise;
-        exercise.SetMoment(ToFileTime(kDay, {7, 0}));
-        QVERIFY(Database().Weight().Write(-1, weight));
-        QVERIFY(Database().Exercises().Write(-1, exercise));
-    }
-
   private slots:
     void init() { MakeDiary(); }
     void cleanup() { DropVolume(); }
 
     void everySecondOneOfAdjacentEntriesStays() {
-        AddEntry(u"Tea"_s, QTime(8, 0));
-        AddEntry(u"Bun"_s, QTime(9, 0));
-        AddEntry(u"Egg"_s, QTime(10, 0));
+        for (const auto& [name, hour] : {std::pair(u"Tea"_s, 8), {u"Bun"_s, 9}, {u"Egg"_s, 10}}) {
+            AddEntry(name, QTime(hour, 0));
+        }
         const CPurgeRequest request{kDay, kDay, true};
         QCOMPARE(Purged(request), u"2 0 0"_s);
         QCOMPARE(Stored(), QStringList{u"Bun 31 09:00 L"_s});
@@ -45,38 +35,32 @@ class TestPurge : public CDiaryTest {
         QCOMPARE(Stored(), QStringList());
     }
 
-    void bothBoundsBelongToTheRange_data() {
-        AddRows<QDate, QDate, QTime, QString>({
-            {"first second of the first day", kDay, kDay.addDays(9), QTime(0, 0), u"1 0 0"_s},
-            {"last second of the last day", kDay.addDays(-9), kDay, QTime(23, 59, 59), u"1 0 0"_s},
-            {"the day before", kDay.addDays(1), kDay.addDays(9), QTime(23, 59, 59), u"0 0 0"_s},
-            {"the day after", kDay.addDays(-9), kDay.addDays(-1), QTime(0, 0), u"0 0 0"_s},
-            {"begin after end", kDay.addDays(1), kDay.addDays(-1), QTime(12, 0), u"0 0 0"_s},
-        });
-    }
     void bothBoundsBelongToTheRange() {
-        const auto& [begin, end, time, totals] = DataRow<QDate, QDate, QTime, QString>();
-        AddEntry(u"Tea"_s, time);
-        QCOMPARE(Purged({begin, end, true}), totals);
+        const auto purged = [this](int from, int to) {
+            return Purged({kDay.addDays(from), kDay.addDays(to), true});
+        };
+        AddEntry(u"Tea"_s, QTime(0, 0));
+        QCOMPARE(purged(-9, -1) + u'|' + purged(1, -1), u"0 0 0|0 0 0"_s);
+        QCOMPARE(purged(0, 9), u"1 0 0"_s);
+        AddEntry(u"Tea"_s, QTime(23, 59, 59));
+        QCOMPARE(purged(1, 9) + u'|' + purged(-9, 0), u"0 0 0|1 0 0"_s);
     }
 
-    void onlyTheKindsChosenGo() {
+    void onlyTheKindsChosenGoAndRecordsOfAnotherLayoutStay() {
         AddEntry(u"Tea"_s, QTime(8, 0));
-        AddWeightAndExercise();
+        CWeightEntry weight;
+        weight.SetMoment(ToFileTime(kDay, {7, 0}));
+        CExerciseEntry exercise;
+        exercise.SetMoment(ToFileTime(kDay, {7, 0}));
+        CItemDatabaseBase& diet = Database().Diet();
+        QVERIFY(Database().Weight().Write(-1, weight) && diet.Write(-1, weight));
+        QVERIFY(Database().Exercises().Write(-1, exercise));
         m_messages->answer = false;
         QCOMPARE(Purged({kDay, kDay, true, true, true}), u"asked"_s);
         m_messages->answer = true;
         QCOMPARE(Purged({kDay, kDay}), u"0 0 0"_s);
         QCOMPARE(Purged({kDay, kDay, false, true, true}), u"0 1 1"_s);
         QCOMPARE(Purged({kDay, kDay, true, true, true}), u"1 0 0"_s);
-    }
-
-    void recordsOfAnotherLayoutStay() {
-        CWeightEntry stranger;
-        stranger.SetMoment(ToFileTime(kDay, {9, 0}));
-        CItemDatabaseBase& diet = Database().Diet();
-        QVERIFY(diet.Write(-1, stranger));
-        QCOMPARE(Purged({kDay, kDay, true}), u"0 0 0"_s);
         QCOMPARE(diet.Count(), 1);
     }
 

@@ -102,24 +102,25 @@ class TestWeightView : public CDiaryTest {
         QCOMPARE(Find<QLineEdit>(dialog, "chestMajor")->accessibleName(), u"Chest, in"_s);
     }
 
-    void theRowAtTheOldPlaceIsSelected() {
+    void theRowAtTheOldPlaceOrOfTheDayIsSelected() {
         AddWeights(3);
         COpenView open(*m_doc);
-        open.weights->SelectRow(0);
+        QVERIFY(open.weights->SelectedRows().empty());
+        open.Action(u"Edit weight..."_s)->trigger();
+        QCOMPARE(m_messages->Said(), u"Please select weight to edit."_s);
+        Find<QToolButton>(open.view, "Next day")->click();
+        QCOMPARE(open.weights->SelectedRows(), std::vector<int>{1});
         OnDialog<CWeightEditDialog>([](CWeightEditDialog& dialog) {
             Replace(Find<QLineEdit>(dialog, "weightMajor"), u"75"_s);
             Press(dialog, "ok");
         });
         QTest::keyClick(open.weights, Qt::Key_Return);
-        QCOMPARE(open.Cell(0, 1), u"75.00"_s);
-        QCOMPARE(open.weights->SelectedRows(), std::vector<int>{0});
+        QCOMPARE(open.Cell(1, 1), u"75.00"_s);
+        QCOMPARE(open.weights->SelectedRows(), std::vector<int>{1});
         open.weights->SelectRow(2);
         open.Action(u"Delete weight..."_s)->trigger();
         QCOMPARE(open.weights->RowCount(), 2);
         QCOMPARE(open.weights->SelectedRows(), std::vector<int>{1});
-        open.weights->clearSelection();
-        open.Action(u"Edit weight..."_s)->trigger();
-        QCOMPARE(m_messages->Said(), u"Please select weight to edit."_s);
     }
 
     void theTableStandsInTheColoursOfTheRisk() {
@@ -132,19 +133,14 @@ class TestWeightView : public CDiaryTest {
             auto* table = Find<CReportList>(dialog, "bmiTable");
             QCOMPARE(table->SelectedRows(), std::vector<int>{11});
             QCOMPARE(table->columnWidth(0), table->width() / 4);
-            const auto colorOf = [table](int row) {
+            for (const auto& [row, color] :
+                 {std::pair(0, "#7f7f7f"), {1, "#ff4b4b"}, {11, "#00ff00"}, {20, "#ffff00"}}) {
                 const QModelIndex cell = table->model()->index(row, 1);
                 table->scrollTo(cell);
-                return table->viewport()
-                    ->grab(table->visualRect(cell))
-                    .toImage()
-                    .pixelColor(table->visualRect(cell).width() - 3, 3)
-                    .name();
-            };
-            QCOMPARE(colorOf(0), u"#7f7f7f"_s);
-            QCOMPARE(colorOf(1), u"#ff4b4b"_s);
-            QCOMPARE(colorOf(11), u"#00ff00"_s);
-            QCOMPARE(colorOf(20), u"#ffff00"_s);
+                const QRect area = table->visualRect(cell);
+                const QImage picture = table->viewport()->grab(area).toImage();
+                QCOMPARE(picture.pixelColor(area.width() - 3, 3), QColor(color));
+            }
             Press(dialog, "ok");
         });
         open.Action(u"BMI..."_s)->trigger();
@@ -152,9 +148,8 @@ class TestWeightView : public CDiaryTest {
 
     void theGraphsMenuChangesItsSettings() {
         const COpenView open(*m_doc);
-        QAction* goalLine = open.Action(u"Show goal line"_s);
-        QVERIFY(goalLine->isChecked());
-        goalLine->trigger();
+        QVERIFY(open.Action(u"Show goal line"_s)->isChecked());
+        open.Action(u"Show goal line"_s)->trigger();
         QVERIFY(!m_doc->Settings().weightTab.showGoalLine);
         OnDialog<CColorDialog>([](CColorDialog& dialog) {
             QCOMPARE(dialog.findChild<QLabel*>()->text(), u"Select goal line color:"_s);
@@ -164,14 +159,6 @@ class TestWeightView : public CDiaryTest {
         open.Action(u"Goal line color..."_s)->trigger();
         QCOMPARE(m_doc->Settings().weightTab.goalLineColor, std::optional(Rgb(1, 2, 3)));
         QVERIFY(!m_doc->Settings().weightTab.textColor);
-    }
-
-    void anotherDaySelectsItsWeight() {
-        AddWeights(3);
-        COpenView open(*m_doc);
-        QVERIFY(open.weights->SelectedRows().empty());
-        Find<QToolButton>(open.view, "Next day")->click();
-        QCOMPARE(open.weights->SelectedRows(), std::vector<int>{1});
     }
 
     void draggedColumnsAndSplitOutliveTheView() {

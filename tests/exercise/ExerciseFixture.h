@@ -5,6 +5,29 @@
 #include "exercise/ExerciseForm.h"
 #include "exercise/ExerciseRules.h"
 
+#include <QProcess>
+
+inline void AddToLibrary(CDatabase& database, qint32 category, const QString& name,
+                         const QString& type, double rateKcalPerMinute, double met) {
+    CExerciseItem item;
+    item.SetCategoryId(category);
+    item.SetName(name);
+    item.SetType(type);
+    item.SetEnergyRateKcalPerMinute(rateKcalPerMinute);
+    item.SetMet(met);
+    QVERIFY(database.Exlib().Write(-1, item));
+}
+
+/// Status, output and messages of the scriptable program, which wants the volume for itself.
+inline QString Scripted(const QString& volume, const QString& command) {
+    QProcess process;
+    process.start(QStringLiteral(VELMORA_CLI),
+                  QStringList{u"--volume"_s, volume} + QProcess::splitCommand(command));
+    process.waitForFinished();
+    return QString::number(process.exitCode()) + u'|' +
+           QString::fromUtf8(process.readAllStandardOutput() + process.readAllStandardError());
+}
+
 /// A test over it calls MakeExercises in init.
 class CExercisesTest : public CDiaryTest {
   protected:
@@ -12,11 +35,11 @@ class CExercisesTest : public CDiaryTest {
         MakeDiary();
         m_doc->Settings().targets.startWeightKg = 70;
         m_doc->Settings().targets.dailyEnergyKcal = 2000;
-        const qint32 sports = ::AddCategory(Database(), u"Sports"_s, ECatalogueKind::Exercises);
-        ::AddCategory(Database(), u"Garden"_s, ECatalogueKind::Exercises);
-        AddToLibrary(sports, u"Running"_s, u"slow"_s, 0, 8);
-        AddToLibrary(sports, u"Running"_s, u"fast"_s, 12.4, 0);
-        AddToLibrary(sports, u"Chess"_s, u"seated"_s, 0, 0);
+        const qint32 sports = AddCategory(Database(), u"Sports"_s, ECatalogueKind::Exercises);
+        AddCategory(Database(), u"Garden"_s, ECatalogueKind::Exercises);
+        AddToLibrary(Database(), sports, u"Running"_s, u"slow"_s, 0, 8);
+        AddToLibrary(Database(), sports, u"Running"_s, u"fast"_s, 12.4, 0);
+        AddToLibrary(Database(), sports, u"Chess"_s, u"seated"_s, 0, 0);
     }
 
     CExerciseEntry AddDone(const QString& name, QDate day, QTime time, double minutes,
@@ -42,17 +65,5 @@ class CExercisesTest : public CDiaryTest {
                          u' ' + ExerciseEnergyText(entry.GetEnergyKcal(), EEnergyUnit::Kcal));
         }
         return texts.join(u'|');
-    }
-
-  private:
-    void AddToLibrary(qint32 category, const QString& name, const QString& type, double rate,
-                      double met) {
-        CExerciseItem item;
-        item.SetCategoryId(category);
-        item.SetName(name);
-        item.SetType(type);
-        item.SetEnergyRateKcalPerMinute(rate);
-        item.SetMet(met);
-        QVERIFY(Database().Exlib().Write(-1, item));
     }
 };

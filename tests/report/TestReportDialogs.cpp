@@ -59,8 +59,7 @@ class TestReportDialogs : public CDiaryTest {
         bool isReloaded = false;
         const auto reload = [&] { isReloaded = m_messages->shown.isEmpty() && Stored().isEmpty(); };
         OnDialog<CPurgeDialog>([](CPurgeDialog& dialog) { dialog.reject(); });
-        QVERIFY(!RunPurge(*m_doc, nullptr, reload));
-        QVERIFY(m_messages->asked.isEmpty());
+        QVERIFY(!RunPurge(*m_doc, nullptr, reload) && m_messages->asked.isEmpty());
         OnDialog<CPurgeDialog>([](CPurgeDialog& dialog) {
             const CPurgeRequest request = dialog.GetRequest();
             QVERIFY(!request.diet && !request.weights && !request.exercises);
@@ -70,8 +69,7 @@ class TestReportDialogs : public CDiaryTest {
             QTest::keyClick(Find<QCheckBox>(dialog, "diet"), Qt::Key_Space);
             Press(dialog, "ok");
         });
-        QVERIFY(RunPurge(*m_doc, nullptr, reload));
-        QVERIFY(isReloaded);
+        QVERIFY(RunPurge(*m_doc, nullptr, reload) && isReloaded);
         QCOMPARE(m_messages->Said(),
                  u"Total purged:\n\nDiet entries: 1\nWeight entries: 0\nExersises: 0\n\n"_s);
         QCOMPARE(m_messages->waits, 0);
