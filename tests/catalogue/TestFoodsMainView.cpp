@@ -7,11 +7,13 @@
 #include "catalogue/CategoryPickDialog.h"
 #include "catalogue/FindDialog.h"
 #include "catalogue/FindItems.h"
+#include "catalogue/FoodEditDialog.h"
 #include "catalogue/FoodsMainView.h"
 #include "controls/ReportList.h"
 #include "support/CatalogueTest.h"
 #include "support/Clicks.h"
 #include "support/DataRows.h"
+#include "support/Files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -72,6 +74,7 @@ class TestFoodsMainView : public CCatalogueTest {
         Open();
         Trigger("New food");
         Trigger("Rename category");
+        Trigger("Rename food name");
         Fill();
         m_view->DataChanged();
         Trigger("Edit food");
@@ -82,8 +85,28 @@ class TestFoodsMainView : public CCatalogueTest {
         Trigger("Rename category");
         QCOMPARE(m_messages->Said(),
                  u"Please create a category before adding new food.|There is no category selected.|"
+                 "There are no foods selected.|"
                  "Please select food to edit.|Please select food to delete.|"
                  "Please select only one food to edit.|Please select category to rename."_s);
+    }
+
+    void whatCannotBeStoredIsSaid() {
+        Fill();
+        Open();
+        m_list->SelectRow(0);
+        const CFileSizeLimit full(1);
+        OnDialog<CFoodEditDialog>([](CFoodEditDialog& dialog) { dialog.accept(); });
+        Trigger("Edit food");
+        OnDialog<CFoodEditDialog>([](CFoodEditDialog& dialog) {
+            Replace(Find<QLineEdit>(dialog, "name"), u"Tea"_s);
+            Replace(Find<QLineEdit>(dialog, "type"), u"green"_s);
+            dialog.accept();
+        });
+        Trigger("New food");
+        QCOMPARE(m_messages->Said(),
+                 u"Cannot add food (error# 112).|Cannot update food.|"
+                 "Cannot add food (error# 112).|Cannot add new food."_s);
+        QCOMPARE(Listed().size(), 3);
     }
 
     void deletingAsksAndSelectsWhatFollows() {

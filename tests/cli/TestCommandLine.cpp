@@ -229,6 +229,7 @@ class TestCommandLine : public QObject {
             {"categories delete Parties --kind menus --yes", 0, "", nullptr},
             {"categories list --kind menus", 0, "category\nWeek\n", ""},
             {"categories list --kind drinks", 2, "", nullptr},
+            {"recipes find pie", 1, "", "Recipe not found.\n"},
             {"recipes text --category Week --name Lunch lunch.txt", 1, "",
              "There is no category selected.\n"},
         };
