@@ -148,6 +148,7 @@ void CCatalogueView::EditSelected() {
 
 void CCatalogueView::DeleteSelected() {
     const CCatalogueRules::Entries selected = Selected();
+    const int focused = std::max(0, m_list->currentIndex().row());
     const int deleted = m_rules.Delete(selected);
     if (deleted == 0) {
         return;
@@ -160,6 +161,7 @@ void CCatalogueView::DeleteSelected() {
         NoteDeleted(find, static_cast<int>(inFront));
     }
     Reload();
+    m_list->SelectRow(focused);
 }
 
 void CCatalogueView::MoveSelected() {

@@ -83,18 +83,18 @@ bool Delete(CCommandContext& context) {
         !LoadProfileNamed(context.doc, arguments.Text("--profile"))) {
         return false;
     }
-    const FileTime first = ToFileTime(day, time);
-    const FileTime last = ToFileTime(day, time.addSecs(59));
     CWeightList weights(context.doc);
     weights.Reload();
     std::vector<int> rows;
     for (int row = 0; row < weights.Count(); ++row) {
         const FileTime moment = weights.Entry(row).GetMoment();
-        if (moment >= first && moment <= last) {
+        const QTime at = TimeOf(moment);
+        if (DateOf(moment) == day && at.hour() == time.hour() && at.minute() == time.minute()) {
             rows.push_back(row);
         }
     }
-    return DeleteWeights(context.doc, weights.PositionsOf(rows)) > 0;
+    const auto count = static_cast<int>(rows.size());
+    return DeleteWeights(context.doc, weights.PositionsOf(rows)) == count && count > 0;
 }
 
 bool ShowBmi(CCommandContext& context) {
