@@ -62,7 +62,8 @@ void CPlayer::Poll() {
     const CStep& step = m_steps[m_next];
     playedStep = step.name.isEmpty() ? u"step %1"_s.arg(m_next + 1) : step.name;
     QWidget* window = FrontWindow();
-    const bool isThere = window != nullptr && window->isVisible() &&
+    // Long work disables the main window behind its progress.
+    const bool isThere = window != nullptr && window->isVisible() && window->isEnabled() &&
                          step.window == QLatin1StringView(window->metaObject()->className());
     if (!isThere && ++m_polls > kMaximumPolls) {
         FailTour(u"no %1 came; in front is %2"_s.arg(
