@@ -1,9 +1,7 @@
 #include "catalogue/CsvFields.h"
 
 #include <array>
-#include <charconv>
 #include <cmath>
-#include <limits>
 
 #include "platform/NumberText.h"
 #include "platform/TextFile.h"
@@ -44,17 +42,6 @@ std::optional<double> ShortDecimal(QStringView field) {
     return static_cast<double>(digits) / kPowers[static_cast<size_t>(decimals)];
 }
 
-/// The number in thousandths, where rounding it is beyond doubt; -1 elsewhere: halves, which
-/// depend on the binary value, negative and large numbers.
-qint64 Thousandths(double value) {
-    constexpr double kLargest = 1e9;
-    if (!(value >= 0 && value < kLargest) || std::signbit(value)) {
-        return -1;
-    }
-    const double scaled = value * 1000;
-    const double whole = std::floor(scaled + 0.5);
-    return std::abs(scaled - whole) < 0.499 ? static_cast<qint64>(whole) : -1;
-}
 }  // namespace
 
 std::optional<QStringView> CCsvFields::Next() {
@@ -130,25 +117,6 @@ double ImportedNumber(QStringView field) {
 }
 
 void AppendNumber(QByteArray& line, double value) {
-    // The longest double has 309 digits before its point.
-    std::array<char, std::numeric_limits<double>::max_exponent10 + kDecimals + 8> text;
-    char* const end = text.data() + text.size();
-    char* at = end;
-    const qint64 thousandths = std::isfinite(value) ? Thousandths(value) : 0;
-    if (thousandths < 0) {
-        at = text.data();
-        char* const last = std::to_chars(at, end, value, std::chars_format::fixed, kDecimals).ptr;
-        line.append(at, last - at).append(',');
-        return;
-    }
-    qint64 rest = thousandths;
-    *--at = ',';
-    for (int digit = 0; digit <= kDecimals || rest > 0; ++digit) {
-        if (digit == kDecimals) {
-            *--at = '.';
-        }
-        *--at = static_cast<char>('0' + rest % 10);
-        rest /= 10;
-    }
-    line.append(at, end - at);
+    AppendFixed(line, std::isfinite(value) ? value : 0, kDecimals);
+    line.append(',');
 }

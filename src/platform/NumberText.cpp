@@ -64,12 +64,42 @@ std::optional<double> FindLeadingNumber(QStringView text, char16_t separator) {
     return value;
 }
 
-/// Writes the number and tells where it ends.
-const char* WriteFixed(CFixedText& text, double value, int decimals) {
-    const auto result = std::to_chars(text.begin(), text.end(), value, std::chars_format::fixed,
-                                      std::clamp(decimals, 0, kMaxDecimals));
-    Q_ASSERT(result.ec == std::errc{});
-    return result.ptr;
+/// The number in units of its last decimal, where rounding it is beyond doubt; -1 elsewhere: near
+/// halves, which depend on the binary value, and for what is negative, large or has many decimals.
+qint64 LastDecimals(double value, int decimals) {
+    static constexpr std::array<double, 7> kPowers = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6};
+    constexpr double kLargest = 1e12;
+    if (decimals >= std::ssize(kPowers) || std::signbit(value)) {
+        return -1;
+    }
+    const double scaled = value * kPowers[decimals];
+    if (!(scaled < kLargest)) {
+        return -1;
+    }
+    const double whole = std::floor(scaled + 0.5);
+    return std::abs(scaled - whole) < 0.499 ? static_cast<qint64>(whole) : -1;
+}
+
+/// The view points into `text`.
+QByteArrayView WriteFixed(CFixedText& text, double value, int decimals) {
+    const int places = std::clamp(decimals, 0, kMaxDecimals);
+    qint64 rest = LastDecimals(value, places);
+    if (rest < 0) {
+        const auto result =
+            std::to_chars(text.begin(), text.end(), value, std::chars_format::fixed, places);
+        Q_ASSERT(result.ec == std::errc{});
+        return {text.data(), result.ptr};
+    }
+    char* const end = text.data() + text.size();
+    char* at = end;
+    for (int digit = 0; digit <= places || rest > 0; ++digit) {
+        if (digit == places && places > 0) {
+            *--at = '.';
+        }
+        *--at = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    }
+    return {at, end};
 }
 }  // namespace
 
@@ -95,8 +125,12 @@ std::optional<QString> TypedAmount(const QString& text, const QLocale& locale) {
 
 QString FixedNumber(double value, int decimals, int width) {
     CFixedText text;
-    const char* end = WriteFixed(text, value, decimals);
-    return QString::fromLatin1(text.data(), end - text.data()).rightJustified(width);
+    return QString::fromLatin1(WriteFixed(text, value, decimals)).rightJustified(width);
+}
+
+void AppendFixed(QByteArray& line, double value, int decimals) {
+    CFixedText text;
+    line.append(WriteFixed(text, value, decimals));
 }
 
 QString ShownNumber(double value, int decimals, const QLocale& locale) {

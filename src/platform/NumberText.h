@@ -21,6 +21,9 @@ std::optional<QString> TypedAmount(const QString& text, const QLocale& locale = 
 /// "%<width>.<decimals>f" with a point, whatever the locale.
 QString FixedNumber(double value, int decimals, int width = 1);
 
+/// The same in ASCII behind what `line` holds, without a text of its own.
+void AppendFixed(QByteArray& line, double value, int decimals);
+
 /// FixedNumber with the locale's decimal separator, for a person to read.
 QString ShownNumber(double value, int decimals, const QLocale& locale = QLocale());
 
