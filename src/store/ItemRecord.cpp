@@ -69,7 +69,7 @@ bool CItemRecord::SetProperties(PropertyList&& properties) {
             *number = std::isfinite(*number) ? *number : 0.0;
         }
     }
-    m_properties = std::move(properties);
+    m_properties.swap(properties);
     return true;
 }
 

@@ -18,7 +18,8 @@ class CItemRecord {
 
     [[nodiscard]] const CRecordLayout& GetLayout() const { return *m_layout; }
     [[nodiscard]] const PropertyList& GetProperties() const { return m_properties; }
-    /// Takes a list read from the store; false (and no change) when count or types differ.
+    /// Takes a list read from the store; false (and no change) when count or types differ. The
+    /// former values go into the list, so that their memory serves the next read.
     bool SetProperties(PropertyList&& properties);
 
     bool operator==(const CItemRecord& other) const { return m_properties == other.m_properties; }

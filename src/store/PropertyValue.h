@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <array>
 #include <variant>
 #include <vector>
 
@@ -19,7 +20,13 @@ enum class EPropertyType : quint16 {
 /// One alternative a type; FILETIME is the 64-bit integer.
 using PropertyValue = std::variant<qint16, qint32, double, QString, qint64, QByteArray>;
 
-EPropertyType TypeOf(const PropertyValue& value);
+inline EPropertyType TypeOf(const PropertyValue& value) {
+    // By alternative of the variant.
+    constexpr std::array<EPropertyType, std::variant_size_v<PropertyValue>> kTypes = {
+        EPropertyType::Int16, EPropertyType::Int32,    EPropertyType::Double,
+        EPropertyType::Text,  EPropertyType::FileTime, EPropertyType::Blob};
+    return kTypes[value.index()];
+}
 
 /// The values of one record; the property number is the place in the list.
 using PropertyList = std::vector<PropertyValue>;

@@ -147,13 +147,6 @@ class CBodyReader {
 };
 }  // namespace
 
-EPropertyType TypeOf(const PropertyValue& value) {
-    constexpr EPropertyType kTypes[] = {EPropertyType::Int16,    EPropertyType::Int32,
-                                        EPropertyType::Double,   EPropertyType::Text,
-                                        EPropertyType::FileTime, EPropertyType::Blob};
-    return kTypes[value.index()];
-}
-
 void EncodeRecord(const PropertyList& properties, QByteArray& body) {
     qsizetype bound = sizeof(quint16);
     for (const PropertyValue& value : properties) {
