@@ -152,6 +152,12 @@ void CTextFile::WriteLine(QStringView text) {
     WriteBytes(kLineEnd);
 }
 
+void CTextFile::AppendText(QByteArray& bytes, QStringView text) const {
+    const qsizetype end = bytes.size();
+    bytes.resize(end + text.size());
+    m_codec.EncodeTo(bytes.data() + end, text);
+}
+
 void CTextFile::StartBuffer() {
     m_buffer.resize(kBufferBytes);
     m_begin = 0;

@@ -39,6 +39,9 @@ class CTextFile {
     void WriteBytes(QByteArrayView bytes);
     void WriteText(QStringView text);
     void WriteLine(QStringView text);
+    /// Adds to `bytes` what WriteText would write: for lines that are put together before their
+    /// turn comes.
+    void AppendText(QByteArray& bytes, QStringView text) const;
 
   private:
     void StartBuffer();

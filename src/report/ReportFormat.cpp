@@ -20,13 +20,17 @@ constexpr std::array<const char*, kReportLengths> kLengthNames = {
 bool IsZero(double value) {
     return std::abs(value) <= kZeroReach;
 }
+
+double Written(double value) {
+    return IsZero(value) ? 0 : value;
+}
 }  // namespace
 
 CReportFormat::CReportFormat(const CPreferences& preferences, double startWeightKg)
     : m_preferences(preferences), m_startWeightKg(startWeightKg) {}
 
 QString CReportFormat::Number(double value) const {
-    return FixedNumber(IsZero(value) ? 0 : value, m_preferences.decimals);
+    return FixedNumber(Written(value), m_preferences.decimals);
 }
 
 QString CReportFormat::NumberOrEmpty(double value) const {
@@ -45,8 +49,10 @@ QString CReportFormat::Serving(const CDietEntry& entry) const {
     return Number(entry.GetAmount()) + u'x' + entry.GetServingName();
 }
 
-QString CReportFormat::Nutrient(int index, double value) const {
-    return Number(index == kEnergyIndex ? EnergyShown(value, m_preferences.energyUnit) : value);
+void CReportFormat::AppendNutrient(QByteArray& line, int index, double value) const {
+    const double shown =
+        index == kEnergyIndex ? EnergyShown(value, m_preferences.energyUnit) : value;
+    AppendFixed(line.append(','), Written(shown), m_preferences.decimals);
 }
 
 QString CReportFormat::Time(double minutes) {

@@ -23,7 +23,8 @@ class CReportFormat {
     static QString Item(const QString& name, const QString& type);
     /// "1.0xcup".
     [[nodiscard]] QString Serving(const CDietEntry& entry) const;
-    [[nodiscard]] QString Nutrient(int index, double value) const;
+    /// A number behind a comma, energy in its unit.
+    void AppendNutrient(QByteArray& line, int index, double value) const;
 
     /// "01:05"; hours take as many digits as they need.
     static QString Time(double minutes);

@@ -1,7 +1,5 @@
 #include "report/ReportWriter.h"
 
-#include <QStringList>
-
 #include "platform/Messages.h"
 #include "platform/TextFile.h"
 #include "report/DiaryCursor.h"
@@ -10,9 +8,11 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// The lines of one meal of a day; none when nothing was eaten.
+constexpr QByteArrayView kLineEnd = "\r\n";
+
+/// What was eaten at one meal of a day.
 struct CMealLines {
-    QStringList lines;
+    QByteArray lines;  ///< in the bytes of the file; empty when there is no entry
     NutrientValues subtotals{};
 };
 
@@ -28,18 +28,18 @@ class CReportWriter {
     void WriteDietOf(QDate day);
     void WriteExercisesOf(QDate day);
     void WriteWeightsOf(QDate day);
-    /// The lines of one diary, `fieldsOf(entry)` behind the date in each.
-    template <typename Entry, typename Fields>
+    /// The lines of one diary: the date, and what `append(line, entry)` puts behind it.
+    template <typename Entry, typename Append>
     void WriteSection(const QString& title, const QString& header, CDiaryCursor<Entry>& diary,
-                      bool showsProgress, Fields fieldsOf);
+                      bool showsProgress, Append append);
 
     /// Writes the date line unless the day has one.
     void StartDay(QDate day);
     void StepProgress();
-    [[nodiscard]] QString DietFields(const CDietEntry& entry) const;
+    void AppendDiet(QByteArray& line, const CDietEntry& entry) const;
     [[nodiscard]] QString ExerciseFields(const CExerciseEntry& entry) const;
-    /// Each value behind a comma.
-    [[nodiscard]] QString NutrientFields(const NutrientValues& values) const;
+    /// The title with an empty field behind it, and each value behind a comma.
+    void WriteSum(const char* title, const NutrientValues& values);
 
     const CReportRequest& m_request;
     QString m_profileName;
@@ -51,6 +51,8 @@ class CReportWriter {
     CDiaryCursor<CExerciseEntry> m_exercises;
     CTextFile m_file;
     std::unique_ptr<CProgress> m_progress;
+    std::array<CMealLines, kMealCount> m_meals;
+    QByteArray m_line;
     bool m_isDayStarted = false;
 };
 
@@ -119,32 +121,37 @@ void CReportWriter::WriteByDate() {
 }
 
 void CReportWriter::WriteDietOf(QDate day) {
-    std::array<CMealLines, kMealCount> meals;
+    for (CMealLines& meal : m_meals) {
+        meal.lines.resize(0);  // and keeps its memory
+        meal.subtotals.fill(0);
+    }
     NutrientValues totals{};
     m_diet.ReadUpTo(day, [&](const CDietEntry& entry) {
-        const qint32 meal = entry.GetMeal();
-        if (meal < 0 || meal >= kMealCount) {
+        const qint32 code = entry.GetMeal();
+        if (code < 0 || code >= kMealCount) {
             return;
         }
-        meals[meal].lines.append(DietFields(entry));
+        CMealLines& meal = m_meals[code];
+        AppendDiet(meal.lines, entry);
+        meal.lines.append(kLineEnd);
         for (const int index : m_nutrients) {
-            meals[meal].subtotals[index] += entry.GetNutrientValue(index);
-            totals[index] += entry.GetNutrientValue(index);
+            const double value = entry.GetNutrientValue(index);
+            meal.subtotals[index] += value;
+            totals[index] += value;
         }
     });
-    for (int meal = 0; meal < kMealCount; ++meal) {
-        if (meals[meal].lines.isEmpty()) {
+    for (int code = 0; code < kMealCount; ++code) {
+        const CMealLines& meal = m_meals[code];
+        if (meal.lines.isEmpty()) {
             continue;
         }
         StartDay(day);
-        m_file.WriteLine(MealName(meal) + u",Serving"_s + m_nutrientTitles);
-        for (const QString& line : meals[meal].lines) {
-            m_file.WriteLine(line);
-        }
-        m_file.WriteLine(u"Subtotal,"_s + NutrientFields(meals[meal].subtotals));
+        m_file.WriteLine(MealName(code) + u",Serving"_s + m_nutrientTitles);
+        m_file.WriteBytes(meal.lines);
+        WriteSum("Subtotal,", meal.subtotals);
     }
     if (m_isDayStarted) {
-        m_file.WriteLine(u"Total,"_s + NutrientFields(totals));
+        WriteSum("Total,", totals);
     }
 }
 
@@ -183,25 +190,31 @@ void CReportWriter::WriteWeightsOf(QDate day) {
 void CReportWriter::WriteByType() {
     if (m_request.Has(kReportDiet)) {
         WriteSection(u"Diet"_s, u"Meal,Name,Serving,"_s + m_nutrientTitles.mid(1), m_diet, true,
-                     [this](const CDietEntry& entry) {
+                     [this](QByteArray& line, const CDietEntry& entry) {
                          const qint32 meal = entry.GetMeal();
-                         const bool isMeal = meal >= 0 && meal < kMealCount;
-                         return (isMeal ? MealName(meal) : QString()) + u',' + DietFields(entry);
+                         if (meal >= 0 && meal < kMealCount) {
+                             m_file.AppendText(line, MealName(meal));
+                         }
+                         AppendDiet(line.append(','), entry);
                      });
     }
     if (m_request.Has(kReportExercises)) {
         WriteSection(u"Exercises"_s, u"Name,"_s + m_format.ExerciseHeader(), m_exercises, true,
-                     [this](const CExerciseEntry& entry) { return ExerciseFields(entry); });
+                     [this](QByteArray& line, const CExerciseEntry& entry) {
+                         m_file.AppendText(line, ExerciseFields(entry));
+                     });
     }
     if (m_request.Has(kReportWeight)) {
         WriteSection(u"Weights"_s, m_format.WeightHeader(), m_weights, false,
-                     [this](const CWeightEntry& entry) { return m_format.WeightFields(entry); });
+                     [this](QByteArray& line, const CWeightEntry& entry) {
+                         m_file.AppendText(line, m_format.WeightFields(entry));
+                     });
     }
 }
 
-template <typename Entry, typename Fields>
+template <typename Entry, typename Append>
 void CReportWriter::WriteSection(const QString& title, const QString& header,
-                                 CDiaryCursor<Entry>& diary, bool showsProgress, Fields fieldsOf) {
+                                 CDiaryCursor<Entry>& diary, bool showsProgress, Append append) {
     m_file.WriteLine(title);
     m_file.WriteLine(u"Date,"_s + header);
     for (QDate day = m_request.from; day <= m_request.to; day = day.addDays(1)) {
@@ -210,7 +223,10 @@ void CReportWriter::WriteSection(const QString& title, const QString& header,
             if (date.isEmpty()) {
                 date = CReportFormat::Date(day);
             }
-            m_file.WriteLine(date + u',' + fieldsOf(entry));
+            m_line.resize(0);
+            m_file.AppendText(m_line, date);
+            append(m_line.append(','), entry);
+            m_file.WriteBytes(m_line.append(kLineEnd));
         });
         if (showsProgress) {
             StepProgress();
@@ -231,14 +247,12 @@ void CReportWriter::StepProgress() {
     m_progress->Pump();
 }
 
-QString CReportWriter::DietFields(const CDietEntry& entry) const {
-    QString fields =
-        CReportFormat::Item(entry.GetName(), entry.GetType()) + u',' + m_format.Serving(entry);
+void CReportWriter::AppendDiet(QByteArray& line, const CDietEntry& entry) const {
+    m_file.AppendText(line, CReportFormat::Item(entry.GetName(), entry.GetType()));
+    m_file.AppendText(line.append(','), m_format.Serving(entry));
     for (const int index : m_nutrients) {
-        fields += u',';
-        fields += m_format.Nutrient(index, entry.GetNutrientValue(index));
+        m_format.AppendNutrient(line, index, entry.GetNutrientValue(index));
     }
-    return fields;
 }
 
 QString CReportWriter::ExerciseFields(const CExerciseEntry& entry) const {
@@ -247,13 +261,12 @@ QString CReportWriter::ExerciseFields(const CExerciseEntry& entry) const {
            m_format.EntryEnergy(entry.GetEnergyKcal());
 }
 
-QString CReportWriter::NutrientFields(const NutrientValues& values) const {
-    QString fields;
+void CReportWriter::WriteSum(const char* title, const NutrientValues& values) {
+    m_line = title;
     for (const int index : m_nutrients) {
-        fields += u',';
-        fields += m_format.Nutrient(index, values[index]);
+        m_format.AppendNutrient(m_line, index, values[index]);
     }
-    return fields;
+    m_file.WriteBytes(m_line.append(kLineEnd));
 }
 }  // namespace
 
