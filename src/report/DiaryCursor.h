@@ -18,8 +18,8 @@ class CDiaryCursor {
     }
 
     /// Hands the entries up to and including `day` to `take(const Entry&)` and stands behind them.
-    /// A record with a wrong number of properties shows its message, and like any other damaged
-    /// one it is passed over.
+    /// A record with a wrong number of properties shows its message and ends the day, as in every
+    /// list of a day; any other damaged one is passed over.
     template <typename Take>
     void ReadUpTo(QDate day, Take take) {
         const FileTime last = LastMomentOf(day);
@@ -27,6 +27,7 @@ class CDiaryCursor {
             return;
         }
         m_nextMoment = kEnd;
+        bool isOver = false;
         m_diary.ForEachFrom(m_position, [&](int position, PropertyList& properties) {
             const auto* moment =
                 properties.empty() ? nullptr : std::get_if<FileTime>(&properties.front());
@@ -36,11 +37,11 @@ class CDiaryCursor {
                 return false;
             }
             const int expected = m_diary.GetLayout().Count();
-            if (std::ssize(properties) != expected) {
+            if (!isOver && std::ssize(properties) != expected) {
                 ReportWrongPropertyCount(position, properties, expected);
-                return true;
+                isOver = true;
             }
-            if (m_entry.SetProperties(std::move(properties)) && m_entry.GetMoment() >= m_first) {
+            if (!isOver && m_entry.SetProperties(std::move(properties)) && m_entry.GetMoment() >= m_first) {
                 take(m_entry);
             }
             return true;

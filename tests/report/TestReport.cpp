@@ -189,15 +189,18 @@ class TestReport : public CDiaryTest {
         QVERIFY(written.endsWith("Total,,65.0,0.0\r\n\r\n"));
     }
 
-    void damagedEntriesAreToldAndLeftOut() {
+    void aDamagedEntryIsToldAndEndsItsDay() {
         AddThreeDays();
         CItemDatabaseBase& diet = Database().Diet();
-        QVERIFY(diet.Write(-1, MakeEntry<CWeightEntry>({kFirst, {9, 0}})));
+        for (const int hour : {9, 10}) {
+            QVERIFY(diet.Write(-1, MakeEntry<CWeightEntry>({kFirst, {hour, 0}})));
+        }
         AddFoodEntry({kLast, {13, 0}}, 6, u"Mealless"_s);
         const QByteArray written = Written({kFirst, kLast});
         QCOMPARE(m_messages->Said(),
                  u"Database error. Wrong number of properties, record #3, props = 15 (62)"_s);
-        QVERIFY(written.contains("Total,,214.0,8.7") && written.contains("Total,,77.8,0.0"));
+        // Tea and oats: 2 + 150.5.
+        QVERIFY(written.contains("Total,,152.5,5.5") && written.contains("Total,,77.8,0.0"));
         QVERIFY(Written({kLast, kLast, kReportDiet, EReportGrouping::Type})
                     .contains("16 Apr 2006,,Mealless,1.0xcup,1.0,1.0\r\n"));
     }
