@@ -173,11 +173,16 @@ class TestReport : public CDiaryTest {
 
     void theLocaleOrdersTheDateButNumbersKeepTheirPoint() {
         QLocale::setDefault(QLocale(u"de_DE"_s));
-        const QDate leapDay(2004, 2, 29);
-        AddFoodEntry({leapDay, {0, 0}}, 0, u"Käse"_s);
-        const QByteArray written = Written({leapDay, leapDay, kReportDiet, EReportGrouping::Type});
-        QVERIFY2(written.contains("\r\n29.02.2004,Breakfast,K\x84se,1.0xcup,1.0,1.0\r\n"),
-                 written);  // 84 in code page 850
+        for (const QDate day : {QDate(1601, 1, 1), QDate(2004, 2, 29), QDate(9999, 12, 31)}) {
+            AddFoodEntry({day, {0, 0}}, 0, u"Käse"_s);
+            AddFoodEntry({day, {23, 59, 59}}, 5, u"Tee"_s);
+            const QByteArray written = Written({day, day, kReportDiet, EReportGrouping::Type});
+            // 84 is the umlaut in code page 850.
+            const QByteArray date = day.toString(u"dd.MM.yyyy").toLatin1();
+            QCOMPARE(written.mid(written.indexOf("Energy (kcal),Protein (g)\r\n") + 27),
+                     date + ",Breakfast,K\x84se,1.0xcup,1.0,1.0\r\n" + date +
+                         ",Evening,Tee,1.0xcup,1.0,1.0\r\n\r\n");
+        }
     }
 
     void aDayOfManyEntriesIsReportedWhole() {
