@@ -99,6 +99,8 @@ CReportList::CReportList(const QString& accessibleName, QWidget* parent)
 
 void CReportList::SetColumns(const QStringList& titles) {
     m_model->SetTitles(titles);
+    // One column alone has the whole width.
+    header()->setStretchLastSection(titles.size() == 1);
 }
 
 void CReportList::SetRows(CReportRows rows) {
