@@ -81,12 +81,8 @@ class TestVelmoraDoc : public CCatalogueTest {
         CScriptedDialogs dialogs;
         dialogs.cancelled = u"preferences"_s;
         QVERIFY(!CVelmoraDoc(VolumePath()).Start(dialogs));
-        QCOMPARE(dialogs.calls, QStringList{u"preferences"_s});
-
         Reopen();
-        CreateProfiles({u"Bert"_s});
-        m_doc.reset();
-        dialogs.calls.clear();
+        QVERIFY(CreateProfile(u"Bert"_s));
         {
             CVelmoraDoc doc(VolumePath());
             QVERIFY(!doc.Start(dialogs));
@@ -95,32 +91,27 @@ class TestVelmoraDoc : public CCatalogueTest {
         QCOMPARE(CRegistrySettings::Read().userProfileName, u"Gone"_s);
         dialogs.selected = u"Bert"_s;
         QVERIFY(CVelmoraDoc(VolumePath()).Start(dialogs));
-        QCOMPARE(dialogs.calls, (QStringList{u"select"_s, u"select"_s}));
         QCOMPARE(CRegistrySettings::Read().userProfileName, u"Bert"_s);
         // The next start asks nothing, whatever the case of the name.
         RememberProfile(u"bERT"_s);
         CVelmoraDoc doc(VolumePath());
         QVERIFY(doc.Start(dialogs));
         QCOMPARE(doc.GetActiveProfile(), u"Bert"_s);
-        QCOMPARE(dialogs.calls.size(), 2);
+        QCOMPARE(dialogs.calls, (QStringList{u"preferences"_s, u"select"_s, u"select"_s}));
     }
 
     void settingsOutliveTheDocument() {
-        CreateProfiles({u"Anna"_s});
-        m_doc.reset();
+        QVERIFY(CreateProfile(u"Anna"_s));
         RememberProfile(u"Anna"_s);
         CScriptedDialogs dialogs;
-        // The month's tab, then one below and one above the tabs.
-        for (const auto& [command, corrected] :
-             {std::pair{65011, 65011}, {65007, 65008}, {65012, 65008}}) {
-            {
-                CVelmoraDoc doc(VolumePath());
-                QVERIFY(doc.Start(dialogs));
-                doc.Settings().lastTabCommand = command;
-            }
+        // What a start finds, and what is left for the next: the month's tab, then one below and
+        // one above the tabs.
+        for (const auto& [found, left] :
+             {std::pair{65008, 65011}, {65011, 65007}, {65008, 65012}, {65008, 65008}}) {
             CVelmoraDoc doc(VolumePath());
             QVERIFY(doc.Start(dialogs));
-            QCOMPARE(doc.Settings().lastTabCommand, corrected);
+            QCOMPARE(doc.Settings().lastTabCommand, found);
+            doc.Settings().lastTabCommand = left;
         }
     }
 
@@ -148,13 +139,9 @@ class TestVelmoraDoc : public CCatalogueTest {
 
     void newNamesMustBeFree() {
         const auto& [name, refusal] = DataRow<QString, QString>();
-        CreateProfiles({u"Anna"_s});
-        QVERIFY(m_doc->LoadProfile(u"Anna"_s));
-        QCOMPARE(m_doc->CheckNewProfileName(name).value_or(QString()), refusal);
-        CProfileSettings settings = CProfileSettings::ForNewProfile({2024, 1, 1});
-        settings.user.name = name;
-        QCOMPARE(m_doc->CreateProfile(settings), refusal.isEmpty());
-        QCOMPARE(m_messages->shown, refusal.isEmpty() ? QStringList() : QStringList{refusal});
+        QVERIFY(CreateProfile(u"Anna"_s) && m_doc->LoadProfile(u"Anna"_s));
+        QCOMPARE(CreateProfile(name), refusal.isEmpty());
+        QCOMPARE(m_messages->Said(), refusal);
         QCOMPARE(m_doc->Database().GetNumberOfUserProfiles(), refusal.isEmpty() ? 2 : 1);
         QCOMPARE(m_doc->GetActiveProfile(), u"Anna"_s);
         m_doc->Settings().lastTabCommand = kWeightTabCommand;
@@ -164,7 +151,7 @@ class TestVelmoraDoc : public CCatalogueTest {
     }
 
     void profilesAreDeletedOneByOne() {
-        CreateProfiles({u"Anna"_s, u"Bert"_s});
+        QVERIFY(CreateProfile(u"Anna"_s) && CreateProfile(u"Bert"_s));
         QVERIFY(m_doc->LoadProfile(u"Anna"_s));
         for (const QStringList& names : {QStringList(), QStringList{u"Anna"_s, u"Bert"_s}}) {
             QVERIFY(!m_doc->DeleteUserProfiles(names));
@@ -184,8 +171,7 @@ class TestVelmoraDoc : public CCatalogueTest {
     }
 
     void failedSwitchKeepsTheActiveProfile() {
-        CreateProfiles({u"Anna"_s});
-        QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));
+        QVERIFY(CreateProfile(u"Anna"_s) && m_doc->SetActiveProfile(u"Anna"_s));
         QVERIFY(!m_doc->SetActiveProfile(u"Foods"_s));
         QCOMPARE(m_doc->GetActiveProfile(), u"Anna"_s);
         QCOMPARE(CRegistrySettings::Read().userProfileName, u"Anna"_s);
@@ -193,7 +179,7 @@ class TestVelmoraDoc : public CCatalogueTest {
     }
 
     void titleIsCutAfter18Characters() {
-        CreateProfiles({u"0123456789"_s, u"0123456789a"_s});
+        QVERIFY(CreateProfile(u"0123456789"_s) && CreateProfile(u"0123456789a"_s));
         QVERIFY(m_doc->LoadProfile(u"0123456789"_s));
         QCOMPARE(m_doc->GetTitle(), u"Velmora:0123456789"_s);
         QVERIFY(m_doc->LoadProfile(u"0123456789a"_s));
@@ -203,49 +189,36 @@ class TestVelmoraDoc : public CCatalogueTest {
     void recordHoldsEverySetting() {
         CProfileSettings settings = CProfileSettings::ForNewProfile({2024, 2, 29});
         settings.user = {u"Anna"_s, false, {1990, 12, 31}, 171.25, 4};
-        settings.preferences = {EWeightUnit::StonesAndPounds,
-                                EHeightUnit::Inches,
-                                EEnergyUnit::KJ,
-                                6,
-                                {0x0020'0000'8001'8001}};
+        settings.preferences = {EWeightUnit::StonesAndPounds, EHeightUnit::Inches, EEnergyUnit::KJ,
+                                6};
+        settings.preferences.displayed = 0x0020'0000'8001'8001;
         settings.targets.dietType = kCustomDiet;
         settings.targets.nutrients[53] = 0.125;
         settings.dietTab.splitterPerMille = 1000;
         settings.dietTab.backgroundColor = Rgb(0xFE, 0x80, 0xFF);
-        std::array<int, CDietTabSettings::kColumnCount>& widths = settings.dietTab.columnWidths;
-        widths[0] = 40000;
-        widths[2] = 1;
-        widths[3] = 1020;
-        widths[55] = 5000;
+        auto& widths = settings.dietTab.columnWidths;
+        std::tie(widths[0], widths[2], widths[3], widths[55]) = std::tuple(40000, 1, 1020, 5000);
         settings.weightTab = {0, false, Rgb(1, 2, 3), {}, 0, Rgb(255, 255, 255), {1, 2, 3}};
         settings.exerciseTab = {999, Rgb(9, 8, 7), 0, Rgb(0, 0, 255), 1, {5, 6, 7}};
         CProfileRecord record;
         settings.ToRecord(record);
         const CProfileSettings read = CProfileSettings::FromRecord(record);
         const auto fieldsOf = [](const CProfileSettings& from) {
-            return std::tie(from.user.name, from.user.isMale, from.user.birthDate,
-                            from.user.heightCm, from.user.activityLevel, from.targets.startDate,
-                            from.targets.nutrients, from.targets.dietType,
-                            from.preferences.weightUnit, from.preferences.heightUnit,
-                            from.preferences.energyUnit, from.preferences.decimals,
-                            from.dietTab.splitterPerMille, from.dietTab.backgroundColor);
-        };
-        const auto tabsOf = [](const CProfileSettings& from) {
-            const CWeightTabSettings& weight = from.weightTab;
-            const CExerciseTabSettings& exercise = from.exerciseTab;
-            return std::tie(weight.splitterPerMille, weight.showGoalLine, weight.textColor,
-                            weight.weightLineColor, weight.goalLineColor, weight.backgroundColor,
-                            weight.columnWidths, exercise.splitterPerMille, exercise.textColor,
-                            exercise.backgroundColor, exercise.lineColor, exercise.barColor,
-                            exercise.columnWidths);
+            const auto& [user, targets, preferences, tab, diet, weight, exercise] = from;
+            return std::tie(user.name, user.isMale, user.birthDate, user.heightCm,
+                            user.activityLevel, targets.startDate, targets.nutrients,
+                            targets.dietType, preferences.weightUnit, preferences.heightUnit,
+                            preferences.energyUnit, preferences.decimals, diet.splitterPerMille,
+                            diet.backgroundColor, weight.splitterPerMille, weight.showGoalLine,
+                            weight.textColor, weight.weightLineColor, weight.goalLineColor,
+                            weight.backgroundColor, weight.columnWidths, exercise.splitterPerMille,
+                            exercise.textColor, exercise.backgroundColor, exercise.lineColor,
+                            exercise.barColor, exercise.columnWidths);
         };
         QVERIFY(fieldsOf(read) == fieldsOf(settings));
-        QVERIFY(tabsOf(read) == tabsOf(settings));
         QCOMPARE(read.preferences.DisplayedNutrients(), (std::vector<int>{0, 15, 16, 31, 53}));
         // Limited by their slots: 16 bits with a sign; steps of 4 up to 255.
-        widths[0] = 32767;
-        widths[2] = 4;
-        widths[55] = 1020;
+        std::tie(widths[0], widths[2], widths[55]) = std::tuple(32767, 4, 1020);
         QVERIFY(read.dietTab.columnWidths == widths);
     }
 
@@ -275,17 +248,14 @@ class TestVelmoraDoc : public CCatalogueTest {
     }
 
     void newProfileSpeaksTheLocalesUnits() {
-        const std::tuple<const char*, EWeightUnit, EHeightUnit> rows[] = {
-            {"de_DE", EWeightUnit::Kilograms, EHeightUnit::Centimetres},
-            {"en_US", EWeightUnit::Pounds, EHeightUnit::Feet},
-            {"en_GB", EWeightUnit::Stones, EHeightUnit::Feet},
-        };
-        for (const auto& [locale, weight, height] : rows) {
+        for (const auto& [locale, weight, height] :
+             {std::tuple("de_DE", EWeightUnit::Kilograms, EHeightUnit::Centimetres),
+              {"en_US", EWeightUnit::Pounds, EHeightUnit::Feet},
+              {"en_GB", EWeightUnit::Stones, EHeightUnit::Feet}}) {
             QLocale::setDefault(QLocale(QString::fromLatin1(locale)));
-            const CPreferences preferences =
-                CProfileSettings::ForNewProfile({2024, 1, 1}).preferences;
-            QCOMPARE(preferences.weightUnit, weight);
-            QCOMPARE(preferences.heightUnit, height);
+            const auto settings = CProfileSettings::ForNewProfile({2024, 1, 1});
+            QCOMPARE(settings.preferences.weightUnit, weight);
+            QCOMPARE(settings.preferences.heightUnit, height);
         }
         QLocale::setDefault(QLocale::c());
     }
@@ -303,12 +273,10 @@ class TestVelmoraDoc : public CCatalogueTest {
         registry.Write();
     }
 
-    void CreateProfiles(const QStringList& names) {
-        for (const QString& name : names) {
-            CProfileSettings settings = CProfileSettings::ForNewProfile({2024, 1, 1});
-            settings.user.name = name;
-            QVERIFY(m_doc->CreateProfile(settings));
-        }
+    bool CreateProfile(const QString& name) {
+        CProfileSettings settings = CProfileSettings::ForNewProfile({2024, 1, 1});
+        settings.user.name = name;
+        return m_doc->CreateProfile(settings);
     }
 };
 
