@@ -209,7 +209,7 @@ class TestDatabase : public CCatalogueTest {
         QCOMPARE(Database().GetDietTotal(54), -1.0);
         QCOMPARE(Database().GetDietPosition(0), 1);
         QCOMPARE(Database().GetDietEntry(127)->GetName(), u"127"_s);
-        QCOMPARE(Database().LoadDietDay(day.addDays(1)), 1);
+        QCOMPARE(Database().LoadDietDay(day.addDays(-1)), 1);
         QCOMPARE(Database().LoadDietDay(QDate()), 0);
         QCOMPARE(Database().GetDietPosition(0), -1);
         QVERIFY(Database().GetDietEntry(-1) == nullptr);
