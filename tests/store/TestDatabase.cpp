@@ -14,7 +14,7 @@ class TestDatabase : public CCatalogueTest {
     void categoriesAreNumberedWithinTheirKind() {
         QCOMPARE(AddCategory(Database(), u"Fruit"_s), 1);
         QCOMPARE(AddCategory(Database(), u"Bread"_s), 2);
-        QCOMPARE(AddCategory(Database(), u"Fruit"_s, ECatalogueKind::Menus), 1);
+        QCOMPARE(AddCategory(Database(), u"Meat"_s, ECatalogueKind::Menus), 1);
         QCOMPARE(AddCategory(Database(), u"Fruit"_s), -1);
         QCOMPARE(AddCategory(Database(), u"fruit"_s), 3);
         // The largest identifier is given again after its category is gone.
@@ -72,6 +72,7 @@ class TestDatabase : public CCatalogueTest {
         QCOMPARE(positionsOf(3), QList<int>{3});
         QCOMPARE(positionsOf(4) + positionsOf(-1), QList<int>());
         QCOMPARE(Database().FindItem(kFoods, 2, u"Apple"_s, u"stewed"_s, 1), -1);
+        QCOMPARE(Database().FindItem(kFoods, 2, u"Zander"_s, u"raw"_s), -1);
     }
 
     void uniqueNamesAreToldApartByCase() {
