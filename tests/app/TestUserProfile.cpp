@@ -137,16 +137,18 @@ class TestUserProfile : public QObject {
         QCOMPARE(form.GetTargets().nutrients[3], 275.0);
     }
 
-    void aWeightAloneDecidesNeitherRateNorDate() {
+    void weightsAloneDecideNeitherRateNorDate() {
         CTargets targets = FromEightyTo(80, 1);
         targets.dailyEnergyKcal = 1500;
         CTargetsForm form(targets, ThirtyYearOldMan(), CPreferences());
         CTargetsFields fields = form.GetFields();
+        fields.startWeight.major = u"81"_s;
         fields.goalWeight.major = u"75"_s;
         form.SetFields(fields);
         QCOMPARE(form.GetFields().rate, u"1"_s);
         QCOMPARE(form.GetFields().goalDate, kStart.addDays(70));
-        QCOMPARE(form.GetFields().energy, u"1125"_s);  // 2236.548 - 1111.111 = 1125.437
+        // 2236.548 + 13.75 * 1.2 - 1111.111 = 1141.937
+        QCOMPARE(form.GetFields().energy, u"1142"_s);
     }
 
     void typedTargetsMakeTheDietCustom() {
