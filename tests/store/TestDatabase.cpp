@@ -20,6 +20,11 @@ class TestDatabase : public CCatalogueTest {
         // The largest identifier is given again after its category is gone.
         QVERIFY(Database().DeleteCategory(Database().FindCategory(kFoods, u"fruit"_s)));
         QCOMPARE(AddCategory(Database(), u"Meat"_s), 3);
+        // A renamed one keeps its own.
+        CCategory renamed;
+        renamed.SetName(u"Fruits"_s);
+        QVERIFY(Database().AddOrUpdateCategory(0, renamed));
+        QCOMPARE(Database().CategoryIdOf(kFoods, u"Fruits"_s), 1);
     }
 
     void the257thCategoryIsRefused() {
