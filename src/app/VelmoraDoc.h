@@ -3,7 +3,7 @@
 #pragma once
 
 #include <QDate>
-#include <QString>
+#include <QStringList>
 #include <array>
 #include <memory>
 #include <optional>
@@ -27,9 +27,13 @@ class CStartDialogs {
 /// The last find in a kind of the catalogue.
 struct CFindState {
     QString name;
-    QString type;
+    QStringList types;   ///< the item's type holds them all
     ObjectId found = 0;  ///< record of the last match
     int next = 0;        ///< where "find next" goes on once that record is gone
+
+    [[nodiscard]] bool HasTexts() const {
+        return !name.isEmpty() || !types.join(QString()).isEmpty();
+    }
 };
 
 /// What outlives the view of a catalogue kind.

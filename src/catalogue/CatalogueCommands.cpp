@@ -193,13 +193,13 @@ void CCatalogueView::Find() {
         return;
     }
     state.name = dialog.GetName();
-    state.type = dialog.GetType();
+    state.types = dialog.GetTypes();
     ShowFound(FindFirst(Database(), m_texts.kind, state));
 }
 
 void CCatalogueView::FindAgain() {
     CFindState& state = State().find;
-    if (state.name.isEmpty() && state.type.isEmpty()) {
+    if (!state.HasTexts()) {
         Find();
     } else {
         ShowFound(FindNext(Database(), m_texts.kind, state));

@@ -4,43 +4,56 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "platform/Messages.h"
 
 using namespace Qt::StringLiterals;
 
+namespace {
+/// By EFields.
+constexpr int kTypeFields[] = {0, 1, 3};
+constexpr int kWidth = 300;
+constexpr int kHeight = 180;
+constexpr int kRowHeight = 30;
+}  // namespace
+
 CFindDialog::CFindDialog(const QString& prompt, const CFindState& last, EFields fields,
                          QWidget* parent)
-    : CDialog(u"Find"_s, parent), m_name(new QLineEdit(last.name)), m_type(new QLineEdit(this)) {
+    : CDialog(u"Find"_s, parent), m_name(new QLineEdit(last.name)) {
     auto* label = new QLabel(prompt);
     label->setWordWrap(true);
     Content()->addWidget(label);
     QFormLayout* form = AddForm();
     m_name->setObjectName(u"name"_s);
-    m_type->setObjectName(u"type"_s);
     form->addRow(u"&Name:"_s, m_name);
-    if (fields == EFields::NameAndType) {
-        m_type->setText(last.type);
-        form->addRow(u"&Type:"_s, m_type);
-    } else {
-        m_type->hide();
+    const int typeFields = kTypeFields[static_cast<int>(fields)];
+    for (int i = 0; i < typeFields; ++i) {
+        auto* type = new QLineEdit(last.types.value(i));
+        type->setObjectName(i == 0 ? u"type"_s : u"type%1"_s.arg(i + 1));
+        form->addRow(i == 0 ? u"&Type:"_s : u"and:"_s, type);
+        m_types.push_back(type);
     }
     Content()->addStretch();
     m_name->selectAll();
     m_name->setFocus();
-    SetPreferredSize(300, 180);
+    SetPreferredSize(kWidth, kHeight + std::max(0, typeFields - 1) * kRowHeight);
 }
 
 QString CFindDialog::GetName() const {
     return m_name->text();
 }
 
-QString CFindDialog::GetType() const {
-    return m_type->text();
+QStringList CFindDialog::GetTypes() const {
+    QStringList texts;
+    for (const QLineEdit* type : m_types) {
+        texts.append(type->text());
+    }
+    return texts;
 }
 
 bool CFindDialog::Confirm() {
-    if (!m_name->text().isEmpty() || !m_type->text().isEmpty()) {
+    if (CFindState{GetName(), GetTypes()}.HasTexts()) {
         return true;
     }
     ShowMessage(u"Please enter at least one item for find."_s);

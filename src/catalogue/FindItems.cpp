@@ -10,7 +10,7 @@ bool Holds(const PropertyValue& value, const QString& upperText) {
 }
 
 int FindFrom(CDatabase& database, ECatalogueKind kind, CFindState& state, int first) {
-    const int position = FindNextItem(database, kind, state.name, state.type, first);
+    const int position = FindNextItem(database, kind, state.name, state.types, first);
     if (position >= 0) {
         state.found = database.Items(kind).RecordAt(position);
         state.next = position + 1;
@@ -19,12 +19,15 @@ int FindFrom(CDatabase& database, ECatalogueKind kind, CFindState& state, int fi
 }
 }  // namespace
 
-int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name, const QString& type,
-                 int first) {
+int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name,
+                 const QStringList& types, int first) {
     CItemDatabaseBase& items = database.Items(kind);
     const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
     const QString upperName = name.toUpper();
-    const QString upperType = type.toUpper();
+    QStringList upperTypes;
+    for (const QString& type : types) {
+        upperTypes.append(type.toUpper());
+    }
     int found = -1;
     items.ForEachFrom(
         first,
@@ -34,7 +37,9 @@ int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name, 
             }
             if (std::ssize(properties) == numbers.layout.Count() &&
                 Holds(properties[numbers.name], upperName) &&
-                Holds(properties[numbers.type], upperType)) {
+                std::ranges::all_of(upperTypes, [&](const QString& upperType) {
+                    return Holds(properties[numbers.type], upperType);
+                })) {
                 found = position;
             }
             return found < 0;

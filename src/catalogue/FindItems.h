@@ -4,10 +4,10 @@
 #include "app/VelmoraDoc.h"
 
 /// First position from `first` on, in stored order, whose name holds `name` and whose type holds
-/// `type`, both compared in upper case; an empty text matches everything. -1 when there is none:
+/// all of `types`, compared in upper case; an empty text matches everything. -1 when there is none:
 /// the search does not start over.
-int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name, const QString& type,
-                 int first);
+int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name,
+                 const QStringList& types, int first);
 
 /// Finds from the first item on, and behind the last match wherever that stands by now. Both note
 /// the match in the state. -1 when there is none.

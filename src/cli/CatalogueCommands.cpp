@@ -211,7 +211,7 @@ bool Find(CCommandContext& context) {
         ShowMessage(u"Please enter at least one item for find."_s);
         return false;
     }
-    int position = FindNextItem(database, context.kind, name, type, 0);
+    int position = FindNextItem(database, context.kind, name, {type}, 0);
     if (position < 0) {
         ShowMessage(QString::fromLatin1(TextsOf(context).notFound));
         return false;
@@ -231,7 +231,7 @@ bool Find(CCommandContext& context) {
                        item.GetType(), position)) {
             return false;
         }
-        position = FindNextItem(database, context.kind, name, type, position + 1);
+        position = FindNextItem(database, context.kind, name, {type}, position + 1);
     }
     return true;
 }

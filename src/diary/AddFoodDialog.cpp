@@ -258,7 +258,7 @@ void CAddFoodDialog::Find() {
         return;
     }
     ReadFields();
-    if (m_form.Find(dialog.GetName(), dialog.GetType())) {
+    if (m_form.Find(dialog.GetName(), dialog.GetTypes())) {
         ShowForm();
     }
 }

@@ -189,14 +189,9 @@ EPicker CAddFoodForm::Pick(EPicker picker, const QString& row) {
     return EPicker::None;
 }
 
-bool CAddFoodForm::HasFindTexts() const {
-    const CFindState& find = FindState();
-    return !find.name.isEmpty() || !find.type.isEmpty();
-}
-
-bool CAddFoodForm::Find(const QString& name, const QString& type) {
+bool CAddFoodForm::Find(const QString& name, const QStringList& types) {
     FindState().name = name;
-    FindState().type = type;
+    FindState().types = types;
     return LoadFound(FindFirst(m_doc.Database(), ECatalogueKind::Foods, FindState()));
 }
 

@@ -60,10 +60,10 @@ class CAddFoodForm {
         return m_doc.CatalogueState(ECatalogueKind::Foods).find;
     }
     /// False when there is nothing to find again.
-    [[nodiscard]] bool HasFindTexts() const;
+    [[nodiscard]] bool HasFindTexts() const { return FindState().HasTexts(); }
     /// Both load the next match into the form and return true; false after "Food not found." or
     /// "Cannot load food.", with the form as it was. Find starts at the first food.
-    bool Find(const QString& name, const QString& type);
+    bool Find(const QString& name, const QStringList& types);
     bool FindNext();
 
     [[nodiscard]] QString CategoryText() const;

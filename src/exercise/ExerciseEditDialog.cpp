@@ -215,12 +215,12 @@ void CExerciseEditDialog::TakePicked(const QString& row) {
 
 void CExerciseEditDialog::Find() {
     CFindDialog dialog(u"Please enter exercise name and/or type:"_s, m_form.FindState(),
-                       CFindDialog::EFields::NameAndType, this);
+                       CFindDialog::EFields::NameAndThreeTypes, this);
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }
     ReadFields();
-    if (m_form.Find(dialog.GetName(), dialog.GetType())) {
+    if (m_form.Find(dialog.GetName(), dialog.GetTypes())) {
         ShowForm();
     }
 }

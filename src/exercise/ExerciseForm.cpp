@@ -118,9 +118,9 @@ void CExerciseForm::Pick(EPicker picker, const QString& row) {
     }
 }
 
-bool CExerciseForm::Find(const QString& name, const QString& type) {
+bool CExerciseForm::Find(const QString& name, const QStringList& types) {
     FindState().name = name;
-    FindState().type = type;
+    FindState().types = types;
     return LoadFound(FindFirst(m_doc.Database(), kKind, FindState()));
 }
 

@@ -28,7 +28,7 @@ class CExerciseForm {
     [[nodiscard]] bool HasFindName() const { return !FindState().name.isEmpty(); }
     /// Both load the next match into the form and return true; false after "Exercise not found."
     /// or "Cannot load exercise.", with the form as it was. Find starts at the first exercise.
-    bool Find(const QString& name, const QString& type);
+    bool Find(const QString& name, const QStringList& types);
     bool FindNext();
 
     [[nodiscard]] QString CategoryText() const;

@@ -143,7 +143,7 @@ class TestCatalogueRules : public CCatalogueTest {
             QVERIFY(Database().Foods().Write(-1, MakeFood(1, foodName, foodType)));
         }
         QVERIFY(Database().SaveViewSettings(ECatalogueKind::Foods, CViewSettings()));
-        QCOMPARE(FindNextItem(Database(), ECatalogueKind::Foods, name, type, first), found);
+        QCOMPARE(FindNextItem(Database(), ECatalogueKind::Foods, name, {type}, first), found);
         QCOMPARE(Database().CountItems(ECatalogueKind::Foods), 3);
     }
 

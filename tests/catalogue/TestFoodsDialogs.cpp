@@ -160,7 +160,7 @@ class TestFoodsDialogs : public CCatalogueTest {
         QTest::keyClicks(Find<QLineEdit>(dialog, "type"), u"raw"_s);
         Press(dialog, "ok");
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
-        QCOMPARE(dialog.GetType(), u"raw"_s);
+        QCOMPARE(dialog.GetTypes(), QStringList{u"raw"_s});
     }
 
     void init() {
