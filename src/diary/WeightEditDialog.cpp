@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTimeEdit>
+#include <algorithm>
 
 #include "app/DateEdit.h"
 #include "app/UnitEdit.h"
@@ -13,6 +14,18 @@
 #include "diary/DietMoveDialog.h"
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What goes to a field and no further. Tab is not among them: the field itself passes it on.
+bool IsKeyOfField(const QKeyEvent& event) {
+    constexpr int kKeys[] = {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape,
+                             Qt::Key_Delete, Qt::Key_Up,    Qt::Key_Down};
+    return (event.modifiers() & Qt::ControlModifier) != 0 ||
+           std::ranges::find(kKeys, event.key()) != std::end(kKeys);
+}
+
+}  // namespace
 
 CWeightEditDialog::CWeightEditDialog(CWeightForm& form, QWidget* parent)
     : CDialog(u"Weight edit"_s, parent), m_form(form) {
@@ -36,13 +49,13 @@ bool CWeightEditDialog::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::FocusOut:
             LowerInputPanel();
             break;
-        case QEvent::KeyPress: {
-            const int key = static_cast<QKeyEvent*>(event)->key();
-            if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) {
+        case QEvent::KeyPress:
+            if (IsKeyOfField(*static_cast<QKeyEvent*>(event))) {
+                watched->event(event);
+                event->accept();
                 return true;
             }
             break;
-        }
         default:
             break;
     }

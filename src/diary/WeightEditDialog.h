@@ -14,8 +14,8 @@ class CWeightEditDialog : public CDialog {
   public:
     CWeightEditDialog(CWeightForm& form, QWidget* parent);
 
-    /// The on-screen keyboard follows the focus. Return and Escape stay in a field, where nothing
-    /// typed is to be lost by a slip.
+    /// The on-screen keyboard follows the focus. Keys that a dialog would take stay in a field,
+    /// where nothing typed is to be lost by a slip.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   protected:

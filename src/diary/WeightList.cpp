@@ -22,8 +22,13 @@ void CWeightList::Reload() {
     auto& database = m_doc.Database().Weight();
     std::vector<CRow> rows;
     const int count = database.Count();
+    const int expected = kWeightLayout.Count();
     rows.reserve(count);
     database.ForEachFrom(count > 0 ? 0 : -1, [&](int position, PropertyList& properties) {
+        if (std::ssize(properties) != expected) {
+            ReportWrongPropertyCount(position, properties, expected);
+            return false;
+        }
         CWeightEntry entry;
         if (entry.SetProperties(std::move(properties))) {
             rows.push_back({position, std::move(entry)});

@@ -12,6 +12,8 @@ class CWeightList {
   public:
     explicit CWeightList(CVelmoraDoc& doc) : m_doc(doc) {}
 
+    /// Ends before a record with a wrong number of properties, after its message; any other damage
+    /// is skipped.
     void Reload();
     [[nodiscard]] int Count() const { return static_cast<int>(m_rows.size()); }
     /// `row` 0 to Count() - 1.

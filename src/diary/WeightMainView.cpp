@@ -169,11 +169,16 @@ void CWeightMainView::Edit() {
     if (!MayEditWeight(static_cast<int>(rows.size()))) {
         return;
     }
+    const int position = m_weights.PositionsOf(rows).front();
+    const std::optional<CWeightEntry> entry = WeightToEdit(Doc(), position);
+    if (!entry) {
+        return;
+    }
     const CProfileSettings& settings = Doc().Settings();
-    CWeightForm form(m_weights.Entry(rows.front()), settings.preferences, settings.user.isMale);
+    CWeightForm form(*entry, settings.preferences, settings.user.isMale);
     CWeightEditDialog dialog(form, this);
     if (dialog.exec() == QDialog::Accepted) {
-        EditWeight(Doc(), m_weights.PositionsOf(rows).front(), form.GetEntry());
+        EditWeight(Doc(), position, form.GetEntry());
         ReloadAndSelect(rows.front());
     }
 }

@@ -1,5 +1,7 @@
 #include "diary/WeightRules.h"
 
+#include <algorithm>
+
 #include "app/ListCommands.h"
 #include "platform/Messages.h"
 
@@ -7,10 +9,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr auto kCannotAdd = "Cannot add weight."_L1;
+/// The last one that a date field shows.
+constexpr int kLastYear = 9999;
+
 bool WriteWeight(CVelmoraDoc& doc, int position, const CWeightEntry& entry) {
     const bool isWritten = doc.Database().Weight().Write(position, entry);
     if (!isWritten) {
-        ShowMessage(u"Cannot add weight."_s, EMessageIcon::Information);
+        ShowMessage(kCannotAdd, EMessageIcon::Information);
     }
     return isWritten;
 }
@@ -44,6 +50,19 @@ bool MayEditWeight(int selected) {
         {"Please select weight to edit.", "Please select only one weight to edit."}, selected);
 }
 
+std::optional<CWeightEntry> WeightToEdit(CVelmoraDoc& doc, int position) {
+    CWeightEntry entry;
+    if (!doc.Database().Weight().Read(position, entry)) {
+        ShowMessage(kCannotAdd, EMessageIcon::Information);
+        return std::nullopt;
+    }
+    const QDate day = DateOf(entry.GetMoment());
+    if (!day.isValid() || day.year() > kLastYear) {
+        entry.SetMoment(FirstMomentOf(doc.dayShown));
+    }
+    return entry;
+}
+
 bool EditWeight(CVelmoraDoc& doc, int position, const CWeightEntry& entry) {
     return WriteWeight(doc, position, entry);
 }
@@ -59,14 +78,17 @@ int DeleteWeights(CVelmoraDoc& doc, const std::vector<int>& positions) {
     // From the last one, so that the positions before it hold.
     const std::vector<int> fromTheLast(positions.rbegin(), positions.rend());
     CRecordGroup group(doc.Database().GetStore());
-    const int deleted =
-        !group.IsOpen()
-            ? 0
-            : ActOnEach(fromTheLast,
-                        [&](int position) { return doc.Database().Weight().Delete(position); }, {});
-    const int gone = group.Commit() ? deleted : 0;
-    if (gone < count) {
+    const bool isGroup = group.IsOpen();
+    int failures = 0;
+    const auto remove = [&](int position) {
+        failures += doc.Database().Weight().Delete(position) ? 0 : 1;
+        return true;
+    };
+    ActOnEach(fromTheLast, remove, {});
+    const bool isDurable = !isGroup || group.Commit();
+    const int messages = isDurable ? failures : std::max(failures, 1);
+    for (int i = 0; i < messages; ++i) {
         ShowMessage(u"Cannot delete weight."_s, EMessageIcon::Information);
     }
-    return gone;
+    return isDurable ? count - failures : 0;
 }

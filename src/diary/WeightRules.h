@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QTime>
+#include <optional>
 #include <vector>
 
 #include "app/VelmoraDoc.h"
@@ -19,9 +20,13 @@ bool AddWeight(CVelmoraDoc& doc, const CWeightEntry& entry);
 
 /// False after a message unless exactly one entry is selected.
 bool MayEditWeight(int selected);
+/// The record at `position` as the dialog shows it: one whose date is damaged starts from the day
+/// shown. Nothing after "Cannot add weight." when it cannot be read.
+std::optional<CWeightEntry> WeightToEdit(CVelmoraDoc& doc, int position);
 /// Rewrites the record at `position`. Failure shows "Cannot add weight.".
 bool EditWeight(CVelmoraDoc& doc, int position, const CWeightEntry& entry);
 
-/// Asks and deletes the records at these ascending positions, the last one first; stops at the
-/// first failure with "Cannot delete weight.". Returns how many are gone.
+/// Asks and deletes the records at these ascending positions. Every one that stays is told by
+/// "Cannot delete weight.", and the others go all the same. Returns how many are gone: none when
+/// the deletions as a whole could not be made to last.
 int DeleteWeights(CVelmoraDoc& doc, const std::vector<int>& positions);

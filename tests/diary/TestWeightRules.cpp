@@ -1,5 +1,7 @@
 #include "DiaryFixture.h"
 
+#include <limits>
+
 #include "diary/BmiTable.h"
 #include "diary/WeightForm.h"
 #include "diary/WeightList.h"
@@ -192,13 +194,31 @@ class TestWeightRules : public CDiaryTest {
                  (QStringList{u"Are you sure you want to delete selected weight?"_s,
                               u"Are you sure you want to delete 2 weights?"_s}));
         QCOMPARE(StoredWeights(), u"82 84"_s);
-        // The last one goes first, and a failure ends it.
-        QCOMPARE(DeleteWeights(*m_doc, {0, 7}), 0);
-        QCOMPARE(DeleteWeights(*m_doc, {-1, 1}), 1);
+        // What cannot go is told, and the others go.
+        QCOMPARE(DeleteWeights(*m_doc, {-1, 1, 7, 8}), 1);
         QCOMPARE(StoredWeights(), u"82"_s);
-        QCOMPARE(m_messages->TakeShown().count(u"Cannot delete weight."_s), 2);
+        QCOMPARE(m_messages->TakeShown().count(u"Cannot delete weight."_s), 3);
         QVERIFY(!EditWeight(*m_doc, 7, latest));
         QCOMPARE(m_messages->Said(), u"Cannot add weight."_s);
+    }
+
+    void damagedEntriesAreToldAndMended() {
+        CWeightEntry undated = MakeEntry(kDay, QTime(7, 30), 80);
+        for (const FileTime moment : {FileTime{-1}, std::numeric_limits<FileTime>::max()}) {
+            undated.SetMoment(moment);
+            QVERIFY(AddWeight(*m_doc, undated));
+        }
+        for (const int position : {0, 1}) {
+            QCOMPARE(WeightToEdit(*m_doc, position)->GetMoment(), ToFileTime(kDay, QTime(0, 0)));
+        }
+        CDietEntry alien;
+        CItemDatabaseBase& weights = Database().Weight();
+        QVERIFY(weights.Write(-1, alien));  // behind the first
+        QCOMPARE(Loaded().Count(), 1);
+        QVERIFY(!WeightToEdit(*m_doc, 1) && !WeightToEdit(*m_doc, 9));
+        const QString wrong =
+            u"Database error. Wrong number of properties, record #1, props = 62 (15)|"_s;
+        QCOMPARE(m_messages->Said(), wrong + wrong + u"Cannot add weight.|Cannot add weight."_s);
     }
 
     void theRowInForceIsFoundForADay() {

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QSplitter>
 #include <QToolButton>
 
@@ -71,10 +72,6 @@ class TestWeightView : public CDiaryTest {
             Replace(weight, u"82.5"_s);
             Replace(Find<QLineEdit>(dialog, "waistMajor"), u"91.44"_s);
             Press(dialog, "calculateBodyFat");
-            for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
-                QTest::keyClick(weight, key);
-                QVERIFY(dialog.isVisible());
-            }
             Press(dialog, "ok");
         });
         QTest::keyClick(open.weights, Qt::Key_Insert);
@@ -97,9 +94,18 @@ class TestWeightView : public CDiaryTest {
         Show(dialog);
         // Nothing sticks out at the side.
         QCOMPARE(Find<QScrollArea>(dialog, "content")->horizontalScrollBar()->maximum(), 0);
-        QCOMPARE(Find<QLineEdit>(dialog, "weightMajor")->text(), u"11"_s);
-        QCOMPARE(Find<QLineEdit>(dialog, "weightMinor")->text(), u"3.63"_s);
+        auto* stones = Find<QLineEdit>(dialog, "weightMajor");
+        auto* pounds = Find<QLineEdit>(dialog, "weightMinor");
+        QCOMPARE(stones->text() + u' ' + pounds->text(), u"11 3.63"_s);
         QCOMPARE(Find<QLineEdit>(dialog, "chestMajor")->accessibleName(), u"Chest, in"_s);
+        const QSignalSpy returns(stones, &QLineEdit::returnPressed);
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
+            QTest::keyClick(stones, key);
+            QVERIFY(dialog.isVisible());
+        }
+        QCOMPARE(returns.size(), 2);
+        QTest::keyClick(stones, Qt::Key_Tab);
+        QVERIFY(pounds->hasFocus());
     }
 
     void theRowAtTheOldPlaceOrOfTheDayIsSelected() {
