@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QWheelEvent>
+#include <algorithm>
 
 CPickField::CPickField(bool isEditable, const QString& accessibleName, QWidget* parent)
     : QComboBox(parent) {
@@ -17,9 +18,17 @@ CPickField::CPickField(bool isEditable, const QString& accessibleName, QWidget* 
     }
 }
 
+void CPickField::SetMaxLength(int length) {
+    m_maxLength = length;
+    lineEdit()->setMaxLength(length);
+}
+
 void CPickField::SetText(const QString& text) {
     if (isEditable()) {
         if (text != currentText()) {
+            if (m_maxLength > 0) {
+                lineEdit()->setMaxLength(std::max(m_maxLength, static_cast<int>(text.size())));
+            }
             setEditText(text);
             lineEdit()->setCursorPosition(0);  // long names are told apart by their beginning
         }

@@ -9,6 +9,8 @@ class CPickField : public QComboBox {
   public:
     CPickField(bool isEditable, const QString& accessibleName, QWidget* parent = nullptr);
 
+    /// Limits what is typed, in UTF-16 units. A longer text that is set stands whole.
+    void SetMaxLength(int length);
     void SetText(const QString& text);
     [[nodiscard]] QString GetText() const { return currentText(); }
 
@@ -21,4 +23,7 @@ class CPickField : public QComboBox {
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+
+  private:
+    int m_maxLength = 0;  ///< 0: none
 };

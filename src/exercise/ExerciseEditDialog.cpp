@@ -24,6 +24,8 @@ constexpr int kPreferredHeight = 340;
 constexpr int kNarrowSpacing = 4;
 constexpr int kButtonMargin = 10;
 
+/// What an entry keeps of a name or type.
+constexpr int kNameLength = 64;
 constexpr int kHoursPerDay = 24;
 constexpr int kMinutesPerHour = 60;
 constexpr int kMinutesStep = 5;
@@ -49,6 +51,7 @@ QComboBox* CreateNumberField(const QString& name, const QStringList& numbers, QW
     field->setMinimumContentsLength(kDurationCharacters);
     field->lineEdit()->setMaxLength(kDurationLength);
     field->addItems(numbers);
+    field->setFocusPolicy(Qt::StrongFocus);  // the wheel alone does not bring it
     return field;
 }
 
@@ -72,6 +75,14 @@ CExerciseEditDialog::CExerciseEditDialog(CExerciseForm& form, QWidget* parent)
     m_category->setFocus();
 }
 
+bool CExerciseEditDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Wheel && !static_cast<QWidget*>(watched)->hasFocus()) {
+        event->ignore();
+        return true;
+    }
+    return CDialog::eventFilter(watched, event);
+}
+
 bool CExerciseEditDialog::CloseOverlay() {
     const bool wasOpen = m_pickList->IsOpen();
     m_pickList->Close();
@@ -89,6 +100,9 @@ void CExerciseEditDialog::AddFields() {
                                bool isEditable) {
         auto* field = new CPickField(isEditable, name, this);
         field->setObjectName(name.toLower());
+        if (isEditable) {
+            field->SetMaxLength(kNameLength);
+        }
         connect(field, &CPickField::PickRequested, this, [this, picker] { OpenPicker(picker); });
         form->addRow(label, field);
         return field;
@@ -123,6 +137,7 @@ QWidget* CExerciseEditDialog::AddDurationRow() {
     m_hours = CreateNumberField(u"Hours"_s, hours, row);
     m_minutes = CreateNumberField(u"Minutes"_s, minutes, row);
     for (QComboBox* field : {m_hours, m_minutes}) {
+        field->installEventFilter(this);
         connect(field, &QComboBox::editTextChanged, this, [this] {
             m_form.SetDurationTexts(m_hours->currentText(), m_minutes->currentText());
             m_energy->setText(m_form.EnergyText());

@@ -16,6 +16,9 @@ class CExerciseEditDialog : public CDialog {
   public:
     CExerciseEditDialog(CExerciseForm& form, QWidget* parent);
 
+    /// The wheel scrolls the dialog and turns a duration only where the user is at it.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   protected:
     bool CloseOverlay() override;
     bool Confirm() override;

@@ -5,6 +5,7 @@
 
 #include "app/ListCommands.h"
 #include "platform/NumberText.h"
+#include "store/PlatformError.h"
 
 using namespace Qt::StringLiterals;
 
@@ -84,7 +85,12 @@ bool MayEditExercise(int selected) {
 
 bool EditExercise(CDatabase& database, const CListedExercise& before, const CExerciseEntry& after) {
     const int position = database.Exercises().PositionOf(before.record);
-    return position >= 0 && database.Exercises().Write(position, after);
+    if (position < 0) {
+        ShowMessage(FormatText(QLatin1StringView(kExercisesLayout.writeFailure),
+                               {static_cast<int>(kErrorFileNotFound)}));
+        return false;
+    }
+    return database.Exercises().Write(position, after);
 }
 
 int DeleteExercises(CDatabase& database, const ListedExercises& selected) {

@@ -38,7 +38,8 @@ bool AddExercise(CDatabase& database, const CExerciseEntry& entry);
 
 /// False after a message unless exactly one entry is selected.
 bool MayEditExercise(int selected);
-/// Replaces what `before` stored. False after the message of the failed write.
+/// Replaces what `before` stored. False after the message of the failed write, which a record that
+/// is gone has as well.
 bool EditExercise(CDatabase& database, const CListedExercise& before, const CExerciseEntry& after);
 
 /// Asks and deletes in list order; stops at the first failure. Returns how many are gone.

@@ -252,8 +252,7 @@ ListedExercises CExercisesMainView::SelectedExercises() const {
 void CExercisesMainView::Add() {
     CExerciseForm form(Doc(), NewExercise(Doc().dayShown, QTime::currentTime()));
     CExerciseEditDialog dialog(form, this);
-    if (dialog.exec() == QDialog::Accepted) {
-        AddExercise(Doc().Database(), form.GetResult());
+    if (dialog.exec() == QDialog::Accepted && AddExercise(Doc().Database(), form.GetResult())) {
         Reload();
         // What was added stands behind all others of its moment.
         for (int row = static_cast<int>(m_exercises.size()) - 1; row >= 0; --row) {

@@ -115,6 +115,8 @@ class TestExerciseRules : public CExercisesTest {
 
     void findingGoesOnAfterTheLastHit() {
         CExerciseForm form = NewForm();
+        QVERIFY(!form.HasFindName() && form.Find({}, {u"S"_s, {}, u"FA"_s}));
+        QCOMPARE(form.TypeText(), u"fast"_s);  // which holds both words
         QVERIFY(!form.HasFindName() && form.Find(u"RUN"_s, {}));
         QCOMPARE(Shown(form), u"Sports/slow 0:01 10"_s);  // 1 * 70 * 8 * 0.0175 + 0.5 = 10.3
         QVERIFY(form.HasFindName() && form.FindNext() && !form.FindNext());
@@ -152,6 +154,9 @@ class TestExerciseRules : public CExercisesTest {
         later.SetName(u"Swim"_s);
         QVERIFY(EditExercise(Database(), both[0], later));
         QCOMPARE(Listed(), u"Row,slow 00:30 100|Swim,slow 00:30 100"_s);
+        QCOMPARE(DeleteExercises(Database(), {both[0]}), 1);
+        QVERIFY(!EditExercise(Database(), both[0], later));
+        QCOMPARE(m_messages->Said(), u"Cannot add exercise (error# 2)."_s);
     }
 
     void theWeekEndsWithTheDayAndTakesAllOfIt() {

@@ -5,7 +5,9 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QTimeEdit>
+#include <QWheelEvent>
 
+#include "catalogue/FindDialog.h"
 #include "controls/ColorDialog.h"
 #include "controls/ReportList.h"
 #include "exercise/ExerciseEditDialog.h"
@@ -44,9 +46,23 @@ class TestExerciseView : public CExercisesTest {
         COpenView open(*m_doc);
         QVERIFY(Find<QLabel>(open.view, "emptyHint")->isVisible());
         OnDialog<CExerciseEditDialog>([](CExerciseEditDialog& dialog) {
+            OnDialog<CFindDialog>([](CFindDialog& find) {
+                Replace(Find<QLineEdit>(find, "type3"), u"FAST"_s);
+                find.accept();
+            });
+            Press(dialog, "Find exercise");
+            auto* type = Find<QComboBox>(dialog, "type");
+            QCOMPARE(type->currentText(), u"fast"_s);
+            Replace(type->lineEdit(), QString(65, u'x'));
+            QCOMPARE(type->currentText().size(), 64);
+            type->setEditText(u"on ice"_s);
             Find<QComboBox>(dialog, "name")->setEditText(u"Skating"_s);
-            Find<QComboBox>(dialog, "type")->setEditText(u"on ice"_s);
-            Find<QComboBox>(dialog, "minutes")->setCurrentIndex(6);
+            auto* minutes = Find<QComboBox>(dialog, "minutes");
+            minutes->setCurrentIndex(6);
+            QWheelEvent wheel({}, {}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                              false);
+            QApplication::sendEvent(minutes->lineEdit(), &wheel);
+            QCOMPARE(minutes->currentText(), u"30"_s);
             Replace(Find<QLineEdit>(dialog, "energy"), u"294"_s);
             Press(dialog, "ok");
         });
