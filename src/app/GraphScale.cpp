@@ -6,6 +6,13 @@
 #include <cmath>
 
 namespace {
+constexpr int kMostDecimals = 6;
+/// Ranges below these, absolutely and as a share of the value, have no labels of their own.
+constexpr double kLeastRange = 1e-5;
+constexpr double kLeastShare = 1e-9;
+/// Damaged entries may hold anything; beyond this the arithmetic of axes would not be finite.
+constexpr double kMostValue = 1e300;
+
 /// 1, 2 or 5 times a power of ten, not below `least`.
 double RoundStep(double least) {
     const double power = std::pow(10, std::floor(std::log10(least)));
@@ -33,7 +40,8 @@ constexpr std::array<CDateStep, 7> kDateSteps = {{
     {0, 12, "yyyy"},
 }};
 
-std::vector<CDateTick> TicksOf(const CDateStep& step, int years, QDate from, QDate to) {
+/// No more than one tick past `most`, which says that the step does not fit.
+std::vector<CDateTick> TicksOf(const CDateStep& step, int years, QDate from, QDate to, int most) {
     std::vector<CDateTick> ticks;
     const int months = step.months * years;
     QDate day = from;
@@ -46,7 +54,7 @@ std::vector<CDateTick> TicksOf(const CDateStep& step, int years, QDate from, QDa
         }
     }
     const QString format = QString::fromLatin1(step.format);
-    while (day.isValid() && day <= to) {
+    while (day.isValid() && day <= to && static_cast<int>(ticks.size()) <= most) {
         ticks.push_back({day, QLocale().toString(day, format)});
         day = months > 0 ? day.addMonths(months) : day.addDays(step.days);
     }
@@ -64,7 +72,9 @@ std::vector<double> CAxis::Ticks() const {
 }
 
 CAxis ValueAxis(double low, double high, int mostTicks) {
-    if (!(high > low)) {
+    low = std::clamp(low, -kMostValue, kMostValue);
+    high = std::clamp(high, -kMostValue, kMostValue);
+    if (!(high - low > std::max(kLeastRange, std::abs(high) * kLeastShare))) {
         const double room = std::max(std::abs(low) * 0.05, 1.0);
         low -= room;
         high += room;
@@ -81,19 +91,23 @@ CAxis ValueAxis(double low, double high, int mostTicks) {
         }
         least = axis.step * 1.1;
     }
-    axis.decimals = std::clamp(static_cast<int>(-std::floor(std::log10(axis.step) + 1e-9)), 0, 6);
+    axis.decimals =
+        std::clamp(static_cast<int>(-std::floor(std::log10(axis.step) + 1e-9)), 0, kMostDecimals);
+    if (intervals == 1) {
+        axis.step = axis.high - axis.low;
+    }
     return axis;
 }
 
 std::vector<CDateTick> DateTicks(QDate from, QDate to, int most) {
     for (const CDateStep& step : kDateSteps) {
-        std::vector<CDateTick> ticks = TicksOf(step, 1, from, to);
+        std::vector<CDateTick> ticks = TicksOf(step, 1, from, to, most);
         if (static_cast<int>(ticks.size()) <= most) {
-            return ticks.empty() ? TicksOf(kDateSteps[0], 1, from, from) : ticks;
+            return ticks.empty() ? TicksOf(kDateSteps[0], 1, from, from, 1) : ticks;
         }
     }
     for (const int years : {2, 5, 10, 20, 50, 100, 500, 1000}) {
-        std::vector<CDateTick> ticks = TicksOf(kDateSteps.back(), years, from, to);
+        std::vector<CDateTick> ticks = TicksOf(kDateSteps.back(), years, from, to, most);
         if (static_cast<int>(ticks.size()) <= most) {
             return ticks;
         }

@@ -7,7 +7,7 @@
 #include <QString>
 #include <vector>
 
-/// Where an axis begins and ends, both multiples of its step.
+/// Where an axis begins and ends: multiples of its step, or round numbers when it is one step long.
 struct CAxis {
     double low = 0;
     double high = 1;
@@ -19,7 +19,8 @@ struct CAxis {
 };
 
 /// Covers `low` to `high` in steps of 1, 2 or 5 times a power of ten, with at most `mostTicks`
-/// ticks (2 or more). A single value gets room around it.
+/// ticks (2 or more). A single value gets room around it, and so do values that the labels could
+/// not tell apart.
 CAxis ValueAxis(double low, double high, int mostTicks);
 
 struct CDateTick {

@@ -20,7 +20,12 @@ class TestGraphScale : public QObject {
             {"zero", 0, 0, 5, u"-1 -0.5 0 0.5 1"_s, 1},
             {"below zero", -800, 450, 6, u"-1000 -500 0 500"_s, 0},
             {"two ticks", 3, 97, 2, u"0 100"_s, 0},
+            {"two ticks over a round number", 95, 105, 2, u"90 110"_s, 0},
+            {"two ticks around zero", -80, 45, 2, u"-200 200"_s, 0},
+            {"nothing to tell apart", 70, 70.0000001, 4, u"65 70 75"_s, 0},
+            {"next to nothing", 70, std::nextafter(70.0, 71.0), 2, u"60 80"_s, 0},
             {"large", 0, 2'000'000, 4, u"0 1e+06 2e+06"_s, 0},
+            {"damaged", -1e308, 1e308, 3, u"-1e+300 0 1e+300"_s, 0},
         });
     }
     void axesTakeRoundStepsThatFit() {
