@@ -51,21 +51,24 @@ int CGraphPane::BottomLabelRoom(const QString& widest) const {
 }
 
 void CGraphPane::LayOut() {
-    m_labels.clear();
-    const QString empty = EmptyText();
-    m_values = empty.isEmpty() ? Layout() : std::vector<CGraphValue>();
+    Arrange();
     QStringList spoken;
     for (size_t i = m_values.size() > kMostSpoken ? m_values.size() - kMostSpoken : 0;
          i < m_values.size(); ++i) {
-        spoken.append(m_values[i].text);
+        spoken.append(TextOf(m_values[i].datum));
     }
-    setAccessibleDescription(empty.isEmpty() ? spoken.join(u"; "_s) : empty);
+    setAccessibleDescription(m_values.empty() ? EmptyText() : spoken.join(u"; "_s));
     update();
+}
+
+void CGraphPane::Arrange() {
+    m_labels.clear();
+    m_values = EmptyText().isEmpty() ? Layout() : std::vector<CGraphValue>();
 }
 
 void CGraphPane::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    LayOut();
+    Arrange();
 }
 
 void CGraphPane::paintEvent(QPaintEvent*) {
@@ -117,7 +120,7 @@ bool CGraphPane::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
         if (const CGraphValue* value = ValueNear(help->pos())) {
-            QToolTip::showText(help->globalPos(), value->text, this);
+            QToolTip::showText(help->globalPos(), TextOf(value->datum), this);
         } else {
             QToolTip::hideText();
         }

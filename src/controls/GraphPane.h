@@ -10,10 +10,11 @@
 /// One thing that can be pointed at.
 struct CGraphValue {
     QPointF place;  ///< logical pixels
-    QString text;   ///< "31 May 2026: 71.50 kg"
+    size_t datum;   ///< index into the graph's own data
 };
 
-/// Derived graphs lay their data out in Layout and draw it in PaintData, both within Plot(). All
+/// Derived graphs lay their data out in Layout, at every change of size too, and draw it in
+/// PaintData, both within Plot(). Words are asked for only when they are shown or spoken. All
 /// drawing is antialiased and in logical pixels, so it stays sharp on any screen.
 class CGraphPane : public QWidget {
     Q_OBJECT
@@ -37,6 +38,8 @@ class CGraphPane : public QWidget {
     virtual QString EmptyText() const = 0;
     /// Calls SetValueAxis and SetBottomLabels, and gives the values that can be pointed at.
     virtual std::vector<CGraphValue> Layout() = 0;
+    /// "31 May 2026: 71.50 kg".
+    [[nodiscard]] virtual QString TextOf(size_t datum) const = 0;
     virtual void PaintData(QPainter& painter) = 0;
 
     /// The rectangle of the data; valid from SetValueAxis on.
@@ -56,6 +59,7 @@ class CGraphPane : public QWidget {
     bool event(QEvent* event) override;
 
   private:
+    void Arrange();
     void PaintAxes(QPainter& painter, const QColor& text);
     [[nodiscard]] QString ValueLabel(double value) const;
     [[nodiscard]] const CGraphValue* ValueNear(const QPointF& place) const;

@@ -162,14 +162,12 @@ std::vector<CGraphValue> CWeightGraph::Layout() {
     const CScale days{first, last, Plot().left(), Plot().right()};
     m_line.clear();
     std::vector<CGraphValue> values;
-    for (const CPoint& point : m_points) {
-        if (!inSight(point)) {
-            continue;
+    for (size_t i = 0; i < m_points.size(); ++i) {
+        const CPoint& point = m_points[i];
+        if (inSight(point)) {
+            m_line.emplace_back(days.At(point.day), ValueScale().At(point.weight));
+            values.push_back({m_line.back(), i});
         }
-        const QPointF place(days.At(point.day), ValueScale().At(point.weight));
-        m_line.push_back(place);
-        const QDate day = QDate::fromJulianDay(static_cast<qint64>(point.day));
-        values.push_back({place, ShownDate(day) + u": "_s + WeightText(point.weight)});
     }
     m_line = ThinnedLine(m_line);
     m_goalFrom = QPointF(days.At(from.x()), ValueScale().At(from.y()));
@@ -182,6 +180,12 @@ std::vector<CGraphValue> CWeightGraph::Layout() {
     }
     SetBottomLabels(std::move(labels));
     return values;
+}
+
+QString CWeightGraph::TextOf(size_t datum) const {
+    const CPoint& point = m_points[datum];
+    return ShownDate(QDate::fromJulianDay(static_cast<qint64>(point.day))) + u": "_s +
+           WeightText(point.weight);
 }
 
 void CWeightGraph::PaintData(QPainter& painter) {

@@ -27,6 +27,7 @@ class CWeightGraph : public CGraphPane {
     CColors Colors() const override { return {BackgroundColor(), TextColor()}; }
     QString EmptyText() const override;
     std::vector<CGraphValue> Layout() override;
+    [[nodiscard]] QString TextOf(size_t datum) const override;
     void PaintData(QPainter& painter) override;
     void resizeEvent(QResizeEvent* event) override;
 

@@ -58,24 +58,29 @@ std::vector<CGraphValue> CExercisesGraph::Layout() {
     std::vector<CBottomLabel> labels;
     const double width = Plot().width() / kGraphDays;
     const bool hasRoom = BottomLabelRoom(u"Wed 30"_s) >= kGraphDays;
-    for (int i = 0; i < kGraphDays; ++i) {
-        const CExerciseDay& day = m_week.at(static_cast<size_t>(i));
-        const double middle = Plot().left() + (i + 0.5) * width;
+    for (size_t i = 0; i < m_week.size(); ++i) {
+        const CExerciseDay& day = m_week[i];
+        const double middle = Plot().left() + (static_cast<double>(i) + 0.5) * width;
         const double burned = ValueScale().At(EnergyShown(day.burnedKcal, unit));
         const double zero = ValueScale().At(0);
         m_bars.emplace_back(QPointF(middle - width * kBarShare / 2, burned),
                             QPointF(middle + width * kBarShare / 2, zero));
         m_line.emplace_back(middle, ValueScale().At(EnergyShown(day.surplusKcal, unit)));
         labels.push_back({middle, QLocale().toString(day.day, hasRoom ? u"ddd d"_s : u"d"_s)});
-        const QString text = QLocale().toString(day.day, QLocale::ShortFormat) +
-                             u": burned %1, surplus %2 "_s.arg(WholeEnergy(day.burnedKcal, unit))
-                                 .arg(WholeEnergy(day.surplusKcal, unit)) +
-                             UnitName(unit, EUnitForm::Abbreviated);
-        values.push_back({QPointF(middle, (burned + zero) / 2), text});
-        values.push_back({m_line.back(), text});
+        values.push_back({QPointF(middle, (burned + zero) / 2), i});
+        values.push_back({m_line.back(), i});
     }
     SetBottomLabels(std::move(labels));
     return values;
+}
+
+QString CExercisesGraph::TextOf(size_t datum) const {
+    const EEnergyUnit unit = m_doc.Preferences().energyUnit;
+    const CExerciseDay& day = m_week[datum];
+    return QLocale().toString(day.day, QLocale::ShortFormat) +
+           u": burned %1, surplus %2 "_s.arg(WholeEnergy(day.burnedKcal, unit))
+               .arg(WholeEnergy(day.surplusKcal, unit)) +
+           UnitName(unit, EUnitForm::Abbreviated);
 }
 
 void CExercisesGraph::PaintData(QPainter& painter) {

@@ -16,6 +16,7 @@ class CExercisesGraph : public CGraphPane {
     CColors Colors() const override;
     QString EmptyText() const override;
     std::vector<CGraphValue> Layout() override;
+    [[nodiscard]] QString TextOf(size_t datum) const override;
     void PaintData(QPainter& painter) override;
 
   private:
