@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "catalogue/CatalogueTexts.h"
-#include "catalogue/FindItems.h"
 #include "diary/CatalogueChoices.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
@@ -30,22 +29,6 @@ constexpr CKindRow kKinds[] = {
 int BitOf(EItemKind kind) {
     const auto* row = std::ranges::find(kKinds, kind, &CKindRow::kind);
     return row == std::end(kKinds) ? 0 : row->bit;
-}
-
-/// How a picker is headed and what it says when it has nothing to list.
-struct CPickerRow {
-    const char* header;
-    const char* empty;
-};
-constexpr CPickerRow kPickers[] = {
-    {"", ""},
-    {"Category", "There are no categories to select."},
-    {"Name", "There are no names to select."},
-    {"Name", "There are no types to select."},
-};
-
-const CPickerRow& RowOf(EPicker picker) {
-    return kPickers[static_cast<int>(picker)];
 }
 
 void ShowInformation(const QString& text) {
@@ -95,7 +78,7 @@ CAddFoodRequest CAddFoodRequest::ForComponent(CDatabase& database, const CCompos
 }
 
 CAddFoodForm::CAddFoodForm(CVelmoraDoc& doc, const CAddFoodRequest& request)
-    : m_doc(doc),
+    : CPickForm(doc),
       m_allowedKinds(request.allowedKinds),
       m_refuseDuplicates(request.refuseDuplicates),
       m_hasTime(request.hasTime),
@@ -104,6 +87,7 @@ CAddFoodForm::CAddFoodForm(CVelmoraDoc& doc, const CAddFoodRequest& request)
       m_valuesAreTotals(request.valuesAreTotals),
       m_totalsAmount(request.food.amount > kLeastAmount ? request.food.amount : 1.0) {
     TakeItem(request.food.item);
+    SetTime(request.food.time);
     if (m_food.amount <= kLeastAmount) {
         m_food.amount = 1.0;
     }
@@ -132,39 +116,8 @@ void CAddFoodForm::SetKind(EItemKind kind) {
     ClearItem({});
 }
 
-QStringList CAddFoodForm::Choices(EPicker picker) {
-    if (picker != EPicker::Category && m_food.item.GetCategoryId() < 0) {
-        ShowInformation(u"There is no category selected."_s);
-        return {};
-    }
-    const qint32 category = m_food.item.GetCategoryId();
-    CDatabase& database = m_doc.Database();
-    QStringList choices;
-    switch (picker) {
-        case EPicker::Category:
-            choices = CategoryNames(database, Catalogue());
-            break;
-        case EPicker::Name:
-            choices = NamesInCategory(database, Catalogue(), category);
-            break;
-        case EPicker::Type:
-            choices = TypesOfName(database, Catalogue(), category, m_name);
-            break;
-        case EPicker::None:
-            break;
-    }
-    if (choices.isEmpty()) {
-        ShowInformation(QLatin1StringView(RowOf(picker).empty));
-    }
-    return choices;
-}
-
-QString CAddFoodForm::HeaderOf(EPicker picker) {
-    return QLatin1StringView(RowOf(picker).header);
-}
-
 EPicker CAddFoodForm::Pick(EPicker picker, const QString& row) {
-    CDatabase& database = m_doc.Database();
+    CDatabase& database = Doc().Database();
     switch (picker) {
         case EPicker::Category:
             m_food.item.SetCategoryId(database.CategoryIdOf(Catalogue(), row));
@@ -187,29 +140,6 @@ EPicker CAddFoodForm::Pick(EPicker picker, const QString& row) {
             break;
     }
     return EPicker::None;
-}
-
-bool CAddFoodForm::Find(const QString& name, const QStringList& types) {
-    FindState().name = name;
-    FindState().types = types;
-    return LoadFound(FindFirst(m_doc.Database(), ECatalogueKind::Foods, FindState()));
-}
-
-bool CAddFoodForm::FindNext() {
-    return LoadFound(::FindNext(m_doc.Database(), ECatalogueKind::Foods, FindState()));
-}
-
-bool CAddFoodForm::LoadFound(int position) {
-    if (position < 0) {
-        ShowInformation(QString::fromLatin1(kFoodsTexts.notFound));
-        return false;
-    }
-    return Load(position);
-}
-
-QString CAddFoodForm::CategoryText() const {
-    const qint32 category = m_food.item.GetCategoryId();
-    return category < 0 ? QString() : m_doc.Database().CategoryNameOf(Catalogue(), category);
 }
 
 QStringList CAddFoodForm::Servings() const {
@@ -246,18 +176,18 @@ void CAddFoodForm::SetAmountText(const QString& text) {
     }
     const double typed = TypedNumber(text).value_or(0);
     const double amount = typed > kLeastAmount ? typed : 1.0;
-    m_amountText = typed > kLeastAmount ? text : m_doc.Preferences().FormatNumber(amount);
+    m_amountText = typed > kLeastAmount ? text : Doc().Preferences().FormatNumber(amount);
     Recompute(amount);
 }
 
 QString CAddFoodForm::RowTitle(int row) {
-    return m_doc.NutrientNames().value(m_nutrients[row]);
+    return Doc().NutrientNames().value(m_nutrients[row]);
 }
 
 QString CAddFoodForm::RowText(int row) const {
     const int nutrient = m_nutrients[row];
     const auto& typed = m_typed[nutrient];
-    return typed ? typed->text : m_doc.Preferences().FormatNutrient(nutrient, Computed(nutrient));
+    return typed ? typed->text : Doc().Preferences().FormatNutrient(nutrient, Computed(nutrient));
 }
 
 void CAddFoodForm::SetRowText(int row, const QString& text) {
@@ -265,12 +195,12 @@ void CAddFoodForm::SetRowText(int row, const QString& text) {
         return;
     }
     const int nutrient = m_nutrients[row];
-    m_typed[nutrient] = {text, m_doc.Preferences().ReadNutrient(nutrient, text)};
+    m_typed[nutrient] = {text, Doc().Preferences().ReadNutrient(nutrient, text)};
 }
 
 bool CAddFoodForm::Confirm() {
-    const QString name = m_name.trimmed();
-    const QString type = m_type.trimmed();
+    const QString name = NameText().trimmed();
+    const QString type = TypeText().trimmed();
     if (name.isEmpty()) {
         ShowInformation(u"Please enter food name"_s);
         return false;
@@ -284,6 +214,7 @@ bool CAddFoodForm::Confirm() {
         return false;
     }
     m_result = m_food;
+    m_result.time = GetTime();
     m_result.item.SetName(name);
     m_result.item.SetType(type);
     m_result.item.ClearServings();
@@ -308,15 +239,10 @@ void CAddFoodForm::ClearItem(const QString& name) {
     Recompute(1.0);
 }
 
-/// The item of the chosen category and name, and of a type unless menus and recipes have none.
-bool CAddFoodForm::LoadOfType(const QString& type) {
-    return Load(m_doc.Database().FindItem(Catalogue(), m_food.item.GetCategoryId(), m_name, type));
-}
-
 /// Leaves the amount as it is.
 bool CAddFoodForm::Load(int position) {
     CFoodItem food;
-    if (!ReadAsFood(m_doc.Database(), Catalogue(), position, food)) {
+    if (!ReadAsFood(Doc().Database(), Catalogue(), position, food)) {
         ShowInformation(QString::fromLatin1(kFoodsTexts.cannotLoad));
         return false;
     }
@@ -329,8 +255,8 @@ bool CAddFoodForm::Load(int position) {
 /// Shows an item with its named servings, the first one selected.
 void CAddFoodForm::TakeItem(const CFoodItem& item) {
     m_food.item = item;
-    m_name = item.GetName();
-    m_type = item.GetType();
+    SetNameText(item.GetName());
+    SetTypeText(item.GetType());
     m_servings.clear();
     for (int index = 0; index < kServingCount; ++index) {
         const QString name = item.GetServingName(index);
@@ -358,7 +284,7 @@ void CAddFoodForm::Recompute(double amount) {
     for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
         if (auto& typed = m_typed[nutrient]) {
             typed->value *= ratio;
-            typed->text = m_doc.Preferences().FormatNutrient(nutrient, typed->value);
+            typed->text = Doc().Preferences().FormatNutrient(nutrient, typed->value);
         }
     }
 }
@@ -385,7 +311,7 @@ double CAddFoodForm::Value(int nutrient) const {
 
 bool CAddFoodForm::CheckDuplicate(const QString& name, const QString& type) {
     const qint32 category = m_food.item.GetCategoryId();
-    if (m_doc.Database().FindItem(Catalogue(), category, name, type) < 0) {
+    if (Doc().Database().FindItem(Catalogue(), category, name, type) < 0) {
         return true;
     }
     // Recipes share the wording of menus.

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "diary/DietRules.h"
+#include "diary/PickForm.h"
 
 /// Kinds on offer, as bits.
 enum EAllowedKinds : int { kAllowFood = 1, kAllowMenu = 2, kAllowRecipe = 4, kAllowAll = 7 };
@@ -32,12 +33,9 @@ struct CAddFoodRequest {
     static CAddFoodRequest ForComponent(CDatabase& database, const CComposedItem& component);
 };
 
-/// The lists that the fields open.
-enum class EPicker { None, Category, Name, Type };
-
 /// Texts go in and out as the user sees them. Values are kept exactly: a text that the user left
 /// alone never costs a value its decimals. Values not displayed follow the same rules unseen.
-class CAddFoodForm {
+class CAddFoodForm : public CPickForm {
   public:
     CAddFoodForm(CVelmoraDoc& doc, const CAddFoodRequest& request);
 
@@ -47,30 +45,9 @@ class CAddFoodForm {
     /// Clears category and item when the kind changes.
     void SetKind(EItemKind kind);
 
-    /// What the picker lists; empty after the message that says why there is nothing to pick.
-    QStringList Choices(EPicker picker);
-    /// "Category" or "Name".
-    static QString HeaderOf(EPicker picker);
-    /// Takes the chosen row. Returns the picker to open next.
-    EPicker Pick(EPicker picker, const QString& row);
-
+    /// Name and type follow the category, the type follows the name.
+    EPicker Pick(EPicker picker, const QString& row) override;
     [[nodiscard]] bool MayFind() const { return GetKind() == EItemKind::Food; }
-    /// The document's last find of a food.
-    [[nodiscard]] CFindState& FindState() const {
-        return m_doc.CatalogueState(ECatalogueKind::Foods).find;
-    }
-    /// False when there is nothing to find again.
-    [[nodiscard]] bool HasFindTexts() const { return FindState().HasTexts(); }
-    /// Both load the next match into the form and return true; false after "Food not found." or
-    /// "Cannot load food.", with the form as it was. Find starts at the first food.
-    bool Find(const QString& name, const QStringList& types);
-    bool FindNext();
-
-    [[nodiscard]] QString CategoryText() const;
-    [[nodiscard]] QString NameText() const { return m_name; }
-    void SetNameText(const QString& text) { m_name = text; }
-    [[nodiscard]] QString TypeText() const { return m_type; }
-    void SetTypeText(const QString& text) { m_type = text; }
 
     /// Names in the Serving list.
     [[nodiscard]] QStringList Servings() const;
@@ -85,8 +62,6 @@ class CAddFoodForm {
     void SetAmountText(const QString& text);
 
     [[nodiscard]] bool HasTime() const { return m_hasTime; }
-    [[nodiscard]] QTime GetTime() const { return m_food.time; }
-    void SetTime(QTime time) { m_food.time = time; }
 
     /// One row a displayed nutrient.
     [[nodiscard]] int RowCount() const { return static_cast<int>(m_nutrients.size()); }
@@ -113,28 +88,24 @@ class CAddFoodForm {
         double value;  ///< in the stored unit
     };
 
-    [[nodiscard]] ECatalogueKind Catalogue() const { return CatalogueOf(m_food.kind); }
+    [[nodiscard]] ECatalogueKind Catalogue() const override { return CatalogueOf(m_food.kind); }
+    [[nodiscard]] qint32 CategoryId() const override { return m_food.item.GetCategoryId(); }
+    bool Load(int position) override;
     void ClearItem(const QString& name);
-    bool LoadOfType(const QString& type);
-    bool Load(int position);
-    bool LoadFound(int position);
     void TakeItem(const CFoodItem& item);
     void Recompute(double amount);
     [[nodiscard]] double Computed(int nutrient) const;
     [[nodiscard]] double Value(int nutrient) const;
     bool CheckDuplicate(const QString& name, const QString& type);
 
-    CVelmoraDoc& m_doc;
     int m_allowedKinds;
     bool m_refuseDuplicates;
     bool m_hasTime;
-    /// The item as it came from the catalogue or the entry, with the amount and time shown.
+    /// The item as it came from the catalogue or the entry, with the amount shown.
     CChosenFood m_food;
     CChosenFood m_result;
     std::vector<int> m_nutrients;
 
-    QString m_name;
-    QString m_type;
     std::vector<CServing> m_servings;
     int m_selectedServing = -1;
     QString m_servingText;

@@ -7,6 +7,22 @@
 
 namespace {
 
+/// How a picker is headed and what it says when it has nothing to list.
+struct CPickerRow {
+    const char* header;
+    const char* empty;
+};
+constexpr CPickerRow kPickers[] = {
+    {"", ""},
+    {"Category", "There are no categories to select."},
+    {"Name", "There are no names to select."},
+    {"Name", "There are no types to select."},
+};
+
+const CPickerRow& RowOf(EPicker picker) {
+    return kPickers[static_cast<int>(picker)];
+}
+
 QStringList SortedOnce(QStringList texts) {
     texts.removeDuplicates();
     texts.sort(Qt::CaseInsensitive);
@@ -30,6 +46,25 @@ bool ReadComposed(CItemDatabase<Item>& items, int position, CFoodItem& food) {
 }
 
 }  // namespace
+
+CPickChoices PickChoices(CDatabase& database, ECatalogueKind kind, EPicker picker,
+                         qint32 categoryId, const QString& name) {
+    CPickChoices choices{{}, QLatin1StringView(RowOf(picker).empty)};
+    if (picker == EPicker::Category) {
+        choices.rows = CategoryNames(database, kind);
+    } else if (categoryId < 0) {
+        choices.refusal = kNoCategorySelected;
+    } else if (picker == EPicker::Name) {
+        choices.rows = NamesInCategory(database, kind, categoryId);
+    } else if (picker == EPicker::Type) {
+        choices.rows = TypesOfName(database, kind, categoryId, name.trimmed());
+    }
+    return choices;
+}
+
+QString PickerHeader(EPicker picker) {
+    return QLatin1StringView(RowOf(picker).header);
+}
 
 QStringList CategoryNames(CDatabase& database, ECatalogueKind kind) {
     QStringList names;

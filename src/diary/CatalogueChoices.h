@@ -1,9 +1,24 @@
-// What the lists of the "Add Food" dialog offer, read from the catalogue.
+// What the lists offer that an item is picked from, read from the catalogue.
 #pragma once
 
 #include <QStringList>
 
 #include "store/Database.h"
+
+/// The lists that the fields of a dialog open.
+enum class EPicker { None, Category, Name, Type };
+
+inline constexpr QLatin1StringView kNoCategorySelected("There is no category selected.");
+
+struct CPickChoices {
+    QStringList rows;
+    QString refusal;  ///< why there are no rows
+};
+/// `categoryId` is negative when none is selected; `name` is as typed.
+CPickChoices PickChoices(CDatabase& database, ECatalogueKind kind, EPicker picker,
+                         qint32 categoryId, const QString& name);
+/// "Category" or "Name".
+QString PickerHeader(EPicker picker);
 
 /// All sorted without case.
 QStringList CategoryNames(CDatabase& database, ECatalogueKind kind);

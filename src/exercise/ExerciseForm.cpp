@@ -3,8 +3,6 @@
 #include <algorithm>
 
 #include "catalogue/CatalogueTexts.h"
-#include "catalogue/FindItems.h"
-#include "diary/CatalogueChoices.h"
 #include "exercise/ExerciseRules.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
@@ -14,7 +12,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto kKind = ECatalogueKind::Exercises;
-constexpr int kMinutesPerHour = 60;
 constexpr int kPickedMinutes = 10;
 
 // kcal per minute, kilogram and MET: 3.5 ml of oxygen per kilogram and minute, 5 kcal a litre.
@@ -51,93 +48,41 @@ qint32 CategoryOf(CDatabase& database, const CExerciseEntry& entry) {
 }  // namespace
 
 CExerciseForm::CExerciseForm(CVelmoraDoc& doc, const CExerciseEntry& entry)
-    : m_doc(doc),
+    : CPickForm(doc),
       m_entry(entry),
       m_weightKg(doc.Database().WeightOnDate(DateOf(entry.GetMoment()),
                                              doc.Settings().targets.startWeightKg)),
-      m_categoryId(doc.Database().CategoryIdOf(kKind, entry.GetCategory())),
-      m_name(entry.GetName()),
-      m_type(entry.GetType()),
-      m_time(TimeOf(entry.GetMoment())) {
+      m_categoryId(doc.Database().CategoryIdOf(kKind, entry.GetCategory())) {
+    SetNameText(entry.GetName());
+    SetTypeText(entry.GetType());
+    SetTime(TimeOf(entry.GetMoment()));
     if (m_categoryId < 0) {
         m_categoryId = CategoryOf(doc.Database(), entry);
     }
-    if (!m_name.isEmpty() && entry.GetMinutes() > 0 && entry.GetEnergyKcal() > 0) {
+    if (!entry.GetName().isEmpty() && entry.GetMinutes() > 0 && entry.GetEnergyKcal() > 0) {
         m_measured = {entry.GetMinutes(), entry.GetEnergyKcal()};
     }
     ShowDuration(Whole(entry.GetMinutes()));
     ShowEnergy(entry.GetEnergyKcal());
 }
 
-QStringList CExerciseForm::Choices(EPicker picker) {
-    if (picker != EPicker::Category && m_categoryId < 0) {
-        ShowInformation(u"There is no category selected."_s);
-        return {};
-    }
-    CDatabase& database = m_doc.Database();
-    QStringList choices;
-    QString empty;
-    switch (picker) {
-        case EPicker::Category:
-            choices = CategoryNames(database, kKind);
-            empty = u"There are no categories to select."_s;
-            break;
-        case EPicker::Name:
-            choices = NamesInCategory(database, kKind, m_categoryId);
-            empty = u"There are no names to select."_s;
-            break;
-        case EPicker::Type:
-            choices = TypesOfName(database, kKind, m_categoryId, m_name.trimmed());
-            empty = u"There are no types to select."_s;
-            break;
-        case EPicker::None:
-            return {};
-    }
-    if (choices.isEmpty()) {
-        ShowInformation(empty);
-    }
-    return choices;
-}
-
-void CExerciseForm::Pick(EPicker picker, const QString& row) {
-    CDatabase& database = m_doc.Database();
+EPicker CExerciseForm::Pick(EPicker picker, const QString& row) {
     m_measured.reset();
     switch (picker) {
         case EPicker::Category:
-            m_categoryId = database.CategoryIdOf(kKind, row);
+            m_categoryId = Doc().Database().CategoryIdOf(kKind, row);
             ClearExercise({});
-            break;
+            return EPicker::Name;
         case EPicker::Name:
             ClearExercise(row);
-            break;
+            return EPicker::Type;
         case EPicker::Type:
-            Load(database.FindItem(kKind, m_categoryId, m_name, row));
+            LoadOfType(row);
             break;
         case EPicker::None:
             break;
     }
-}
-
-bool CExerciseForm::Find(const QString& name, const QStringList& types) {
-    FindState().name = name;
-    FindState().types = types;
-    return LoadFound(FindFirst(m_doc.Database(), kKind, FindState()));
-}
-
-bool CExerciseForm::FindNext() {
-    return LoadFound(::FindNext(m_doc.Database(), kKind, FindState()));
-}
-
-bool CExerciseForm::LoadFound(int position) {
-    if (position < 0) {
-        ShowInformation(QString::fromLatin1(CatalogueTextsOf(kKind).notFound));
-        return false;
-    }
-    return Load(position);
-}
-
-QString CExerciseForm::CategoryText() const {
-    return m_categoryId < 0 ? QString() : m_doc.Database().CategoryNameOf(kKind, m_categoryId);
+    return EPicker::None;
 }
 
 void CExerciseForm::SetDurationTexts(const QString& hours, const QString& minutes) {
@@ -150,8 +95,8 @@ void CExerciseForm::SetDurationTexts(const QString& hours, const QString& minute
 }
 
 bool CExerciseForm::Confirm() {
-    const QString name = m_name.trimmed();
-    const QString type = m_type.trimmed();
+    const QString name = NameText().trimmed();
+    const QString type = TypeText().trimmed();
     if (name.isEmpty()) {
         ShowInformation(u"Please enter exercise name"_s);
         return false;
@@ -161,7 +106,7 @@ bool CExerciseForm::Confirm() {
         return false;
     }
     m_result = m_entry;
-    m_result.SetMoment(ToFileTime(DateOf(m_entry.GetMoment()), m_time));
+    m_result.SetMoment(ToFileTime(DateOf(m_entry.GetMoment()), GetTime()));
     m_result.SetCategory(CategoryText());
     m_result.SetName(name);
     m_result.SetType(type);
@@ -173,8 +118,8 @@ bool CExerciseForm::Confirm() {
 /// Keeps the category.
 void CExerciseForm::ClearExercise(const QString& name) {
     m_picked.Clear();
-    m_name = name;
-    m_type.clear();
+    SetNameText(name);
+    SetTypeText({});
     m_energy.clear();
     m_hours = u"0"_s;
     m_minutes = QString::number(kPickedMinutes);
@@ -182,14 +127,14 @@ void CExerciseForm::ClearExercise(const QString& name) {
 
 bool CExerciseForm::Load(int position) {
     CExerciseItem exercise;
-    if (!m_doc.Database().Exlib().Read(position, exercise)) {
+    if (!Doc().Database().Exlib().Read(position, exercise)) {
         ShowInformation(QString::fromLatin1(CatalogueTextsOf(kKind).cannotLoad));
         return false;
     }
     m_picked = exercise;
     m_categoryId = exercise.GetCategoryId();
-    m_name = exercise.GetName();
-    m_type = exercise.GetType();
+    SetNameText(exercise.GetName());
+    SetTypeText(exercise.GetType());
     ComputeEnergy();
     return true;
 }

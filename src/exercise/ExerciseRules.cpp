@@ -11,7 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kMinutesPerHour = 60;
 constexpr double kPresetMinutes = 1;
 
 }  // namespace
@@ -60,7 +59,7 @@ QString ExerciseTimeText(double minutes) {
 }
 
 QString ExerciseEnergyText(double energyKcal, EEnergyUnit unit) {
-    if (energyKcal <= 0) {
+    if (!(energyKcal > 0)) {
         return {};
     }
     return QString::number(unit == EEnergyUnit::KJ ? WholeEnergy(energyKcal, unit)

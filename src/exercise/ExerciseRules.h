@@ -7,6 +7,8 @@
 
 #include "app/VelmoraDoc.h"
 
+inline constexpr int kMinutesPerHour = 60;
+
 /// An entry and the record it stands in, which it is found by when it is changed.
 struct CListedExercise {
     ObjectId record = 0;

@@ -20,8 +20,8 @@ CExlibEditDialog::CExlibEditDialog(CVelmoraDoc& doc, const CExerciseItem& item, 
     const CExlibFields fields = ExlibFieldsOf(item, doc.Preferences());
     Content()->addWidget(new QLabel(u"Edit exercise:"_s));
     QFormLayout* form = AddForm();
-    const auto addField = [&](EExlibPicker picker, const QString& name, const QString& text) {
-        const bool isEditable = picker != EExlibPicker::Category;
+    const auto addField = [&](EPicker picker, const QString& name, const QString& text) {
+        const bool isEditable = picker != EPicker::Category;
         auto* field = new CPickField(isEditable, name, this);
         field->setObjectName(name.toLower());
         if (isEditable) {
@@ -35,10 +35,10 @@ CExlibEditDialog::CExlibEditDialog(CVelmoraDoc& doc, const CExerciseItem& item, 
         form->addRow(name + u':', field);
         return field;
     };
-    m_name = addField(EExlibPicker::Name, u"Name"_s, fields.name);
-    m_type = addField(EExlibPicker::Type, u"Type"_s, fields.type);
+    m_name = addField(EPicker::Name, u"Name"_s, fields.name);
+    m_type = addField(EPicker::Type, u"Type"_s, fields.type);
     m_category =
-        addField(EExlibPicker::Category, u"Category"_s,
+        addField(EPicker::Category, u"Category"_s,
                  doc.Database().CategoryNameOf(ECatalogueKind::Exercises, fields.categoryId));
     QWidget* energyRow = MakeEnergyRow(fields);
     auto* energyLabel = new QLabel(u"Energy:"_s);
@@ -95,14 +95,16 @@ CExlibFields CExlibEditDialog::ReadFields() const {
             m_name->GetText(), m_type->GetText(), m_energy->text(), m_met->isChecked()};
 }
 
-void CExlibEditDialog::OpenPicker(EExlibPicker picker, CPickField* field) {
-    const CExlibChoices choices = ExlibChoices(m_doc.Database(), picker, ReadFields());
+void CExlibEditDialog::OpenPicker(EPicker picker, CPickField* field) {
+    const CExlibFields fields = ReadFields();
+    const CPickChoices choices = PickChoices(m_doc.Database(), ECatalogueKind::Exercises, picker,
+                                             fields.categoryId, fields.name);
     if (choices.rows.isEmpty()) {
         ShowMessage(choices.refusal);
         return;
     }
     m_picking = field;
-    m_pickList->Open(field, choices.header, choices.rows, field->GetText());
+    m_pickList->Open(field, PickerHeader(picker), choices.rows, field->GetText());
 }
 
 bool CExlibEditDialog::CloseOverlay() {

@@ -3,6 +3,7 @@
 
 #include "app/VelmoraDoc.h"
 #include "controls/Dialog.h"
+#include "diary/CatalogueChoices.h"
 #include "exercise/ExlibRules.h"
 
 class CPickField;
@@ -26,7 +27,7 @@ class CExlibEditDialog : public CDialog {
   private:
     QWidget* MakeEnergyRow(const CExlibFields& fields);
     [[nodiscard]] CExlibFields ReadFields() const;
-    void OpenPicker(EExlibPicker picker, CPickField* field);
+    void OpenPicker(EPicker picker, CPickField* field);
     void ShowUnit();
     /// A rating of the other kind starts from nothing.
     void ChangeRating();

@@ -8,7 +8,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr auto kExercises = ECatalogueKind::Exercises;
-constexpr auto kNoCategorySelected = "There is no category selected."_L1;
 
 bool IsRatedByMet(const CExerciseItem& item) {
     return !(item.GetEnergyRateKcalPerMinute() > 0) && item.GetMet() > 0;
@@ -78,20 +77,4 @@ std::optional<QString> TakeExlibFields(CDatabase& database, const CPreferences& 
     item.SetMet(fields.isMet ? rating : 0);
     item.SetEnergyRateKcalPerMinute(fields.isMet ? 0 : rating);
     return std::nullopt;
-}
-
-CExlibChoices ExlibChoices(CDatabase& database, EExlibPicker picker, const CExlibFields& fields) {
-    if (picker == EExlibPicker::Category) {
-        return {u"Category"_s, CategoryNames(database, kExercises),
-                u"There are no categories to select."_s};
-    }
-    if (fields.categoryId < 0) {
-        return {u"Name"_s, {}, kNoCategorySelected};
-    }
-    if (picker == EExlibPicker::Name) {
-        return {u"Name"_s, NamesInCategory(database, kExercises, fields.categoryId),
-                u"There are no names to select."_s};
-    }
-    return {u"Name"_s, TypesOfName(database, kExercises, fields.categoryId, fields.name.trimmed()),
-            u"There are no types to select."_s};
 }

@@ -29,13 +29,3 @@ CExlibFields ExlibFieldsOf(const CExerciseItem& item, const CPreferences& prefer
 std::optional<QString> TakeExlibFields(CDatabase& database, const CPreferences& preferences,
                                        const CExlibFields& fields, int position,
                                        CExerciseItem& item);
-
-/// The fields that offer what there is to pick from.
-enum class EExlibPicker { Category, Name, Type };
-
-struct CExlibChoices {
-    QString header;
-    QStringList rows;
-    QString refusal;  ///< why there are no rows
-};
-CExlibChoices ExlibChoices(CDatabase& database, EExlibPicker picker, const CExlibFields& fields);

@@ -1,6 +1,7 @@
 #include "report/ReportFormat.h"
 
 #include "app/DateText.h"
+#include "exercise/ExerciseRules.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
 
@@ -10,7 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr double kZeroReach = 0.0001;
-constexpr double kMinutesPerHour = 60;
 constexpr int kBodyFatSlot = kReportLengths;
 
 // By slot of the weight entry, each with the blank before its unit.
@@ -56,19 +56,11 @@ void CReportFormat::AppendNutrient(QByteArray& line, int index, double value) co
 }
 
 QString CReportFormat::Time(double minutes) {
-    const auto twoDigits = [](double number) {
-        return QString::number(Whole(number)).rightJustified(2, u'0');
-    };
-    return twoDigits(minutes / kMinutesPerHour) + u':' +
-           twoDigits(std::fmod(minutes, kMinutesPerHour));
+    return ExerciseTimeText(minutes);
 }
 
 QString CReportFormat::EntryEnergy(double kcal) const {
-    if (!(kcal > 0)) {
-        return {};
-    }
-    const EEnergyUnit unit = m_preferences.energyUnit;
-    return QString::number(unit == EEnergyUnit::KJ ? WholeEnergy(kcal, unit) : Whole(kcal));
+    return ExerciseEnergyText(kcal, m_preferences.energyUnit);
 }
 
 QString CReportFormat::TotalEnergy(double kcal) const {

@@ -115,11 +115,11 @@ class TestExerciseRules : public CExercisesTest {
 
     void findingGoesOnAfterTheLastHit() {
         CExerciseForm form = NewForm();
-        QVERIFY(!form.HasFindName() && form.Find({}, {u"S"_s, {}, u"FA"_s}));
+        QVERIFY(!form.HasFindTexts() && form.Find({}, {u"S"_s, {}, u"FA"_s}));
         QCOMPARE(form.TypeText(), u"fast"_s);  // which holds both words
-        QVERIFY(!form.HasFindName() && form.Find(u"RUN"_s, {}));
+        QVERIFY(!form.HasFindTexts() && form.Find(u"RUN"_s, {}));
         QCOMPARE(Shown(form), u"Sports/slow 0:01 10"_s);  // 1 * 70 * 8 * 0.0175 + 0.5 = 10.3
-        QVERIFY(form.HasFindName() && form.FindNext() && !form.FindNext());
+        QVERIFY(form.HasFindTexts() && form.FindNext() && !form.FindNext());
         QCOMPARE(m_messages->Said(), u"Exercise not found."_s);
         QCOMPARE(form.TypeText(), u"fast"_s);
     }

@@ -179,9 +179,11 @@ class TestExlib : public CExercisesTest {
     /// Of the three lists.
     QString Offered(const CExlibFields& fields) {
         QStringList texts;
-        for (const auto list : {EExlibPicker::Category, EExlibPicker::Name, EExlibPicker::Type}) {
-            const auto [header, rows, refusal] = ExlibChoices(Database(), list, fields);
-            texts.append(rows.isEmpty() ? refusal : header + u": "_s + rows.join(u", "_s));
+        for (const auto list : {EPicker::Category, EPicker::Name, EPicker::Type}) {
+            const auto [rows, refusal] =
+                PickChoices(Database(), kExercises, list, fields.categoryId, fields.name);
+            texts.append(rows.isEmpty() ? refusal
+                                        : PickerHeader(list) + u": "_s + rows.join(u", "_s));
         }
         return texts.join(u'|');
     }

@@ -1,0 +1,42 @@
+#include "diary/PickForm.h"
+
+#include "catalogue/CatalogueTexts.h"
+#include "catalogue/FindItems.h"
+#include "platform/Messages.h"
+
+QStringList CPickForm::Choices(EPicker picker) {
+    const CPickChoices choices =
+        PickChoices(m_doc.Database(), Catalogue(), picker, CategoryId(), m_name);
+    if (choices.rows.isEmpty()) {
+        ShowMessage(choices.refusal, EMessageIcon::Information);
+    }
+    return choices.rows;
+}
+
+bool CPickForm::Find(const QString& name, const QStringList& types) {
+    FindState().name = name;
+    FindState().types = types;
+    return LoadFound(FindFirst(m_doc.Database(), Catalogue(), FindState()));
+}
+
+bool CPickForm::FindNext() {
+    return LoadFound(::FindNext(m_doc.Database(), Catalogue(), FindState()));
+}
+
+QString CPickForm::CategoryText() const {
+    return CategoryId() < 0 ? QString()
+                            : m_doc.Database().CategoryNameOf(Catalogue(), CategoryId());
+}
+
+bool CPickForm::LoadOfType(const QString& type) {
+    return Load(m_doc.Database().FindItem(Catalogue(), CategoryId(), m_name.trimmed(), type));
+}
+
+bool CPickForm::LoadFound(int position) {
+    if (position < 0) {
+        ShowMessage(QString::fromLatin1(CatalogueTextsOf(Catalogue()).notFound),
+                    EMessageIcon::Information);
+        return false;
+    }
+    return Load(position);
+}
