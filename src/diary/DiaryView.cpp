@@ -1,19 +1,43 @@
 #include "diary/DiaryView.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QMenu>
+#include <QSplitter>
 #include <QToolButton>
+#include <QVBoxLayout>
+#include <algorithm>
 
 #include "app/DateEdit.h"
 #include "controls/ColorDialog.h"
+#include "controls/ReportList.h"
+#include "diary/DietTotals.h"
+#include "diary/PaintedIcons.h"
 
 using namespace Qt::StringLiterals;
 
-CDiaryView::CDiaryView(CVelmoraDoc& doc, QWidget* parent) : CMainView(parent), m_doc(doc) {
+namespace {
+constexpr int kSpacing = 2;
+}  // namespace
+
+CDiaryView::CDiaryView(CVelmoraDoc& doc, int& splitterPerMille, QWidget* parent)
+    : CMainView(parent),
+      m_doc(doc),
+      m_splitterPerMille(splitterPerMille),
+      m_splitter(new QSplitter(Qt::Vertical, this)) {
     if (!m_doc.dayShown.isValid()) {
         m_doc.dayShown = QDate::currentDate();
     }
+    m_splitter->setObjectName(u"split"_s);
+    m_splitter->setChildrenCollapsible(false);
+    connect(m_splitter, &QSplitter::splitterMoved, this, [this](int position) {
+        m_splitterPerMille = PerMilleOf(position, m_splitter->height());
+    });
+}
+
+std::vector<QAction*> CDiaryView::ToolButtons() {
+    return {m_commands[kAdd], m_commands[kDelete]};
 }
 
 QAction* CDiaryView::CreateFrameAction(const QString& text, int command) {
@@ -22,22 +46,35 @@ QAction* CDiaryView::CreateFrameAction(const QString& text, int command) {
     return action;
 }
 
-QAction* CDiaryView::CreateListAction(QWidget* list, const CListCommand& command) {
+void CDiaryView::SetCommands(CReportList* list, const std::vector<CListCommand>& commands,
+                             QAction* own) {
+    m_list = list;
+    for (const CListCommand& command : commands) {
+        m_commands.push_back(CreateListAction(command));
+    }
+    connect(list, &QAbstractItemView::activated, m_commands[kEdit], &QAction::trigger);
+    connect(list, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& position) { ShowMenu(m_commands, m_list->viewport(), position); });
+    SetMenus(own);
+}
+
+QAction* CDiaryView::CreateListAction(const CListCommand& command) {
     auto* action = new QAction(QLatin1StringView(command.text), this);
     action->setShortcuts(command.keys);
     action->setShortcutContext(command.reach == kInList ? Qt::WidgetShortcut : Qt::WindowShortcut);
     action->setToolTip(QLatin1StringView(command.toolTip));
-    list->addAction(action);
+    connect(action, &QAction::triggered, this, command.run);
+    m_list->addAction(action);
     return action;
 }
 
-void CDiaryView::SetDiaryMenus(std::vector<QAction*> edit, QAction* own) {
+void CDiaryView::SetMenus(QAction* own) {
     m_menus = {
         {u"File"_s,
          {CreateFrameAction(u"Open profile..."_s, kCommandOpenProfile),
           CreateFrameAction(u"Report..."_s, kCommandReport),
           CreateFrameAction(u"&Exit"_s, kCommandExit)}},
-        {u"Edit"_s, std::move(edit)},
+        {u"Edit"_s, m_commands},
         {u"Tools"_s,
          {CreateFrameAction(u"Preferences..."_s, kCommandPreferences),
           CreateFrameAction(u"User..."_s, kCommandUser),
@@ -45,6 +82,47 @@ void CDiaryView::SetDiaryMenus(std::vector<QAction*> edit, QAction* own) {
           CreateFrameAction(u"Purge..."_s, kCommandPurge),
           CreateFrameAction(u"About Velmora..."_s, kCommandAbout)}},
     };
+}
+
+void CDiaryView::LayOutTab(QWidget* between) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(kSpacing);
+    layout->addWidget(CreateDayBar());
+    if (between != nullptr) {
+        layout->addWidget(between);
+    }
+    layout->addWidget(m_splitter, 1);
+    m_list->setFocus();
+}
+
+void CDiaryView::ShowColors() {
+    const QColor buttonText = palette().color(QPalette::ButtonText);
+    m_commands[kAdd]->setIcon(AddIcon(buttonText));
+    m_commands[kDelete]->setIcon(DeleteIcon(buttonText));
+}
+
+int CDiaryView::ListHeight(int perMille, int viewHeight) const {
+    return EntryListHeight(perMille, viewHeight);
+}
+
+void CDiaryView::ShowSplit() {
+    const int height = m_splitter->height();
+    const int list = ListHeight(m_splitterPerMille, height);
+    m_splitter->setSizes({list, std::max(0, height - list)});
+}
+
+void CDiaryView::resizeEvent(QResizeEvent* event) {
+    CMainView::resizeEvent(event);
+    ShowSplit();
+}
+
+void CDiaryView::changeEvent(QEvent* event) {
+    CMainView::changeEvent(event);
+    // The palette also changes before there is anything to show.
+    if (event->type() == QEvent::PaletteChange && !m_commands.empty()) {
+        ShowColors();
+    }
 }
 
 QWidget* CDiaryView::CreateDayBar() {
@@ -90,17 +168,11 @@ void CDiaryView::SetDay(QDate day) {
     DayChanged();
 }
 
-void CDiaryView::ShowListMenu(const std::vector<QAction*>& actions, QWidget* list,
-                              const QPoint& position) {
-    QMenu menu(list);
-    for (QAction* action : actions) {
-        if (action == nullptr) {
-            menu.addSeparator();
-        } else {
-            menu.addAction(action);
-        }
-    }
-    menu.exec(list->mapToGlobal(position));
+void CDiaryView::ShowMenu(const std::vector<QAction*>& actions, QWidget* widget,
+                          const QPoint& position) {
+    QMenu menu(widget);
+    menu.addActions({actions.begin(), actions.end()});
+    menu.exec(widget->mapToGlobal(position));
 }
 
 std::optional<quint32> CDiaryView::AskColor(const QString& prompt, const QColor& current) {

@@ -1,18 +1,14 @@
 #include "diary/DietMainView.h"
 
 #include <QAction>
-#include <QEvent>
 #include <QSplitter>
 #include <QTabBar>
-#include <QVBoxLayout>
-#include <algorithm>
 
 #include "controls/ColorDialog.h"
 #include "diary/AddFoodDialog.h"
 #include "diary/DietMoveDialog.h"
 #include "diary/DietTotals.h"
 #include "diary/EntryList.h"
-#include "diary/PaintedIcons.h"
 #include "diary/TotalsList.h"
 
 using namespace Qt::StringLiterals;
@@ -24,22 +20,12 @@ constexpr const char* kMealTabs[] = {"B", "M", "L", "A", "D", "E", "All"};
 }  // namespace
 
 CDietMainView::CDietMainView(CVelmoraDoc& doc, QWidget* parent)
-    : CDiaryView(doc, parent), m_day(doc) {
+    : CDiaryView(doc, doc.Settings().dietTab.splitterPerMille, parent), m_day(doc) {
     setObjectName(u"dietView"_s);
     CreateLists();
     CreateActions();
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(2);
-    layout->addWidget(CreateDayBar());
-    layout->addWidget(CreateMeals());
-    layout->addWidget(m_splitter, 1);
+    LayOutTab(CreateMeals());
     DataChanged();
-    m_entries->setFocus();
-}
-
-std::vector<QAction*> CDietMainView::ToolButtons() {
-    return {m_commands[kAdd], m_commands[kDelete]};
 }
 
 void CDietMainView::StoreLayout() {
@@ -54,41 +40,30 @@ void CDietMainView::DataChanged() {
     ShowSplit();
 }
 
-void CDietMainView::resizeEvent(QResizeEvent* event) {
-    CDiaryView::resizeEvent(event);
-    ShowSplit();
-}
-
-void CDietMainView::changeEvent(QEvent* event) {
-    CDiaryView::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && m_totals != nullptr) {
-        ShowColors();
-    }
-}
-
 void CDietMainView::CreateActions() {
-    using View = CDietMainView;
-    const std::array<CListCommand, kCommandCount> commands = {{
-        {"Add entry...", "Add food/menu/recipe to meal", kAddKeys, kAnywhere},
-        {"Edit entry...", "", {Qt::Key_Return}, kInList},
-        {"Delete entry...", "Delete food/menu/recipe from meal", {Qt::Key_Delete}, kInList},
-        {"Move entry...", "", {Qt::CTRL | Qt::Key_M}, kAnywhere},
-        {"Duplicate entry...", "", {Qt::CTRL | Qt::Key_D}, kAnywhere},
-    }};
-    constexpr std::array<void (View::*)(), kCommandCount> kRun = {
-        &View::Add, &View::Edit, &View::Delete, &View::Move, &View::Duplicate};
-    for (int command = 0; command < kCommandCount; ++command) {
-        m_commands[command] = CreateListAction(m_entries, commands[command]);
-        connect(m_commands[command], &QAction::triggered, this, kRun[command]);
-    }
-    connect(m_entries, &QAbstractItemView::activated, this, &CDietMainView::Edit);
+    SetCommands(
+        m_entries,
+        {
+            {"Add entry...", "Add food/menu/recipe to meal", kAddKeys, kAnywhere,
+             [this] { Add(); }},
+            {"Edit entry...", "", {Qt::Key_Return}, kInList, [this] { Edit(); }},
+            {"Delete entry...",
+             "Delete food/menu/recipe from meal",
+             {Qt::Key_Delete},
+             kInList,
+             [this] { Delete(); }},
+            {"Move entry...", "", {Qt::CTRL | Qt::Key_M}, kAnywhere, [this] { Move(); }},
+            {"Duplicate entry...", "", {Qt::CTRL | Qt::Key_D}, kAnywhere, [this] { Duplicate(); }},
+        },
+        CreateFrameAction(u"Foods..."_s, kSwitchToFoods));
 
-    m_nutrients = CreateFrameAction(u"Nutrients..."_s, kCommandPreferences);
-    m_background = new QAction(u"Background color..."_s, this);
-    connect(m_background, &QAction::triggered, this, &CDietMainView::ChooseBackgroundColor);
-
-    SetDiaryMenus({m_commands.begin(), m_commands.end()},
-                  CreateFrameAction(u"Foods..."_s, kSwitchToFoods));
+    QAction* nutrients = CreateFrameAction(u"Nutrients..."_s, kCommandPreferences);
+    auto* background = new QAction(u"Background color..."_s, this);
+    connect(background, &QAction::triggered, this, &CDietMainView::ChooseBackgroundColor);
+    connect(m_totals, &QWidget::customContextMenuRequested, this,
+            [this, nutrients, background](const QPoint& position) {
+                ShowMenu({nutrients, background}, m_totals->viewport(), position);
+            });
 }
 
 QWidget* CDietMainView::CreateMeals() {
@@ -112,24 +87,10 @@ QWidget* CDietMainView::CreateMeals() {
 }
 
 void CDietMainView::CreateLists() {
-    m_splitter = new QSplitter(Qt::Vertical, this);
-    m_splitter->setObjectName(u"split"_s);
-    m_splitter->setChildrenCollapsible(false);
-    connect(m_splitter, &QSplitter::splitterMoved, this, [this](int position) {
-        Doc().Settings().dietTab.splitterPerMille = PerMilleOf(position, m_splitter->height());
-    });
-
-    m_entries = new CEntryList(Doc(), m_day, m_splitter);
-    connect(m_entries, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
-        ShowListMenu({m_commands.begin(), m_commands.end()}, m_entries->viewport(), position);
-    });
-
-    m_totals = new CTotalsList(m_splitter);
+    m_entries = new CEntryList(Doc(), m_day, Splitter());
+    m_totals = new CTotalsList(Splitter());
     m_totals->setObjectName(u"totals"_s);
     m_totals->setMinimumHeight(m_totals->fontMetrics().height() * 2);
-    connect(m_totals, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
-        ShowListMenu({m_nutrients, m_background}, m_totals->viewport(), position);
-    });
 }
 
 void CDietMainView::Reload(int select) {
@@ -161,15 +122,7 @@ void CDietMainView::ShowColors() {
     const QColor background = chosen ? ColorOf(*chosen) : QColor();
     m_entries->ShowColors(background);
     m_totals->SetBackgroundColor(background);
-    const QColor buttonText = palette().color(QPalette::ButtonText);
-    m_commands[kAdd]->setIcon(AddIcon(buttonText));
-    m_commands[kDelete]->setIcon(DeleteIcon(buttonText));
-}
-
-void CDietMainView::ShowSplit() {
-    const int height = m_splitter->height();
-    const int entries = EntryListHeight(Doc().Settings().dietTab.splitterPerMille, height);
-    m_splitter->setSizes({entries, std::max(0, height - entries)});
+    CDiaryView::ShowColors();
 }
 
 std::vector<CDietEntry> CDietMainView::SelectedEntries() const {

@@ -1,15 +1,12 @@
 // The diet diary: the entries of a day, and the day's totals against the targets.
 #pragma once
 
-#include <array>
-
 #include "diary/DiaryView.h"
 #include "diary/DietDay.h"
 #include "diary/DietRules.h"
 
 class CEntryList;
 class CTotalsList;
-class QSplitter;
 class QTabBar;
 
 class CDietMainView : public CDiaryView {
@@ -17,18 +14,14 @@ class CDietMainView : public CDiaryView {
   public:
     CDietMainView(CVelmoraDoc& doc, QWidget* parent);
 
-    std::vector<QAction*> ToolButtons() override;
     void StoreLayout() override;
     void DataChanged() override;
 
   protected:
     void DayChanged() override { Reload(); }
-    void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
+    void ShowColors() override;
 
   private:
-    enum ECommand { kAdd, kEdit, kDelete, kMove, kDuplicate, kCommandCount };
-
     void CreateActions();
     QWidget* CreateMeals();
     void CreateLists();
@@ -37,8 +30,6 @@ class CDietMainView : public CDiaryView {
     void Reload(int select = -1);
     void ShowDay();
     void ShowTotals();
-    void ShowColors();
-    void ShowSplit();
 
     void Add();
     void Edit();
@@ -49,11 +40,7 @@ class CDietMainView : public CDiaryView {
     [[nodiscard]] std::vector<CDietEntry> SelectedEntries() const;
 
     CDietDay m_day;
-    std::array<QAction*, kCommandCount> m_commands{};
-    QAction* m_nutrients = nullptr;
-    QAction* m_background = nullptr;
     QTabBar* m_meals = nullptr;
-    QSplitter* m_splitter = nullptr;
     CEntryList* m_entries = nullptr;
     CTotalsList* m_totals = nullptr;
 };

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "diary/EmptyHint.h"
 #include "diary/PaintedIcons.h"
 
 using namespace Qt::StringLiterals;
@@ -11,7 +12,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kLeastRows = 3;
-constexpr int kHintMargin = 8;
 
 // Widths of the entry list's first two columns, in characters: at least, and at most while no
 // column was dragged.
@@ -31,14 +31,9 @@ constexpr auto kNothingEatenAtMeal =
 }  // namespace
 
 CEntryList::CEntryList(CVelmoraDoc& doc, const CDietDay& day, QWidget* parent)
-    : CReportList(u"Entries"_s, parent), m_doc(doc), m_day(day), m_hint(new QLabel(viewport())) {
+    : CReportList(u"Entries"_s, parent), m_doc(doc), m_day(day), m_hint(CreateEmptyHint(this)) {
     setObjectName(u"entries"_s);
     setMinimumHeight(fontMetrics().height() * kLeastRows);
-    m_hint->setObjectName(u"emptyHint"_s);
-    m_hint->setAttribute(Qt::WA_TransparentForMouseEvents);
-    m_hint->setAlignment(Qt::AlignCenter);
-    m_hint->setWordWrap(true);
-    m_hint->setMargin(kHintMargin);
 }
 
 void CEntryList::BuildColumns() {
@@ -79,7 +74,6 @@ void CEntryList::ShowColors(const QColor& background) {
 
 void CEntryList::resizeEvent(QResizeEvent* event) {
     CReportList::resizeEvent(event);
-    m_hint->setGeometry(viewport()->rect());
     StoreColumns();
     LayColumnsOut();
 }

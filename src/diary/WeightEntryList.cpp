@@ -4,13 +4,13 @@
 #include <algorithm>
 
 #include "app/DateText.h"
+#include "diary/EmptyHint.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int kLeastRows = 3;
-constexpr int kHintMargin = 8;
 constexpr int kTitleMargin = 16;
 
 constexpr auto kNoWeights =
@@ -23,14 +23,9 @@ CWeightEntryList::CWeightEntryList(CVelmoraDoc& doc, const CWeightList& weights,
     : CReportList(u"Weights"_s, parent),
       m_doc(doc),
       m_weights(weights),
-      m_hint(new QLabel(kNoWeights, viewport())) {
+      m_hint(CreateEmptyHint(this, kNoWeights)) {
     setObjectName(u"weights"_s);
     setMinimumHeight(fontMetrics().height() * kLeastRows);
-    m_hint->setObjectName(u"emptyHint"_s);
-    m_hint->setAttribute(Qt::WA_TransparentForMouseEvents);
-    m_hint->setAlignment(Qt::AlignCenter);
-    m_hint->setWordWrap(true);
-    m_hint->setMargin(kHintMargin);
 }
 
 void CWeightEntryList::BuildColumns() {
@@ -68,9 +63,4 @@ void CWeightEntryList::ShowRows() {
 
 void CWeightEntryList::ShowDay(QDate day) {
     scrollTo(model()->index(m_weights.RowOfDay(day), 0));
-}
-
-void CWeightEntryList::resizeEvent(QResizeEvent* event) {
-    CReportList::resizeEvent(event);
-    m_hint->setGeometry(viewport()->rect());
 }

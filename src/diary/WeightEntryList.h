@@ -21,9 +21,6 @@ class CWeightEntryList : public CReportList {
     /// Scrolls to the entry in force on a day, without selecting it.
     void ShowDay(QDate day);
 
-  protected:
-    void resizeEvent(QResizeEvent* event) override;
-
   private:
     CVelmoraDoc& m_doc;
     const CWeightList& m_weights;

@@ -1,14 +1,9 @@
 #include "diary/WeightMainView.h"
 
 #include <QAction>
-#include <QEvent>
 #include <QSplitter>
-#include <QVBoxLayout>
-#include <algorithm>
 
 #include "diary/BmiDialog.h"
-#include "diary/DietTotals.h"
-#include "diary/PaintedIcons.h"
 #include "diary/WeightEditDialog.h"
 #include "diary/WeightEntryList.h"
 #include "diary/WeightGraph.h"
@@ -28,22 +23,13 @@ constexpr CWeightMainView::CGraphColor CWeightMainView::kGraphColors[] = {
 };
 
 CWeightMainView::CWeightMainView(CVelmoraDoc& doc, QWidget* parent)
-    : CDiaryView(doc, parent), m_weights(doc) {
+    : CDiaryView(doc, doc.Settings().weightTab.splitterPerMille, parent), m_weights(doc) {
     setObjectName(u"weightView"_s);
     CreateLists();
     CreateActions();
     CreateGraphActions();
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(2);
-    layout->addWidget(CreateDayBar());
-    layout->addWidget(m_splitter, 1);
+    LayOutTab();
     DataChanged();
-    m_entries->setFocus();
-}
-
-std::vector<QAction*> CWeightMainView::ToolButtons() {
-    return {m_commands[kAdd], m_commands[kDelete]};
 }
 
 void CWeightMainView::StoreLayout() {
@@ -51,7 +37,7 @@ void CWeightMainView::StoreLayout() {
 }
 
 void CWeightMainView::DataChanged() {
-    ShowIcons();
+    ShowColors();
     const QSignalBlocker quiet(m_goalLine);
     m_goalLine->setChecked(Doc().Settings().weightTab.showGoalLine);
     m_weights.Reload();
@@ -66,68 +52,43 @@ void CWeightMainView::DayChanged() {
     m_entries->SelectRow(m_weights.RowOfDay(Doc().dayShown));
 }
 
-void CWeightMainView::resizeEvent(QResizeEvent* event) {
-    CDiaryView::resizeEvent(event);
-    ShowSplit();
-}
-
-void CWeightMainView::changeEvent(QEvent* event) {
-    CDiaryView::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && m_commands[kDelete] != nullptr) {
-        ShowIcons();
-    }
-}
-
 void CWeightMainView::CreateLists() {
-    m_splitter = new QSplitter(Qt::Vertical, this);
-    m_splitter->setObjectName(u"split"_s);
-    m_splitter->setChildrenCollapsible(false);
-    connect(m_splitter, &QSplitter::splitterMoved, this, [this](int position) {
-        Doc().Settings().weightTab.splitterPerMille = PerMilleOf(position, m_splitter->height());
-    });
-
-    m_entries = new CWeightEntryList(Doc(), m_weights, m_splitter);
-    connect(m_entries, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
-        ShowListMenu({m_commands.begin(), m_commands.end()}, m_entries->viewport(), position);
-    });
-
-    m_graph = new CWeightGraph(Doc(), m_splitter);
+    m_entries = new CWeightEntryList(Doc(), m_weights, Splitter());
+    m_graph = new CWeightGraph(Doc(), Splitter());
     m_graph->setObjectName(u"graph"_s);
     m_graph->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(m_graph, &QWidget::customContextMenuRequested, this,
-            [this](const QPoint& position) { ShowListMenu(m_graphActions, m_graph, position); });
 }
 
 void CWeightMainView::CreateActions() {
-    using View = CWeightMainView;
-    const std::array<CListCommand, kCommandCount> commands = {{
-        {"Add weight...", "Add weight measurement", kAddKeys, kAnywhere},
-        {"Edit weight...", "", {Qt::Key_Return}, kInList},
-        {"Delete weight...", "Delete weight measurement", {Qt::Key_Delete}, kInList},
-    }};
-    constexpr std::array<void (View::*)(), kCommandCount> kRun = {&View::Add, &View::Edit,
-                                                                  &View::Delete};
-    for (int command = 0; command < kCommandCount; ++command) {
-        m_commands[command] = CreateListAction(m_entries, commands[command]);
-        connect(m_commands[command], &QAction::triggered, this, kRun[command]);
-    }
-    connect(m_entries, &QAbstractItemView::activated, this, &View::Edit);
-
     auto* bmi = new QAction(u"BMI..."_s, this);
-    connect(bmi, &QAction::triggered, this, &View::ShowBmi);
-    SetDiaryMenus({m_commands.begin(), m_commands.end()}, bmi);
+    connect(bmi, &QAction::triggered, this, &CWeightMainView::ShowBmi);
+    SetCommands(
+        m_entries,
+        {
+            {"Add weight...", "Add weight measurement", kAddKeys, kAnywhere, [this] { Add(); }},
+            {"Edit weight...", "", {Qt::Key_Return}, kInList, [this] { Edit(); }},
+            {"Delete weight...",
+             "Delete weight measurement",
+             {Qt::Key_Delete},
+             kInList,
+             [this] { Delete(); }},
+        },
+        bmi);
 }
 
 void CWeightMainView::CreateGraphActions() {
     m_goalLine = new QAction(u"Show goal line"_s, this);
     m_goalLine->setCheckable(true);
     connect(m_goalLine, &QAction::toggled, this, &CWeightMainView::ShowGoalLine);
-    m_graphActions = {CreateFrameAction(u"Targets..."_s, kCommandTargets), m_goalLine};
+    std::vector<QAction*> actions = {CreateFrameAction(u"Targets..."_s, kCommandTargets),
+                                     m_goalLine};
     for (const CGraphColor& color : kGraphColors) {
         auto* action = new QAction(QLatin1StringView(color.text), this);
         connect(action, &QAction::triggered, this, [this, &color] { ChooseColor(color); });
-        m_graphActions.push_back(action);
+        actions.push_back(action);
     }
+    connect(m_graph, &QWidget::customContextMenuRequested, this,
+            [this, actions](const QPoint& position) { ShowMenu(actions, m_graph, position); });
 }
 
 void CWeightMainView::Reload() {
@@ -139,18 +100,6 @@ void CWeightMainView::Reload() {
 void CWeightMainView::ReloadAndSelect(int row) {
     Reload();
     m_entries->SelectRow(row);
-}
-
-void CWeightMainView::ShowIcons() {
-    const QColor buttonText = palette().color(QPalette::ButtonText);
-    m_commands[kAdd]->setIcon(AddIcon(buttonText));
-    m_commands[kDelete]->setIcon(DeleteIcon(buttonText));
-}
-
-void CWeightMainView::ShowSplit() {
-    const int height = m_splitter->height();
-    const int entries = EntryListHeight(Doc().Settings().weightTab.splitterPerMille, height);
-    m_splitter->setSizes({entries, std::max(0, height - entries)});
 }
 
 void CWeightMainView::Add() {

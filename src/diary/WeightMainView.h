@@ -1,7 +1,6 @@
 // The weight diary: all weights of the profile over their graph.
 #pragma once
 
-#include <array>
 #include <optional>
 
 #include "diary/DiaryView.h"
@@ -9,24 +8,19 @@
 
 class CWeightEntryList;
 class CWeightGraph;
-class QSplitter;
 
 class CWeightMainView : public CDiaryView {
     Q_OBJECT
   public:
     CWeightMainView(CVelmoraDoc& doc, QWidget* parent);
 
-    std::vector<QAction*> ToolButtons() override;
     void StoreLayout() override;
     void DataChanged() override;
 
   protected:
     void DayChanged() override;
-    void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
   private:
-    enum ECommand { kAdd, kEdit, kDelete, kCommandCount };
     struct CGraphColor {
         const char* text;
         const char* prompt;
@@ -41,8 +35,6 @@ class CWeightMainView : public CDiaryView {
 
     void Reload();
     void ReloadAndSelect(int row);
-    void ShowIcons();
-    void ShowSplit();
 
     void Add();
     void Edit();
@@ -52,10 +44,7 @@ class CWeightMainView : public CDiaryView {
     void ChooseColor(const CGraphColor& color);
 
     CWeightList m_weights;
-    std::array<QAction*, kCommandCount> m_commands{};
-    std::vector<QAction*> m_graphActions;
     QAction* m_goalLine = nullptr;
-    QSplitter* m_splitter = nullptr;
     CWeightEntryList* m_entries = nullptr;
     CWeightGraph* m_graph = nullptr;
 };

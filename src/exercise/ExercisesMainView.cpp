@@ -1,7 +1,6 @@
 #include "exercise/ExercisesMainView.h"
 
 #include <QAction>
-#include <QEvent>
 #include <QHeaderView>
 #include <QLabel>
 #include <QSplitter>
@@ -10,8 +9,7 @@
 
 #include "controls/ColorDialog.h"
 #include "controls/ReportList.h"
-#include "diary/DietTotals.h"
-#include "diary/PaintedIcons.h"
+#include "diary/EmptyHint.h"
 #include "exercise/ExerciseDays.h"
 #include "exercise/ExerciseEditDialog.h"
 #include "exercise/ExercisesGraph.h"
@@ -23,7 +21,6 @@ constexpr int kNameCharacters = 24;
 constexpr int kTitleMargin = 16;
 
 constexpr int kLeastRows = 3;
-constexpr int kHintMargin = 8;
 
 enum EColumn { kExercise, kExerciseTime };
 
@@ -45,29 +42,14 @@ QString CellText(const CExerciseEntry& entry, int column, EEnergyUnit unit) {
 }  // namespace
 
 CExercisesMainView::CExercisesMainView(CVelmoraDoc& doc, QWidget* parent)
-    : CDiaryView(doc, parent) {
+    : CDiaryView(doc, doc.Settings().exerciseTab.splitterPerMille, parent) {
     setObjectName(u"exercisesView"_s);
-    m_splitter = new QSplitter(Qt::Vertical, this);
-    m_splitter->setObjectName(u"split"_s);
-    m_splitter->setChildrenCollapsible(false);
-    connect(m_splitter, &QSplitter::splitterMoved, this, [this](int position) {
-        Doc().Settings().exerciseTab.splitterPerMille = PerMilleOf(position, m_splitter->height());
-    });
     CreateList();
     CreateGraph();
     CreateActions();
     CreateGraphActions();
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(2);
-    layout->addWidget(CreateDayBar());
-    layout->addWidget(m_splitter, 1);
+    LayOutTab();
     DataChanged();
-    m_list->setFocus();
-}
-
-std::vector<QAction*> CExercisesMainView::ToolButtons() {
-    return {m_commands[kAdd], m_commands[kDelete]};
 }
 
 void CExercisesMainView::StoreLayout() {
@@ -83,49 +65,23 @@ void CExercisesMainView::StoreLayout() {
 void CExercisesMainView::DataChanged() {
     BuildColumns();
     Reload();
-    ShowIcons();
+    ShowColors();
     ShowSplit();
-}
-
-void CExercisesMainView::resizeEvent(QResizeEvent* event) {
-    CDiaryView::resizeEvent(event);
-    ShowSplit();
-}
-
-void CExercisesMainView::changeEvent(QEvent* event) {
-    CDiaryView::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && m_commands[kAdd] != nullptr) {
-        ShowIcons();
-    }
 }
 
 void CExercisesMainView::CreateList() {
-    m_list = new CReportList(u"Exercises"_s, m_splitter);
+    m_list = new CReportList(u"Exercises"_s, Splitter());
     m_list->setObjectName(u"exercises"_s);
     m_list->setMinimumHeight(m_list->fontMetrics().height() * kLeastRows);
-    connect(m_list, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
-        ShowListMenu({m_commands.begin(), m_commands.end()}, m_list->viewport(), position);
-    });
 
-    m_hint = new QLabel(kNothingDone, m_list->viewport());
-    m_hint->setObjectName(u"emptyHint"_s);
-    m_hint->setAttribute(Qt::WA_TransparentForMouseEvents);
-    m_hint->setAlignment(Qt::AlignCenter);
-    m_hint->setWordWrap(true);
-    m_hint->setMargin(kHintMargin);
-    auto* over = new QVBoxLayout(m_list->viewport());
-    over->setSizeConstraint(QLayout::SetNoConstraint);
-    over->setContentsMargins(0, 0, 0, 0);
-    over->addWidget(m_hint);
+    m_hint = CreateEmptyHint(m_list, kNothingDone);
 }
 
 void CExercisesMainView::CreateGraph() {
-    m_pane = new QWidget(m_splitter);
+    m_pane = new QWidget(Splitter());
     m_pane->setObjectName(u"graphPane"_s);
     m_pane->setAutoFillBackground(true);
     m_pane->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(m_pane, &QWidget::customContextMenuRequested, this,
-            [this](const QPoint& position) { ShowListMenu(m_graphCommands, m_pane, position); });
 
     m_headline = new QLabel(m_pane);
     m_headline->setObjectName(u"headline"_s);
@@ -142,21 +98,17 @@ void CExercisesMainView::CreateGraph() {
 }
 
 void CExercisesMainView::CreateActions() {
-    using View = CExercisesMainView;
-    const std::array<CListCommand, kCommandCount> commands = {{
-        {"Add exercise...", "Add exercise", kAddKeys, kAnywhere},
-        {"Edit exercise...", "", {Qt::Key_Return}, kInList},
-        {"Delete exercise...", "Delete exercise", {Qt::Key_Delete}, kInList},
-    }};
-    constexpr std::array<void (View::*)(), kCommandCount> kRun = {&View::Add, &View::Edit,
-                                                                  &View::Delete};
-    for (int command = 0; command < kCommandCount; ++command) {
-        m_commands[command] = CreateListAction(m_list, commands[command]);
-        connect(m_commands[command], &QAction::triggered, this, kRun[command]);
-    }
-    connect(m_list, &QAbstractItemView::activated, this, &CExercisesMainView::Edit);
-    SetDiaryMenus({m_commands.begin(), m_commands.end()},
-                  CreateFrameAction(u"Exercises..."_s, kSwitchToExlib));
+    SetCommands(m_list,
+                {
+                    {"Add exercise...", "Add exercise", kAddKeys, kAnywhere, [this] { Add(); }},
+                    {"Edit exercise...", "", {Qt::Key_Return}, kInList, [this] { Edit(); }},
+                    {"Delete exercise...",
+                     "Delete exercise",
+                     {Qt::Key_Delete},
+                     kInList,
+                     [this] { Delete(); }},
+                },
+                CreateFrameAction(u"Exercises..."_s, kSwitchToExlib));
 }
 
 void CExercisesMainView::CreateGraphActions() {
@@ -171,13 +123,15 @@ void CExercisesMainView::CreateGraphActions() {
         {"Bar color...", "Select bar graph color:", &CExerciseTabSettings::barColor},
         {"Background color...", "Select background color:", &CExerciseTabSettings::backgroundColor},
     };
-    m_graphCommands = {CreateFrameAction(u"Targets..."_s, kCommandTargets)};
+    std::vector<QAction*> actions = {CreateFrameAction(u"Targets..."_s, kCommandTargets)};
     for (const CColorCommand& color : kColors) {
         auto* action = new QAction(QLatin1StringView(color.text), this);
         connect(action, &QAction::triggered, this,
                 [this, color] { ChooseColor(QLatin1StringView(color.prompt), color.setting); });
-        m_graphCommands.push_back(action);
+        actions.push_back(action);
     }
+    connect(m_pane, &QWidget::customContextMenuRequested, this,
+            [this, actions](const QPoint& position) { ShowMenu(actions, m_pane, position); });
 }
 
 void CExercisesMainView::BuildColumns() {
@@ -227,18 +181,6 @@ void CExercisesMainView::ShowGraph() {
     const ExerciseWeek week = ExerciseWeekOf(Doc(), Doc().dayShown);
     m_headline->setText(ExerciseHeadline(week.back(), Doc().Preferences().energyUnit));
     m_graph->Show(week);
-}
-
-void CExercisesMainView::ShowIcons() {
-    const QColor buttonText = palette().color(QPalette::ButtonText);
-    m_commands[kAdd]->setIcon(AddIcon(buttonText));
-    m_commands[kDelete]->setIcon(DeleteIcon(buttonText));
-}
-
-void CExercisesMainView::ShowSplit() {
-    const int height = m_splitter->height();
-    const int list = ExerciseListHeight(Doc().Settings().exerciseTab.splitterPerMille, height);
-    m_splitter->setSizes({list, std::max(0, height - list)});
 }
 
 ListedExercises CExercisesMainView::SelectedExercises() const {

@@ -1,33 +1,28 @@
 // The exercise diary: the exercises of a day, and the graph of the week that ends with it.
 #pragma once
 
-#include <array>
-
 #include "diary/DiaryView.h"
 #include "exercise/ExerciseRules.h"
 
 class CExercisesGraph;
 class CReportList;
 class QLabel;
-class QSplitter;
 
 class CExercisesMainView : public CDiaryView {
     Q_OBJECT
   public:
     CExercisesMainView(CVelmoraDoc& doc, QWidget* parent);
 
-    std::vector<QAction*> ToolButtons() override;
     void StoreLayout() override;
     void DataChanged() override;
 
   protected:
     void DayChanged() override { Reload(); }
-    void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
+    [[nodiscard]] int ListHeight(int perMille, int viewHeight) const override {
+        return ExerciseListHeight(perMille, viewHeight);
+    }
 
   private:
-    enum ECommand { kAdd, kEdit, kDelete, kCommandCount };
-
     void CreateList();
     void CreateGraph();
     void CreateActions();
@@ -38,8 +33,6 @@ class CExercisesMainView : public CDiaryView {
     void Reload(int select = -1);
     void ShowRows();
     void ShowGraph();
-    void ShowIcons();
-    void ShowSplit();
 
     void Add();
     void Edit();
@@ -48,9 +41,6 @@ class CExercisesMainView : public CDiaryView {
     [[nodiscard]] ListedExercises SelectedExercises() const;
 
     ListedExercises m_exercises;  ///< of the day shown, one a row
-    std::array<QAction*, kCommandCount> m_commands{};
-    std::vector<QAction*> m_graphCommands;
-    QSplitter* m_splitter = nullptr;
     CReportList* m_list = nullptr;
     std::vector<int> m_shownWidths;  ///< as the columns were built
     QLabel* m_hint = nullptr;
