@@ -29,6 +29,7 @@ CDiaryView::CDiaryView(CVelmoraDoc& doc, int& splitterPerMille, QWidget* parent)
     if (!m_doc.dayShown.isValid()) {
         m_doc.dayShown = QDate::currentDate();
     }
+    m_dayBar = CreateDayBar();  // the first that Tab comes to
     m_splitter->setObjectName(u"split"_s);
     m_splitter->setChildrenCollapsible(false);
     connect(m_splitter, &QSplitter::splitterMoved, this, [this](int position) {
@@ -88,7 +89,7 @@ void CDiaryView::LayOutTab(QWidget* between) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(kSpacing);
-    layout->addWidget(CreateDayBar());
+    layout->addWidget(m_dayBar);
     if (between != nullptr) {
         layout->addWidget(between);
     }

@@ -79,6 +79,7 @@ class CDiaryView : public CMainView {
     int& m_splitterPerMille;
     std::vector<CCommandMenu> m_menus;
     std::vector<QAction*> m_commands;
+    QWidget* m_dayBar = nullptr;
     QDateEdit* m_date = nullptr;
     QSplitter* m_splitter = nullptr;
     CReportList* m_list = nullptr;

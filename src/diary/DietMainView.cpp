@@ -22,9 +22,10 @@ constexpr const char* kMealTabs[] = {"B", "M", "L", "A", "D", "E", "All"};
 CDietMainView::CDietMainView(CVelmoraDoc& doc, QWidget* parent)
     : CDiaryView(doc, doc.Settings().dietTab.splitterPerMille, parent), m_day(doc) {
     setObjectName(u"dietView"_s);
+    CreateMeals();
     CreateLists();
     CreateActions();
-    LayOutTab(CreateMeals());
+    LayOutTab(m_meals);
     DataChanged();
 }
 
@@ -66,7 +67,7 @@ void CDietMainView::CreateActions() {
             });
 }
 
-QWidget* CDietMainView::CreateMeals() {
+void CDietMainView::CreateMeals() {
     m_meals = new QTabBar(this);
     m_meals->setObjectName(u"meals"_s);
     m_meals->setAccessibleName(u"Meal"_s);
@@ -83,7 +84,6 @@ QWidget* CDietMainView::CreateMeals() {
         Doc().selectedMeal = meal;
         Reload();
     });
-    return m_meals;
 }
 
 void CDietMainView::CreateLists() {

@@ -23,7 +23,7 @@ class CDietMainView : public CDiaryView {
 
   private:
     void CreateActions();
-    QWidget* CreateMeals();
+    void CreateMeals();
     void CreateLists();
 
     /// Loads the day anew; `select` is the row to select, -1 for none.
