@@ -10,15 +10,14 @@ class TestDietRules : public CDiaryTest {
   private slots:
     void init() { MakeDiary(); }
 
-    void addingNeedsOneOfTheSixMeals() {
-        QVERIFY(MayAddToMeal(0) && MayAddToMeal(5));
-        QCOMPARE(m_messages->shown, QStringList());
-        QVERIFY(!MayAddToMeal(-1) && !MayAddToMeal(kAllMeals));
-        QCOMPARE(m_messages->shown.value(1),
-                 u"Please select a meal. It is not possible to add a food to all meals."_s);
-    }
-
     void anEntryTakesDayTimeMealAndFood() {
+        QVERIFY(MayAddToMeal(0) && MayAddToMeal(5) && m_messages->shown.isEmpty());
+        const auto refusal =
+            u"Please select a meal. It is not possible to add a food to all meals."_s;
+        for (const int meal : {-1, kAllMeals}) {
+            QVERIFY(!MayAddToMeal(meal));
+            QCOMPARE(m_messages->Said(), refusal);
+        }
         CChosenFood food{EItemKind::Food, QTime(12, 30, 15), 2, {}};
         food.item.SetCategoryId(AddCategory(Database(), u"Fruit"_s));
         food.item.SetName(u"Apple"_s);
@@ -27,27 +26,24 @@ class TestDietRules : public CDiaryTest {
         food.item.SetServingWeight(0, 2);
         food.item.SetNutrientValue(53, 0.25);
         QVERIFY(AddDietEntry(*m_doc, kDay, 4, food));
-
         CDietEntry entry;
         QVERIFY(Database().Diet().Read(0, entry));
-        QCOMPARE(DateOf(entry.GetMoment()), QDate(2026, 5, 31));
-        QCOMPARE(TimeOf(entry.GetMoment()), QTime(12, 30, 15));
-        QCOMPARE(entry.GetMeal(), 4);
-        QCOMPARE(entry.GetCategory(), u"Fruit"_s);
-        QCOMPARE(EntryNameText(entry), u"Apple,raw"_s);
-        QCOMPARE(EntryServingText(entry, m_doc->Preferences()), u"2.00x1 medium"_s);
+        QCOMPARE(entry.GetMoment(), ToFileTime(kDay, QTime(12, 30, 15)));
+        QCOMPARE(Stored(), QStringList{u"Apple 31 12:30 D"_s});
+        QCOMPARE(entry.GetCategory() + u'/' + EntryNameText(entry) + u'/' +
+                     EntryServingText(entry, m_doc->Preferences()),
+                 u"Fruit/Apple,raw/2.00x1 medium"_s);
         QCOMPARE(entry.GetNutrientValue(53), 0.25);
     }
 
     void editingKeepsDateMealAndALostCategory() {
         CDietEntry entry = AddEntry(u"Tea"_s, QTime(8, 0), 0);
-        CDietEntry withCategory = entry;
-        withCategory.SetCategory(u"Drinks of old"_s);
-        QVERIFY(Database().Diet().Write(0, withCategory));
-        CChosenFood food{EItemKind::Food, QTime(9, 15), 1, ItemFromEntry(Database(), withCategory)};
+        entry.SetCategory(u"Drinks of old"_s);
+        QVERIFY(Database().Diet().Write(0, entry));
+        CChosenFood food{EItemKind::Food, QTime(9, 15), 1, ItemFromEntry(Database(), entry)};
         food.item.SetName(u"Green tea"_s);
         m_doc->dayShown = kDay.addDays(3);
-        QVERIFY(EditDietEntry(*m_doc, withCategory, food));
+        QVERIFY(EditDietEntry(*m_doc, entry, food));
         QCOMPARE(Stored(), QStringList{u"Green tea 31 09:15 B"_s});
         QVERIFY(Database().Diet().Read(0, entry));
         QCOMPARE(entry.GetCategory(), u"Drinks of old"_s);
@@ -56,10 +52,8 @@ class TestDietRules : public CDiaryTest {
     void aCommandRefusesWhatItCannotDo() {
         const std::vector<CDietEntry> two(2, AddEntry(u"Tea"_s, QTime(8, 0)));
         QVERIFY(!MayEdit(0) && !MayEdit(2) && MayEdit(1));
-        QCOMPARE(DeleteDietEntries(*m_doc, {}), 0);
-        QVERIFY(!MayMove({}));
-        QVERIFY(!DuplicateDietEntry(*m_doc, {}));
-        QVERIFY(!DuplicateDietEntry(*m_doc, two));
+        QVERIFY(DeleteDietEntries(*m_doc, {}) == 0 && !MayMove({}));
+        QVERIFY(!DuplicateDietEntry(*m_doc, {}) && !DuplicateDietEntry(*m_doc, two));
         QCOMPARE(m_messages->Said(),
                  u"Please select entry to edit.|Please select only one entry to edit.|"
                  "Please select entry to delete.|Please select entry to move.|"
@@ -71,17 +65,16 @@ class TestDietRules : public CDiaryTest {
         const CDietEntry tea = AddEntry(u"Tea %s"_s, QTime(8, 0));
         const CDietEntry bun = AddEntry(u"Bun"_s, QTime(8, 0));
         m_messages->answer = false;
-        QCOMPARE(DeleteDietEntries(*m_doc, {tea}), 0);
-        QCOMPARE(DeleteDietEntries(*m_doc, {tea, bun}), 0);
-        QVERIFY(!MayMove({tea}));
-        QVERIFY(!MayMove({tea, bun}));
+        for (const std::vector<CDietEntry>& entries : {std::vector{tea}, {tea, bun}}) {
+            QVERIFY(DeleteDietEntries(*m_doc, entries) == 0 && !MayMove(entries));
+        }
         QVERIFY(!DuplicateDietEntry(*m_doc, {tea}));
-        QCOMPARE(m_messages->asked,
-                 (QStringList{u"Are you sure you want to delete entry 'Tea %s'?"_s,
-                              u"Are you sure you want to delete 2 entries?"_s,
-                              u"Are you sure you want to move entry 'Tea %s'?"_s,
-                              u"Are you sure you want to move 2 entries?"_s,
-                              u"Are you sure you want to duplicate entry 'Tea %s'?"_s}));
+        QCOMPARE(m_messages->asked.join(u'|'),
+                 u"Are you sure you want to delete entry 'Tea %s'?|"
+                 "Are you sure you want to move entry 'Tea %s'?|"
+                 "Are you sure you want to delete 2 entries?|"
+                 "Are you sure you want to move 2 entries?|"
+                 "Are you sure you want to duplicate entry 'Tea %s'?"_s);
         QCOMPARE(Stored(), (QStringList{u"Tea %s 31 08:00 L"_s, u"Bun 31 08:00 L"_s}));
         m_messages->answer = true;
         QVERIFY(DuplicateDietEntry(*m_doc, {tea}));
@@ -92,8 +85,7 @@ class TestDietRules : public CDiaryTest {
 
     void deletingSeveralStopsAtTheFirstFailure() {
         const CDietEntry tea = AddEntry(u"Tea"_s, QTime(8, 0));
-        CDietEntry gone = tea;
-        gone.SetName(u"Gone"_s);
+        const CDietEntry gone;
         const CDietEntry bun = AddEntry(u"Bun"_s, QTime(9, 0));
         const CDietEntry egg = AddEntry(u"Egg"_s, QTime(9, 0));
         QCOMPARE(DeleteDietEntries(*m_doc, {tea, gone, bun}), 1);
@@ -131,16 +123,14 @@ class TestDietRules : public CDiaryTest {
         AddEntry(u"Soup"_s, QTime(12, 0), 2, 300);
         CDietDay day(*m_doc);
         day.Reload();
-        QCOMPARE(day.Count(), 1);
-        QCOMPARE(Database().GetDietTotal(kEnergyIndex), 320.0);
+        QCOMPARE(day.Count() + Database().GetDietTotal(kEnergyIndex), 1 + 320.0);
         m_doc->Settings().preferences.energyUnit = EEnergyUnit::KJ;
         m_doc->selectedMeal = kAllMeals;
         day.Reload();
-        QCOMPARE(day.Count(), 2);
-        QCOMPARE(day.ColumnTitles().mid(0, 2), (QStringList{u"Name"_s, u"Serving"_s}));
-        QCOMPARE(day.CellText(1, 0), u"Soup"_s);  // no type, no comma
-        QCOMPARE(day.CellText(1, 1), u"1.00x1 serving"_s);
-        QCOMPARE(day.CellText(1, 2), u"1254.00"_s);  // 300 * 4.18
+        QCOMPARE(day.ColumnTitles().mid(0, 2).join(u' '), u"Name Serving"_s);
+        // No type, no comma; 300 * 4.18.
+        QCOMPARE(day.CellText(1, 0) + u' ' + day.CellText(1, 1) + u' ' + day.CellText(1, 2),
+                 u"Soup 1.00x1 serving 1254.00"_s);
     }
 };
 

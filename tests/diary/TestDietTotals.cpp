@@ -13,44 +13,40 @@ class TestDietTotals : public QObject {
     void initTestCase() { QLocale::setDefault(QLocale::c()); }
 
     void totalsAreShortAndUseTheReadersSeparator() {
-        QCOMPARE(TotalText(0), u"0/"_s);
-        QCOMPARE(TotalText(0.05), u"0/"_s);
-        QCOMPARE(TotalText(0.1), u"0.1/"_s);
-        QCOMPARE(TotalText(9.5), u"9.5/"_s);
-        QCOMPARE(TotalText(10), u"10/"_s);
-        QCOMPARE(TotalText(10.5), u"11/"_s);
-        QCOMPARE(TotalText(1e300), u"2147483647/"_s);
+        const std::pair<double, QString> texts[] = {
+            {0, u"0/"_s},   {0.05, u"0/"_s},  {0.1, u"0.1/"_s},          {9.5, u"9.5/"_s},
+            {10, u"10/"_s}, {10.5, u"11/"_s}, {1e300, u"2147483647/"_s},
+        };
+        for (const auto& [value, text] : texts) {
+            QCOMPARE(TotalText(value), text);
+        }
         QLocale::setDefault(QLocale(QLocale::German));
         QCOMPARE(TotalText(9.5), u"9,5/"_s);
         QLocale::setDefault(QLocale::c());
     }
 
     void aRowSetsTheTotalAgainstItsTarget_data() {
-        AddRows<double, double, QString, EBarFill>({
-            // target and percentage
-            {"no target", 50.0, 0.0, u""_s, EBarFill::Empty},
-            {"target too small", 50.0, 0.001, u""_s, EBarFill::Empty},
+        AddRows<int, double, double, QString, EBarFill>({
+            // nutrient; total, target and percentage
+            {"no target", 1, 50, 0, u"50/"_s, EBarFill::Empty},
+            {"target too small", 1, 50, 0.001, u"50/"_s, EBarFill::Empty},
             // Up to 0.01 the total is set against 1.
-            {"divisor of one", 0.5, 0.01, u"0/50%"_s, EBarFill::Partial},
-            {"below 1 %", 0.99, 100.0, u"100/1%"_s, EBarFill::Empty},
-            {"at 1 %", 1.0, 100.0, u"100/1%"_s, EBarFill::Partial},
-            {"nearly there", 99.6, 100.0, u"100/100%"_s, EBarFill::Partial},
-            {"reached", 100.0, 100.0, u"100/100%"_s, EBarFill::Over},
-            {"above", 413.0, 100.0, u"100/413%"_s, EBarFill::Over},
+            {"divisor of one", 1, 0.5, 0.01, u"0.5/0/50%"_s, EBarFill::Partial},
+            {"below 1 %", 1, 0.99, 100, u"1.0/100/1%"_s, EBarFill::Empty},
+            {"at 1 %", 1, 1, 100, u"1.0/100/1%"_s, EBarFill::Partial},
+            {"nearly there", 1, 99.6, 100, u"100/100/100%"_s, EBarFill::Partial},
+            {"reached", 1, 100, 100, u"100/100/100%"_s, EBarFill::Over},
+            {"above", 1, 413, 100, u"413/100/413%"_s, EBarFill::Over},
+            // The one that is in kJ: times 4.18.
+            {"energy", kEnergyIndex, 500, 2000, u"2090/8360/25%"_s, EBarFill::Partial},
         });
     }
     void aRowSetsTheTotalAgainstItsTarget() {
-        const auto& [total, target, texts, fill] = DataRow<double, double, QString, EBarFill>();
-        const CTotalsRow row = TotalsRow(1, u"Protein (g)"_s, total, target, EEnergyUnit::KJ);
-        QCOMPARE(row.target + row.percent, texts);
+        const auto& [nutrient, total, target, texts, fill] =
+            DataRow<int, double, double, QString, EBarFill>();
+        const CTotalsRow row = TotalsRow(nutrient, {}, total, target, EEnergyUnit::KJ);
+        QCOMPARE(row.total + row.target + row.percent, texts);
         QCOMPARE(row.bar.fill, fill);
-    }
-
-    void onlyTheFiguresOfEnergyAreInKJ() {
-        const CTotalsRow row = TotalsRow(0, u"Energy (kJ)"_s, 500, 2000, EEnergyUnit::KJ);
-        QCOMPARE(row.total, u"2090/"_s);   // 500 * 4.18
-        QCOMPARE(row.target, u"8360/"_s);  // 2000 * 4.18
-        QCOMPARE(row.percent, u"25%"_s);
     }
 
     void aLongNameIsCutFromItsEnd() {

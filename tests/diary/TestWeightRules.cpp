@@ -6,6 +6,7 @@
 #include "diary/WeightForm.h"
 #include "diary/WeightList.h"
 #include "diary/WeightRules.h"
+#include "support/DataRows.h"
 
 namespace {
 
@@ -14,14 +15,6 @@ CWeightEntry MakeEntry(QDate day, QTime time, double weightKg) {
     entry.SetMoment(ToFileTime(day, time));
     entry.SetWeightKg(weightKg);
     return entry;
-}
-
-QStringList Risks(const std::vector<CBmiTableItem>& table) {
-    QStringList texts;
-    for (const CBmiTableItem& item : table) {
-        texts.append(item.risk);
-    }
-    return texts;
 }
 
 }  // namespace
@@ -78,12 +71,9 @@ class TestWeightRules : public CDiaryTest {
         QCOMPARE(listed(StonesAndPounds, Centimetres),
                  u"Weight(st,lb) |Weight change(st,lb) |Waist (cm) 90.00"_s + fat);
         QCOMPARE(Loaded().CellText(0, 0), u"31 May 2026"_s);
-    }
-
-    void aFullStoneIsCarried() {
-        m_doc->Settings().preferences.weightUnit = EWeightUnit::Stones;
         AddWeightEntry(kDay, QTime(7, 30), 153.999 / 2.2046);
-        QCOMPARE(Loaded().CellText(0, 1), u"11,0.00"_s);
+        m_doc->Settings().preferences.weightUnit = Stones;
+        QCOMPARE(Loaded().CellText(1, 1), u"11,0.00"_s);  // a full stone is carried
     }
 
     void theWeightMustLieBetweenOneAndAThousandKilograms() {
@@ -101,10 +91,8 @@ class TestWeightRules : public CDiaryTest {
         for (const QString& text : {u"0.99"_s, u"1000.01"_s, u"heavy"_s, QString()}) {
             QCOMPARE(stored(Kilograms, text, {}), refused);
         }
-        QCOMPARE(stored(Kilograms, u"1"_s, {}), u"1"_s);
-        QCOMPARE(stored(Kilograms, u"1000"_s, {}), u"1000"_s);
-        QCOMPARE(stored(Pounds, u"2.2046"_s, {}), u"1"_s);
-        QCOMPARE(stored(Pounds, u"2204.6"_s, {}), u"1000"_s);
+        QCOMPARE(stored(Kilograms, u"1"_s, {}) + stored(Kilograms, u"1000"_s, {}), u"11000"_s);
+        QCOMPARE(stored(Pounds, u"2.2046"_s, {}) + stored(Pounds, u"2204.6"_s, {}), u"11000"_s);
         QCOMPARE(stored(Pounds, u"2204.7"_s, {}), refused);
         QCOMPARE(stored(Stones, u"157"_s, u"6.6"_s), u"1000"_s);  // 157 x 14 + 6.6 = 2204.6 lb
         // Whole stones count: 157.5 lb x 0.4535970244035199
@@ -142,22 +130,24 @@ class TestWeightRules : public CDiaryTest {
     }
 
     void bodyFatFollowsWaistAndWeight() {
-        const auto fat = [this](bool isMale, const QString& pounds, const QString& inches) {
+        const std::tuple<bool, QString, QString, QString> rows[] = {
+            // -98.42 + 4.15 x 36 - 0.082 x 180 = 36.22 lb of 180 lb
+            {true, u"180"_s, u"36"_s, u"20.12"_s},
+            // -76.76 + 149.4 - 14.76 = 57.88 lb of 180 lb
+            {false, u"180"_s, u"36"_s, u"32.16"_s},
+            {true, u"180"_s, u"20"_s, u"0"_s},  // leaner than the equation
+            {true, u"180"_s, {}, u"Please enter correct waist."_s},
+            {true, {}, u"36"_s, u"Please enter correct weight."_s},
+        };
+        for (const auto& [isMale, pounds, inches, text] : rows) {
             const CWeightForm form(MakeEntry(kDay, QTime(7, 30), 70),
                                    CPreferences{EWeightUnit::Pounds, EHeightUnit::Inches}, isMale);
             CWeightFields fields = form.GetFields();
             fields.weight.major = pounds;
             fields.tape[kWaistSlot] = inches;
-            const std::optional<QString> text = form.CalculateBodyFat(fields);
-            return text ? *text : m_messages->Said();
-        };
-        // -98.42 + 4.15 x 36 - 0.082 x 180 = 36.22 lb of 180 lb
-        QCOMPARE(fat(true, u"180"_s, u"36"_s), u"20.12"_s);
-        // -76.76 + 149.4 - 14.76 = 57.88 lb of 180 lb
-        QCOMPARE(fat(false, u"180"_s, u"36"_s), u"32.16"_s);
-        QCOMPARE(fat(true, u"180"_s, u"20"_s), u"0"_s);  // leaner than the equation
-        QCOMPARE(fat(true, u"180"_s, {}), u"Please enter correct waist."_s);
-        QCOMPARE(fat(true, {}, u"36"_s), u"Please enter correct weight."_s);
+            const std::optional<QString> fat = form.CalculateBodyFat(fields);
+            QCOMPARE(fat ? *fat : m_messages->Said(), text);
+        }
     }
 
     void aNewEntryStartsFromTheLatest() {
@@ -225,10 +215,9 @@ class TestWeightRules : public CDiaryTest {
         QCOMPARE(Loaded().RowOfDay(kDay), -1);
         AddWeightEntry(kDay, QTime(23, 59, 59), 80);
         AddWeightEntry(kDay.addDays(2), QTime(0, 0), 81);
-        const CWeightList list = Loaded();
-        QCOMPARE(list.RowOfDay(kDay.addDays(-1)), 0);
-        QCOMPARE(list.RowOfDay(kDay.addDays(1)), 0);
-        QCOMPARE(list.RowOfDay(kDay.addDays(2)), 1);
+        for (const auto& [day, row] : {std::pair(-1, 0), {1, 0}, {2, 1}}) {
+            QCOMPARE(Loaded().RowOfDay(kDay.addDays(day)), row);
+        }
     }
 
     void theRiskHasItsBoundaries() {
@@ -239,37 +228,45 @@ class TestWeightRules : public CDiaryTest {
         QCOMPARE(risks, u"High Low Low Low Moderate Moderate High "_s);
     }
 
-    void kilogramRowsEndOneBeforeTheHighest() {
+    void theTableSpansTheWeights_data() {
+        // current, start and goal; first and last row, number of items, rows of the current weight
+        using enum EWeightUnit;
+        AddRows<CBmiWeights, EWeightUnit, QString>({
+            {"kg", {70, 70, 70}, Kilograms, u"60-79 21 70"_s},
+            // 60 kg are 132.276 lb, 80 kg 176.368 lb: (176 - 132 + 1) / 2 items. 156 lb are
+            // 70.76 kg; 154 lb are still 69 whole kilograms.
+            {"lb", {70, 70, 70}, Pounds, u"132-172 22 156"_s},
+            {"st", {70, 70, 70}, Stones, u"132-172 22 156"_s},
+            // 150 lb are 68.04 kg, 152 lb 68.95 kg.
+            {"twice the current", {68, 68, 60}, Pounds, u"110-168 31 150 152"_s},
+            {"current between", {75, 80, 70}, StonesAndPounds, u"60-89 31 75"_s},
+            {"current below", {65.9, 80, 70}, StonesAndPounds, u"55-89 36 65"_s},
+            {"current above", {90.5, 80, 70}, StonesAndPounds, u"60-99 41 90"_s},
+            {"damaged", {1e300, 80, 70}, StonesAndPounds, u"60-1009 951"_s},
+        });
+    }
+    void theTableSpansTheWeights() {
+        const auto& [weights, unit, expected] = DataRow<CBmiWeights, EWeightUnit, QString>();
+        const auto table = BmiTable(weights, 175, unit);
+        QString text =
+            table[1].weight + u'-' + table.back().weight + u' ' + QString::number(table.size());
+        for (const CBmiTableItem& item : table) {
+            text += item.risk.endsWith(u" <--") ? u' ' + item.weight : QString();
+        }
+        QCOMPARE(text, expected);
+    }
+
+    void everyRowHasItsIndexAndRisk() {
         const auto table = BmiTable({70, 70, 70}, 175, EWeightUnit::Kilograms);
-        QCOMPARE(table[0].weight + table[1].weight + table.back().weight, u"Weight6079"_s);
+        QStringList risks;
+        for (const CBmiTableItem& item : table) {
+            risks.append(item.risk);
+        }
         // Divided by 1.75 x 1.75 = 3.0625: 61 gives 19.918, 62 20.245, 76 24.816, 77 25.143.
-        QCOMPARE(Risks(table).join(u' '),
+        QCOMPARE(table[0].weight + table[1].bmi, u"Weight 19.59"_s);
+        QCOMPARE(risks.join(u' '),
                  u"Health risk High High Low Low Low Low Low Low Low Low Low <-- Low Low Low Low "
                  "Low Low Moderate Moderate Moderate"_s);
-        QCOMPARE(table[1].bmi, u" 19.59"_s);
-    }
-
-    void poundRowsStepByTwo() {
-        // 60 kg are 132.276 lb, 80 kg 176.368 lb: (176 - 132 + 1) / 2 = 22 items.
-        const auto table = BmiTable({70, 70, 70}, 175, EWeightUnit::Pounds);
-        QCOMPARE(table.size(), size_t{22});
-        QCOMPARE(table[1].weight + table[21].weight, u"132172"_s);
-        // 156 lb are 70.76 kg, index 23.106; 154 lb are still 69 whole kilograms.
-        QCOMPARE(table[13].weight + table[13].bmi + table[13].risk, u"156 23.11Low <--"_s);
-        QCOMPARE(Risks(table).filter(u"<--"_s).size(), 1);
-        QCOMPARE(Risks(BmiTable({70, 70, 70}, 175, EWeightUnit::Stones)), Risks(table));
-        // 150 lb are 68.04 kg, 152 lb 68.95 kg.
-        const auto twice = BmiTable({68, 68, 60}, 175, EWeightUnit::Pounds);
-        QCOMPARE(Risks(twice).filter(u"<--"_s).size(), 2);
-    }
-
-    void theTableReachesTheCurrentWeight() {
-        QStringList rows;
-        for (const double currentKg : {75., 65.9, 90.5, 1e300}) {
-            const auto table = BmiTable({currentKg, 80, 70}, 175, EWeightUnit::StonesAndPounds);
-            rows.append(table[1].weight + u'-' + table.back().weight);
-        }
-        QCOMPARE(rows.join(u' '), u"60-89 55-89 60-99 60-1009"_s);
     }
 
     void theIndexIsThatOfTheDay() {

