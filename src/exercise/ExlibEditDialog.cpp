@@ -5,7 +5,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <algorithm>
 
 #include "catalogue/CsvFields.h"
 #include "controls/PickList.h"
@@ -26,8 +25,7 @@ CExlibEditDialog::CExlibEditDialog(CVelmoraDoc& doc, const CExerciseItem& item, 
         field->setObjectName(name.toLower());
         if (isEditable) {
             // As much as an import keeps, so that what is typed survives an exchange.
-            field->lineEdit()->setMaxLength(
-                std::max<int>(kLongestText, static_cast<int>(text.size())));
+            field->SetMaxLength(kLongestText);
         }
         field->SetText(text);
         connect(field, &CPickField::PickRequested, this,

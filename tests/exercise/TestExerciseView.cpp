@@ -39,7 +39,7 @@ class TestExerciseView : public CExercisesTest {
             minutes->setCurrentIndex(6);
             QWheelEvent wheel({}, {}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
                               false);
-            QApplication::sendEvent(minutes->lineEdit(), &wheel);
+            QApplication::sendEvent(minutes, &wheel);
             QCOMPARE(minutes->currentText(), u"30"_s);
             Replace(Find<QLineEdit>(dialog, "energy"), u"294"_s);
             Press(dialog, "ok");
