@@ -172,14 +172,18 @@ std::vector<CGraphValue> CWeightGraph::Layout() {
     m_line = ThinnedLine(m_line);
     m_goalFrom = QPointF(days.At(from.x()), ValueScale().At(from.y()));
     m_goalTo = QPointF(days.At(to.x()), ValueScale().At(to.y()));
+    LabelDays(days);
+    return values;
+}
+
+void CWeightGraph::LabelDays(const CScale& days) {
     std::vector<CBottomLabel> labels;
-    for (const CDateTick& tick : DateTicks(QDate::fromJulianDay(static_cast<qint64>(first)),
-                                           QDate::fromJulianDay(static_cast<qint64>(last)),
+    for (const CDateTick& tick : DateTicks(QDate::fromJulianDay(static_cast<qint64>(days.low)),
+                                           QDate::fromJulianDay(static_cast<qint64>(days.high)),
                                            BottomLabelRoom(u"MMM 0000"_s))) {
         labels.push_back({days.At(static_cast<double>(tick.day.toJulianDay())), tick.label});
     }
     SetBottomLabels(std::move(labels));
-    return values;
 }
 
 QString CWeightGraph::TextOf(size_t datum) const {

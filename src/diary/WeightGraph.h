@@ -44,6 +44,7 @@ class CWeightGraph : public CGraphPane {
     [[nodiscard]] QString WeightText(double weight) const;
     /// First and last day in sight.
     [[nodiscard]] std::pair<double, double> Span() const;
+    void LabelDays(const CScale& days);
 
     CVelmoraDoc& m_doc;
     QWidget* m_spans;
