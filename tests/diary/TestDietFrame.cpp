@@ -76,12 +76,10 @@ class TestDietFrame : public CDiaryTest {
 
     void theWindowComesBackWhereItWas() {
         const QRect place(30, 40, 500, 400);
-        {
-            CDietFrame frame(*m_doc);
-            frame.setGeometry(place);
-            frame.show();
-            frame.close();
-        }
+        CDietFrame frame(*m_doc);
+        frame.setGeometry(place);
+        frame.show();
+        frame.close();
         const CRegistrySettings stored = CRegistrySettings::Read();
         QCOMPARE(QRect(stored.positionX, stored.positionY, stored.sizeX, stored.sizeY), place);
         QCOMPARE(CDietFrame(*m_doc).geometry(), place);

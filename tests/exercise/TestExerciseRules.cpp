@@ -141,16 +141,12 @@ class TestExerciseRules : public CExercisesTest {
     }
 
     void theWeekEndsWithTheDayAndTakesAllOfIt() {
-        const QTime first(0, 0);
         const QTime last(23, 59, 59);
-        // The outermost are not of the week.
-        for (const auto& [day, time, energy] : {std::tuple(-7, last, 1),
-                                                {-6, first, 10},
-                                                {0, first, 100},
-                                                {0, last, 200},
-                                                {1, first, 2}}) {
-            AddDone(u"Row"_s, kDay.addDays(day), time, 1, energy);
-        }
+        AddDone(u"Row"_s, kDay.addDays(-7), last, 1, 1);  // not of the week
+        AddDone(u"Row"_s, kDay.addDays(-6), QTime(0, 0), 1, 10);
+        AddDone(u"Row"_s, kDay, QTime(0, 0), 1, 100);
+        AddDone(u"Row"_s, kDay, last, 1, 200);
+        AddDone(u"Row"_s, kDay.addDays(1), QTime(0, 0), 1, 2);  // not of the week
         AddEntry(u"Feast"_s, QTime(12, 0), 2, 2600);
         const ExerciseWeek week = ExerciseWeekOf(*m_doc, kDay);
         QCOMPARE(week.front().day, kDay.addDays(-6));
