@@ -40,6 +40,14 @@ QPoint ShowRow(QAbstractItemView* view, const QModelIndex& index) {
     Expect(!rect.isEmpty(), u"the row to be in sight"_s);
     return rect.center();
 }
+
+/// What a window manager does for a window that a dialog has covered. Fields end their editing
+/// only in an active window.
+void TakeFocus(QWidget* widget) {
+    widget->activateWindow();
+    widget->setFocus();
+    Expect(QTest::qWaitForWindowActive(widget->window()), u"an active window"_s);
+}
 }  // namespace
 
 void Click(QWidget* widget) {
@@ -64,17 +72,14 @@ void Type(QWidget* field, const QString& text) {
         field = box->lineEdit();
     }
     BringIntoSight(field);
-    field->setFocus();
+    TakeFocus(field);
     QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClicks(field, text);
     QTest::keyClick(field, Qt::Key_Tab);
 }
 
 void Press(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers) {
-    // What a window manager does for a window that a dialog has covered.
-    widget->activateWindow();
-    widget->setFocus();
-    Expect(QTest::qWaitForWindowActive(widget->window()), u"an active window"_s);
+    TakeFocus(widget);
     QTest::keyClick(widget, key, modifiers);
 }
 
