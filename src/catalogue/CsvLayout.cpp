@@ -1,8 +1,8 @@
 #include "catalogue/CsvLayout.h"
 
 #include "catalogue/ComposedCsv.h"
+#include "catalogue/ExlibCsv.h"
 #include "catalogue/FoodsCsv.h"
-#include "exercise/ExlibCsv.h"
 
 using namespace Qt::StringLiterals;
 

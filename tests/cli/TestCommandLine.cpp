@@ -45,6 +45,7 @@ class TestCommandLine : public QObject {
     [[nodiscard]] QString Volume() const { return Path(u"VelmoraDb.db"_s); }
 
     void Start(QProcess& process, const QString& command) const {
+        process.setWorkingDirectory(m_folder->path());
         process.start(QStringLiteral(VELMORA_CLI),
                       QStringList{u"--volume"_s, Volume()} + QProcess::splitCommand(command));
     }
@@ -97,7 +98,7 @@ class TestCommandLine : public QObject {
             {"unknown profile", u"diet day --profile Eve --date 2026-06-02"_s, 1,
              u"There is no user profile 'Eve'.\n"_s},
             {"all meals", QString(kApple).replace(u"Lunch"_s, u"All"_s), 2, u"--meal"_s},
-            {"nothing to export", u"foods export "_s + u"out.csv"_s, 1,
+            {"nothing to export", u"foods export out.csv"_s, 1,
              u"There are no foods found to export.\n"_s},
             {"no such file", u"foods import missing.csv"_s, 1, u"Cannot open file.\n"_s},
             {"food not found", u"foods find nectar"_s, 1, u"Food not found.\n"_s},
@@ -128,7 +129,7 @@ class TestCommandLine : public QObject {
         QCOMPARE(imported.status, 0);
         const int foods = static_cast<int>(Load(source).count('\n')) - 3;  // marker, header, end
         QCOMPARE(imported.output, u"Imported %1 foods.\n"_s.arg(foods));
-        QCOMPARE(Run(u"foods export "_s + Path(u"out.csv"_s)).status, 0);
+        QCOMPARE(Run(u"foods export out.csv"_s).status, 0);
         QCOMPARE(Load(Path(u"out.csv"_s)), Load(source));
         QCOMPARE(Run(u"foods list"_s).RowCount(), foods);
         QCOMPARE(Run(u"foods import --existing skip "_s + source).output,
@@ -145,7 +146,7 @@ class TestCommandLine : public QObject {
             QSKIP("the large food file is not here");
         }
         QCOMPARE(Run(u"foods import "_s + source).output, u"Imported 8789 foods.\n"_s);
-        QCOMPARE(Run(u"foods export "_s + Path(u"out.csv"_s)).status, 0);
+        QCOMPARE(Run(u"foods export out.csv"_s).status, 0);
         QVERIFY(Load(Path(u"out.csv"_s)) == Load(source));
     }
 
@@ -157,7 +158,7 @@ class TestCommandLine : public QObject {
         }
         line += "\"1 medium\",150.000,\"1 slice\",10.000,";
         Save(Path(u"foods.csv"_s), "<Foods>\r\n" + line + "\r\n<End>\r\n");
-        QCOMPARE(Run(u"foods import "_s + Path(u"foods.csv"_s)).output, u"Imported 1 foods.\n"_s);
+        QCOMPARE(Run(u"foods import foods.csv"_s).output, u"Imported 1 foods.\n"_s);
 
         QCOMPARE(Run(kApple + u" --amount 2"_s).status, 0);
         COutcome day = Run(u"diet day --profile Ann --date 2026-06-02"_s);
@@ -203,6 +204,8 @@ class TestCommandLine : public QObject {
                    QByteArray("0.000,").repeated(53) + "0,1 plate,1,\r\n";
         };
         Save(Path(u"menus.csv"_s), "<Menus>\r\n" + line("Menu", "") + line("Food", "Soup"));
+        Save(Path(u"exercises.csv"_s),
+             "<Exercises>\r\n1,Sport,Run,fast,8.5,0\r\n1,Sport,Row,hard,0,9.25\r\n");
         const struct {
             const char* command;
             int status;
@@ -232,10 +235,20 @@ class TestCommandLine : public QObject {
             {"recipes find pie", 1, "", "Recipe not found.\n"},
             {"recipes text --category Week --name Lunch lunch.txt", 1, "",
              "There is no category selected.\n"},
+            {"exlib import exercises.csv", 0, "Imported 2 exercises.\n", ""},
+            {"exlib list --category Sport", 0,
+             "category\tname\ttype\tkcal_per_minute\tmet\nSport\tRow\thard\t9.25\t0\n"
+             "Sport\tRun\tfast\t0\t8.5\n",
+             ""},
+            {"exlib find R --type FAST", 0,
+             "category\tname\ttype\tkcal_per_minute\tmet\nSport\tRun\tfast\t0\t8.5\n", ""},
+            {"exlib find swim", 1, "", "Exercise not found.\n"},
+            {"exlib export --category Sport out.csv", 0, "Exported 2 exercises.\n", ""},
+            {"exlib import --existing overwrite out.csv", 0,
+             "Imported 2 exercises. Replaced 2 existing exercises.\n", ""},
         };
         for (const auto& step : steps) {
-            const COutcome outcome = Run(
-                QString::fromLatin1(step.command).replace(u"menus.csv"_s, Path(u"menus.csv"_s)));
+            const COutcome outcome = Run(QString::fromLatin1(step.command));
             QVERIFY2(outcome.status == step.status, step.command);
             QCOMPARE(outcome.output, QString::fromLatin1(step.output));
             if (step.messages != nullptr) {
@@ -259,7 +272,7 @@ class TestCommandLine : public QObject {
         int killed = 0;
         for (int round = 0; round < 12; ++round) {
             if (left() == 0) {
-                QCOMPARE(Run(u"foods import --existing add "_s + Path(u"many.csv"_s)).status, 0);
+                QCOMPARE(Run(u"foods import --existing add many.csv"_s).status, 0);
             }
             QProcess process;
             Start(process, u"categories delete Many --kind foods --yes"_s);
@@ -301,7 +314,7 @@ class TestCommandLine : public QObject {
         int killed = 0;
         for (int round = 0; round < 20; ++round) {
             QProcess process;
-            Start(process, u"foods import --existing add "_s + Path(u"large.csv"_s));
+            Start(process, u"foods import --existing add large.csv"_s);
             process.waitForFinished(QRandomGenerator::global()->bounded(5, 200));
             killed += process.state() == QProcess::Running ? 1 : 0;
             process.kill();
@@ -315,7 +328,7 @@ class TestCommandLine : public QObject {
         }
         QVERIFY(killed > 0);
         // Whole records only: every food that is there has its servings and all its values.
-        QCOMPARE(Run(u"foods export "_s + Path(u"out.csv"_s)).status, 0);
+        QCOMPARE(Run(u"foods export out.csv"_s).status, 0);
         for (const QByteArray& line : Load(Path(u"out.csv"_s)).split('\n').mid(2)) {
             const QByteArray rest = line.mid(line.indexOf(',') + 1);
             QVERIFY(rest.isEmpty() || foods.contains(rest));

@@ -1,4 +1,4 @@
-#include "exercise/ExlibCsv.h"
+#include "catalogue/ExlibCsv.h"
 
 using namespace Qt::StringLiterals;
 
