@@ -32,6 +32,8 @@ CCsvVerdict CExlibCsv::ReadLine(QStringView line) {
     if (category->trimmed().isEmpty()) {
         return Error("Invalid category name in line %d. Skipped.");
     }
+    // Created before the rest of the line is judged, so it is there even when the line is skipped.
+    m_exercise.SetCategoryId(CategoryIdOf(CutImportedText(category->trimmed())));
     const QStringView name = fields.Next().value_or(QStringView());
     if (name.trimmed().isEmpty()) {
         return Error("Invalid exercise name in line %d. Skipped.");
@@ -40,7 +42,6 @@ CCsvVerdict CExlibCsv::ReadLine(QStringView line) {
     if (type.trimmed().isEmpty()) {
         return Error("Invalid exercise type in line %d. Skipped.");
     }
-    m_categoryName = CutImportedText(category->trimmed());
     m_exercise.SetName(CutImportedText(name));
     m_exercise.SetType(CutImportedText(type));
     m_exercise.SetMet(ImportedNumber(fields.Next().value_or(QStringView())));

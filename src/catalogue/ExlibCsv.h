@@ -11,13 +11,10 @@ class CExlibCsv : public CTypedItemsCsv {
     [[nodiscard]] const char* Marker() const override { return "<Exercises>"; }
     [[nodiscard]] const CCsvManners& Manners() const override;
     CCsvVerdict ReadLine(QStringView line) override;
-    EStored Store(EExisting existing) override {
-        return StoreIn(m_categoryName, m_exercise, existing);
-    }
+    EStored Store(EExisting existing) override { return StoreTyped(m_exercise, existing); }
     void WriteHeader(CCsvLineWriter& line) override;
     bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) override;
 
   private:
     CExerciseItem m_exercise;
-    QString m_categoryName;
 };

@@ -10,7 +10,10 @@ class CFoodsCsv : public CTypedItemsCsv {
     [[nodiscard]] const char* Marker() const override { return "<Foods>"; }
     [[nodiscard]] const CCsvManners& Manners() const override;
     CCsvVerdict ReadLine(QStringView line) override;
-    EStored Store(EExisting existing) override { return StoreIn(m_categoryName, m_food, existing); }
+    EStored Store(EExisting existing) override {
+        m_food.SetCategoryId(CategoryIdOf(m_categoryName));
+        return StoreTyped(m_food, existing);
+    }
     void WriteHeader(CCsvLineWriter& line) override;
     bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) override;
 

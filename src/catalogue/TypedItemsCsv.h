@@ -14,15 +14,16 @@ class CTypedItemsCsv : public CCsvLayout {
           m_categories(database, kind, folder),
           m_existing(database, kind) {}
 
-    /// Stores an item with name and type in the category of that name, which is created when it
-    /// is missing.
+    /// Identifier of the category of that name, which is created when it is missing; -1 when it
+    /// cannot be.
+    qint32 CategoryIdOf(const QString& name) { return m_categories.IdOf(name); }
+    /// Stores an item with name and type in its category; one without a category fails.
     template <typename Item>
-    EStored StoreIn(const QString& categoryName, Item& item, EExisting existing) {
-        const qint32 categoryId = m_categories.IdOf(categoryName);
+    EStored StoreTyped(const Item& item, EExisting existing) {
+        const qint32 categoryId = item.GetCategoryId();
         if (categoryId < 0) {
             return EStored::Failed;
         }
-        item.SetCategoryId(categoryId);
         const bool check = existing != EExisting::DoNotCheck;
         const int position =
             check ? m_existing.Find(categoryId, item.GetName(), item.GetType()) : -1;

@@ -44,6 +44,9 @@ class TestExlibExchange : public CExercisesTest {
         QCOMPARE(said, (isError ? outcome + u'|' : QString()) +
                            u"Imported %1 exercises."_s.arg(isTaken ? 1 : 0));
         QCOMPARE(Stored(), isTaken ? outcome : QString());
+        // A skipped line leaves the category that it names.
+        const bool namesCategory = isTaken || outcome.contains(u"exercise"_s);
+        QCOMPARE(Database().FindCategory(kExercises, u"Sport"_s) >= 0, namesCategory);
     }
 
     void aFullStoreStopsTheImport() {
