@@ -143,8 +143,8 @@ void CDietFrame::RunCommand(int command) {
             RunReport(m_doc, this);
             return;
         case kCommandPurge:
-            Refreshing(
-                [this] { return RunPurge(m_doc, this, [this] { ActiveView()->DataChanged(); }); });
+            ActiveView()->StoreLayout();
+            RunPurge(m_doc, this, [this] { ActiveView()->DataChanged(); });
             return;
         case kCommandAbout:
             CAboutDialog(this).exec();

@@ -41,8 +41,9 @@ CPurgeRequest CPurgeDialog::GetRequest() const {
             m_exercises->isChecked()};
 }
 
-bool RunPurge(CVelmoraDoc& doc, QWidget* parent, const std::function<void()>& changed) {
+void RunPurge(CVelmoraDoc& doc, QWidget* parent, const std::function<void()>& changed) {
     CPurgeDialog dialog(QDate::currentDate(), parent);
-    return dialog.exec() == QDialog::Accepted &&
-           PurgeDiaries(doc.Database(), dialog.GetRequest(), changed);
+    if (dialog.exec() == QDialog::Accepted) {
+        (void)PurgeDiaries(doc.Database(), dialog.GetRequest(), changed);  // Has told all there is.
+    }
 }

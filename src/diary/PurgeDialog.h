@@ -24,6 +24,6 @@ class CPurgeDialog : public CDialog {
     QCheckBox* m_weights;
 };
 
-/// The command "Purge...". True when entries may have gone; `changed` is called then before the
-/// totals show, for views to reload.
-bool RunPurge(CVelmoraDoc& doc, QWidget* parent, const std::function<void()>& changed = {});
+/// The command "Purge...". When entries may have gone, `changed` is called before the totals show,
+/// for views to reload.
+void RunPurge(CVelmoraDoc& doc, QWidget* parent, const std::function<void()>& changed);

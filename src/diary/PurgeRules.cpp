@@ -9,12 +9,17 @@ using namespace Qt::StringLiterals;
 namespace {
 enum class EFailure { Stops, IsCounted };
 
-/// Returns the number of entries purged. Positions go up after a removal too.
-int Walk(CItemDatabaseBase& diary, const CPurgeRequest& request, EFailure failure) {
+struct CPurged {
+    int count = 0;        ///< with those whose removal failed
+    bool isWhole = true;  ///< none failed
+};
+
+/// Positions go up after a removal too.
+CPurged Walk(CItemDatabaseBase& diary, const CPurgeRequest& request, EFailure failure) {
     const FileTime first = FirstMomentOf(request.begin);
     const FileTime last = LastMomentOf(request.end);
     const int expected = diary.GetLayout().Count();
-    int purged = 0;
+    CPurged purged;
     const auto purge = [&](int position, PropertyList& properties) {
         if (std::ssize(properties) != expected) {
             return true;
@@ -23,24 +28,23 @@ int Walk(CItemDatabaseBase& diary, const CPurgeRequest& request, EFailure failur
         if (moment == nullptr || *moment < first || *moment > last) {
             return true;
         }
-        ++purged;
+        ++purged.count;
         // The walk that counts tells of each failure.
-        if (failure == EFailure::IsCounted) {
-            (void)diary.Delete(position);
-            return true;
-        }
-        return diary.DeleteQuietly(position);
+        const bool isGone =
+            failure == EFailure::IsCounted ? diary.Delete(position) : diary.DeleteQuietly(position);
+        purged.isWhole = purged.isWhole && isGone;
+        return isGone || failure == EFailure::IsCounted;
     };
     diary.ForEachFrom(0, purge, 1);
     return purged;
 }
 
-int PurgeDiary(CItemDatabaseBase& diary, const CPurgeRequest& request) {
+CPurged PurgeDiary(CItemDatabaseBase& diary, const CPurgeRequest& request) {
     CRecordGroup group(diary.GetStore());
     if (!group.IsOpen()) {
         return Walk(diary, request, EFailure::IsCounted);
     }
-    const int purged = Walk(diary, request, EFailure::Stops);
+    const CPurged purged = Walk(diary, request, EFailure::Stops);
     // A group that cannot be kept leaves everything as it was: then each record goes for itself.
     return group.Commit() ? purged : Walk(diary, request, EFailure::IsCounted);
 }
@@ -51,21 +55,21 @@ bool PurgeDiaries(CDatabase& database, const CPurgeRequest& request,
     if (!AskYesNo(u"You are about to remove data entries. Are you sure?"_s)) {
         return false;
     }
-    int diet = 0;
-    int weights = 0;
-    int exercises = 0;
+    CPurged diet;
+    CPurged weights;
+    CPurged exercises;
     {
         const CWaitCursor wait;
-        diet = request.diet ? PurgeDiary(database.Diet(), request) : 0;
-        weights = request.weights ? PurgeDiary(database.Weight(), request) : 0;
-        exercises = request.exercises ? PurgeDiary(database.Exercises(), request) : 0;
+        diet = request.diet ? PurgeDiary(database.Diet(), request) : CPurged();
+        weights = request.weights ? PurgeDiary(database.Weight(), request) : CPurged();
+        exercises = request.exercises ? PurgeDiary(database.Exercises(), request) : CPurged();
         if (changed) {
             changed();
         }
     }
     ShowMessage(FormatText("Total purged:\n\nDiet entries: %d\nWeight entries: %d\n"
                            "Exersises: %d\n\n"_L1,
-                           {diet, weights, exercises}),
+                           {diet.count, weights.count, exercises.count}),
                 EMessageIcon::Result);
-    return true;
+    return diet.isWhole && weights.isWhole && exercises.isWhole;
 }

@@ -13,8 +13,9 @@ struct CPurgeRequest {
     bool exercises = false;
 };
 
-/// Asks, removes what the request names and shows the totals. False when the answer was No.
-/// `changed` is called between the removal and the totals.
+/// Asks, removes what the request names and shows the totals. `changed` is called between the
+/// removal and the totals. False when the answer was No or an entry could not be removed, which
+/// has shown its message and counts in the totals all the same.
 ///
 /// One purge leaves every second one of adjacent entries behind: the walk over a diary goes on
 /// past the entry that moves into a removed one's place. A further purge takes those.

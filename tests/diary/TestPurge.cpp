@@ -69,7 +69,7 @@ class TestPurge : public CDiaryTest {
         AddEntry(u"Bun"_s, QTime(9, 0));
         {
             const CFileSizeLimit limit(1);
-            QVERIFY(PurgeDiaries(Database(), {kDay, kDay, true}));
+            QVERIFY(!PurgeDiaries(Database(), {kDay, kDay, true}));
         }
         const QStringList shown = m_messages->TakeShown();
         QVERIFY2(shown.value(0).startsWith(u"Cannot delete record. Error="_s),
