@@ -37,6 +37,7 @@ CProgressWindow::CProgressWindow(const QString& caption, QWidget* mainWindow)
     connect(cancel, &QPushButton::clicked, this, &CProgressWindow::reject);
 
     auto* layout = new QVBoxLayout(this);
+    layout->addWidget(new QLabel(u"Progress"_s, this));
     layout->addWidget(m_status);
     layout->addWidget(m_bar);
     layout->addWidget(cancel, 0, Qt::AlignHCenter);
