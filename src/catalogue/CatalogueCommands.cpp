@@ -94,15 +94,15 @@ void CCatalogueView::EditLabel() {
 }
 
 void CCatalogueView::EndLabelEdit(qint32 categoryId, const QString& name, const QString& typed) {
-    QString selected = name;
+    QString renamed;
     if (name.isEmpty()) {
         (void)m_rules.RenameCategory(categoryId, typed);
-    } else if (m_rules.RenameItems(categoryId, name, typed)) {
-        selected = typed.trimmed();
+    } else {
+        renamed = m_rules.RenameItems(categoryId, name, typed);
     }
     // Also after a failure, which may have come half way.
     FillTree();
-    SelectInTree(categoryId, selected);
+    SelectInTree(categoryId, renamed.isEmpty() ? name : renamed);
 }
 
 void CCatalogueView::DeleteCategory() {

@@ -267,16 +267,17 @@ QString CCatalogueRules::FreeCopyText(const CCatalogueItem& item) {
     return {};
 }
 
-bool CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName, const QString& typed) {
+QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
+                                     const QString& typed) {
     CCatalogueItem item(m_texts.kind);
     item.SetName(typed.trimmed());
     const QString name = item.GetName();
     if (name.isEmpty()) {
         ShowMessage(QString::fromLatin1(m_texts.noNewName));
-        return false;
+        return {};
     }
     if (name == oldName) {
-        return true;
+        return name;
     }
     const std::vector<int> positions = PositionsOf(ItemsOfName(categoryId, oldName), false);
     CRecordGroup group(m_database.GetStore());
@@ -292,9 +293,9 @@ bool CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName, con
         QString());
     if (!group.Commit() || renamed < static_cast<int>(positions.size())) {
         ShowMessage(QString::fromLatin1(m_texts.cannotRename));
-        return false;
+        return {};
     }
-    return true;
+    return name;
 }
 
 CCatalogueRules::Entries CCatalogueRules::ItemsOfName(qint32 categoryId, const QString& name) {

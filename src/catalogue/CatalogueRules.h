@@ -40,8 +40,9 @@ class CCatalogueRules {
     /// position, -1 when there is none.
     int Duplicate(const Entries& selected);
 
-    /// Gives every food of the category with the old name the new one. Outer blanks do not count.
-    bool RenameItems(qint32 categoryId, const QString& oldName, const QString& typed);
+    /// Gives every item of the category with the old name the new one. Outer blanks do not count.
+    /// Returns the name they have now, cut to what a record holds; empty after a message.
+    QString RenameItems(qint32 categoryId, const QString& oldName, const QString& typed);
 
     /// All items of the category with that name, sorted by type: also those that a full list of
     /// their category leaves out.

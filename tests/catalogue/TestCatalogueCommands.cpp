@@ -139,7 +139,7 @@ class TestCatalogueCommands : public CCatalogueTest {
             const CFileSizeLimit full(1);
             QCOMPARE(isExercise ? -1 : rules.Duplicate(stored), -1);
             said.append(TakeLast());
-            QVERIFY(!renames || !rules.RenameItems(here, u"Stew"_s, u"Broth"_s));
+            QVERIFY(!renames || rules.RenameItems(here, u"Stew"_s, u"Broth"_s).isEmpty());
             said.append(TakeLast());
             QVERIFY(!rules.DeleteCategory(here));
             said.append(m_messages->shown.filter(u"from category"_s));
@@ -218,10 +218,10 @@ class TestCatalogueCommands : public CCatalogueTest {
             AddItem(kFoods, other, u"Carrot"_s, QString::fromLatin1(type));
         }
         AddItem(kFoods, category, u"carrot"_s, u"cake"_s);
-        QVERIFY(rules.RenameItems(category, u"Carrot"_s, u"Carrot "_s));
-        QVERIFY(!rules.RenameItems(category, u"Carrot"_s, u" "_s));
+        QCOMPARE(rules.RenameItems(category, u"Carrot"_s, u"Carrot "_s), u"Carrot"_s);
+        QCOMPARE(rules.RenameItems(category, u"Carrot"_s, u" "_s), QString());
         QCOMPARE(m_messages->Said(), u"Please enter foods name."_s);
-        QVERIFY(rules.RenameItems(category, u"Carrot"_s, u" Daucus "_s));
+        QCOMPARE(rules.RenameItems(category, u"Carrot"_s, u" Daucus "_s), u"Daucus"_s);
         QCOMPARE(Names(kFoods, category), u"carrot,Daucus,Daucus"_s);
         QCOMPARE(Names(kFoods, other), u"Carrot,Carrot"_s);
     }
