@@ -9,8 +9,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "catalogue/CatalogueViewSettings.h"
 #include "catalogue/CsvFields.h"
-#include "catalogue/FoodsPreferencesDialog.h"
 #include "controls/Grid.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
@@ -195,7 +195,8 @@ void CFoodEditDialog::ChangeMode(EServingMode mode) {
         return;
     }
     const bool asks =
-        HasServings() && CFoodsViewSettings::Load(m_doc.Database()).confirmServingChange;
+        HasServings() &&
+        CCatalogueViewSettings::Load(m_doc.Database(), ECatalogueKind::Foods).confirmServingChange;
     if (asks && !AskYesNo(mode == EServingMode::Weighed ? kToWeighed : kToOneServing)) {
         m_fields->modes->button(static_cast<int>(m_mode))->setChecked(true);
         return;

@@ -12,7 +12,7 @@ class CFoodEditDialog : public CDialog {
     CFoodEditDialog(CVelmoraDoc& doc, const CFoodItem& food, int position, QWidget* parent);
     ~CFoodEditDialog() override;
     /// The food as confirmed.
-    [[nodiscard]] const CFoodItem& GetFood() const { return m_food; }
+    [[nodiscard]] const CFoodItem& GetItem() const { return m_food; }
 
   protected:
     bool Confirm() override;

@@ -10,33 +10,9 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Places of the values in the view-settings record; the last two of the six are free.
-enum ESetting { kConfirmServingChange, kNamesInTree, kSplitterPerMille, kStarterOffered };
-
+constexpr auto kFoods = ECatalogueKind::Foods;
 constexpr int kMargin = 6;
 }  // namespace
-
-CFoodsViewSettings CFoodsViewSettings::Load(CDatabase& database) {
-    CFoodsViewSettings result;
-    CViewSettings stored;
-    if (!database.ReadViewSettings(ECatalogueKind::Foods, stored)) {
-        return result;
-    }
-    result.confirmServingChange = stored.GetSetting(kConfirmServingChange) != 0;
-    result.namesInTree = stored.GetSetting(kNamesInTree) != 0;
-    result.splitterPerMille = qBound<int>(0, stored.GetSetting(kSplitterPerMille), 1000);
-    result.starterOffered = stored.GetSetting(kStarterOffered) != 0;
-    return result;
-}
-
-bool CFoodsViewSettings::Save(CDatabase& database) const {
-    CViewSettings stored;
-    stored.SetSetting(kConfirmServingChange, confirmServingChange ? 1 : 0);
-    stored.SetSetting(kNamesInTree, namesInTree ? 1 : 0);
-    stored.SetSetting(kSplitterPerMille, static_cast<qint16>(splitterPerMille));
-    stored.SetSetting(kStarterOffered, starterOffered ? 1 : 0);
-    return database.SaveViewSettings(ECatalogueKind::Foods, stored);
-}
 
 struct CFoodsPreferencesDialog::CFields {
     CGrid* nutrients = nullptr;
@@ -51,7 +27,8 @@ CFoodsPreferencesDialog::CFoodsPreferencesDialog(CVelmoraDoc& doc, QWidget* pare
     tabs->setDocumentMode(true);
     tabs->setAccessibleName(u"Foods preferences"_s);
     tabs->addTab(MakeNutrientsTab(), u"Nutrients"_s);
-    tabs->addTab(MakeDisplayTab(CFoodsViewSettings::Load(doc.Database())), u"Display"_s);
+    tabs->addTab(MakeDisplayTab(CCatalogueViewSettings::Load(doc.Database(), kFoods)),
+                 u"Display"_s);
     // The options are as wide as the smallest screen.
     Content()->setContentsMargins(0, kMargin, 0, 0);
     Content()->addWidget(tabs);
@@ -91,7 +68,7 @@ QWidget* CFoodsPreferencesDialog::MakeNutrientsTab() {
     return tab;
 }
 
-QWidget* CFoodsPreferencesDialog::MakeDisplayTab(const CFoodsViewSettings& settings) {
+QWidget* CFoodsPreferencesDialog::MakeDisplayTab(const CCatalogueViewSettings& settings) {
     auto* tab = new QWidget;
     auto* layout = new QVBoxLayout(tab);
     layout->setContentsMargins(kMargin / 2, kMargin, 0, 0);
@@ -121,11 +98,11 @@ bool CFoodsPreferencesDialog::Confirm() {
                                                    m_fields->nutrients->IsChecked(index));
     }
     SaveNames();
-    CFoodsViewSettings settings = CFoodsViewSettings::Load(m_doc.Database());
+    CCatalogueViewSettings settings = CCatalogueViewSettings::Load(m_doc.Database(), kFoods);
     settings.confirmServingChange = m_fields->confirmServingChange->isChecked();
     settings.namesInTree = m_fields->namesInTree->isChecked();
     // A failure has shown its message; the dialog has nothing to add to it.
-    (void)settings.Save(m_doc.Database());
+    (void)settings.Save(m_doc.Database(), kFoods);
     if (m_doc.IsProfileActive()) {
         (void)m_doc.SaveSettings();
     }

@@ -3,18 +3,8 @@
 #pragma once
 
 #include "app/VelmoraDoc.h"
+#include "catalogue/CatalogueViewSettings.h"
 #include "controls/Dialog.h"
-
-/// Settings of the foods window, kept in the view-settings record of the Foods database.
-struct CFoodsViewSettings {
-    bool confirmServingChange = true;  ///< "Show when change serving method"
-    bool namesInTree = true;           ///< "Show food names in category tree"
-    int splitterPerMille = 400;        ///< the tree's share of the window
-    bool starterOffered = false;       ///< the starter foods were offered and not wanted
-
-    static CFoodsViewSettings Load(CDatabase& database);
-    bool Save(CDatabase& database) const;
-};
 
 class CFoodsPreferencesDialog : public CDialog {
     Q_OBJECT
@@ -29,7 +19,7 @@ class CFoodsPreferencesDialog : public CDialog {
     struct CFields;
 
     QWidget* MakeNutrientsTab();
-    QWidget* MakeDisplayTab(const CFoodsViewSettings& settings);
+    QWidget* MakeDisplayTab(const CCatalogueViewSettings& settings);
     void SaveNames();
 
     CVelmoraDoc& m_doc;

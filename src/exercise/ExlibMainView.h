@@ -2,24 +2,17 @@
 // their energy in a list.
 #pragma once
 
-#include "catalogue/CatalogueView.h"
-#include "exercise/ExlibPreferencesDialog.h"
+#include "catalogue/TypedMainView.h"
 
-class CExlibMainView : public CCatalogueView {
+class CExlibMainView : public CTypedMainView {
     Q_OBJECT
   public:
     CExlibMainView(CVelmoraDoc& doc, QWidget* parent);
 
-    void StoreLayout() override;
-    void DataChanged() override;
-
   protected:
     EEdited EditItem(int position, qint32 categoryId) override;
-    std::vector<QAction*> Tools() override;
+    bool AskPreferences() override;
 
   private:
     QString EnergyText(const CCategoryListEntry& entry);
-    void OpenPreferences();
-
-    CExlibViewSettings m_settings;
 };

@@ -45,9 +45,9 @@ class TestFoodsDialogs : public CCatalogueTest {
         const std::tuple<bool, bool, bool> rows[] = {
             {true, false, false}, {true, true, true}, {false, false, true}};
         for (const auto& [confirms, answer, switched] : rows) {
-            CFoodsViewSettings settings;
+            CCatalogueViewSettings settings;
             settings.confirmServingChange = confirms;
-            QVERIFY(settings.Save(Database()));
+            QVERIFY(settings.Save(Database(), ECatalogueKind::Foods));
             m_messages->answer = answer;
             CFoodEditDialog dialog(*m_doc, m_milk, 0, nullptr);
             Show(dialog);
@@ -99,11 +99,11 @@ class TestFoodsDialogs : public CCatalogueTest {
         QVERIFY(Type(Find<CGrid>(dialog, "nutrients"), 1, 1, u"3.4567"_s));
         Press(dialog, "ok");
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
-        QCOMPARE(dialog.GetFood().GetName(), u"Milk"_s);
+        QCOMPARE(dialog.GetItem().GetName(), u"Milk"_s);
         // The serving of row 4 closes up to serving 1, which decides the mode.
-        QCOMPARE(dialog.GetFood().GetServingName(0), u"glass"_s);
-        QCOMPARE(dialog.GetFood().GetServingWeight(0), 200.5);
-        QCOMPARE(dialog.GetFood().GetNutrientValue(1), 3.4567);
+        QCOMPARE(dialog.GetItem().GetServingName(0), u"glass"_s);
+        QCOMPARE(dialog.GetItem().GetServingWeight(0), 200.5);
+        QCOMPARE(dialog.GetItem().GetNutrientValue(1), 3.4567);
     }
 
     void energyIsTypedInKJAndOtherCellsKeepTheirDigits() {
@@ -119,7 +119,7 @@ class TestFoodsDialogs : public CCatalogueTest {
         QVERIFY(Type(grid, 3, 1, u"-5"_s));
         QVERIFY(Type(grid, 4, 1, QString()));
         Press(dialog, "ok");
-        const CFoodItem& food = dialog.GetFood();
+        const CFoodItem& food = dialog.GetItem();
         const double expected[] = {836 * 0.23923444976076558, 3.3333333, 2.5, 0, 0};
         for (int i = 0; i < 5; ++i) {
             QCOMPARE(food.GetNutrientValue(i), expected[i]);
@@ -145,7 +145,8 @@ class TestFoodsDialogs : public CCatalogueTest {
         QCOMPARE(names[41], u"User defined 8"_s);
         QVERIFY(!m_doc->Preferences().displayed.test(0));
         QVERIFY(m_doc->Preferences().displayed.test(40));
-        const CFoodsViewSettings settings = CFoodsViewSettings::Load(Database());
+        const CCatalogueViewSettings settings =
+            CCatalogueViewSettings::Load(Database(), ECatalogueKind::Foods);
         QVERIFY(!settings.confirmServingChange);
         QVERIFY(settings.namesInTree);
         QCOMPARE(settings.splitterPerMille, 400);

@@ -31,9 +31,9 @@ class TestFoodsMainView : public CCatalogueTest {
         QCOMPARE(Listed(), QStringList({u"Milk, dry"_s, u"Milk, whole"_s}));
         m_tree->setCurrentIndex(Node(1));
         QCOMPARE(Listed(), QStringList{u"Apple, raw"_s});
-        CFoodsViewSettings settings;
+        CCatalogueViewSettings settings;
         settings.namesInTree = false;
-        QVERIFY(settings.Save(Database()));
+        QVERIFY(settings.Save(Database(), ECatalogueKind::Foods));
         Open();
         QVERIFY(!m_tree->model()->hasChildren(Node(0)));
     }

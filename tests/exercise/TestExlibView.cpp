@@ -10,6 +10,7 @@
 #include "controls/ReportList.h"
 #include "exercise/ExlibEditDialog.h"
 #include "exercise/ExlibMainView.h"
+#include "exercise/ExlibPreferencesDialog.h"
 #include "support/Clicks.h"
 
 namespace {
@@ -111,7 +112,7 @@ class TestExlibView : public CExercisesTest {
         m_doc->CatalogueState(kExercises).splitterPerMille = 600;
         m_view->StoreLayout();
         Reopen();
-        const CExlibViewSettings stored = CExlibViewSettings::Load(Database());
+        const CCatalogueViewSettings stored = CCatalogueViewSettings::Load(Database(), kExercises);
         QCOMPARE(stored.splitterPerMille, 600);
         QVERIFY(!stored.namesInTree);
     }
