@@ -1,6 +1,7 @@
 #include "cli/CommonArguments.h"
 
 #include "catalogue/CatalogueKinds.h"
+#include "catalogue/CatalogueTexts.h"
 #include "diary/DietRules.h"
 #include "platform/Messages.h"
 
@@ -37,4 +38,22 @@ bool LoadProfileNamed(CVelmoraDoc& doc, const QString& name) {
         return false;
     }
     return true;
+}
+
+bool LoadProfileArgument(CCommandContext& context) {
+    return context.arguments.GetError().isEmpty() &&
+           LoadProfileNamed(context.doc, context.arguments.Text("--profile"));
+}
+
+bool CheckOffered(const QStringList& choices, const QString& row, EPicker picker,
+                  ECatalogueKind kind) {
+    if (choices.contains(row)) {
+        return true;
+    }
+    if (!choices.isEmpty()) {
+        ShowMessage(picker == EPicker::Category
+                        ? u"There is no category selected."_s
+                        : QString::fromLatin1(CatalogueTextsOf(kind).notFound));
+    }
+    return false;
 }

@@ -1,5 +1,4 @@
 // velmora-cli diet ...
-#include "catalogue/CatalogueTexts.h"
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
 #include "cli/TableOutput.h"
@@ -27,23 +26,6 @@ QStringList MealNames() {
     return names;
 }
 
-/// Picks `row` as the dialog's lists offer it; false after a message when it is not on offer.
-bool Pick(CAddFoodForm& form, EPicker picker, const QString& row) {
-    const QStringList choices = form.Choices(picker);
-    if (choices.isEmpty()) {
-        return false;
-    }
-    if (!choices.contains(row)) {
-        ShowMessage(
-            picker == EPicker::Category
-                ? u"There is no category selected."_s
-                : QString::fromLatin1(CatalogueTextsOf(CatalogueOf(form.GetKind())).notFound));
-        return false;
-    }
-    form.Pick(picker, row);
-    return true;
-}
-
 bool SelectServing(CAddFoodForm& form, const QString& name) {
     const auto index = static_cast<int>(form.Servings().indexOf(name));
     if (index < 0) {
@@ -66,15 +48,12 @@ bool Add(CCommandContext& context) {
     if (kind == EItemKind::Food) {
         arguments.Require("--type");
     }
-    if (!arguments.GetError().isEmpty() ||
-        !LoadProfileNamed(context.doc, arguments.Text("--profile")) || !MayAddToMeal(meal)) {
+    if (!LoadProfileArgument(context) || !MayAddToMeal(meal)) {
         return false;
     }
     CAddFoodForm form(context.doc, CAddFoodRequest::ForNewEntry(time));
     form.SetKind(kind);
-    if (!Pick(form, EPicker::Category, arguments.Text("--category")) ||
-        !Pick(form, EPicker::Name, arguments.Text("--name")) ||
-        (kind == EItemKind::Food && !Pick(form, EPicker::Type, arguments.Text("--type")))) {
+    if (!PickItem(form, arguments, CatalogueOf(kind))) {
         return false;
     }
     if (arguments.Has("--serving") && !SelectServing(form, arguments.Text("--serving"))) {
@@ -88,8 +67,7 @@ bool Add(CCommandContext& context) {
 
 bool LoadDay(CCommandContext& context) {
     const QDate day = context.arguments.Date("--date");
-    if (!context.arguments.GetError().isEmpty() ||
-        !LoadProfileNamed(context.doc, context.arguments.Text("--profile"))) {
+    if (!LoadProfileArgument(context)) {
         return false;
     }
     context.doc.Database().LoadDietDay(day);

@@ -1,13 +1,11 @@
 // velmora-cli exercises ...
 #include <limits>
 
-#include "catalogue/CatalogueTexts.h"
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
 #include "cli/TableOutput.h"
 #include "exercise/ExerciseForm.h"
 #include "exercise/ExerciseRules.h"
-#include "platform/Messages.h"
 #include "platform/NumberText.h"
 
 using namespace Qt::StringLiterals;
@@ -22,41 +20,17 @@ constexpr COptionDescription kDayOptions[] = {{"--profile", true, true}, {"--dat
 constexpr COptionDescription kDeleteOptions[] = {
     {"--profile", true, true}, {"--date", true, true}, {"--time", true, true}, kYesOption};
 
-/// Picks `row` as the dialog's lists offer it; false after a message when it is not on offer.
-bool Pick(CExerciseForm& form, EPicker picker, const QString& row) {
-    const QStringList choices = form.Choices(picker);
-    if (choices.isEmpty()) {
-        return false;
-    }
-    if (!choices.contains(row)) {
-        ShowMessage(
-            picker == EPicker::Category
-                ? u"There is no category selected."_s
-                : QString::fromLatin1(CatalogueTextsOf(ECatalogueKind::Exercises).notFound));
-        return false;
-    }
-    form.Pick(picker, row);
-    return true;
-}
-
-bool Load(CCommandContext& context) {
-    return context.arguments.GetError().isEmpty() &&
-           LoadProfileNamed(context.doc, context.arguments.Text("--profile"));
-}
-
 bool Add(CCommandContext& context) {
     CArguments& arguments = context.arguments;
     const QDate day = arguments.Date("--date");
     const QTime time = arguments.Time("--time");
     const int minutes = arguments.Index("--minutes", 0, std::numeric_limits<int>::max());
     const double energyKcal = arguments.Number("--energy");
-    if (!Load(context)) {
+    if (!LoadProfileArgument(context)) {
         return false;
     }
     CExerciseForm form(context.doc, NewExercise(day, time));
-    if (!Pick(form, EPicker::Category, arguments.Text("--category")) ||
-        !Pick(form, EPicker::Name, arguments.Text("--name")) ||
-        !Pick(form, EPicker::Type, arguments.Text("--type"))) {
+    if (!PickItem(form, arguments, ECatalogueKind::Exercises)) {
         return false;
     }
     form.SetDurationTexts({}, QString::number(minutes));
@@ -72,7 +46,7 @@ bool Add(CCommandContext& context) {
 
 bool List(CCommandContext& context) {
     const QDate day = context.arguments.Date("--date");
-    if (!Load(context)) {
+    if (!LoadProfileArgument(context)) {
         return false;
     }
     PrintRow(
@@ -91,7 +65,7 @@ bool List(CCommandContext& context) {
 bool Delete(CCommandContext& context) {
     const QDate day = context.arguments.Date("--date");
     const QTime time = context.arguments.Time("--time");
-    if (!Load(context)) {
+    if (!LoadProfileArgument(context)) {
         return false;
     }
     ListedExercises selected = ListExercises(context.doc.Database(), day, day);

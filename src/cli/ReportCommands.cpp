@@ -23,8 +23,7 @@ bool Report(CCommandContext& context) {
         arguments.Date("--from"), arguments.Date("--to"),
         arguments.Choices("--types", kTypeNames, kReportAll),
         static_cast<EReportGrouping>(arguments.Choice("--by", kGroupingNames))};
-    if (!arguments.GetError().isEmpty() ||
-        !LoadProfileNamed(context.doc, arguments.Text("--profile"))) {
+    if (!LoadProfileArgument(context)) {
         return false;
     }
     if (const std::optional<QString> refusal = CheckReportRequest(request)) {
@@ -46,9 +45,7 @@ bool Purge(CCommandContext& context) {
     const CPurgeRequest request = {arguments.Date("--from"), arguments.Date("--to"),
                                    arguments.Has("--diet"), arguments.Has("--weights"),
                                    arguments.Has("--exercises")};
-    return arguments.GetError().isEmpty() &&
-           LoadProfileNamed(context.doc, arguments.Text("--profile")) &&
-           PurgeDiaries(context.doc.Database(), request);
+    return LoadProfileArgument(context) && PurgeDiaries(context.doc.Database(), request);
 }
 
 constexpr CCommand kCommands[] = {

@@ -41,8 +41,7 @@ bool Add(CCommandContext& context) {
         fields.tape[slot] = arguments.Text(kMeasurementOptions[slot]);
     }
     fields.bodyFat = arguments.Text(kMeasurementOptions[kBodyFatSlot]);
-    if (!arguments.GetError().isEmpty() ||
-        !LoadProfileNamed(context.doc, arguments.Text("--profile"))) {
+    if (!LoadProfileArgument(context)) {
         return false;
     }
     // The default preferences are kg and cm.
@@ -51,7 +50,7 @@ bool Add(CCommandContext& context) {
 }
 
 bool List(CCommandContext& context) {
-    if (!LoadProfileNamed(context.doc, context.arguments.Text("--profile"))) {
+    if (!LoadProfileArgument(context)) {
         return false;
     }
     QStringList header = {u"date"_s, u"time"_s, u"weight"_s};
@@ -79,8 +78,7 @@ bool Delete(CCommandContext& context) {
     CArguments& arguments = context.arguments;
     const QDate day = arguments.Date("--date");
     const QTime time = arguments.Time("--time");
-    if (!arguments.GetError().isEmpty() ||
-        !LoadProfileNamed(context.doc, arguments.Text("--profile"))) {
+    if (!LoadProfileArgument(context)) {
         return false;
     }
     CWeightList weights(context.doc);
@@ -99,8 +97,7 @@ bool Delete(CCommandContext& context) {
 
 bool ShowBmi(CCommandContext& context) {
     const QDate day = context.arguments.Date("--date");
-    if (!context.arguments.GetError().isEmpty() ||
-        !LoadProfileNamed(context.doc, context.arguments.Text("--profile"))) {
+    if (!LoadProfileArgument(context)) {
         return false;
     }
     const CBmiView bmi = BmiOnDay(context.doc, day);
