@@ -1,14 +1,11 @@
 // The commands of the catalogue view.
 #include "catalogue/CatalogueView.h"
 #include "catalogue/CategoryPickDialog.h"
-#include "catalogue/CategoryTreeModel.h"
 #include "catalogue/FindDialog.h"
 #include "catalogue/FindItems.h"
 #include "catalogue/OptionsDialogs.h"
-#include "controls/InputPanel.h"
 #include "controls/ReportList.h"
 
-#include <QTreeView>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -22,19 +19,16 @@ void CCatalogueView::Import() {
 }
 
 void CCatalogueView::RunImport(const std::function<void()>& run) {
-    const QModelIndex current = m_tree->currentIndex();
-    const QString category = Database().CategoryNameOf(m_texts.kind, m_model->CategoryOf(current));
-    const QString name = m_model->NameOf(current);
-    const std::vector<int> rows = m_list->SelectedRows();
-    std::optional<CCategoryListEntry> item;
-    if (!rows.empty()) {
-        item = m_entries[static_cast<size_t>(rows.front())];
-    }
+    const qint32 categoryId = m_browser->CategoryId();
+    const QString category = Database().CategoryNameOf(m_texts.kind, categoryId);
+    const QString name = m_browser->ItemName();
+    const CCatalogueRules::Entries selected = m_browser->Selected();
     run();
-    FillTree();
-    SelectInTree(Database().CategoryIdOf(m_texts.kind, category), name);
-    if (item) {
-        SelectItem(Database().FindItem(m_texts.kind, item->categoryId, item->name, item->type));
+    m_browser->Reload(Database().CategoryIdOf(m_texts.kind, category), name);
+    if (!selected.empty()) {
+        const CCategoryListEntry& item = selected.front();
+        m_browser->SelectItem(
+            Database().FindItem(m_texts.kind, item.categoryId, item.name, item.type));
     }
 }
 
@@ -44,12 +38,12 @@ void CCatalogueView::Export() {
     if (!choice) {
         return;
     }
-    CExportRequest request{*choice, m_model->CategoryOf(m_tree->currentIndex()), {}};
-    CCatalogueRules::Entries entries = Selected();
+    CExportRequest request{*choice, m_browser->CategoryId(), {}};
+    CCatalogueRules::Entries entries = m_browser->Selected();
     // The current category of exercises is what the list shows of it.
     if (m_texts.kind == ECatalogueKind::Exercises && *choice == EExportChoice::CurrentCategory) {
         request.choice = EExportChoice::Selected;
-        entries = m_entries;
+        entries = m_browser->Listed();
     }
     for (const CCategoryListEntry& entry : entries) {
         request.positions.push_back(entry.position);
@@ -62,15 +56,14 @@ void CCatalogueView::NewCategory() {
     if (categoryId < 0) {
         return;
     }
-    FillTree();
-    SelectInTree(categoryId, QString());
-    EditLabel();
+    m_browser->Reload(categoryId);
+    m_browser->EditLabel();
 }
 
 void CCatalogueView::RenameCategory() {
-    if (CCategoryTreeModel::IsCategory(m_tree->currentIndex())) {
-        EditLabel();
-    } else if (m_model->rowCount({}) == 0) {
+    if (m_browser->CategoryRow() >= 0) {
+        m_browser->EditLabel();
+    } else if (!m_browser->HasCategories()) {
         ShowMessage(u"There is no category selected."_s);
     } else {
         ShowMessage(u"Please select category to rename."_s);
@@ -78,19 +71,13 @@ void CCatalogueView::RenameCategory() {
 }
 
 void CCatalogueView::RenameItems() {
-    if (!m_model->NameOf(m_tree->currentIndex()).isEmpty()) {
-        EditLabel();
-    } else if (m_model->rowCount({}) == 0) {
+    if (!m_browser->ItemName().isEmpty()) {
+        m_browser->EditLabel();
+    } else if (!m_browser->HasCategories()) {
         ShowMessage(Text(m_texts.noNames));
     } else {
         ShowMessage(Text(m_texts.noNameSelected));
     }
-}
-
-void CCatalogueView::EditLabel() {
-    RaiseInputPanel();
-    m_tree->setFocus();
-    m_tree->edit(m_tree->currentIndex());
 }
 
 void CCatalogueView::EndLabelEdit(qint32 categoryId, const QString& name, const QString& typed) {
@@ -101,45 +88,33 @@ void CCatalogueView::EndLabelEdit(qint32 categoryId, const QString& name, const 
         renamed = m_rules.RenameItems(categoryId, name, typed);
     }
     // Also after a failure, which may have come half way.
-    FillTree();
-    SelectInTree(categoryId, renamed.isEmpty() ? name : renamed);
+    m_browser->Reload(categoryId, renamed.isEmpty() ? name : renamed);
 }
 
 void CCatalogueView::DeleteCategory() {
-    const QModelIndex current = m_tree->currentIndex();
-    const qint32 categoryId =
-        CCategoryTreeModel::IsCategory(current) ? m_model->CategoryOf(current) : -1;
-    const CPositionRange range = Items().RangeOf(categoryId).value_or(CPositionRange{});
-    const int row = current.row();
+    const int row = m_browser->CategoryRow();
+    const qint32 categoryId = row < 0 ? -1 : m_browser->CategoryId();
+    const CPositionRange range =
+        Database().Items(m_texts.kind).RangeOf(categoryId).value_or(CPositionRange{});
     if (m_rules.DeleteCategory(categoryId)) {
         CFindState& find = State().find;
         NoteDeleted(find, std::clamp(find.next - range.first, 0, range.count));
     }
     // The one that takes its place, or the last. A category may have lost its items and stayed.
-    FillTree();
-    const QSignalBlocker quiet(m_tree->selectionModel());
-    m_tree->setCurrentIndex(m_model->index(std::min(row, m_model->rowCount({}) - 1), 0, {}));
-    FillList();
-    PlaceRenameKey();
+    if (row >= 0) {
+        m_browser->ReloadAt(row);
+    }
 }
 
 void CCatalogueView::NewItem() {
-    const qint32 categoryId = m_model->CategoryOf(m_tree->currentIndex());
+    const qint32 categoryId = m_browser->CategoryId();
     if (m_rules.MayAddItem(categoryId) && EditItem(-1, categoryId) == EEdited::Failed) {
         ShowMessage(Text(m_texts.cannotAdd));
     }
 }
 
-CCatalogueRules::Entries CCatalogueView::Selected() const {
-    CCatalogueRules::Entries selected;
-    for (const int row : m_list->SelectedRows()) {
-        selected.push_back(m_entries[static_cast<size_t>(row)]);
-    }
-    return selected;
-}
-
 void CCatalogueView::EditSelected() {
-    const CCatalogueRules::Entries selected = Selected();
+    const CCatalogueRules::Entries selected = m_browser->Selected();
     if (m_rules.MayEdit(selected) &&
         EditItem(selected.front().position, selected.front().categoryId) == EEdited::Failed) {
         ShowMessage(Text(m_texts.cannotUpdate));
@@ -147,8 +122,8 @@ void CCatalogueView::EditSelected() {
 }
 
 void CCatalogueView::DeleteSelected() {
-    const CCatalogueRules::Entries selected = Selected();
-    const int focused = std::max(0, m_list->currentIndex().row());
+    const CCatalogueRules::Entries selected = m_browser->Selected();
+    const int focused = std::max(0, m_browser->List()->currentIndex().row());
     const int deleted = m_rules.Delete(selected);
     if (deleted == 0) {
         return;
@@ -160,24 +135,24 @@ void CCatalogueView::DeleteSelected() {
             selected, [&](const auto& entry) { return entry.position < find.next; });
         NoteDeleted(find, static_cast<int>(inFront));
     }
-    Reload();
-    m_list->SelectRow(focused);
+    m_browser->Reload();
+    m_browser->List()->SelectRow(focused);
 }
 
 void CCatalogueView::MoveSelected() {
-    const CCatalogueRules::Entries selected = Selected();
+    const CCatalogueRules::Entries selected = m_browser->Selected();
     const std::vector<CCategoryEntry> targets = m_rules.MoveTargets(selected);
     if (targets.empty()) {
         return;
     }
     CCategoryPickDialog dialog(Text(m_texts.movePickerTitle), targets, this);
     if (dialog.exec() == QDialog::Accepted && m_rules.Move(selected, dialog.GetCategory()) > 0) {
-        Reload();
+        m_browser->Reload();
     }
 }
 
 void CCatalogueView::DuplicateSelected() {
-    const int position = m_rules.Duplicate(Selected());
+    const int position = m_rules.Duplicate(m_browser->Selected());
     if (position >= 0) {
         ShowStored(position);
     }
@@ -212,10 +187,10 @@ void CCatalogueView::ShowFound(int position) {
         return;
     }
     CCategoryListEntry entry{};
-    if (!ReadEntry(position, entry)) {
+    if (!m_browser->ReadEntry(position, entry)) {
         ShowMessage(Text(m_texts.cannotLoad));
         return;
     }
-    SelectItem(position);
-    m_list->setFocus();
+    m_browser->SelectItem(position);
+    m_browser->List()->setFocus();
 }

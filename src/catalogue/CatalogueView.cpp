@@ -1,35 +1,21 @@
 #include "catalogue/CatalogueView.h"
 
 #include <QAction>
-#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
-#include <QScrollBar>
-#include <QSplitter>
 #include <QStackedWidget>
 #include <QStyle>
 #include <QTreeView>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "catalogue/CatalogueKinds.h"
-#include "catalogue/CategoryTreeModel.h"
-#include "controls/InputPanel.h"
 #include "controls/ReportList.h"
 #include "diary/PaintedIcons.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Narrower views put the list below the tree.
-constexpr int kNarrowWidth = 480;
-constexpr int kWhole = 1000;
-/// The name's share of what both texts have of the list.
-constexpr int kNameShare = 450;
-/// Splitter handle and frame, for which fixed columns leave room.
-constexpr int kListFrame = 10;
-
 /// The windows of the catalogue, each reached from the others.
 struct CCatalogueWindow {
     EFrameCommand command;
@@ -50,30 +36,17 @@ CCatalogueView::CCatalogueView(CVelmoraDoc& doc, const CCatalogueTexts& texts, Q
       m_texts(texts),
       m_rules(doc.Database(), texts.kind),
       m_pages(new QStackedWidget),
-      m_splitter(new QSplitter),
-      m_tree(new QTreeView),
-      m_model(
-          new CCategoryTreeModel(doc.Database(), texts.kind, texts.renameItems != nullptr, this)),
-      m_list(new CReportList(Text(KindOf(texts.kind).plural))),
-      m_namesInTree(CatalogueLayoutOf(texts.kind).namesType) {
+      m_browser(new CCatalogueBrowser(doc, m_rules, texts)) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pages);
     MakeActions();
-    MakeTree();
-    MakeList();
-    m_splitter->setChildrenCollapsible(false);
-    m_splitter->addWidget(m_tree);
-    m_splitter->addWidget(m_list);
-    connect(m_splitter, &QSplitter::splitterMoved, this, [this] {
-        const QList<int> sizes = m_splitter->sizes();
-        State().splitterPerMille = sizes[0] * kWhole / std::max(1, sizes[0] + sizes[1]);
-    });
-    m_pages->addWidget(m_splitter);
+    ConnectBrowser();
+    m_pages->addWidget(m_browser);
     m_emptyPage = MakeEmptyPage();
     m_pages->addWidget(m_emptyPage);
-    setFocusProxy(m_tree);
-    m_tree->setFocus();
+    setFocusProxy(m_browser->Tree());
+    m_browser->Tree()->setFocus();
 }
 
 CCatalogueView::~CCatalogueView() = default;
@@ -129,11 +102,13 @@ void CCatalogueView::MakeActions() {
     }
     m_actions[kNewItem]->setIcon(AddIcon(palette().color(QPalette::ButtonText)));
     // These keys mean something else while a label is edited and outside their own widget.
-    for (const auto& [command, widget] : {std::pair<ECommand, QWidget*>{kRenameCategory, m_tree},
-                                          {kRenameItems, m_tree},
-                                          {kDeleteCategory, m_tree},
-                                          {kEditItem, m_list},
-                                          {kDeleteItems, m_list}}) {
+    QWidget* tree = m_browser->Tree();
+    QWidget* list = m_browser->List();
+    for (const auto& [command, widget] : {std::pair(kRenameCategory, tree),
+                                          {kRenameItems, tree},
+                                          {kDeleteCategory, tree},
+                                          {kEditItem, list},
+                                          {kDeleteItems, list}}) {
         if (QAction* action = m_actions[command]) {
             removeAction(action);
             action->setShortcutContext(Qt::WidgetShortcut);
@@ -158,57 +133,32 @@ void CCatalogueView::CloseView() {
 }
 
 void CCatalogueView::PlaceRenameKey() {
-    const bool isName = !m_model->NameOf(m_tree->currentIndex()).isEmpty();
+    const bool isName = !m_browser->ItemName().isEmpty();
     m_actions[kRenameCategory]->setShortcut(isName ? QKeySequence() : QKeySequence(Qt::Key_F2));
     if (QAction* renameItems = m_actions[kRenameItems]) {
         renameItems->setShortcut(isName ? QKeySequence(Qt::Key_F2) : QKeySequence());
     }
 }
 
-void CCatalogueView::MakeTree() {
-    m_tree->setObjectName(u"categories"_s);
-    m_tree->setAccessibleName(u"Categories"_s);
-    m_tree->setModel(m_model);
-    m_tree->setHeaderHidden(true);
-    m_tree->setUniformRowHeights(true);
-    m_tree->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_tree->setExpandsOnDoubleClick(true);
-    m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            &CCatalogueView::FillList);
-    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
+void CCatalogueView::ConnectBrowser() {
+    connect(m_browser, &CCatalogueBrowser::TreeRead, this,
+            [this] { m_pages->setCurrentIndex(m_browser->HasCategories() ? 0 : 1); });
+    connect(m_browser, &CCatalogueBrowser::TreeSelectionChanged, this,
             &CCatalogueView::PlaceRenameKey);
-    connect(m_tree, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
-        ShowMenu(m_tree->viewport(), at,
+    connect(m_browser, &CCatalogueBrowser::LabelTyped, this, &CCatalogueView::EndLabelEdit);
+    QTreeView* tree = m_browser->Tree();
+    connect(tree, &QWidget::customContextMenuRequested, this, [this, tree](const QPoint& at) {
+        ShowMenu(tree->viewport(), at,
                  {kNewCategory, kRenameCategory, kDeleteCategory, kCommandCount, kRenameItems,
                   kNewItem, kCommandCount, kImport, kExport});
     });
-    // The editor is still at work when its text arrives, and the answer replaces the tree.
-    connect(m_model, &CCategoryTreeModel::LabelTyped, this, &CCatalogueView::EndLabelEdit,
-            Qt::QueuedConnection);
-    connect(m_tree->itemDelegate(), &QAbstractItemDelegate::closeEditor, this, &LowerInputPanel);
-}
-
-void CCatalogueView::MakeList() {
-    m_list->setObjectName(u"items"_s);
-    m_list->SetColumns(CatalogueLayoutOf(m_texts.kind).namesType ? QStringList{u"Name"_s, u"Type"_s}
-                                                                 : QStringList{u"Name"_s});
-    m_list->header()->setSectionResizeMode(0, QHeaderView::Interactive);
-    m_list->header()->setStretchLastSection(true);
-    connect(m_list, &QAbstractItemView::activated, this, &CCatalogueView::EditSelected);
-    connect(m_list, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
-        ShowMenu(m_list->viewport(), at,
+    CReportList* list = m_browser->List();
+    connect(list, &QAbstractItemView::activated, this, &CCatalogueView::EditSelected);
+    connect(list, &QWidget::customContextMenuRequested, this, [this, list](const QPoint& at) {
+        ShowMenu(list->viewport(), at,
                  {kNewItem, kEditItem, kDeleteItems, kMoveItems, kDuplicateItem, kCommandCount,
                   kFind, kFindNext});
     });
-}
-
-void CCatalogueView::AddColumn(const QString& title, const QString& widest,
-                               std::function<QString(const CCategoryListEntry&)> text) {
-    constexpr int kCellMargins = 12;
-    m_list->SetColumns({u"Name"_s, u"Type"_s, title});
-    m_addedText = std::move(text);
-    m_addedWidth = m_list->fontMetrics().horizontalAdvance(widest) + kCellMargins;
 }
 
 QWidget* CCatalogueView::MakeEmptyPage() {
@@ -267,28 +217,7 @@ std::vector<QAction*> CCatalogueView::ToolButtons() {
 }
 
 void CCatalogueView::DataChanged() {
-    Reload();
-}
-
-void CCatalogueView::SetSplitterPerMille(int perMille) {
-    State().splitterPerMille = perMille;
-    const int length =
-        m_splitter->orientation() == Qt::Horizontal ? m_splitter->width() : m_splitter->height();
-    m_splitter->setSizes({length * perMille / kWhole, length * (kWhole - perMille) / kWhole});
-}
-
-void CCatalogueView::resizeEvent(QResizeEvent* event) {
-    CMainView::resizeEvent(event);
-    const Qt::Orientation wanted = width() < kNarrowWidth ? Qt::Vertical : Qt::Horizontal;
-    m_splitter->setOrientation(wanted);
-    m_splitter->resize(size());
-    SetSplitterPerMille(State().splitterPerMille);
-    const int listWidth =
-        wanted == Qt::Vertical ? width() : width() * (kWhole - State().splitterPerMille) / kWhole;
-    const int textsWidth = listWidth - m_addedWidth - (m_addedText ? kListFrame : 0);
-    const int nameWidth = textsWidth * kNameShare / kWhole;
-    // The last column takes what is left.
-    m_list->SetColumnWidths({nameWidth, m_addedText ? textsWidth - nameWidth : 0, 0});
+    m_browser->Reload();
 }
 
 void CCatalogueView::ShowMenu(QWidget* widget, const QPoint& at,
@@ -307,114 +236,7 @@ void CCatalogueView::ShowMenu(QWidget* widget, const QPoint& at,
     menu.exec(widget->mapToGlobal(at));
 }
 
-void CCatalogueView::Reload() {
-    const QModelIndex current = m_tree->currentIndex();
-    const qint32 categoryId = m_model->CategoryOf(current);
-    const QString name = m_model->NameOf(current);
-    const std::vector<int> rows = m_list->SelectedRows();
-    FillTree();
-    SelectInTree(categoryId, name);
-    if (!rows.empty()) {
-        m_list->SelectRow(rows.front());
-    }
-}
-
-/// Opens what was open, and stays where it was scrolled to.
-void CCatalogueView::FillTree() {
-    std::vector<qint32> open;
-    for (int row = 0; row < m_model->rowCount({}); ++row) {
-        const QModelIndex category = m_model->index(row, 0, {});
-        if (m_tree->isExpanded(category)) {
-            open.push_back(m_model->CategoryOf(category));
-        }
-    }
-    const int scrolled = m_tree->verticalScrollBar()->value();
-    {
-        const QSignalBlocker quiet(m_tree->selectionModel());
-        m_model->Reload(m_namesInTree);
-    }
-    for (const qint32 categoryId : open) {
-        m_tree->expand(m_model->IndexOf(categoryId));
-    }
-    m_tree->doItemsLayout();
-    m_tree->verticalScrollBar()->setValue(scrolled);
-    m_pages->setCurrentIndex(m_model->rowCount({}) > 0 ? 0 : 1);
-}
-
-/// The first category stands in for one that is not there.
-void CCatalogueView::SelectInTree(qint32 categoryId, const QString& name) {
-    QModelIndex index = m_model->IndexOf(categoryId, name);
-    if (!index.isValid()) {
-        index = m_model->index(0, 0, {});
-    }
-    if (index == m_tree->currentIndex()) {
-        FillList();
-    } else {
-        m_tree->setCurrentIndex(index);
-    }
-}
-
-void CCatalogueView::FillList() {
-    const QModelIndex current = m_tree->currentIndex();
-    const QString name = m_model->NameOf(current);
-    const qint32 categoryId = m_model->CategoryOf(current);
-    m_entries = name.isEmpty() ? Database().FillCategoryList(m_texts.kind, categoryId)
-                               : m_rules.ItemsOfName(categoryId, name);
-    ShowEntries();
-}
-
-void CCatalogueView::ShowEntries() {
-    m_addedCells.clear();
-    if (m_addedText) {
-        std::ranges::transform(m_entries, std::back_inserter(m_addedCells), m_addedText);
-    }
-    m_list->SetRows({static_cast<int>(m_entries.size()),
-                     [this](int row, int column) {
-                         const CCategoryListEntry& entry = m_entries[static_cast<size_t>(row)];
-                         if (column > 1) {
-                             return m_addedCells[row];
-                         }
-                         return column == 0 ? entry.name : entry.type;
-                     },
-                     {}});
-}
-
-void CCatalogueView::SelectItem(int position) {
-    CCategoryListEntry entry{};
-    if (!ReadEntry(position, entry)) {
-        return;
-    }
-    const QModelIndex current = m_tree->currentIndex();
-    const bool isShown =
-        m_model->CategoryOf(current) == entry.categoryId &&
-        (m_model->NameOf(current).isEmpty() || m_model->NameOf(current) == entry.name);
-    if (!isShown) {
-        SelectInTree(entry.categoryId, QString());
-    }
-    const auto place = [this, position] {
-        return std::ranges::find(m_entries, position, &CCategoryListEntry::position);
-    };
-    if (place() == m_entries.end()) {
-        SelectInTree(entry.categoryId, entry.name);
-    }
-    if (place() == m_entries.end()) {
-        // A full list leaves it out, and no name stands for it in the tree.
-        m_entries = {entry};
-        ShowEntries();
-    }
-    m_list->SelectRow(static_cast<int>(place() - m_entries.begin()));
-}
-
 void CCatalogueView::ShowStored(int position) {
-    Reload();
-    SelectItem(position);
-}
-
-bool CCatalogueView::ReadEntry(int position, CCategoryListEntry& entry) {
-    CCatalogueItem item(m_texts.kind);
-    if (position < 0 || !Items().ReadQuietly(position, item)) {
-        return false;
-    }
-    entry = {position, item.GetCategoryId(), item.GetName(), item.GetType()};
-    return true;
+    m_browser->Reload();
+    m_browser->SelectItem(position);
 }

@@ -5,7 +5,6 @@
 CComposedMainView::CComposedMainView(CVelmoraDoc& doc, const CCatalogueTexts& texts,
                                      QWidget* parent)
     : CCatalogueView(doc, texts, parent), m_kind(texts.kind) {
-    SetSplitterPerMille(GetSplitterPerMille());
     CComposedMainView::DataChanged();
 }
 

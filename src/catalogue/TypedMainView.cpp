@@ -8,7 +8,7 @@ CTypedMainView::CTypedMainView(CVelmoraDoc& doc, const CCatalogueTexts& texts, Q
     : CCatalogueView(doc, texts, parent),
       m_kind(texts.kind),
       m_settings(CCatalogueViewSettings::Load(doc.Database(), m_kind)) {
-    SetSplitterPerMille(m_settings.splitterPerMille);
+    Browser().SetSplitterPerMille(m_settings.splitterPerMille);
 }
 
 void CTypedMainView::StoreLayout() {
@@ -27,7 +27,7 @@ void CTypedMainView::SaveSettings() {
 
 void CTypedMainView::DataChanged() {
     m_settings = CCatalogueViewSettings::Load(Database(), m_kind);
-    SetNamesInTree(m_settings.namesInTree);
+    Browser().SetNamesInTree(m_settings.namesInTree);
     CCatalogueView::DataChanged();
 }
 

@@ -7,8 +7,8 @@ using namespace Qt::StringLiterals;
 
 CExlibMainView::CExlibMainView(CVelmoraDoc& doc, QWidget* parent)
     : CTypedMainView(doc, kExercisesTexts, parent) {
-    AddColumn(u"Energy"_s, u"00.00 kcal/min"_s,
-              [this](const CCategoryListEntry& entry) { return EnergyText(entry); });
+    Browser().AddColumn(u"Energy"_s, u"00.00 kcal/min"_s,
+                        [this](const CCategoryListEntry& entry) { return EnergyText(entry); });
     DataChanged();
 }
 
@@ -22,7 +22,7 @@ QString CExlibMainView::EnergyText(const CCategoryListEntry& entry) {
 CExlibMainView::EEdited CExlibMainView::EditItem(int position, qint32 categoryId) {
     CExerciseItem item;
     item.SetCategoryId(categoryId);
-    if (const CCatalogueRules::Entries selected = Selected(); !selected.empty()) {
+    if (const CCatalogueRules::Entries selected = Browser().Selected(); !selected.empty()) {
         item.SetName(selected.front().name);
     }
     return EditWith<CExlibEditDialog>(Database().Exlib(), position, item);
