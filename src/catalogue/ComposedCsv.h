@@ -55,9 +55,3 @@ class CComposedCsv : public CCsvLayout {
     COwner m_owner;
     QSet<qint32> m_taken;  ///< menus or recipes that this run has added or replaced
 };
-
-/// Instructions as one field of a line: CR and LF as "\r" and "\n". A quote that would end the
-/// field or be dropped at its ends becomes "\q", a blank or tab that would be trimmed "\s" or
-/// "\t"; a backslash before one of these letters or before another backslash is doubled.
-QString EscapedInstructions(const QString& text);
-QString UnescapedInstructions(QStringView field);

@@ -1,5 +1,7 @@
 // Menus and recipes as files: what is written, what is read, and the column between the two.
-#include "catalogue/ComposedCsv.h"
+#include "catalogue/CsvExchange.h"
+#include "catalogue/CsvFields.h"
+#include "catalogue/InstructionsField.h"
 #include "support/ComposedSamples.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
