@@ -3,6 +3,8 @@
 #include <QSet>
 #include <algorithm>
 
+#include "catalogue/CategoryItems.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -234,26 +236,15 @@ int CCatalogueRules::Duplicate(const Entries& selected) {
 
 /// Every record of the category is looked at once, whatever the number of copies.
 QString CCatalogueRules::FreeCopyText(const CCatalogueItem& item) {
-    const CCatalogueLayout& numbers = CatalogueLayoutOf(m_texts.kind);
-    const int number = m_namesType ? numbers.type : numbers.name;
     QSet<QString> taken;
-    Items().ForEachFrom(
-        Items().FirstPositionOf(item.GetCategoryId()),
-        [&](int, PropertyList& properties) {
-            if (std::ssize(properties) != numbers.layout.Count()) {
-                return !IsBehindItems(properties);
-            }
-            if (properties[0] != PropertyValue(item.GetCategoryId())) {
-                return false;
-            }
-            const auto* name = std::get_if<QString>(&properties[numbers.name]);
-            const auto* text = std::get_if<QString>(&properties[number]);
-            if (text != nullptr && (!m_namesType || (name != nullptr && *name == item.GetName()))) {
-                taken.insert(*text);
-            }
-            return true;
-        },
-        numbers.type + 1);
+    ForEachItemOf(m_database, m_texts.kind, item.GetCategoryId(),
+                  [&](int, const QString& name, const QString& type) {
+                      if (!m_namesType) {
+                          taken.insert(name);
+                      } else if (name == item.GetName()) {
+                          taken.insert(type);
+                      }
+                  });
     const QString original = m_namesType ? item.GetType() : item.GetName();
     CCatalogueItem candidate(m_texts.kind);
     for (int copy = 1; copy <= kMostCopies; ++copy) {
@@ -299,23 +290,13 @@ QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
 }
 
 CCatalogueRules::Entries CCatalogueRules::ItemsOfName(qint32 categoryId, const QString& name) {
-    const CCatalogueLayout& numbers = CatalogueLayoutOf(m_texts.kind);
     Entries entries;
-    Items().ForEachFrom(
-        Items().FirstPositionOf(categoryId),
-        [&](int position, PropertyList& properties) {
-            if (std::ssize(properties) != numbers.layout.Count()) {
-                return !IsBehindItems(properties);
-            }
-            if (properties[0] == PropertyValue(categoryId) &&
-                properties[numbers.name] == PropertyValue(name)) {
-                const auto* type = std::get_if<QString>(&properties[numbers.type]);
-                entries.push_back(
-                    {position, categoryId, name, type != nullptr ? *type : QString()});
-            }
-            return properties[0] == PropertyValue(categoryId);
-        },
-        numbers.type + 1);
+    ForEachItemOf(m_database, m_texts.kind, categoryId,
+                  [&](int position, const QString& found, const QString& type) {
+                      if (found == name) {
+                          entries.push_back({position, categoryId, name, type});
+                      }
+                  });
     std::ranges::stable_sort(entries, [](const auto& left, const auto& right) {
         return left.type.compare(right.type, Qt::CaseInsensitive) < 0;
     });

@@ -1,5 +1,7 @@
 #include "catalogue/ExistingItems.h"
 
+#include "catalogue/CategoryItems.h"
+
 CExistingItems::CExistingItems(CDatabase& database, ECatalogueKind kind)
     : m_database(database), m_kind(kind), m_numbers(CatalogueLayoutOf(kind)), m_scratch(kind) {}
 
@@ -32,26 +34,12 @@ CExistingItems::CIndex& CExistingItems::IndexOf(qint32 categoryId) {
         return *known;
     }
     CIndex& index = m_indexes[categoryId];
-    CItemDatabaseBase& items = m_database.Items(m_kind);
-    const int first = items.FirstPositionOf(categoryId);
-    items.ForEachFrom(
-        first,
-        [&](int position, PropertyList& properties) {
-            if (std::ssize(properties) != m_numbers.layout.Count()) {
-                return !IsBehindItems(properties);
-            }
-            if (properties[0] != PropertyValue(categoryId)) {
-                return false;
-            }
-            index.count = position - first;  // records that cannot be read keep their places
-            const auto* name = std::get_if<QString>(&properties[m_numbers.name]);
-            const auto* type = std::get_if<QString>(&properties[m_numbers.type]);
-            if (name != nullptr && type != nullptr) {
-                Enter(index, HashOf(*name, *type));
-            }
-            return true;
-        },
-        m_numbers.type + 1);
+    const int first = m_database.Items(m_kind).FirstPositionOf(categoryId);
+    ForEachItemOf(m_database, m_kind, categoryId,
+                  [&](int position, const QString& name, const QString& type) {
+                      index.count = position - first;  // records of no use keep their places
+                      Enter(index, HashOf(name, type));
+                  });
     return index;
 }
 
