@@ -51,15 +51,16 @@ CCatalogueView::CCatalogueView(CVelmoraDoc& doc, const CCatalogueTexts& texts, Q
 
 CCatalogueView::~CCatalogueView() = default;
 
+struct CCatalogueView::CCommand {
+    const char* text;  ///< null where the kind has no such command
+    QKeySequence shortcut;
+    void (CCatalogueView::*run)();
+    const char* tip = nullptr;
+    const char* iconName = nullptr;
+    QStyle::StandardPixmap icon = QStyle::SP_CustomBase;
+};
+
 void CCatalogueView::MakeActions() {
-    struct CCommand {
-        const char* text;  ///< null where the kind has no such command
-        QKeySequence shortcut;
-        void (CCatalogueView::*run)();
-        const char* tip = nullptr;
-        const char* iconName = nullptr;
-        QStyle::StandardPixmap icon = QStyle::SP_CustomBase;
-    };
     using View = CCatalogueView;
     const std::array<CCommand, kCommandCount> commands = {{
         {m_texts.importItems, {}, &View::Import},
@@ -81,27 +82,31 @@ void CCatalogueView::MakeActions() {
          QStyle::SP_ArrowDown},
     }};
     for (size_t i = 0; i < commands.size(); ++i) {
-        const CCommand& command = commands[i];
-        if (command.text == nullptr) {
-            continue;
-        }
-        auto* action = new QAction(Text(command.text), this);
-        action->setObjectName(Text(command.text).remove(u"..."_s));
-        action->setShortcut(command.shortcut);
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        if (command.tip != nullptr) {
-            action->setToolTip(Text(command.tip));
-        }
-        if (command.iconName != nullptr) {
-            action->setIcon(QIcon::fromTheme(Text(command.iconName),
-                                             style()->standardIcon(command.icon, nullptr, this)));
-        }
-        connect(action, &QAction::triggered, this, command.run);
-        addAction(action);
-        m_actions[i] = action;
+        m_actions[i] = commands[i].text == nullptr ? nullptr : MakeAction(commands[i]);
     }
     m_actions[kNewItem]->setIcon(AddIcon(palette().color(QPalette::ButtonText)));
-    // These keys mean something else while a label is edited and outside their own widget.
+    LeaveKeysToPanes();
+    MakeWindowActions();
+}
+
+QAction* CCatalogueView::MakeAction(const CCommand& command) {
+    auto* action = new QAction(Text(command.text), this);
+    action->setObjectName(Text(command.text).remove(u"..."_s));
+    action->setShortcut(command.shortcut);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    if (command.tip != nullptr) {
+        action->setToolTip(Text(command.tip));
+    }
+    if (command.iconName != nullptr) {
+        action->setIcon(QIcon::fromTheme(Text(command.iconName),
+                                         style()->standardIcon(command.icon, nullptr, this)));
+    }
+    connect(action, &QAction::triggered, this, command.run);
+    addAction(action);
+    return action;
+}
+
+void CCatalogueView::LeaveKeysToPanes() {
     QWidget* tree = m_browser->Tree();
     QWidget* list = m_browser->List();
     for (const auto& [command, widget] : {std::pair(kRenameCategory, tree),
@@ -115,6 +120,9 @@ void CCatalogueView::MakeActions() {
             widget->addAction(action);
         }
     }
+}
+
+void CCatalogueView::MakeWindowActions() {
     for (const auto& [command, text, kind] : kCatalogueWindows) {
         if (kind == m_texts.kind) {
             continue;

@@ -61,7 +61,13 @@ class CCatalogueView : public CMainView {
         kCommandCount
     };
 
+    struct CCommand;
+
     void MakeActions();
+    QAction* MakeAction(const CCommand& command);
+    /// Some keys mean something else while a label is edited and outside their own pane.
+    void LeaveKeysToPanes();
+    void MakeWindowActions();
     void ConnectBrowser();
     QWidget* MakeEmptyPage();
     QString Text(const char* text) const { return QString::fromLatin1(text); }
