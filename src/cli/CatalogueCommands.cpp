@@ -6,9 +6,8 @@
 #include "catalogue/RecipeText.h"
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
-#include "cli/TableOutput.h"
+#include "cli/ItemOutput.h"
 #include "platform/Messages.h"
-#include "platform/NumberText.h"
 
 #include <QHash>
 #include <algorithm>
@@ -36,10 +35,6 @@ constexpr COptionDescription kFindTyped[] = {{"--type", true, false}};
 
 const CCatalogueTexts& TextsOf(const CCommandContext& context) {
     return CatalogueTextsOf(context.kind);
-}
-
-bool NamesType(const CCommandContext& context) {
-    return CatalogueLayoutOf(context.kind).namesType;
 }
 
 /// The item that --category, --name and --type name; nothing after a message.
@@ -83,38 +78,6 @@ bool Export(CCommandContext& context) {
                                context.arguments.Word(0));
 }
 
-/// The header of a table of items.
-void PrintItemHeader(const CCommandContext& context) {
-    QStringList cells = {u"category"_s, u"name"_s};
-    if (NamesType(context)) {
-        cells.append(u"type"_s);
-    }
-    if (context.kind == ECatalogueKind::Exercises) {
-        cells.append({u"kcal_per_minute"_s, u"met"_s});
-    }
-    PrintRow(cells);
-}
-
-/// One row of it. False after the message when the item cannot be read.
-bool PrintItem(const CCommandContext& context, const QString& category, const QString& name,
-               const QString& type, int position) {
-    QStringList cells = {category, name};
-    if (NamesType(context)) {
-        cells.append(type);
-    }
-    if (context.kind == ECatalogueKind::Exercises) {
-        CExerciseItem exercise;
-        if (!context.doc.Database().Exlib().Read(position, exercise)) {
-            ShowMessage(QString::fromLatin1(TextsOf(context).cannotLoad));
-            return false;
-        }
-        cells.append({ShortestNumber(exercise.GetEnergyRateKcalPerMinute()),
-                      ShortestNumber(exercise.GetMet())});
-    }
-    PrintRow(cells);
-    return true;
-}
-
 bool List(CCommandContext& context) {
     CDatabase& database = context.doc.Database();
     std::vector<CCategoryEntry> categories = database.ListCategories(context.kind);
@@ -125,11 +88,11 @@ bool List(CCommandContext& context) {
         }
         categories = {*only};
     }
-    PrintItemHeader(context);
+    PrintItemHeader(context.kind);
     for (const CCategoryEntry& category : categories) {
         for (const CCategoryListEntry& item :
              database.FillCategoryList(context.kind, category.id)) {
-            if (!PrintItem(context, category.name, item.name, item.type, item.position)) {
+            if (!PrintItem(context, category.name, item)) {
                 return false;
             }
         }
@@ -137,70 +100,9 @@ bool List(CCommandContext& context) {
     return true;
 }
 
-void PrintNutrients(const CNutrientItem& item) {
-    for (int i = 0; i < kNutrientCount; ++i) {
-        PrintRow({QLatin1StringView(NutrientNamesOf(i).csvName),
-                  ShortestNumber(item.GetNutrientValue(i))});
-    }
-}
-
-void PrintFood(const CFoodItem& food) {
-    PrintRow({u"type"_s, food.GetType()});
-    PrintNutrients(food);
-    for (int i = 0; i < kServingCount; ++i) {
-        PrintRow({u"Serving size %1"_s.arg(i + 1), food.GetServingName(i)});
-        PrintRow({u"Serving weight %1"_s.arg(i + 1), ShortestNumber(food.GetServingWeight(i))});
-    }
-}
-
-void PrintComposed(CCommandContext& context, const CComposedItem& item) {
-    PrintNutrients(item);
-    PrintRow({u"Serving size"_s, item.GetServingName()});
-    PrintRow({u"Number of servings"_s, ShortestNumber(item.GetServingX())});
-    if (context.kind == ECatalogueKind::Recipes) {
-        PrintRow({u"Instructions"_s, item.GetInstructions()});
-    }
-    CComposedItem component(context.kind);
-    int number = 0;
-    for (const int position :
-         context.doc.Database().ComponentPositions(context.kind, item.GetItemId())) {
-        if (!context.doc.Database().Items(context.kind).Read(position, component)) {
-            continue;
-        }
-        const QString prefix = u"Component %1 "_s.arg(++number);
-        PrintRow({prefix + u"kind"_s, KindName(component.GetItemKind())});
-        PrintRow({prefix + u"name"_s, component.GetName()});
-        PrintRow({prefix + u"type"_s, component.GetType()});
-        PrintRow({prefix + u"serving size"_s, component.GetServingName()});
-        PrintRow({prefix + u"number of servings"_s, ShortestNumber(component.GetServingX())});
-        PrintRow({prefix + QLatin1StringView(NutrientNamesOf(kEnergyIndex).csvName),
-                  ShortestNumber(component.GetNutrientValue(kEnergyIndex))});
-    }
-}
-
 bool Show(CCommandContext& context) {
     const auto entry = FindItemArgument(context);
-    if (!entry) {
-        return false;
-    }
-    CFoodItem food;
-    CComposedItem composed(context.kind == ECatalogueKind::Foods ? ECatalogueKind::Menus
-                                                                 : context.kind);
-    const bool isFood = context.kind == ECatalogueKind::Foods;
-    CItemRecord& item = isFood ? static_cast<CItemRecord&>(food) : composed;
-    if (!context.doc.Database().Items(context.kind).Read(entry->position, item)) {
-        ShowMessage(QString::fromLatin1(TextsOf(context).cannotLoad));
-        return false;
-    }
-    PrintRow({u"field"_s, u"value"_s});
-    PrintRow({u"category"_s, context.arguments.Text("--category")});
-    PrintRow({u"name"_s, entry->name});
-    if (isFood) {
-        PrintFood(food);
-    } else {
-        PrintComposed(context, composed);
-    }
-    return true;
+    return entry && PrintWholeItem(context, context.arguments.Text("--category"), *entry);
 }
 
 bool Find(CCommandContext& context) {
@@ -220,15 +122,16 @@ bool Find(CCommandContext& context) {
     for (const CCategoryEntry& category : database.ListCategories(context.kind)) {
         categories.insert(category.id, category.name);
     }
-    PrintItemHeader(context);
+    PrintItemHeader(context.kind);
     CCatalogueItem item(context.kind);
     while (position >= 0) {
         if (!database.Items(context.kind).Read(position, item)) {
             ShowMessage(QString::fromLatin1(TextsOf(context).cannotLoad));
             return false;
         }
-        if (!PrintItem(context, categories.value(item.GetCategoryId()), item.GetName(),
-                       item.GetType(), position)) {
+        const qint32 categoryId = item.GetCategoryId();
+        if (!PrintItem(context, categories.value(categoryId),
+                       {position, categoryId, item.GetName(), item.GetType()})) {
             return false;
         }
         position = FindNextItem(database, context.kind, name, {type}, position + 1);
@@ -266,9 +169,9 @@ bool Duplicate(CCommandContext& context) {
     if (position < 0 || !context.doc.Database().Items(context.kind).Read(position, copy)) {
         return false;
     }
-    PrintItemHeader(context);
-    return PrintItem(context, context.arguments.Text("--category"), copy.GetName(), copy.GetType(),
-                     position);
+    PrintItemHeader(context.kind);
+    return PrintItem(context, context.arguments.Text("--category"),
+                     {position, copy.GetCategoryId(), copy.GetName(), copy.GetType()});
 }
 
 bool Delete(CCommandContext& context) {
