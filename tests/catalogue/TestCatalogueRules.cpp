@@ -82,47 +82,35 @@ class TestCatalogueRules : public CCatalogueTest {
         QCOMPARE(line, text);
     }
 
-    void aFoodIsRefusedForTheFirstReason_data() {
-        const QStringList none;
-        const QStringList weighed = {u"1 cup"_s, u"240"_s};
-        AddRows<QString, QString, QStringList, bool, bool, QString>({
-            {"name", {}, {}, none, true, false, u"Please enter food name"_s},
-            {"type", u"Milk"_s, u""_s, none, true, false, u"Please enter food type"_s},
-            {"exists", u"Milk"_s, u"whole"_s, none, true, true,
-             u"Food 'Milk, whole' already exists in category 'Dairy'."_s},
-            {"serving", u"Milk"_s, u"dry"_s, none, true, false,
-             u"Please enter at least one serving."_s},
-            {"weight", u"Milk"_s, u"dry"_s, (weighed + QStringList{u"1 tbsp"_s, u"0"_s}), true,
-             false, u"Please enter weight in gm for serving 1 tbsp"_s},
-            {"category", u"Milk"_s, u"dry"_s, weighed, true, false,
-             u"There is no category selected."_s},
-            {"same name, other type", u"Milk"_s, u"dry"_s, weighed, true, true, {}},
-            {"its own double", u"Milk"_s, u"whole"_s, weighed, true, true, {}},
-            {"one serving needs no weight",
-             u"Milk"_s,
-             u"dry"_s,
-             {u"1 cup"_s, u"0"_s},
-             false,
-             true,
-             {}},
-        });
-    }
     void aFoodIsRefusedForTheFirstReason() {
-        const auto& [name, type, servings, weighed, hasCategory, message] =
-            DataRow<QString, QString, QStringList, bool, bool, QString>();
         const qint32 dairy = AddCategory(Database(), u"Dairy"_s);
         QVERIFY(Database().Foods().Write(-1, MakeFood(dairy, u"Milk"_s, u"whole"_s)));
-        CFoodItem food;
-        food.SetCategoryId(hasCategory ? dairy : -1);
-        food.SetName(name);
-        food.SetType(type);
-        for (int i = 0; i < servings.size(); i += 2) {
-            food.SetServingName(i / 2, servings[i]);
-            food.SetServingWeight(i / 2, servings[i + 1].toDouble());
-        }
-        const EServingMode mode = weighed ? EServingMode::Weighed : EServingMode::OneServing;
-        const int position = QTest::currentDataTag() == QByteArray("its own double") ? 0 : -1;
-        QCOMPARE(CheckFood(Database(), food, mode, position).value_or(QString()), message);
+        using CServings = std::vector<std::pair<QString, double>>;
+        const auto refusal = [&, this](qint32 category, const QString& name, const QString& type,
+                                       const CServings& servings, int position = -1,
+                                       EServingMode mode = EServingMode::Weighed) {
+            CFoodItem food = MakeFood(category, name, type);
+            food.SetServingName(0, {});
+            for (size_t i = 0; i < servings.size(); ++i) {
+                food.SetServingName(static_cast<int>(i), servings[i].first);
+                food.SetServingWeight(static_cast<int>(i), servings[i].second);
+            }
+            return CheckFood(Database(), food, mode, position).value_or(u"taken"_s);
+        };
+        const CServings cup = {{u"1 cup"_s, 240}};
+        QCOMPARE(refusal(-1, {}, {}, {}), u"Please enter food name"_s);
+        QCOMPARE(refusal(-1, u"Milk"_s, {}, {}), u"Please enter food type"_s);
+        QCOMPARE(refusal(dairy, u"Milk"_s, u"whole"_s, {}),
+                 u"Food 'Milk, whole' already exists in category 'Dairy'."_s);
+        QCOMPARE(refusal(-1, u"Milk"_s, u"dry"_s, {}), u"Please enter at least one serving."_s);
+        QCOMPARE(refusal(-1, u"Milk"_s, u"dry"_s, {cup[0], {u"1 tbsp"_s, 0}}),
+                 u"Please enter weight in gm for serving 1 tbsp"_s);
+        QCOMPARE(refusal(-1, u"Milk"_s, u"dry"_s, cup), u"There is no category selected."_s);
+        QCOMPARE(refusal(dairy, u"Milk"_s, u"dry"_s, cup), u"taken"_s);
+        QCOMPARE(refusal(dairy, u"Milk"_s, u"whole"_s, cup, 0), u"taken"_s);  // its own double
+        QCOMPARE(
+            refusal(dairy, u"Milk"_s, u"dry"_s, {{u"1 cup"_s, 0}}, -1, EServingMode::OneServing),
+            u"taken"_s);
     }
 
     void findLooksInNameAndTypeWithoutCase_data() {
@@ -142,9 +130,9 @@ class TestCatalogueRules : public CCatalogueTest {
                                                  {u"Buttermilk"_s, u"skimmed"_s}}) {
             QVERIFY(Database().Foods().Write(-1, MakeFood(1, foodName, foodType)));
         }
-        QVERIFY(Database().SaveViewSettings(ECatalogueKind::Foods, CViewSettings()));
-        QCOMPARE(FindNextItem(Database(), ECatalogueKind::Foods, name, {type}, first), found);
-        QCOMPARE(Database().CountItems(ECatalogueKind::Foods), 3);
+        QVERIFY(Database().SaveViewSettings(kFoods, CViewSettings()));
+        QCOMPARE(FindNextItem(Database(), kFoods, name, {type}, first), found);
+        QCOMPARE(Database().CountItems(kFoods), 3);
     }
 
     void init() { MakeVolume(); }

@@ -13,11 +13,6 @@
 #include "support/Clicks.h"
 #include "support/ComposedSamples.h"
 
-namespace {
-constexpr auto kMenus = ECatalogueKind::Menus;
-constexpr auto kRecipes = ECatalogueKind::Recipes;
-}  // namespace
-
 class TestComposedViews : public CDiaryTest {
     Q_OBJECT
 

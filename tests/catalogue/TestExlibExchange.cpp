@@ -6,8 +6,6 @@
 #include "support/Files.h"
 
 namespace {
-constexpr auto kExercises = ECatalogueKind::Exercises;
-
 QByteArray ExerciseFile(const QByteArray& lines) {
     return "<Exercises>\r\n"
            "NDB_No,Category,Exercise name,Exercise type,Energy (MET),Energy (kcal/min)\r\n" +
@@ -20,17 +18,16 @@ class TestExlibExchange : public CExercisesTest {
 
   private slots:
     void linesAreTakenOrSkippedWithOrWithoutAWord_data() {
-        // The line is the third of the file; messages name the next number.
         AddRows<QByteArray, QString>({
             {"MET", "7,Sport,Run,fast,8.5,0", u"Sport/Run/fast/8.5/0"_s},
             {"kcal a minute", "7,Sport,Run,fast,0.000,12.25,", u"Sport/Run/fast/0/12.25"_s},
             {"no number", ",Sport,Run,\"up, down\",8,0,more", u"Sport/Run/up, down/8/0"_s},
             {"no rates", "7,Sport,Run,fast", u"Sport/Run/fast/0/0"_s},
-            {"category", "7,,Run,fast,8,0", u"Invalid category name in line 4. Skipped."_s},
-            {"name", "7,Sport,\"\",fast,8,0", u"Invalid exercise name in line 4. Skipped."_s},
+            {"category", "7,,Run,fast,8,0", u"Invalid category name"_s},
+            {"name", "7,Sport,\"\",fast,8,0", u"Invalid exercise name"_s},
             {"blanks", "7,\" Sport \",Run ,\" fast \",8,0", u"Sport/Run/ fast /8/0"_s},
-            {"type", "7,Sport,Run,\" \",8,0", u"Invalid exercise type in line 4. Skipped."_s},
-            {"2 fields", "7,Sport", u"Invalid exercise name in line 4. Skipped."_s},
+            {"type", "7,Sport,Run,\" \",8,0", u"Invalid exercise type"_s},
+            {"2 fields", "7,Sport", u"Invalid exercise name"_s},
             {"1 field", "7", {}},
             {"blank", "", {}},
             {"header again", "NDB_No,Sport,Run,fast,8,0", {}},
@@ -41,7 +38,8 @@ class TestExlibExchange : public CExercisesTest {
         const QString said = Import(ExerciseFile(line + "\r\n"));
         const bool isTaken = outcome.contains(u'/');
         const bool isError = !isTaken && !outcome.isEmpty();
-        QCOMPARE(said, (isError ? outcome + u'|' : QString()) +
+        // The line is the third of the file; messages name the next number.
+        QCOMPARE(said, (isError ? outcome + u" in line 4. Skipped.|"_s : QString()) +
                            u"Imported %1 exercises."_s.arg(isTaken ? 1 : 0));
         QCOMPARE(Stored(), isTaken ? outcome : QString());
         // A skipped line leaves the category that it names.

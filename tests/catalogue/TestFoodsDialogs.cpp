@@ -47,7 +47,7 @@ class TestFoodsDialogs : public CCatalogueTest {
         for (const auto& [confirms, answer, switched] : rows) {
             CCatalogueViewSettings settings;
             settings.confirmServingChange = confirms;
-            QVERIFY(settings.Save(Database(), ECatalogueKind::Foods));
+            QVERIFY(settings.Save(Database(), kFoods));
             m_messages->answer = answer;
             CFoodEditDialog dialog(*m_doc, m_milk, 0, nullptr);
             Show(dialog);
@@ -145,8 +145,7 @@ class TestFoodsDialogs : public CCatalogueTest {
         QCOMPARE(names[41], u"User defined 8"_s);
         QVERIFY(!m_doc->Preferences().displayed.test(0));
         QVERIFY(m_doc->Preferences().displayed.test(40));
-        const CCatalogueViewSettings settings =
-            CCatalogueViewSettings::Load(Database(), ECatalogueKind::Foods);
+        const CCatalogueViewSettings settings = CCatalogueViewSettings::Load(Database(), kFoods);
         QVERIFY(!settings.confirmServingChange);
         QVERIFY(settings.namesInTree);
         QCOMPARE(settings.splitterPerMille, 400);

@@ -26,6 +26,13 @@ struct COutcome {
     [[nodiscard]] int RowCount() const { return static_cast<int>(output.count(u'\n')) - 1; }
 };
 
+struct CStep {
+    const char* command;
+    int status;
+    const char* output;
+    const char* messages;  ///< null where they do not matter
+};
+
 const auto kAnn =
     u"profile create Ann --sex male --birth 1996-06-01 --height 180 --activity 0 "
     "--start 2026-06-01 --start-weight 80 --goal 2026-09-01 --goal-weight 80 "
@@ -57,6 +64,26 @@ class TestCommandLine : public QObject {
                 QString::fromUtf8(process.readAllStandardOutput()),
                 QString::fromUtf8(process.readAllStandardError())};
     }
+    void Play(std::initializer_list<CStep> steps) const {
+        for (const auto& [command, status, output, messages] : steps) {
+            const COutcome outcome = Run(QString::fromLatin1(command));
+            QVERIFY2(outcome.status == status, command);
+            QCOMPARE(outcome.output, QString::fromLatin1(output));
+            QVERIFY2(messages == nullptr || outcome.messages == QLatin1StringView(messages),
+                     qPrintable(outcome.messages));
+        }
+    }
+    /// Lets a command run for so many milliseconds at the most. True when it was still at work.
+    bool KillWithin(int most, const QString& command) const {
+        QProcess process;
+        Start(process, command);
+        process.waitForFinished(QRandomGenerator::global()->bounded(1, most));
+        const bool isKilled = process.state() == QProcess::Running;
+        process.kill();
+        process.waitForFinished(-1);
+        return isKilled;
+    }
+
   private slots:
     void init() {
         m_folder = std::make_unique<QTemporaryDir>();
@@ -116,38 +143,36 @@ class TestCommandLine : public QObject {
     }
 
     void deletingAProfileNeedsYes() {
-        QCOMPARE(Run(u"profile delete Ann"_s).status, 1);
-        QCOMPARE(Run(u"profile list"_s).RowCount(), 1);
-        QCOMPARE(Run(u"profile delete Ann --yes"_s).status, 0);
-        QCOMPARE(Run(u"profile list"_s).RowCount(), 0);
+        Play({{"profile delete Ann", 1, "", nullptr},
+              {"profile list", 0, "name\nAnn\n", ""},
+              {"profile delete Ann --yes", 0, "", nullptr},
+              {"profile list", 0, "name\n", ""}});
         QCOMPARE(Run(kAnn).status, 0);
     }
 
-    void starterFoodsComeOutAsTheyWentIn() {
-        const QString source = QStringLiteral(VELMORA_STARTER_FOODS);
-        const COutcome imported = Run(u"foods import "_s + source);
-        QCOMPARE(imported.status, 0);
-        const int foods = static_cast<int>(Load(source).count('\n')) - 3;  // marker, header, end
-        QCOMPARE(imported.output, u"Imported %1 foods.\n"_s.arg(foods));
-        QCOMPARE(Run(u"foods export out.csv"_s).status, 0);
-        QCOMPARE(Load(Path(u"out.csv"_s)), Load(source));
-        QCOMPARE(Run(u"foods list"_s).RowCount(), foods);
-        QCOMPARE(Run(u"foods import --existing skip "_s + source).output,
-                 u"Imported 0 foods. Skipped %1 existing foods.\n"_s.arg(foods));
-        QCOMPARE(Run(u"foods import "_s + source).output,
-                 u"Imported %1 foods. Replaced %1 existing foods.\n"_s.arg(foods));
-        QCOMPARE(Run(u"foods import --existing add "_s + source).status, 0);
-        QCOMPARE(Run(u"foods list"_s).RowCount(), 2 * foods);
+    void foodsComeOutAsTheyWentIn_data() {
+        AddRows<QString>({
+            {"starter foods", QStringLiteral(VELMORA_STARTER_FOODS)},
+            {"all foods", QStringLiteral(VELMORA_SHARED_DATA "/usda-foods.csv")},
+        });
     }
-
-    void realFoodsComeOutAsTheyWentIn() {
-        const QString source = QStringLiteral(VELMORA_SHARED_DATA "/usda-foods.csv");
+    void foodsComeOutAsTheyWentIn() {
+        const auto& [source] = DataRow<QString>();
         if (!QFile::exists(source)) {
             QSKIP("the large food file is not here");
         }
-        QCOMPARE(Run(u"foods import "_s + source).output, u"Imported 8789 foods.\n"_s);
+        const int foods = static_cast<int>(Load(source).count('\n')) - 3;  // marker, header, end
+        const auto imported = [&, this](const QString& option) {
+            const COutcome outcome = Run(u"foods import "_s + source + option);
+            return outcome.output + (outcome.status == 0 ? QString() : u"failed"_s);
+        };
+        QCOMPARE(imported({}), u"Imported %1 foods.\n"_s.arg(foods));
         QCOMPARE(Run(u"foods export out.csv"_s).status, 0);
         QVERIFY(Load(Path(u"out.csv"_s)) == Load(source));
+        QCOMPARE(imported(u" --existing skip"_s),
+                 u"Imported 0 foods. Skipped %1 existing foods.\n"_s.arg(foods));
+        QCOMPARE(imported({}), u"Imported %1 foods. Replaced %1 existing foods.\n"_s.arg(foods));
+        QCOMPARE(imported(u" --existing add"_s), u"Imported %1 foods.\n"_s.arg(foods));
     }
 
     void lunchIsScaledAndSetAgainstTheTargets() {
@@ -206,12 +231,7 @@ class TestCommandLine : public QObject {
         Save(Path(u"menus.csv"_s), "<Menus>\r\n" + line("Menu", "") + line("Food", "Soup"));
         Save(Path(u"exercises.csv"_s),
              "<Exercises>\r\n1,Sport,Run,fast,8.5,0\r\n1,Sport,Row,hard,0,9.25\r\n");
-        const struct {
-            const char* command;
-            int status;
-            const char* output;
-            const char* messages;
-        } steps[] = {
+        Play({
             {"categories --kind menus add Feasts", 0, "", ""},
             {"categories add Feasts --kind menus", 1, "", "Category 'Feasts' already exists.\n"},
             {"menus import menus.csv", 0, "Imported 1 menus.\n", nullptr},
@@ -246,15 +266,7 @@ class TestCommandLine : public QObject {
             {"exlib export --category Sport out.csv", 0, "Exported 2 exercises.\n", ""},
             {"exlib import --existing overwrite out.csv", 0,
              "Imported 2 exercises. Replaced 2 existing exercises.\n", ""},
-        };
-        for (const auto& step : steps) {
-            const COutcome outcome = Run(QString::fromLatin1(step.command));
-            QVERIFY2(outcome.status == step.status, step.command);
-            QCOMPARE(outcome.output, QString::fromLatin1(step.output));
-            if (step.messages != nullptr) {
-                QCOMPARE(outcome.messages, QString::fromLatin1(step.messages));
-            }
-        }
+        });
         const COutcome lunch = Run(u"menus show --category Week --name Lunch"_s);
         QCOMPARE(lunch.Value(u"Component 1 name"_s), u"Soup"_s);
         QCOMPARE(lunch.Value(u"Component 1 serving size"_s), u"1 plate"_s);
@@ -274,12 +286,7 @@ class TestCommandLine : public QObject {
             if (left() == 0) {
                 QCOMPARE(Run(u"foods import --existing add many.csv"_s).status, 0);
             }
-            QProcess process;
-            Start(process, u"categories delete Many --kind foods --yes"_s);
-            process.waitForFinished(QRandomGenerator::global()->bounded(1, 40));
-            killed += process.state() == QProcess::Running ? 1 : 0;
-            process.kill();
-            process.waitForFinished(-1);
+            killed += KillWithin(40, u"categories delete Many --kind foods --yes"_s) ? 1 : 0;
             const int rows = left();
             QVERIFY2(rows == 0 || rows == 1000, qPrintable(QString::number(rows)));
         }
@@ -313,12 +320,7 @@ class TestCommandLine : public QObject {
         QCOMPARE(Run(u"foods import "_s + source).status, 0);  // there is always one to export
         int killed = 0;
         for (int round = 0; round < 20; ++round) {
-            QProcess process;
-            Start(process, u"foods import --existing add large.csv"_s);
-            process.waitForFinished(QRandomGenerator::global()->bounded(5, 200));
-            killed += process.state() == QProcess::Running ? 1 : 0;
-            process.kill();
-            process.waitForFinished(-1);
+            killed += KillWithin(200, u"foods import --existing add large.csv"_s) ? 1 : 0;
             QProcess check;
             check.start(u"sqlite3"_s, {Volume(), u"pragma integrity_check"_s});
             if (check.waitForFinished(-1) && QFile::exists(Volume())) {

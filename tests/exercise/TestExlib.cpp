@@ -3,10 +3,6 @@
 
 #include "exercise/ExlibRules.h"
 
-namespace {
-constexpr auto kExercises = ECatalogueKind::Exercises;
-}  // namespace
-
 class TestExlib : public CExercisesTest {
     Q_OBJECT
 

@@ -1,35 +1,29 @@
 // The exercise library's window and its dialogs over a real catalogue.
 #include "ExerciseFixture.h"
+#include "catalogue/CatalogueViewFixture.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
-#include <QTreeView>
 
-#include "controls/ReportList.h"
 #include "exercise/ExlibEditDialog.h"
 #include "exercise/ExlibMainView.h"
 #include "exercise/ExlibPreferencesDialog.h"
-#include "support/Clicks.h"
 
 namespace {
-constexpr auto kExercises = ECatalogueKind::Exercises;
-
 QLineEdit* Field(const QWidget& dialog, const char* name) {
     return Find<QComboBox>(dialog, name)->lineEdit();
 }
 }  // namespace
 
-class TestExlibView : public CExercisesTest {
+class TestExlibView : public CCatalogueViewTest {
     Q_OBJECT
 
   private slots:
     void energyStandsBehindNameAndType() {
         QCOMPARE(Listed(), u"Row, hard, |Run, fast, 12.50 kcal/min|Run, slow, 8.00"_s);
         m_doc->Settings().preferences.energyUnit = EEnergyUnit::KJ;
-        m_tree->expandAll();
-        m_tree->setCurrentIndex(m_tree->model()->index(1, 0, m_tree->model()->index(0, 0)));
+        m_tree->setCurrentIndex(Node(0, 1));
         QCOMPARE(Listed(), u"Run, fast, 52.25 kJ/min|Run, slow, 8.00"_s);  // 12.5 x 4.18
         for (const int width : {240, 700}) {
             m_view->resize(width, 320);
@@ -50,7 +44,7 @@ class TestExlibView : public CExercisesTest {
         });
         Trigger("New exercise");
         QCOMPARE(Listed().section(u'|', 2), u"Run, slow, 8.00|Run, uphill, 9.00 kcal/min"_s);
-        QCOMPARE(m_list->SelectedRows(), std::vector<int>{3});
+        QCOMPARE(Selected(), u"Run, uphill, 9.00 kcal/min"_s);
     }
 
     void aToggledRatingStartsFromNothing() {
@@ -108,7 +102,7 @@ class TestExlibView : public CExercisesTest {
             dialog.accept();
         });
         Trigger("Preferences");
-        QVERIFY(!m_tree->model()->hasChildren(m_tree->model()->index(0, 0)));
+        QVERIFY(!m_tree->model()->hasChildren(Node(0)));
         m_doc->CatalogueState(kExercises).splitterPerMille = 600;
         m_view->StoreLayout();
         Reopen();
@@ -123,34 +117,9 @@ class TestExlibView : public CExercisesTest {
         AddToLibrary(Database(), sport, u"Run"_s, u"slow"_s, 0, 8);
         AddToLibrary(Database(), sport, u"Run"_s, u"fast"_s, 12.5, 8);  // the rate comes first
         AddToLibrary(Database(), sport, u"Row"_s, u"hard"_s, 0, 0);
-        m_view = std::make_unique<CExlibMainView>(*m_doc, nullptr);
-        m_tree = Find<QTreeView>(*m_view, "categories");
-        m_list = Find<CReportList>(*m_view, "items");
-        m_view->resize(600, 400);
-        Show(*m_view);
+        Open<CExlibMainView>();
     }
-    void cleanup() {
-        m_view.reset();
-        DropVolume();
-    }
-
-  private:
-    void Trigger(const char* command) { Find<QAction>(*m_view, command)->trigger(); }
-    /// Cells with ", " between them, a row between two '|'.
-    QString Listed() const {
-        QStringList rows;
-        const auto* model = m_list->model();
-        for (int row = 0; row < m_list->RowCount(); ++row) {
-            rows.append(model->index(row, 0).data().toString() + u", "_s +
-                        model->index(row, 1).data().toString() + u", "_s +
-                        model->index(row, 2).data().toString());
-        }
-        return rows.join(u'|');
-    }
-
-    std::unique_ptr<CExlibMainView> m_view;
-    QTreeView* m_tree = nullptr;
-    CReportList* m_list = nullptr;
+    void cleanup() { Close(); }
 };
 
 QTEST_MAIN(TestExlibView)

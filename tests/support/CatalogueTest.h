@@ -31,6 +31,11 @@ inline CFoodItem MakeFood(qint32 categoryId, const QString& name, const QString&
 /// A test over it calls MakeVolume in init, and DropVolume in cleanup when all messages count.
 class CCatalogueTest : public QObject {
   protected:
+    static constexpr auto kFoods = ECatalogueKind::Foods;
+    static constexpr auto kMenus = ECatalogueKind::Menus;
+    static constexpr auto kRecipes = ECatalogueKind::Recipes;
+    static constexpr auto kExercises = ECatalogueKind::Exercises;
+
     void MakeVolume() {
         m_doc.reset();
         m_messages.reset();
