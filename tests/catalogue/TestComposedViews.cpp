@@ -97,24 +97,6 @@ class TestComposedViews : public CDiaryTest {
         QCOMPARE(Database().Menus().Count(), 0);
     }
 
-    void aCancelledNewMenuLeavesNothing() {
-        AddCategory(Database(), u"Week"_s, kMenus);
-        CMenusMainView view(*m_doc, nullptr);
-        Show(view);
-        OnDialog<CComposedEditDialog>([this](CComposedEditDialog& dialog) {
-            Page(dialog, 1);
-            OnDialog<CAddFoodDialog>([](CAddFoodDialog& add) {
-                Replace(Find<QComboBox>(add, "name")->lineEdit(), u"Toast"_s);
-                add.accept();
-            });
-            Press(dialog, "addFood");
-            QCOMPARE(Database().Menus().Count(), 1);
-            dialog.reject();
-        });
-        Find<QAction>(view, "New menu")->trigger();
-        QCOMPARE(Database().Menus().Count(), 0);
-    }
-
     void init() {
         MakeDiary();
         AddCatalogue();

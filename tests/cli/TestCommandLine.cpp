@@ -150,29 +150,34 @@ class TestCommandLine : public QObject {
         QCOMPARE(Run(kAnn).status, 0);
     }
 
-    void foodsComeOutAsTheyWentIn_data() {
-        AddRows<QString>({
-            {"starter foods", QStringLiteral(VELMORA_STARTER_FOODS)},
-            {"all foods", QStringLiteral(VELMORA_SHARED_DATA "/usda-foods.csv")},
+    void filesComeOutAsTheyWentIn_data() {
+        AddRows<QString, QString, QString>({
+            {"starter", u"foods "_s, u"foods"_s, QStringLiteral(VELMORA_STARTER_FOODS)},
+            {"foods", u"foods "_s, u"foods"_s,
+             QStringLiteral(VELMORA_SHARED_DATA "/usda-foods.csv")},
+            {"exercises", u"exlib "_s, u"exercises"_s,
+             QStringLiteral(VELMORA_SHARED_DATA "/compendium-exercises.csv")},
         });
     }
-    void foodsComeOutAsTheyWentIn() {
-        const auto& [source] = DataRow<QString>();
+    void filesComeOutAsTheyWentIn() {
+        const auto& [group, word, source] = DataRow<QString, QString, QString>();
         if (!QFile::exists(source)) {
-            QSKIP("the large food file is not here");
+            QSKIP("the large file is not here");
         }
-        const int foods = static_cast<int>(Load(source).count('\n')) - 3;  // marker, header, end
-        const auto imported = [&, this](const QString& option) {
-            const COutcome outcome = Run(u"foods import "_s + source + option);
-            return outcome.output + (outcome.status == 0 ? QString() : u"failed"_s);
+        const int items = static_cast<int>(Load(source).count('\n')) - 3;  // marker, header, end
+        const auto told = [&, items](const QString& text) {
+            return u"0|"_s + QString(text).replace(u'#', QString::number(items)).arg(word) + u'\n';
         };
-        QCOMPARE(imported({}), u"Imported %1 foods.\n"_s.arg(foods));
-        QCOMPARE(Run(u"foods export out.csv"_s).status, 0);
+        const auto import = [&, this](const QString& option) {
+            const COutcome outcome = Run(group + u"import "_s + source + option);
+            return QString::number(outcome.status) + u'|' + outcome.output;
+        };
+        QCOMPARE(import({}), told(u"Imported # %1."_s));
+        QCOMPARE(Run(group + u"export out.csv"_s).status, 0);
         QVERIFY(Load(Path(u"out.csv"_s)) == Load(source));
-        QCOMPARE(imported(u" --existing skip"_s),
-                 u"Imported 0 foods. Skipped %1 existing foods.\n"_s.arg(foods));
-        QCOMPARE(imported({}), u"Imported %1 foods. Replaced %1 existing foods.\n"_s.arg(foods));
-        QCOMPARE(imported(u" --existing add"_s), u"Imported %1 foods.\n"_s.arg(foods));
+        QCOMPARE(import(u" --existing skip"_s), told(u"Imported 0 %1. Skipped # existing %1."_s));
+        QCOMPARE(import({}), told(u"Imported # %1. Replaced # existing %1."_s));
+        QCOMPARE(import(u" --existing add"_s), told(u"Imported # %1."_s));
     }
 
     void lunchIsScaledAndSetAgainstTheTargets() {
@@ -264,8 +269,6 @@ class TestCommandLine : public QObject {
              "category\tname\ttype\tkcal_per_minute\tmet\nSport\tRun\tfast\t0\t8.5\n", ""},
             {"exlib find swim", 1, "", "Exercise not found.\n"},
             {"exlib export --category Sport out.csv", 0, "Exported 2 exercises.\n", ""},
-            {"exlib import --existing overwrite out.csv", 0,
-             "Imported 2 exercises. Replaced 2 existing exercises.\n", ""},
         });
         const COutcome lunch = Run(u"menus show --category Week --name Lunch"_s);
         QCOMPARE(lunch.Value(u"Component 1 name"_s), u"Soup"_s);
