@@ -262,7 +262,7 @@ QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
                                      const QString& typed) {
     CCatalogueItem item(m_texts.kind);
     item.SetName(typed.trimmed());
-    const QString name = item.GetName();
+    QString name = item.GetName();
     if (name.isEmpty()) {
         ShowMessage(QString::fromLatin1(m_texts.noNewName));
         return {};
