@@ -41,7 +41,8 @@ class CDiaryCursor {
                 ReportWrongPropertyCount(position, properties, expected);
                 isOver = true;
             }
-            if (!isOver && m_entry.SetProperties(std::move(properties)) && m_entry.GetMoment() >= m_first) {
+            if (!isOver && m_entry.SetProperties(std::move(properties)) &&
+                m_entry.GetMoment() >= m_first) {
                 take(m_entry);
             }
             return true;
