@@ -43,11 +43,19 @@ QString UsageLine(const CCommand& command) {
            QLatin1StringView(command.usage);
 }
 
-void PrintUsage(std::FILE* stream) {
+/// Of the commands of a group; of all when there is no such group.
+void PrintUsage(std::FILE* stream, const QString& group = QString()) {
     PrintLine(stream, u"usage: velmora-cli [--volume FILE] COMMAND ..."_s);
     PrintLine(stream, u"Dates are ISO (2026-05-31), values in kg, cm and kcal. Commands:"_s);
-    for (const CCommand& command : AllCommands()) {
-        PrintLine(stream, UsageLine(command));
+    const std::vector<CCommand> commands = AllCommands();
+    const auto isOfGroup = [&](const CCommand& command) {
+        return group == QLatin1StringView(command.group);
+    };
+    const bool isGroup = std::ranges::any_of(commands, isOfGroup);
+    for (const CCommand& command : commands) {
+        if (!isGroup || isOfGroup(command)) {
+            PrintLine(stream, UsageLine(command));
+        }
     }
 }
 
@@ -95,8 +103,8 @@ int main(int argc, char* argv[]) {
     } else {
         volumePath = DefaultVolumePath(QCoreApplication::applicationFilePath());
     }
-    if (words.size() == 1 && words.first() == "--help"_L1) {
-        PrintUsage(stdout);
+    if (!words.isEmpty() && words.last() == "--help"_L1) {
+        PrintUsage(stdout, words.first());
         return kExitDone;
     }
     if (words.size() == 1 && words.first() == "--version"_L1) {
@@ -118,6 +126,6 @@ int main(int argc, char* argv[]) {
             return Run(command, words.mid(2), volumePath, messages);
         }
     }
-    PrintUsage(stderr);
+    PrintUsage(stderr, words.value(0));
     return kExitUsage;
 }

@@ -21,7 +21,6 @@ CCategoryPickDialog::CCategoryPickDialog(const QString& title,
     m_list->setObjectName(u"targets"_s);
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     m_list->SetColumns({u"Category"_s});
-    m_list->header()->setStretchLastSection(true);
     m_list->SetRows({static_cast<int>(m_categories.size()),
                      [this](int row, int) { return m_categories[static_cast<size_t>(row)].name; },
                      {}});

@@ -32,6 +32,9 @@ CFindDialog::CFindDialog(const QString& prompt, const CFindState& last, EFields 
         auto* type = new QLineEdit(last.types.value(i));
         type->setObjectName(i == 0 ? u"type"_s : u"type%1"_s.arg(i + 1));
         form->addRow(i == 0 ? u"&Type:"_s : u"and:"_s, type);
+        if (i > 0) {
+            type->setAccessibleName(u"Type %1"_s.arg(i + 1));
+        }
         m_types.push_back(type);
     }
     Content()->addStretch();

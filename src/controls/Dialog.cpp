@@ -13,8 +13,6 @@
 
 #include "controls/InPlaceControl.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr int kMargin = 6;
@@ -50,9 +48,6 @@ CDialog::CDialog(const QString& title, QWidget* parent)
     QPushButton* cancel = m_buttons->button(QDialogButtonBox::Cancel);
     ok->setObjectName(u"ok");
     cancel->setObjectName(u"cancel");
-    // For dialogs whose fields keep Return and Escape to themselves.
-    ok->setText(u"&OK"_s);
-    cancel->setText(u"&Cancel"_s);
     MakeCompact(ok);
     MakeCompact(cancel);
     ok->setDefault(true);

@@ -13,7 +13,6 @@ CPickList::CPickList(QWidget* parent) : QWidget(parent), m_list(new CReportList(
     hide();
     m_list->setObjectName(u"pickListRows");
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_list->header()->setStretchLastSection(true);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_list);

@@ -99,8 +99,9 @@ CReportList::CReportList(const QString& accessibleName, QWidget* parent)
 
 void CReportList::SetColumns(const QStringList& titles) {
     m_model->SetTitles(titles);
-    // One column alone has the whole width.
-    header()->setStretchLastSection(titles.size() == 1);
+    if (titles.size() == 1) {
+        header()->setStretchLastSection(true);  // which then has the whole width
+    }
 }
 
 void CReportList::SetRows(CReportRows rows) {

@@ -57,7 +57,11 @@ CPickChoices PickChoices(CDatabase& database, ECatalogueKind kind, EPicker picke
     } else if (picker == EPicker::Name) {
         choices.rows = NamesInCategory(database, kind, categoryId);
     } else if (picker == EPicker::Type) {
-        choices.rows = TypesOfName(database, kind, categoryId, name.trimmed());
+        // An imported name may have blanks around it, a typed one may have too many.
+        choices.rows = TypesOfName(database, kind, categoryId, name);
+        if (choices.rows.isEmpty()) {
+            choices.rows = TypesOfName(database, kind, categoryId, name.trimmed());
+        }
     }
     return choices;
 }

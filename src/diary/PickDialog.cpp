@@ -79,8 +79,8 @@ void CPickDialog::AddTimeRow(QFormLayout* form, const QString& label) {
         layout->addWidget(button);
         m_findButtons.push_back(button);
     };
-    addButton(u"Find..."_s, m_texts.find, &CPickDialog::Find);
-    addButton(u"Find next"_s, m_texts.findNext, &CPickDialog::FindNext);
+    addButton(u"&Find..."_s, m_texts.find, &CPickDialog::Find);
+    addButton(u"Find &next"_s, m_texts.findNext, &CPickDialog::FindNext);
     AddRow(form, label, row, m_time);
 }
 

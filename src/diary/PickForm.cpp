@@ -29,7 +29,11 @@ QString CPickForm::CategoryText() const {
 }
 
 bool CPickForm::LoadOfType(const QString& type) {
-    return Load(m_doc.Database().FindItem(Catalogue(), CategoryId(), m_name.trimmed(), type));
+    CDatabase& database = m_doc.Database();
+    const int position = database.FindItem(Catalogue(), CategoryId(), m_name, type);
+    return Load(position >= 0
+                    ? position
+                    : database.FindItem(Catalogue(), CategoryId(), m_name.trimmed(), type));
 }
 
 bool CPickForm::LoadFound(int position) {

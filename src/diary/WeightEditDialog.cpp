@@ -35,8 +35,11 @@ CWeightEditDialog::CWeightEditDialog(CWeightForm& form, QWidget* parent)
     for (QLineEdit* field : findChildren<QLineEdit*>()) {
         field->installEventFilter(this);
     }
+    // The fields keep Return and Escape to themselves, so the buttons have keys of their own.
     for (const auto& [name, tip] : {std::pair{"ok", "OK"}, std::pair{"cancel", "Cancel"}}) {
-        findChild<QPushButton*>(QLatin1StringView(name))->setToolTip(QLatin1StringView(tip));
+        auto* button = findChild<QPushButton*>(QLatin1StringView(name));
+        button->setToolTip(QLatin1StringView(tip));
+        button->setText(u'&' + button->toolTip());
     }
     m_weight->setFocus();
 }
@@ -92,7 +95,7 @@ void CWeightEditDialog::AddFields() {
 
 void CWeightEditDialog::AddBodyFatButton() {
     const QString tip = u"Calculate body fat (waist only method)"_s;
-    QPushButton* button = AddButton(u"B.Fat"_s);
+    QPushButton* button = AddButton(u"&B.Fat"_s);
     button->setObjectName(u"calculateBodyFat"_s);
     button->setAccessibleName(tip);
     button->setToolTip(tip);

@@ -39,7 +39,7 @@ class CExercisesTest : public CDiaryTest {
         AddCategory(Database(), u"Garden"_s, ECatalogueKind::Exercises);
         AddToLibrary(Database(), sports, u"Running"_s, u"slow"_s, 0, 8);
         AddToLibrary(Database(), sports, u"Running"_s, u"fast"_s, 12.4, 0);
-        AddToLibrary(Database(), sports, u"Chess"_s, u"seated"_s, 0, 0);
+        AddToLibrary(Database(), sports, u" Chess"_s, u"seated"_s, 0, 0);
     }
 
     CExerciseEntry AddDone(const QString& name, QDate day, QTime time, double minutes,

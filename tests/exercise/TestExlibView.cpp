@@ -30,6 +30,7 @@ class TestExlibView : public CCatalogueViewTest {
             const std::vector<int> widths = m_list->GetColumnWidths();
             QVERIFY(widths[2] > m_list->fontMetrics().horizontalAdvance(u"00.00 kJ/min"_s));
             QVERIFY(widths[0] > 50 && widths[1] > 50);
+            QCOMPARE(widths[0] + widths[1] + widths[2], m_list->viewport()->width());
         }
     }
 
