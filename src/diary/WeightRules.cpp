@@ -78,14 +78,13 @@ int DeleteWeights(CVelmoraDoc& doc, const std::vector<int>& positions) {
     // From the last one, so that the positions before it hold.
     const std::vector<int> fromTheLast(positions.rbegin(), positions.rend());
     CRecordGroup group(doc.Database().GetStore());
-    const bool isGroup = group.IsOpen();
     int failures = 0;
     const auto remove = [&](int position) {
         failures += doc.Database().Weight().Delete(position) ? 0 : 1;
         return true;
     };
     ActOnEach(fromTheLast, remove, {});
-    const bool isDurable = !isGroup || group.Commit();
+    const bool isDurable = group.Commit();
     const int messages = isDurable ? failures : std::max(failures, 1);
     for (int i = 0; i < messages; ++i) {
         ShowMessage(u"Cannot delete weight."_s, EMessageIcon::Information);

@@ -155,9 +155,7 @@ CRecordGroup::~CRecordGroup() {
 }
 
 bool CRecordGroup::Commit() {
-    if (!m_open) {
-        return false;
-    }
+    const bool wasOpen = m_open;
     m_open = false;
-    return m_store.EndGroup();
+    return !wasOpen || m_store.EndGroup();
 }

@@ -81,6 +81,8 @@ class CRecordGroup {
     ~CRecordGroup();
     CRecordGroup(const CRecordGroup&) = delete;
     CRecordGroup& operator=(const CRecordGroup&) = delete;
+    /// False when what was written in the group is lost. True when there is none: each write has
+    /// made itself durable then.
     bool Commit();
     /// False when it could not be begun: writes then stand each for themselves.
     [[nodiscard]] bool IsOpen() const { return m_open; }
