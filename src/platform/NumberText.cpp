@@ -107,9 +107,17 @@ double LeadingNumber(QStringView text) {
     return FindLeadingNumber(text, u'.').value_or(0);
 }
 
+QString WithAsciiDigits(QString text) {
+    for (QChar& c : text) {
+        c = c.isDigit() ? QChar(static_cast<char16_t>(u'0' + c.digitValue())) : c;
+    }
+    return text;
+}
+
 std::optional<double> TypedNumber(QStringView text, const QLocale& locale) {
     const QString separator = locale.decimalPoint();
-    return FindLeadingNumber(text.trimmed(), separator.size() == 1 ? separator[0].unicode() : u'.');
+    return FindLeadingNumber(WithAsciiDigits(text.trimmed().toString()),
+                             separator.size() == 1 ? separator[0].unicode() : u'.');
 }
 
 std::optional<QString> TypedAmount(const QString& text, const QLocale& locale) {

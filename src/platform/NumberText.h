@@ -9,9 +9,12 @@
 /// 0 when there is none or when it is not finite.
 double LeadingNumber(QStringView text);
 
+/// The digits of every script as 0 to 9.
+QString WithAsciiDigits(QString text);
+
 /// What a person typed, blanks trimmed: the locale's decimal separator and the point are both
-/// accepted, group separators are not. The leading number counts, as in LeadingNumber.
-/// Nothing when there is no finite number.
+/// accepted, group separators are not; digits may be of any script. The leading number counts, as
+/// in LeadingNumber. Nothing when there is no finite number.
 std::optional<double> TypedNumber(QStringView text, const QLocale& locale = QLocale());
 
 /// What counts of a typed amount, as the shortest form with the locale's decimal separator; empty

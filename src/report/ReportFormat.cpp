@@ -38,7 +38,8 @@ QString CReportFormat::NumberOrEmpty(double value) const {
 }
 
 QString CReportFormat::Date(QDate date) {
-    return ShownDate(date);
+    // Digits of other scripts would not survive the code page.
+    return WithAsciiDigits(ShownDate(date));
 }
 
 QString CReportFormat::Item(const QString& name, const QString& type) {
