@@ -149,8 +149,12 @@ void CCatalogueView::PlaceRenameKey() {
 }
 
 void CCatalogueView::ConnectBrowser() {
-    connect(m_browser, &CCatalogueBrowser::TreeRead, this,
-            [this] { m_pages->setCurrentIndex(m_browser->HasCategories() ? 0 : 1); });
+    connect(m_browser, &CCatalogueBrowser::TreeRead, this, [this] {
+        const bool hasCategories = m_browser->HasCategories();
+        m_pages->setCurrentIndex(hasCategories ? 0 : 1);
+        // A proxy that cannot be seen would still take the focus.
+        setFocusProxy(hasCategories ? m_browser->Tree() : m_emptyPage);
+    });
     connect(m_browser, &CCatalogueBrowser::TreeSelectionChanged, this,
             &CCatalogueView::PlaceRenameKey);
     connect(m_browser, &CCatalogueBrowser::LabelTyped, this, &CCatalogueView::EndLabelEdit);
@@ -187,6 +191,7 @@ QWidget* CCatalogueView::MakeEmptyPage() {
         connect(button, &QPushButton::clicked, action, &QAction::trigger);
         layout->insertWidget(layout->count() - 1, button, 0, Qt::AlignHCenter);
     }
+    page->setFocusProxy(page->findChild<QPushButton*>());
     return page;
 }
 

@@ -101,5 +101,5 @@ class CCatalogueView : public CMainView {
     std::vector<QAction*> m_windows;
     QStackedWidget* m_pages;
     CCatalogueBrowser* m_browser;
-    QWidget* m_emptyPage;
+    QWidget* m_emptyPage = nullptr;
 };
