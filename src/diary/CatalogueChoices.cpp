@@ -7,6 +7,9 @@
 
 namespace {
 
+/// What an entry of a diary keeps of a longer name, or one less.
+constexpr int kEntryTextLength = 64;
+
 /// How a picker is headed and what it says when it has nothing to list.
 struct CPickerRow {
     const char* header;
@@ -57,13 +60,22 @@ CPickChoices PickChoices(CDatabase& database, ECatalogueKind kind, EPicker picke
     } else if (picker == EPicker::Name) {
         choices.rows = NamesInCategory(database, kind, categoryId);
     } else if (picker == EPicker::Type) {
-        // An imported name may have blanks around it, a typed one may have too many.
-        choices.rows = TypesOfName(database, kind, categoryId, name);
-        if (choices.rows.isEmpty()) {
-            choices.rows = TypesOfName(database, kind, categoryId, name.trimmed());
-        }
+        choices.rows =
+            TypesOfName(database, kind, categoryId, MeantName(database, kind, categoryId, name));
     }
     return choices;
+}
+
+QString MeantName(CDatabase& database, ECatalogueKind kind, qint32 categoryId,
+                  const QString& name) {
+    const QStringList names = NamesInCategory(database, kind, categoryId);
+    const QString trimmed = name.trimmed();
+    if (names.contains(name) || names.contains(trimmed)) {
+        return names.contains(name) ? name : trimmed;
+    }
+    const auto whole = std::ranges::find_if(
+        names, [&](const QString& longer) { return longer.startsWith(trimmed); });
+    return trimmed.size() >= kEntryTextLength - 1 && whole != names.end() ? *whole : trimmed;
 }
 
 QString PickerHeader(EPicker picker) {

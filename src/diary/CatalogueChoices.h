@@ -17,6 +17,10 @@ struct CPickChoices {
 /// `categoryId` is negative when none is selected; `name` is as typed.
 CPickChoices PickChoices(CDatabase& database, ECatalogueKind kind, EPicker picker,
                          qint32 categoryId, const QString& name);
+/// The name in the category that `name` stands for: itself, the same without blanks around it (an
+/// imported name may have some, a typed one may have too many), or the longer one that a diary's
+/// entry has cut. Without any of them `name` trimmed.
+QString MeantName(CDatabase& database, ECatalogueKind kind, qint32 categoryId, const QString& name);
 /// "Category" or "Name".
 QString PickerHeader(EPicker picker);
 

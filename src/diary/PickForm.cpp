@@ -30,10 +30,8 @@ QString CPickForm::CategoryText() const {
 
 bool CPickForm::LoadOfType(const QString& type) {
     CDatabase& database = m_doc.Database();
-    const int position = database.FindItem(Catalogue(), CategoryId(), m_name, type);
-    return Load(position >= 0
-                    ? position
-                    : database.FindItem(Catalogue(), CategoryId(), m_name.trimmed(), type));
+    const QString name = MeantName(database, Catalogue(), CategoryId(), m_name);
+    return Load(database.FindItem(Catalogue(), CategoryId(), name, type));
 }
 
 bool CPickForm::LoadFound(int position) {
