@@ -37,6 +37,11 @@ CDiaryView::CDiaryView(CVelmoraDoc& doc, int& splitterPerMille, QWidget* parent)
     });
 }
 
+CDiaryView::~CDiaryView() {
+    // The day is still to lose the focus, and would tell what is no CDiaryView any more.
+    m_date->disconnect(this);
+}
+
 std::vector<QAction*> CDiaryView::ToolButtons() {
     return {m_commands[kAdd], m_commands[kDelete]};
 }
@@ -64,7 +69,10 @@ QAction* CDiaryView::CreateListAction(const CListCommand& command) {
     action->setShortcuts(command.keys);
     action->setShortcutContext(command.reach == kInList ? Qt::WidgetShortcut : Qt::WindowShortcut);
     action->setToolTip(QLatin1StringView(command.toolTip));
-    connect(action, &QAction::triggered, this, command.run);
+    connect(action, &QAction::triggered, this, [this, run = command.run] {
+        m_date->interpretText();  // neither keys nor buttons take the focus out of the day typed
+        run();
+    });
     m_list->addAction(action);
     return action;
 }
@@ -141,7 +149,10 @@ QWidget* CDiaryView::CreateDayBar() {
         button->setShortcut(key);
         button->setToolTip(name + u" ("_s + key.toString(QKeySequence::NativeText) + u')');
         button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Minimum);
-        connect(button, &QToolButton::clicked, this, go);
+        connect(button, &QToolButton::clicked, this, [this, go] {
+            m_date->interpretText();
+            go();
+        });
         return button;
     };
     auto* previous = createButton(u"Previous day"_s, Qt::ALT | Qt::Key_Left,

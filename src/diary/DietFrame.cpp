@@ -1,5 +1,6 @@
 #include "diary/DietFrame.h"
 
+#include <QAbstractSpinBox>
 #include <QAction>
 #include <QActionGroup>
 #include <QCloseEvent>
@@ -109,6 +110,10 @@ bool CDietFrame::ShowView(int command) {
         return true;
     }
     if (CMainView* old = ActiveView()) {
+        // The day typed last holds for the next view as well.
+        if (auto* field = qobject_cast<QAbstractSpinBox*>(focusWidget())) {
+            field->interpretText();
+        }
         old->StoreLayout();
         old->disconnect(this);
     }
