@@ -5,8 +5,6 @@
 #include "exercise/ExerciseForm.h"
 #include "exercise/ExerciseRules.h"
 
-#include <QProcess>
-
 inline void AddToLibrary(CDatabase& database, qint32 category, const QString& name,
                          const QString& type, double rateKcalPerMinute, double met) {
     CExerciseItem item;
@@ -16,16 +14,6 @@ inline void AddToLibrary(CDatabase& database, qint32 category, const QString& na
     item.SetEnergyRateKcalPerMinute(rateKcalPerMinute);
     item.SetMet(met);
     QVERIFY(database.Exlib().Write(-1, item));
-}
-
-/// Status, output and messages of the scriptable program, which wants the volume for itself.
-inline QString Scripted(const QString& volume, const QString& command) {
-    QProcess process;
-    process.start(QStringLiteral(VELMORA_CLI),
-                  QStringList{u"--volume"_s, volume} + QProcess::splitCommand(command));
-    process.waitForFinished();
-    return QString::number(process.exitCode()) + u'|' +
-           QString::fromUtf8(process.readAllStandardOutput() + process.readAllStandardError());
 }
 
 /// A test over it calls MakeExercises in init.

@@ -166,27 +166,6 @@ class TestExerciseRules : public CExercisesTest {
         QCOMPARE(headline(300, 0, kKcal), u"300/0/0%"_s);
     }
 
-    void theCommandLineStoresWhatTheDialogWould() {
-        m_doc.reset();
-        const auto run = [this](const QString& command) {
-            const QString day = u" --profile Ann --date 2026-05-31"_s;
-            return Scripted(Path(u"v.db"_s), u"exercises "_s + command + day);
-        };
-        const QString add =
-            u"add --category Sports --name Running --type slow --minutes 30 --time "_s;
-        QVERIFY(run(add + u"07:30"_s).startsWith(u"0|"));
-        QVERIFY(run(add + u"08:30 --energy 12.5"_s).startsWith(u"0|"));
-        QCOMPARE(run(u"list"_s).section(u'\n', 1),
-                 u"2026-05-31\t07:30:00\tSports\tRunning\tslow\t30\t294\n"
-                 "2026-05-31\t08:30:00\tSports\tRunning\tslow\t30\t12.5\n"_s);
-        for (const QString& attempt : {u"1"_s, u"0 --yes"_s, u"1 --yes"_s}) {
-            QCOMPARE(run(u"delete --time 07:30"_s + attempt.mid(1)).first(1), attempt.first(1));
-        }
-        Reopen();
-        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
-        QCOMPARE(Listed(), u"Running,slow 00:30 12"_s);
-    }
-
   private:
     CExerciseForm NewForm() { return {*m_doc, NewExercise(kDay, QTime(12, 0))}; }
     static void PickRunning(CExerciseForm& form, const QString& type) {
