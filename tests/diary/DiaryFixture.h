@@ -44,9 +44,19 @@ class CDiaryTest : public CCatalogueTest {
         AddFood(soups, u"Tomato soup"_s, u"home made"_s, 80, {{u"1 bowl"_s, 0}});
     }
 
+    template <typename Entry>
+    static Entry MakeEntry(QDate day, QTime time) {
+        Entry entry;
+        entry.SetMoment(ToFileTime(day, time));
+        return entry;
+    }
+    static CWeightEntry MakeWeight(QDate day, QTime time, double weightKg) {
+        auto entry = MakeEntry<CWeightEntry>(day, time);
+        entry.SetWeightKg(weightKg);
+        return entry;
+    }
     CDietEntry AddEntry(const QString& name, QTime time, qint32 meal = 2, double energyKcal = 100) {
-        CDietEntry entry;
-        entry.SetMoment(ToFileTime(kDay, time));
+        auto entry = MakeEntry<CDietEntry>(kDay, time);
         entry.SetMeal(meal);
         entry.SetName(name);
         entry.SetServingName(u"1 serving"_s);
@@ -54,6 +64,19 @@ class CDiaryTest : public CCatalogueTest {
         entry.SetNutrientValue(kEnergyIndex, energyKcal);
         if (!Database().Diet().Write(-1, entry)) {
             qFatal("The fixture's entry cannot be written.");
+        }
+        return entry;
+    }
+
+    CExerciseEntry AddDone(const QString& name, QDate day, QTime time, double minutes,
+                           double energyKcal, const QString& type = u"slow"_s) {
+        auto entry = MakeEntry<CExerciseEntry>(day, time);
+        entry.SetName(name);
+        entry.SetType(type);
+        entry.SetMinutes(minutes);
+        entry.SetEnergyKcal(energyKcal);
+        if (!Database().Exercises().Write(-1, entry)) {
+            qFatal("The fixture's exercise cannot be written.");
         }
         return entry;
     }

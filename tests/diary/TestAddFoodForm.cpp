@@ -165,8 +165,7 @@ class TestAddFoodForm : public CDiaryTest {
   private:
     /// Its nutrients have the values 1, 2, 3, ... times `step`.
     static CDietEntry Apple(double amount, double step) {
-        CDietEntry entry;
-        entry.SetMoment(ToFileTime(kDay, QTime(12, 34, 56)));
+        auto entry = MakeEntry<CDietEntry>(kDay, QTime(12, 34, 56));
         entry.SetName(u"Apple"_s);
         entry.SetServingName(u"1 medium"_s);
         entry.SetAmount(amount);

@@ -48,10 +48,8 @@ class TestPurge : public CDiaryTest {
 
     void onlyTheKindsChosenGoAndRecordsOfAnotherLayoutStay() {
         AddEntry(u"Tea"_s, QTime(8, 0));
-        CWeightEntry weight;
-        weight.SetMoment(ToFileTime(kDay, {7, 0}));
-        CExerciseEntry exercise;
-        exercise.SetMoment(ToFileTime(kDay, {7, 0}));
+        auto weight = MakeEntry<CWeightEntry>(kDay, {7, 0});
+        auto exercise = MakeEntry<CExerciseEntry>(kDay, {7, 0});
         CItemDatabaseBase& diet = Database().Diet();
         QVERIFY(Database().Weight().Write(-1, weight) && diet.Write(-1, weight));
         QVERIFY(Database().Exercises().Write(-1, exercise));

@@ -6,25 +6,13 @@
 #include "diary/WeightForm.h"
 #include "diary/WeightList.h"
 #include "diary/WeightRules.h"
-#include "support/DataRows.h"
-
-namespace {
-
-CWeightEntry MakeEntry(QDate day, QTime time, double weightKg) {
-    CWeightEntry entry;
-    entry.SetMoment(ToFileTime(day, time));
-    entry.SetWeightKg(weightKg);
-    return entry;
-}
-
-}  // namespace
 
 class TestWeightRules : public CDiaryTest {
     Q_OBJECT
 
   private:
     void AddWeightEntry(QDate day, QTime time, double weightKg) {
-        QVERIFY(AddWeight(*m_doc, MakeEntry(day, time, weightKg)));
+        QVERIFY(AddWeight(*m_doc, MakeWeight(day, time, weightKg)));
     }
     CWeightList Loaded() {
         CWeightList list(*m_doc);
@@ -45,7 +33,7 @@ class TestWeightRules : public CDiaryTest {
 
     void theListSpeaksTheUsersUnits() {
         m_doc->Settings().targets.startWeightKg = 70;
-        CWeightEntry entry = MakeEntry(kDay, QTime(7, 30), 71.5);
+        CWeightEntry entry = MakeWeight(kDay, QTime(7, 30), 71.5);
         entry.SetMeasurement(kWaistSlot, 90);
         entry.SetMeasurement(kBodyFatSlot, 21.456);
         QVERIFY(AddWeight(*m_doc, entry));
@@ -78,7 +66,7 @@ class TestWeightRules : public CDiaryTest {
 
     void theWeightMustLieBetweenOneAndAThousandKilograms() {
         const auto stored = [this](EWeightUnit unit, const QString& major, const QString& minor) {
-            CWeightForm form(MakeEntry(kDay, QTime(7, 30), 80),
+            CWeightForm form(MakeWeight(kDay, QTime(7, 30), 80),
                              CPreferences{unit, EHeightUnit::Centimetres}, true);
             CWeightFields fields = form.GetFields();
             fields.weight = {major, minor};
@@ -103,7 +91,7 @@ class TestWeightRules : public CDiaryTest {
     void inchesComeBackAsTheyWereTyped() {
         for (const EHeightUnit unit : {EHeightUnit::Inches, EHeightUnit::Feet}) {
             const CPreferences preferences = CPreferences{EWeightUnit::Pounds, unit};
-            CWeightForm form(MakeEntry(kDay, QTime(7, 30), 80), preferences, true);
+            CWeightForm form(MakeWeight(kDay, QTime(7, 30), 80), preferences, true);
             CWeightFields fields = form.GetFields();
             fields.tape[6] = u"14.25"_s;
             fields.bodyFat = u"14.25"_s;
@@ -115,7 +103,7 @@ class TestWeightRules : public CDiaryTest {
     }
 
     void untouchedFieldsKeepWhatIsNotShown() {
-        CWeightEntry entry = MakeEntry(kDay, QTime(7, 30, 15), 71.123456);
+        CWeightEntry entry = MakeWeight(kDay, QTime(7, 30, 15), 71.123456);
         entry.SetMeasurement(0, 101.23456);
         entry.SetMeasurement(12, 5);
         CWeightForm form(entry, CPreferences{EWeightUnit::Kilograms, EHeightUnit::Centimetres},
@@ -140,7 +128,7 @@ class TestWeightRules : public CDiaryTest {
             {true, {}, u"36"_s, u"Please enter correct weight."_s},
         };
         for (const auto& [isMale, pounds, inches, text] : rows) {
-            const CWeightForm form(MakeEntry(kDay, QTime(7, 30), 70),
+            const CWeightForm form(MakeWeight(kDay, QTime(7, 30), 70),
                                    CPreferences{EWeightUnit::Pounds, EHeightUnit::Inches}, isMale);
             CWeightFields fields = form.GetFields();
             fields.weight.major = pounds;
@@ -153,7 +141,7 @@ class TestWeightRules : public CDiaryTest {
     void aNewEntryStartsFromTheLatest() {
         m_doc->Settings().targets.startWeightKg = 85;
         QCOMPARE(NewWeightEntry(*m_doc, QTime(6, 0)).GetWeightKg(), 85.0);
-        CWeightEntry latest = MakeEntry(kDay.addDays(3), QTime(7, 30), 82);
+        CWeightEntry latest = MakeWeight(kDay.addDays(3), QTime(7, 30), 82);
         latest.SetMeasurement(kWaistSlot, 90);
         QVERIFY(AddWeight(*m_doc, latest));
         AddWeightEntry(kDay, QTime(7, 30), 84);
@@ -173,7 +161,7 @@ class TestWeightRules : public CDiaryTest {
                  u"Please select weight to edit.|Please select only one weight to edit.|"
                  "Please select weight to delete."_s);
         // To the end of the list
-        const CWeightEntry latest = MakeEntry(kDay.addDays(9), QTime(7, 30), 70);
+        const CWeightEntry latest = MakeWeight(kDay.addDays(9), QTime(7, 30), 70);
         QVERIFY(EditWeight(*m_doc, 1, latest));
         QCOMPARE(StoredWeights(), u"80 82 83 84 70"_s);
         m_messages->answers = {false};
@@ -193,7 +181,7 @@ class TestWeightRules : public CDiaryTest {
     }
 
     void damagedEntriesAreToldAndMended() {
-        CWeightEntry undated = MakeEntry(kDay, QTime(7, 30), 80);
+        CWeightEntry undated = MakeWeight(kDay, QTime(7, 30), 80);
         for (const FileTime moment : {FileTime{-1}, std::numeric_limits<FileTime>::max()}) {
             undated.SetMoment(moment);
             QVERIFY(AddWeight(*m_doc, undated));
@@ -228,45 +216,44 @@ class TestWeightRules : public CDiaryTest {
         QCOMPARE(risks, u"High Low Low Low Moderate Moderate High "_s);
     }
 
-    void theTableSpansTheWeights_data() {
+    void theTableSpansTheWeights() {
         // current, start and goal; first and last row, number of items, rows of the current weight
         using enum EWeightUnit;
-        AddRows<CBmiWeights, EWeightUnit, QString>({
-            {"kg", {70, 70, 70}, Kilograms, u"60-79 21 70"_s},
+        const std::tuple<CBmiWeights, EWeightUnit, QString> rows[] = {
+            {{70, 70, 70}, Kilograms, u"60-79 21 70"_s},
             // 60 kg are 132.276 lb, 80 kg 176.368 lb: (176 - 132 + 1) / 2 items. 156 lb are
             // 70.76 kg; 154 lb are still 69 whole kilograms.
-            {"lb", {70, 70, 70}, Pounds, u"132-172 22 156"_s},
-            {"st", {70, 70, 70}, Stones, u"132-172 22 156"_s},
+            {{70, 70, 70}, Pounds, u"132-172 22 156"_s},
+            {{70, 70, 70}, Stones, u"132-172 22 156"_s},
             // 150 lb are 68.04 kg, 152 lb 68.95 kg.
-            {"twice the current", {68, 68, 60}, Pounds, u"110-168 31 150 152"_s},
-            {"current between", {75, 80, 70}, StonesAndPounds, u"60-89 31 75"_s},
-            {"current below", {65.9, 80, 70}, StonesAndPounds, u"55-89 36 65"_s},
-            {"current above", {90.5, 80, 70}, StonesAndPounds, u"60-99 41 90"_s},
-            {"damaged", {1e300, 80, 70}, StonesAndPounds, u"60-1009 951"_s},
-        });
-    }
-    void theTableSpansTheWeights() {
-        const auto& [weights, unit, expected] = DataRow<CBmiWeights, EWeightUnit, QString>();
-        const auto table = BmiTable(weights, 175, unit);
-        QString text =
-            table[1].weight + u'-' + table.back().weight + u' ' + QString::number(table.size());
-        for (const CBmiTableItem& item : table) {
-            text += item.risk.endsWith(u" <--") ? u' ' + item.weight : QString();
+            {{68, 68, 60}, Pounds, u"110-168 31 150 152"_s},
+            {{75, 80, 70}, StonesAndPounds, u"60-89 31 75"_s},
+            {{65.9, 80, 70}, StonesAndPounds, u"55-89 36 65"_s},
+            {{90.5, 80, 70}, StonesAndPounds, u"60-99 41 90"_s},
+            {{1e300, 80, 70}, StonesAndPounds, u"60-1009 951"_s},  // damaged
+        };
+        for (const auto& [weights, unit, expected] : rows) {
+            const auto table = BmiTable(weights, 175, unit);
+            QString text =
+                table[1].weight + u'-' + table.back().weight + u' ' + QString::number(table.size());
+            for (const CBmiTableItem& item : table) {
+                text += item.risk.endsWith(u" <--") ? u' ' + item.weight : QString();
+            }
+            QCOMPARE(text, expected);
         }
-        QCOMPARE(text, expected);
     }
 
     void everyRowHasItsIndexAndRisk() {
         const auto table = BmiTable({70, 70, 70}, 175, EWeightUnit::Kilograms);
-        QStringList risks;
+        QString risks;
         for (const CBmiTableItem& item : table) {
-            risks.append(item.risk);
+            risks += item.risk + u' ';
         }
         // Divided by 1.75 x 1.75 = 3.0625: 61 gives 19.918, 62 20.245, 76 24.816, 77 25.143.
         QCOMPARE(table[0].weight + table[1].bmi, u"Weight 19.59"_s);
-        QCOMPARE(risks.join(u' '),
+        QCOMPARE(risks,
                  u"Health risk High High Low Low Low Low Low Low Low Low Low <-- Low Low Low Low "
-                 "Low Low Moderate Moderate Moderate"_s);
+                 "Low Low Moderate Moderate Moderate "_s);
     }
 
     void theIndexIsThatOfTheDay() {

@@ -14,10 +14,7 @@ class TestWeightView : public CDiaryTest {
   private:
     void AddWeights(int count) {
         for (int day = 0; day < count; ++day) {
-            CWeightEntry entry;
-            entry.SetMoment(ToFileTime(kDay.addDays(day), QTime(7, 30)));
-            entry.SetWeightKg(70 + day);
-            QVERIFY(AddWeight(*m_doc, entry));
+            QVERIFY(AddWeight(*m_doc, MakeWeight(kDay.addDays(day), QTime(7, 30), 70 + day)));
         }
     }
 
@@ -48,9 +45,8 @@ class TestWeightView : public CDiaryTest {
     void stonesHaveTwoFieldsOnTheSmallestScreen() {
         m_doc->Settings().preferences.weightUnit = EWeightUnit::Stones;
         m_doc->Settings().preferences.heightUnit = EHeightUnit::Feet;
-        CWeightEntry entry;
-        entry.SetWeightKg(71.5);  // 157.6289 lb
-        CWeightForm form(entry, m_doc->Preferences(), true);
+        // 157.6289 lb
+        CWeightForm form(MakeWeight(kDay, QTime(7, 30), 71.5), m_doc->Preferences(), true);
         CWeightEditDialog dialog(form, nullptr);
         dialog.resize(240, 320);
         Show(dialog);

@@ -30,20 +30,6 @@ class CExercisesTest : public CDiaryTest {
         AddToLibrary(Database(), sports, u" Chess"_s, u"seated"_s, 0, 0);
     }
 
-    CExerciseEntry AddDone(const QString& name, QDate day, QTime time, double minutes,
-                           double energyKcal) {
-        CExerciseEntry entry;
-        entry.SetMoment(ToFileTime(day, time));
-        entry.SetName(name);
-        entry.SetType(u"slow"_s);
-        entry.SetMinutes(minutes);
-        entry.SetEnergyKcal(energyKcal);
-        if (!AddExercise(Database(), entry)) {
-            qFatal("The fixture's exercise cannot be written.");
-        }
-        return entry;
-    }
-
     /// Of the day shown: "Running,slow 02:15 294|...".
     QString Listed() {
         QStringList texts;

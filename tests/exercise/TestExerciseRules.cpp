@@ -35,10 +35,8 @@ class TestExerciseRules : public CExercisesTest {
         QCOMPARE(energy(u"fast"_s, u"30"_s, kKcal), u"372"_s);   // 30 * 12.4 + 0.5 = 372.5
         QCOMPARE(energy(u"fast"_s, u"9.9"_s, kKcal), u"112"_s);  // 9 * 12.4 + 0.5 = 112.1
         QCOMPARE(energy(u"fast"_s, u"0"_s, kKcal) + energy(u"fast"_s, u"ten"_s, kKcal), QString());
-        CWeightEntry weight;
         for (const auto& [day, kg] : {std::pair(-3, 80.0), {1, 90.0}}) {
-            weight.SetMoment(ToFileTime(kDay.addDays(day), QTime(8, 0)));
-            weight.SetWeightKg(kg);
+            CWeightEntry weight = MakeWeight(kDay.addDays(day), QTime(8, 0), kg);
             QVERIFY(Database().Weight().Write(-1, weight));
         }
         QCOMPARE(energy(u"slow"_s, u"60"_s, kKcal), u"672"_s);  // 60 * 80 * 8 * 0.0175 + 0.5

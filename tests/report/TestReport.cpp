@@ -14,16 +14,10 @@ class TestReport : public CDiaryTest {
     Q_OBJECT
 
   private:
-    template <typename Entry>
-    static Entry MakeEntry(QDateTime moment) {
-        Entry entry;
-        entry.SetMoment(ToFileTime(moment.date(), moment.time()));
-        return entry;
-    }
     void AddFoodEntry(QDateTime moment, qint32 meal, const QString& name, const QString& type = {},
                       double amount = 1, const QString& serving = u"cup"_s, double energyKcal = 1,
                       double protein = 1) {
-        auto entry = MakeEntry<CDietEntry>(moment);
+        auto entry = MakeEntry<CDietEntry>(moment.date(), moment.time());
         entry.SetMeal(meal);
         entry.SetName(name);
         entry.SetType(type);
@@ -33,15 +27,6 @@ class TestReport : public CDiaryTest {
         entry.SetNutrientValue(1, protein);
         QVERIFY(Database().Diet().Write(-1, entry));
     }
-    void AddExercise(QDateTime moment, const QString& name, const QString& type, double minutes,
-                     double energyKcal) {
-        auto entry = MakeEntry<CExerciseEntry>(moment);
-        entry.SetName(name);
-        entry.SetType(type);
-        entry.SetMinutes(minutes);
-        entry.SetEnergyKcal(energyKcal);
-        QVERIFY(Database().Exercises().Write(-1, entry));
-    }
     /// Two days with entries around one without, in one decimal from 82 kg.
     void AddThreeDays() {
         AddFoodEntry({kFirst, {0, 0}}, 5, u"Tea"_s, u""_s, 1, u"mug"_s, 2, 0);
@@ -49,13 +34,11 @@ class TestReport : public CDiaryTest {
         AddFoodEntry({kFirst, {23, 59, 59}}, 0, u"Milk"_s, u"whole, 3.5%"_s, 0.5, u"glass"_s, 61.5,
                      3.2);
         AddFoodEntry({kLast, {12, 0}}, 2, u"Apple"_s, u"raw"_s, 1, u"medium"_s, 77.8, -0.00005);
-        AddExercise({kFirst, {7, 30}}, u"Running"_s, u"slow"_s, 65, 400.7);
-        AddExercise({kFirst, {18, 0}}, u"Rest"_s, u""_s, 90, 0);
-        auto weight = MakeEntry<CWeightEntry>({kLast, {7, 0}});
-        weight.SetWeightKg(81.99999);
+        AddDone(u"Running"_s, kFirst, {7, 30}, 65, 400.7);
+        AddDone(u"Rest"_s, kFirst, {18, 0}, 90, 0, {});
+        CWeightEntry weight = MakeWeight(kLast, {7, 0}, 81.99999);
         QVERIFY(Database().Weight().Write(-1, weight));
-        weight = MakeEntry<CWeightEntry>({kFirst, {7, 0}});
-        weight.SetWeightKg(80.5);
+        weight = MakeWeight(kFirst, {7, 0}, 80.5);
         for (const auto& [slot, value] : {std::pair(0, 100.), {1, 90.5}, {7, 20.5}}) {
             weight.SetMeasurement(slot, value);
         }
@@ -198,7 +181,7 @@ class TestReport : public CDiaryTest {
         AddThreeDays();
         CItemDatabaseBase& diet = Database().Diet();
         for (const int hour : {9, 10}) {
-            QVERIFY(diet.Write(-1, MakeEntry<CWeightEntry>({kFirst, {hour, 0}})));
+            QVERIFY(diet.Write(-1, MakeEntry<CWeightEntry>(kFirst, {hour, 0})));
         }
         AddFoodEntry({kLast, {13, 0}}, 6, u"Mealless"_s);
         const QByteArray written = Written({kFirst, kLast});
@@ -246,8 +229,7 @@ class TestReport : public CDiaryTest {
         const auto columns = [](EWeightUnit weightUnit, EHeightUnit heightUnit) {
             const CPreferences preferences{weightUnit, heightUnit};
             const CReportFormat format(preferences, 82);
-            CWeightEntry entry;
-            entry.SetWeightKg(70);
+            CWeightEntry entry = MakeWeight(kFirst, {7, 0}, 70);
             entry.SetMeasurement(0, 10);
             return format.WeightHeader().section(u',', 0, -8) + u' ' +
                    format.WeightFields(entry).section(u',', 0, -8);
