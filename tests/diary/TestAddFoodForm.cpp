@@ -1,9 +1,6 @@
 #include "DiaryFixture.h"
 
 #include "diary/AddFoodForm.h"
-#include "support/DataRows.h"
-
-Q_DECLARE_METATYPE(EEnergyUnit)
 
 class TestAddFoodForm : public CDiaryTest {
     Q_OBJECT
@@ -17,12 +14,12 @@ class TestAddFoodForm : public CDiaryTest {
         EPicker picker = EPicker::Category;
         QString offered;
         for (const QString& row : {u"Fruit"_s, u"Apple"_s, u"raw"_s}) {
-            offered += form.Choices(picker).join(u',') + u'|';
+            offered += PickerHeader(picker) + u' ' + form.Choices(picker).join(u',') + u'|';
             picker = form.Pick(picker, row);
         }
         QCOMPARE(picker, EPicker::None);
         QCOMPARE(offered + form.Servings().join(u','),
-                 u"Fruit,Soups|Apple|dried,raw|1 medium,1 cup"_s);
+                 u"Category Fruit,Soups|Name Apple|Name dried,raw|1 medium,1 cup"_s);
         QCOMPARE(Shown(form),
                  u"Fruit/Apple/raw: 1.00 x 1 medium = 78.00"_s);  // 52 * 1.50
         form.SetAmountText(u"3"_s);
@@ -46,30 +43,27 @@ class TestAddFoodForm : public CDiaryTest {
         QCOMPARE(refusals(), u"There are no names to select.|There are no types to select."_s);
     }
 
-    void valuesFollowServingAndAmount_data() {
-        // category, name, type
-        // for 2 servings
+    void valuesFollowServingAndAmount() {
+        AddCatalogue();
         const QStringList apple{u"Fruit"_s, u"Apple"_s, u"raw"_s};
         const QStringList soup{u"Soups"_s, u"Tomato soup"_s, u"home made"_s};
-        const auto kcal = EEnergyUnit::Kcal;
-        AddRows<QStringList, QString, EEnergyUnit, QString>({
-            {"weighed", apple, u"1 medium"_s, kcal, u"156.00"_s},
-            {"in kJ", apple, u"1 medium"_s, EEnergyUnit::KJ, u"652.08"_s},
-            {"second serving", apple, u"1 cup"_s, kcal, u"130.00"_s},
-            {"no serving of the list", apple, u"half"_s, kcal, u"104.00"_s},
-            {"one-serving food", soup, u"1 bowl"_s, kcal, u"160.00"_s},
-        });
-    }
-    void valuesFollowServingAndAmount() {
-        const auto& [picks, serving, unit, energy] =
-            DataRow<QStringList, QString, EEnergyUnit, QString>();
-        AddCatalogue();
-        m_doc->Settings().preferences.energyUnit = unit;
-        CAddFoodForm form(*m_doc, CAddFoodRequest::ForNewEntry(QTime(12, 0)));
-        PickFood(form, picks);
-        form.SetServingText(serving);
-        form.SetAmountText(u"2"_s);
-        QCOMPARE(form.RowText(0), energy);
+        using enum EEnergyUnit;
+        const std::tuple<QStringList, QString, EEnergyUnit, QString> rows[] = {
+            // for 2 servings
+            {apple, u"1 medium"_s, Kcal, u"156.00"_s},
+            {apple, u"1 medium"_s, KJ, u"652.08"_s},
+            {apple, u"1 cup"_s, Kcal, u"130.00"_s},
+            {apple, u"half"_s, Kcal, u"104.00"_s},   // no serving of the list
+            {soup, u"1 bowl"_s, Kcal, u"160.00"_s},  // a one-serving food
+        };
+        for (const auto& [picks, serving, unit, energy] : rows) {
+            m_doc->Settings().preferences.energyUnit = unit;
+            CAddFoodForm form(*m_doc, CAddFoodRequest::ForNewEntry(QTime(12, 0)));
+            PickFood(form, picks);
+            form.SetServingText(serving);
+            form.SetAmountText(u"2"_s);
+            QCOMPARE(form.RowText(0), energy);
+        }
     }
 
     void aRecipeIsLoadedByNameAndHasNoWeight() {
@@ -127,6 +121,7 @@ class TestAddFoodForm : public CDiaryTest {
         PickFood(form, {u"Fruit"_s, u"Apple"_s, u"raw"_s});
         form.SetRowText(0, u"418"_s);
         form.SetRowText(1, QString());
+        form.SetAmountText(form.AmountText());
         QVERIFY(form.Confirm());
         QCOMPARE(form.GetResult().item.GetNutrientValue(0), 100.0);  // 418 / 4.18
         QCOMPARE(form.GetResult().item.GetNutrientValue(1), 0.0);

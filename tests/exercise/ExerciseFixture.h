@@ -24,7 +24,7 @@ class CExercisesTest : public CDiaryTest {
         m_doc->Settings().targets.startWeightKg = 70;
         m_doc->Settings().targets.dailyEnergyKcal = 2000;
         const qint32 sports = AddCategory(Database(), u"Sports"_s, ECatalogueKind::Exercises);
-        AddCategory(Database(), u"Garden"_s, ECatalogueKind::Exercises);
+        AddCategory(Database(), u"garden"_s, ECatalogueKind::Exercises);
         AddToLibrary(Database(), sports, u"Running"_s, u"slow"_s, 0, 8);
         AddToLibrary(Database(), sports, u"Running"_s, u"fast"_s, 12.4, 0);
         AddToLibrary(Database(), sports, u" Chess"_s, u"seated"_s, 0, 0);

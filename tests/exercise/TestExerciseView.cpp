@@ -67,7 +67,11 @@ class TestExerciseView : public CExercisesTest {
         Show(dialog);
         // The second row of each list: Sports, Running, slow.
         for (int pick = 0; pick < 3; ++pick) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+            auto* field = QApplication::focusWidget();
+            QTest::mouseClick(field, Qt::LeftButton);
+            Press(dialog, pick > 0 ? "ok" : "cancel");
+            QVERIFY(dialog.isVisible());  // only the list has closed
+            QTest::keyClick(field, Qt::Key_Down);
             auto* rows = Find<CReportList>(dialog, "pickListRows");
             QTest::keyClick(rows, Qt::Key_Down);
             QTest::keyClick(rows, Qt::Key_Return);

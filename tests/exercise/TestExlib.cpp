@@ -48,34 +48,8 @@ class TestExlib : public CExercisesTest {
         QCOMPARE(stored(KJ, true, u"41.80"_s), u"0 41.8 MET"_s);
     }
 
-    void listsSayWhyTheyAreEmptyAndThenWhatTheyHold() {
-        QCOMPARE(Offered({}),
-                 u"There are no categories to select.|There is no category selected.|"
-                 "There is no category selected."_s);
-        const CExlibFields run{AddCategory(Database(), u"Sport"_s, kExercises), u"Run "_s, {}, {}};
-        QCOMPARE(Offered(run),
-                 u"Category: Sport|There are no names to select.|There are no types to select."_s);
-        for (const auto& [name, type] : {std::pair("Run", "slow"), {"Run", "fast"}, {"row", "-"}}) {
-            AddToLibrary(Database(), 1, QLatin1StringView(name), QLatin1StringView(type), 0, 8);
-        }
-        QCOMPARE(Offered(run), u"Category: Sport|Name: row, Run|Name: fast, slow"_s);
-    }
-
     void init() { MakeVolume(); }
     void cleanup() { DropVolume(); }
-
-  private:
-    /// Of the three lists.
-    QString Offered(const CExlibFields& fields) {
-        QStringList texts;
-        for (const auto list : {EPicker::Category, EPicker::Name, EPicker::Type}) {
-            const auto [rows, refusal] =
-                PickChoices(Database(), kExercises, list, fields.categoryId, fields.name);
-            texts.append(rows.isEmpty() ? refusal
-                                        : PickerHeader(list) + u": "_s + rows.join(u", "_s));
-        }
-        return texts.join(u'|');
-    }
 };
 
 QTEST_GUILESS_MAIN(TestExlib)
