@@ -4,7 +4,6 @@
 #include <QVBoxLayout>
 
 #include "support/Clicks.h"
-#include "support/DataRows.h"
 
 using namespace Qt::StringLiterals;
 
@@ -56,38 +55,32 @@ class TestGrid : public QObject {
     }
 
   private slots:
-    void anEditEndsWithOneNotification_data() {
-        AddRows<std::function<void()>, QString>({
-            {"Return", [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); },
-             u"1,1:12"_s},
-            {"Escape", [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape); },
-             u"1,1:-"_s},
-            {"focus taken", [this] { m_field->setFocus(); }, u"1,1:12"_s},
-            {"click on another row", [this] { Click(2, 0); }, u"1,1:12"_s},
-            {"by the owner", [this] { m_grid->EndEditing(); }, u"1,1:12"_s},
-            {"rows replaced", [this] { m_grid->SetRowCount(0); }, u"1,1:-"_s},
-        });
-    }
     void anEditEndsWithOneNotification() {
-        const auto& [end, expected] = DataRow<std::function<void()>, QString>();
-        Make(EGridKind::Values, 3);
-        m_grid->SetCellText(1, 1, u"7"_s);
-        Click(1, 1);
-        QPointer<QLineEdit> edit = m_grid->findChild<QLineEdit*>();
-        QVERIFY(edit != nullptr);
-        QCOMPARE(edit->text(), u"7"_s);
-        QTest::keyClicks(edit, u"12"_s);
-        end();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCOMPARE(Ended(), QStringList{expected});
-        QVERIFY(edit == nullptr);
-        QVERIFY(!m_grid->IsEditing());
-        const bool isFocusTaken = QByteArray(QTest::currentDataTag()) == "focus taken";
-        QCOMPARE(QApplication::focusWidget(),
-                 isFocusTaken ? static_cast<QWidget*>(m_field) : m_grid);
-        QVERIFY(!m_grid->EndEditing());
-        const bool areRowsNew = QByteArray(QTest::currentDataTag()) == "rows replaced";
-        QCOMPARE(m_grid->CellText(1, 1), areRowsNew ? QString() : u"7"_s);
+        const auto press = [](Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); };
+        // The notification, what has the focus then, and the cell's text.
+        const std::tuple<std::function<void()>, QString, bool, QString> rows[] = {
+            {[&] { press(Qt::Key_Return); }, u"1,1:12"_s, true, u"7"_s},
+            {[&] { press(Qt::Key_Escape); }, u"1,1:-"_s, true, u"7"_s},
+            {[&] { m_field->setFocus(); }, u"1,1:12"_s, false, u"7"_s},
+            {[&] { Click(2, 0); }, u"1,1:12"_s, true, u"7"_s},
+            {[&] { m_grid->EndEditing(); }, u"1,1:12"_s, true, u"7"_s},
+            {[&] { m_grid->SetRowCount(0); }, u"1,1:-"_s, true, {}},
+        };
+        for (const auto& [end, expected, isGridFocused, text] : rows) {
+            Make(EGridKind::Values, 3);
+            m_grid->SetCellText(1, 1, u"7"_s);
+            Click(1, 1);
+            QPointer<QLineEdit> edit = m_grid->findChild<QLineEdit*>();
+            QVERIFY(edit != nullptr);
+            QCOMPARE(edit->text(), u"7"_s);
+            QTest::keyClicks(edit, u"12"_s);
+            end();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QCOMPARE(Ended(), QStringList{expected});
+            QVERIFY(edit == nullptr && !m_grid->IsEditing() && !m_grid->EndEditing());
+            QVERIFY(isGridFocused ? m_grid->hasFocus() : m_field->hasFocus());
+            QCOMPARE(m_grid->CellText(1, 1), text);
+        }
     }
 
     void onlySomeCellsOpen() {
@@ -202,13 +195,11 @@ class TestGrid : public QObject {
         QVERIFY(!m_grid->IsChecked(0) && m_grid->IsChecked(1));
         QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {},
                           Cell(0, 0).topLeft() + QPoint(9, Cell(0, 0).height() / 2));
-        QVERIFY(m_grid->IsChecked(0));
-        QVERIFY(!m_grid->IsEditing());
+        QVERIFY(m_grid->IsChecked(0) && !m_grid->IsEditing());
         QTest::keyClick(m_grid, Qt::Key_Space);
         QVERIFY(!m_grid->IsChecked(0));
         Click(0, 0);
-        QVERIFY(m_grid->IsEditing());
-        QVERIFY(!m_grid->IsChecked(0));
+        QVERIFY(m_grid->IsEditing() && !m_grid->IsChecked(0));
     }
 
     void namesTakeWhatTheValuesLeave() {

@@ -19,7 +19,7 @@ CReportRows Rows(int count) {
 class TestReportList : public QObject {
     Q_OBJECT
   private slots:
-    void reloadsReselectTheOldRowOrTheLast() {
+    void rowsAreSelectedWhereTheyAreAndListedInOrder() {
         CReportList list(u"Foods"_s);
         list.SetColumns({u"A"_s, u"B"_s});
         const std::tuple<int, int, std::vector<int>> rows[] = {
@@ -33,12 +33,6 @@ class TestReportList : public QObject {
             QCOMPARE(list.SelectedRows(), expected);
             QCOMPARE(list.currentIndex().row(), expected.empty() ? -1 : expected[0]);
         }
-    }
-
-    void severalRowsComeInAscendingOrder() {
-        CReportList list(u"Foods"_s);
-        list.SetColumns({u"A"_s, u"B"_s});
-        list.SetRows(Rows(6));
         for (const int row : {4, 1, 3}) {
             list.selectionModel()->select(list.model()->index(row, 0),
                                           QItemSelectionModel::Select | QItemSelectionModel::Rows);

@@ -2,7 +2,6 @@
 
 #include "diary/AddFoodForm.h"
 #include "diary/DietDay.h"
-#include "support/DataRows.h"
 
 class TestDietRules : public CDiaryTest {
     Q_OBJECT
@@ -94,28 +93,29 @@ class TestDietRules : public CDiaryTest {
         QCOMPARE(Stored(), QStringList());
     }
 
-    void movedEntriesAllGetTheSamePlace_data() {
-        AddRows<QDate, QTime>({
-            {"an earlier day", QDate(2026, 5, 1), QTime(7, 0)},
-            {"between them", QDate(2026, 5, 31), QTime(12, 30)},
-            {"where one is already", QDate(2026, 5, 31), QTime(13, 0)},
-            {"a later day", QDate(2026, 6, 2), QTime(7, 0)},
-        });
-    }
     void movedEntriesAllGetTheSamePlace() {
-        const auto& [day, time] = DataRow<QDate, QTime>();
-        const CDietEntry tea = AddEntry(u"Tea"_s, QTime(8, 0), 0);
-        AddEntry(u"Bun"_s, QTime(8, 0), 0);
-        const CDietEntry soup = AddEntry(u"Soup"_s, QTime(12, 0));
-        const CDietEntry pear = AddEntry(u"Pear"_s, QTime(13, 0));
-        const CDietEntry twin = AddEntry(u"Pear"_s, QTime(13, 0));
-        QCOMPARE(MoveDietEntries(*m_doc, {tea, soup, pear, twin}, {ToFileTime(day, time), 4}), 4);
-        QStringList stored = Stored();
-        const QString place = day.toString(u" d "_s) + time.toString(u"HH:mm "_s) + u'D';
-        for (const QString& name : {u"Tea"_s, u"Soup"_s, u"Pear"_s, u"Pear"_s}) {
-            QVERIFY(stored.removeOne(name + place));
+        const std::pair<QDate, QTime> places[] = {
+            {QDate(2026, 5, 1), QTime(7, 0)},
+            {QDate(2026, 5, 31), QTime(12, 30)},  // between them
+            {QDate(2026, 5, 31), QTime(13, 0)},   // where one is already
+            {QDate(2026, 6, 2), QTime(7, 0)},
+        };
+        for (const auto& [day, time] : places) {
+            MakeDiary();
+            const CDietEntry tea = AddEntry(u"Tea"_s, QTime(8, 0), 0);
+            AddEntry(u"Bun"_s, QTime(8, 0), 0);
+            const CDietEntry soup = AddEntry(u"Soup"_s, QTime(12, 0));
+            const CDietEntry pear = AddEntry(u"Pear"_s, QTime(13, 0));
+            const CDietEntry twin = AddEntry(u"Pear"_s, QTime(13, 0));
+            const CDietPlace place{ToFileTime(day, time), 4};
+            QCOMPARE(MoveDietEntries(*m_doc, {tea, soup, pear, twin}, place), 4);
+            QStringList stored = Stored();
+            const QString moved = day.toString(u" d "_s) + time.toString(u"HH:mm "_s) + u'D';
+            for (const QString& name : {u"Tea"_s, u"Soup"_s, u"Pear"_s, u"Pear"_s}) {
+                QVERIFY(stored.removeOne(name + moved));
+            }
+            QCOMPARE(stored, QStringList{u"Bun 31 08:00 B"_s});
         }
-        QCOMPARE(stored, QStringList{u"Bun 31 08:00 B"_s});
     }
 
     void theListShowsTheMealAndTheTotalsTheDay() {

@@ -1,10 +1,8 @@
 
+#include <QTest>
 #include "diary/DietTotals.h"
-#include "support/DataRows.h"
 
 using namespace Qt::StringLiterals;
-
-Q_DECLARE_METATYPE(EBarFill)
 
 class TestDietTotals : public QObject {
     Q_OBJECT
@@ -25,28 +23,26 @@ class TestDietTotals : public QObject {
         QLocale::setDefault(QLocale::c());
     }
 
-    void aRowSetsTheTotalAgainstItsTarget_data() {
-        AddRows<int, double, double, QString, EBarFill>({
-            // nutrient; total, target and percentage
-            {"no target", 1, 50, 0, u"50/"_s, EBarFill::Empty},
-            {"target too small", 1, 50, 0.001, u"50/"_s, EBarFill::Empty},
-            // Up to 0.01 the total is set against 1.
-            {"divisor of one", 1, 0.5, 0.01, u"0.5/0/50%"_s, EBarFill::Partial},
-            {"below 1 %", 1, 0.99, 100, u"1.0/100/1%"_s, EBarFill::Empty},
-            {"at 1 %", 1, 1, 100, u"1.0/100/1%"_s, EBarFill::Partial},
-            {"nearly there", 1, 99.6, 100, u"100/100/100%"_s, EBarFill::Partial},
-            {"reached", 1, 100, 100, u"100/100/100%"_s, EBarFill::Over},
-            {"above", 1, 413, 100, u"413/100/413%"_s, EBarFill::Over},
-            // The one that is in kJ: times 4.18.
-            {"energy", kEnergyIndex, 500, 2000, u"2090/8360/25%"_s, EBarFill::Partial},
-        });
-    }
     void aRowSetsTheTotalAgainstItsTarget() {
-        const auto& [nutrient, total, target, texts, fill] =
-            DataRow<int, double, double, QString, EBarFill>();
-        const CTotalsRow row = TotalsRow(nutrient, {}, total, target, EEnergyUnit::KJ);
-        QCOMPARE(row.total + row.target + row.percent, texts);
-        QCOMPARE(row.bar.fill, fill);
+        using enum EBarFill;
+        const std::tuple<int, double, double, QString, EBarFill> rows[] = {
+            // nutrient; total, target and percentage
+            {1, 50, 0, u"50/"_s, Empty},
+            {1, 50, 0.001, u"50/"_s, Empty},
+            {1, 0.5, 0.01, u"0.5/0/50%"_s, Partial},  // up to 0.01 the total is set against 1
+            {1, 0.99, 100, u"1.0/100/1%"_s, Empty},
+            {1, 1, 100, u"1.0/100/1%"_s, Partial},
+            {1, 99.6, 100, u"100/100/100%"_s, Partial},
+            {1, 100, 100, u"100/100/100%"_s, Over},
+            {1, 413, 100, u"413/100/413%"_s, Over},
+            // The one that is in kJ: times 4.18.
+            {kEnergyIndex, 500, 2000, u"2090/8360/25%"_s, Partial},
+        };
+        for (const auto& [nutrient, total, target, texts, fill] : rows) {
+            const CTotalsRow row = TotalsRow(nutrient, {}, total, target, EEnergyUnit::KJ);
+            QCOMPARE(row.total + row.target + row.percent, texts);
+            QCOMPARE(row.bar.fill, fill);
+        }
     }
 
     void aLongNameIsCutFromItsEnd() {
@@ -58,23 +54,19 @@ class TestDietTotals : public QObject {
 
     // At six pixels a character: "9999/" and a pixel are 31, "999%" and a pixel 25; the three
     // together 87. The scroll bar takes 16 and the list's margin 4.
-    void columnsShareTheWidth_data() {
-        AddRows<int, int, QList<int>>({
-            {"name as wide as needed", 600, 95, {100, 393, 31, 31, 25}},
-            {"name at most a third", 240, 95, {80, 53, 31, 31, 25}},
-            {"least bar", 150, 95, {33, 10, 31, 31, 25}},
-            {"least name", 123, 95, {6, 10, 31, 31, 25}},
-            {"percent dropped", 122, 95, {6, 10, 43, 43, 0}},
-            {"no room at all", 10, 95, {6, 10, 0, 0, 0}},
-        });
-    }
     void columnsShareTheWidth() {
-        const auto& [listWidth, widestName, widths] = DataRow<int, int, QList<int>>();
-        const CTotalsColumns columns = TotalsColumnWidths(
-            listWidth, 16, widestName, [](const QString& text) { return 6 * int(text.size()); });
-        QCOMPARE(
-            (QList<int>{columns.name, columns.bar, columns.total, columns.target, columns.percent}),
-            widths);
+        const std::pair<int, CTotalsColumns> rows[] = {
+            {600, {100, 393, 31, 31, 25}},  // the name is as wide as needed
+            {240, {80, 53, 31, 31, 25}},    // at most a third
+            {150, {33, 10, 31, 31, 25}},    // the least bar
+            {123, {6, 10, 31, 31, 25}},     // the least name
+            {122, {6, 10, 43, 43, 0}},     {10, {6, 10, 0, 0, 0}},
+        };
+        for (const auto& [listWidth, widths] : rows) {
+            const CTotalsColumns columns = TotalsColumnWidths(
+                listWidth, 16, 95, [](const QString& text) { return 6 * int(text.size()); });
+            QCOMPARE(columns, widths);
+        }
     }
 
     void theSplitIsAShareOfTheHeight() {
