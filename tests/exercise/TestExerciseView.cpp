@@ -1,6 +1,7 @@
 #include "ExerciseFixture.h"
 
 #include <QComboBox>
+#include <QDateEdit>
 #include <QWheelEvent>
 
 #include "catalogue/FindDialog.h"
@@ -44,6 +45,10 @@ class TestExerciseView : public CExercisesTest {
             Replace(Find<QLineEdit>(dialog, "energy"), u"294"_s);
             Press(dialog, "ok");
         });
+        // The day typed, though not left, is the one that Insert adds to and that is shown then.
+        auto* day = Find<QDateEdit>(open.view, "day");
+        day->setFocus();
+        QTest::keyClicks(day, u"15"_s);
         QTest::keyClick(open.list, Qt::Key_Insert);
         QCOMPARE(open.Row(0), u"Skating,on ice 00:30 294"_s);
         QCOMPARE(Headline(open.view), u"Total energy burned: 294/-2000/0%"_s);

@@ -36,7 +36,7 @@ class TestNumberText : public QObject {
             {u"12 g"_s, u"en_US"_s, 12.0},   {u"\u00A04\u00A0"_s, u"fr_FR"_s, 4.0},
             {u"0"_s, u"en_US"_s, 0.0},       {u""_s, u"en_US"_s, {}},
             {u"abc"_s, u"en_US"_s, {}},      {u","_s, u"de_DE"_s, {}},
-            {u"1e999"_s, u"en_US"_s, {}},
+            {u"1e999"_s, u"en_US"_s, {}},    {u"\u0667\u0660\u066B\u0665"_s, u"ar_EG"_s, 70.5},
         };
         for (const auto& [text, locale, number] : rows) {
             QVERIFY2(TypedNumber(text, QLocale(locale)) == number, qPrintable(text));

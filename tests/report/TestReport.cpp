@@ -166,6 +166,8 @@ class TestReport : public CDiaryTest {
                      date + ",Breakfast,K\x84se,1.0xcup,1.0,1.0\r\n" + date +
                          ",Evening,Tee,1.0xcup,1.0,1.0\r\n\r\n");
         }
+        QLocale::setDefault(QLocale(u"fa_IR"_s));  // which has digits of its own
+        QVERIFY(Written({kFirst, kFirst}).contains("From: ,2006/4/14\r\n"));
     }
 
     void aDayOfManyEntriesIsReportedWhole() {
