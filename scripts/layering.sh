@@ -4,7 +4,9 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# A file's floor is its folder's, but a file that belongs to velmora_ui stands on a window floor.
+# The folders are floors. Over all of them lie layers: the core, the controls, the windows, the
+# programs. A file includes from its own folder or below, and from its own layer or below. What
+# belongs to velmora_ui is a window, controls/ aside.
 ui_files=$(awk '/target_sources/ { ui = /velmora_ui/ }
                 ui && match($0, /[A-Za-z]+\.(h|cpp)/) {
                     split(FILENAME, part, "/"); print "src/" part[2] "/" substr($0, RSTART, RLENGTH) }' \
@@ -22,24 +24,29 @@ git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' | sor
             for (i = 1; i <= n; i++) {
                 base = ui_array[i]; sub(/\.(h|cpp)$/, "", base); is_ui[base] = 1
             }
-            floor["platform"] = 1; floor["store"] = 2; floor["app"] = 3
-            floor["catalogue"] = 4; floor["diary"] = 4; floor["exercise"] = 4; floor["report"] = 4
-            floor["cli"] = 5
+            floor["platform"] = 1; floor["store"] = 2; floor["app"] = 3; floor["controls"] = 3
+            floor["catalogue"] = 4; floor["diary"] = 5; floor["exercise"] = 6; floor["report"] = 7
+            floor["cli"] = 8
         }
         function base_of(path) { sub(/\.(h|cpp)$/, "", path); return path }
+        function is_program(base) { return base ~ /^src\/[a-z]+$/ }
         function floor_of(path,    base, parts) {
             base = base_of(path)
-            if (base ~ /^src\/[a-z]+$/) return 9            # the programs compose
-            if (base ~ /^src\/diary\/(DietFrame|Application)$/) return 8
+            if (is_program(base)) return 10
+            if (base ~ /^src\/diary\/(DietFrame|Application)$/) return 9
             split(base, parts, "/")
-            if (parts[2] == "controls") return 6
-            if (is_ui[base]) return 7
             return floor[parts[2]]
+        }
+        function layer_of(path,    base) {
+            base = base_of(path)
+            if (is_program(base)) return 4
+            if (base ~ /^src\/controls\//) return 2
+            return is_ui[base] ? 3 : 1
         }
         {
             file = $1; kind = $2; target = $3
             if (kind == "<") {
-                if (floor_of(file) < 6 && target ~ /^(QtWidgets|QtGui|Q(Application|GuiApplication|Widget|Dialog|MessageBox|MainWindow|TreeView|TableView|ListView|FileDialog|Painter|Menu|Action|Color|Icon|Pixmap|Image|Font|Label|LineEdit|ComboBox)$)/) {
+                if (layer_of(file) == 1 && target ~ /^(QtWidgets|QtGui|Q(Application|GuiApplication|Widget|Dialog|MessageBox|MainWindow|TreeView|TableView|ListView|FileDialog|Painter|Menu|Action|Color|Icon|Pixmap|Image|Font|Label|LineEdit|ComboBox)$)/) {
                     print file ": the core includes <" target ">"; bad = 1
                 }
                 next
@@ -48,6 +55,9 @@ git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' | sor
             if (floor_of(path) == "") { print file ": includes unknown " target; bad = 1; next }
             if (floor_of(path) > floor_of(file)) {
                 print file ": includes " target ", which stands on a higher floor"; bad = 1
+            }
+            if (layer_of(path) > layer_of(file)) {
+                print file ": includes " target ", which lies in a higher layer"; bad = 1
             }
             if (file ~ /\.h$/) edges[file] = edges[file] " " path
         }

@@ -1,8 +1,12 @@
-// The date field of the dialogs.
+// The date and time fields of the dialogs.
 #pragma once
 
 #include <QDateEdit>
+#include <QTimeEdit>
 
 /// A field with a calendar to drop down, in the locale's short format with the year in full. Tells
 /// a new date when its editing is finished, not at every key.
 QDateEdit* CreateDateEdit(QDate date, const QString& objectName);
+
+/// A field "time" in the locale's format, seconds included.
+QTimeEdit* CreateTimeField(QWidget* parent);

@@ -10,8 +10,8 @@
 #include <QVBoxLayout>
 
 #include "catalogue/CatalogueKinds.h"
+#include "controls/PaintedIcons.h"
 #include "controls/ReportList.h"
-#include "diary/PaintedIcons.h"
 
 using namespace Qt::StringLiterals;
 

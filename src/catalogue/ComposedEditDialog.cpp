@@ -12,10 +12,10 @@
 #include <QShortcut>
 #include <QTabWidget>
 
+#include "catalogue/AddFoodDialog.h"
 #include "catalogue/RecipeText.h"
 #include "controls/Grid.h"
 #include "controls/ReportList.h"
-#include "diary/AddFoodDialog.h"
 
 using namespace Qt::StringLiterals;
 

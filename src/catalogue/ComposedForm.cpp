@@ -1,8 +1,8 @@
 #include "catalogue/ComposedForm.h"
 
 #include "app/ListCommands.h"
+#include "catalogue/CatalogueChoices.h"
 #include "catalogue/CatalogueTexts.h"
-#include "diary/CatalogueChoices.h"
 #include "platform/NumberText.h"
 
 using namespace Qt::StringLiterals;

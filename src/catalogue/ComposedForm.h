@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "diary/AddFoodForm.h"
+#include "catalogue/AddFoodForm.h"
 
 /// What the user types, as typed.
 struct CComposedFields {

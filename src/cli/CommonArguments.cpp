@@ -2,7 +2,7 @@
 
 #include "catalogue/CatalogueKinds.h"
 #include "catalogue/CatalogueTexts.h"
-#include "diary/DietRules.h"
+#include "catalogue/ChosenFood.h"
 #include "platform/Messages.h"
 
 using namespace Qt::StringLiterals;

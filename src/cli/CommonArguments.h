@@ -1,8 +1,8 @@
 // What several commands read from their arguments in the same way.
 #pragma once
 
+#include "catalogue/AddFoodForm.h"
 #include "cli/Commands.h"
-#include "diary/AddFoodForm.h"
 
 /// The category of the command's kind with that name; nothing after "There is no category
 /// selected." when there is none.

@@ -1,8 +1,9 @@
 // velmora-cli diet ...
+#include "catalogue/AddFoodForm.h"
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
 #include "cli/TableOutput.h"
-#include "diary/AddFoodForm.h"
+#include "diary/DietRules.h"
 #include "diary/DietTotals.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"

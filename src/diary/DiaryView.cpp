@@ -11,9 +11,9 @@
 
 #include "app/DateEdit.h"
 #include "controls/ColorDialog.h"
+#include "controls/PaintedIcons.h"
 #include "controls/ReportList.h"
 #include "diary/DietTotals.h"
-#include "diary/PaintedIcons.h"
 
 using namespace Qt::StringLiterals;
 

@@ -4,8 +4,8 @@
 #include <QSplitter>
 #include <QTabBar>
 
+#include "catalogue/AddFoodDialog.h"
 #include "controls/ColorDialog.h"
-#include "diary/AddFoodDialog.h"
 #include "diary/DietMoveDialog.h"
 #include "diary/DietTotals.h"
 #include "diary/EntryList.h"

@@ -4,27 +4,12 @@
 #include <QDateEdit>
 #include <QFormLayout>
 #include <QLabel>
-#include <QLocale>
 #include <QTimeEdit>
 #include <algorithm>
 
 #include "app/DateEdit.h"
 
 using namespace Qt::StringLiterals;
-
-QTimeEdit* CreateTimeField(QWidget* parent) {
-    auto* field = new QTimeEdit(parent);
-    field->setObjectName(u"time"_s);
-    field->setAccessibleName(u"Time"_s);
-    QString format = QLocale().timeFormat(QLocale::ShortFormat);
-    const qsizetype minutes = format.indexOf("mm"_L1);
-    if (!format.contains("ss"_L1) && minutes > 0) {
-        // Behind the minutes, with the separator before them.
-        format.insert(minutes + 2, format.sliced(minutes - 1, 1) + "ss"_L1);
-    }
-    field->setDisplayFormat(format);
-    return field;
-}
 
 CDietMoveDialog::CDietMoveDialog(const CDietPlace& place, QWidget* parent)
     : CDialog(u"Diet move"_s, parent) {

@@ -8,9 +8,6 @@ class QComboBox;
 class QDateEdit;
 class QTimeEdit;
 
-/// A field "time" in the locale's format, seconds included.
-QTimeEdit* CreateTimeField(QWidget* parent);
-
 class CDietMoveDialog : public CDialog {
     Q_OBJECT
   public:

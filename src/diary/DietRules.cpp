@@ -52,28 +52,6 @@ bool Confirm(const CConfirmTexts& texts, const std::vector<CDietEntry>& entries)
 
 }  // namespace
 
-ECatalogueKind CatalogueOf(EItemKind kind) {
-    switch (kind) {
-        case EItemKind::Menu:
-            return ECatalogueKind::Menus;
-        case EItemKind::Recipe:
-            return ECatalogueKind::Recipes;
-        default:
-            return ECatalogueKind::Foods;
-    }
-}
-
-CFoodItem ItemFromEntry(CDatabase& database, const CDietEntry& entry) {
-    CFoodItem item;
-    item.SetCategoryId(database.CategoryIdOf(CatalogueOf(entry.GetKind()), entry.GetCategory()));
-    item.SetName(entry.GetName());
-    item.SetType(entry.GetType());
-    item.SetNutrientValues(entry.GetNutrientValues());
-    item.SetServingName(0, entry.GetServingName());
-    item.SetServingWeight(0, entry.GetAmount());
-    return item;
-}
-
 void TakeChosenFood(CDatabase& database, const CChosenFood& food, CDietEntry& entry) {
     entry.SetKind(food.kind);
     const qint32 category = food.item.GetCategoryId();

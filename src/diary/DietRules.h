@@ -2,34 +2,16 @@
 // asked, what is stored.
 #pragma once
 
-#include <QTime>
-#include <optional>
 #include <vector>
 
 #include "app/VelmoraDoc.h"
-
-/// What one serving or several of an item bring: a catalogue item whose values are already the
-/// totals for the amount.
-struct CChosenFood {
-    EItemKind kind = EItemKind::Food;
-    QTime time;
-    double amount = 1.0;  ///< number of servings
-    /// Serving 0 holds the serving's name and, in its weight slot, the amount.
-    CFoodItem item;
-};
+#include "catalogue/ChosenFood.h"
 
 /// Where and when entries go.
 struct CDietPlace {
     FileTime moment = 0;
     qint32 meal = 0;
 };
-
-/// The catalogue that an entry's kind comes from.
-ECatalogueKind CatalogueOf(EItemKind kind);
-
-/// The catalogue item that stands for an entry. The category identifier is -1 when the catalogue
-/// has no category of the entry's category name any more.
-CFoodItem ItemFromEntry(CDatabase& database, const CDietEntry& entry);
 
 /// Takes kind, names, values, serving and amount over; moment and meal stay. An item without a
 /// category (identifier -1) leaves the entry's category name as it was.

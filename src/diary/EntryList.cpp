@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "controls/PaintedIcons.h"
 #include "diary/EmptyHint.h"
-#include "diary/PaintedIcons.h"
 
 using namespace Qt::StringLiterals;
 

@@ -11,7 +11,6 @@
 #include "app/DateEdit.h"
 #include "app/UnitEdit.h"
 #include "controls/InputPanel.h"
-#include "diary/DietMoveDialog.h"
 
 using namespace Qt::StringLiterals;
 

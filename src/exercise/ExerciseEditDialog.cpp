@@ -7,7 +7,7 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 
-#include "diary/PickField.h"
+#include "catalogue/PickField.h"
 #include "exercise/ExerciseRules.h"
 
 using namespace Qt::StringLiterals;

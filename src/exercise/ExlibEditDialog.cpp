@@ -7,8 +7,8 @@
 #include <QLineEdit>
 
 #include "catalogue/CsvFields.h"
+#include "catalogue/PickField.h"
 #include "controls/PickList.h"
-#include "diary/PickField.h"
 #include "platform/Messages.h"
 
 using namespace Qt::StringLiterals;

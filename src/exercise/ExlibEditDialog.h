@@ -2,8 +2,8 @@
 #pragma once
 
 #include "app/VelmoraDoc.h"
+#include "catalogue/CatalogueChoices.h"
 #include "controls/Dialog.h"
-#include "diary/CatalogueChoices.h"
 #include "exercise/ExlibRules.h"
 
 class CPickField;

@@ -1,6 +1,6 @@
 #include "exercise/ExlibRules.h"
 
-#include "diary/CatalogueChoices.h"
+#include "catalogue/CatalogueChoices.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
 

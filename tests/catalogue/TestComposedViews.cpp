@@ -5,10 +5,10 @@
 #include <QTabWidget>
 #include <QTimeEdit>
 
+#include "catalogue/AddFoodDialog.h"
 #include "catalogue/ComposedEditDialog.h"
 #include "catalogue/ComposedMainView.h"
 #include "controls/ReportList.h"
-#include "diary/AddFoodDialog.h"
 #include "diary/DiaryFixture.h"
 #include "support/Clicks.h"
 #include "support/ComposedSamples.h"

@@ -1,6 +1,6 @@
 #include "DiaryFixture.h"
 
-#include "diary/AddFoodForm.h"
+#include "catalogue/AddFoodForm.h"
 #include "diary/DietDay.h"
 
 class TestDietRules : public CDiaryTest {

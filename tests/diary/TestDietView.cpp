@@ -1,7 +1,7 @@
 #include <QComboBox>
 #include <QPainter>
 
-#include "diary/AddFoodDialog.h"
+#include "catalogue/AddFoodDialog.h"
 #include "diary/DietMainView.h"
 #include "diary/DietMoveDialog.h"
 #include "diary/TotalsList.h"

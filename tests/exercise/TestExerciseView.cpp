@@ -5,7 +5,7 @@
 #include <QWheelEvent>
 
 #include "catalogue/FindDialog.h"
-#include "diary/PickField.h"
+#include "catalogue/PickField.h"
 #include "diary/ViewFixture.h"
 #include "exercise/ExerciseEditDialog.h"
 #include "exercise/ExercisesMainView.h"

@@ -1,4 +1,4 @@
-#include "diary/AddFoodDialog.h"
+#include "catalogue/AddFoodDialog.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -10,8 +10,8 @@
 #include <QTimeEdit>
 
 #include "catalogue/CatalogueTexts.h"
+#include "catalogue/PickField.h"
 #include "controls/Grid.h"
-#include "diary/PickField.h"
 
 using namespace Qt::StringLiterals;
 

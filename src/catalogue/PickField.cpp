@@ -1,4 +1,4 @@
-#include "diary/PickField.h"
+#include "catalogue/PickField.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>

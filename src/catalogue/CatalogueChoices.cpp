@@ -1,7 +1,7 @@
-#include "diary/CatalogueChoices.h"
+#include "catalogue/CatalogueChoices.h"
 
 #include "catalogue/CatalogueRules.h"
-#include "diary/DietRules.h"
+#include "catalogue/ChosenFood.h"
 
 #include <algorithm>
 

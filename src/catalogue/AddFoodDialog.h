@@ -1,8 +1,8 @@
 // The "Add Food" dialog: what was eaten, how much of it and when.
 #pragma once
 
-#include "diary/AddFoodForm.h"
-#include "diary/PickDialog.h"
+#include "catalogue/AddFoodForm.h"
+#include "catalogue/PickDialog.h"
 
 class CGrid;
 class QLineEdit;

@@ -1,4 +1,4 @@
-#include "diary/PaintedIcons.h"
+#include "controls/PaintedIcons.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -1,9 +1,9 @@
-#include "diary/AddFoodForm.h"
+#include "catalogue/AddFoodForm.h"
 
 #include <algorithm>
 
+#include "catalogue/CatalogueChoices.h"
 #include "catalogue/CatalogueTexts.h"
-#include "diary/CatalogueChoices.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
 

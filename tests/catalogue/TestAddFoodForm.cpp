@@ -1,6 +1,6 @@
-#include "DiaryFixture.h"
+#include "diary/DiaryFixture.h"
 
-#include "diary/AddFoodForm.h"
+#include "catalogue/AddFoodForm.h"
 
 class TestAddFoodForm : public CDiaryTest {
     Q_OBJECT

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "catalogue/FindDialog.h"
-#include "diary/PickForm.h"
+#include "catalogue/PickForm.h"
 
 class CPickField;
 class CPickList;

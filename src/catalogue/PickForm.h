@@ -6,7 +6,7 @@
 #include <QTime>
 
 #include "app/VelmoraDoc.h"
-#include "diary/CatalogueChoices.h"
+#include "catalogue/CatalogueChoices.h"
 
 /// An item by category, name and type, and the time of its entry. Texts go in and out as the user
 /// sees them. The document outlives it.

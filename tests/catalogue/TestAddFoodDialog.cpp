@@ -1,9 +1,9 @@
-#include "DiaryFixture.h"
+#include "diary/DiaryFixture.h"
 
 #include <QComboBox>
 
+#include "catalogue/AddFoodDialog.h"
 #include "controls/ReportList.h"
-#include "diary/AddFoodDialog.h"
 #include "support/Clicks.h"
 
 class TestAddFoodDialog : public CDiaryTest {

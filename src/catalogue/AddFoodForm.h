@@ -7,8 +7,8 @@
 #include <optional>
 #include <vector>
 
-#include "diary/DietRules.h"
-#include "diary/PickForm.h"
+#include "catalogue/ChosenFood.h"
+#include "catalogue/PickForm.h"
 
 /// Kinds on offer, as bits.
 enum EAllowedKinds : int { kAllowFood = 1, kAllowMenu = 2, kAllowRecipe = 4, kAllowAll = 7 };

@@ -1,4 +1,4 @@
-#include "diary/PickForm.h"
+#include "catalogue/PickForm.h"
 
 #include "catalogue/CatalogueTexts.h"
 #include "catalogue/FindItems.h"

@@ -1,4 +1,4 @@
-#include "diary/PickDialog.h"
+#include "catalogue/PickDialog.h"
 
 #include <QComboBox>
 #include <QEvent>
@@ -9,9 +9,9 @@
 #include <QPushButton>
 #include <QTimeEdit>
 
+#include "app/DateEdit.h"
+#include "catalogue/PickField.h"
 #include "controls/PickList.h"
-#include "diary/DietMoveDialog.h"
-#include "diary/PickField.h"
 
 using namespace Qt::StringLiterals;
 

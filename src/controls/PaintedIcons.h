@@ -1,5 +1,5 @@
-// The pictures of the diet diary, painted in a colour that stands out from its background: no
-// image files, no icon theme.
+// The pictures of the lists, painted in a colour that stands out from its background: no image
+// files, no icon theme.
 #pragma once
 
 #include <QIcon>
