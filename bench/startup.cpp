@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <cstring>
 
-#include "diary/Application.h"
+#include "frame/Application.h"
 
 namespace {
 /// Ends the program behind the first paint of a window.

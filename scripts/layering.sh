@@ -26,14 +26,13 @@ git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' | sor
             }
             floor["platform"] = 1; floor["store"] = 2; floor["app"] = 3; floor["controls"] = 3
             floor["catalogue"] = 4; floor["diary"] = 5; floor["exercise"] = 6; floor["report"] = 7
-            floor["cli"] = 8
+            floor["cli"] = 8; floor["frame"] = 9
         }
         function base_of(path) { sub(/\.(h|cpp)$/, "", path); return path }
         function is_program(base) { return base ~ /^src\/[a-z]+$/ }
         function floor_of(path,    base, parts) {
             base = base_of(path)
             if (is_program(base)) return 10
-            if (base ~ /^src\/diary\/(DietFrame|Application)$/) return 9
             split(base, parts, "/")
             return floor[parts[2]]
         }

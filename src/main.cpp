@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 
-#include "diary/Application.h"
+#include "frame/Application.h"
 #include "platform/VolumePlace.h"
 
 using namespace Qt::StringLiterals;

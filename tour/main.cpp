@@ -8,7 +8,7 @@
 #include <cstdio>
 
 #include "Itinerary.h"
-#include "diary/Application.h"
+#include "frame/Application.h"
 
 using namespace Qt::StringLiterals;
 

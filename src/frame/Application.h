@@ -6,7 +6,7 @@
 
 #include "app/VelmoraDoc.h"
 #include "controls/WindowMessages.h"
-#include "diary/DietFrame.h"
+#include "frame/DietFrame.h"
 
 /// Needs a QApplication while it lives.
 class CVelmoraApp {

@@ -1,4 +1,4 @@
-#include "diary/DietFrame.h"
+#include "frame/DietFrame.h"
 
 #include <QAbstractSpinBox>
 #include <QAction>
@@ -20,12 +20,12 @@
 #include "app/StartDialogs.h"
 #include "catalogue/ComposedMainView.h"
 #include "catalogue/FoodsMainView.h"
-#include "diary/AboutDialog.h"
 #include "diary/DietMainView.h"
 #include "diary/PurgeDialog.h"
 #include "diary/WeightMainView.h"
 #include "exercise/ExercisesMainView.h"
 #include "exercise/ExlibMainView.h"
+#include "frame/AboutDialog.h"
 #include "platform/Messages.h"
 #include "report/ReportCommand.h"
 

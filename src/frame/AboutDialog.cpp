@@ -1,4 +1,4 @@
-#include "diary/AboutDialog.h"
+#include "frame/AboutDialog.h"
 
 #include <sqlite3.h>
 

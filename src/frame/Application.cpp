@@ -1,4 +1,4 @@
-#include "diary/Application.h"
+#include "frame/Application.h"
 
 #include "app/StartDialogs.h"
 

@@ -1,4 +1,4 @@
-#include "DiaryFixture.h"
+#include "diary/DiaryFixture.h"
 
 #include <QAction>
 #include <QMenu>
@@ -9,7 +9,7 @@
 
 #include "app/PreferencesDialog.h"
 #include "controls/ReportList.h"
-#include "diary/DietFrame.h"
+#include "frame/DietFrame.h"
 #include "support/Clicks.h"
 
 class TestDietFrame : public CDiaryTest {
