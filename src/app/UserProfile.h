@@ -6,7 +6,6 @@
 #include <array>
 #include <optional>
 
-#include "app/Units.h"
 #include "store/NutrientTable.h"
 
 inline constexpr int kProfileNameLength = 21;  ///< longest name whose four databases all fit

@@ -2,7 +2,6 @@
 // values follow serving and amount, what is handed back.
 #pragma once
 
-#include <QStringList>
 #include <array>
 #include <optional>
 #include <vector>

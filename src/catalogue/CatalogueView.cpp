@@ -9,7 +9,6 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
-#include "catalogue/CatalogueKinds.h"
 #include "controls/PaintedIcons.h"
 #include "controls/ReportList.h"
 

@@ -1,6 +1,5 @@
 #include "catalogue/ComposedCsv.h"
 
-#include "catalogue/CatalogueKinds.h"
 #include "catalogue/InstructionsField.h"
 #include "platform/Messages.h"
 

@@ -6,7 +6,6 @@
 #include <QString>
 #include <QStringList>
 #include <QTime>
-#include <optional>
 #include <span>
 
 /// One option of a command.

@@ -2,7 +2,6 @@
 
 #include <QAbstractItemView>
 #include <QFocusEvent>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QTreeView>
 

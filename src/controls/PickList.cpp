@@ -1,6 +1,5 @@
 #include "controls/PickList.h"
 
-#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QVBoxLayout>

@@ -74,10 +74,6 @@ QString RiskText(EHealthRisk risk) {
     return QLatin1StringView(RowOf(risk).text);
 }
 
-quint32 RiskColor(EHealthRisk risk) {
-    return RowOf(risk).color;
-}
-
 std::vector<CBmiTableItem> BmiTable(const CBmiWeights& weights, double heightCm, EWeightUnit unit) {
     const auto [lowest, highest] = std::minmax(
         {Limited(weights.currentKg), Limited(weights.startKg), Limited(weights.goalKg)});

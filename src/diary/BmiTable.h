@@ -13,14 +13,12 @@ enum class EHealthRisk { Low, Moderate, High };
 double BodyMassIndex(double weightKg, double heightCm);
 EHealthRisk RiskOf(double bmi);
 QString RiskText(EHealthRisk risk);
-/// Row colour, red in the low byte.
-quint32 RiskColor(EHealthRisk risk);
 
 struct CBmiTableItem {
     QString weight;  ///< a whole number of kilograms or pounds
     QString bmi;
-    QString risk;  ///< with " <--" behind it where the current weight is
-    quint32 background = 0;
+    QString risk;            ///< with " <--" behind it where the current weight is
+    quint32 background = 0;  ///< red in the low byte
 };
 
 struct CBmiWeights {

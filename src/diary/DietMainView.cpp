@@ -7,6 +7,7 @@
 #include "catalogue/AddFoodDialog.h"
 #include "controls/ColorDialog.h"
 #include "diary/DietMoveDialog.h"
+#include "diary/DietRules.h"
 #include "diary/DietTotals.h"
 #include "diary/EntryList.h"
 #include "diary/TotalsList.h"

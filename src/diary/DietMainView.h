@@ -3,7 +3,6 @@
 
 #include "diary/DiaryView.h"
 #include "diary/DietDay.h"
-#include "diary/DietRules.h"
 
 class CEntryList;
 class CTotalsList;

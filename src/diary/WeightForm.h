@@ -6,7 +6,6 @@
 #include <optional>
 
 #include "app/UnitTexts.h"
-#include "app/UserProfile.h"
 #include "app/VelmoraDoc.h"
 
 /// Chest, waist, hips, bicep, forearm, thigh, calf: the first slots of an entry, in cm.

@@ -1,6 +1,5 @@
 #include "exercise/ExerciseRules.h"
 
-#include <algorithm>
 #include <numeric>
 
 #include "app/ListCommands.h"

@@ -17,7 +17,6 @@ class CVelmoraApp {
     /// without one.
     bool Start();
 
-    CVelmoraDoc& Document() { return m_doc; }
     /// Null until Start succeeded.
     CDietFrame* Frame() { return m_frame.get(); }
 

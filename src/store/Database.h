@@ -51,10 +51,9 @@ class CDatabase {
     /// by name without case.
     const std::vector<CUniqueName>& FillArrayWithUniqueFoodNames(qint32 categoryId);
     const std::vector<CUniqueName>& FillArrayWithUniqueExlibNames(qint32 categoryId);
-    /// First menu or recipe component under `parentId` with item type 1 and that item identifier;
-    /// -1 when there is none.
-    int FindMenu(qint32 parentId, qint32 itemId);
-    int FindRecipe(qint32 parentId, qint32 itemId);
+    /// First record of the menus (recipes) under `parentId` with item type 1 and that item
+    /// identifier; -1 when there is none.
+    int FindComponent(ECatalogueKind kind, qint32 parentId, qint32 itemId);
     /// The item of a category with exactly that name and type (menus and recipes: name alone);
     /// -1 when there is none. `except` is a position to pass over.
     int FindItem(ECatalogueKind kind, qint32 categoryId, const QString& name, const QString& type,
@@ -134,12 +133,9 @@ class CDatabase {
     CItemDatabase<CWeightEntry>& Weight() { return m_weight; }
     CItemDatabase<CExerciseEntry>& Exercises() { return m_exercises; }
 
-    /// Loads the day's diet entries, at most 128, and their totals. Every diet position handed
-    /// out before is void.
+    /// Loads the day's diet entries, at most 128, and their totals.
     int LoadDietDay(QDate day);
     [[nodiscard]] int GetDietCount() const { return static_cast<int>(m_dietList.size()); }
-    /// Position in the diet database of a loaded entry; "Invalid index" and -1 outside the list.
-    [[nodiscard]] int GetDietPosition(int index) const;
     /// A loaded entry; null with "Invalid index" outside the list.
     [[nodiscard]] const CDietEntry* GetDietEntry(int index) const;
     /// Sum over the loaded entries; -1.0 for an index outside 0 to 53.
@@ -149,11 +145,6 @@ class CDatabase {
     double WeightOnDate(QDate day, double fallbackKg);
 
   private:
-    struct CLoadedDietEntry {
-        int position;
-        CDietEntry entry;
-    };
-
     std::optional<CCategoryEntry> FindCategoryEntry(
         ECatalogueKind kind, const std::function<bool(const CCategoryEntry&)>& isIt);
     const std::vector<CUniqueName>& FillUniqueNames(ECatalogueKind kind, qint32 categoryId);
@@ -177,6 +168,6 @@ class CDatabase {
     std::vector<CUniqueName> m_uniqueNames;
     /// Of menus and of recipes: the last identifier allotted; 0 until it has been looked for.
     std::array<qint32, 2> m_lastItemIds{};
-    std::vector<CLoadedDietEntry> m_dietList;
+    std::vector<CDietEntry> m_dietList;
     NutrientValues m_dietTotals{};
 };

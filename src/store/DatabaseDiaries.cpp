@@ -31,11 +31,11 @@ int CDatabase::LoadDietDay(QDate day) {
             if (entry.GetMoment() > last) {
                 return false;
             }
-            m_dietList.push_back({position, std::move(entry)});
+            m_dietList.push_back(std::move(entry));
             return true;
         });
-    for (const CLoadedDietEntry& loaded : m_dietList) {
-        const NutrientValues values = loaded.entry.GetNutrientValues();
+    for (const CDietEntry& entry : m_dietList) {
+        const NutrientValues values = entry.GetNutrientValues();
         for (int i = 0; i < kNutrientCount; ++i) {
             m_dietTotals[i] += values[i];
         }
@@ -43,20 +43,12 @@ int CDatabase::LoadDietDay(QDate day) {
     return GetDietCount();
 }
 
-int CDatabase::GetDietPosition(int index) const {
-    if (index < 0 || index >= GetDietCount()) {
-        ShowMessage(u"Invalid index"_s);
-        return kNoPosition;
-    }
-    return m_dietList[index].position;
-}
-
 const CDietEntry* CDatabase::GetDietEntry(int index) const {
     if (index < 0 || index >= GetDietCount()) {
         ShowMessage(u"Invalid index"_s);
         return nullptr;
     }
-    return &m_dietList[index].entry;
+    return &m_dietList[index];
 }
 
 double CDatabase::GetDietTotal(int nutrient) const {

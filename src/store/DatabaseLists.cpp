@@ -4,7 +4,6 @@
 
 #include <QSet>
 #include <algorithm>
-#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -59,27 +58,6 @@ void SortWithoutCase(std::vector<Entry>& entries, TextOf textOf) {
         sorted.push_back(std::move(entries[place]));
     }
     entries = std::move(sorted);
-}
-
-// First record under a parent with item type 1 and that item identifier.
-int FindComponent(CItemDatabaseBase& items, qint32 parentId, qint32 itemId) {
-    int found = kNoPosition;
-    items.ForEachFrom(
-        items.FirstPositionOf(parentId),
-        [&](int position, PropertyList& properties) {
-            if (ParentOf(properties) != parentId) {
-                return false;
-            }
-            if (std::ssize(properties) == items.GetLayout().Count() &&
-                properties[kItemTypeNumber] ==
-                    PropertyValue(static_cast<qint32>(EItemKind::Menu)) &&
-                properties[kItemIdNumber] == PropertyValue(itemId)) {
-                found = position;
-            }
-            return found == kNoPosition;
-        },
-        kItemIdNumber + 1);
-    return found;
 }
 
 // Position of the stored settings, which are read into `settings`.
@@ -182,12 +160,25 @@ const std::vector<CUniqueName>& CDatabase::FillUniqueNames(ECatalogueKind kind, 
     return m_uniqueNames;
 }
 
-int CDatabase::FindMenu(qint32 parentId, qint32 itemId) {
-    return FindComponent(m_menus, parentId, itemId);
-}
-
-int CDatabase::FindRecipe(qint32 parentId, qint32 itemId) {
-    return FindComponent(m_recipes, parentId, itemId);
+int CDatabase::FindComponent(ECatalogueKind kind, qint32 parentId, qint32 itemId) {
+    CItemDatabaseBase& items = Items(kind);
+    int found = kNoPosition;
+    items.ForEachFrom(
+        items.FirstPositionOf(parentId),
+        [&](int position, PropertyList& properties) {
+            if (ParentOf(properties) != parentId) {
+                return false;
+            }
+            if (std::ssize(properties) == items.GetLayout().Count() &&
+                properties[kItemTypeNumber] ==
+                    PropertyValue(static_cast<qint32>(EItemKind::Menu)) &&
+                properties[kItemIdNumber] == PropertyValue(itemId)) {
+                found = position;
+            }
+            return found == kNoPosition;
+        },
+        kItemIdNumber + 1);
+    return found;
 }
 
 int CDatabase::FindItem(ECatalogueKind kind, qint32 categoryId, const QString& name,

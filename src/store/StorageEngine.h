@@ -13,7 +13,6 @@
 
 #include <QString>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "store/PlatformError.h"

@@ -141,9 +141,9 @@ class TestDatabase : public CCatalogueTest {
             menu.SetItemKind(type);
             QVERIFY(Database().Menus().Write(-1, menu));
         }
-        QCOMPARE(Database().FindMenu(1, 500), 1);
-        QCOMPARE(Database().FindMenu(2, 500), -1);
-        QCOMPARE(Database().FindMenu(1, 501), -1);
+        QCOMPARE(Database().FindComponent(ECatalogueKind::Menus, 1, 500), 1);
+        QCOMPARE(Database().FindComponent(ECatalogueKind::Menus, 2, 500), -1);
+        QCOMPARE(Database().FindComponent(ECatalogueKind::Menus, 1, 501), -1);
     }
 
     void aProfileIsFourDatabases() {
@@ -213,11 +213,11 @@ class TestDatabase : public CCatalogueTest {
         QCOMPARE(Database().LoadDietDay(day), 128);
         QCOMPARE(Database().GetDietTotal(0), 64.0);
         QCOMPARE(Database().GetDietTotal(54), -1.0);
-        QCOMPARE(Database().GetDietPosition(0), 1);
+        QCOMPARE(Database().GetDietEntry(0)->GetName(), u"0"_s);
         QCOMPARE(Database().GetDietEntry(127)->GetName(), u"127"_s);
         QCOMPARE(Database().LoadDietDay(day.addDays(-1)), 1);
         QCOMPARE(Database().LoadDietDay(QDate()), 0);
-        QCOMPARE(Database().GetDietPosition(0), -1);
+        QVERIFY(Database().GetDietEntry(0) == nullptr);
         QVERIFY(Database().GetDietEntry(-1) == nullptr);
         QCOMPARE(m_messages->Said(), u"Invalid index|Invalid index"_s);
     }
