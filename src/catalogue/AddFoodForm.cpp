@@ -31,10 +31,6 @@ int BitOf(EItemKind kind) {
     return row == std::end(kKinds) ? 0 : row->bit;
 }
 
-void ShowInformation(const QString& text) {
-    ShowMessage(text, EMessageIcon::Information);
-}
-
 }  // namespace
 
 CAddFoodRequest CAddFoodRequest::ForNewEntry(QTime time) {

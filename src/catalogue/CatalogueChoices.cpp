@@ -1,6 +1,7 @@
 #include "catalogue/CatalogueChoices.h"
 
 #include "catalogue/CatalogueRules.h"
+#include "catalogue/CatalogueTexts.h"
 #include "catalogue/ChosenFood.h"
 
 #include <algorithm>

@@ -8,8 +8,6 @@
 /// The lists that the fields of a dialog open.
 enum class EPicker { None, Category, Name, Type };
 
-inline constexpr QLatin1StringView kNoCategorySelected("There is no category selected.");
-
 struct CPickChoices {
     QStringList rows;
     QString refusal;  ///< why there are no rows

@@ -64,7 +64,7 @@ void CCatalogueView::RenameCategory() {
     if (m_browser->CategoryRow() >= 0) {
         m_browser->EditLabel();
     } else if (!m_browser->HasCategories()) {
-        ShowMessage(u"There is no category selected."_s);
+        ShowMessage(kNoCategorySelected);
     } else {
         ShowMessage(u"Please select category to rename."_s);
     }

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "catalogue/CategoryItems.h"
+#include "platform/NumberText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -81,8 +82,8 @@ bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
         categoryId < 0 ? kNoPosition : m_database.FindCategory(m_texts.kind, categoryId);
     if (position < 0) {
         ShowMessage(m_database.ListCategories(m_texts.kind).empty()
-                        ? u"There is no category selected."_s
-                        : u"Please select category to delete."_s);
+                        ? kNoCategorySelected
+                        : "Please select category to delete."_L1);
         return false;
     }
     if (!AskYesNo(FormatText(QLatin1StringView(m_texts.confirmDeleteCategory),
@@ -249,8 +250,7 @@ QString CCatalogueRules::FreeCopyText(const CCatalogueItem& item) {
     CCatalogueItem candidate(m_texts.kind);
     for (int copy = 1; copy <= kMostCopies; ++copy) {
         // Set as a name: cut to what a record holds, which is what must be free.
-        candidate.SetName(
-            FormatText("%s_Copy%s"_L1, {original, QString::number(copy).rightJustified(2, u'0')}));
+        candidate.SetName(FormatText("%s_Copy%s"_L1, {original, TwoDigits(copy)}));
         if (!taken.contains(candidate.GetName())) {
             return candidate.GetName();
         }

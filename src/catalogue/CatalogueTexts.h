@@ -5,6 +5,8 @@
 #include "app/ListCommands.h"
 #include "store/Category.h"
 
+inline constexpr QLatin1StringView kNoCategorySelected("There is no category selected.");
+
 struct CCatalogueTexts {
     ECatalogueKind kind;
 

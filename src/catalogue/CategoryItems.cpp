@@ -1,13 +1,5 @@
 #include "catalogue/CategoryItems.h"
 
-namespace {
-const QString& TextOf(const PropertyValue& value) {
-    static const QString kNone;
-    const auto* text = std::get_if<QString>(&value);
-    return text == nullptr ? kNone : *text;
-}
-}  // namespace
-
 void ForEachItemOf(
     CDatabase& database, ECatalogueKind kind, qint32 categoryId,
     const std::function<void(int position, const QString& name, const QString& type)>& take) {

@@ -178,7 +178,7 @@ bool CComposedForm::Confirm() {
     CDatabase& database = m_doc.Database();
     const CComposedTexts& texts = TextsOf(m_kind);
     if (m_fields.categoryId < 0) {
-        ShowMessage(u"There is no category selected."_s);
+        ShowMessage(kNoCategorySelected);
         return false;
     }
     CComposedItem item = m_item;

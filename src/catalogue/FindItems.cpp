@@ -5,8 +5,7 @@
 namespace {
 /// Upper-cased on both sides: that also folds what has no single upper-case character.
 bool Holds(const PropertyValue& value, const QString& upperText) {
-    const auto* text = std::get_if<QString>(&value);
-    return upperText.isEmpty() || (text != nullptr && text->toUpper().contains(upperText));
+    return upperText.isEmpty() || TextOf(value).toUpper().contains(upperText);
 }
 
 int FindFrom(CDatabase& database, ECatalogueKind kind, CFindState& state, int first) {

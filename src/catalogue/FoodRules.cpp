@@ -1,5 +1,6 @@
 #include "catalogue/FoodRules.h"
 
+#include "catalogue/CatalogueTexts.h"
 #include "platform/Messages.h"
 
 using namespace Qt::StringLiterals;
@@ -41,7 +42,7 @@ std::optional<QString> CheckFood(CDatabase& database, const CFoodItem& food, ESe
                           {food.GetServingName(*unweighed)});
     }
     if (food.GetCategoryId() < 0) {
-        return u"There is no category selected."_s;
+        return kNoCategorySelected;
     }
     return std::nullopt;
 }

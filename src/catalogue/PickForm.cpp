@@ -8,7 +8,7 @@ QStringList CPickForm::Choices(EPicker picker) {
     const CPickChoices choices =
         PickChoices(m_doc.Database(), Catalogue(), picker, CategoryId(), m_name);
     if (choices.rows.isEmpty()) {
-        ShowMessage(choices.refusal, EMessageIcon::Information);
+        ShowInformation(choices.refusal);
     }
     return choices.rows;
 }
@@ -34,10 +34,13 @@ bool CPickForm::LoadOfType(const QString& type) {
     return Load(database.FindItem(Catalogue(), CategoryId(), name, type));
 }
 
+void CPickForm::ShowInformation(const QString& text) {
+    ShowMessage(text, EMessageIcon::Information);
+}
+
 bool CPickForm::LoadFound(int position) {
     if (position < 0) {
-        ShowMessage(QString::fromLatin1(CatalogueTextsOf(Catalogue()).notFound),
-                    EMessageIcon::Information);
+        ShowInformation(QString::fromLatin1(CatalogueTextsOf(Catalogue()).notFound));
         return false;
     }
     return Load(position);

@@ -52,6 +52,7 @@ class CPickForm {
     /// The item of the category and name, and of a type where there is one.
     bool LoadOfType(const QString& type);
     [[nodiscard]] CVelmoraDoc& Doc() const { return m_doc; }
+    static void ShowInformation(const QString& text);
 
   private:
     bool LoadFound(int position);

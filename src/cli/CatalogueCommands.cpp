@@ -153,7 +153,7 @@ bool Move(CCommandContext& context) {
     const auto target =
         std::ranges::find(targets, context.arguments.Text("--to"), &CCategoryEntry::name);
     if (target == targets.end()) {
-        ShowMessage(u"There is no category selected."_s);
+        ShowMessage(kNoCategorySelected);
         return false;
     }
     return rules.Move(selected, *target) == 1;

@@ -7,13 +7,32 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// False after a message when `row` is not among the `choices` of a form.
+/// A form has said itself why it offers nothing.
+bool CheckOffered(const QStringList& choices, const QString& row, EPicker picker,
+                  ECatalogueKind kind) {
+    if (choices.contains(row)) {
+        return true;
+    }
+    if (!choices.isEmpty()) {
+        ShowMessage(picker == EPicker::Category
+                        ? kNoCategorySelected
+                        : QLatin1StringView(CatalogueTextsOf(kind).notFound));
+    }
+    return false;
+}
+
+}  // namespace
+
 std::optional<CCategoryEntry> FindCategoryNamed(CCommandContext& context, const QString& name) {
     for (const CCategoryEntry& category : context.doc.Database().ListCategories(context.kind)) {
         if (category.name == name) {
             return category;
         }
     }
-    ShowMessage(u"There is no category selected."_s);
+    ShowMessage(kNoCategorySelected);
     return std::nullopt;
 }
 
@@ -45,15 +64,18 @@ bool LoadProfileArgument(CCommandContext& context) {
            LoadProfileNamed(context.doc, context.arguments.Text("--profile"));
 }
 
-bool CheckOffered(const QStringList& choices, const QString& row, EPicker picker,
-                  ECatalogueKind kind) {
-    if (choices.contains(row)) {
-        return true;
+bool PickItem(CPickForm& form, const CArguments& arguments, ECatalogueKind kind) {
+    for (const auto& [picker, option] : {std::pair(EPicker::Category, "--category"),
+                                         {EPicker::Name, "--name"},
+                                         {EPicker::Type, "--type"}}) {
+        const QString row = arguments.Text(option);
+        if (picker == EPicker::Type && !CatalogueLayoutOf(kind).namesType) {
+            break;
+        }
+        if (!CheckOffered(form.Choices(picker), row, picker, kind)) {
+            return false;
+        }
+        form.Pick(picker, row);
     }
-    if (!choices.isEmpty()) {
-        ShowMessage(picker == EPicker::Category
-                        ? u"There is no category selected."_s
-                        : QString::fromLatin1(CatalogueTextsOf(kind).notFound));
-    }
-    return false;
+    return true;
 }

@@ -1,7 +1,7 @@
 // What several commands read from their arguments in the same way.
 #pragma once
 
-#include "catalogue/AddFoodForm.h"
+#include "catalogue/PickForm.h"
 #include "cli/Commands.h"
 
 /// The category of the command's kind with that name; nothing after "There is no category
@@ -19,26 +19,6 @@ bool LoadProfileNamed(CVelmoraDoc& doc, const QString& name);
 /// be read.
 bool LoadProfileArgument(CCommandContext& context);
 
-/// False after a message when `row` is not among the `choices` of a form.
-/// A form has said itself why it offers nothing.
-bool CheckOffered(const QStringList& choices, const QString& row, EPicker picker,
-                  ECatalogueKind kind);
-
 /// Picks what --category, --name and, where items have one, --type name, from the lists that a
 /// form offers of a catalogue; false after a message when something is not on offer.
-template <typename Form>
-bool PickItem(Form& form, const CArguments& arguments, ECatalogueKind kind) {
-    for (const auto& [picker, option] : {std::pair(EPicker::Category, "--category"),
-                                         {EPicker::Name, "--name"},
-                                         {EPicker::Type, "--type"}}) {
-        const QString row = arguments.Text(option);
-        if (picker == EPicker::Type && !CatalogueLayoutOf(kind).namesType) {
-            break;
-        }
-        if (!CheckOffered(form.Choices(picker), row, picker, kind)) {
-            return false;
-        }
-        form.Pick(picker, row);
-    }
-    return true;
-}
+bool PickItem(CPickForm& form, const CArguments& arguments, ECatalogueKind kind);

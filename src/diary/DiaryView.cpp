@@ -13,7 +13,7 @@
 #include "controls/ColorDialog.h"
 #include "controls/PaintedIcons.h"
 #include "controls/ReportList.h"
-#include "diary/DietTotals.h"
+#include "diary/ListSizes.h"
 
 using namespace Qt::StringLiterals;
 

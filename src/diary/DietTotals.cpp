@@ -1,7 +1,6 @@
 #include "diary/DietTotals.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
@@ -18,8 +17,6 @@ constexpr int kLeastBarWidth = 10;
 constexpr int kLeastNameWidth = 6;
 constexpr int kNameMargin = 5;
 constexpr int kListMargin = 4;
-
-constexpr int kWholePerMille = 1000;
 
 double PercentOf(double total, double target) {
     const double divisor = target > kLeastDivisor ? target : 1.0;
@@ -88,16 +85,4 @@ CTotalsColumns TotalsColumnWidths(int listWidth, int scrollBarWidth, int widestN
     columns.percent = 0;
     columns.total = columns.target = std::max(0, (available - columns.name - columns.bar) / 2);
     return columns;
-}
-
-int EntryListHeight(int perMille, int viewHeight) {
-    return static_cast<int>(std::lround(perMille * viewHeight * 0.001 + 0.5));
-}
-
-int PerMilleOf(int entryListHeight, int viewHeight) {
-    if (viewHeight <= 0) {
-        return 0;
-    }
-    const int perMille = (entryListHeight * kWholePerMille + viewHeight / 2) / viewHeight;
-    return std::clamp(perMille, 0, kWholePerMille);
 }

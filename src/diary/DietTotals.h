@@ -1,5 +1,4 @@
-// The totals of a day against the daily targets: texts, the bar as data, and the arithmetic of
-// the two lists' sizes.
+// The totals of a day against the daily targets: texts, the bar as data, the widths of the columns.
 #pragma once
 
 #include <QString>
@@ -53,7 +52,3 @@ struct CTotalsColumns {
 /// `listWidth` and `scrollBarWidth` in pixels, `widestName` that of the widest displayed name.
 CTotalsColumns TotalsColumnWidths(int listWidth, int scrollBarWidth, int widestName,
                                   const TextWidth& widthOf);
-
-/// Height in pixels of the entry list for its share of the view, and the share for a height.
-int EntryListHeight(int perMille, int viewHeight);
-int PerMilleOf(int entryListHeight, int viewHeight);

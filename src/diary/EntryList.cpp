@@ -6,12 +6,11 @@
 
 #include "controls/PaintedIcons.h"
 #include "diary/EmptyHint.h"
+#include "diary/ListSizes.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int kLeastRows = 3;
 
 // Widths of the entry list's first two columns, in characters: at least, and at most while no
 // column was dragged.
@@ -19,7 +18,6 @@ constexpr int kNameCharacters = 18;
 constexpr int kMostNameCharacters = 60;
 constexpr int kServingCharacters = 14;
 constexpr int kMostServingCharacters = 30;
-constexpr int kTitleMargin = 16;
 
 constexpr auto kNothingEatenAll =
     "Nothing eaten yet on this day.\n"
@@ -33,7 +31,7 @@ constexpr auto kNothingEatenAtMeal =
 CEntryList::CEntryList(CVelmoraDoc& doc, const CDietDay& day, QWidget* parent)
     : CReportList(u"Entries"_s, parent), m_doc(doc), m_day(day), m_hint(CreateEmptyHint(this)) {
     setObjectName(u"entries"_s);
-    setMinimumHeight(fontMetrics().height() * kLeastRows);
+    setMinimumHeight(fontMetrics().height() * kLeastListRows);
 }
 
 void CEntryList::BuildColumns() {

@@ -5,13 +5,11 @@
 
 #include "app/DateText.h"
 #include "diary/EmptyHint.h"
+#include "diary/ListSizes.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int kLeastRows = 3;
-constexpr int kTitleMargin = 16;
 
 constexpr auto kNoWeights =
     "No weights yet.\n"
@@ -25,7 +23,7 @@ CWeightEntryList::CWeightEntryList(CVelmoraDoc& doc, const CWeightList& weights,
       m_weights(weights),
       m_hint(CreateEmptyHint(this, kNoWeights)) {
     setObjectName(u"weights"_s);
-    setMinimumHeight(fontMetrics().height() * kLeastRows);
+    setMinimumHeight(fontMetrics().height() * kLeastListRows);
 }
 
 void CWeightEntryList::BuildColumns() {

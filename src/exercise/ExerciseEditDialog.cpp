@@ -9,6 +9,7 @@
 
 #include "catalogue/PickField.h"
 #include "exercise/ExerciseRules.h"
+#include "platform/NumberText.h"
 
 using namespace Qt::StringLiterals;
 

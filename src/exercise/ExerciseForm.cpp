@@ -29,10 +29,6 @@ double Typed(const QString& text) {
     return TypedNumber(text).value_or(0);
 }
 
-void ShowInformation(const QString& text) {
-    ShowMessage(text, EMessageIcon::Information);
-}
-
 /// The category whose name an entry keeps the beginning of, or the first one.
 qint32 CategoryOf(CDatabase& database, const CExerciseEntry& entry) {
     CExerciseEntry cut;

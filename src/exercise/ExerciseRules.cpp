@@ -48,10 +48,6 @@ QString ExerciseNameText(const CExerciseEntry& entry) {
     return type.isEmpty() ? entry.GetName() : entry.GetName() + u',' + type;
 }
 
-QString TwoDigits(int number) {
-    return QString::number(number).rightJustified(2, u'0');
-}
-
 QString ExerciseTimeText(double minutes) {
     const int whole = Whole(minutes);
     return TwoDigits(whole / kMinutesPerHour) + u':' + TwoDigits(whole % kMinutesPerHour);

@@ -26,8 +26,6 @@ ListedExercises ListExercises(CDatabase& database, QDate first, QDate last,
 
 /// "Running,slow"; the name alone when the type is empty.
 QString ExerciseNameText(const CExerciseEntry& entry);
-/// "05"; more digits where the number has them.
-QString TwoDigits(int number);
 /// "02:15"; hours take as many digits as they need.
 QString ExerciseTimeText(double minutes);
 /// Whole kJ are rounded, whole kcal are cut off; empty for zero and less.

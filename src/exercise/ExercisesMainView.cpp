@@ -10,6 +10,7 @@
 #include "controls/ColorDialog.h"
 #include "controls/ReportList.h"
 #include "diary/EmptyHint.h"
+#include "diary/ListSizes.h"
 #include "exercise/ExerciseDays.h"
 #include "exercise/ExerciseEditDialog.h"
 #include "exercise/ExercisesGraph.h"
@@ -18,9 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int kNameCharacters = 24;
-constexpr int kTitleMargin = 16;
-
-constexpr int kLeastRows = 3;
 
 enum EColumn { kExercise, kExerciseTime };
 
@@ -72,7 +70,7 @@ void CExercisesMainView::DataChanged() {
 void CExercisesMainView::CreateList() {
     m_list = new CReportList(u"Exercises"_s, Splitter());
     m_list->setObjectName(u"exercises"_s);
-    m_list->setMinimumHeight(m_list->fontMetrics().height() * kLeastRows);
+    m_list->setMinimumHeight(m_list->fontMetrics().height() * kLeastListRows);
 
     m_hint = CreateEmptyHint(m_list, kNothingDone);
 }

@@ -1,6 +1,6 @@
 #include "exercise/ExlibRules.h"
 
-#include "catalogue/CatalogueChoices.h"
+#include "catalogue/CatalogueTexts.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
 

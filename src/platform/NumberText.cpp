@@ -151,6 +151,10 @@ QString ShortestNumber(double value) {
     return QString::fromLatin1(text.data(), result.ptr - text.data());
 }
 
+QString TwoDigits(int number) {
+    return QString::number(number).rightJustified(2, u'0');
+}
+
 int Whole(double value) {
     if (std::isnan(value)) {
         return 0;

@@ -33,5 +33,8 @@ QString ShownNumber(double value, int decimals, const QLocale& locale = QLocale(
 /// The shortest form that reads back to the same double, with a point.
 QString ShortestNumber(double value);
 
+/// "05"; more digits where the number has them.
+QString TwoDigits(int number);
+
 /// Truncation toward zero, limited to what an int holds; 0 for what is no number.
 int Whole(double value);

@@ -1,16 +1,11 @@
 #include "report/ReportRules.h"
 
 #include "catalogue/CsvExchange.h"
+#include "platform/NumberText.h"
 
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-QString TwoDigits(int number) {
-    return QString::number(number).rightJustified(2, u'0');
-}
-}  // namespace
 
 std::optional<QString> CheckReportRequest(const CReportRequest& request) {
     if (request.types == 0) {

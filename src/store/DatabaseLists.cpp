@@ -20,11 +20,6 @@ qint32 ParentOf(const PropertyList& properties) {
     return parent != nullptr ? *parent : CViewSettings::kMarker;
 }
 
-QString TextOf(const PropertyList& properties, int number) {
-    const auto* text = std::get_if<QString>(&properties[number]);
-    return text != nullptr ? *text : QString();
-}
-
 // As toCaseFolded, without its look into the Unicode tables for every character of a plain text.
 void FoldCase(QString& text) {
     for (QChar& character : text) {
@@ -40,12 +35,12 @@ void FoldCase(QString& text) {
 }
 
 // Keeps the order of equal texts. Each text is folded once.
-template <typename Entry, typename TextOf>
-void SortWithoutCase(std::vector<Entry>& entries, TextOf textOf) {
+template <typename Entry, typename ToText>
+void SortWithoutCase(std::vector<Entry>& entries, ToText toText) {
     std::vector<std::pair<QString, std::size_t>> order;
     order.reserve(entries.size());
     for (const Entry& entry : entries) {
-        order.emplace_back(textOf(entry), order.size());
+        order.emplace_back(toText(entry), order.size());
         FoldCase(order.back().first);
     }
     std::ranges::sort(order, [](const auto& left, const auto& right) {
@@ -98,8 +93,8 @@ const std::vector<CCategoryListEntry>& CDatabase::FillCategoryList(ECatalogueKin
             if (ParentOf(properties) != categoryId) {
                 return false;
             }
-            m_categoryList.push_back({position, categoryId, TextOf(properties, numbers.name),
-                                      TextOf(properties, numbers.type)});
+            m_categoryList.push_back({position, categoryId, TextOf(properties[numbers.name]),
+                                      TextOf(properties[numbers.type])});
             return true;
         },
         numbers.type + 1);
@@ -146,7 +141,7 @@ const std::vector<CUniqueName>& CDatabase::FillUniqueNames(ECatalogueKind kind, 
             if (!m_uniqueNames.empty() && m_uniqueNames.back().categoryId != parent) {
                 namesOfCategory.clear();
             }
-            const QString name = TextOf(properties, CatalogueLayoutOf(kind).name);
+            const QString name = TextOf(properties[CatalogueLayoutOf(kind).name]);
             if (!namesOfCategory.contains(name)) {
                 namesOfCategory.insert(name);
                 m_uniqueNames.push_back({parent, name});
@@ -193,8 +188,8 @@ int CDatabase::FindItem(ECatalogueKind kind, qint32 categoryId, const QString& n
                 return false;
             }
             if (position != except && std::ssize(properties) == items.GetLayout().Count() &&
-                TextOf(properties, numbers.name) == name &&
-                (!numbers.namesType || TextOf(properties, numbers.type) == type)) {
+                TextOf(properties[numbers.name]) == name &&
+                (!numbers.namesType || TextOf(properties[numbers.type]) == type)) {
                 found = position;
             }
             return found == kNoPosition;
@@ -250,7 +245,7 @@ std::vector<CCategoryEntry> CDatabase::ListCategories(ECatalogueKind kind) {
                 return false;
             }
             if (const auto* id = std::get_if<qint32>(&properties[kIdNumber])) {
-                entries.push_back({position, *id, TextOf(properties, kNameNumber)});
+                entries.push_back({position, *id, TextOf(properties[kNameNumber])});
             }
             return true;
         },

@@ -28,6 +28,13 @@ inline EPropertyType TypeOf(const PropertyValue& value) {
     return kTypes[value.index()];
 }
 
+/// Empty for a value that is no text.
+inline const QString& TextOf(const PropertyValue& value) {
+    static const QString kNone;
+    const auto* text = std::get_if<QString>(&value);
+    return text == nullptr ? kNone : *text;
+}
+
 /// The values of one record; the property number is the place in the list.
 using PropertyList = std::vector<PropertyValue>;
 

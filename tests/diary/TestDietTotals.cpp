@@ -1,6 +1,7 @@
 
 #include <QTest>
 #include "diary/DietTotals.h"
+#include "diary/ListSizes.h"
 
 using namespace Qt::StringLiterals;
 
