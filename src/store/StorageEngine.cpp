@@ -1,12 +1,9 @@
 #include "store/StorageEngine.h"
 
-#include "store/PositionIndex.h"
 #include "store/RecordCodec.h"
-#include "store/RecordReader.h"
-#include "store/SqliteFile.h"
+#include "store/StorageState.h"
 
 #include <algorithm>
-#include <unordered_map>
 #include <utility>
 
 namespace {
@@ -19,207 +16,9 @@ bool IsSortable(quint32 sortPropertyId) {
     }
     return false;
 }
-
-std::optional<qint64> KeyOf(const PropertyList& properties) {
-    if (properties.empty() || properties.size() > kMaximumProperties) {
-        return std::nullopt;
-    }
-    const PropertyValue& value = properties.front();
-    if (const auto* small = std::get_if<qint16>(&value)) {
-        return *small;
-    }
-    if (const auto* medium = std::get_if<qint32>(&value)) {
-        return *medium;
-    }
-    if (const auto* wide = std::get_if<qint64>(&value)) {
-        return *wide;
-    }
-    return std::nullopt;
-}
 }  // namespace
 
-// A record's place is found again by its key, and among many equal keys by the position sought
-// last: callers write over or delete what they have just sought.
-struct CStorageEngine::CState {
-    struct COpenDatabase {
-        CPositionIndex index;
-        int lastSought = 0;
-    };
-
-    int PrepareStatements();
-    void ReleaseStatements();
-    int Open(ObjectId database, COpenDatabase*& open);
-    int Locate(COpenDatabase& opened, ObjectId record, int& position, CIndexEntry& entry);
-    int DeleteAllRecords(COpenDatabase& open);
-    int CommitAll();
-    void Abandon();
-
-    // Runs a change as a transaction of its own, or as part of the group. What can be refused
-    // without touching the file is refused before and leaves a group as it is.
-    template <typename Change>
-    int Write(Change change) {
-        if (groupError != kErrorSuccess) {
-            return groupError;
-        }
-        reader.Pause();
-        const bool isAlone = groupDepth == 0;
-        int error = isAlone ? file.Begin() : static_cast<int>(kErrorSuccess);
-        if (error == kErrorSuccess) {
-            error = change();
-        }
-        if (error == kErrorSuccess && isAlone) {
-            error = CommitAll();
-        }
-        if (error != kErrorSuccess) {
-            Abandon();
-            groupError = isAlone ? static_cast<int>(kErrorSuccess) : error;
-        }
-        return error;
-    }
-
-    CSqliteFile file;
-    CBlockStatements blocks;
-    CStatement listDatabases;
-    CStatement addDatabase;
-    CStatement removeDatabase;
-    CStatement removeBlocks;
-    CRecordReader reader;
-    CStatement addRecord;
-    CStatement replaceRecord;
-    CStatement removeRecord;
-    std::unordered_map<ObjectId, COpenDatabase> open;
-    QByteArray body;
-    int groupDepth = 0;
-    int groupError = kErrorSuccess;
-};
-
-int CStorageEngine::CState::PrepareStatements() {
-    struct CRow {
-        CStatement& statement;
-        const char* sql;
-    };
-    const CRow rows[] = {
-        {listDatabases, "SELECT id, name, type, sort FROM databases ORDER BY id"},
-        {addDatabase, "INSERT INTO databases(name, type, sort) VALUES(?,?,?)"},
-        {removeDatabase, "DELETE FROM databases WHERE id=?"},
-        {removeBlocks, "DELETE FROM blocks WHERE database=?"},
-        {addRecord, "INSERT INTO records(body) VALUES(?)"},
-        {replaceRecord, "REPLACE INTO records(body, id) VALUES(?,?)"},
-        {removeRecord, "DELETE FROM records WHERE id=?"},
-    };
-    for (const CRow& row : rows) {
-        if (const int error = row.statement.Prepare(file, row.sql); error != kErrorSuccess) {
-            return error;
-        }
-    }
-    const int error = reader.Prepare(file);
-    return error == kErrorSuccess ? blocks.Prepare(file) : error;
-}
-
-void CStorageEngine::CState::ReleaseStatements() {
-    for (CStatement* statement : {&listDatabases, &addDatabase, &removeDatabase, &removeBlocks,
-                                  &addRecord, &replaceRecord, &removeRecord}) {
-        statement->Release();
-    }
-    reader.Release();
-    blocks.Release();
-}
-
-int CStorageEngine::CState::Open(ObjectId database, COpenDatabase*& opened) {
-    if (!file.IsOpen()) {
-        return kErrorInvalidParameter;
-    }
-    if (const auto found = open.find(database); found != open.end()) {
-        opened = &found->second;
-        return kErrorSuccess;
-    }
-    bool isKnown = false;
-    listDatabases.Start({});
-    while (listDatabases.Next()) {
-        isKnown = isKnown || listDatabases.GetInteger(0) == database;
-    }
-    if (const int error = listDatabases.Finish(); error != kErrorSuccess) {
-        return error;
-    }
-    if (!isKnown) {
-        return kErrorFileNotFound;
-    }
-    COpenDatabase fresh{CPositionIndex(file, blocks, database)};
-    if (const int error = fresh.index.Load(); error != kErrorSuccess) {
-        return error;
-    }
-    opened = &open.emplace(database, std::move(fresh)).first->second;
-    return kErrorSuccess;
-}
-
-int CStorageEngine::CState::Locate(COpenDatabase& opened, ObjectId record, int& position,
-                                   CIndexEntry& entry) {
-    int error = kErrorSuccess;
-    if (opened.lastSought < opened.index.Count()) {
-        position = opened.lastSought;
-        error = opened.index.EntryAt(position, entry);
-        if (error != kErrorSuccess || entry.record == record) {
-            return error;
-        }
-    }
-    PropertyList properties;
-    error = reader.Read(record, properties, 1);
-    if (error != kErrorSuccess) {
-        return error;
-    }
-    const std::optional<qint64> key = KeyOf(properties);
-    if (!key) {
-        return kErrorCorrupt;
-    }
-    error = opened.index.LowerBound(*key, position);
-    for (; error == kErrorSuccess && position < opened.index.Count(); ++position) {
-        error = opened.index.EntryAt(position, entry);
-        if (error == kErrorSuccess && entry.record == record) {
-            return kErrorSuccess;
-        }
-        if (error == kErrorSuccess && entry.key != *key) {
-            break;
-        }
-    }
-    return error != kErrorSuccess ? error : static_cast<int>(kErrorFileNotFound);
-}
-
-int CStorageEngine::CState::DeleteAllRecords(COpenDatabase& opened) {
-    while (opened.index.Count() > 0) {
-        const int last = opened.index.Count() - 1;
-        CIndexEntry entry{};
-        int error = opened.index.EntryAt(last, entry);
-        if (error == kErrorSuccess) {
-            error = removeRecord.Run({entry.record});
-        }
-        if (error == kErrorSuccess) {
-            error = opened.index.RemoveAt(last);
-        }
-        if (error != kErrorSuccess) {
-            return error;
-        }
-    }
-    return opened.index.Flush();
-}
-
-int CStorageEngine::CState::CommitAll() {
-    reader.Pause();
-    for (auto& [id, opened] : open) {
-        if (const int error = opened.index.Flush(); error != kErrorSuccess) {
-            return error;
-        }
-    }
-    return file.Commit();
-}
-
-// The indexes hold what the file has not kept; they are read again when they are needed.
-void CStorageEngine::CState::Abandon() {
-    reader.Pause();
-    file.Rollback();
-    open.clear();
-}
-
-CStorageEngine::CStorageEngine() : m_state(std::make_unique<CState>()) {}
+CStorageEngine::CStorageEngine() : m_state(std::make_unique<CStorageState>()) {}
 
 CStorageEngine::~CStorageEngine() {
     Unmount();
@@ -307,7 +106,7 @@ int CStorageEngine::ListDatabases(quint32 type, std::vector<CDatabaseInfo>& data
 // A damaged database can be deleted too: the records that its index no longer names stay behind,
 // unreachable.
 int CStorageEngine::DeleteDatabase(ObjectId database) {
-    CState::COpenDatabase* opened = nullptr;
+    CStorageState::COpenDatabase* opened = nullptr;
     const int found = m_state->Open(database, opened);
     if (found != kErrorSuccess && found != kErrorCorrupt) {
         return found;
@@ -326,14 +125,14 @@ int CStorageEngine::DeleteDatabase(ObjectId database) {
 }
 
 int CStorageEngine::CountRecords(ObjectId database, int& count) {
-    CState::COpenDatabase* opened = nullptr;
+    CStorageState::COpenDatabase* opened = nullptr;
     const int error = m_state->Open(database, opened);
     count = error == kErrorSuccess ? opened->index.Count() : 0;
     return error;
 }
 
 int CStorageEngine::SeekToPosition(ObjectId database, int position, ObjectId& record) {
-    CState::COpenDatabase* opened = nullptr;
+    CStorageState::COpenDatabase* opened = nullptr;
     if (const int error = m_state->Open(database, opened); error != kErrorSuccess) {
         return error;
     }
@@ -348,13 +147,13 @@ int CStorageEngine::SeekToPosition(ObjectId database, int position, ObjectId& re
 }
 
 int CStorageEngine::LowerBound(ObjectId database, qint64 key, int& position) {
-    CState::COpenDatabase* opened = nullptr;
+    CStorageState::COpenDatabase* opened = nullptr;
     const int error = m_state->Open(database, opened);
     return error == kErrorSuccess ? opened->index.LowerBound(key, position) : error;
 }
 
 int CStorageEngine::KeyAt(ObjectId database, int position, qint64& key) {
-    CState::COpenDatabase* opened = nullptr;
+    CStorageState::COpenDatabase* opened = nullptr;
     if (const int error = m_state->Open(database, opened); error != kErrorSuccess) {
         return error;
     }
@@ -377,7 +176,7 @@ int CStorageEngine::AddRecord(ObjectId database, const PropertyList& properties,
     if (!key) {
         return kErrorInvalidParameter;
     }
-    CState::COpenDatabase* opened = nullptr;
+    CStorageState::COpenDatabase* opened = nullptr;
     if (const int error = m_state->Open(database, opened); error != kErrorSuccess) {
         return error;
     }
@@ -398,7 +197,7 @@ int CStorageEngine::ReplaceRecord(ObjectId database, ObjectId record,
     if (!key) {
         return kErrorInvalidParameter;
     }
-    CState::COpenDatabase* opened = nullptr;
+    CStorageState::COpenDatabase* opened = nullptr;
     int position = 0;
     CIndexEntry old{};
     int found = m_state->Open(database, opened);
@@ -420,7 +219,7 @@ int CStorageEngine::ReplaceRecord(ObjectId database, ObjectId record,
 }
 
 int CStorageEngine::DeleteRecord(ObjectId database, ObjectId record) {
-    CState::COpenDatabase* opened = nullptr;
+    CStorageState::COpenDatabase* opened = nullptr;
     int position = 0;
     CIndexEntry old{};
     int found = m_state->Open(database, opened);

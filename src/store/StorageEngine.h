@@ -18,6 +18,8 @@
 #include "store/PlatformError.h"
 #include "store/PropertyValue.h"
 
+struct CStorageState;
+
 using ObjectId = qint64;  ///< of a database or a record; 0 stands for none
 
 inline constexpr int kMaximumDatabaseName = 31;
@@ -75,6 +77,5 @@ class CStorageEngine {
     int EndGroup();
 
   private:
-    struct CState;
-    std::unique_ptr<CState> m_state;
+    std::unique_ptr<CStorageState> m_state;
 };
