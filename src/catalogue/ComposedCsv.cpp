@@ -75,19 +75,35 @@ CCsvVerdict CComposedCsv::ReadLine(QStringView line) {
     if (const auto verdict = VerdictOnNumber(fields.Next())) {
         return *verdict;
     }
-    const std::optional<QStringView> itemType = fields.Next();
-    if (!itemType) {
+    m_item.Clear();
+    if (const auto verdict = ReadItemType(fields.Next())) {
+        return *verdict;
+    }
+    if (const auto verdict = ReadOwnerNames(fields)) {
+        return *verdict;
+    }
+    if (const auto verdict = ReadFoodName(fields.Next())) {
+        return *verdict;
+    }
+    return ReadValues(fields);
+}
+
+std::optional<CCsvVerdict> CComposedCsv::ReadItemType(const std::optional<QStringView>& field) {
+    if (!field) {
         return WrongFieldCount(1);
     }
-    m_item.Clear();
-    const bool isOwner = *itemType == QLatin1StringView(WordsOf(m_kind).item);
-    if (!isOwner && *itemType != "Food"_L1 && *itemType != "Recipe"_L1) {
+    const bool isOwner = *field == QLatin1StringView(WordsOf(m_kind).item);
+    if (!isOwner && *field != "Food"_L1 && *field != "Recipe"_L1) {
         return Error("Invalid item type in line %d. Skipped.");
     }
     m_isComponent = !isOwner;
-    m_item.SetItemKind(*itemType == "Food"_L1     ? EItemKind::Food
-                       : *itemType == "Recipe"_L1 ? EItemKind::Recipe
-                                                  : EItemKind::Menu);
+    m_item.SetItemKind(*field == "Food"_L1     ? EItemKind::Food
+                       : *field == "Recipe"_L1 ? EItemKind::Recipe
+                                               : EItemKind::Menu);
+    return std::nullopt;
+}
+
+std::optional<CCsvVerdict> CComposedCsv::ReadOwnerNames(CCsvFields& fields) {
     const std::optional<QStringView> category = fields.Next();
     if (!category) {
         return WrongFieldCount(2);
@@ -107,17 +123,20 @@ CCsvVerdict CComposedCsv::ReadLine(QStringView line) {
     if (m_isComponent && !FindOwner(m_categoryName, m_item.GetName())) {
         return Fatal(WordsOf(m_kind).noOwner);
     }
-    const std::optional<QStringView> foodName = fields.Next();
-    if (!foodName) {
+    return std::nullopt;
+}
+
+std::optional<CCsvVerdict> CComposedCsv::ReadFoodName(const std::optional<QStringView>& field) {
+    if (!field) {
         return WrongFieldCount(4);
     }
     if (m_isComponent) {
-        if (!HasLength(*foodName, kLongestText)) {
+        if (!HasLength(*field, kLongestText)) {
             return Error("Invalid food type in line %d. Skipped.");
         }
-        m_item.SetName(foodName->toString());
+        m_item.SetName(field->toString());
     }
-    return ReadValues(fields);
+    return std::nullopt;
 }
 
 CCsvVerdict CComposedCsv::ReadValues(CCsvFields& fields) {

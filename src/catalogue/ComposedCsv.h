@@ -35,6 +35,11 @@ class CComposedCsv : public CCsvLayout {
 
     /// The accessor's message on a wrong index shows without the progress.
     void SetValue(int index, double value);
+    // The fields of a line in their order; a verdict where one of them ends the line.
+    std::optional<CCsvVerdict> ReadItemType(const std::optional<QStringView>& field);
+    /// Category and name of the menu or recipe, which for a component must be there.
+    std::optional<CCsvVerdict> ReadOwnerNames(CCsvFields& fields);
+    std::optional<CCsvVerdict> ReadFoodName(const std::optional<QStringView>& field);
     /// The fields behind the names.
     CCsvVerdict ReadValues(CCsvFields& fields);
     /// False when no menu or recipe of that category and name is there.

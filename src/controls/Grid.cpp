@@ -231,37 +231,36 @@ bool CGrid::Open(int row, int column, const std::optional<QString>& initial) {
     }
 
     m_editedCell = index;
-    CInPlaceCell cell;
-    cell.list = this;
-    cell.row = row;
-    cell.column = column;
-    cell.rect = CellRect(row, column);
-    cell.alignment = m_model->item(row, column)->textAlignment() & Qt::AlignHorizontal_Mask;
-    cell.ended = [this](int endedRow, int endedColumn, const std::optional<QString>& text) {
-        m_control = nullptr;
-        emit LabelEditEnded(endedRow, endedColumn, text);
-    };
-    cell.tabbed = [this](int endedRow, int endedColumn, bool forward) {
-        OpenNext(endedRow, endedColumn, forward);
-    };
-    const QString text = initial.value_or(CellText(row, column));
-    QLineEdit* edit = nullptr;
-    if (m_kind == EGridKind::Servings && column == 0) {
-        const QStringList words = ServingUnitWords();
-        auto* box = new CInPlaceList(cell, words, static_cast<int>(words.indexOf(text)), text);
-        box->setAccessibleName(accessibleName());
-        edit = box->lineEdit();
-        m_control = box;
-    } else {
-        auto* box = new CInPlaceCellEdit(cell, text);
-        box->setAccessibleName(accessibleName());
-        edit = box;
-        m_control = box;
-    }
+    QLineEdit* edit = CreateEditor(index, initial.value_or(CellText(row, column)));
     if (initial) {
         edit->end(false);
     }
     return true;
+}
+
+QLineEdit* CGrid::CreateEditor(const QModelIndex& index, const QString& text) {
+    CInPlaceCell cell;
+    cell.list = this;
+    cell.row = index.row();
+    cell.column = index.column();
+    cell.rect = CellRect(cell.row, cell.column);
+    cell.alignment = m_model->itemFromIndex(index)->textAlignment() & Qt::AlignHorizontal_Mask;
+    cell.ended = [this](int row, int column, const std::optional<QString>& endedText) {
+        m_control = nullptr;
+        emit LabelEditEnded(row, column, endedText);
+    };
+    cell.tabbed = [this](int row, int column, bool forward) { OpenNext(row, column, forward); };
+    if (m_kind == EGridKind::Servings && cell.column == 0) {
+        const QStringList words = ServingUnitWords();
+        auto* box = new CInPlaceList(cell, words, static_cast<int>(words.indexOf(text)), text);
+        box->setAccessibleName(accessibleName());
+        m_control = box;
+        return box->lineEdit();
+    }
+    auto* box = new CInPlaceCellEdit(cell, text);
+    box->setAccessibleName(accessibleName());
+    m_control = box;
+    return box;
 }
 
 bool CGrid::OpenCurrent(const std::optional<QString>& initial) {

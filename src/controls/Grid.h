@@ -6,6 +6,7 @@
 #include <optional>
 
 class CInPlaceControl;
+class QLineEdit;
 class QStandardItemModel;
 
 /// Which cells of a grid open which editor.
@@ -61,6 +62,8 @@ class CGrid : public QTreeView {
     [[nodiscard]] bool HasEditor(int row, int column) const;
     /// `initial` replaces the cell's text in the editor.
     bool Open(int row, int column, const std::optional<QString>& initial);
+    /// The control over the cell, which becomes m_control; its line comes back.
+    QLineEdit* CreateEditor(const QModelIndex& index, const QString& text);
     bool OpenCurrent(const std::optional<QString>& initial);
     void OpenNext(int row, int column, bool forward);
     void ScrollToCell(int row, int column);
