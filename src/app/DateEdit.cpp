@@ -7,8 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
-QDateEdit* CreateDateEdit(QDate date, const QString& objectName) {
-    auto* edit = new QDateEdit(date);
+QDateEdit* CreateDateEdit(QDate date, const QString& objectName, QWidget* parent) {
+    auto* edit = new QDateEdit(date, parent);
     edit->setObjectName(objectName);
     edit->setMinimumDate(DateOf(0));  // moments count from there
     edit->setDisplayFormat(ShownDateFormat());

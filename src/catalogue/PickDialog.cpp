@@ -1,7 +1,6 @@
 #include "catalogue/PickDialog.h"
 
 #include <QComboBox>
-#include <QEvent>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -25,14 +24,6 @@ constexpr int kNameLength = 64;
 CPickDialog::CPickDialog(const QString& title, CPickForm& form, const CFindTexts& texts,
                          QWidget* parent)
     : CDialog(title, parent), m_form(form), m_texts(texts) {}
-
-bool CPickDialog::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Wheel && !static_cast<QWidget*>(watched)->hasFocus()) {
-        event->ignore();
-        return true;
-    }
-    return CDialog::eventFilter(watched, event);
-}
 
 bool CPickDialog::CloseOverlay() {
     const bool wasOpen = m_pickList->IsOpen();
@@ -61,8 +52,6 @@ CPickField* CPickDialog::AddPickField(QFormLayout* form, EPicker picker, const Q
 void CPickDialog::AddTimeRow(QFormLayout* form, const QString& label) {
     auto* row = new QWidget(this);
     m_time = CreateTimeField(row);
-    m_time->setFocusPolicy(Qt::StrongFocus);
-    m_time->installEventFilter(this);
     QHBoxLayout* layout = RowLayout(row);
     layout->addWidget(m_time);
     layout->addStretch(1);
@@ -117,8 +106,6 @@ QComboBox* CPickDialog::CreateListField(const QString& name, int characters, int
     field->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     field->setMinimumContentsLength(characters);
     field->lineEdit()->setMaxLength(length);
-    field->setFocusPolicy(Qt::StrongFocus);  // the wheel alone does not bring it
-    field->installEventFilter(this);
     return field;
 }
 

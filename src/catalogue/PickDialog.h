@@ -18,10 +18,6 @@ class QTimeEdit;
 /// add their rows in their order and the pick list last.
 class CPickDialog : public CDialog {
     Q_OBJECT
-  public:
-    /// The wheel scrolls the dialog, and turns a field only where the user is at it.
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
   protected:
     struct CFindTexts {
         const char* prompt;

@@ -2,6 +2,7 @@
 
 #include <QAbstractSpinBox>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -152,6 +153,7 @@ void CDialog::OrderTabs() {
 void CDialog::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) {
         OrderTabs();
+        WatchWheel();
     }
     // Whoever set a size already gets it.
     if (!event->spontaneous() && !testAttribute(Qt::WA_Resized)) {
@@ -170,6 +172,23 @@ void CDialog::showEvent(QShowEvent* event) {
         }
     }
     QDialog::showEvent(event);
+}
+
+bool CDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Wheel && !static_cast<QWidget*>(watched)->hasFocus()) {
+        event->ignore();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void CDialog::WatchWheel() {
+    for (auto* field : m_scroll->widget()->findChildren<QWidget*>()) {
+        if (qobject_cast<QAbstractSpinBox*>(field) || qobject_cast<QComboBox*>(field)) {
+            field->setFocusPolicy(Qt::StrongFocus);
+            field->installEventFilter(this);
+        }
+    }
 }
 
 void CDialog::ShowFocusWidget(QWidget* focus) {

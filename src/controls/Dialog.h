@@ -46,9 +46,12 @@ class CDialog : public QDialog {
     void SetPreferredSize(int width, int height);
 
     void showEvent(QShowEvent* event) override;
+    /// The wheel turns the field that has the focus, and scrolls the content elsewhere.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void OrderTabs();
+    void WatchWheel();
     void ShowFocusWidget(QWidget* focus);
 
     QScrollArea* m_scroll;

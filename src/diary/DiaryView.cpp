@@ -136,8 +136,7 @@ void CDiaryView::changeEvent(QEvent* event) {
 
 QWidget* CDiaryView::CreateDayBar() {
     auto* bar = new QWidget(this);
-    m_date = CreateDateEdit(m_doc.dayShown, u"day"_s);
-    m_date->setParent(bar);  // and stands before the buttons in Tab's order
+    m_date = CreateDateEdit(m_doc.dayShown, u"day"_s, bar);
     m_date->setAccessibleName(u"Day shown"_s);
     connect(m_date, &QDateEdit::dateChanged, this, &CDiaryView::SetDay);
 

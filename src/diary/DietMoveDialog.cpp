@@ -17,7 +17,7 @@ CDietMoveDialog::CDietMoveDialog(const CDietPlace& place, QWidget* parent)
     prompt->setWordWrap(true);
     Content()->addWidget(prompt);
 
-    m_date = CreateDateEdit(DateOf(place.moment), u"date"_s);
+    m_date = CreateDateEdit(DateOf(place.moment), u"date"_s, this);
     m_time = CreateTimeField(this);
     m_time->setTime(TimeOf(place.moment));
     m_meal = new QComboBox(this);

@@ -70,7 +70,7 @@ bool CWeightEditDialog::Confirm() {
 
 void CWeightEditDialog::AddFields() {
     const CWeightFields fields = m_form.GetFields();
-    m_date = CreateDateEdit(fields.date, u"date"_s);
+    m_date = CreateDateEdit(fields.date, u"date"_s, this);
     m_time = CreateTimeField(this);
     QFormLayout* moment = AddForm();
     moment->addRow(u"Date:"_s, m_date);
