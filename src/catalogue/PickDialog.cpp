@@ -63,7 +63,8 @@ void CPickDialog::AddTimeRow(QFormLayout* form, const QString& label) {
         button->setToolTip(button->objectName());
         button->setAutoDefault(false);
         // Narrow screens have no room for the platform's usual button width.
-        button->setFixedWidth(button->fontMetrics().horizontalAdvance(text) + kButtonMargin);
+        const QSize size = button->fontMetrics().size(Qt::TextShowMnemonic, text);
+        button->setFixedWidth(size.width() + kButtonMargin);
         connect(button, &QPushButton::clicked, this, slot);
         layout->addWidget(button);
         m_findButtons.push_back(button);
