@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int kWholeDaySeconds = 24 * 60 * 60;
 constexpr double kLineWidth = 2;
+constexpr int kPointsAtOnce = 4;
 /// Points farther apart than this get a mark.
 constexpr double kMarkedDistance = 8;
 constexpr double kMarkRadius = 3;
@@ -199,7 +200,11 @@ void CWeightGraph::PaintData(QPainter& painter) {
         painter.drawLine(m_goalFrom, m_goalTo);
     }
     painter.setPen(QPen(WeightLineColor(), kLineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPolyline(m_line.data(), static_cast<int>(m_line.size()));
+    // What one line costs the painter grows with the square of its points.
+    const auto count = static_cast<int>(m_line.size());
+    for (int i = 0; i + 1 < count; i += kPointsAtOnce - 1) {
+        painter.drawPolyline(m_line.data() + i, std::min(kPointsAtOnce, count - i));
+    }
     if (static_cast<double>(m_line.size()) * kMarkedDistance < Plot().width()) {
         painter.setBrush(WeightLineColor());
         for (const QPointF& point : m_line) {
