@@ -71,8 +71,10 @@ QString MeantName(CDatabase& database, ECatalogueKind kind, qint32 categoryId,
                   const QString& name) {
     const QStringList names = NamesInCategory(database, kind, categoryId);
     const QString trimmed = name.trimmed();
-    if (names.contains(name) || names.contains(trimmed)) {
-        return names.contains(name) ? name : trimmed;
+    for (const QString& meant : {name, trimmed}) {
+        if (names.contains(meant)) {
+            return meant;
+        }
     }
     const auto whole = std::ranges::find_if(
         names, [&](const QString& longer) { return longer.startsWith(trimmed); });

@@ -44,7 +44,6 @@ CCatalogueView::CCatalogueView(CVelmoraDoc& doc, const CCatalogueTexts& texts, Q
     m_pages->addWidget(m_browser);
     m_emptyPage = MakeEmptyPage();
     m_pages->addWidget(m_emptyPage);
-    setFocusProxy(m_browser->Tree());
     m_browser->Tree()->setFocus();
 }
 

@@ -41,11 +41,13 @@ double DayOf(FileTime moment) {
 }
 }  // namespace
 
-CWeightGraph::CWeightGraph(CVelmoraDoc& doc, QWidget* parent)
-    : CGraphPane(u"Weight graph"_s, parent), m_doc(doc), m_spans(new QWidget(this)) {
-    setObjectName(u"weightGraph"_s);
+CWeightGraph::CWeightGraph(CVelmoraDoc& doc, const CWeightList& weights, QWidget* parent)
+    : CGraphPane(u"Weight graph"_s, parent),
+      m_doc(doc),
+      m_weights(weights),
+      m_spans(new QWidget(this)) {
+    setObjectName(u"graph"_s);
     AddSpanButtons();
-    Reload();
 }
 
 void CWeightGraph::AddSpanButtons() {
@@ -72,21 +74,13 @@ void CWeightGraph::AddSpanButtons() {
 }
 
 void CWeightGraph::Reload() {
-    constexpr int kMomentAndWeight = 2;
     m_points.clear();
-    m_doc.Database().Weight().ForEachFrom(
-        0,
-        [this](int, PropertyList& properties) {
-            const bool isWhole = std::ssize(properties) == kWeightLayout.Count();
-            const auto* moment = isWhole ? std::get_if<FileTime>(&properties[0]) : nullptr;
-            const auto* weightKg = isWhole ? std::get_if<double>(&properties[1]) : nullptr;
-            if (moment != nullptr && weightKg != nullptr && std::isfinite(*weightKg) &&
-                DateOf(*moment).isValid()) {
-                m_points.push_back({DayOf(*moment), Shown(*weightKg)});
-            }
-            return true;
-        },
-        kMomentAndWeight);
+    for (int row = 0; row < m_weights.Count(); ++row) {
+        const CWeightEntry& entry = m_weights.Entry(row);
+        if (DateOf(entry.GetMoment()).isValid()) {
+            m_points.push_back({DayOf(entry.GetMoment()), Shown(entry.GetWeightKg())});
+        }
+    }
     m_spans->setVisible(!m_points.empty());
     LayOut();
 }

@@ -3,18 +3,18 @@
 
 #include "app/VelmoraDoc.h"
 #include "controls/GraphPane.h"
-
-class QButtonGroup;
+#include "diary/WeightList.h"
 
 /// How far back the graph looks from its last day.
 enum class EGraphSpan { Month, ThreeMonths, Year, All };
 
-/// The document outlives it; the span is kept there.
+/// The document and the list outlive it; the span is kept in the document.
 class CWeightGraph : public CGraphPane {
     Q_OBJECT
   public:
-    CWeightGraph(CVelmoraDoc& doc, QWidget* parent);
-    /// Reads entries, targets, units and colours anew.
+    CWeightGraph(CVelmoraDoc& doc, const CWeightList& weights, QWidget* parent);
+    /// Takes the entries of the list, targets, units and colours anew; to be called before it is
+    /// shown.
     void Reload();
 
     /// Shown where the user has chosen no colour.
@@ -47,6 +47,7 @@ class CWeightGraph : public CGraphPane {
     void LabelDays(const CScale& days);
 
     CVelmoraDoc& m_doc;
+    const CWeightList& m_weights;
     QWidget* m_spans;
     std::vector<CPoint> m_points;
     std::vector<QPointF> m_line;

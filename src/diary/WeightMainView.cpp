@@ -54,8 +54,7 @@ void CWeightMainView::DayChanged() {
 
 void CWeightMainView::CreateLists() {
     m_entries = new CWeightEntryList(Doc(), m_weights, Splitter());
-    m_graph = new CWeightGraph(Doc(), Splitter());
-    m_graph->setObjectName(u"graph"_s);
+    m_graph = new CWeightGraph(Doc(), m_weights, Splitter());
     m_graph->setContextMenuPolicy(Qt::CustomContextMenu);
 }
 
