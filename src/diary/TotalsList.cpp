@@ -1,5 +1,6 @@
 #include "diary/TotalsList.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <QPainter>
 #include <QScrollBar>
