@@ -30,7 +30,7 @@ ExerciseWeek ExerciseWeekOf(CVelmoraDoc& doc, QDate last) {
         day.day = last.addDays(index - (kGraphDays - 1));
         database.LoadDietDay(day.day);
         day.surplusKcal =
-            database.GetDietTotal(kEnergyIndex) - doc.Settings().targets.dailyEnergyKcal;
+            database.GetDietTotal(kEnergyIndex) - doc.Settings().targets.nutrients[kEnergyIndex];
     }
     for (const CListedExercise& listed :
          ListExercises(database, week.front().day, last, EWrongCount::Skip)) {

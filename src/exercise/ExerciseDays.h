@@ -9,7 +9,7 @@
 struct CExerciseDay {
     QDate day;
     double burnedKcal = 0;   ///< by the day's exercises
-    double surplusKcal = 0;  ///< eaten less the daily energy target: what exercise should burn
+    double surplusKcal = 0;  ///< eaten less the energy target: what exercise should burn
 };
 
 inline constexpr int kGraphDays = 7;

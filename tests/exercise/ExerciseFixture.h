@@ -22,7 +22,8 @@ class CExercisesTest : public CDiaryTest {
     void MakeExercises() {
         MakeDiary();
         m_doc->Settings().targets.startWeightKg = 70;
-        m_doc->Settings().targets.dailyEnergyKcal = 2000;
+        m_doc->Settings().targets.nutrients[kEnergyIndex] = 2000;
+        m_doc->Settings().targets.dailyEnergyKcal = 2500;  // a plan, no target
         const qint32 sports = AddCategory(Database(), u"Sports"_s, ECatalogueKind::Exercises);
         AddCategory(Database(), u"garden"_s, ECatalogueKind::Exercises);
         AddToLibrary(Database(), sports, u"Running"_s, u"slow"_s, 0, 8);

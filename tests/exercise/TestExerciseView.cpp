@@ -22,6 +22,9 @@ class TestExerciseView : public CExercisesTest {
     void addingAndEditingShowTheWorkoutAndTheDaysEnergy() {
         COpenView<CExercisesMainView> open(*m_doc, "exercises", {240, 320});
         QVERIFY(open.HasHint());
+        QVERIFY(Find<QWidget>(open.view, "exercisesGraph")
+                    ->accessibleDescription()
+                    .startsWith(u"Neither food nor exercise"_s));
         OnDialog<CExerciseEditDialog>([](CExerciseEditDialog& dialog) {
             OnDialog<CFindDialog>([](CFindDialog& find) {
                 Replace(Find<QLineEdit>(find, "type3"), u"FAST"_s);
