@@ -7,11 +7,16 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+/// With a point in every locale: the file may be read anywhere.
+QString Number(double value, const CPreferences& preferences) {
+    return FixedNumber(value, preferences.decimals);
+}
+
 QString IngredientLine(const CComposedItem& component, const CPreferences& preferences) {
     if (component.GetServingX() == 1.0) {
         return FormatText("%s %s"_L1, {component.GetServingName(), component.GetName()});
     }
-    return FormatText("%s X %s %s"_L1, {preferences.FormatNumber(component.GetServingX()),
+    return FormatText("%s X %s %s"_L1, {Number(component.GetServingX(), preferences),
                                         component.GetServingName(), component.GetName()});
 }
 }  // namespace
@@ -43,8 +48,7 @@ bool SaveRecipeTextFile(const CComposedForm& recipe, const QString& path) {
     file.WriteLine(u"\r\nNutrients:");
     for (int row = 0; row < recipe.RowCount(); ++row) {
         const double value = TypedNumber(recipe.RowText(row)).value_or(0);
-        file.WriteLine(
-            FormatText("%s: %s"_L1, {recipe.RowTitle(row), preferences.FormatNumber(value)}));
+        file.WriteLine(FormatText("%s: %s"_L1, {recipe.RowTitle(row), Number(value, preferences)}));
     }
     // A file that did not come out whole is not passed off as one.
     if (!file.Close()) {

@@ -185,6 +185,10 @@ class TestComposedForm : public CDiaryTest {
                             "\r\nInstructions:\r\nStir.\r\nServe.\r\n"
                             "\r\nNutrients:\r\nEnergy (kcal): 359.20\r\n"
                             "Protein (g): 7.50\r\n"));
+        const QByteArray inC = Load(m_messages->chosenFile);
+        QLocale::setDefault(QLocale(u"de_DE"_s));  // "2,00" on the screen
+        QVERIFY(SaveRecipeText(form));
+        QCOMPARE(Load(m_messages->chosenFile), inC);
         m_messages->chosenFile = Path(u"no/such/folder.txt"_s);
         QVERIFY(!SaveRecipeText(form));
         QCOMPARE(m_messages->Said(), u"Cannot create file."_s);
