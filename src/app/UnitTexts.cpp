@@ -2,6 +2,8 @@
 
 #include "platform/NumberText.h"
 
+#include <algorithm>
+
 namespace {
 bool IsPair(EWeightUnit unit) {
     return unit == EWeightUnit::Stones || unit == EWeightUnit::StonesAndPounds;
@@ -11,13 +13,15 @@ double Typed(const QString& text) {
     return TypedNumber(text).value_or(0);
 }
 
-// A remainder that rounds to a full unit is carried, so that nobody reads "10 st 14 lb".
-CUnitTexts PairTexts(int major, double minor, int minorsPerMajor) {
-    const QString minorText = FieldNumber(minor);
-    if (minorText == QString::number(minorsPerMajor)) {
-        return {QString::number(major + 1), QString::number(0)};
+// Inches that round to a full foot are carried, so that nobody reads "5 ft 12 in"; those that the
+// conversion leaves a rounding error below none are none.
+CUnitTexts FeetTexts(double cm) {
+    const int feet = CmToWholeFeet(cm);
+    const QString inches = FieldNumber(std::max(0.0, CmToLeftoverInches(cm)));
+    if (inches == QString::number(kInchesPerFoot)) {
+        return {QString::number(feet + 1), QString::number(0)};
     }
-    return {QString::number(major), minorText};
+    return {QString::number(feet), inches};
 }
 }  // namespace
 
@@ -42,9 +46,19 @@ CUnitTexts WeightLabels(EWeightUnit unit) {
 
 CUnitTexts WeightTexts(double kg, EWeightUnit unit) {
     if (IsPair(unit)) {
-        return PairTexts(KgToWholeStones(kg), KgToLeftoverPounds(kg), 14);
+        return StonesTexts(kg, FieldNumber);
     }
     return {FieldNumber(unit == EWeightUnit::Pounds ? KgToPounds(kg) : kg), {}};
+}
+
+CUnitTexts StonesTexts(double kg, const NumberFormat& number) {
+    const auto [stones, pounds] = KgToStones(kg);
+    return {QString::number(stones), number(pounds)};
+}
+
+QString StonesText(double kg, const NumberFormat& number) {
+    const auto [stones, pounds] = StonesTexts(kg, number);
+    return stones + u',' + pounds;
 }
 
 double ReadWeightKg(const CUnitTexts& texts, EWeightUnit unit) {
@@ -65,7 +79,7 @@ CUnitTexts HeightLabels(EHeightUnit unit) {
 
 CUnitTexts HeightTexts(double cm, EHeightUnit unit) {
     if (unit == EHeightUnit::Feet) {
-        return PairTexts(CmToWholeFeet(cm), CmToLeftoverInches(cm), 12);
+        return FeetTexts(cm);
     }
     return {FieldNumber(unit == EHeightUnit::Inches ? CmToInches(cm) : cm), {}};
 }

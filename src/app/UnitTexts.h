@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 #include "app/Units.h"
 
@@ -13,12 +14,20 @@ struct CUnitTexts {
     bool operator==(const CUnitTexts&) const = default;
 };
 
+/// How a list, a report or a field writes a number.
+using NumberFormat = std::function<QString(double)>;
+
 /// A number for a field: at most two decimals, none that say nothing, the locale's separator.
 QString FieldNumber(double value);
 
 /// The units' abbreviations: "st" and "lb", or "kg" alone.
 CUnitTexts WeightLabels(EWeightUnit unit);
 CUnitTexts WeightTexts(double kg, EWeightUnit unit);
+/// Whole stones, and the pounds left over as `number` writes them. Pounds that it rounds to 14 are
+/// not carried: the stones are those of the stored weight.
+CUnitTexts StonesTexts(double kg, const NumberFormat& number);
+/// The same in one text: "11,3.50".
+QString StonesText(double kg, const NumberFormat& number);
 /// Texts that are no numbers count 0.
 double ReadWeightKg(const CUnitTexts& texts, EWeightUnit unit);
 

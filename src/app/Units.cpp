@@ -36,7 +36,6 @@ constexpr double kCmPerFoot = 30.48;
 constexpr double kFeetPerCm = 0.03280839895013123;
 constexpr double kCmPerInch = 2.54;
 constexpr double kInchesPerCm = 0.39370078740157477;
-constexpr double kInchesPerFoot = 12;
 constexpr double kKJPerKcal = 4.18;
 constexpr double kKcalPerKJ = 0.23923444976076558;
 
@@ -73,12 +72,10 @@ double PoundsToKg(double pounds) {
     return pounds * kKgPerPound;
 }
 
-int KgToWholeStones(double kg) {
-    return Whole(KgToPounds(kg) * kStonesPerPound);
-}
-
-double KgToLeftoverPounds(double kg) {
-    return KgToPounds(kg) - kPoundsPerStone * KgToWholeStones(kg);
+CStones KgToStones(double kg) {
+    const double pounds = KgToPounds(kg);
+    const int stones = Whole(pounds * kStonesPerPound);
+    return {stones, pounds - kPoundsPerStone * stones};
 }
 
 double StonesToKg(double stones, double pounds) {

@@ -17,11 +17,15 @@ QString UnitName(EEnergyUnit unit, EUnitForm form);
 
 double KgToPounds(double kg);
 double PoundsToKg(double pounds);
-int KgToWholeStones(double kg);
-/// Pounds left over after the whole stones.
-double KgToLeftoverPounds(double kg);
+/// Whole stones, and the pounds left over.
+struct CStones {
+    int stones = 0;
+    double pounds = 0;
+};
+CStones KgToStones(double kg);
 double StonesToKg(double stones, double pounds);
 
+inline constexpr int kInchesPerFoot = 12;
 double FeetToCm(double feet, double inches);
 int CmToWholeFeet(double cm);
 /// Inches left over after the whole feet.

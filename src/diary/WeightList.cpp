@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "app/DateText.h"
+#include "app/UnitTexts.h"
 #include "diary/WeightForm.h"
-#include "platform/Messages.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,8 +13,6 @@ namespace {
 enum EColumn { kDateColumn, kWeightColumn, kChangeColumn, kFirstTapeColumn };
 constexpr int kBodyFatColumn = kFirstTapeColumn + kTapeCount;
 static_assert(kBodyFatColumn + 1 == CWeightTabSettings::kColumnCount);
-
-constexpr double kPoundsPerStone = 14;
 
 }  // namespace
 
@@ -93,18 +91,10 @@ QString CWeightList::WeightText(double kg) const {
         case EWeightUnit::Kilograms:
             return preferences.FormatNumber(kg);
         case EWeightUnit::Stones:
-            break;
+            return StonesText(kg, [&](double pounds) { return preferences.FormatNumber(pounds); });
         default:
             return {};
     }
-    int stones = KgToWholeStones(kg);
-    QString pounds = preferences.FormatNumber(KgToLeftoverPounds(kg));
-    // Pounds that round to a whole stone are carried, so that nobody reads "10,14.00".
-    if (pounds == preferences.FormatNumber(kPoundsPerStone)) {
-        ++stones;
-        pounds = preferences.FormatNumber(0);
-    }
-    return FormatText("%d,%s"_L1, {stones, pounds});
 }
 
 /// Stones read it in plain pounds.

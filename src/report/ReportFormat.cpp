@@ -1,6 +1,7 @@
 #include "report/ReportFormat.h"
 
 #include "app/DateText.h"
+#include "app/UnitTexts.h"
 #include "exercise/ExerciseRules.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
@@ -101,7 +102,7 @@ bool CReportFormat::HasStones() const {
 
 QString CReportFormat::Weight(double kg) const {
     if (HasStones()) {
-        return FormatText("%d,%s"_L1, {KgToWholeStones(kg), Number(KgToLeftoverPounds(kg))});
+        return StonesText(kg, [this](double pounds) { return Number(pounds); });
     }
     return Number(m_preferences.weightUnit == EWeightUnit::Pounds ? KgToPounds(kg) : kg);
 }

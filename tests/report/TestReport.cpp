@@ -228,10 +228,10 @@ class TestReport : public CDiaryTest {
     }
 
     void unitsHaveTheirWords() {
-        const auto columns = [](EWeightUnit weightUnit, EHeightUnit heightUnit) {
+        const auto columns = [](EWeightUnit weightUnit, EHeightUnit heightUnit, double kg = 70) {
             const CPreferences preferences{weightUnit, heightUnit};
             const CReportFormat format(preferences, 82);
-            CWeightEntry entry = MakeWeight(kFirst, {7, 0}, 70);
+            CWeightEntry entry = MakeWeight(kFirst, {7, 0}, kg);
             entry.SetMeasurement(0, 10);
             return format.WeightHeader().section(u',', 0, -8) + u' ' +
                    format.WeightFields(entry).section(u',', 0, -8);
@@ -243,6 +243,9 @@ class TestReport : public CDiaryTest {
                  u"Weight (lb),Weight change (lb),Chest (ft) 154.32,-26.46,3.94"_s);
         QCOMPARE(columns(StonesAndPounds, Centimetres),
                  u"Weight (st,lb),Weight change (st,lb),Chest (cm) 11,0.32,-26.46,10.00"_s);
+        // 153.999 - 10 x 14 lb, and 153.999 - 82 x 2.2046
+        QCOMPARE(columns(Stones, Centimetres, 153.999 / 2.2046).section(u' ', -1),
+                 u"10,14.00,-26.78,10.00"_s);
         QCOMPARE(CReportFormat::Time(6005.5), u"100:05"_s);
     }
 };
