@@ -22,6 +22,10 @@ bool IsZero(double value) {
     return std::abs(value) <= kZeroReach;
 }
 
+bool IsDirectionMark(QChar c) {
+    return c == QChar(0x200E) || c == QChar(0x200F) || c == QChar(0x061C);
+}
+
 double Written(double value) {
     return IsZero(value) ? 0 : value;
 }
@@ -39,8 +43,9 @@ QString CReportFormat::NumberOrEmpty(double value) const {
 }
 
 QString CReportFormat::Date(QDate date) {
-    // Digits of other scripts would not survive the code page.
-    return WithAsciiDigits(ShownDate(date));
+    // Digits of other scripts and direction marks would not survive the code page.
+    QString text = WithAsciiDigits(ShownDate(date));
+    return text.removeIf(IsDirectionMark);
 }
 
 QString CReportFormat::Item(const QString& name, const QString& type) {

@@ -168,6 +168,8 @@ class TestReport : public CDiaryTest {
         }
         QLocale::setDefault(QLocale(u"fa_IR"_s));  // which has digits of its own
         QVERIFY(Written({kFirst, kFirst}).contains("From: ,2006/4/14\r\n"));
+        QLocale::setDefault(QLocale(u"ar_EG"_s));  // whose dates hold direction marks
+        QVERIFY(Written({kFirst, kFirst}).contains("From: ,14/4/2006\r\n"));
     }
 
     void aDayOfManyEntriesIsReportedWhole() {
