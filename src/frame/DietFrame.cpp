@@ -81,6 +81,25 @@ QString HelpPagePath() {
     return {};
 }
 
+/// `length` from `start`; cut down to the desktop's and moved into it where it is longer.
+std::pair<int, int> SpanWithin(int desktopStart, int desktopLength, int start, int length) {
+    return length > desktopLength ? std::pair(desktopStart, desktopLength)
+                                  : std::pair(start, length);
+}
+
+/// The stored placement, as far as the desktop has room for it; empty for numbers that no window
+/// has: a settings file may hold any.
+QRect PlacementWithin(const QRect& desktop, const CRegistrySettings& stored) {
+    const auto [x, width] =
+        SpanWithin(desktop.x(), desktop.width(), stored.positionX, stored.sizeX);
+    const auto [y, height] =
+        SpanWithin(desktop.y(), desktop.height(), stored.positionY, stored.sizeY);
+    if (width <= 0 || height <= 0 || !desktop.adjusted(-width, -height, 0, 0).contains(x, y)) {
+        return {};
+    }
+    return {x, y, width, height};
+}
+
 }  // namespace
 
 CDietFrame::CDietFrame(CVelmoraDoc& doc) : m_doc(doc) {
@@ -226,10 +245,10 @@ void CDietFrame::PlaceWindow() {
     const CRegistrySettings& stored = m_doc.Registry();
     const QScreen* screen = QGuiApplication::primaryScreen();
     resize(screen == nullptr ? kDefaultSize : kDefaultSize.boundedTo(screen->availableSize()));
-    if (stored.sizeX == kNeverSaved || stored.sizeY == kNeverSaved) {
+    if (screen == nullptr || stored.sizeX == kNeverSaved || stored.sizeY == kNeverSaved) {
         return;
     }
-    const QRect placement(stored.positionX, stored.positionY, stored.sizeX, stored.sizeY);
+    const QRect placement = PlacementWithin(screen->availableVirtualGeometry(), stored);
     for (const QScreen* candidate : QGuiApplication::screens()) {
         const QRect visible = candidate->availableGeometry().intersected(placement);
         if (visible.width() >= kLeastVisible && visible.height() >= kLeastVisible) {

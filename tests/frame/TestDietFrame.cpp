@@ -4,8 +4,10 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
+#include <QScreen>
 #include <QSpinBox>
 #include <QToolBar>
+#include <limits>
 
 #include "app/PreferencesDialog.h"
 #include "controls/ReportList.h"
@@ -92,6 +94,26 @@ class TestDietFrame : public CDiaryTest {
             const CDietFrame frame(*m_doc);
             QVERIFY(frame.x() != x);
             QCOMPARE(frame.size(), QSize(1000, 700).boundedTo(frame.screen()->availableSize()));
+        }
+    }
+
+    void aSizeBeyondTheScreenIsBroughtBackToIt() {
+        CRegistrySettings& registry = m_doc->Registry();
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        constexpr int kMost = std::numeric_limits<int>::max();
+        const std::pair<std::array<int, 4>, QRect> rows[] = {
+            {{30, 40, kMost, 400}, {screen.x(), 40, screen.width(), 400}},
+            {{30, 40, 500, 100000}, {30, screen.y(), 500, screen.height()}},
+            {{-kMost, kMost, kMost, kMost}, screen},
+        };
+        for (const auto& [stored, shown] : rows) {
+            registry = {stored[0], stored[1], stored[2], stored[3], u"Ann"_s};
+            QCOMPARE(CDietFrame(*m_doc).geometry(), shown);
+        }
+        // Neither a place nor a size of any window.
+        for (const auto& [x, width] : {std::pair(kMost, 500), {30, -kMost}, {30, 0}}) {
+            registry = {x, 40, width, 400, u"Ann"_s};
+            QCOMPARE(CDietFrame(*m_doc).size(), QSize(1000, 700).boundedTo(screen.size()));
         }
     }
 
