@@ -22,7 +22,7 @@ class TestExerciseView : public CExercisesTest {
     void addingAndEditingShowTheWorkoutAndTheDaysEnergy() {
         COpenView<CExercisesMainView> open(*m_doc, "exercises", {240, 320});
         QVERIFY(open.HasHint());
-        QVERIFY(Find<QWidget>(open.view, "exercisesGraph")
+        QVERIFY(Find<QWidget>(open.view, "graph")
                     ->accessibleDescription()
                     .startsWith(u"Neither food nor exercise"_s));
         OnDialog<CExerciseEditDialog>([](CExerciseEditDialog& dialog) {
