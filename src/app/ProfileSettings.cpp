@@ -301,3 +301,21 @@ void CProfileSettings::ToRecord(CProfileRecord& record) const {
     WriteExerciseTab(exerciseTab, record);
     record.SetSetting(kTabsAreStored.first, 1);
 }
+
+void CProfileSettings::ChangesToRecord(const CProfileSettings& before,
+                                       CProfileRecord& record) const {
+    CProfileRecord was;
+    CProfileRecord is;
+    before.ToRecord(was);
+    ToRecord(is);
+    if (was == is) {
+        return;
+    }
+    record.TakeChanges(was, is);
+    // Without the mark these tabs are not read; with it all of them is.
+    if (record.GetSetting(kTabsAreStored.first) == 0) {
+        WriteWeightTab(weightTab, record);
+        WriteExerciseTab(exerciseTab, record);
+        record.SetSetting(kTabsAreStored.first, 1);
+    }
+}

@@ -69,4 +69,7 @@ struct CProfileSettings {
     static CProfileSettings FromRecord(const CProfileRecord& record);
     /// Values that the record has no room for are limited, never wrapped.
     void ToRecord(CProfileRecord& record) const;
+    /// Writes what differs from `before` into the record that `before` was read from: what nobody
+    /// changed stays as it is there, also where a default was taken in its place.
+    void ChangesToRecord(const CProfileSettings& before, CProfileRecord& record) const;
 };

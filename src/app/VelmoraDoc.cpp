@@ -26,7 +26,7 @@ CVelmoraDoc::CVelmoraDoc(QString volumePath)
     : m_volumePath(std::move(volumePath)), m_registry(CRegistrySettings::Read()) {}
 
 CVelmoraDoc::~CVelmoraDoc() {
-    SaveSettings();
+    SaveViewState();
 }
 
 bool CVelmoraDoc::Start(CStartDialogs& dialogs) {
@@ -47,7 +47,7 @@ bool CVelmoraDoc::Start(CStartDialogs& dialogs) {
 }
 
 bool CVelmoraDoc::OpenCatalogue() {
-    SaveSettings();
+    SaveViewState();
     m_settingsLoaded = false;
     m_nutrientNames.clear();
     m_database.reset();  // one owner of the volume at a time
@@ -86,13 +86,14 @@ bool CVelmoraDoc::SetActiveProfile(const QString& name) {
     if (!LoadProfile(name)) {
         return false;
     }
+    NameEnergy();
     m_registry.userProfileName = GetActiveProfile();
     m_registry.Write();
     return true;
 }
 
 bool CVelmoraDoc::LoadProfile(const QString& name) {
-    SaveSettings();
+    SaveViewState();
     const QString stored = StoredProfileName(name);
     if (stored.isEmpty()) {
         return false;
@@ -101,20 +102,29 @@ bool CVelmoraDoc::LoadProfile(const QString& name) {
         ReopenActiveProfile();
         return false;
     }
-    // A profile without a record, or with one of another version, starts from the defaults.
-    CProfileRecord record;
-    CProfileSettings::ForNewProfile(QDate::currentDate()).ToRecord(record);
-    if (!m_database->LoadProfileRecord(record) && m_database->HasProfileRecord()) {
-        // Defaults must not be written over a record that could not be read.
-        ReopenActiveProfile();
-        return false;
-    }
-    m_settings = CProfileSettings::FromRecord(record);
-    m_settings.user.name = stored;
-    m_storedRecord = record;
-    m_settingsLoaded = true;
-    NameEnergy();
+    ReadSettings(stored);
+    ForgetNutrientNames();
     return true;
+}
+
+void CVelmoraDoc::ReadSettings(const QString& name) {
+    CProfileSettings defaults = CProfileSettings::ForNewProfile(QDate::currentDate());
+    defaults.user.name = name;
+    m_storedRecord = CProfileRecord();
+    defaults.ToRecord(m_storedRecord);
+    const bool isUnreadable =
+        m_database->LoadProfileRecord(m_storedRecord) == EProfileRecord::Unreadable;
+    m_settings = CProfileSettings::FromRecord(m_storedRecord);
+    m_settings.user.name = name;
+    m_savedSettings = m_settings;
+    m_standIn = isUnreadable ? EStandIn::Shown : EStandIn::None;
+    m_settingsLoaded = true;
+    if (isUnreadable) {
+        ShowMessage(FormatText("The settings of user profile '%s' cannot be read. Default settings "
+                               "are used; the stored ones are kept until you confirm new ones."_L1,
+                               {name}),
+                    EMessageIcon::Warning);
+    }
 }
 
 QString CVelmoraDoc::GetActiveProfile() const {
@@ -142,7 +152,7 @@ bool CVelmoraDoc::CreateProfile(const CProfileSettings& settings) {
         ShowMessage(*refusal);
         return false;
     }
-    SaveSettings();
+    SaveViewState();
     CProfileRecord record;
     settings.ToRecord(record);
     record.SetUserName(name);
@@ -187,20 +197,36 @@ bool CVelmoraDoc::DeleteUserProfiles(const QStringList& names) {
 }
 
 bool CVelmoraDoc::SaveSettings() {
+    if (m_standIn == EStandIn::Shown) {
+        m_standIn = EStandIn::Confirmed;
+    }
+    if (!WriteChanges()) {
+        return false;
+    }
+    NameEnergy();
+    return true;
+}
+
+bool CVelmoraDoc::SaveViewState() {
+    return m_standIn != EStandIn::Shown && WriteChanges();
+}
+
+bool CVelmoraDoc::WriteChanges() {
     if (!m_database || !m_settingsLoaded) {
         return false;
     }
-    CProfileRecord record;
-    m_settings.ToRecord(record);
-    if (record == m_storedRecord) {
+    CProfileRecord record = m_storedRecord;
+    m_settings.ChangesToRecord(m_savedSettings, record);
+    if (record == m_storedRecord && m_standIn == EStandIn::None) {
         return true;
     }
     if (!m_database->SaveProfileRecord(record)) {
         ShowSaveFailure(m_database->GetStore().GetLastError());
         return false;
     }
+    m_savedSettings = m_settings;
     m_storedRecord = record;
-    NameEnergy();
+    m_standIn = EStandIn::None;
     return true;
 }
 
@@ -215,6 +241,10 @@ QString CVelmoraDoc::GetTitle() const {
 const QStringList& CVelmoraDoc::NutrientNames() {
     if (m_nutrientNames.isEmpty()) {
         m_nutrientNames = m_database->ReadNutrientNames();
+        if (m_settingsLoaded) {
+            m_nutrientNames[kEnergyIndex] = CDatabase::EnergyName(
+                UnitName(m_settings.preferences.energyUnit, EUnitForm::Abbreviated));
+        }
     }
     return m_nutrientNames;
 }

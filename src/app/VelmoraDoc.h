@@ -64,11 +64,12 @@ class CVelmoraDoc {
     CDatabase& Database() { return *m_database; }
     CRegistrySettings& Registry() { return m_registry; }
 
-    /// Makes a stored profile active: opens it (never creating), loads its settings, names the
-    /// energy after its unit and remembers the profile in the registry. The profile active before
-    /// is saved first, and stays active on failure.
+    /// Makes a stored profile active: loads it, names the energy after its unit and remembers the
+    /// profile in the registry.
     bool SetActiveProfile(const QString& name);
-    /// As SetActiveProfile, but leaves the user's registry alone.
+    /// Opens a stored profile (never creating) and loads its settings; nothing of it is written.
+    /// Defaults stand in for a record of another version or a damaged one, after a message that
+    /// says so. The profile loaded before is saved first, and stays on failure.
     bool LoadProfile(const QString& name);
     [[nodiscard]] bool IsProfileActive() const { return m_settingsLoaded; }
     [[nodiscard]] QString GetActiveProfile() const;
@@ -88,14 +89,18 @@ class CVelmoraDoc {
     CProfileSettings& Settings() { return m_settings; }
     [[nodiscard]] const CProfileSettings& Settings() const { return m_settings; }
     [[nodiscard]] const CPreferences& Preferences() const { return m_settings.preferences; }
-    /// Writes the settings to the profile's record when they have changed since, and renames the
-    /// energy after its unit; to be called after every dialog that changes them. Failure shows
-    /// "Cannot save user profile (error# %d).".
+    /// Writes what has changed in the settings to the profile's record, and renames the energy
+    /// after its unit; to be called after every dialog that changes them. Defaults that stand in
+    /// for a record are confirmed with it. Failure shows "Cannot save user profile (error# %d).".
     bool SaveSettings();
+    /// The same for the state of the windows, which nobody confirms: it is lost as long as
+    /// defaults stand in for a record.
+    bool SaveViewState();
 
     /// "Velmora:" and the profile's name, cut to 18 characters and "..." when longer.
     [[nodiscard]] QString GetTitle() const;
-    /// The 54 names as the user sees them, read once until they change.
+    /// The 54 names as the user sees them, read once until they change; the energy in the unit of
+    /// the profile loaded.
     const QStringList& NutrientNames();
     void ForgetNutrientNames() { m_nutrientNames.clear(); }
 
@@ -108,7 +113,16 @@ class CVelmoraDoc {
     }
 
   private:
+    /// Whether the settings are defaults in the place of a record that could not be read.
+    enum class EStandIn {
+        None,
+        Shown,      ///< and must not be written yet
+        Confirmed,  ///< by a dialog; to be written as soon as that succeeds
+    };
+
     bool ChooseProfile(CStartDialogs& dialogs);
+    void ReadSettings(const QString& name);
+    bool WriteChanges();
     void NameEnergy();
     /// The name as stored, found without case; empty when no such profile exists.
     QString StoredProfileName(const QString& name);
@@ -118,8 +132,10 @@ class CVelmoraDoc {
     CRegistrySettings m_registry;
     std::unique_ptr<CDatabase> m_database;
     CProfileSettings m_settings;
-    CProfileRecord m_storedRecord;  ///< what the profile's record holds now
+    CProfileSettings m_savedSettings;  ///< as they were loaded or written last
+    CProfileRecord m_storedRecord;     ///< what the profile's record holds now
     bool m_settingsLoaded = false;
+    EStandIn m_standIn = EStandIn::None;
     QStringList m_nutrientNames;
     std::array<CCatalogueState, 4> m_catalogueStates;
 };

@@ -145,7 +145,7 @@ void CWeightMainView::ShowBmi() {
 
 void CWeightMainView::ShowGoalLine(bool isShown) {
     Doc().Settings().weightTab.showGoalLine = isShown;
-    Doc().SaveSettings();
+    Doc().SaveViewState();
     m_graph->Reload();
 }
 

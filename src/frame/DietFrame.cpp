@@ -279,7 +279,6 @@ template <typename Edit>
 void CDietFrame::Refreshing(Edit edit) {
     ActiveView()->StoreLayout();
     if (edit()) {
-        m_doc.SaveSettings();
         ShowTitle();
         ActiveView()->DataChanged();
     }
@@ -301,17 +300,25 @@ bool CDietFrame::OpenProfile() {
 }
 
 bool CDietFrame::EditPreferences() {
-    return CStartWindows(m_doc, this).EditPreferences(m_doc.Settings().preferences);
+    return SaveConfirmed(CStartWindows(m_doc, this).EditPreferences(m_doc.Settings().preferences));
 }
 
 bool CDietFrame::EditUser() {
-    return CStartWindows(m_doc, this)
-        .EditUserInformation(m_doc.Settings().user, m_doc.Preferences());
+    return SaveConfirmed(
+        CStartWindows(m_doc, this).EditUserInformation(m_doc.Settings().user, m_doc.Preferences()));
 }
 
 bool CDietFrame::EditTargets() {
-    return CStartWindows(m_doc, this)
-        .EditTargets(m_doc.Settings().targets, m_doc.Settings().user, m_doc.Preferences());
+    return SaveConfirmed(
+        CStartWindows(m_doc, this)
+            .EditTargets(m_doc.Settings().targets, m_doc.Settings().user, m_doc.Preferences()));
+}
+
+bool CDietFrame::SaveConfirmed(bool isConfirmed) {
+    if (isConfirmed) {
+        m_doc.SaveSettings();  // a failure has shown its message
+    }
+    return isConfirmed;
 }
 
 void CDietFrame::ShowHelp() {

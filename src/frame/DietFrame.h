@@ -45,6 +45,8 @@ class CDietFrame : public QMainWindow {
     bool EditPreferences();
     bool EditUser();
     bool EditTargets();
+    /// `isConfirmed` as it was given: whether the dialog was confirmed.
+    bool SaveConfirmed(bool isConfirmed);
     void ShowHelp();
 
     CVelmoraDoc& m_doc;

@@ -270,16 +270,12 @@ bool CDatabase::DeleteProfile(const QString& name) {
     return isDeleted;
 }
 
-bool CDatabase::LoadProfileRecord(CProfileRecord& record) {
+EProfileRecord CDatabase::LoadProfileRecord(CProfileRecord& record) {
     const CFoundRecord found = FindProfileRecord(m_profile);
-    if (found.position == kNoPosition || !found.isOurs) {
-        return found.position != kNoPosition;
+    if (found.isOurs && m_profile.Read(found.position, record)) {
+        return EProfileRecord::Loaded;
     }
-    return m_profile.Read(found.position, record);
-}
-
-bool CDatabase::HasProfileRecord() {
-    return m_profile.Count() > 0;
+    return m_profile.Count() > 0 ? EProfileRecord::Unreadable : EProfileRecord::Missing;
 }
 
 bool CDatabase::SaveProfileRecord(const CProfileRecord& record) {

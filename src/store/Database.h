@@ -18,6 +18,13 @@
 #include "store/ProfileRecord.h"
 #include "store/RecordStore.h"
 
+/// What the open profile has for a record.
+enum class EProfileRecord {
+    Missing,
+    Loaded,
+    Unreadable,  ///< of another version, or damaged
+};
+
 /// Lives from start-up to exit. Positions handed out are valid until the next change of their
 /// database. Operations return success or positions, -1 meaning not found.
 class CDatabase {
@@ -122,11 +129,9 @@ class CDatabase {
     /// Deletes the four databases, however many of them exist. A failed deletion shows "Cannot
     /// delete database.".
     bool DeleteProfile(const QString& name);
-    /// False when no record is stored. A record of another version counts as found and leaves
-    /// `record` as it was.
-    bool LoadProfileRecord(CProfileRecord& record);
-    /// Whether the open profile holds any record, readable or not.
-    bool HasProfileRecord();
+    /// Leaves `record` as it was unless one is loaded.
+    EProfileRecord LoadProfileRecord(CProfileRecord& record);
+    /// Writes over the stored record, or adds it when there is none to be found.
     bool SaveProfileRecord(const CProfileRecord& record);
 
     CItemDatabase<CDietEntry>& Diet() { return m_diet; }

@@ -1,5 +1,7 @@
 #include "store/ProfileRecord.h"
 
+#include <utility>
+
 namespace {
 // Property numbers; a date is year, month and day.
 enum : int {
@@ -27,6 +29,16 @@ enum : int {
 CProfileRecord::CProfileRecord() : CItemRecord(kProfileLayout) {
     Set(kMarkerNumber, kMarker);
     Set(kVersionNumber, kVersion);
+}
+
+void CProfileRecord::TakeChanges(const CProfileRecord& before, const CProfileRecord& after) {
+    PropertyList properties = GetProperties();
+    for (std::size_t i = 0; i < properties.size(); ++i) {
+        if (after.GetProperties()[i] != before.GetProperties()[i]) {
+            properties[i] = after.GetProperties()[i];
+        }
+    }
+    SetProperties(std::move(properties));
 }
 
 qint32 CProfileRecord::GetLastTabCommand() const {

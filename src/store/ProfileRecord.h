@@ -16,6 +16,9 @@ class CProfileRecord : public CItemRecord {
     /// Marker and version stand; everything else is cleared.
     CProfileRecord();
 
+    /// Takes over what differs between two other records, and leaves the rest as it is.
+    void TakeChanges(const CProfileRecord& before, const CProfileRecord& after);
+
     [[nodiscard]] qint32 GetLastTabCommand() const;
     void SetLastTabCommand(qint32 command);
     /// 0 weight unit, 1 height unit, 2 energy unit, 3 decimal places.

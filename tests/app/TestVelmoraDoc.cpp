@@ -222,6 +222,89 @@ class TestVelmoraDoc : public CCatalogueTest {
         QVERIFY(read.dietTab.columnWidths == widths);
     }
 
+    void whatNobodyChangedIsNotWrittenBack() {
+        QVERIFY(CreateProfile(u"Anna"_s));
+        // A code of no unit, a place that is free, and a profile older than two of the tabs.
+        CProfileRecord record;
+        QCOMPARE(Database().OpenProfile(u"Anna"_s, false), true);
+        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Loaded);
+        record.SetPreference(0, 99);
+        record.SetSetting(79, 7);
+        for (int slot = 36; slot < 70; ++slot) {
+            record.SetSetting(slot, 0);
+        }
+        QVERIFY(Database().SaveProfileRecord(record));
+        const QByteArray before = Load(VolumePath());
+        Reopen();
+        QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));  // which names the energy
+        const QByteArray active = Load(VolumePath());
+        QVERIFY(active != before);
+        Reopen();
+        QVERIFY(m_doc->SetActiveProfile(u"Anna"_s) && m_doc->SaveSettings());
+        QVERIFY(Load(VolumePath()) == active);
+        Reopen();
+        QVERIFY(m_doc->LoadProfile(u"Anna"_s));
+        m_doc->Settings().preferences.decimals = 5;
+        m_doc->Settings().weightTab.columnWidths[1] = 44;
+        Reopen();
+        QVERIFY(m_doc->LoadProfile(u"Anna"_s));
+        QCOMPARE(m_doc->Settings().weightTab.columnWidths[1], 44);
+        QCOMPARE(m_doc->Settings().exerciseTab.columnWidths[0], 75);
+        CProfileRecord written;
+        QCOMPARE(Database().LoadProfileRecord(written), EProfileRecord::Loaded);
+        QCOMPARE(written.GetPreference(0), 99);
+        QCOMPARE(written.GetPreference(3), 5);
+        QCOMPARE(written.GetSetting(79), 7);
+    }
+
+    void defaultsStandInForARecordUntilTheyAreConfirmed_data() {
+        AddRows<int, qint32, QString>({
+            {"of another version", 159, 2, {}},
+            {"cut short", 158, 1,
+             u"Database error. Wrong number of properties, record #0, props = 158 (159)|"_s},
+            {"nothing but its marker", 1, 0, {}},
+        });
+    }
+    void defaultsStandInForARecordUntilTheyAreConfirmed() {
+        const auto& [count, version, error] = DataRow<int, qint32, QString>();
+        QVERIFY(CreateProfile(u"Anna"_s) && m_doc->SetActiveProfile(u"Anna"_s));
+        m_doc->Settings().user.heightCm = 123;
+        QVERIFY(m_doc->SaveSettings());
+        CProfileRecord record;
+        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Loaded);
+        PropertyList properties = record.GetProperties();
+        properties[1] = version;
+        properties.resize(count);
+        CDatabaseHandle raw = Database().GetStore().OpenDatabase(u"Anna"_s, 3, 4097, true);
+        const ObjectId id = Database().GetStore().SeekToPosition(raw, 0);
+        QVERIFY(Database().GetStore().WriteRecord(raw, id, properties));
+        const QByteArray before = Load(VolumePath());
+        const QString told =
+            error +
+            u"The settings of user profile 'Anna' cannot be read. Default settings are used; the "
+            "stored ones are kept until you confirm new ones."_s;
+
+        for (const bool isConfirmed : {false, true}) {
+            Reopen();
+            QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));
+            QCOMPARE(m_messages->Said(), told);
+            QCOMPARE(m_doc->Settings().user.heightCm, 170.0);
+            QVERIFY(Database().Diet().IsOpen() && Database().Weight().IsOpen() &&
+                    Database().Exercises().IsOpen());
+            // Where the windows were left confirms nothing.
+            m_doc->Settings().lastTabCommand = kWeightTabCommand;
+            m_doc->Settings().dietTab.splitterPerMille = 300;
+            QVERIFY(!isConfirmed || m_doc->SaveSettings());
+            QCOMPARE(Load(VolumePath()) == before, !isConfirmed);
+        }
+        Reopen();
+        QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));
+        QCOMPARE(m_messages->Said(), QString());
+        QCOMPARE(m_doc->Settings().user.name, u"Anna"_s);
+        QCOMPARE(m_doc->Settings().dietTab.splitterPerMille, 300);
+        QVERIFY(m_doc->Preferences().DisplayedNutrients() == CPreferences().DisplayedNutrients());
+    }
+
     void damagedRecordFallsBackToDefaults() {
         constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
         CProfileRecord record;

@@ -106,6 +106,23 @@ class TestCommandLine : public QObject {
         QCOMPARE(Run(kAnn).status, 0);
     }
 
+    void commandsThatOnlyShowWriteNothing() {
+        // In kJ, while the volume still names the energy in kcal.
+        QCOMPARE(Run(QString(kAnn).replace(u"Ann"_s, u"Bea"_s) + u" --energy-unit 1"_s).status, 0);
+        const QByteArray before = Load(Volume());
+        for (const char* command :
+             {"profile list", "profile show Bea", "diet list --profile Bea --date 2026-06-02",
+              "diet day --profile Bea --date 2026-06-02", "weight list --profile Bea",
+              "bmi --profile Bea --date 2026-06-02",
+              "exercises list --profile Bea --date 2026-06-02", "foods list",
+              "categories list --kind foods",
+              "report --profile Bea --from 2026-06-02 --to 2026-06-02 --by type bea.csv"}) {
+            QVERIFY2(Run(QString::fromLatin1(command)).status == 0, command);
+            QVERIFY2(Load(Volume()) == before, command);
+        }
+        QVERIFY(Load(Path(u"bea.csv"_s)).contains("Date,Meal,Name,Serving,Energy (kJ),Protein"));
+    }
+
     void refusalsCarryTheSystemsTextsAndStatus_data() {
         const auto with = [](QString from, const QString& to) {
             return QString(kAnn).replace(u"Ann"_s, u"Bea"_s).replace(from, to);

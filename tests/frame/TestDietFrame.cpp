@@ -71,9 +71,39 @@ class TestDietFrame : public CDiaryTest {
             dialog.accept();
         });
         frame.RunCommand(kCommandPreferences);
-        QCOMPARE(m_doc->Preferences().decimals, 0);
+        CProfileRecord record;
+        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Loaded);
+        QCOMPARE(record.GetPreference(3), 0);
         const auto* entries = frame.findChild<CReportList*>(u"entries"_s);
         QCOMPARE(entries->model()->index(0, 1).data().toString(), u"1x1 serving"_s);
+    }
+
+    void onlyADialogConfirmsDefaults() {
+        CProfileRecord record;
+        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Loaded);
+        PropertyList properties = record.GetProperties();
+        properties[1] = qint32{2};  // another version
+        CDatabaseHandle raw = Database().GetStore().OpenDatabase(u"Ann"_s, 3, 4097, true);
+        const ObjectId id = Database().GetStore().SeekToPosition(raw, 0);
+        QVERIFY(Database().GetStore().WriteRecord(raw, id, properties));
+        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
+        QCOMPARE(m_messages->TakeShown().size(), 1);
+
+        CDietFrame frame(*m_doc);
+        frame.RunCommand(kSwitchToWeight);
+        for (QAction* action : frame.findChildren<QAction*>()) {
+            if (action->text() == u"Show goal line"_s) {
+                action->trigger();
+            }
+        }
+        QVERIFY(!m_doc->Settings().weightTab.showGoalLine);
+        OnDialog<CPreferencesDialog>([](CPreferencesDialog& dialog) { dialog.reject(); });
+        frame.RunCommand(kCommandPreferences);
+        frame.close();
+        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Unreadable);
+        OnDialog<CPreferencesDialog>([](CPreferencesDialog& dialog) { dialog.accept(); });
+        frame.RunCommand(kCommandPreferences);
+        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Loaded);
     }
 
     void theWindowComesBackWhereItWas() {

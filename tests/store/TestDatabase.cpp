@@ -177,7 +177,7 @@ class TestDatabase : public CCatalogueTest {
     void theProfileRecordIsKeptOnce() {
         QVERIFY(Database().OpenProfile(u"Anna"_s, true));
         CProfileRecord record;
-        QVERIFY(!Database().LoadProfileRecord(record));
+        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Missing);
         record.SetHeightCm(165.0);
         QVERIFY(Database().SaveProfileRecord(record));
         // Another version is found but not taken.
@@ -187,9 +187,11 @@ class TestDatabase : public CCatalogueTest {
         const ObjectId id = Database().GetStore().SeekToPosition(handle, 0);
         QVERIFY(Database().GetStore().WriteRecord(handle, id, other));
         CProfileRecord untouched;
-        QVERIFY(Database().LoadProfileRecord(untouched));
+        QCOMPARE(Database().LoadProfileRecord(untouched), EProfileRecord::Unreadable);
         QVERIFY(untouched == CProfileRecord());
         QVERIFY(Database().SaveProfileRecord(record));
+        QCOMPARE(Database().LoadProfileRecord(untouched), EProfileRecord::Loaded);
+        QVERIFY(untouched == record);
         QVERIFY(!Database().GetStore().SeekToPosition(handle, 1));
     }
 
