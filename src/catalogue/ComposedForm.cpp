@@ -75,7 +75,7 @@ QString CComposedForm::RowText(int row) const {
 }
 
 void CComposedForm::SetRowText(int row, const QString& typed) {
-    if (typed == RowText(row) || !TypedAmount(typed)) {
+    if (typed.trimmed() == RowText(row) || IsTypedTooLarge(typed)) {
         return;
     }
     const int nutrient = m_nutrients[static_cast<size_t>(row)];

@@ -38,8 +38,9 @@ class CComposedForm {
     /// Name with its unit.
     [[nodiscard]] QString RowTitle(int row) const;
     [[nodiscard]] QString RowText(int row) const;
-    /// A text that is no amount changes nothing. A row that is left alone keeps its stored value
-    /// to the last bit.
+    /// The leading number counts; 0 when there is none, also for an empty text. A number beyond
+    /// kLargestTyped changes nothing. A row that is left alone keeps its stored value to the last
+    /// bit.
     void SetRowText(int row, const QString& typed);
 
     /// In stored order.

@@ -30,8 +30,15 @@ bool IsNumberPart(char16_t c) {
     return IsDigit(c) || c == u'.' || c == u'e' || c == u'E' || c == u'+' || c == u'-';
 }
 
+/// Which of the two a number without its sign is that lies outside the range of a double: too large
+/// or too small.
+bool IsTooLarge(QByteArrayView number) {
+    const qsizetype exponent = std::max(number.indexOf('e'), number.indexOf('E'));
+    return exponent < 0 ? number[0] != '0' && number[0] != '.' : number[exponent + 1] != '-';
+}
+
 /// The leading number of `text`, in which `separator` counts as a point; nothing when there is
-/// none or when a double cannot hold it.
+/// none. Infinite where it is too large for a double.
 std::optional<double> FindLeadingNumber(QStringView text, char16_t separator) {
     qsizetype i = 0;
     while (i < text.size() && IsBlank(text[i].unicode())) {
@@ -58,10 +65,20 @@ std::optional<double> FindLeadingNumber(QStringView text, char16_t separator) {
     }
     double value = 0;
     const auto result = std::from_chars(number.cbegin(), number.cend(), value);
-    if (result.ec != std::errc{}) {
-        return {};
+    if (result.ec == std::errc::result_out_of_range) {
+        if (!IsTooLarge({number.cbegin() + firstDigit, result.ptr})) {
+            return 0;
+        }
+        return firstDigit > 0 ? -HUGE_VAL : HUGE_VAL;
     }
-    return value;
+    return result.ec == std::errc{} ? std::optional(value) : std::nullopt;
+}
+
+/// The same of what was typed.
+std::optional<double> FindTypedNumber(QStringView text, const QLocale& locale) {
+    const QString separator = locale.decimalPoint();
+    return FindLeadingNumber(WithAsciiDigits(text.trimmed().toString()),
+                             separator.size() == 1 ? separator[0].unicode() : u'.');
 }
 
 /// The number in units of its last decimal, where rounding it is beyond doubt; -1 elsewhere: near
@@ -104,7 +121,8 @@ QByteArrayView WriteFixed(CFixedText& text, double value, int decimals) {
 }  // namespace
 
 double LeadingNumber(QStringView text) {
-    return FindLeadingNumber(text, u'.').value_or(0);
+    const double number = FindLeadingNumber(text, u'.').value_or(0);
+    return std::isfinite(number) ? number : 0;
 }
 
 QString WithAsciiDigits(QString text) {
@@ -115,9 +133,12 @@ QString WithAsciiDigits(QString text) {
 }
 
 std::optional<double> TypedNumber(QStringView text, const QLocale& locale) {
-    const QString separator = locale.decimalPoint();
-    return FindLeadingNumber(WithAsciiDigits(text.trimmed().toString()),
-                             separator.size() == 1 ? separator[0].unicode() : u'.');
+    const std::optional<double> number = FindTypedNumber(text, locale);
+    return number && std::isfinite(*number) ? number : std::nullopt;
+}
+
+bool IsTypedTooLarge(QStringView text, const QLocale& locale) {
+    return std::abs(FindTypedNumber(text, locale).value_or(0)) > kLargestTyped;
 }
 
 std::optional<QString> TypedAmount(const QString& text, const QLocale& locale) {

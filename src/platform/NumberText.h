@@ -17,6 +17,11 @@ QString WithAsciiDigits(QString text);
 /// in LeadingNumber. Nothing when there is no finite number.
 std::optional<double> TypedNumber(QStringView text, const QLocale& locale = QLocale());
 
+/// No amount in a diary comes near this.
+inline constexpr double kLargestTyped = 1e9;
+/// Whether a typed number is not finite or beyond kLargestTyped, so that a field refuses it.
+bool IsTypedTooLarge(QStringView text, const QLocale& locale = QLocale());
+
 /// What counts of a typed amount, as the shortest form with the locale's decimal separator; empty
 /// for an empty text. Nothing when it is negative or no number.
 std::optional<QString> TypedAmount(const QString& text, const QLocale& locale = QLocale());

@@ -42,13 +42,45 @@ class TestComposedForm : public CDiaryTest {
         m_doc->Settings().preferences.energyUnit = EEnergyUnit::KJ;
         CComposedForm form(*m_doc, kMenus, -1, AddCategory(Database(), u"M"_s, kMenus));
         form.SetRowText(0, u"418"_s);
-        form.SetRowText(1, u"no number"_s);
         form.Fields().name = u"Lunch"_s;
         QVERIFY(form.Confirm());
         CMenuItem menu;
         QVERIFY(Database().Menus().Read(form.GetStoredPosition(), menu));
         QVERIFY(std::abs(menu.GetNutrientValue(kEnergyIndex) - 100) < 1e-9);
         QCOMPARE(menu.GetServingName(), u"1 serving"_s);
+    }
+
+    void aCellCountsWithItsLeadingNumber() {
+        const qint32 category = AddCategory(Database(), u"M"_s, kMenus);
+        AddComposed(Database(), kMenus, category, u"Lunch"_s);
+        CMenuItem menu;
+        QVERIFY(Database().Menus().Read(0, menu));
+        menu.SetNutrientValue(1, 3.33333);
+        QVERIFY(Database().Menus().Write(0, menu));
+        const std::pair<QString, double> rows[] = {
+            {u"3.33"_s, 3.33333},  // as shown: left alone
+            {u" 3.33 "_s, 3.33333},
+            {u"12 g"_s, 12},
+            {u" 1.5"_s, 1.5},
+            {u"-5"_s, -5},
+            {u"abc"_s, 0},
+            {u""_s, 0},
+            {u"  "_s, 0},
+            {u"1e-999"_s, 0},
+            {u"inf"_s, 0},
+            {u"1e9"_s, 1e9},
+            {u"1000000001"_s, 3.33333},
+            {u"-1e999"_s, 3.33333},
+        };
+        for (const auto& [typed, stored] : rows) {
+            CComposedForm form(*m_doc, kMenus, 0, category);
+            form.SetRowText(1, typed);
+            QVERIFY(form.Confirm());
+            CMenuItem confirmed;
+            QVERIFY(Database().Menus().Read(0, confirmed));
+            QCOMPARE(confirmed.GetNutrientValue(1), stored);
+            QVERIFY(Database().Menus().Write(0, menu));
+        }
     }
 
     void okRefusesInOrder_data() {
