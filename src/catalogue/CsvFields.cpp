@@ -1,5 +1,6 @@
 #include "catalogue/CsvFields.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -42,41 +43,70 @@ std::optional<double> ShortDecimal(QStringView field) {
     return static_cast<double>(digits) / kPowers[static_cast<size_t>(decimals)];
 }
 
+bool IsBlank(QChar c) {
+    return c == u' ' || (c >= u'\t' && c <= u'\r') || (c > u'\x7F' && c.isSpace());
+}
+
+/// Position of the first quote that a comma follows; -1 when there is none.
+qsizetype FindClosing(QStringView rest) {
+    for (qsizetype i = 1; i < rest.size(); ++i) {
+        if (rest[i] == u',' && rest[i - 1] == u'"') {
+            return i - 1;
+        }
+    }
+    return -1;
+}
+
+/// Position of the first comma; the size when there is none.
+qsizetype FindComma(QStringView rest) {
+    qsizetype i = 0;
+    while (i < rest.size() && rest[i] != u',') {
+        ++i;
+    }
+    return i;
+}
+
+QStringView Trimmed(QStringView field) {
+    qsizetype begin = 0;
+    qsizetype end = field.size();
+    while (begin < end && IsBlank(field[begin])) {
+        ++begin;
+    }
+    while (end > begin && IsBlank(field[end - 1])) {
+        --end;
+    }
+    return field.sliced(begin, end - begin);
+}
+
+QStringView WithoutQuotes(QStringView field) {
+    if (field.size() < 2) {
+        return field;
+    }
+    const qsizetype begin = field.front() == u'"' ? 1 : 0;
+    const qsizetype end = field.size() - (field.back() == u'"' ? 1 : 0);
+    return field.sliced(begin, end - begin);
+}
 }  // namespace
 
 std::optional<QStringView> CCsvFields::Next() {
-    m_rest = m_rest.trimmed();
+    qsizetype begin = 0;
+    while (begin < m_rest.size() && IsBlank(m_rest[begin])) {
+        ++begin;
+    }
+    m_rest = m_rest.sliced(begin);
+    qsizetype closing = -1;
+    if (!m_rest.isEmpty() && m_rest.front() == u'"') {
+        m_rest = m_rest.sliced(1);
+        closing = FindClosing(m_rest);
+    }
     if (m_rest.isEmpty()) {
         return std::nullopt;
     }
-    qsizetype closing = -1;
-    if (m_rest.front() == u'"') {
-        m_rest = m_rest.sliced(1);
-        closing = m_rest.indexOf(u"\",");
-    }
-    QStringView field;
-    if (closing >= 0) {
-        field = m_rest.first(closing);
-        m_rest = m_rest.sliced(closing + 2);
-    } else if (m_rest.isEmpty()) {
-        return std::nullopt;
-    } else {
-        const qsizetype comma = m_rest.indexOf(u',');
-        field = comma < 0 ? m_rest : m_rest.first(comma);
-        m_rest = comma < 0 ? QStringView() : m_rest.sliced(comma + 1);
-    }
-    if (closing < 0 || m_blanks == EQuotedBlanks::Trimmed) {
-        field = field.trimmed();
-    }
-    if (field.size() >= 2) {
-        if (field.front() == u'"') {
-            field = field.sliced(1);
-        }
-        if (field.back() == u'"') {
-            field = field.chopped(1);
-        }
-    }
-    return field;
+    const qsizetype size = closing >= 0 ? closing : FindComma(m_rest);
+    const QStringView field = m_rest.first(size);
+    // Past the comma, and before it past the quote.
+    m_rest = m_rest.sliced(std::min(size + (closing >= 0 ? 2 : 1), m_rest.size()));
+    return WithoutQuotes(Trimmed(field));
 }
 
 /// Texts go through the file's code page, so the bytes collected so far leave first.

@@ -7,21 +7,19 @@
 
 class CTextFile;
 
-/// What becomes of the outer blanks of a quoted field.
-enum class EQuotedBlanks { Trimmed, Kept };
-
 /// Hands out the fields of one line, one call a field. The views point into the line given.
+///
+/// A field that begins with a quote runs to the next quote followed by a comma, so it may hold
+/// commas but not that pair; any other runs to the next comma. Its outer blanks are trimmed, then
+/// a field of two characters or more loses one quote at each end.
 class CCsvFields {
   public:
-    explicit CCsvFields(QStringView line, EQuotedBlanks blanks = EQuotedBlanks::Trimmed)
-        : m_rest(line), m_blanks(blanks) {}
-    /// Nothing when the line has no further field. A quoted field may hold commas, but not a quote
-    /// followed by a comma.
+    explicit CCsvFields(QStringView line) : m_rest(line.trimmed()) {}
+    /// Nothing when the line has no further field.
     std::optional<QStringView> Next();
 
   private:
-    QStringView m_rest;
-    EQuotedBlanks m_blanks;
+    QStringView m_rest;  ///< ends in no blank
 };
 
 /// Writes lines field by field. The file outlives it.

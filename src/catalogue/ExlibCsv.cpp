@@ -16,8 +16,7 @@ const CCsvManners& CExlibCsv::Manners() const {
 }
 
 CCsvVerdict CExlibCsv::ReadLine(QStringView line) {
-    // Names and types leave as they came, so that a library passes through unchanged.
-    CCsvFields fields(line, EQuotedBlanks::Kept);
+    CCsvFields fields(line);
     const std::optional<QStringView> number = fields.Next();
     // A line needs no number, only its place.
     if (number && !number->isEmpty()) {
@@ -29,17 +28,17 @@ CCsvVerdict CExlibCsv::ReadLine(QStringView line) {
     if (!category) {
         return {};
     }
-    if (category->trimmed().isEmpty()) {
+    if (category->isEmpty()) {
         return Error("Invalid category name in line %d. Skipped.");
     }
     // Created before the rest of the line is judged, so it is there even when the line is skipped.
-    m_exercise.SetCategoryId(CategoryIdOf(CutImportedText(category->trimmed())));
+    m_exercise.SetCategoryId(CategoryIdOf(CutImportedText(*category)));
     const QStringView name = fields.Next().value_or(QStringView());
-    if (name.trimmed().isEmpty()) {
+    if (name.isEmpty()) {
         return Error("Invalid exercise name in line %d. Skipped.");
     }
     const QStringView type = fields.Next().value_or(QStringView());
-    if (type.trimmed().isEmpty()) {
+    if (type.isEmpty()) {
         return Error("Invalid exercise type in line %d. Skipped.");
     }
     m_exercise.SetName(CutImportedText(name));

@@ -27,6 +27,11 @@ class TestCatalogueRules : public CCatalogueTest {
             {u"\"\",\"\""_s, u"<><\">"_s},
             {u"\""_s, u""_s},
             {u"a\",b"_s, u"<a><b>"_s},
+            {u"\" a \", \"\" b \"\",c"_s, u"<a>< b ><c>"_s},  // trimmed, then unquoted
+            {u"\" \",\"\" \"\","_s, u"<>< >"_s},
+            {u"\u00A0a\u2003,\vb\f\t"_s, u"<a><b>"_s},
+            {u" \"\",\"a"_s, u"<><a>"_s},
+            {u"\u0001a\u001F,"_s, u"<\u0001a\u001F>"_s},  // no blanks
         };
         for (const auto& [line, expected] : rows) {
             CCsvFields fields(line);
