@@ -1,25 +1,11 @@
 #include "catalogue/InstructionsField.h"
 
-#include <algorithm>
-
 namespace {
-/// What an escape stands for, and its letter.
-struct CEscape {
-    char16_t character;
-    char16_t letter;
-};
-constexpr CEscape kEscapes[] = {
-    {u'\r', u'r'}, {u'\n', u'n'}, {u'"', u'q'}, {u' ', u's'}, {u'\t', u't'}, {u'\\', u'\\'},
-};
+/// Data link escape: the character after it stands for itself.
+constexpr QChar kLiteral = u'\x10';
 
-const CEscape* EscapeOfLetter(QChar letter) {
-    const auto* found = std::ranges::find(kEscapes, letter.unicode(), &CEscape::letter);
-    return found == std::end(kEscapes) ? nullptr : found;
-}
-
-const CEscape* EscapeOf(QChar character) {
-    const auto* found = std::ranges::find(kEscapes, character.unicode(), &CEscape::character);
-    return found == std::end(kEscapes) ? nullptr : found;
+bool IsTakenFromTheEnds(QChar character) {
+    return character == u'"' || character.isSpace();
 }
 }  // namespace
 
@@ -28,25 +14,25 @@ QString EscapedInstructions(const QString& text) {
     field.reserve(text.size());
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar character = text[i];
-        const bool isAtEnd = i == 0 || i + 1 == text.size();
         const QChar next = i + 1 < text.size() ? text[i + 1] : QChar();
-        bool escapes = character == u'\r' || character == u'\n';
-        if (character == u'"') {
-            escapes = isAtEnd || next == u',';
-        } else if (character == u' ' || character == u'\t') {
-            escapes = isAtEnd;
-        } else if (character == u'\\') {
-            // Where another backslash may follow it in the field, or a letter stands.
-            const bool nextIsLast = i + 2 == text.size();
-            escapes = EscapeOfLetter(next) != nullptr || next == u'\r' || next == u'\n' ||
-                      next == u'"' || (nextIsLast && next.isSpace());
+        if (character == u'\r') {
+            field += u"\\r";
+            continue;
         }
-        if (escapes) {
-            field += u'\\';
-            field += QChar(EscapeOf(character)->letter);
-        } else {
-            field += character;
+        if (character == u'\n') {
+            field += u"\\n";
+            continue;
         }
+        field += character;
+        if (character == kLiteral || (character == u'\\' && (next == u'r' || next == u'n')) ||
+            (character == u'"' && next == u',')) {
+            field += kLiteral;
+        }
+    }
+    if (!field.isEmpty() &&
+        (IsTakenFromTheEnds(field.front()) || IsTakenFromTheEnds(field.back()))) {
+        field.prepend(field.front() == u',' ? u'"' + QString(kLiteral) : QString(u'"'))
+            .append(u'"');
     }
     return field;
 }
@@ -55,10 +41,16 @@ QString UnescapedInstructions(QStringView field) {
     QString text;
     text.reserve(field.size());
     for (qsizetype i = 0; i < field.size(); ++i) {
-        const CEscape* escape =
-            field[i] == u'\\' && i + 1 < field.size() ? EscapeOfLetter(field[i + 1]) : nullptr;
-        text += escape == nullptr ? field[i] : QChar(escape->character);
-        i += escape == nullptr ? 0 : 1;
+        const QChar next = i + 1 < field.size() ? field[i + 1] : QChar();
+        if (field[i] == u'\\' && (next == u'r' || next == u'n')) {
+            text += next == u'r' ? u'\r' : u'\n';
+            ++i;
+        } else if (field[i] == kLiteral && i + 1 < field.size()) {
+            text += next;
+            ++i;
+        } else {
+            text += field[i];
+        }
     }
     return text;
 }

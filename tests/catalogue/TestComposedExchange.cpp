@@ -190,30 +190,46 @@ class TestComposedExchange : public CCatalogueTest {
     void instructionsSurviveTheWriterAndTheReader_data() {
         AddRows<QString, QString>({
             {"lines", u"Mix.\r\nBake.\n"_s, u"Mix.\\r\\nBake.\\n"_s},
+            {"backslashes", u"see C:\\temp\\sugar \\\\ \\q\\"_s,
+             u"see C:\\temp\\sugar \\\\ \\q\\"_s},
+            {"looks like a break", u"\\new"_s, u"\\\u0010new"_s},
             {"quotes", u"Say \"when\" twice"_s, u"Say \"when\" twice"_s},
-            {"quotes at the ends", u"\"Stir\""_s, u"\\qStir\\q"_s},
-            {"quote and comma", u"\"salt\", pepper"_s, u"\\qsalt\\q, pepper"_s},
-            {"backslash", u"C:\\Desktop\\food"_s, u"C:\\Desktop\\food"_s},
-            {"looks escaped", u"\\new \\\\ \\q\\"_s, u"\\\\new \\\\\\ \\\\q\\"_s},
-            {"blanks at the ends", u" Stir\t"_s, u"\\sStir\\t"_s},
-            {"quote before a blank", u" \"Fold\" "_s, u"\\s\"Fold\"\\s"_s},
-            {"before a break", u"a\\\nb\\\"c"_s, u"a\\\\\\nb\\\\\"c"_s},
+            {"quotes at the ends", u"\"Stir\""_s, u"\"\"Stir\"\""_s},
+            {"quote and comma", u"the \"salt\", pepper"_s, u"the \"salt\"\u0010, pepper"_s},
+            {"blanks at the ends", u" Stir\t"_s, u"\" Stir\t\""_s},
+            {"before a break", u"a\\\nb"_s, u"a\\\\nb"_s},
         });
     }
     void instructionsSurviveTheWriterAndTheReader() {
         const auto& [text, field] = DataRow<QString, QString>();
         QCOMPARE(EscapedInstructions(text), field);
-        // Through a line, since splitting it into fields is what could harm them.
-        const QString line = u"1,\""_s + field + u"\","_s;
-        CCsvFields fields(line);
-        (void)fields.Next();
-        QCOMPARE(UnescapedInstructions(*fields.Next()), text);
+        QCOMPARE(ReadBack(field), text);
+    }
+
+    void instructionsOfAnyCharactersComeBack() {
+        const QString characters = u"\\\",rn \r\n\u0010a"_s;
+        const qsizetype count = characters.size();
+        for (qsizetype number = 0; number < count * count * count * count; ++number) {
+            QString text;
+            for (qsizetype rest = number; rest > 0; rest /= count) {
+                text += characters[rest % count];
+            }
+            QCOMPARE(ReadBack(EscapedInstructions(text)), text);
+        }
     }
 
     void init() { MakeVolume(); }
     void cleanup() { DropVolume(); }
 
   private:
+    /// Through a line, since splitting it into fields is what could harm them.
+    static QString ReadBack(const QString& field) {
+        const QString line = u"1,\""_s + field + u"\",2"_s;
+        CCsvFields fields(line);
+        (void)fields.Next();
+        const QString text = UnescapedInstructions(*fields.Next());
+        return *fields.Next() == u'2' ? text : u"the line fell apart"_s;
+    }
     /// One menu or recipe "Lunch" with a food and a recipe.
     void Fill(ECatalogueKind kind) {
         const qint32 category = AddCategory(Database(), u"Week"_s, kind);
