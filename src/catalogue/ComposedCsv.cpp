@@ -75,6 +75,14 @@ CCsvVerdict CComposedCsv::ReadLine(QStringView line) {
     if (const auto verdict = VerdictOnNumber(fields.Next())) {
         return *verdict;
     }
+    const CCsvVerdict verdict = ReadRecord(fields);
+    if (verdict.line == ECsvLine::Error) {
+        NoteRefused(line);
+    }
+    return verdict;
+}
+
+CCsvVerdict CComposedCsv::ReadRecord(CCsvFields& fields) {
     m_item.Clear();
     if (const auto verdict = ReadItemType(fields.Next())) {
         return *verdict;
@@ -112,6 +120,7 @@ std::optional<CCsvVerdict> CComposedCsv::ReadOwnerNames(CCsvFields& fields) {
         return Fatal("Invalid category in line %d. Skipped.");
     }
     m_categoryName = category->toString();
+    m_categoryId = m_categories.IdOf(m_categoryName);
     const std::optional<QStringView> name = fields.Next();
     if (!name) {
         return WrongFieldCount(3);
@@ -122,6 +131,9 @@ std::optional<CCsvVerdict> CComposedCsv::ReadOwnerNames(CCsvFields& fields) {
     m_item.SetName(name->toString());  // cut to what a record holds
     if (m_isComponent && !FindOwner(m_categoryName, m_item.GetName())) {
         return Fatal(WordsOf(m_kind).noOwner);
+    }
+    if (m_isComponent && m_refused.contains({m_categoryName, m_item.GetName()})) {
+        return CCsvVerdict{};
     }
     return std::nullopt;
 }
@@ -170,7 +182,7 @@ CCsvVerdict CComposedCsv::ReadValues(CCsvFields& fields) {
         }
         m_item.SetInstructions(UnescapedInstructions(*instructions));
     }
-    return {ECsvLine::Item};
+    return {m_isComponent ? ECsvLine::Component : ECsvLine::Item};
 }
 
 void CComposedCsv::SetValue(int index, double value) {
@@ -184,12 +196,27 @@ void CComposedCsv::SetValue(int index, double value) {
     }
 }
 
+void CComposedCsv::NoteRefused(QStringView line) {
+    CCsvFields fields(line);
+    (void)fields.Next();
+    const auto next = [&fields] { return fields.Next().value_or(QStringView()); };
+    const QStringView itemType = next();
+    const QString category = next().toString();
+    m_item.SetName(next().toString());
+    const bool isComponent = itemType == "Food"_L1 || itemType == "Recipe"_L1;
+    // A line of no known type is a menu's (recipe's) own when it names no food.
+    const bool isOwner =
+        itemType == QLatin1StringView(WordsOf(m_kind).item) || (!isComponent && next().isEmpty());
+    if (isOwner) {
+        m_refused.insert({category, m_item.GetName()});
+    }
+}
+
 bool CComposedCsv::FindOwner(const QString& category, const QString& name) {
     if (m_owner.itemId != 0 && m_owner.category == category && m_owner.name == name) {
         return true;
     }
-    const qint32 categoryId = m_categories.FindIdOf(category);
-    const int position = categoryId < 0 ? kNoPosition : m_existing.Find(categoryId, name, {});
+    const int position = m_categoryId < 0 ? kNoPosition : m_existing.Find(m_categoryId, name, {});
     m_owner = {category, name, position < 0 ? 0 : ItemIdAt(position), false};
     return m_owner.itemId != 0;
 }
@@ -213,23 +240,23 @@ EStored CComposedCsv::Store(EExisting existing) {
 }
 
 EStored CComposedCsv::StoreOwner(EExisting existing) {
-    const qint32 categoryId = m_categories.IdOf(m_categoryName);
-    if (categoryId < 0) {
+    if (m_categoryId < 0) {
         return EStored::Failed;
     }
     const bool check = existing != EExisting::DoNotCheck;
-    const int position = check ? m_existing.Find(categoryId, m_item.GetName(), {}) : kNoPosition;
+    const int position = check ? m_existing.Find(m_categoryId, m_item.GetName(), {}) : kNoPosition;
     qint32 itemId = position < 0 ? 0 : ItemIdAt(position);
     const bool isSkipped = position >= 0 && existing == EExisting::Skip;
     if (!isSkipped && itemId < kFirstComposedId) {
         itemId = m_database.AllotItemId(m_kind);  // new, or damaged
     }
     m_owner = {m_categoryName, m_item.GetName(), itemId, isSkipped};
+    m_refused.remove({m_categoryName, m_item.GetName()});
     if (isSkipped) {
         return EStored::Skipped;
     }
     m_taken.insert(itemId);
-    m_item.SetParentId(categoryId);
+    m_item.SetParentId(m_categoryId);
     m_item.SetItemId(itemId);
     if ((position >= 0 && !m_database.DeleteComponents(m_kind, itemId)) ||
         !m_database.Items(m_kind).Write(position, m_item)) {
@@ -238,7 +265,7 @@ EStored CComposedCsv::StoreOwner(EExisting existing) {
     if (position >= 0) {
         return EStored::Replaced;
     }
-    m_existing.NoteAdded(categoryId, m_item.GetName(), {});
+    m_existing.NoteAdded(m_categoryId, m_item.GetName(), {});
     return EStored::Added;
 }
 

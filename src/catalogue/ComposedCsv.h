@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QSet>
+#include <utility>
 
 #include "catalogue/CsvLayout.h"
 #include "catalogue/ExistingItems.h"
@@ -12,7 +13,8 @@
 /// column is handed to the nutrients' accessor, which reports its wrong index.
 ///
 /// A menu or recipe that is replaced loses its components to those that follow it in the file; the
-/// components of a skipped one are dropped with it.
+/// components of a skipped one are dropped with it, and so are those of a refused line whose menu
+/// or recipe is stored already.
 class CComposedCsv : public CCsvLayout {
   public:
     CComposedCsv(CDatabase& database, ECatalogueKind kind, const QString& folder);
@@ -33,15 +35,21 @@ class CComposedCsv : public CCsvLayout {
         bool isSkipped = false;  ///< and its components with it
     };
 
+    /// Category and name of a menu or recipe.
+    using CNames = std::pair<QString, QString>;
+
     /// The accessor's message on a wrong index shows without the progress.
     void SetValue(int index, double value);
-    // The fields of a line in their order; a verdict where one of them ends the line.
+    CCsvVerdict ReadRecord(CCsvFields& fields);
+    // The fields of a record in their order; a verdict where one of them ends the line.
     std::optional<CCsvVerdict> ReadItemType(const std::optional<QStringView>& field);
     /// Category and name of the menu or recipe, which for a component must be there.
     std::optional<CCsvVerdict> ReadOwnerNames(CCsvFields& fields);
     std::optional<CCsvVerdict> ReadFoodName(const std::optional<QStringView>& field);
     /// The fields behind the names.
     CCsvVerdict ReadValues(CCsvFields& fields);
+    /// Remembers the menu or recipe of a refused line; nothing for the line of a component.
+    void NoteRefused(QStringView line);
     /// False when no menu or recipe of that category and name is there.
     bool FindOwner(const QString& category, const QString& name);
     EStored StoreOwner(EExisting existing);
@@ -56,7 +64,9 @@ class CComposedCsv : public CCsvLayout {
     CExistingItems m_existing;
     CComposedItem m_item;
     QString m_categoryName;
+    qint32 m_categoryId = -1;
     bool m_isComponent = false;
     COwner m_owner;
-    QSet<qint32> m_taken;  ///< menus or recipes that this run has added or replaced
+    QSet<qint32> m_taken;    ///< menus or recipes that this run has added or replaced
+    QSet<CNames> m_refused;  ///< those whose last line was refused
 };

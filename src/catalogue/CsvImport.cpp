@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int kMostErrors = 10;
 constexpr int kFatalErrors = 65535;
-/// Records that become durable together.
+/// Records that become durable together, and with them the components of the last.
 constexpr int kGroupSize = 4096;
 
 /// Everything up to and including the last separator.
@@ -34,7 +34,7 @@ class CImportRun {
     bool ReadToMarker();
     bool ReadItems();
     bool ShowProgress();
-    bool StoreItem();
+    bool StoreItem(ECsvLine line);
     void Report(const CCsvVerdict& verdict);
     bool CommitGroup();
     void ReportStoreFailure() const;
@@ -124,7 +124,8 @@ bool CImportRun::ReadItems() {
         if (verdict.line == ECsvLine::End) {
             break;
         }
-        if (verdict.line == ECsvLine::Item && !StoreItem()) {
+        const bool isRecord = verdict.line == ECsvLine::Item || verdict.line == ECsvLine::Component;
+        if (isRecord && !StoreItem(verdict.line)) {
             (void)CommitGroup();  // What was written before the failure stays, if it can.
             ReportStoreFailure();
             return false;
@@ -146,7 +147,13 @@ bool CImportRun::ReadItems() {
     return whole;
 }
 
-bool CImportRun::StoreItem() {
+bool CImportRun::StoreItem(ECsvLine line) {
+    if (line == ECsvLine::Item && m_groupRecords >= kGroupSize) {
+        if (!CommitGroup()) {
+            return false;
+        }
+        m_group.emplace(m_database.GetStore());
+    }
     switch (m_layout->Store(m_existing)) {
         case EStored::Failed:
             return false;
@@ -164,13 +171,6 @@ bool CImportRun::StoreItem() {
             break;
     }
     ++m_groupRecords;
-    if (m_groupRecords < kGroupSize) {
-        return true;
-    }
-    if (!CommitGroup()) {
-        return false;
-    }
-    m_group.emplace(m_database.GetStore());
     return true;
 }
 

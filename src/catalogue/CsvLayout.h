@@ -9,10 +9,11 @@
 
 /// What a line of the file turned out to be.
 enum class ECsvLine {
-    Item,     ///< fit to be stored
-    Nothing,  ///< skipped without a word
-    Error,    ///< skipped with a message
-    End,      ///< the end marker
+    Item,       ///< fit to be stored
+    Component,  ///< fit to be stored with the item before it
+    Nothing,    ///< skipped without a word
+    Error,      ///< skipped with a message
+    End,        ///< the end marker
 };
 
 struct CCsvVerdict {
@@ -58,6 +59,7 @@ class CCsvLayout {
 
     /// Shown while the layout reads; null where there is none.
     void SetProgress(CProgress* progress) { m_progress = progress; }
+    /// A category is created as soon as its field is accepted, whatever becomes of the line.
     virtual CCsvVerdict ReadLine(QStringView line) = 0;
     /// Stores the item of the last line.
     virtual EStored Store(EExisting existing) = 0;

@@ -31,7 +31,6 @@ CCsvVerdict CExlibCsv::ReadLine(QStringView line) {
     if (category->isEmpty()) {
         return Error("Invalid category name in line %d. Skipped.");
     }
-    // Created before the rest of the line is judged, so it is there even when the line is skipped.
     m_exercise.SetCategoryId(CategoryIdOf(CutImportedText(*category)));
     const QStringView name = fields.Next().value_or(QStringView());
     if (name.isEmpty()) {

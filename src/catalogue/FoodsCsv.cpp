@@ -34,6 +34,7 @@ CCsvVerdict CFoodsCsv::ReadLine(QStringView line) {
     if (!category || category->isEmpty()) {
         return {};
     }
+    m_food.SetCategoryId(CategoryIdOf(CutImportedText(*category)));
     const std::optional<QStringView> name = fields.Next();
     if (!name) {
         return WrongFieldCount(2);
@@ -53,7 +54,6 @@ CCsvVerdict CFoodsCsv::ReadLine(QStringView line) {
     if (count < kFewestFields) {
         return WrongFieldCount(count);
     }
-    m_categoryName = CutImportedText(*category);
     m_food.SetName(CutImportedText(*name));
     m_food.SetType(CutImportedText(*type));
     return {ECsvLine::Item};

@@ -10,10 +10,7 @@ class CFoodsCsv : public CTypedItemsCsv {
     [[nodiscard]] const char* Marker() const override { return "<Foods>"; }
     [[nodiscard]] const CCsvManners& Manners() const override;
     CCsvVerdict ReadLine(QStringView line) override;
-    EStored Store(EExisting existing) override {
-        m_food.SetCategoryId(CategoryIdOf(m_categoryName));
-        return StoreTyped(m_food, existing);
-    }
+    EStored Store(EExisting existing) override { return StoreTyped(m_food, existing); }
     void WriteHeader(CCsvLineWriter& line) override;
     bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) override;
 
@@ -23,5 +20,4 @@ class CFoodsCsv : public CTypedItemsCsv {
     int ReadServings(CCsvFields& fields);
 
     CFoodItem m_food;
-    QString m_categoryName;
 };

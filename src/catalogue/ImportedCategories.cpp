@@ -8,23 +8,12 @@ CImportedCategories::CImportedCategories(CDatabase& database, ECatalogueKind kin
     : m_database(database), m_kind(kind), m_folder(std::move(folder)) {}
 
 qint32 CImportedCategories::IdOf(const QString& name) {
-    const qint32 known = FindIdOf(name);
-    if (known >= 0) {
-        return known;
-    }
-    const qint32 id = Create(name);
-    if (id >= 0) {
-        m_ids.insert(name, id);
-    }
-    return id;
-}
-
-qint32 CImportedCategories::FindIdOf(const QString& name) {
     const auto known = m_ids.constFind(name);
     if (known != m_ids.constEnd()) {
         return *known;
     }
-    const qint32 id = m_database.CategoryIdOf(m_kind, name);
+    const qint32 stored = m_database.CategoryIdOf(m_kind, name);
+    const qint32 id = stored >= 0 ? stored : Create(name);
     if (id >= 0) {
         m_ids.insert(name, id);
     }

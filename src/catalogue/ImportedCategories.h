@@ -9,10 +9,9 @@
 class CImportedCategories {
   public:
     CImportedCategories(CDatabase& database, ECatalogueKind kind, QString folder);
-    /// Identifier of the category of that name; -1 when it cannot be created.
+    /// Identifier of the category of that name, which is created when it is missing; -1 when it
+    /// cannot be.
     qint32 IdOf(const QString& name);
-    /// The same without creating one.
-    qint32 FindIdOf(const QString& name);
     /// Name of a category; empty when there is none of that identifier.
     QString NameOf(qint32 id);
 

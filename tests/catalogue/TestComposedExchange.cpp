@@ -172,8 +172,59 @@ class TestComposedExchange : public CCatalogueTest {
                      (reason.isEmpty() ? QString() : reason + u" in line 3. Skipped.|"_s) +
                      (kind == Fatal ? u"Too many errors. Import stopped.|"_s : QString()) +
                      u"Imported 0 menus."_s);
+        // The category is there once its own field was accepted.
+        const bool isNamed = !reason.isEmpty() && reason != u"Invalid item type"_s &&
+                             reason != u"Invalid category"_s;
+        QCOMPARE(Database().FindCategory(kMenus, u"Week"_s) >= 0, isNamed);
         // Messages on lines hide the progress; the end of the run does not.
         QCOMPARE(m_messages->shownOverProgress, kind == Fatal ? 1 : 0);
+    }
+
+    void theComponentsOfARefusedMenuAreDroppedWhereItIsStored_data() {
+        AddRows<QByteArray, QString>({
+            {"behind its values", Line("Menu", "Week", "Lunch", "", "cup,,"),
+             kWrongIndex + u"|Invalid number of servings"_s},
+            {"cut short", "7,Menu,Week,Lunch\r\n", u"Invalid number of fields (4)"_s},
+            {"unknown type", Line("menu", "Week", "Lunch", ""), u"Invalid item type"_s},
+        });
+    }
+    void theComponentsOfARefusedMenuAreDroppedWhereItIsStored() {
+        const auto& [refused, reason] = DataRow<QByteArray, QString>();
+        const QByteArray lines = refused + Line("Food", "Week", "Lunch", "New").repeated(12);
+        const QString message = reason + u" in line 3. Skipped.|"_s;
+        Import(kMenus, EExisting::DoNotCheck, File(lines));
+        QCOMPARE(m_messages->Said(), message +
+                                         u"Cannot find menu for food in line 4. Skipped.|"
+                                         "Too many errors. Import stopped.|Imported 0 menus."_s);
+        MakeVolume();
+        Fill(kMenus);
+        Import(kMenus, EExisting::DoNotCheck, File(lines));
+        QCOMPARE(m_messages->Said(), message + u"Imported 0 menus."_s);
+        QCOMPARE(Stored(), u"Lunch:Soup,Pie"_s);
+        // A later line of that menu is accepted; a refused component takes no others with it.
+        const QByteArray again = lines + Line("Menu", "Week", "Lunch", "") +
+                                 Line("Food", "Week", "Lunch", "Salt", ",1,") +
+                                 Line("Food", "Week", "Lunch", "Bread");
+        Import(kMenus, EExisting::Overwrite, File(again));
+        QCOMPARE(m_messages->TakeShown().last(), u"Imported 1 menus. Replaced 1 existing menus."_s);
+        QCOMPARE(Stored(), u"Lunch:Bread"_s);
+    }
+
+    void aMenuIsDurableWithAllItsComponentsOrNotAtAll() {
+        QByteArray lines;
+        for (const char* name : {"Lunch", "Tea"}) {
+            lines +=
+                Line("Menu", "Week", name, "") + Line("Food", "Week", name, "A").repeated(4500);
+        }
+        Save(Path(u"in.csv"_s), File(lines));
+        {
+            // Room for more than one of the two.
+            const CFileSizeLimit limit(4'000'000);
+            QVERIFY(!ImportCatalogueFile(Database(), kMenus, EExisting::Skip, Path(u"in.csv"_s)));
+        }
+        QCOMPARE(m_messages->TakeShown().last(), u"Imported 1 menus."_s);
+        Reopen();
+        QCOMPARE(Database().Menus().Count(), 4501);
     }
 
     void aFullDiskEndsTheImportAsTooManyErrors() {

@@ -56,10 +56,12 @@ class TestFoodsExchange : public CCatalogueTest {
     void linesAreSkippedWithOrWithoutAWord() {
         const auto& [line, reason] = DataRow<QByteArray, QString>();
         // The line is the third of the file; foods name the next number.
-        QCOMPARE(Import(FoodFile(line + FoodLine("Soups", "Soup", "thick"))),
+        QCOMPARE(Import(FoodFile(line + FoodLine("Stews", "Stew", "thick"))),
                  (reason.isEmpty() ? QString() : reason + u" in line 4. Skipped.|"_s) +
                      u"Imported 1 foods."_s);
         QCOMPARE(TypesStored(), QStringList{u"thick"_s});
+        // A refused line leaves the category that it names.
+        QVERIFY(reason.isEmpty() || Database().FindCategory(kFoods, u"Soups"_s) >= 0);
     }
 
     void anErrorTooManyStopsTheImport() {
