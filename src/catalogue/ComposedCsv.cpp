@@ -6,7 +6,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int kLongestServingName = 63;
 constexpr int kLongestNumber = 19;
 /// Fields before the values: number, item type, category, name, food name.
 constexpr int kFirstValue = 5;

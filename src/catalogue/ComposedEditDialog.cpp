@@ -11,8 +11,10 @@
 #include <QResizeEvent>
 #include <QShortcut>
 #include <QTabWidget>
+#include <algorithm>
 
 #include "catalogue/AddFoodDialog.h"
+#include "catalogue/CsvFields.h"
 #include "catalogue/RecipeText.h"
 #include "controls/Grid.h"
 #include "controls/ReportList.h"
@@ -86,7 +88,8 @@ void CComposedEditDialog::AddFields() {
     if (m_form.GetKind() == ECatalogueKind::Recipes) {
         m_servings = new QLineEdit(fields.servings);
         m_servings->setObjectName(u"servings"_s);
-        m_servings->setMaxLength(kLongestName);
+        m_servings->setMaxLength(
+            std::max<int>(kLongestServingName, static_cast<int>(fields.servings.size())));
         m_servings->setCursorPosition(0);
         form->addRow(u"&Servings:"_s, m_servings);
     }

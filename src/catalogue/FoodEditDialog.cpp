@@ -109,6 +109,7 @@ void CFoodEditDialog::AddServings() {
     m_fields->servings =
         new CGrid(EGridKind::Servings, {u"Serving name"_s, u"Weight (gm)"_s}, u"Servings"_s);
     m_fields->servings->setObjectName(u"servings"_s);
+    m_fields->servings->SetMaxLength(0, kLongestServingName);
     Content()->addWidget(m_fields->servings, kServingsStretch);
     connect(m_fields->servings, &CGrid::LabelEditEnded, this,
             [this](int row, int column, const std::optional<QString>& text) {

@@ -8,7 +8,6 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int kTextFields = 4;     ///< number, category, name, type
 constexpr int kFewestFields = 59;  ///< through the name of serving 1
-constexpr int kLongestServingName = 63;
 
 CCsvVerdict Error(const char* message) {
     return {ECsvLine::Error, message};

@@ -231,7 +231,11 @@ bool CGrid::Open(int row, int column, const std::optional<QString>& initial) {
     }
 
     m_editedCell = index;
-    QLineEdit* edit = CreateEditor(index, initial.value_or(CellText(row, column)));
+    const QString text = CellText(row, column);
+    QLineEdit* edit = CreateEditor(index, initial.value_or(text));
+    if (const auto limit = m_maxLengths.constFind(column); limit != m_maxLengths.constEnd()) {
+        edit->setMaxLength(std::max<int>(*limit, static_cast<int>(text.size())));
+    }
     if (initial) {
         edit->end(false);
     }

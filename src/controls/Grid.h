@@ -1,6 +1,7 @@
 // A report-style list whose cells are edited in place.
 #pragma once
 
+#include <QHash>
 #include <QStringList>
 #include <QTreeView>
 #include <optional>
@@ -34,6 +35,9 @@ class CGrid : public QTreeView {
     [[nodiscard]] int RowCount() const;
     [[nodiscard]] QString CellText(int row, int column) const;
     void SetCellText(int row, int column, const QString& text);
+    /// What is typed into a column ends after so many characters; a longer text that is there
+    /// stays whole.
+    void SetMaxLength(int column, int length) { m_maxLengths.insert(column, length); }
     /// Only of EGridKind::Checks.
     [[nodiscard]] bool IsChecked(int row) const;
     void SetChecked(int row, bool checked);
@@ -74,5 +78,6 @@ class CGrid : public QTreeView {
     QStandardItemModel* m_model;
     CInPlaceControl* m_control = nullptr;
     QPersistentModelIndex m_editedCell;
+    QHash<int, int> m_maxLengths;  ///< by column
     bool m_checkedAtPress = false;
 };

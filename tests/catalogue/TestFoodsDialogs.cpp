@@ -106,6 +106,19 @@ class TestFoodsDialogs : public CCatalogueTest {
         QCOMPARE(dialog.GetItem().GetNutrientValue(1), 3.4567);
     }
 
+    void aServingsNameIsNoLongerThanAFileKeeps() {
+        m_milk.SetServingName(1, QString(64, u'o'));
+        CFoodEditDialog dialog(*m_doc, m_milk, 0, nullptr);
+        Show(dialog);
+        auto* grid = Find<CGrid>(dialog, "servings");
+        QVERIFY(Type(grid, 0, 0, QString(64, u'x')));
+        QCOMPARE(grid->CellText(0, 0), QString(63, u'x'));
+        // A longer one that is there stays whole until it is changed.
+        QVERIFY(grid->OpenCell(1, 0));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(grid->CellText(1, 0), QString(64, u'o'));
+    }
+
     void energyIsTypedInKJAndOtherCellsKeepTheirDigits() {
         m_doc->Settings().preferences.energyUnit = EEnergyUnit::KJ;
         CFoodEditDialog dialog(*m_doc, m_milk, 0, nullptr);
