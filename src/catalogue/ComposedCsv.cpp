@@ -325,7 +325,7 @@ void CComposedCsv::WriteRecord(CCsvLineWriter& line, const CComposedItem& record
     line.Text(record.GetServingName());
     line.Number(record.GetServingX());
     if (IsRecipes()) {
-        line.Text(isOwner ? EscapedInstructions(record.GetInstructions()) : QString());
+        line.EscapedText(isOwner ? EscapedInstructions(record.GetInstructions()) : QString());
     }
-    line.EndLine();
+    line.EndLine(owner.GetName());
 }

@@ -16,6 +16,7 @@ class CExportRun {
 
   private:
     void WriteItems();
+    void ReportLosses() const;
     bool WriteItem(int position, PropertyList& properties);
 
     CDatabase& m_database;
@@ -79,7 +80,23 @@ bool CExportRun::Run(const QString& path) {
     if (whole || m_layout->Manners().countsCancelled) {
         ShowMessage(FormatText("Exported %d %s."_L1, {m_written, plural}), EMessageIcon::Result);
     }
+    ReportLosses();
     return whole;
+}
+
+/// What the file holds, but an import will not read as it was.
+void CExportRun::ReportLosses() const {
+    if (const CNotedTexts& texts = m_line.ChangedTexts(); texts.Count() > 0) {
+        ShowMessage(
+            FormatText("Names that an import will change because of their quotes (%d): %s"_L1,
+                       {texts.Count(), texts.First()}),
+            EMessageIcon::Warning);
+    }
+    if (const CNotedTexts& items = m_line.LongLines(); items.Count() > 0) {
+        ShowMessage(FormatText("Items whose lines are too long for an import (%d): %s"_L1,
+                               {items.Count(), items.First()}),
+                    EMessageIcon::Warning);
+    }
 }
 
 void CExportRun::WriteItems() {

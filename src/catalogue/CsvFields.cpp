@@ -13,6 +13,8 @@ namespace {
 constexpr int kCutText = 124;
 constexpr int kLongestNumber = 19;
 constexpr int kDecimals = 3;
+/// Of the texts in a message.
+constexpr int kTextsNamed = 3;
 
 /// Plain decimal numbers of up to 15 digits, which a double holds exactly, so that one division
 /// gives the nearest double. Nothing for any other form.
@@ -86,6 +88,11 @@ QStringView WithoutQuotes(QStringView field) {
     const qsizetype end = field.size() - (field.back() == u'"' ? 1 : 0);
     return field.sliced(begin, end - begin);
 }
+
+bool IsChangedByQuotes(QStringView text) {
+    const QString field = u'"' + text.toString() + u"\","_s;
+    return CCsvFields(field).Next() != text;
+}
 }  // namespace
 
 std::optional<QStringView> CCsvFields::Next() {
@@ -109,28 +116,43 @@ std::optional<QStringView> CCsvFields::Next() {
     return WithoutQuotes(Trimmed(field));
 }
 
-/// Texts go through the file's code page, so the bytes collected so far leave first.
+void CNotedTexts::Add(const QString& text) {
+    if (!m_texts.contains(text) && m_first.size() < kTextsNamed) {
+        m_first.append(u'\'' + text + u'\'');
+    }
+    m_texts.insert(text);
+}
+
+QString CNotedTexts::First() const {
+    return m_first.join(", "_L1) + (m_texts.size() > m_first.size() ? ", ..."_L1 : ""_L1);
+}
+
 void CCsvLineWriter::Text(QStringView text) {
-    if (text.isEmpty()) {
-        m_line.append("\"\",");
-        return;
+    if (text.contains(u'"') && IsChangedByQuotes(text)) {
+        m_changedTexts.Add(text.toString());
     }
-    m_file.WriteBytes(m_line.append('"'));
-    if (text.contains(u'\n') || text.contains(u'\r')) {
-        m_file.WriteText(text.toString().replace(u'\n', u' ').replace(u'\r', u' '));
-    } else {
-        m_file.WriteText(text);
-    }
-    m_line = "\",";
+    EscapedText(text);
+}
+
+void CCsvLineWriter::EscapedText(QStringView text) {
+    m_line.append('"');
+    const qsizetype begin = m_line.size();
+    m_file.AppendText(m_line, text);
+    std::replace_if(
+        m_line.begin() + begin, m_line.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+    m_line.append("\",");
 }
 
 void CCsvLineWriter::Number(double value) {
     AppendNumber(m_line, value);
 }
 
-void CCsvLineWriter::EndLine() {
+void CCsvLineWriter::EndLine(const QString& item) {
+    if (m_line.size() > CTextFile::kMaxLineBytes) {
+        m_longLines.Add(item);
+    }
     m_file.WriteBytes(m_line.append("\r\n"));
-    m_line.clear();
+    m_line.resize(0);  // keeps its memory for the next line
 }
 
 QString CutImportedText(QStringView text) {

@@ -2,7 +2,8 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
+#include <QSet>
+#include <QStringList>
 #include <optional>
 
 class CTextFile;
@@ -22,7 +23,20 @@ class CCsvFields {
     QStringView m_rest;  ///< ends in no blank
 };
 
-/// Writes lines field by field. The file outlives it.
+/// Different texts: how many there are, and the first of them.
+class CNotedTexts {
+  public:
+    void Add(const QString& text);
+    [[nodiscard]] int Count() const { return static_cast<int>(m_texts.size()); }
+    /// "'Soup', 'Stew', ...".
+    [[nodiscard]] QString First() const;
+
+  private:
+    QSet<QString> m_texts;
+    QStringList m_first;
+};
+
+/// Writes lines field by field, and notes what no import will read as it was. The file outlives it.
 class CCsvLineWriter {
   public:
     explicit CCsvLineWriter(CTextFile& file) : m_file(file) {}
@@ -30,13 +44,23 @@ class CCsvLineWriter {
     void Raw(QByteArrayView bytes) { m_line.append(bytes); }
     /// Quoted; a line break becomes a blank, since it would end the line.
     void Text(QStringView text);
+    /// The same of a text whose quotes have been taken care of.
+    void EscapedText(QStringView text);
     /// Three decimals: "1.500,". What is not finite is written as 0.
     void Number(double value);
-    void EndLine();
+    /// `item` is whom the line belongs to.
+    void EndLine(const QString& item = QString());
+
+    /// Texts whose quotes keep them from coming back.
+    [[nodiscard]] const CNotedTexts& ChangedTexts() const { return m_changedTexts; }
+    /// Items with lines longer than a reader takes in one piece.
+    [[nodiscard]] const CNotedTexts& LongLines() const { return m_longLines; }
 
   private:
     CTextFile& m_file;
     QByteArray m_line;  ///< not yet passed on
+    CNotedTexts m_changedTexts;
+    CNotedTexts m_longLines;
 };
 
 /// The longest text that a file keeps whole.

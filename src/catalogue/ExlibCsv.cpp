@@ -63,6 +63,6 @@ bool CExlibCsv::WriteItem(CCsvLineWriter& line, PropertyList& properties, int nu
     line.Text(m_exercise.GetType());
     line.Number(m_exercise.GetMet());
     line.Number(m_exercise.GetEnergyRateKcalPerMinute());
-    line.EndLine();
+    line.EndLine(m_exercise.GetName());
     return true;
 }

@@ -119,6 +119,6 @@ bool CFoodsCsv::WriteItem(CCsvLineWriter& line, PropertyList& properties, int nu
         line.Text(name);
         line.Number(name.isEmpty() ? 0 : m_food.GetServingWeight(serving));
     }
-    line.EndLine();
+    line.EndLine(m_food.GetName());
     return true;
 }

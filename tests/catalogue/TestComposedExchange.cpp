@@ -57,6 +57,27 @@ class TestComposedExchange : public CCatalogueTest {
         QCOMPARE(m_messages->Said(), u"Exported 1 recipes."_s);
     }
 
+    void instructionsThatNoLineHoldsAreNamed() {
+        Fill(kRecipes);
+        CRecipeItem lunch;
+        QVERIFY(Database().Recipes().Read(0, lunch));
+        const auto exportWith = [&, this](const QString& instructions) {
+            lunch.SetInstructions(instructions);
+            (void)Database().Recipes().Write(0, lunch);
+            (void)Export(kRecipes);
+            return m_messages->Said();
+        };
+        // Quotes in instructions are taken care of; their length is not.
+        QCOMPARE(exportWith(u"\"salt\", "_s), u"Exported 1 recipes."_s);
+        QCOMPARE(exportWith({}), u"Exported 1 recipes."_s);
+        const auto length = Load(Path(u"out.csv"_s)).split('\n').at(2).chopped(1).size();
+        const QString room(4095 - length, u'x');
+        QCOMPARE(exportWith(room), u"Exported 1 recipes."_s);
+        QCOMPARE(
+            exportWith(room + u'x'),
+            u"Exported 1 recipes.|Items whose lines are too long for an import (1): 'Lunch'"_s);
+    }
+
     // 61 columns are written and 62 read: the serving is taken for a 55th value, the number for
     // the serving, and the last column is missed. Recipes end likewise.
     void whatIsWrittenIsNotWhatIsRead_data() {

@@ -274,6 +274,28 @@ class TestFoodsExchange : public CCatalogueTest {
         QVERIFY(!file.contains("240"));
     }
 
+    void namesThatCannotComeBackAreNamedWithTheSummary() {
+        const qint32 category = AddCategory(Database(), u"\"Raw\", cold"_s);
+        for (const QString& name :
+             {u"The \"best\" soup"_s, u"5\", deep"_s, u"Say \"no\""_s, u"\"No\" again"_s}) {
+            QVERIFY(Database().Foods().Write(-1, MakeFood(category, name, u"x"_s)));
+        }
+        Export({});
+        QCOMPARE(m_messages->Said(),
+                 u"Exported 4 foods.|Names that an import will change because of their quotes (4): "
+                 "'\"Raw\", cold', '5\", deep', 'Say \"no\"', ..."_s);
+        QCOMPARE(m_messages->lastIcon, EMessageIcon::Warning);
+        // The line of a value that needs so many digits.
+        CFoodItem food = MakeFood(category, u"Sun"_s, u"hot"_s);
+        for (int nutrient = 0; nutrient < 13; ++nutrient) {
+            food.SetNutrientValue(nutrient, 1e307);
+        }
+        QVERIFY(Database().Foods().Write(-1, food));
+        Export({EExportChoice::Selected, -1, {4}});
+        QVERIFY(m_messages->Said().endsWith(
+            u"|Items whose lines are too long for an import (1): 'Sun'"));
+    }
+
     void aCancelledExportIsClosedProperly() {
         Import(FoodFile(Numbered(0, 5)));
         m_messages->progress.cancelAfterPumps = m_messages->progress.pumps + 2;
