@@ -4,16 +4,27 @@
 #include <algorithm>
 
 #include "catalogue/CategoryItems.h"
+#include "catalogue/CsvFields.h"
 #include "platform/NumberText.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int kMostCopies = 99;
+/// "_Copy01".
+constexpr int kCopySuffixLength = 7;
 
 bool ShowExists(const QString& name) {
     ShowMessage(FormatText("Category '%s' already exists."_L1, {name}));
     return false;
+}
+
+/// The beginning of a text that is too long, never cut between the two halves of a character.
+QString WithoutEnd(const QString& text, int length) {
+    if (text.size() <= length) {
+        return text;
+    }
+    return text.first(text[length - 1].isHighSurrogate() ? length - 1 : length);
 }
 
 /// Ascending or descending positions.
@@ -246,13 +257,16 @@ QString CCatalogueRules::FreeCopyText(const CCatalogueItem& item) {
                           taken.insert(type);
                       }
                   });
-    const QString original = m_namesType ? item.GetType() : item.GetName();
-    CCatalogueItem candidate(m_texts.kind);
+    const CCatalogueLayout& numbers = CatalogueLayoutOf(m_texts.kind);
+    const auto property = static_cast<size_t>(m_namesType ? numbers.type : numbers.name);
+    // As much as the record and a file keep.
+    const int room = std::min(numbers.layout.properties[property].capacity, kLongestText);
+    const QString original =
+        WithoutEnd(m_namesType ? item.GetType() : item.GetName(), room - kCopySuffixLength);
     for (int copy = 1; copy <= kMostCopies; ++copy) {
-        // Set as a name: cut to what a record holds, which is what must be free.
-        candidate.SetName(FormatText("%s_Copy%s"_L1, {original, TwoDigits(copy)}));
-        if (!taken.contains(candidate.GetName())) {
-            return candidate.GetName();
+        const QString candidate = FormatText("%s_Copy%s"_L1, {original, TwoDigits(copy)});
+        if (!taken.contains(candidate)) {
+            return candidate;
         }
     }
     return {};

@@ -36,8 +36,8 @@ class CCatalogueRules {
     std::vector<CCategoryEntry> MoveTargets(const Entries& selected);
     /// Asks and moves. Returns how many were moved.
     int Move(const Entries& selected, const CCategoryEntry& target);
-    /// Asks and adds a copy with the first free suffix of _Copy01 to _Copy99. Returns the copy's
-    /// position, -1 when there is none.
+    /// Asks and adds a copy with the first free suffix of _Copy01 to _Copy99, for which the end of
+    /// a name that fills its record gives way. Returns the copy's position, -1 when there is none.
     int Duplicate(const Entries& selected);
 
     /// Gives every item of the category with the old name the new one. Outer blanks do not count.

@@ -166,10 +166,34 @@ class TestCatalogueCommands : public CCatalogueTest {
         QCOMPARE(rules.ItemsOfName(category, u"Carrot"_s).back().type, u"Raw_Copy99"_s);
         QCOMPARE(rules.Duplicate({carrot.front()}), -1);
         QCOMPARE(m_messages->Said(), u"Cannot create unique name to duplicate food."_s);
-        // Nor is there room for a suffix behind a name that fills its record.
-        AddItem(kMenus, category, QString(64, u'x'), {});
-        QCOMPARE(CCatalogueRules(Database(), kMenus).Duplicate(Entries(kMenus, category)), -1);
-        QCOMPARE(m_messages->Said(), u"Cannot create unique name to duplicate food."_s);
+    }
+
+    void theNameBeforeASuffixGivesWay() {
+        // The copies of a name, each 64 characters at most; types of foods 127, which is what a
+        // file keeps.
+        const std::tuple<ECatalogueKind, QString, QStringList> rows[] = {
+            {kMenus, QString(57, u'x'), {QString(57, u'x') + u"_Copy01"_s}},
+            {kRecipes,
+             QString(58, u'x'),
+             {QString(57, u'x') + u"_Copy01"_s, QString(57, u'x') + u"_Copy02"_s}},
+            {kMenus, QString(64, u'x'), {QString(57, u'x') + u"_Copy01"_s}},
+            // Not between the halves of a character of two.
+            {kRecipes,
+             QString(56, u'x') + u"\U0001F372"_s + u"yyyyyy"_s,
+             {QString(56, u'x') + u"_Copy01"_s}},
+            {kFoods, QString(127, u'x'), {QString(120, u'x') + u"_Copy01"_s}},
+        };
+        for (const auto& [kind, name, copies] : rows) {
+            CCatalogueRules rules(Database(), kind);
+            const qint32 category = rules.AddCategory(QString::number(name.size()));
+            AddItem(kind, category, name, name);
+            const CCatalogueRules::Entries original = Entries(kind, category);
+            for (const QString& expected : copies) {
+                CCatalogueItem copy(kind);
+                QVERIFY(Database().Items(kind).Read(rules.Duplicate(original), copy));
+                QCOMPARE(kind == kFoods ? copy.GetType() : copy.GetName(), expected);
+            }
+        }
     }
 
     void renamingTouchesTheNameInItsCategoryAlone() {
