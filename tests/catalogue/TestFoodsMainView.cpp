@@ -3,6 +3,7 @@
 
 #include <QBuffer>
 #include <QImage>
+#include <QtEndian>
 
 #include "catalogue/CategoryPickDialog.h"
 #include "catalogue/FindDialog.h"
@@ -211,31 +212,45 @@ class TestFoodsMainView : public CCatalogueViewTest {
     }
 
     void storedPicturesBecomeIcons() {
-        QByteArray file;
-        QBuffer buffer(&file);
-        QImage picture(5, 3, QImage::Format_Indexed8);
-        picture.setColorTable({qRgb(255, 0, 0), qRgb(0, 255, 0)});
-        picture.fill(1);
-        picture.save(&buffer, "BMP");
-        const QByteArray block = file.sliced(14) + QByteArray(14, '\0');
-        // Whole, cut short, and no bitmap at all.
-        for (const QByteArray& stored : {block, block.first(20), QByteArray(200, '\xff')}) {
+        const auto blockOf = [](QSize size) {
+            QByteArray file;
+            QBuffer buffer(&file);
+            QImage picture(size, QImage::Format_Indexed8);
+            picture.setColorTable({qRgb(255, 0, 0), qRgb(0, 255, 0)});
+            picture.fill(1);
+            picture.save(&buffer, "BMP");
+            return file.sliced(14) + QByteArray(14, '\0');
+        };
+        const QByteArray block = blockOf({5, 3});
+        // A few bytes that claim to be a compressed picture of 5,000 x 5,000.
+        QByteArray huge = block;
+        qToLittleEndian<qint32>(5000, huge.data() + 4);
+        qToLittleEndian<qint32>(5000, huge.data() + 8);
+        qToLittleEndian<qint32>(2, huge.data() + 16);
+        // Three lines of four bytes and the zeros at the end give way to the mark of its end.
+        huge = huge.chopped(3 * 4 + 14) + QByteArray("\0\1", 2);
+        const std::pair<QByteArray, QSize> rows[] = {
+            {block, {5, 3}},
+            {blockOf({300, 150}), {256, 128}},
+            {block.first(20), {}},
+            {QByteArray(200, '\xff'), {}},
+            {huge, {}},
+        };
+        for (const auto& [stored, size] : rows) {
             CCategory category;
             category.SetKind(kFoods);
-            category.SetName(QString::number(stored.size()));
+            category.SetName(QString::number(Database().Categories().Count()));
             category.SetSmallPicture(stored);
             QVERIFY(Database().AddOrUpdateCategory(-1, category));
         }
         Open<CFoodsMainView>();
-        QStringList withIcon;
-        for (int i = 0; i < 3; ++i) {
+        for (int i = 0; i < 5; ++i) {
             const auto icon = Node(i).data(Qt::DecorationRole).value<QIcon>();
-            if (!icon.isNull()) {
-                withIcon.append(Node(i).data().toString());
-                QCOMPARE(icon.pixmap(5, 3).toImage().pixelColor(2, 1), QColor(0, 255, 0));
-            }
+            QCOMPARE(icon.availableSizes().value(0, QSize(0, 0)),
+                     rows[i].second.isValid() ? rows[i].second : QSize(0, 0));
+            QVERIFY(icon.isNull() ||
+                    icon.pixmap(5, 3).toImage().pixelColor(2, 1) == QColor(0, 255, 0));
         }
-        QCOMPARE(withIcon, QStringList{QString::number(block.size())});
     }
 
     void anEmptyCatalogueOffersTheStarterFoodsOnce() {
