@@ -1,9 +1,12 @@
 #include "controls/ReportList.h"
 
 #include <QAbstractTableModel>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMetaMethod>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <algorithm>
 #include <cmath>
@@ -57,6 +60,9 @@ class CReportList::CModel : public QAbstractTableModel {
     }
 
     QVariant data(const QModelIndex& index, int role) const override {
+        if (!index.isValid()) {
+            return {};
+        }
         if (role == Qt::DisplayRole && m_rows.text) {
             return m_rows.text(index.row(), index.column());
         }
@@ -162,7 +168,28 @@ void CReportList::SetBackgroundColor(const QColor& color) {
     setPalette(colors);
 }
 
+void CReportList::CopySelectedRows() const {
+    static const QRegularExpression separators(QStringLiteral("[\t\r\n]"));
+    QStringList lines;
+    for (const int row : SelectedRows()) {
+        QStringList cells;
+        for (int column = 0; column < m_model->columnCount(); ++column) {
+            const QString cell = m_model->index(row, column).data().toString();
+            cells.append(QString(cell).replace(separators, QStringLiteral(" ")));
+        }
+        lines.append(cells.join(u'\t'));
+    }
+    if (!lines.isEmpty()) {
+        QGuiApplication::clipboard()->setText(lines.join(u'\n'));
+    }
+}
+
 void CReportList::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) {
+        CopySelectedRows();
+        event->accept();
+        return;
+    }
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     static const QMetaMethod activation = QMetaMethod::fromSignal(&QTreeView::activated);
     if (isReturn && currentIndex().isValid() && isSignalConnected(activation)) {

@@ -18,7 +18,8 @@ struct CReportRows {
 QColor ReadableTextColor(const QColor& background);
 
 /// Rows are flat and as many as one likes. Return or a double click activates a row
-/// (QAbstractItemView::activated); the context menu policy is custom.
+/// (QAbstractItemView::activated); the context menu policy is custom. The copy key puts the
+/// selected rows on the clipboard as they are shown: a line a row, tabs between the columns.
 class CReportList : public QTreeView {
     Q_OBJECT
   public:
@@ -48,6 +49,8 @@ class CReportList : public QTreeView {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    void CopySelectedRows() const;
+
     class CModel;
     CModel* m_model;
 };

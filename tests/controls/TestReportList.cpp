@@ -1,3 +1,6 @@
+#include <QAbstractItemModelTester>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -79,6 +82,34 @@ class TestReportList : public QObject {
         }
         list.SetBackgroundColor({});
         QCOMPARE(list.palette(), before);
+    }
+
+    void copyingTakesTheSelectedRowsAsShown() {
+        CReportList list(u"Foods"_s);
+        const QAbstractItemModelTester sound(list.model(),
+                                             QAbstractItemModelTester::FailureReportingMode::Fatal);
+        const auto copied = [&list](const std::vector<int>& rows) {
+            list.clearSelection();
+            for (const int row : rows) {
+                list.selectionModel()->select(
+                    list.model()->index(row, 0),
+                    QItemSelectionModel::Select | QItemSelectionModel::Rows);
+            }
+            QGuiApplication::clipboard()->setText(u"kept"_s);
+            QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
+            return QGuiApplication::clipboard()->text();
+        };
+        QCOMPARE(copied({}), u"kept"_s);  // without columns
+        list.SetColumns({u"A"_s, u"B"_s});
+        QCOMPARE(copied({}), u"kept"_s);
+        list.SetRows(Rows(4));
+        QCOMPARE(copied({}), u"kept"_s);
+        QCOMPARE(copied({3, 1}), u"1/0\t1/1\n3/0\t3/1"_s);
+        list.SetRows({.count = 1, .text = [](int, int) { return u"a\tb\nc"_s; }, .icon = {}});
+        QCOMPARE(copied({0}), u"a b c\ta b c"_s);
+        list.SetRows({});
+        QCOMPARE(copied({}), u"kept"_s);
+        QVERIFY(!list.model()->data({}, Qt::DisplayRole).isValid());
     }
 
     void returnActivatesTheCurrentRowAndGoesNoFurther() {
