@@ -49,7 +49,7 @@ QModelIndex CCategoryTreeModel::IndexOf(qint32 categoryId, const QString& name) 
             continue;
         }
         const QModelIndex category = index(static_cast<int>(row), 0, {});
-        if (!name.isEmpty() && canFetchMore(category)) {
+        if (!name.isEmpty()) {
             fetchMore(category);
         }
         const auto nameRow = static_cast<int>(m_nodes[row].names.indexOf(name));
@@ -108,7 +108,8 @@ QVariant CCategoryTreeModel::data(const QModelIndex& index, int role) const {
 
 Qt::ItemFlags CCategoryTreeModel::flags(const QModelIndex& index) const {
     const Qt::ItemFlags flags = QAbstractItemModel::flags(index);
-    return IsCategory(index) || m_renamesItems ? flags | Qt::ItemIsEditable : flags;
+    const bool isRenamed = index.isValid() && (IsCategory(index) || m_renamesItems);
+    return isRenamed ? flags | Qt::ItemIsEditable : flags;
 }
 
 bool CCategoryTreeModel::hasChildren(const QModelIndex& parent) const {
@@ -120,6 +121,9 @@ bool CCategoryTreeModel::canFetchMore(const QModelIndex& parent) const {
 }
 
 void CCategoryTreeModel::fetchMore(const QModelIndex& parent) {
+    if (!canFetchMore(parent)) {
+        return;
+    }
     CNode& node = m_nodes[static_cast<size_t>(parent.row())];
     node.isRead = true;
     QStringList names;

@@ -1,24 +1,96 @@
 #include "diary/DiaryFixture.h"
 
+#include <QAbstractItemModelTester>
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
 #include <QScreen>
 #include <QSpinBox>
+#include <QTabWidget>
 #include <QToolBar>
+#include <QTreeView>
 #include <limits>
 
 #include "app/PreferencesDialog.h"
 #include "controls/ReportList.h"
 #include "frame/DietFrame.h"
 #include "support/Clicks.h"
+#include "support/ComposedSamples.h"
+#include "support/DataRows.h"
+
+namespace {
+/// Any key on every list, tree and grid of a window, while its models are watched.
+void PressKeysIn(const QWidget& window) {
+    using enum QAbstractItemModelTester::FailureReportingMode;
+    const std::pair<Qt::Key, Qt::KeyboardModifier> keys[] = {
+        {Qt::Key_C, Qt::ControlModifier}, {Qt::Key_A, Qt::ControlModifier},
+        {Qt::Key_C, Qt::ControlModifier}, {Qt::Key_Delete, Qt::NoModifier},
+        {Qt::Key_F2, Qt::NoModifier},     {Qt::Key_Down, Qt::NoModifier},
+        {Qt::Key_Return, Qt::NoModifier},
+    };
+    for (auto* list : window.findChildren<QTreeView*>()) {
+        const QAbstractItemModelTester sound(list->model(), Fatal);
+        for (const auto& [key, modifier] : keys) {
+            if (list->isVisible()) {
+                list->setFocus();
+                QTest::keyClick(list, key, modifier);
+            }
+        }
+    }
+}
+
+/// The same in every dialog that they open while `user` lives, page by page; then it is left.
+void PressKeysInDialogs(QObject& user) {
+    QTimer::singleShot(1, &user, [&user] {
+        PressKeysInDialogs(user);
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (dialog == nullptr || !dialog->isActiveWindow()) {
+            return;
+        }
+        auto* pages = dialog->findChild<QTabWidget*>();
+        for (int page = 0; page < (pages == nullptr ? 1 : pages->count()); ++page) {
+            if (pages != nullptr) {
+                pages->setCurrentIndex(page);
+            }
+            PressKeysIn(*dialog);
+        }
+        dialog->close();
+    });
+}
+}  // namespace
 
 class TestDietFrame : public CDiaryTest {
     Q_OBJECT
 
   private slots:
     void init() { MakeDiary(); }
+
+    void anyKeyMayBePressedInAnyList_data() {
+        AddRows<bool>({{"empty", false}, {"with rows", true}});
+    }
+    void anyKeyMayBePressedInAnyList() {
+        const auto& [hasRows] = DataRow<bool>();
+        if (hasRows) {
+            AddCatalogue();
+            AddComposed(Database(), kMenus, AddCategory(Database(), u"C"_s, kMenus), u"Lunch"_s);
+            AddEntry(u"Tea"_s, QTime(8, 0));
+            AddDone(u"Row"_s, kDay, QTime(8, 0), 10, 10);
+            QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay, QTime(8, 0), 70)));
+        }
+        m_messages->answer = false;
+        QObject user;
+        PressKeysInDialogs(user);
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        for (const int view : {kSwitchToDiet, kSwitchToWeight, kSwitchToExercises, kSwitchToFoods,
+                               kSwitchToMenus, kSwitchToRecipes, kSwitchToExlib}) {
+            frame.RunCommand(view);
+            PressKeysIn(*frame.ActiveView());
+            QCOMPARE(frame.ActiveCommand(), view);
+        }
+        QCOMPARE(m_messages->asked.isEmpty(), !hasRows);
+    }
 
     void viewsAreSwitchedByCommand() {
         CDietFrame frame(*m_doc);
