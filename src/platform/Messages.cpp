@@ -57,6 +57,7 @@ QString FormatText(QLatin1StringView pattern, std::span<const CTextArgument> arg
             result += pattern[i];
             continue;
         }
+        const qsizetype start = i;
         ++i;
         if (pattern[i] == u'%') {
             result += u'%';
@@ -65,7 +66,10 @@ QString FormatText(QLatin1StringView pattern, std::span<const CTextArgument> arg
         if (pattern[i] == u'l') {
             ++i;
         }
-        Q_ASSERT(argument != arguments.end());
+        if (argument == arguments.end()) {
+            result += pattern.mid(start, i + 1 - start);
+            continue;
+        }
         result += argument->Text();
         ++argument;
     }

@@ -75,6 +75,6 @@ class CTextArgument {
 };
 
 /// Fills the "%s", "%d" and "%ld" of `pattern` in order; "%%" gives "%". Values are not scanned
-/// again, so a name holding "%s" stands as it is.
+/// again, so a name holding "%s" is kept as it is. Placeholders without an argument are kept too.
 QString FormatText(QLatin1StringView pattern, std::span<const CTextArgument> arguments);
 QString FormatText(QLatin1StringView pattern, std::initializer_list<CTextArgument> arguments);

@@ -40,6 +40,7 @@ class TestPlatform : public QObject {
         QCOMPARE(FormatText("Food '%s, %s' in %d of %ld"_L1, {u"Milk"_s, u"%s%d"_s, 7, qint64{-5}}),
                  u"Food 'Milk, %s%d' in 7 of -5"_s);
         QCOMPARE(FormatText("%s [%d%%]"_L1, {u"Import"_s, 100}), u"Import [100%]"_s);
+        QCOMPARE(FormatText("%s of %d and %l"_L1, {u"One"_s}), u"One of %d and %l"_s);
         QCOMPARE(FormatText("%%d stays, as does a last %"_L1, {}), u"%d stays, as does a last %"_s);
     }
 
