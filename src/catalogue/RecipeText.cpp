@@ -47,7 +47,7 @@ bool SaveRecipeTextFile(const CComposedForm& recipe, const QString& path) {
     file.WriteLine(fields.instructions);
     file.WriteLine(u"\r\nNutrients:");
     for (int row = 0; row < recipe.RowCount(); ++row) {
-        const double value = TypedNumber(recipe.RowText(row)).value_or(0);
+        const double value = ShownValue(recipe.RowText(row));
         file.WriteLine(FormatText("%s: %s"_L1, {recipe.RowTitle(row), Number(value, preferences)}));
     }
     // A file that did not come out whole is not passed off as one.

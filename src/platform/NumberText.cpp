@@ -97,13 +97,20 @@ qint64 LastDecimals(double value, int decimals) {
     return std::abs(scaled - whole) < 0.499 ? static_cast<qint64>(whole) : -1;
 }
 
+/// Sums and conversions of large values may leave the range of a double: files and lists get the
+/// largest number there is then, and 0 for what is no number.
+double Finite(double value) {
+    constexpr double kLargest = std::numeric_limits<double>::max();
+    return std::isnan(value) ? 0 : std::clamp(value, -kLargest, kLargest);
+}
+
 /// The view points into `text`.
 QByteArrayView WriteFixed(CFixedText& text, double value, int decimals) {
     const int places = std::clamp(decimals, 0, kMaxDecimals);
     qint64 rest = LastDecimals(value, places);
     if (rest < 0) {
-        const auto result =
-            std::to_chars(text.begin(), text.end(), value, std::chars_format::fixed, places);
+        const auto result = std::to_chars(text.begin(), text.end(), Finite(value),
+                                          std::chars_format::fixed, places);
         Q_ASSERT(result.ec == std::errc{});
         return {text.data(), result.ptr};
     }
@@ -134,11 +141,15 @@ QString WithAsciiDigits(QString text) {
 
 std::optional<double> TypedNumber(QStringView text, const QLocale& locale) {
     const std::optional<double> number = FindTypedNumber(text, locale);
-    return number && std::isfinite(*number) ? number : std::nullopt;
+    return number && std::abs(*number) <= kLargestTyped ? number : std::nullopt;
 }
 
 bool IsTypedTooLarge(QStringView text, const QLocale& locale) {
     return std::abs(FindTypedNumber(text, locale).value_or(0)) > kLargestTyped;
+}
+
+double ShownValue(QStringView text, const QLocale& locale) {
+    return FindTypedNumber(text, locale).value_or(0);
 }
 
 std::optional<QString> TypedAmount(const QString& text, const QLocale& locale) {
@@ -168,7 +179,7 @@ QString ShownNumber(double value, int decimals, const QLocale& locale) {
 
 QString ShortestNumber(double value) {
     std::array<char, kMaxShortestLength> text;
-    const auto result = std::to_chars(text.begin(), text.end(), value);
+    const auto result = std::to_chars(text.begin(), text.end(), Finite(value));
     return QString::fromLatin1(text.data(), result.ptr - text.data());
 }
 

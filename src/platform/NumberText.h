@@ -14,19 +14,23 @@ QString WithAsciiDigits(QString text);
 
 /// What a person typed, blanks trimmed: the locale's decimal separator and the point are both
 /// accepted, group separators are not; digits may be of any script. The leading number counts, as
-/// in LeadingNumber. Nothing when there is no finite number.
+/// in LeadingNumber. Nothing when there is no number from -1e9 to 1e9.
 std::optional<double> TypedNumber(QStringView text, const QLocale& locale = QLocale());
 
-/// No amount in a diary comes near this.
+/// No quantity of a diary comes near it; what is typed beyond it is a slip.
 inline constexpr double kLargestTyped = 1e9;
-/// Whether a typed number is not finite or beyond kLargestTyped, so that a field refuses it.
+/// Whether a typed number is beyond kLargestTyped, where TypedNumber has nothing.
 bool IsTypedTooLarge(QStringView text, const QLocale& locale = QLocale());
 
+/// The number in a text that the program shows, which may be of any size; 0 when there is none.
+double ShownValue(QStringView text, const QLocale& locale = QLocale());
+
 /// What counts of a typed amount, as the shortest form with the locale's decimal separator; empty
-/// for an empty text. Nothing when it is negative or no number.
+/// for an empty text. Nothing when it is negative or no number of TypedNumber.
 std::optional<QString> TypedAmount(const QString& text, const QLocale& locale = QLocale());
 
-/// "%<width>.<decimals>f" with a point, whatever the locale.
+/// "%<width>.<decimals>f" with a point, whatever the locale. Here and below, what is not finite
+/// reads as the largest number of its sign, and as 0 when it is no number.
 QString FixedNumber(double value, int decimals, int width = 1);
 
 /// The same in ASCII behind what `line` holds, without a text of its own.

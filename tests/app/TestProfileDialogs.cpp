@@ -72,6 +72,7 @@ class TestProfileDialogs : public QObject {
         auto* name = Find<QLineEdit>(dialog, "name");
         Press(dialog, "ok");
         name->setText(u"Bob"_s);
+        Find<QLineEdit>(dialog, "heightMajor")->setText(u"2000000000"_s);
         Press(dialog, "ok");
         Find<QLineEdit>(dialog, "heightMajor")->setText(u"5"_s);
         Find<QLineEdit>(dialog, "heightMinor")->setText(u"11"_s);

@@ -85,7 +85,7 @@ class TestAddFoodForm : public CDiaryTest {
 
     void anAmountThatCountsForNothingBecomesOne() {
         CAddFoodForm form(*m_doc, CAddFoodRequest::ForNewEntry(QTime(12, 0)));
-        for (const QString& text : {u"0"_s, u"0.001"_s, u"-2"_s, u"some"_s, QString()}) {
+        for (const QString& text : {u"0"_s, u"0.001"_s, u"-2"_s, u"some"_s, u"1e10"_s, QString()}) {
             form.SetAmountText(u"2"_s);
             form.SetAmountText(text);
             QCOMPARE(form.AmountText(), u"1.00"_s);

@@ -36,11 +36,15 @@ class TestNumberText : public QObject {
             {u"12 g"_s, u"en_US"_s, 12.0},   {u"\u00A04\u00A0"_s, u"fr_FR"_s, 4.0},
             {u"0"_s, u"en_US"_s, 0.0},       {u""_s, u"en_US"_s, {}},
             {u"abc"_s, u"en_US"_s, {}},      {u","_s, u"de_DE"_s, {}},
-            {u"1e999"_s, u"en_US"_s, {}},    {u"\u0667\u0660\u066B\u0665"_s, u"ar_EG"_s, 70.5},
+            {u"1e999"_s, u"en_US"_s, {}},    {u"1e9"_s, u"en_US"_s, 1e9},
+            {u"-1e9"_s, u"en_US"_s, -1e9},   {u"1000000000.1"_s, u"en_US"_s, {}},
+            {u"-1e10"_s, u"en_US"_s, {}},    {u"\u0667\u0660\u066B\u0665"_s, u"ar_EG"_s, 70.5},
         };
         for (const auto& [text, locale, number] : rows) {
             QVERIFY2(TypedNumber(text, QLocale(locale)) == number, qPrintable(text));
         }
+        QCOMPARE(ShownValue(u" 5000000000,5 ", QLocale(u"de_DE"_s)), 5000000000.5);
+        QCOMPARE(ShownValue(u"none", QLocale::c()), 0.0);
     }
 
     void fixedNumbersAreRoundedExactly() {
@@ -59,6 +63,10 @@ class TestNumberText : public QObject {
         const double largest = std::numeric_limits<double>::max();
         QCOMPARE(FixedNumber(-largest, 100).size(), 411);  // sign, 309 digits, point, 100 digits
         QCOMPARE(LeadingNumber(ShortestNumber(-largest)), -largest);
+        const double infinite = std::numeric_limits<double>::infinity();
+        QCOMPARE(FixedNumber(-infinite, 2), FixedNumber(-largest, 2));
+        QCOMPARE(FixedNumber(infinite - infinite, 2), u"0.00"_s);
+        QCOMPARE(ShortestNumber(infinite), u"1.7976931348623157e+308"_s);
         QCOMPARE(ShownNumber(-1234.5, 1, QLocale(u"de_DE"_s)), u"-1234,5"_s);
     }
 
