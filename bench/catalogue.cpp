@@ -25,9 +25,9 @@ constexpr int kNameAndType = 3;
 /// Says yes to everything and shows nothing but failures.
 class CYes : public CMessageSeam {
   public:
-    void Show(const QString& text, EMessageIcon icon) override {
-        if (icon != EMessageIcon::Result) {
-            std::fprintf(stderr, "%s\n", qPrintable(text));
+    void Show(const CMessage& message) override {
+        if (message.icon != EMessageIcon::Result) {
+            std::fprintf(stderr, "%s\n", qPrintable(message.text));
         }
     }
     bool AskYesNo(const QString& /*text*/) override { return true; }

@@ -53,7 +53,9 @@ bool CVelmoraDoc::OpenCatalogue() {
     m_database.reset();  // one owner of the volume at a time
     m_database = std::make_unique<CDatabase>(m_volumePath);
     if (!m_database->OpenCatalogue()) {
-        ShowMessage(u"Cannot open database."_s, EMessageIcon::Stop);
+        ShowMessage({.text = u"Cannot open database."_s,
+                     .icon = EMessageIcon::Stop,
+                     .detail = m_database->GetRefusal()});
         return false;
     }
     return true;

@@ -56,7 +56,8 @@ class CVelmoraDoc {
     /// The whole start sequence up to the last active tab. False after the message that says why;
     /// the program then ends without a main window.
     bool Start(CStartDialogs& dialogs);
-    /// Opens the volume and the catalogue alone. Failure shows "Cannot open database.".
+    /// Opens the volume and the catalogue alone. Failure shows "Cannot open database."
+    /// with the file and the reason.
     bool OpenCatalogue();
     /// Shows "Invalid command: OnNewDocument": the document is only ever opened.
     static bool OnNewDocument();

@@ -19,8 +19,12 @@ class CNoProgress : public CProgress {
 };
 }  // namespace
 
-void CConsoleMessages::Show(const QString& text, EMessageIcon icon) {
-    PrintLine(icon == EMessageIcon::Result ? stdout : stderr, text);
+void CConsoleMessages::Show(const CMessage& message) {
+    std::FILE* stream = message.icon == EMessageIcon::Result ? stdout : stderr;
+    PrintLine(stream, message.text);
+    if (!message.detail.isEmpty()) {
+        PrintLine(stream, message.detail);
+    }
 }
 
 bool CConsoleMessages::AskYesNo(const QString& text) {

@@ -8,7 +8,7 @@ class CConsoleMessages : public CMessageSeam {
   public:
     void AnswerYes() { m_answersYes = true; }
 
-    void Show(const QString& text, EMessageIcon icon) override;
+    void Show(const CMessage& message) override;
     bool AskYesNo(const QString& text) override;
     QString ChooseFileToOpen(const CFileChoice& choice) override;
     QString ChooseFileToSave(const CFileChoice& choice) override;

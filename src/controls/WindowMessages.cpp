@@ -2,8 +2,11 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
+#include <algorithm>
 
 #include "controls/ProgressWindow.h"
 
@@ -42,11 +45,11 @@ QMessageBox::Icon BoxIcon(EMessageIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-int ShowBox(const QString& text, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons) {
-    QMessageBox box(icon, u"Velmora"_s, text, buttons, WindowInFront());
-    // Names of items may look like markup.
-    box.setTextFormat(Qt::PlainText);
-    return box.exec();
+/// Names of items and files may look like markup.
+void MakePlain(QMessageBox& box) {
+    for (auto* label : box.findChildren<QLabel*>()) {
+        label->setTextFormat(Qt::PlainText);
+    }
 }
 
 /// The toolkit's own dialog without what a narrow screen has no room for; the platform's dialogs
@@ -83,13 +86,29 @@ QString ChooseFile(const CFileChoice& choice, QFileDialog::AcceptMode acceptMode
 
 }  // namespace
 
-void CWindowMessages::Show(const QString& text, EMessageIcon icon) {
-    ShowBox(text, BoxIcon(icon), QMessageBox::Ok);
+void CWindowMessages::Show(const CMessage& message) {
+    QMessageBox box(BoxIcon(message.icon), u"Velmora"_s, message.text, QMessageBox::Ok,
+                    WindowInFront());
+    box.setInformativeText(message.detail);
+    MakePlain(box);
+    std::vector<QAbstractButton*> buttons;
+    for (const CMessageAction& action : message.actions) {
+        buttons.push_back(box.addButton(action.text, QMessageBox::ActionRole));
+    }
+    bool isDone = false;
+    while (!isDone) {
+        box.exec();
+        const auto clicked = std::ranges::find(buttons, box.clickedButton());
+        isDone = clicked == buttons.end() ||
+                 message.actions[static_cast<std::size_t>(clicked - buttons.begin())].run();
+    }
 }
 
 bool CWindowMessages::AskYesNo(const QString& text) {
-    return ShowBox(text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No) ==
-           QMessageBox::Yes;
+    QMessageBox box(QMessageBox::Question, u"Velmora"_s, text, QMessageBox::Yes | QMessageBox::No,
+                    WindowInFront());
+    MakePlain(box);
+    return box.exec() == QMessageBox::Yes;
 }
 
 QString CWindowMessages::ChooseFileToOpen(const CFileChoice& choice) {

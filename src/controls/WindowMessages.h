@@ -6,7 +6,7 @@
 /// Boxes are modal over the active window and titled with the program's name.
 class CWindowMessages : public CMessageSeam {
   public:
-    void Show(const QString& text, EMessageIcon icon) override;
+    void Show(const CMessage& message) override;
     bool AskYesNo(const QString& text) override;
     QString ChooseFileToOpen(const CFileChoice& choice) override;
     QString ChooseFileToSave(const CFileChoice& choice) override;

@@ -18,7 +18,11 @@ CMessageSeam::~CMessageSeam() {
 }
 
 void ShowMessage(const QString& text, EMessageIcon icon) {
-    Seam().Show(text, icon);
+    Seam().Show({text, icon});
+}
+
+void ShowMessage(const CMessage& message) {
+    Seam().Show(message);
 }
 
 bool AskYesNo(const QString& text) {

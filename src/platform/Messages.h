@@ -4,15 +4,30 @@
 
 #include <QLatin1StringView>
 #include <QString>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <span>
 #include <utility>
+#include <vector>
 
 #include "platform/Progress.h"
 
 /// Result is the summary of finished work.
 enum class EMessageIcon { Plain, Stop, Warning, Information, Result };
+
+/// What a message offers to do besides being read; a window makes a button of it.
+struct CMessageAction {
+    QString text;
+    std::function<bool()> run;  ///< true: nothing is left to say, so the message goes
+};
+
+struct CMessage {
+    QString text;
+    EMessageIcon icon = EMessageIcon::Plain;
+    QString detail = {};  ///< a second, smaller text, or empty: the file and the reason
+    std::vector<CMessageAction> actions = {};
+};
 
 /// What a file dialog offers.
 struct CFileChoice {
@@ -31,7 +46,7 @@ class CMessageSeam {
     CMessageSeam(const CMessageSeam&) = delete;
     CMessageSeam& operator=(const CMessageSeam&) = delete;
 
-    virtual void Show(const QString& text, EMessageIcon icon) = 0;
+    virtual void Show(const CMessage& message) = 0;
     /// True for Yes; every other way of leaving the question is No.
     virtual bool AskYesNo(const QString& text) = 0;
     /// The chosen path; empty when cancelled.
@@ -48,6 +63,7 @@ class CMessageSeam {
 };
 
 void ShowMessage(const QString& text, EMessageIcon icon = EMessageIcon::Plain);
+void ShowMessage(const CMessage& message);
 bool AskYesNo(const QString& text);
 QString ChooseFileToOpen(const CFileChoice& choice);
 QString ChooseFileToSave(const CFileChoice& choice);

@@ -1,6 +1,7 @@
 #include "store/Database.h"
 
 #include "platform/Messages.h"
+#include "store/VolumeTexts.h"
 
 #include <QFileInfo>
 #include <algorithm>
@@ -77,6 +78,7 @@ CDatabase::~CDatabase() {
 bool CDatabase::OpenCatalogue() {
     CloseCatalogue();
     if (!m_store.MountVolume(m_volumePath)) {
+        m_refusal = m_store.GetLastError();
         return false;
     }
     // One group: a new volume is either whole or empty.
@@ -89,8 +91,11 @@ bool CDatabase::OpenCatalogue() {
              &m_foods, &m_menus, &m_recipes, &m_exlib, &m_categories}) {
         isOpen = isOpen && database->Open(false);
     }
-    isOpen = group.Commit() && isOpen;
-    if (!isOpen) {
+    // What was created before a failure goes with the volume's group: a refused file stays as it
+    // is.
+    if (!isOpen || !group.Commit()) {
+        m_refusal = m_store.GetLastError();
+        m_store.DiscardVolume();
         CloseCatalogue();
         return false;
     }
@@ -107,6 +112,10 @@ void CDatabase::CloseCatalogue() {
         database->Close();
     }
     m_store.UnmountVolume();
+}
+
+QString CDatabase::GetRefusal() const {
+    return RefusalText(m_refusal, m_volumePath);
 }
 
 bool CDatabase::IsVolume(const QString& path) const {

@@ -39,6 +39,8 @@ class CDatabase {
     /// brought to exactly 54 names. Any failure closes everything again.
     bool OpenCatalogue();
     void CloseCatalogue();
+    /// After a failed OpenCatalogue: which file it was, and why.
+    [[nodiscard]] QString GetRefusal() const;
     CRecordStore& GetStore() { return m_store; }
     /// Whether a path leads to the volume itself, which no export may write over.
     [[nodiscard]] bool IsVolume(const QString& path) const;
@@ -157,6 +159,7 @@ class CDatabase {
     void RemoveOrphanComponents(ECatalogueKind kind);
 
     QString m_volumePath;
+    int m_refusal = kErrorSuccess;
     CRecordStore m_store;
     CItemDatabase<CNutrientName> m_nutrientNames;
     CItemDatabase<CFoodItem> m_foods;

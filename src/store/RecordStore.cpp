@@ -7,12 +7,25 @@
 
 using namespace Qt::StringLiterals;
 
-bool CRecordStore::MountVolume(const QString& path) {
+namespace {
+/// Creates a folder with those above it. Returns what was missing, the innermost first.
+QStringList CreateFolders(const QString& path) {
+    QStringList created;
+    for (QFileInfo folder(path); !folder.exists(); folder.setFile(folder.path())) {
+        created.append(folder.filePath());
+    }
     // A folder that cannot be created fails the mount, which tells the user.
-    QDir().mkpath(QFileInfo(path).absolutePath());
+    QDir().mkpath(path);
+    return created;
+}
+}  // namespace
+
+bool CRecordStore::MountVolume(const QString& path) {
+    m_createdFolders = CreateFolders(QFileInfo(path).absolutePath());
     if (Note(m_engine.Mount(path))) {
         return true;
     }
+    RemoveCreatedFolders();
     ShowMessage(FormatText("ERROR: CeMountDBVol failed (%ld)"_L1, {m_lastError}),
                 EMessageIcon::Stop);
     return false;
@@ -24,6 +37,20 @@ bool CRecordStore::UnmountVolume() {
     }
     ShowMessage(u"Failed unmounting the database."_s, EMessageIcon::Stop);
     return false;
+}
+
+void CRecordStore::DiscardVolume() {
+    const int reason = m_lastError;
+    (void)m_engine.Discard();  // The failure to report is the one that led here.
+    RemoveCreatedFolders();
+    m_lastError = reason;
+}
+
+void CRecordStore::RemoveCreatedFolders() {
+    for (const QString& folder : m_createdFolders) {
+        QDir().rmdir(folder);  // not one that holds anything
+    }
+    m_createdFolders.clear();
 }
 
 CDatabaseHandle CRecordStore::OpenDatabase(const QString& name, quint32 sortPropertyId,

@@ -1,7 +1,7 @@
 // The eleven operations through which every database is reached, with their messages.
 #pragma once
 
-#include <QString>
+#include <QStringList>
 #include <optional>
 #include <vector>
 
@@ -25,6 +25,9 @@ class CRecordStore {
     bool MountVolume(const QString& path);
     /// Failure shows "Failed unmounting the database.".
     bool UnmountVolume();
+    /// After a start that failed: unmounts, drops what an open group wrote, and removes the file
+    /// and the folders if MountVolume created them. Keeps the last error.
+    void DiscardVolume();
 
     /// Opens by name; creates a missing one unless `openOnly`. Failure shows "Not enough memory"
     /// or, after creation was tried, "ERROR: CeOpenDatabaseEx failed (%ld)"; the handle is then
@@ -67,9 +70,11 @@ class CRecordStore {
 
   private:
     bool Note(int error);
+    void RemoveCreatedFolders();
 
     CStorageEngine m_engine;
     int m_lastError = kErrorSuccess;
+    QStringList m_createdFolders;  ///< by MountVolume, the innermost first
 };
 
 /// A group that ends when it goes out of scope, for loops that may be left early. Commit tells

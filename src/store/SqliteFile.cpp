@@ -1,27 +1,17 @@
 #include "store/SqliteFile.h"
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <unistd.h>
+
+#include "store/VolumeHeader.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QtEndian>
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <cstring>
 
 namespace {
-constexpr quint32 kApplicationId = 0x564C4D52;  // "VLMR"
-constexpr quint32 kSchemaVersion = 1;
-
-// Places in the header of an SQLite file; numbers in it are big-endian.
-constexpr int kHeaderSize = 100;
-constexpr int kWriteFormatAt = 18;
-constexpr int kReadFormatAt = 19;
-constexpr int kUserVersionAt = 60;
-constexpr int kApplicationIdAt = 68;
-constexpr char kMagic[] = "SQLite format 3";  // its final NUL belongs to it
-
 constexpr char kSchema[] =
     "PRAGMA application_id=0x564C4D52;"
     "PRAGMA user_version=1;"
@@ -40,25 +30,16 @@ constexpr char kSettings[] =
     "PRAGMA cell_size_check=ON;"
     "PRAGMA cache_size=-8192;";
 
-bool HasJournal(const QString& path) {
-    const QFileInfo journal(path + QLatin1StringView("-journal"));
+bool HasJournal(const QByteArray& path) {
+    const QFileInfo journal(QFile::decodeName(path + "-journal"));
     return journal.exists() && journal.size() > 0;
 }
 
-int JudgeHeader(const std::array<uchar, kHeaderSize>& header) {
-    if (std::memcmp(header.data(), kMagic, sizeof(kMagic)) != 0 ||
-        qFromBigEndian<quint32>(&header[kApplicationIdAt]) != kApplicationId) {
-        return kErrorBadFormat;
-    }
-    const auto version = qFromBigEndian<quint32>(&header[kUserVersionAt]);
-    if (version != kSchemaVersion) {
-        return version > kSchemaVersion ? kErrorNewerVersion : kErrorBadFormat;
-    }
-    // We never write any other format; with one, SQLite would make files beside this one.
-    if (header[kWriteFormatAt] != 1 || header[kReadFormatAt] != 1) {
-        return kErrorCorrupt;
-    }
-    return kErrorSuccess;
+/// False when something is there already.
+bool CreateFile(const QByteArray& path) {
+    constexpr mode_t kMode = 0644;  // as SQLite's own
+    const int file = ::open(path.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, kMode);
+    return file >= 0 && ::close(file) == 0;
 }
 }  // namespace
 
@@ -69,24 +50,36 @@ CSqliteFile::~CSqliteFile() {
 int CSqliteFile::Open(const QString& path) {
     // What starts with a slash is taken for a URI or a special name by neither SQLite nor Qt.
     const QString plainPath = path.startsWith(u'/') ? path : QDir::currentPath() + u'/' + path;
-    int error = OpenConnection(plainPath);
+    m_path = QFile::encodeName(plainPath);
+    m_created = CreateFile(m_path) ? StampOf(m_path) : std::nullopt;
+    int error = OpenConnection();
     if (error == kErrorSuccess) {
-        error = LockAndCheck(plainPath);
+        error = LockAndCheck();
     }
     if (error == kErrorSuccess) {
         error = Execute(kSettings);
     }
     if (error != kErrorSuccess) {
         Rollback();
+        // Who has it in use may have begun to fill it.
+        if (error != kErrorSharingViolation) {
+            RemoveCreated();
+        }
         Close();
     }
     return error;
 }
 
-int CSqliteFile::OpenConnection(const QString& path) {
-    const QByteArray name = QFile::encodeName(path);
+void CSqliteFile::RemoveCreated() {
+    const std::optional<CFileStamp> now = StampOf(m_path);
+    if (m_created && now && now->IsSameFile(*m_created)) {
+        ::unlink(m_path.constData());
+    }
+}
+
+int CSqliteFile::OpenConnection() {
     const int result =
-        sqlite3_open_v2(name.constData(), &m_connection,
+        sqlite3_open_v2(m_path.constData(), &m_connection,
                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (result != SQLITE_OK) {
         return ErrorOf(result);
@@ -107,9 +100,9 @@ int CSqliteFile::OpenConnection(const QString& path) {
 // The header is judged before SQLite touches the file and again under the lock, when a journal
 // left by a process that died has been played back. Only the creation of a volume can leave a
 // blank header behind, and only with its journal.
-int CSqliteFile::LockAndCheck(const QString& path) {
+int CSqliteFile::LockAndCheck() {
     bool isEmpty = false;
-    int error = CheckHeader(HasJournal(path), isEmpty);
+    int error = CheckHeader(HasJournal(m_path), isEmpty);
     if (error == kErrorSuccess) {
         // The page size matters to a new file alone: see kBlockCapacity.
         error = Execute("PRAGMA page_size=8192; PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE;");
@@ -133,17 +126,19 @@ int CSqliteFile::CheckHeader(bool mayBeBlank, bool& isEmpty) const {
     }
     sqlite3_int64 size = 0;
     int result = file->pMethods->xFileSize(file, &size);
-    isEmpty = size == 0;
+    // SQLite calls a file of one byte empty.
+    uchar first = 0;
+    isEmpty = size == 0 && file->pMethods->xRead(file, &first, 1, 0) != SQLITE_OK;
     if (result != SQLITE_OK || isEmpty) {
         return ErrorOf(result);
     }
-    std::array<uchar, kHeaderSize> header{};
-    result = file->pMethods->xRead(file, header.data(), kHeaderSize, 0);
+    VolumeHeader header{};
+    result = file->pMethods->xRead(file, header.data(), kVolumeHeaderSize, 0);
     if (result != SQLITE_OK && result != SQLITE_IOERR_SHORT_READ) {
         return ErrorOf(result);
     }
-    const bool isBlank = std::ranges::all_of(header, [](uchar byte) { return byte == 0; });
-    return isBlank && mayBeBlank ? static_cast<int>(kErrorSuccess) : JudgeHeader(header);
+    return IsBlank(header) && mayBeBlank ? static_cast<int>(kErrorSuccess)
+                                         : JudgeHeader(header, size);
 }
 
 int CSqliteFile::Close() {

@@ -5,8 +5,10 @@
 #include <QByteArrayView>
 #include <QString>
 #include <QStringView>
+#include <optional>
 #include <variant>
 
+#include "store/FileStamp.h"
 #include "store/PlatformError.h"
 
 struct sqlite3;
@@ -20,8 +22,11 @@ class CSqliteFile {
     CSqliteFile(const CSqliteFile&) = delete;
     CSqliteFile& operator=(const CSqliteFile&) = delete;
 
-    /// Opens a volume; a missing or empty file becomes one. A refused file keeps every byte.
+    /// Opens a volume; a missing or empty file becomes one. A refused file keeps every byte, and a
+    /// file that this call created goes again when it fails.
     int Open(const QString& path);
+    /// Takes the file away again if Open created it: for a volume that could not be filled.
+    void RemoveCreated();
     /// All statements must be gone.
     int Close();
     [[nodiscard]] bool IsOpen() const { return m_connection != nullptr; }
@@ -37,12 +42,14 @@ class CSqliteFile {
     [[nodiscard]] qint64 GetLastRowId() const;
 
   private:
-    int OpenConnection(const QString& path);
-    int LockAndCheck(const QString& path);
+    int OpenConnection();
+    int LockAndCheck();
     int CheckHeader(bool mayBeBlank, bool& isEmpty) const;
     int Execute(const char* sql);
 
     sqlite3* m_connection = nullptr;
+    QByteArray m_path;
+    std::optional<CFileStamp> m_created;  ///< of a file that was not there before Open
 };
 
 /// One value to bind. Texts and blobs must stay alive until the statement is finished.

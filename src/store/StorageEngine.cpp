@@ -33,7 +33,7 @@ int CStorageEngine::Mount(const QString& path) {
         error = m_state->PrepareStatements();
     }
     if (error != kErrorSuccess) {
-        Unmount();
+        (void)Discard();  // The first failure is the one to report.
     }
     return error;
 }
@@ -44,6 +44,11 @@ int CStorageEngine::Unmount() {
     m_state->groupError = kErrorSuccess;
     m_state->ReleaseStatements();
     return m_state->file.Close();
+}
+
+int CStorageEngine::Discard() {
+    m_state->file.RemoveCreated();
+    return Unmount();
 }
 
 bool CStorageEngine::IsMounted() const {

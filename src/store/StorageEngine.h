@@ -41,6 +41,8 @@ class CStorageEngine {
     /// Creates the file when it is missing.
     int Mount(const QString& path);
     int Unmount();
+    /// Unmounts, and takes the file away again if Mount created it.
+    [[nodiscard]] int Discard();
     [[nodiscard]] bool IsMounted() const;
 
     /// kErrorInvalidName past 31 characters, kErrorAlreadyExists when the name is taken

@@ -121,6 +121,7 @@ class TestVelmoraDoc : public CCatalogueTest {
         QVERIFY(!CVelmoraDoc(VolumePath()).Start(dialogs));
         QCOMPARE(m_messages->shown.last(), u"Cannot open database."_s);
         QCOMPARE(m_messages->lastIcon, EMessageIcon::Stop);
+        QVERIFY(m_messages->details.last().contains(VolumePath()));
         QVERIFY(!CVelmoraDoc::OnNewDocument());
         QCOMPARE(m_messages->shown.last(), u"Invalid command: OnNewDocument"_s);
     }

@@ -338,7 +338,9 @@ class TestCommandLine : public QObject {
         const QByteArray before = Load(Volume());
         const COutcome second = Run(u"profile delete Ann --yes"_s);
         QCOMPARE(second.status, 1);
-        QCOMPARE(second.messages, u"ERROR: CeMountDBVol failed (32)\nCannot open database.\n"_s);
+        QCOMPARE(second.messages,
+                 u"ERROR: CeMountDBVol failed (32)\nCannot open database.\n"
+                 "The file '%1' is in use by another program.\n"_s.arg(Volume()));
         QCOMPARE(Load(Volume()), before);
         fifo.write("<Foods>\r\n<End>\r\n");
         fifo.close();

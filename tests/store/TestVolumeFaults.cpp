@@ -89,10 +89,13 @@ class TestVolumeFaults : public QObject {
         };
         const std::pair<QByteArray, int> rows[] = {
             {"Apple,raw\r\n", kErrorBadFormat},
+            {QByteArray(1, '\0'), kErrorBadFormat},
             {QByteArray(8192, '\0'), kErrorBadFormat},
             {with(71, 'X'), kErrorBadFormat},  // another program's database
             {with(63, 2), kErrorNewerVersion},
             {with(18, 2), kErrorCorrupt},  // another journal format
+            {volume.first(72), kErrorCorrupt},
+            {volume.first(95), kErrorCorrupt},
             {volume.first(volume.size() / 2), kErrorCorrupt},
         };
         for (const auto& [contents, error] : rows) {

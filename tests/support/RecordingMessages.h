@@ -45,10 +45,13 @@ class CRecordingProgress : public CProgress {
 
 class CRecordingMessages : public CMessageSeam {
   public:
-    void Show(const QString& text, EMessageIcon icon) override {
-        shown.append(text);
+    void Show(const CMessage& message) override {
+        shown.append(message.text);
+        if (!message.detail.isEmpty()) {
+            details.append(message.detail);
+        }
         shownOverProgress += progress.isShown ? 1 : 0;
-        lastIcon = icon;
+        lastIcon = message.icon;
     }
     bool AskYesNo(const QString& text) override {
         asked.append(text);
@@ -69,6 +72,7 @@ class CRecordingMessages : public CMessageSeam {
     QString Said() { return TakeShown().join(u'|'); }
 
     QStringList shown;
+    QStringList details;  ///< second texts
     EMessageIcon lastIcon = EMessageIcon::Plain;
     QStringList asked;
     QList<bool> answers;  ///< used up one a question, then `answer` stands

@@ -1,0 +1,32 @@
+#include "store/VolumeTexts.h"
+
+#include "platform/Messages.h"
+#include "store/PlatformError.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+struct CRefusalRow {
+    int error;
+    QLatin1StringView text;  ///< with the path
+};
+constexpr CRefusalRow kRefusals[] = {
+    {kErrorBadFormat, "The file '%s' is not a data file of Velmora."_L1},
+    {kErrorNewerVersion, "The file '%s' was written by a newer version of Velmora."_L1},
+    {kErrorCorrupt, "The file '%s' is damaged."_L1},
+    {kErrorSharingViolation, "The file '%s' is in use by another program."_L1},
+    {kErrorAccessDenied, "The file '%s' cannot be read and written."_L1},
+    {kErrorDiskFull, "There is no room on the disk for the file '%s'."_L1},
+    {kErrorInputOutput, "The disk reports an error in the file '%s'."_L1},
+    {kErrorNotEnoughMemory, "There is not enough memory to open the file '%s'."_L1},
+};
+}  // namespace
+
+QString RefusalText(int error, const QString& path) {
+    for (const CRefusalRow& row : kRefusals) {
+        if (row.error == error) {
+            return FormatText(row.text, {path});
+        }
+    }
+    return FormatText("The file '%s' cannot be opened."_L1, {path});
+}
