@@ -73,11 +73,19 @@ bool CImportRun::Run() {
     m_progress->SetRange(0, m_file.GetLength(), 1);
     m_progress->Show();
     m_layout->SetProgress(m_progress.get());
-    const bool whole = ReadToMarker() && ReadItems();
+    m_file.SetPatience([this] {
+        m_progress->Pump();
+        return !m_progress->IsCancelled();
+    });
+    const bool whole = ReadToMarker() && ReadItems() && !m_progress->IsCancelled();
     const bool readWhole = m_file.Close();
     m_layout->SetProgress(nullptr);
     m_progress.reset();
-    if (!readWhole) {
+    if (m_file.IsTooLong()) {
+        ShowMessage(u"Cannot open file."_s);
+        ShowMessage(
+            FormatText("'%s' is not a regular file and holds more than 1 GB."_L1, {m_path}));
+    } else if (!readWhole) {
         ShowMessage(u"Cannot read file."_s);
     }
     ReportSummary();
@@ -86,6 +94,9 @@ bool CImportRun::Run() {
 
 bool CImportRun::ReadLine() {
     if (!m_file.ReadLine(m_line)) {
+        if (m_progress->IsCancelled()) {
+            ShowMessage(u"Import cancelled."_s);  // while a pipe made it wait
+        }
         return false;
     }
     ++m_lineNumber;

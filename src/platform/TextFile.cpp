@@ -1,12 +1,19 @@
 #include "platform/TextFile.h"
 
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QFileInfo>
 #include <QSaveFile>
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 namespace {
 constexpr qsizetype kBufferBytes = 65536;
+constexpr int kWaitMilliseconds = 100;
 constexpr QByteArrayView kUtf8Mark = "\xEF\xBB\xBF";
 constexpr QByteArrayView kLineEnd = "\r\n";
 /// A UTF-8 character has up to three bytes behind its first one.
@@ -40,18 +47,23 @@ CTextFile::CTextFile() : m_codec(COemCodec::CodePageOf(QLocale())) {}
 
 CTextFile::~CTextFile() = default;
 
-bool CTextFile::OpenForReading(const QString& path) {
+bool CTextFile::OpenForReading(const QString& path, qint64 mostStreamBytes) {
     Q_ASSERT(!m_input && !m_output);
-    auto input = std::make_unique<QFile>(path);
-    if (!input->open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    // Without O_NONBLOCK opening a pipe waits for its other end.
+    const int descriptor =
+        open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    struct stat status {};
+    auto input = std::make_unique<QFile>();
+    if (descriptor < 0 || fstat(descriptor, &status) != 0 || S_ISDIR(status.st_mode) ||
+        !input->open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered,
+                     QFileDevice::AutoCloseHandle)) {
+        close(descriptor);
         return false;
     }
     m_input = std::move(input);
     StartBuffer();
-    while (m_end < kUtf8Mark.size() && FillBuffer()) {
-    }
-    m_isUtf8 = QByteArrayView(m_buffer).first(m_end).startsWith(kUtf8Mark);
-    m_begin = m_isUtf8 ? kUtf8Mark.size() : 0;
+    m_isStream = !S_ISREG(status.st_mode);
+    m_streamBytesLeft = mostStreamBytes;
     return true;
 }
 
@@ -87,6 +99,9 @@ bool CTextFile::Close() {
 }
 
 bool CTextFile::ReadLine(QString& line) {
+    if (!m_isStarted) {
+        ReadMark();
+    }
     // One byte more than a line may have, for its end, and one for the LF of the line before.
     while (m_end - m_begin < kMaxLineBytes + 2 && FillBuffer()) {
     }
@@ -162,24 +177,56 @@ void CTextFile::StartBuffer() {
     m_buffer.resize(kBufferBytes);
     m_begin = 0;
     m_end = 0;
+    m_isStream = false;
+    m_isStarted = false;
+    m_isTooLong = false;
     m_isUtf8 = false;
     m_isAtEnd = false;
     m_isLineFeedDue = false;
     m_hasFailed = false;
 }
 
+void CTextFile::ReadMark() {
+    m_isStarted = true;
+    while (m_end < kUtf8Mark.size() && FillBuffer()) {
+    }
+    m_isUtf8 = QByteArrayView(m_buffer).first(m_end).startsWith(kUtf8Mark);
+    m_begin = m_isUtf8 ? kUtf8Mark.size() : 0;
+}
+
 bool CTextFile::FillBuffer() {
     if (m_isAtEnd || !m_input) {
+        return false;
+    }
+    m_isTooLong = m_isStream && m_streamBytesLeft == 0;
+    if (m_isTooLong || (m_isStream && !WaitForBytes())) {
+        m_hasFailed = m_hasFailed || m_isTooLong;
+        m_isAtEnd = true;
         return false;
     }
     std::memmove(m_buffer.data(), m_buffer.constData() + m_begin, m_end - m_begin);
     m_end -= m_begin;
     m_begin = 0;
-    const qint64 count = m_input->read(m_buffer.data() + m_end, kBufferBytes - m_end);
+    const qint64 room = kBufferBytes - m_end;
+    const qint64 count = m_input->read(m_buffer.data() + m_end,
+                                       m_isStream ? std::min(room, m_streamBytesLeft) : room);
     m_hasFailed = m_hasFailed || count < 0;
     m_isAtEnd = count <= 0;
     m_end += std::max<qint64>(count, 0);
+    m_streamBytesLeft -= std::max<qint64>(count, 0);
     return !m_isAtEnd;
+}
+
+/// False when the patience is at its end before there is anything to read, be it the end.
+bool CTextFile::WaitForBytes() {
+    pollfd input{m_input->handle(), POLLIN, 0};
+    int ready = 0;
+    while ((ready = poll(&input, 1, kWaitMilliseconds)) == 0 || (ready < 0 && errno == EINTR)) {
+        if (m_isPatient && !m_isPatient()) {
+            return false;
+        }
+    }
+    return true;
 }
 
 void CTextFile::FlushBuffer() {

@@ -5,7 +5,9 @@
 #include <QFile>
 #include <QFileDevice>
 #include <QString>
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "platform/TextCodec.h"
 
@@ -14,22 +16,32 @@
 /// directly instead: what is no regular file (a pipe, a device), and a file in a folder where
 /// nothing can be created. A file that is not closed before this object goes is discarded.
 ///
+/// What is no regular file when it is read (a pipe, a device) is a stream: it may make the reader
+/// wait, and at most a gigabyte of it is taken.
+///
 /// Text is in the OEM code page of the user's locale.
 class CTextFile {
   public:
+    static constexpr qint64 kMaxStreamBytes = 1LL << 30U;
     /// Longest line in bytes; what follows is handed out as the next line.
     static constexpr int kMaxLineBytes = 4095;
 
     CTextFile();
     ~CTextFile();
 
-    /// False when the file cannot be opened. A UTF-8 mark at the start makes the text UTF-8.
-    bool OpenForReading(const QString& path);
+    /// False when the file cannot be opened. A UTF-8 mark at the start makes the text UTF-8. Never
+    /// waits for the other end of a pipe.
+    bool OpenForReading(const QString& path, qint64 mostStreamBytes = kMaxStreamBytes);
+    /// `isPatient` is asked about ten times a second while a stream has nothing to read; the file
+    /// ends where it says no.
+    void SetPatience(std::function<bool()> isPatient) { m_isPatient = std::move(isPatient); }
     /// False when the file cannot be created.
     bool Create(const QString& path);
     /// False when something written did not reach the file, the old file, if any, then being kept;
     /// or when reading broke off before the end of the file.
     bool Close();
+    /// Whether that was because a stream went on past the most that is taken of it.
+    [[nodiscard]] bool IsTooLong() const { return m_isTooLong; }
 
     /// False at the end of the file. NUL bytes are kept as NUL characters.
     bool ReadLine(QString& line);
@@ -45,15 +57,22 @@ class CTextFile {
 
   private:
     void StartBuffer();
+    void ReadMark();
     bool FillBuffer();
+    bool WaitForBytes();
     void FlushBuffer();
     bool FinishOutput();
 
     COemCodec m_codec;
+    bool m_isStream = false;
+    bool m_isStarted = false;
+    bool m_isTooLong = false;
     bool m_isUtf8 = false;
     bool m_isAtEnd = false;
     bool m_isLineFeedDue = false;  ///< the last line ended in CR, so an LF now belongs to it
     bool m_hasFailed = false;
+    qint64 m_streamBytesLeft = 0;
+    std::function<bool()> m_isPatient;
     std::unique_ptr<QFile> m_input;
     std::unique_ptr<QFileDevice> m_output;
     // Bytes m_begin to m_end of the buffer are read and not yet handed out, or written and not yet

@@ -1,4 +1,6 @@
 // Import and export of foods over real files and a real volume.
+#include <sys/stat.h>
+
 #include <QDir>
 
 #include "catalogue/CsvExchange.h"
@@ -173,6 +175,13 @@ class TestFoodsExchange : public CCatalogueTest {
         QCOMPARE(TypesStored().size(), 1);
         QCOMPARE(m_messages->progress.captions, QStringList{u"Velmora: Import"_s});
         QCOMPARE(m_messages->progress.statuses, QStringList{u"Importing foods..."_s});
+    }
+
+    void waitingForAPipeCanBeCancelled() {
+        QCOMPARE(mkfifo(QFile::encodeName(Path(u"pipe"_s)).constData(), 0600), 0);
+        m_messages->progress.cancelAfterPumps = 2;
+        QVERIFY(!ImportCatalogueFile(Database(), kFoods, EExisting::Skip, Path(u"pipe"_s)));
+        QCOMPARE(m_messages->Said(), u"Import cancelled.|Imported 0 foods."_s);
     }
 
     void theFileDialogMayBeLeft() {

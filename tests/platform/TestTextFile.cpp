@@ -123,6 +123,47 @@ class TestTextFile : public QObject {
         }
     }
 
+    void aStreamWithoutEndIsLeft() {
+        CTextFile file;
+        QVERIFY(file.OpenForReading(u"/dev/zero"_s, 500'000));
+        qsizetype length = 0;
+        for (QString line; length < 1'000'000 && file.ReadLine(line);) {
+            length += line.size();
+        }
+        QCOMPARE(length, 500'000);
+        QVERIFY(!file.Close() && file.IsTooLong());
+        // A file may be as long as it likes.
+        Save(m_path, QByteArray(9000, 'x'));
+        QVERIFY(file.OpenForReading(m_path, 1));
+        for (QString line; file.ReadLine(line);) {
+            length -= line.size();
+        }
+        QVERIFY(file.Close());
+    }
+
+    void thePatienceWithAPipeMayEnd() {
+        QCOMPARE(mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
+        CTextFile file;
+        QVERIFY(file.OpenForReading(m_path));  // nobody is at its other end
+        int asked = 0;
+        QFile writer(m_path);
+        file.SetPatience([&] {
+            if (++asked == 2) {
+                (void)(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+                       writer.write("one\ntwo"));
+            }
+            return asked < 4;
+        });
+        QString line;
+        QVERIFY(file.ReadLine(line));
+        QCOMPARE(line, u"one"_s);
+        QVERIFY(file.ReadLine(line));
+        QCOMPARE(line, u"two"_s);
+        QVERIFY(!file.ReadLine(line));
+        QCOMPARE(asked, 4);
+        QVERIFY(file.Close() && !file.IsTooLong());
+    }
+
   private:
     QStringList LinesOf(const QByteArray& bytes) {
         Save(m_path, bytes);
