@@ -43,6 +43,16 @@ struct CFoundRecord {
     bool isOurs = false;
 };
 
+/// The file that is written when `path` is, whether it exists or not.
+QString TargetOf(const QString& path) {
+    constexpr int kMostLinks = 40;
+    QFileInfo file(path);
+    for (int links = 0; links < kMostLinks && file.isSymLink(); ++links) {
+        file.setFile(file.symLinkTarget());
+    }
+    return QFileInfo(file.absolutePath()).canonicalFilePath() + u'/' + file.fileName();
+}
+
 CFoundRecord FindProfileRecord(CItemDatabaseBase& profile) {
     CFoundRecord found;
     profile.ForEachFrom(0, [&found](int position, PropertyList& properties) {
@@ -118,9 +128,11 @@ QString CDatabase::GetRefusal() const {
     return RefusalText(m_refusal, m_volumePath);
 }
 
+// The journal may not exist yet.
 bool CDatabase::IsVolume(const QString& path) const {
-    const QString volume = QFileInfo(m_volumePath).canonicalFilePath();
-    return !volume.isEmpty() && QFileInfo(path).canonicalFilePath() == volume;
+    const QString target = TargetOf(path);
+    const QString volume = TargetOf(m_volumePath);
+    return target == volume || target == volume + u"-journal"_s;
 }
 
 CItemDatabaseBase& CDatabase::Items(ECatalogueKind kind) {

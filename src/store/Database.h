@@ -42,7 +42,7 @@ class CDatabase {
     /// After a failed OpenCatalogue: which file it was, and why.
     [[nodiscard]] QString GetRefusal() const;
     CRecordStore& GetStore() { return m_store; }
-    /// Whether a path leads to the volume itself, which no export may write over.
+    /// Whether a path leads to the volume itself or to its journal, which no export may write over.
     [[nodiscard]] bool IsVolume(const QString& path) const;
 
     CItemDatabase<CFoodItem>& Foods() { return m_foods; }

@@ -314,6 +314,25 @@ class TestFoodsExchange : public CCatalogueTest {
         QVERIFY(file.endsWith("<End>\r\n"));
     }
 
+    void theVolumeIsNoTargetAndNeitherIsItsJournal() {
+        Import(FoodFile(Numbered(0, 1)));
+        const auto stored = [this] {
+            return Load(Path(u"v.db"_s)) + Load(Path(u"v.db-journal"_s));
+        };
+        const QByteArray before = stored();
+        QVERIFY(QDir(m_folder->path()).mkdir(u"sub"_s));
+        QVERIFY(QFile::link(Path(u"v.db-journal"_s), Path(u"link.csv"_s)));
+        QVERIFY(QFile::link(Path(u"sub"_s), Path(u"linked"_s)));
+        for (const QString& name : {u"v.db"_s, u"v.db-journal"_s, u"sub/../v.db-journal"_s,
+                                    u"linked/../v.db-journal"_s, u"link.csv"_s}) {
+            QVERIFY2(!ExportCatalogueFile(Database(), kFoods, {}, Path(name)), qPrintable(name));
+            QCOMPARE(m_messages->Said(), u"Cannot create file."_s);
+        }
+        QVERIFY(stored() == before);
+        QVERIFY(ExportCatalogueFile(Database(), kFoods, {}, Path(u"sub/v.db-journal"_s)));
+        QCOMPARE(m_messages->Said(), u"Exported 1 foods."_s);
+    }
+
     void anExportThatDoesNotFitKeepsTheOldFile() {
         Import(FoodFile(Numbered(0, 200)));
         const QString path = Path(u"old.csv"_s);
