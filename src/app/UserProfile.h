@@ -16,6 +16,7 @@ struct CUserInformation {
     QDate birthDate;
     double heightCm = 0;
     int activityLevel = 0;  ///< 0 to 4, see kActivityLevels
+    bool operator==(const CUserInformation&) const = default;
 };
 
 struct CTargets {
@@ -27,6 +28,7 @@ struct CTargets {
     double dailyEnergyKcal = 0;
     int dietType = 0;            ///< 0 to 6, see kDietTypes
     NutrientValues nutrients{};  ///< one daily target a nutrient index, in its unit
+    bool operator==(const CTargets&) const = default;
 };
 
 struct CActivityLevel {

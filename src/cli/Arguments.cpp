@@ -1,138 +1,176 @@
 #include "cli/Arguments.h"
 
-#include "platform/FileTime.h"
-
 #include <algorithm>
-#include <cmath>
+
+#include "cli/NearWord.h"
 
 using namespace Qt::StringLiterals;
 
-CArguments::CArguments(const QStringList& words, std::span<const COptionDescription> options,
-                       int wordCount) {
-    bool optionsEnded = false;
-    for (qsizetype i = 0; i < words.size(); ++i) {
-        const QString& word = words[i];
-        if (optionsEnded || !word.startsWith("--"_L1)) {
-            m_words.append(word);
-            continue;
-        }
-        if (word == "--"_L1) {
-            optionsEnded = true;
-            continue;
-        }
-        const auto option =
-            std::ranges::find_if(options, [&](const COptionDescription& description) {
-                return word == QLatin1StringView(description.name);
-            });
-        if (option == options.end()) {
-            Note(u"unknown option "_s + word);
-        } else if (m_values.contains(word)) {
-            Note(word + u" is given twice"_s);
-        } else if (!option->takesValue) {
-            m_values.insert(word, QString());
-        } else if (i + 1 == words.size()) {
-            Note(word + u" needs a value"_s);
-        } else {
-            m_values.insert(word, words[++i]);
-        }
-    }
-    for (const COptionDescription& option : options) {
-        if (option.isRequired) {
-            Require(option.name);
-        }
-    }
-    if (m_words.size() != wordCount) {
-        Note(u"%1 words are needed, %2 are given"_s.arg(wordCount).arg(m_words.size()));
-    }
+namespace {
+constexpr auto kOptionMark = "--"_L1;
+
+QStringView NameOf(QStringView word) {
+    const qsizetype sign = word.indexOf(u'=');
+    return sign < 0 ? word : word.first(sign);
 }
 
-void CArguments::Require(const char* option) {
-    if (!Has(option)) {
-        Note(QLatin1StringView(option) + u" is missing"_s);
+const COption* FindOption(std::span<const COption> options, QStringView name) {
+    const auto isNamed = [&](const COption& option) {
+        return name == QLatin1StringView(option.name);
+    };
+    const auto found = std::ranges::find_if(options, isNamed);
+    if (found != options.end()) {
+        return &*found;
     }
+    const auto* common = std::ranges::find_if(kCommonOptions, isNamed);
+    return common != std::end(kCommonOptions) ? common : nullptr;
+}
+
+QStringList NamesOf(std::span<const COption> options) {
+    QStringList names;
+    for (const COption& option : options) {
+        names.append(QLatin1StringView(option.name));
+    }
+    return names;
+}
+}  // namespace
+
+CArguments::CArguments(const QStringList& words, std::span<const COption> options,
+                       const char* expected)
+    : m_options(options) {
+    bool optionsEnded = false;
+    for (qsizetype at = 0; at < words.size(); ++at) {
+        if (optionsEnded || !words[at].startsWith(kOptionMark)) {
+            m_words.append(words[at]);
+        } else if (words[at] == kOptionMark) {
+            optionsEnded = true;
+        } else {
+            TakeOption(words, at);
+        }
+    }
+    CheckOptions();
+    CheckWords(expected);
 }
 
 bool CArguments::Has(const char* option) const {
     return m_values.contains(QLatin1StringView(option));
 }
 
-QString CArguments::Text(const char* option) const {
-    return m_values.value(QLatin1StringView(option));
+QString CArguments::Text(const char* option, const QString& fallback) const {
+    return Has(option) ? m_values.value(QLatin1StringView(option)).first() : fallback;
 }
 
-QDate CArguments::Date(const char* option) {
-    const QDate date = QDate::fromString(Text(option), Qt::ISODate);
-    if (!date.isValid() || date < DateOf(0)) {
-        Note(QLatin1StringView(option) + u" needs a date such as 2026-05-31"_s);
-    }
-    return date;
+QDate CArguments::Date(const char* option, QDate fallback) const {
+    return ReadDate(Text(option)).value_or(fallback);
 }
 
-QTime CArguments::Time(const char* option) {
-    const QTime time = QTime::fromString(Text(option), u"HH:mm"_s);
-    if (!time.isValid()) {
-        Note(QLatin1StringView(option) + u" needs a time such as 12:30"_s);
-    }
-    return time;
+QTime CArguments::Time(const char* option) const {
+    return ReadTime(Text(option)).value_or(QTime());
 }
 
-double CArguments::Number(const char* option, double fallback) {
-    if (!Has(option)) {
-        return fallback;
-    }
-    bool isNumber = false;
-    const double value = Text(option).toDouble(&isNumber);
-    if (!isNumber || !std::isfinite(value)) {
-        Note(QLatin1StringView(option) + u" needs a number"_s);
-        return fallback;
-    }
-    return value;
+double CArguments::Number(const char* option, double fallback) const {
+    return ReadNumber(Row(option), Text(option)).value_or(fallback);
 }
 
-int CArguments::Index(const char* option, int low, int high, int fallback) {
-    if (!Has(option)) {
-        return fallback;
-    }
-    bool isNumber = false;
-    const int value = Text(option).toInt(&isNumber);
-    if (!isNumber || value < low || value > high) {
-        Note(QLatin1StringView(option) +
-             u" needs a whole number from %1 to %2"_s.arg(low).arg(high));
-        return fallback;
-    }
-    return value;
+int CArguments::Whole(const char* option, int fallback) const {
+    return ReadWhole(Row(option), Text(option)).value_or(fallback);
 }
 
-int CArguments::Choice(const char* option, const QStringList& choices, int fallback) {
-    if (!Has(option)) {
-        return fallback;
-    }
-    const auto index = static_cast<int>(choices.indexOf(Text(option)));
-    if (index < 0) {
-        Note(QLatin1StringView(option) + u" needs one of "_s + choices.join(u", "_s));
-        return fallback;
-    }
-    return index;
+int CArguments::Choice(const char* option, int fallback) const {
+    return ReadChoice(Row(option), Text(option)).value_or(fallback);
 }
 
-int CArguments::Choices(const char* option, const QStringList& choices, int fallback) {
-    if (!Has(option)) {
-        return fallback;
-    }
-    int bits = 0;
-    for (const QString& word : Text(option).split(u',', Qt::SkipEmptyParts)) {
-        const auto index = static_cast<int>(choices.indexOf(word));
-        if (index < 0) {
-            Note(QLatin1StringView(option) + u" needs some of "_s + choices.join(u", "_s));
-            return fallback;
+int CArguments::Choices(const char* option, int fallback) const {
+    return Has(option) ? ReadChoices(Row(option), Text(option)).value_or(fallback) : fallback;
+}
+
+NutrientSet CArguments::Nutrients(const char* option, NutrientSet fallback) const {
+    return Has(option) ? ReadNutrients(Text(option)).value_or(fallback) : fallback;
+}
+
+std::vector<CNutrientTarget> CArguments::Targets(const char* option) const {
+    std::vector<CNutrientTarget> targets;
+    for (const QString& text : m_values.value(QLatin1StringView(option))) {
+        if (const std::optional<CNutrientTarget> target = ReadTarget(Row(option), text)) {
+            targets.push_back(*target);
         }
-        bits |= 1 << index;
     }
-    return bits;
+    return targets;
+}
+
+const COption& CArguments::Row(const char* option) const {
+    const COption* row = FindOption(m_options, QString::fromLatin1(option));
+    Q_ASSERT(row != nullptr);
+    return *row;
+}
+
+void CArguments::TakeOption(const QStringList& words, qsizetype& at) {
+    const QString& word = words[at];
+    const QString name = NameOf(word).toString();
+    const COption* option = FindOption(m_options, name);
+    if (option == nullptr) {
+        Note(u"unknown option "_s + name +
+             DidYouMean(name, NamesOf(m_options) + NamesOf(kCommonOptions)));
+    } else if (option->kind == EValue::None) {
+        TakeValue(*option, word.mid(name.size()));
+    } else if (name.size() < word.size()) {
+        TakeValue(*option, word.mid(name.size() + 1));
+    } else if (at + 1 == words.size()) {
+        Note(name + u" needs "_s + NeededValue(*option));
+    } else {
+        TakeValue(*option, words[++at]);
+    }
+}
+
+void CArguments::TakeValue(const COption& option, const QString& value) {
+    const QString name = QLatin1StringView(option.name);
+    if (m_values.contains(name) && option.need != ENeed::Repeatable) {
+        Note(name + u" is given twice"_s);
+    } else if (!IsReadable(option, value)) {
+        Note(name + u" needs "_s + NeededValue(option));
+    }
+    m_values[name].append(value);
+}
+
+void CArguments::CheckOptions() {
+    for (const COption& option : m_options) {
+        const bool hasRival = option.rival != nullptr && Has(option.rival);
+        if (Has(option.name) && hasRival) {
+            Note(QLatin1StringView(option.name) + u" cannot be given beside "_s +
+                 QLatin1StringView(option.rival));
+        } else if (option.need == ENeed::Required && !Has(option.name) && !hasRival) {
+            Note(QLatin1StringView(option.name) + u" is missing"_s);
+        }
+    }
+}
+
+void CArguments::CheckWords(const char* expected) {
+    const QStringList names = QString::fromLatin1(expected).split(u' ', Qt::SkipEmptyParts);
+    if (m_words.size() < names.size()) {
+        Note(names[m_words.size()] + u" is missing"_s);
+    } else if (m_words.size() > names.size()) {
+        Note(u"'%1' is one word too many"_s.arg(m_words[names.size()]));
+    }
 }
 
 void CArguments::Note(const QString& error) {
     if (m_error.isEmpty()) {
         m_error = error;
     }
+}
+
+qsizetype FindWord(const QStringList& words, qsizetype from, std::span<const COption> options) {
+    for (qsizetype at = from; at < words.size(); ++at) {
+        if (!words[at].startsWith(kOptionMark)) {
+            return at;
+        }
+        const QStringView name = NameOf(words[at]);
+        const COption* option = FindOption(options, name);
+        if (option == nullptr) {
+            return -1;
+        }
+        const bool valueFollows = option->kind != EValue::None && name.size() == words[at].size();
+        at += valueFollows ? 1 : 0;
+    }
+    return -1;
 }

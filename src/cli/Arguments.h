@@ -1,54 +1,53 @@
 // The words of one command line, told apart by a table of what the command takes.
 #pragma once
 
-#include <QDate>
 #include <QMap>
-#include <QString>
-#include <QStringList>
-#include <QTime>
 #include <span>
+#include <vector>
 
-/// One option of a command.
-struct COptionDescription {
-    const char* name;  ///< with its dashes, "--height"
-    bool takesValue;
-    bool isRequired;
-};
+#include "cli/OptionValues.h"
 
-/// Parsed words. Values that cannot be read are reported once, through GetError.
+/// Parsed words: everything is checked when they are parsed, and the first fault is kept.
 class CArguments {
   public:
-    /// Fails (see GetError) on an unknown, repeated, incomplete or missing option, and when the
-    /// words without dashes are not exactly `wordCount`. A word after "--" is never an option.
-    CArguments(const QStringList& words, std::span<const COptionDescription> options,
-               int wordCount);
+    /// Besides `options` those of every command are known; a value follows its option as the next
+    /// word or after "=". Refused (see GetError) are an unknown, incomplete or missing option, one
+    /// that is given twice, a value that cannot be read, and words without dashes that are not as
+    /// many as `expected` names ("OLD NEW"). A word after "--" is never an option.
+    CArguments(const QStringList& words, std::span<const COption> options, const char* expected);
 
     /// Empty when everything was understood.
     [[nodiscard]] const QString& GetError() const { return m_error; }
 
     [[nodiscard]] QString Word(int index) const { return m_words.value(index); }
     [[nodiscard]] bool Has(const char* option) const;
-    /// Notes an error when the option is not given, for one that only some calls need.
-    void Require(const char* option);
-    [[nodiscard]] QString Text(const char* option) const;
-    /// ISO date; notes an error and gives an invalid date when it is none.
-    QDate Date(const char* option);
-    /// "HH:MM"; notes an error when it is none.
-    QTime Time(const char* option);
-    /// A finite number with a point; notes an error when it is none. `fallback` when not given.
-    double Number(const char* option, double fallback = 0);
-    /// A whole number from `low` to `high`; notes an error otherwise.
-    int Index(const char* option, int low, int high, int fallback = 0);
-    /// Place of the value in `choices`; notes an error when it is not among them.
-    int Choice(const char* option, const QStringList& choices, int fallback = 0);
-    /// Several of `choices` with commas between them, as a set of bits: 1 for the first, 2 for the
-    /// second. Notes an error when one is not among them. `fallback` when not given.
-    int Choices(const char* option, const QStringList& choices, int fallback);
+
+    // The value of an option of that kind; `fallback` when it is not given.
+    [[nodiscard]] QString Text(const char* option, const QString& fallback = {}) const;
+    [[nodiscard]] QDate Date(const char* option, QDate fallback = {}) const;
+    [[nodiscard]] QTime Time(const char* option) const;
+    [[nodiscard]] double Number(const char* option, double fallback = 0) const;
+    [[nodiscard]] int Whole(const char* option, int fallback = 0) const;
+    [[nodiscard]] int Choice(const char* option, int fallback = 0) const;
+    [[nodiscard]] int Choices(const char* option, int fallback) const;
+    [[nodiscard]] NutrientSet Nutrients(const char* option, NutrientSet fallback) const;
+    /// In the order given.
+    [[nodiscard]] std::vector<CNutrientTarget> Targets(const char* option) const;
 
   private:
+    [[nodiscard]] const COption& Row(const char* option) const;
+    void TakeOption(const QStringList& words, qsizetype& at);
+    void TakeValue(const COption& option, const QString& value);
+    void CheckOptions();
+    void CheckWords(const char* expected);
     void Note(const QString& error);
 
+    std::span<const COption> m_options;
     QStringList m_words;
-    QMap<QString, QString> m_values;
+    QMap<QString, QStringList> m_values;
     QString m_error;
 };
+
+/// Index of the first word from `from` on that is neither an option nor the value of one; -1 when
+/// there is none, or when an option before it is unknown.
+qsizetype FindWord(const QStringList& words, qsizetype from, std::span<const COption> options);

@@ -15,23 +15,23 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr COptionDescription kImportOptions[] = {{"--existing", true, false}};
-constexpr COptionDescription kCategoryOptions[] = {{"--category", true, false}};
+constexpr COption kImportOptions[] = {{"--existing", EValue::Choice, "overwrite|skip|add",
+                                       "what to do with items that exist; overwrite otherwise"}};
+constexpr COption kInCategory[] = {kCategoryOption};
 
 // What names an item: foods by name and type, menus and recipes by name.
-constexpr COptionDescription kCategoryOption = {"--category", true, true};
-constexpr COptionDescription kNameOption = {"--name", true, true};
-constexpr COptionDescription kTypeOption = {"--type", true, true};
-constexpr COptionDescription kToOption = {"--to", true, true};
-constexpr COptionDescription kTypedItem[] = {kCategoryOption, kNameOption, kTypeOption};
-constexpr COptionDescription kItem[] = {kCategoryOption, kNameOption};
-constexpr COptionDescription kTypedItemTo[] = {kCategoryOption, kNameOption, kTypeOption,
-                                               kToOption};
-constexpr COptionDescription kItemTo[] = {kCategoryOption, kNameOption, kToOption};
-constexpr COptionDescription kTypedItemYes[] = {kCategoryOption, kNameOption, kTypeOption,
-                                                kYesOption};
-constexpr COptionDescription kItemYes[] = {kCategoryOption, kNameOption, kYesOption};
-constexpr COptionDescription kFindTyped[] = {{"--type", true, false}};
+constexpr COption kToOption = {"--to", EValue::Text, "CATEGORY", "the category to move it to"};
+constexpr COption kCategory = Required(kCategoryOption);
+constexpr COption kName = Required(kNameOption);
+constexpr COption kType = Required(kTypeOption);
+constexpr COption kTypedItem[] = {kCategory, kName, kType};
+constexpr COption kItem[] = {kCategory, kName};
+constexpr COption kTypedItemTo[] = {kCategory, kName, kType, Required(kToOption)};
+constexpr COption kItemTo[] = {kCategory, kName, Required(kToOption)};
+constexpr COption kTypedItemYes[] = {kCategory, kName, kType, kYesOption};
+constexpr COption kItemYes[] = {kCategory, kName, kYesOption};
+constexpr COption kFindTyped[] = {
+    {"--type", EValue::Text, "TEXT", "what the item's type holds besides"}};
 
 const CCatalogueTexts& TextsOf(const CCommandContext& context) {
     return CatalogueTextsOf(context.kind);
@@ -39,7 +39,7 @@ const CCatalogueTexts& TextsOf(const CCommandContext& context) {
 
 /// The item that --category, --name and --type name; nothing after a message.
 std::optional<CCategoryListEntry> FindItemArgument(CCommandContext& context) {
-    CArguments& arguments = context.arguments;
+    const CArguments& arguments = context.arguments;
     const auto category = FindCategoryNamed(context, arguments.Text("--category"));
     if (!category) {
         return std::nullopt;
@@ -55,13 +55,9 @@ std::optional<CCategoryListEntry> FindItemArgument(CCommandContext& context) {
 }
 
 bool Import(CCommandContext& context) {
-    const int existing =
-        context.arguments.Choice("--existing", {u"overwrite"_s, u"skip"_s, u"add"_s});
-    if (!context.arguments.GetError().isEmpty()) {
-        return false;
-    }
-    return ImportCatalogueFile(context.doc.Database(), context.kind,
-                               static_cast<EExisting>(existing), context.arguments.Word(0));
+    const auto existing = static_cast<EExisting>(context.arguments.Choice("--existing"));
+    return ImportCatalogueFile(context.doc.Database(), context.kind, existing,
+                               context.arguments.Word(0));
 }
 
 bool Export(CCommandContext& context) {
@@ -193,34 +189,39 @@ bool Text(CCommandContext& context) {
 }
 
 constexpr CCommand kTypedCommands[] = {
-    {"", "import", 1, kImportOptions, "FILE [--existing overwrite|skip|add]", Import},
-    {"", "export", 1, kCategoryOptions, "FILE [--category NAME]", Export},
-    {"", "list", 0, kCategoryOptions, "[--category NAME]", List},
-    {"", "show", 0, kTypedItem, "--category C --name N --type T", Show},
-    {"", "find", 1, kFindTyped, "TEXT [--type TEXT]", Find},
-    {"", "move", 0, kTypedItemTo, "--category C --name N --type T --to CATEGORY", Move},
-    {"", "duplicate", 0, kTypedItem, "--category C --name N --type T", Duplicate},
-    {"", "delete", 0, kTypedItemYes, "--category C --name N --type T --yes", Delete},
+    {"", "import", "FILE", kImportOptions, EAccess::Writes, "add the items of a CSV file", Import},
+    {"", "export", "FILE", kInCategory, EAccess::Reads, "write the items to a CSV file", Export},
+    {"", "list", "", kInCategory, EAccess::Reads, "list the items", List},
+    {"", "show", "", kTypedItem, EAccess::Reads, "show all values of an item", Show},
+    {"", "find", "TEXT", kFindTyped, EAccess::Reads, "list the items whose names hold a text",
+     Find},
+    {"", "move", "", kTypedItemTo, EAccess::Writes, "move an item to another category", Move},
+    {"", "duplicate", "", kTypedItem, EAccess::Writes, "copy an item within its category",
+     Duplicate},
+    {"", "delete", "", kTypedItemYes, EAccess::Writes, "delete an item", Delete},
 };
 constexpr CCommand kNamedCommands[] = {
-    {"", "import", 1, kImportOptions, "FILE [--existing overwrite|skip|add]", Import},
-    {"", "export", 1, kCategoryOptions, "FILE [--category NAME]", Export},
-    {"", "list", 0, kCategoryOptions, "[--category NAME]", List},
-    {"", "show", 0, kItem, "--category C --name N", Show},
-    {"", "find", 1, {}, "TEXT", Find},
-    {"", "move", 0, kItemTo, "--category C --name N --to CATEGORY", Move},
-    {"", "duplicate", 0, kItem, "--category C --name N", Duplicate},
-    {"", "delete", 0, kItemYes, "--category C --name N --yes", Delete},
+    {"", "import", "FILE", kImportOptions, EAccess::Writes, "add the items of a CSV file", Import},
+    {"", "export", "FILE", kInCategory, EAccess::Reads, "write the items to a CSV file", Export},
+    {"", "list", "", kInCategory, EAccess::Reads, "list the items", List},
+    {"", "show", "", kItem, EAccess::Reads, "show all values of an item", Show},
+    {"", "find", "TEXT", {}, EAccess::Reads, "list the items whose names hold a text", Find},
+    {"", "move", "", kItemTo, EAccess::Writes, "move an item to another category", Move},
+    {"", "duplicate", "", kItem, EAccess::Writes, "copy an item within its category", Duplicate},
+    {"", "delete", "", kItemYes, EAccess::Writes, "delete an item", Delete},
 };
-constexpr CCommand kTextCommand = {
-    "recipes", "text", 1, kItem, "--category C --name N FILE", Text, ECatalogueKind::Recipes};
+constexpr CCommand kTextCommand = {"recipes", "text",         "FILE",
+                                   kItem,     EAccess::Reads, "write a recipe to a text file",
+                                   Text,      nullptr,        ECatalogueKind::Recipes};
 constexpr CCommand kExlibCommands[] = {
-    {"exlib", "import", 1, kImportOptions, "FILE [--existing overwrite|skip|add]", Import,
+    {"exlib", "import", "FILE", kImportOptions, EAccess::Writes, "add the items of a CSV file",
+     Import, nullptr, ECatalogueKind::Exercises},
+    {"exlib", "export", "FILE", kInCategory, EAccess::Reads, "write the items to a CSV file",
+     Export, nullptr, ECatalogueKind::Exercises},
+    {"exlib", "list", "", kInCategory, EAccess::Reads, "list the items", List, nullptr,
      ECatalogueKind::Exercises},
-    {"exlib", "export", 1, kCategoryOptions, "FILE [--category NAME]", Export,
-     ECatalogueKind::Exercises},
-    {"exlib", "list", 0, kCategoryOptions, "[--category NAME]", List, ECatalogueKind::Exercises},
-    {"exlib", "find", 1, kFindTyped, "TEXT [--type TEXT]", Find, ECatalogueKind::Exercises},
+    {"exlib", "find", "TEXT", kFindTyped, EAccess::Reads, "list the items whose names hold a text",
+     Find, nullptr, ECatalogueKind::Exercises},
 };
 }  // namespace
 

@@ -1,5 +1,4 @@
 // velmora-cli categories ...
-#include "catalogue/CatalogueKinds.h"
 #include "catalogue/CatalogueRules.h"
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
@@ -8,25 +7,18 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr COptionDescription kKindOption = {"--kind", true, true};
-constexpr COptionDescription kOptions[] = {kKindOption};
-constexpr COptionDescription kDeleteOptions[] = {kKindOption, kYesOption};
+// The words in the order of the kinds.
+constexpr COption kKindOption = Required(
+    {"--kind", EValue::Choice, "foods|menus|recipes|exercises", "what the categories hold"});
+constexpr COption kOptions[] = {kKindOption};
+constexpr COption kDeleteOptions[] = {kKindOption, kYesOption};
 
-/// Takes --kind over; false when it names none.
-bool ReadKind(CCommandContext& context) {
-    QStringList kinds;
-    for (const ECatalogueKind kind : {ECatalogueKind::Foods, ECatalogueKind::Menus,
-                                      ECatalogueKind::Recipes, ECatalogueKind::Exercises}) {
-        kinds.append(QString::fromLatin1(KindOf(kind).plural));
-    }
-    context.kind = static_cast<ECatalogueKind>(context.arguments.Choice("--kind", kinds));
-    return context.arguments.GetError().isEmpty();
+void TakeKind(CCommandContext& context) {
+    context.kind = static_cast<ECatalogueKind>(context.arguments.Choice("--kind"));
 }
 
 bool List(CCommandContext& context) {
-    if (!ReadKind(context)) {
-        return false;
-    }
+    TakeKind(context);
     PrintRow({u"category"_s});
     for (const CCategoryEntry& category : context.doc.Database().ListCategories(context.kind)) {
         PrintRow({category.name});
@@ -35,9 +27,7 @@ bool List(CCommandContext& context) {
 }
 
 bool Add(CCommandContext& context) {
-    if (!ReadKind(context)) {
-        return false;
-    }
+    TakeKind(context);
     const QString name = context.arguments.Word(0).trimmed();
     if (name.isEmpty()) {
         ShowMessage(u"Please enter category name."_s);
@@ -47,29 +37,25 @@ bool Add(CCommandContext& context) {
 }
 
 bool Rename(CCommandContext& context) {
-    if (!ReadKind(context)) {
-        return false;
-    }
+    TakeKind(context);
     const auto category = FindCategoryNamed(context, context.arguments.Word(0));
     return category && CCatalogueRules(context.doc.Database(), context.kind)
                            .RenameCategory(category->id, context.arguments.Word(1));
 }
 
 bool Delete(CCommandContext& context) {
-    if (!ReadKind(context)) {
-        return false;
-    }
+    TakeKind(context);
     const auto category = FindCategoryNamed(context, context.arguments.Word(0));
     return category &&
            CCatalogueRules(context.doc.Database(), context.kind).DeleteCategory(category->id);
 }
 
 constexpr CCommand kCommands[] = {
-    {"categories", "list", 0, kOptions, "--kind foods|menus|recipes|exercises", List},
-    {"categories", "add", 1, kOptions, "--kind foods|menus|recipes|exercises NAME", Add},
-    {"categories", "rename", 2, kOptions, "--kind foods|menus|recipes|exercises OLD NEW", Rename},
-    {"categories", "delete", 1, kDeleteOptions, "--kind foods|menus|recipes|exercises NAME --yes",
-     Delete},
+    {"categories", "list", "", kOptions, EAccess::Reads, "list the categories of a kind", List},
+    {"categories", "add", "NAME", kOptions, EAccess::Writes, "add a category", Add},
+    {"categories", "rename", "OLD NEW", kOptions, EAccess::Writes, "rename a category", Rename},
+    {"categories", "delete", "NAME", kDeleteOptions, EAccess::Writes,
+     "delete a category with its items", Delete},
 };
 }  // namespace
 

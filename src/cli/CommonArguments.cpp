@@ -60,8 +60,7 @@ bool LoadProfileNamed(CVelmoraDoc& doc, const QString& name) {
 }
 
 bool LoadProfileArgument(CCommandContext& context) {
-    return context.arguments.GetError().isEmpty() &&
-           LoadProfileNamed(context.doc, context.arguments.Text("--profile"));
+    return LoadProfileNamed(context.doc, context.arguments.Text("--profile"));
 }
 
 bool PickItem(CPickForm& form, const CArguments& arguments, ECatalogueKind kind) {

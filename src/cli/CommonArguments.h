@@ -15,8 +15,7 @@ QString KindName(EItemKind kind);
 bool CheckProfileExists(CVelmoraDoc& doc, const QString& name);
 /// Opens a profile; false after a message when that fails.
 bool LoadProfileNamed(CVelmoraDoc& doc, const QString& name);
-/// Opens the profile that --profile names; false, with nothing said, after an argument that cannot
-/// be read.
+/// Opens the profile that --profile names; false after a message when that fails.
 bool LoadProfileArgument(CCommandContext& context);
 
 /// Picks what --category, --name and, where items have one, --type name, from the lists that a

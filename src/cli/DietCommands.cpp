@@ -11,13 +11,23 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr COptionDescription kAddOptions[] = {
-    {"--profile", true, true}, {"--date", true, true},     {"--time", true, true},
-    {"--meal", true, true},    {"--category", true, true}, {"--name", true, true},
-    {"--type", true, false},   {"--serving", true, false}, {"--amount", true, false},
-    {"--kind", true, false},
+// The words in the order of the meals and of the kinds.
+constexpr COption kMealOption = {"--meal", EValue::Choice,
+                                 "Breakfast|Morning|Lunch|Afternoon|Dinner|Evening", "the meal"};
+constexpr COption kKindOption = {"--kind", EValue::Choice, "food|menu|recipe", "what was eaten"};
+constexpr COption kAddOptions[] = {
+    Required(kProfileOption),
+    Required(kDateOption),
+    Required(kTimeOption),
+    Required(kMealOption),
+    Required(kCategoryOption),
+    Required(kNameOption),
+    kKindOption,
+    {"--type", EValue::Text, "TYPE", "the food's type; menus and recipes have none"},
+    {"--serving", EValue::Text, "NAME", "the serving; the first one otherwise"},
+    {"--amount", EValue::Number, "NUMBER", "servings eaten; 1 otherwise", 0, 100000},
 };
-constexpr COptionDescription kDayOptions[] = {{"--profile", true, true}, {"--date", true, true}};
+constexpr COption kDayOptions[] = {Required(kProfileOption), Required(kDateOption)};
 
 QStringList MealNames() {
     QStringList names;
@@ -37,18 +47,22 @@ bool SelectServing(CAddFoodForm& form, const QString& name) {
     return true;
 }
 
+EItemKind KindArgument(const CArguments& arguments) {
+    return static_cast<EItemKind>(arguments.Choice("--kind"));
+}
+
+QString CheckAdd(const CArguments& arguments) {
+    return KindArgument(arguments) == EItemKind::Food && !arguments.Has("--type")
+               ? u"--type is missing"_s
+               : QString();
+}
+
 bool Add(CCommandContext& context) {
-    CArguments& arguments = context.arguments;
+    const CArguments& arguments = context.arguments;
     const QDate day = arguments.Date("--date");
     const QTime time = arguments.Time("--time");
-    const int meal = arguments.Choice("--meal", MealNames());
-    const auto kind = static_cast<EItemKind>(arguments.Choice(
-        "--kind",
-        {KindName(EItemKind::Food), KindName(EItemKind::Menu), KindName(EItemKind::Recipe)}));
-    arguments.Number("--amount");
-    if (kind == EItemKind::Food) {
-        arguments.Require("--type");
-    }
+    const int meal = arguments.Choice("--meal");
+    const EItemKind kind = KindArgument(arguments);
     if (!LoadProfileArgument(context) || !MayAddToMeal(meal)) {
         return false;
     }
@@ -123,12 +137,9 @@ bool Day(CCommandContext& context) {
 }
 
 constexpr CCommand kCommands[] = {
-    {"diet", "add", 0, kAddOptions,
-     "--profile P --date D --time HH:MM --meal NAME [--kind food|menu|recipe]\n"
-     "        --category C --name N [--type T] [--serving NAME] [--amount X]",
-     Add},
-    {"diet", "list", 0, kDayOptions, "--profile P --date D", List},
-    {"diet", "day", 0, kDayOptions, "--profile P --date D", Day},
+    {"diet", "add", "", kAddOptions, EAccess::Writes, "add what was eaten to a day", Add, CheckAdd},
+    {"diet", "list", "", kDayOptions, EAccess::Reads, "list what was eaten on a day", List},
+    {"diet", "day", "", kDayOptions, EAccess::Reads, "set a day's totals against the targets", Day},
 };
 }  // namespace
 

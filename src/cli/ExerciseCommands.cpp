@@ -1,6 +1,4 @@
 // velmora-cli exercises ...
-#include <limits>
-
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
 #include "cli/TableOutput.h"
@@ -11,21 +9,24 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr COptionDescription kAddOptions[] = {
-    {"--profile", true, true},  {"--date", true, true},    {"--time", true, true},
-    {"--category", true, true}, {"--name", true, true},    {"--type", true, true},
-    {"--minutes", true, true},  {"--energy", true, false},
+constexpr COption kAddOptions[] = {
+    Required(kProfileOption),
+    Required(kDateOption),
+    Required(kTimeOption),
+    Required(kCategoryOption),
+    Required(kNameOption),
+    Required(kTypeOption),
+    Required({"--minutes", EValue::Whole, "NUMBER", "how long it took", 0, 7 * 24 * 60}),
+    {"--energy", EValue::Number, "KCAL", "what it burned; computed otherwise", 0, 100000},
 };
-constexpr COptionDescription kDayOptions[] = {{"--profile", true, true}, {"--date", true, true}};
-constexpr COptionDescription kDeleteOptions[] = {
-    {"--profile", true, true}, {"--date", true, true}, {"--time", true, true}, kYesOption};
+constexpr COption kDayOptions[] = {Required(kProfileOption), Required(kDateOption)};
+constexpr COption kDeleteOptions[] = {Required(kProfileOption), Required(kDateOption),
+                                      Required(kTimeOption), kYesOption};
 
 bool Add(CCommandContext& context) {
-    CArguments& arguments = context.arguments;
+    const CArguments& arguments = context.arguments;
     const QDate day = arguments.Date("--date");
     const QTime time = arguments.Time("--time");
-    const int minutes = arguments.Index("--minutes", 0, std::numeric_limits<int>::max());
-    const double energyKcal = arguments.Number("--energy");
     if (!LoadProfileArgument(context)) {
         return false;
     }
@@ -33,13 +34,13 @@ bool Add(CCommandContext& context) {
     if (!PickItem(form, arguments, ECatalogueKind::Exercises)) {
         return false;
     }
-    form.SetDurationTexts({}, QString::number(minutes));
+    form.SetDurationTexts({}, arguments.Text("--minutes"));
     if (!form.Confirm()) {
         return false;
     }
     CExerciseEntry entry = form.GetResult();
     if (arguments.Has("--energy")) {
-        entry.SetEnergyKcal(energyKcal);
+        entry.SetEnergyKcal(arguments.Number("--energy"));
     }
     return AddExercise(context.doc.Database(), entry);
 }
@@ -78,12 +79,10 @@ bool Delete(CCommandContext& context) {
 }
 
 constexpr CCommand kCommands[] = {
-    {"exercises", "add", 0, kAddOptions,
-     "--profile P --date D --time HH:MM --category C --name N --type T\n"
-     "        --minutes M [--energy KCAL]",
-     Add},
-    {"exercises", "list", 0, kDayOptions, "--profile P --date D", List},
-    {"exercises", "delete", 0, kDeleteOptions, "--profile P --date D --time HH:MM --yes", Delete},
+    {"exercises", "add", "", kAddOptions, EAccess::Writes, "add an exercise to a day", Add},
+    {"exercises", "list", "", kDayOptions, EAccess::Reads, "list the exercises of a day", List},
+    {"exercises", "delete", "", kDeleteOptions, EAccess::Writes, "delete the exercises of a minute",
+     Delete},
 };
 }  // namespace
 

@@ -1,63 +1,14 @@
 // velmora-cli profile ...
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
+#include "cli/ProfileFields.h"
 #include "cli/TableOutput.h"
 #include "platform/Messages.h"
-#include "platform/NumberText.h"
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr COptionDescription kCreateOptions[] = {
-    {"--sex", true, true},          {"--birth", true, true},        {"--height", true, true},
-    {"--activity", true, true},     {"--start", true, true},        {"--start-weight", true, true},
-    {"--goal", true, true},         {"--goal-weight", true, true},  {"--rate", true, false},
-    {"--energy", true, false},      {"--diet", true, true},         {"--weight-unit", true, false},
-    {"--height-unit", true, false}, {"--energy-unit", true, false}, {"--decimals", true, false},
-};
-constexpr COptionDescription kDeleteOptions[] = {kYesOption};
-
-CPreferences ReadPreferences(CArguments& arguments) {
-    CPreferences preferences;
-    preferences.weightUnit = static_cast<EWeightUnit>(
-        arguments.Index("--weight-unit", 0, 3, static_cast<int>(preferences.weightUnit)));
-    preferences.heightUnit = static_cast<EHeightUnit>(
-        arguments.Index("--height-unit", 0, 2, static_cast<int>(preferences.heightUnit)));
-    preferences.energyUnit = static_cast<EEnergyUnit>(arguments.Index("--energy-unit", 0, 1));
-    preferences.decimals = arguments.Index("--decimals", 0, kMaximumDecimals, preferences.decimals);
-    return preferences;
-}
-
-CUserInformation ReadUser(CArguments& arguments) {
-    CUserInformation user;
-    user.name = arguments.Word(0).trimmed();
-    user.isMale = arguments.Choice("--sex", {u"male"_s, u"female"_s}) == 0;
-    user.birthDate = arguments.Date("--birth");
-    user.heightCm = arguments.Number("--height");
-    user.activityLevel = arguments.Index("--activity", 0, std::ssize(kActivityLevels) - 1);
-    return user;
-}
-
-// The goal date and the rate hang together as in the dialog: without a rate it follows from the
-// dates, with one the goal date follows from it.
-CTargets ReadTargets(CArguments& arguments) {
-    CTargets targets;
-    targets.startDate = arguments.Date("--start");
-    targets.startWeightKg = arguments.Number("--start-weight");
-    targets.goalDate = arguments.Date("--goal");
-    targets.goalWeightKg = arguments.Number("--goal-weight");
-    targets.rateKgPerWeek = std::max(0.0, arguments.Number("--rate"));
-    targets.dailyEnergyKcal = arguments.Number("--energy");
-    targets.dietType = arguments.Index("--diet", 0, kCustomDiet);
-    if (arguments.Has("--rate")) {
-        FollowRate(targets);
-    } else {
-        FollowGoalDate(targets);
-    }
-    return targets;
-}
+constexpr COption kDeleteOptions[] = {kYesOption};
 
 bool Refuse(const std::optional<QString>& message) {
     if (message) {
@@ -66,14 +17,13 @@ bool Refuse(const std::optional<QString>& message) {
     return message.has_value();
 }
 
+/// Units are metric unless they are given.
 bool Create(CCommandContext& context) {
-    CProfileSettings settings = CProfileSettings::ForNewProfile(QDate::currentDate());
-    settings.preferences = ReadPreferences(context.arguments);
-    settings.user = ReadUser(context.arguments);
-    settings.targets = ReadTargets(context.arguments);
-    if (!context.arguments.GetError().isEmpty()) {
-        return false;
-    }
+    const CArguments& arguments = context.arguments;
+    CProfileSettings settings = CProfileSettings::ForNewProfile(arguments.Date("--start"));
+    settings.preferences = CPreferences();
+    settings.user.name = arguments.Word(0).trimmed();
+    TakeProfileFields(arguments, settings);
     if (Refuse(CheckUserInformation(settings.user)) ||
         Refuse(context.doc.CheckNewProfileName(settings.user.name)) ||
         Refuse(CheckTargets(settings.targets))) {
@@ -81,6 +31,28 @@ bool Create(CCommandContext& context) {
     }
     ConfirmTargets(settings.user, settings.targets);
     return context.doc.CreateProfile(settings);
+}
+
+/// As a dialog does whose fields are all left alone, it checks and computes nothing when nothing
+/// of its part changes.
+bool Set(CCommandContext& context) {
+    if (!LoadProfileNamed(context.doc, context.arguments.Word(0))) {
+        return false;
+    }
+    CProfileSettings& stored = context.doc.Settings();
+    CProfileSettings settings = stored;
+    TakeProfileFields(context.arguments, settings);
+    if (settings.user != stored.user && Refuse(CheckUserInformation(settings.user))) {
+        return false;
+    }
+    if (settings.targets != stored.targets) {
+        if (Refuse(CheckTargets(settings.targets))) {
+            return false;
+        }
+        ConfirmTargets(settings.user, settings.targets);
+    }
+    stored = settings;
+    return context.doc.SaveSettings();
 }
 
 bool List(CCommandContext& context) {
@@ -91,46 +63,12 @@ bool List(CCommandContext& context) {
     return true;
 }
 
-void PrintField(const QString& field, const QString& value) {
-    PrintRow({field, value});
-}
-
 bool Show(CCommandContext& context) {
-    const QString name = context.arguments.Word(0);
-    if (!LoadProfileNamed(context.doc, name)) {
+    if (!LoadProfileNamed(context.doc, context.arguments.Word(0))) {
         return false;
     }
-    const CProfileSettings& settings = context.doc.Settings();
-    const CUserInformation& user = settings.user;
-    const CTargets& targets = settings.targets;
-    const CPreferences& preferences = settings.preferences;
     PrintRow({u"field"_s, u"value"_s});
-    PrintField(u"name"_s, name);
-    PrintField(u"sex"_s, user.isMale ? u"male"_s : u"female"_s);
-    PrintField(u"birth"_s, user.birthDate.toString(Qt::ISODate));
-    PrintField(u"height"_s, ShortestNumber(user.heightCm));
-    PrintField(u"activity"_s, QString::number(user.activityLevel));
-    PrintField(u"start"_s, targets.startDate.toString(Qt::ISODate));
-    PrintField(u"start-weight"_s, ShortestNumber(targets.startWeightKg));
-    PrintField(u"goal"_s, targets.goalDate.toString(Qt::ISODate));
-    PrintField(u"goal-weight"_s, ShortestNumber(targets.goalWeightKg));
-    PrintField(u"rate"_s, ShortestNumber(targets.rateKgPerWeek));
-    PrintField(u"energy"_s, ShortestNumber(targets.dailyEnergyKcal));
-    PrintField(u"diet"_s, QString::number(targets.dietType));
-    PrintField(u"weight-unit"_s, QString::number(static_cast<int>(preferences.weightUnit)));
-    PrintField(u"height-unit"_s, QString::number(static_cast<int>(preferences.heightUnit)));
-    PrintField(u"energy-unit"_s, QString::number(static_cast<int>(preferences.energyUnit)));
-    PrintField(u"decimals"_s, QString::number(preferences.decimals));
-    PrintField(u"age"_s, QString::number(AgeOn(targets.startDate, user.birthDate)));
-    PrintField(u"resting energy"_s,
-               ShortestNumber(RestingEnergyKcal(user, targets, targets.startDate)));
-    PrintField(u"planned energy"_s, ShortestNumber(PlannedEnergyKcal(user, targets)));
-    const std::optional<int> weeks = WeeksToGoal(targets);
-    PrintField(u"weeks"_s, weeks ? QString::number(*weeks) : QString());
-    for (int i = 0; i < kNutrientCount; ++i) {
-        PrintField(u"target "_s + QLatin1StringView(NutrientNamesOf(i).csvName),
-                   ShortestNumber(targets.nutrients[i]));
-    }
+    PrintProfile(context.doc.Settings());
     return true;
 }
 
@@ -138,20 +76,18 @@ bool Delete(CCommandContext& context) {
     const QString name = context.arguments.Word(0);
     return CheckProfileExists(context.doc, name) && context.doc.DeleteUserProfiles({name});
 }
-
-constexpr CCommand kCommands[] = {
-    {"profile", "create", 1, kCreateOptions,
-     "NAME --sex male|female --birth DATE --height CM --activity 0..4 --start DATE\n"
-     "        --start-weight KG --goal DATE --goal-weight KG [--rate KG_PER_WEEK] [--energy KCAL]\n"
-     "        --diet 0..6 [--weight-unit 0..3] [--height-unit 0..2] [--energy-unit 0|1]\n"
-     "        [--decimals N]",
-     Create},
-    {"profile", "list", 0, {}, "", List},
-    {"profile", "show", 1, {}, "NAME", Show},
-    {"profile", "delete", 1, kDeleteOptions, "NAME --yes", Delete},
-};
 }  // namespace
 
 std::span<const CCommand> ProfileCommands() {
-    return kCommands;
+    static const CCommand commands[] = {
+        {"profile", "create", "NAME", CreateProfileOptions(), EAccess::Writes,
+         "create a user profile", Create, CheckProfileFields},
+        {"profile", "set", "NAME", SetProfileOptions(), EAccess::Writes,
+         "change fields of a profile; what is not given stays", Set, CheckProfileFields},
+        {"profile", "list", "", {}, EAccess::Reads, "list the user profiles", List},
+        {"profile", "show", "NAME", {}, EAccess::Reads, "show all fields of a profile", Show},
+        {"profile", "delete", "NAME", kDeleteOptions, EAccess::Writes,
+         "delete a profile with its diaries", Delete},
+    };
+    return commands;
 }

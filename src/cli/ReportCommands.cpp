@@ -6,23 +6,21 @@
 #include "report/ReportRules.h"
 #include "report/ReportWriter.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
-constexpr COptionDescription kReportOptions[] = {
-    {"--profile", true, true}, {"--from", true, true}, {"--to", true, true},
-    {"--types", true, false},  {"--by", true, false},
+// The words in the order of the report's types and groupings.
+constexpr COption kReportOptions[] = {
+    Required(kProfileOption),
+    Required(kFromOption),
+    Required(kToDateOption),
+    {"--types", EValue::Choices, "diet|weight|exercises", "the diaries; all otherwise"},
+    {"--by", EValue::Choice, "date|type", "what the entries are grouped by"},
 };
-/// In the order of the bits of EReportType.
-const QStringList kTypeNames = {u"diet"_s, u"weight"_s, u"exercises"_s};
-const QStringList kGroupingNames = {u"date"_s, u"type"_s};
 
 bool Report(CCommandContext& context) {
-    CArguments& arguments = context.arguments;
-    const CReportRequest request = {
-        arguments.Date("--from"), arguments.Date("--to"),
-        arguments.Choices("--types", kTypeNames, kReportAll),
-        static_cast<EReportGrouping>(arguments.Choice("--by", kGroupingNames))};
+    const CArguments& arguments = context.arguments;
+    const CReportRequest request = {arguments.Date("--from"), arguments.Date("--to"),
+                                    arguments.Choices("--types", kReportAll),
+                                    static_cast<EReportGrouping>(arguments.Choice("--by"))};
     if (!LoadProfileArgument(context)) {
         return false;
     }
@@ -33,15 +31,18 @@ bool Report(CCommandContext& context) {
     return WriteReport(context.doc, request, arguments.Word(0));
 }
 
-constexpr COptionDescription kPurgeOptions[] = {
-    {"--profile", true, true},     {"--from", true, true},
-    {"--to", true, true},          kYesOption,
-    {"--diet", false, false},      {"--weights", false, false},
-    {"--exercises", false, false},
+constexpr COption kPurgeOptions[] = {
+    Required(kProfileOption),
+    Required(kFromOption),
+    Required(kToDateOption),
+    {"--diet", EValue::None, "", "delete from the diet diary"},
+    {"--weights", EValue::None, "", "delete from the weight diary"},
+    {"--exercises", EValue::None, "", "delete from the exercise diary"},
+    kYesOption,
 };
 
 bool Purge(CCommandContext& context) {
-    CArguments& arguments = context.arguments;
+    const CArguments& arguments = context.arguments;
     const CPurgeRequest request = {arguments.Date("--from"), arguments.Date("--to"),
                                    arguments.Has("--diet"), arguments.Has("--weights"),
                                    arguments.Has("--exercises")};
@@ -49,10 +50,10 @@ bool Purge(CCommandContext& context) {
 }
 
 constexpr CCommand kCommands[] = {
-    {"report", "write", 1, kReportOptions,
-     "FILE --profile P --from D --to D [--types diet,weight,exercises] [--by date|type]", Report},
-    {"purge", "run", 0, kPurgeOptions,
-     "--profile P --from D --to D [--diet] [--weights] [--exercises] --yes", Purge},
+    {"report", "write", "FILE", kReportOptions, EAccess::Reads, "write the diaries to a CSV file",
+     Report},
+    {"purge", "run", "", kPurgeOptions, EAccess::Writes, "delete the diaries' entries of some days",
+     Purge},
 };
 }  // namespace
 

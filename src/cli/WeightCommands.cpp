@@ -16,27 +16,36 @@ constexpr const char* kMeasurementOptions[] = {"--chest",   "--waist", "--hips",
                                                "--forearm", "--thigh", "--calf", "--fat"};
 static_assert(std::size(kMeasurementOptions) == kBodyFatSlot + 1);
 
-constexpr COptionDescription kAddOptions[] = {
-    {"--profile", true, true}, {"--date", true, true},   {"--time", true, true},
-    {"--weight", true, true},  {"--chest", true, false}, {"--waist", true, false},
-    {"--hips", true, false},   {"--bicep", true, false}, {"--forearm", true, false},
-    {"--thigh", true, false},  {"--calf", true, false},  {"--fat", true, false},
+constexpr double kLongestTapeCm = 500;
+constexpr COption Tape(const char* name, const char* help) {
+    return {name, EValue::Number, "CM", help, 0, kLongestTapeCm};
+}
+
+constexpr COption kAddOptions[] = {
+    Required(kProfileOption),
+    Required(kDateOption),
+    Required(kTimeOption),
+    Required({"--weight", EValue::Number, "KG", "the weight", 0, 1000}),
+    Tape("--chest", "round the chest"),
+    Tape("--waist", "round the waist"),
+    Tape("--hips", "round the hips"),
+    Tape("--bicep", "round the upper arm"),
+    Tape("--forearm", "round the forearm"),
+    Tape("--thigh", "round the thigh"),
+    Tape("--calf", "round the calf"),
+    {"--fat", EValue::Number, "PERCENT", "body fat", 0, 100},
 };
-constexpr COptionDescription kProfileOption[] = {{"--profile", true, true}};
-constexpr COptionDescription kDeleteOptions[] = {
-    {"--profile", true, true}, {"--date", true, true}, {"--time", true, true}, kYesOption};
-constexpr COptionDescription kDayOptions[] = {{"--profile", true, true}, {"--date", true, true}};
+constexpr COption kProfileOptions[] = {Required(kProfileOption)};
+constexpr COption kDeleteOptions[] = {Required(kProfileOption), Required(kDateOption),
+                                      Required(kTimeOption), kYesOption};
+constexpr COption kDayOptions[] = {Required(kProfileOption), Required(kDateOption)};
 
 bool Add(CCommandContext& context) {
-    CArguments& arguments = context.arguments;
+    const CArguments& arguments = context.arguments;
     CWeightFields fields;
     fields.date = arguments.Date("--date");
     fields.time = arguments.Time("--time");
-    arguments.Number("--weight");
     fields.weight.major = arguments.Text("--weight");
-    for (const char* option : kMeasurementOptions) {
-        arguments.Number(option);
-    }
     for (int slot = 0; slot < kTapeCount; ++slot) {
         fields.tape[slot] = arguments.Text(kMeasurementOptions[slot]);
     }
@@ -75,7 +84,7 @@ bool List(CCommandContext& context) {
 
 /// All entries of the minute.
 bool Delete(CCommandContext& context) {
-    CArguments& arguments = context.arguments;
+    const CArguments& arguments = context.arguments;
     const QDate day = arguments.Date("--date");
     const QTime time = arguments.Time("--time");
     if (!LoadProfileArgument(context)) {
@@ -109,13 +118,11 @@ bool ShowBmi(CCommandContext& context) {
 }
 
 constexpr CCommand kCommands[] = {
-    {"weight", "add", 0, kAddOptions,
-     "--profile P --date D --time HH:MM --weight KG [--chest CM] [--waist CM]\n"
-     "        [--hips CM] [--bicep CM] [--forearm CM] [--thigh CM] [--calf CM] [--fat PERCENT]",
-     Add},
-    {"weight", "list", 0, kProfileOption, "--profile P", List},
-    {"weight", "delete", 0, kDeleteOptions, "--profile P --date D --time HH:MM --yes", Delete},
-    {"bmi", "show", 0, kDayOptions, "--profile P --date D", ShowBmi},
+    {"weight", "add", "", kAddOptions, EAccess::Writes, "add a weight with its measurements", Add},
+    {"weight", "list", "", kProfileOptions, EAccess::Reads, "list all weights", List},
+    {"weight", "delete", "", kDeleteOptions, EAccess::Writes, "delete the weights of a minute",
+     Delete},
+    {"bmi", "show", "", kDayOptions, EAccess::Reads, "show the body mass index of a day", ShowBmi},
 };
 }  // namespace
 

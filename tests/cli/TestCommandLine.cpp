@@ -82,9 +82,10 @@ class TestCommandLine : public QObject {
 
     void Start(QProcess& process, const QString& command) const {
         process.setWorkingDirectory(m_folder->path());
-        process.start(QStringLiteral(VELMORA_CLI),
-                      QStringList{u"--volume"_s, Volume()} +
-                          QProcess::splitCommand(QString(command).replace(u'@', kAnnsDay)));
+        process.start(
+            QStringLiteral(VELMORA_CLI),
+            QStringList{u"--volume"_s, Volume()}.mid(command.contains(u"--volume"_s) ? 2 : 0) +
+                QProcess::splitCommand(QString(command).replace(u'@', kAnnsDay)));
     }
     COutcome Run(const QString& command) const {
         QProcess process;
@@ -152,13 +153,201 @@ class TestCommandLine : public QObject {
         QVERIFY(Load(Path(u"bea.csv"_s)).contains("Date,Meal,Name,Serving,Energy (kJ),Protein"));
     }
 
+    void fieldsOfAProfileAreSetOneByOne() {
+        const auto shown = [this](const QString& name) {
+            return Run(u"profile show "_s + name).output.replace(name, u"-"_s);
+        };
+        // 10 kg at half a kilogram a week: 140 days.
+        QCOMPARE(Run(u"profile create Bea --sex FEMALE --birth 1990-01-02 --height=165.5 "
+                     "--activity Very --start 2026-06-01 --start-weight 80 --goal-weight 70 "
+                     "--rate 0.5 --diet custom --target Protein(g)=80.5 --target=10=18 "
+                     "--weight-unit st-lb --height-unit ft --energy-unit KJ --decimals 3 "
+                     "--show-nutrients 53,iron(mg)"_s)
+                     .messages,
+                 QString());
+        const COutcome bea = Run(u"profile show Bea"_s);
+        for (const auto& [field, value] : {std::pair(u"sex"_s, u"female"_s),
+                                           {u"activity"_s, u"3"_s},
+                                           {u"diet"_s, u"6"_s},
+                                           {u"goal"_s, u"2026-10-19"_s},
+                                           {u"weight-unit"_s, u"3"_s},
+                                           {u"height-unit"_s, u"2"_s},
+                                           {u"energy-unit"_s, u"1"_s},
+                                           {u"target Protein(g)"_s, u"80.5"_s},
+                                           {u"target Iron(mg)"_s, u"18"_s},
+                                           {u"target Food energy (kcal)"_s, u"0"_s},
+                                           {u"show-nutrients"_s, u"10,53"_s}}) {
+            QCOMPARE(bea.Value(field), value);
+        }
+        // What is shown can be set; what is not given stays.
+        QString fields;
+        for (const QString& row : bea.output.split(u'\n', Qt::SkipEmptyParts).mid(2)) {
+            const QString field = row.section(u'\t', 0, 0);
+            const QString value = row.section(u'\t', 1);
+            if (field.startsWith(u"target "_s)) {
+                fields += u" --target \"%1=%2\""_s.arg(field.mid(7), value);
+            } else if (!field.contains(u' ') && field != u"age" && field != u"weeks" &&
+                       field != u"goal") {
+                fields += u" --%1 %2"_s.arg(field, value);
+            }
+        }
+        QCOMPARE(Run(u"profile set Ann"_s + fields).status, 0);
+        QCOMPARE(shown(u"Ann"_s), shown(u"Bea"_s));
+        QCOMPARE(Run(u"profile set Ann --show-nutrients="_s).status, 0);
+        QCOMPARE(shown(u"Ann"_s), shown(u"Bea"_s).replace(u"10,53"_s, u""_s));
+        QCOMPARE(Run(u"profile set Ann --goal-weight 251"_s).status, 1);
+        QCOMPARE(shown(u"Ann"_s), shown(u"Bea"_s).replace(u"10,53"_s, u""_s));
+    }
+
+    void whatFollowsFromAFieldFollowsIt() {
+        // 2237 kcal need; 75 kg within 70 days are 0.5 kg a week, 555.56 kcal a day less
+        QCOMPARE(Run(u"profile set Ann --goal-weight 75 --goal 2026-08-10"_s).status, 0);
+        const COutcome lean = Run(u"profile show Ann"_s);
+        QCOMPARE(lean.Value(u"rate"_s), u"0.5"_s);
+        QCOMPARE(lean.Value(u"energy"_s).left(7), u"1680.99"_s);
+        QCOMPARE(lean.Value(u"target Food energy (kcal)"_s), u"1681"_s);
+        QCOMPARE(Run(u"profile set Ann --rate 1 --energy 1500"_s).status, 0);
+        const COutcome quick = Run(u"profile show Ann"_s);
+        QCOMPARE(quick.Value(u"goal"_s), u"2026-07-06"_s);
+        QCOMPARE(quick.Value(u"target Protein(g)"_s), u"75"_s);  // 1500 x 0.2 x 0.25
+        // Targets that the diet decides make it the custom one, where they differ.
+        QCOMPARE(Run(u"profile set Ann --target 1=75 --target 34=2"_s).status, 0);
+        QCOMPARE(Run(u"profile show Ann"_s).Value(u"diet"_s), u"3"_s);
+        QCOMPARE(Run(u"profile set Ann --target 1=99 --height 181"_s).status, 0);
+        const COutcome custom = Run(u"profile show Ann"_s);
+        QCOMPARE(custom.Value(u"diet"_s) + custom.Value(u"target Protein(g)"_s), u"699"_s);
+        QCOMPARE(custom.Value(u"energy"_s), u"1500"_s);
+        QCOMPARE(custom.Value(u"target User defined 1"_s), u"2"_s);
+        QCOMPARE(Run(u"profile set Ann --diet Prudent"_s).status, 0);
+        QCOMPARE(Run(u"profile show Ann"_s).Value(u"target Protein(g)"_s), u"56.25"_s);
+        // A rate that leads nowhere leaves twelve weeks.
+        QCOMPARE(Run(QString(kAnn)
+                         .replace(u"Ann"_s, u"Bea"_s)
+                         .replace(u"--goal 2026-09-01"_s, u"--rate 0"_s))
+                     .status,
+                 0);
+        QCOMPARE(Run(u"profile show Bea"_s).Value(u"goal"_s), u"2026-08-24"_s);
+    }
+
+    void helpExplainsCommands() {
+        const QString all = Run(u"--help"_s).output;
+        QVERIFY(all.contains(u"\n    profile set NAME  "_s) &&
+                all.contains(u"\n    report FILE "_s));
+        QVERIFY(all.contains(u"\n    --volume FILE  "_s));
+        QCOMPARE(Run(u"help"_s).output, all);
+        const QString add = Run(u"diet add --colour --help"_s).output;
+        QVERIFY(add.startsWith(u"diet add: "_s));
+        QVERIFY(
+            add.contains(u"\n        --category CATEGORY --name NAME [--kind food|menu|recipe]"_s));
+        QVERIFY(add.contains(u"\n    --amount NUMBER  "_s) && add.contains(u"(0 to 100000)\n"_s));
+        QCOMPARE(Run(u"help diet add"_s).output, add);
+        const QString diet = Run(u"diet --help"_s).output;
+        QVERIFY(diet.startsWith(add) && diet.contains(u"\ndiet day: "_s) &&
+                !diet.contains(u"bmi"_s));
+        const QString report = Run(u"help report"_s).output;
+        QVERIFY(report.startsWith(u"report: "_s) && report.contains(u"several with commas"_s));
+        QVERIFY(
+            Run(u"help profile set"_s)
+                .output.contains(
+                    u"--height-unit in|cm|ft    the unit of lengths (or its number, 0 to 2)\n"_s));
+        QCOMPARE(Run(u"--version"_s).output, u"velmora-cli v2.1\n"_s);
+        QCOMPARE(Run(u"help dite"_s).status, 2);
+    }
+
+    void readingCreatesNoVolume() {
+        for (const char* command :
+             {"profile list", "profile show Ann", "foods list", "foods find x",
+              "foods export x.csv", "foods show --category C --name N --type T",
+              "recipes text x.txt --category C --name N", "categories --kind foods list",
+              "diet list @", "diet day @", "weight list --profile Ann", "bmi @", "exercises list @",
+              "report x.csv --profile Ann --from 2026-06-01 --to 2026-06-02"}) {
+            const COutcome outcome = Run(QLatin1StringView(command) + u" --volume new/v.db"_s);
+            QVERIFY2(outcome.status == 1, command);
+            QCOMPARE(outcome.messages, u"There is no data in 'new/v.db'.\n"_s);
+            QVERIFY2(!QFile::exists(Path(u"new"_s)) && !QFile::exists(Path(u"x.csv"_s)), command);
+        }
+        QCOMPARE(Run(u"profile create Eve --height 0 --volume=new/v.db"_s).status, 2);
+        QVERIFY(!QFile::exists(Path(u"new"_s)));
+        QCOMPARE(Run(u"categories --volume=new/v.db --kind FOODS add Soups"_s).status, 0);
+        QCOMPARE(Run(u"--volume new/v.db categories list --kind foods"_s).output,
+                 u"category\nSoups\n"_s);
+    }
+
+    void theLargestValuesAreNeverInfinite() {
+        const QByteArray value = "1.7e308,";
+        Save(Path(u"foods.csv"_s), "<Foods>\r\n1,Fruit,Apple,\"raw, with skin\"," +
+                                       value.repeated(54) + "one,0,\r\n<End>\r\n");
+        QCOMPARE(Run(u"foods import foods.csv"_s).status, 0);
+        for (const QString& command :
+             {kApple, kApple, u"profile set Ann --energy-unit kJ"_s,
+              u"report r.csv --profile Ann --from 2026-06-02 --to 2026-06-02"_s,
+              u"foods export out.csv"_s}) {
+            QCOMPARE(Run(command).status, 0);
+        }
+        const QString day = Run(u"diet day @"_s).output;
+        QVERIFY(day.contains(u"\nProtein(g)\t1.7976931348623157e+308\t"_s));
+        const QByteArray written = Load(Path(u"r.csv"_s)) + Load(Path(u"out.csv"_s));
+        QVERIFY(written.count("7976931348623157081") > 1 && !written.contains("inf"));
+    }
+
     void refusalsCarryTheSystemsTextsAndStatus_data() {
         const auto with = [](QString from, const QString& to) {
             return QString(kAnn).replace(u"Ann"_s, u"Bea"_s).replace(from, to);
         };
         AddRows<QString, int, QString>({
-            {"no command", u""_s, 2, u"usage"_s},
-            {"unknown option", u"foods list --colour red"_s, 2, u"--colour"_s},
+            {"no command", u""_s, 2, u"velmora-cli: no command is given\n"_s},
+            {"no command of a group", u"diet"_s, 2, u"no command of 'diet' is given\n"_s},
+            {"unknown group", u"dite add"_s, 2,
+             u"unknown command 'dite'; did you mean 'diet'?\n"_s},
+            {"unknown command", u"diet days"_s, 2,
+             u"unknown command 'diet days'; did you mean 'day'?\n"_s},
+            {"nothing near", u"xyz"_s, 2, u"unknown command 'xyz'\n"_s},
+            {"unknown option", u"foods list --colour red"_s, 2, u"unknown option --colour\n"_s},
+            {"mistyped option", u"foods --categroy=Fruit list"_s, 2,
+             u"unknown option --categroy; did you mean '--category'?\n"_s},
+            {"option twice", u"foods list --category A --category B"_s, 2,
+             u"--category is given twice\n"_s},
+            {"option at the end", u"foods list --category"_s, 2, u"--category needs a value\n"_s},
+            {"flag with a value", u"profile delete Ann --yes=1"_s, 2, u"--yes needs no value\n"_s},
+            {"missing option", with(u"--height 180"_s, u""_s), 2, u"--height is missing\n"_s},
+            {"missing word", u"foods import --existing skip"_s, 2, u"FILE is missing\n"_s},
+            {"word too many", u"foods list Fruit"_s, 2, u"'Fruit' is one word too many\n"_s},
+            {"bad time", u"weight delete --profile Ann --date 2026-06-02 --time 24:00 --yes"_s, 2,
+             u"--time needs a time"_s},
+            {"height", with(u"--height 180"_s, u"--height 1e308"_s), 2,
+             u"--height needs a number from 1 to 300\n"_s},
+            {"amount", kApple + u" --amount -1"_s, 2,
+             u"--amount needs a number from 0 to 100000\n"_s},
+            {"type of a food", QString(kApple).remove(u" --type \"raw, with skin\""_s), 2,
+             u"--type is missing\n"_s},
+            {"tape", u"weight add @ --time 07:30 --weight 80 --calf=501"_s, 2,
+             u"--calf needs a number from 0 to 500\n"_s},
+            {"minutes",
+             u"exercises add @ --time 12:30 --category C --name N --type T "
+             "--minutes -5"_s,
+             2, u"--minutes needs a whole number from 0 to 10080\n"_s},
+            {"activity", with(u"--activity 0"_s, u"--activity 5"_s), 2,
+             u"needs one of sedentary, light, moderate, very, extra, or a number from 0 to 4\n"_s},
+            {"report types",
+             u"report out.csv --profile Ann --from 2026-06-01 --to 2026-06-02 "
+             "--types=diet,sleep"_s,
+             2, u"--types needs some of diet, weight, exercises\n"_s},
+            {"target", u"profile set Ann --target 1=1e300"_s, 2,
+             u"--target needs a nutrient and a number from 0 to 1000000"_s},
+            {"target of no nutrient", u"profile set Ann --target 54=1"_s, 2, u"--target needs"_s},
+            {"target that the diet decides",
+             with(u"--diet 3"_s, u"--diet zone --target 34=5 --target 1=5"_s), 2,
+             u"--target Protein(g) takes --diet custom\n"_s},
+            {"no such nutrient", u"profile set Ann --show-nutrients 0,Gold"_s, 2,
+             u"--show-nutrients needs nutrients"_s},
+            {"goal and rate", u"profile set Ann --goal 2026-09-01 --rate 0.5"_s, 2,
+             u"--goal cannot be given beside --rate\n"_s},
+            {"neither goal nor rate", with(u"--goal 2026-09-01"_s, u""_s), 2,
+             u"--goal is missing\n"_s},
+            {"weight that no plan has", u"profile set Ann --goal-weight 251"_s, 1,
+             u"Please enter correct goal weight.\n"_s},
+            {"birth to come", u"profile set Ann --birth 2996-06-01"_s, 1,
+             u"Please enter correct birth date.\n"_s},
             {"bad date", with(u"1996-06-01"_s, u"1996-02-30"_s), 2, u"--birth"_s},
             {"start weight not finite", with(u"--start-weight 80"_s, u"--start-weight 1e999"_s), 2,
              u"--start-weight"_s},
