@@ -27,20 +27,24 @@ bool ConfirmFor(const CConfirmTexts& texts, int selected,
     return AskYesNo(FormatText(QLatin1StringView(texts.several), {selected}));
 }
 
-int ActOnEach(const std::vector<int>& indexes, const std::function<bool(int index)>& act,
-              const QString& failure) {
-    int succeeded = 0;
+int ActOnEach(CRecordStore& store, const std::vector<int>& indexes,
+              const std::function<bool(int index)>& act, const QString& failure) {
+    std::size_t succeeded = 0;
     {
         std::optional<CWaitCursor> wait;
         if (indexes.size() > 1) {
             wait.emplace();
         }
-        while (succeeded < static_cast<int>(indexes.size()) && act(indexes[succeeded])) {
-            ++succeeded;
-        }
+        RunAsUnit(store, [&] {
+            succeeded = 0;
+            while (succeeded < indexes.size() && act(indexes[succeeded])) {
+                ++succeeded;
+            }
+            return succeeded == indexes.size();
+        });
     }
-    if (succeeded < static_cast<int>(indexes.size()) && !failure.isEmpty()) {
+    if (succeeded < indexes.size() && !failure.isEmpty()) {
         ShowMessage(failure, EMessageIcon::Information);
     }
-    return succeeded;
+    return static_cast<int>(succeeded);
 }

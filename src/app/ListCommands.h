@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/Messages.h"
+#include "store/UnitOfWork.h"
 
 /// "Please select entry to edit." and "Please select only one entry to edit.".
 struct CSelectionTexts {
@@ -28,7 +29,8 @@ bool ConfirmFor(const CConfirmTexts& texts, int selected, std::span<const CTextA
 bool ConfirmFor(const CConfirmTexts& texts, int selected,
                 std::initializer_list<CTextArgument> itemTexts);
 
-/// Calls `act` on each index under a wait cursor (when several) until one fails, which shows
-/// `failure`. Returns how many succeeded.
-int ActOnEach(const std::vector<int>& indexes, const std::function<bool(int index)>& act,
-              const QString& failure);
+/// Calls `act` on each index as one unit of work (see RunAsUnit), under a wait cursor when there
+/// are several. Where the unit fails it ends at the first index that does, which shows `failure`
+/// unless that is empty; what was done before it stays. Returns how many succeeded.
+int ActOnEach(CRecordStore& store, const std::vector<int>& indexes,
+              const std::function<bool(int index)>& act, const QString& failure);

@@ -6,6 +6,7 @@
 #include "catalogue/CategoryItems.h"
 #include "catalogue/CsvFields.h"
 #include "platform/NumberText.h"
+#include "store/UnitOfWork.h"
 
 using namespace Qt::StringLiterals;
 
@@ -101,26 +102,30 @@ bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
                              {m_database.CategoryNameOf(m_texts.kind, categoryId)}))) {
         return false;
     }
-    if (!DeleteItemsOf(categoryId)) {
-        ShowMessage(QString::fromLatin1(
-            m_texts.cannotEmptyCategory));  // and the category goes all the same
-    }
-    if (!m_database.DeleteCategory(position)) {
-        ShowMessage(u"Cannot delete category."_s);
-        return false;
-    }
-    return true;
+    const CWaitCursor wait;
+    bool isDeleted = false;
+    RunAsUnit(m_database.GetStore(), [&] {
+        const bool isEmptied = DeleteItemsOf(categoryId);
+        if (!isEmptied) {
+            ShowMessage(QString::fromLatin1(
+                m_texts.cannotEmptyCategory));  // and the category goes all the same
+        }
+        isDeleted = m_database.DeleteCategory(position);
+        if (!isDeleted) {
+            ShowMessage(u"Cannot delete category."_s);
+        }
+        return isEmptied && isDeleted;
+    });
+    return isDeleted;
 }
 
 bool CCatalogueRules::DeleteItemsOf(qint32 categoryId) {
-    const CWaitCursor wait;
     const std::optional<CPositionRange> range = Items().RangeOf(categoryId);
-    CRecordGroup group(m_database.GetStore());
     bool areDeleted = range.has_value();
     for (int left = areDeleted ? range->count : 0; areDeleted && left > 0; --left) {
         areDeleted = m_database.DeleteItem(m_texts.kind, range->first + left - 1);
     }
-    return group.Commit() && areDeleted;
+    return areDeleted;
 }
 
 bool CCatalogueRules::MayAddItem(qint32 categoryId) {
@@ -145,16 +150,11 @@ int CCatalogueRules::Delete(const Entries& selected) {
         !ConfirmFor(m_texts.confirmDelete, count, NamesOf(selected.front()))) {
         return 0;
     }
-    CRecordGroup group(m_database.GetStore());
     // From the last on: a deletion moves everything behind it.
-    const int deleted = ActOnEach(
-        PositionsOf(selected, true),
-        [this](int position) { return m_database.DeleteItem(m_texts.kind, position); }, QString());
-    const bool isDurable = group.Commit();
-    if (deleted < count || !isDurable) {
-        ShowMessage(QString::fromLatin1(m_texts.cannotDelete), EMessageIcon::Information);
-    }
-    return isDurable ? deleted : 0;
+    return ActOnEach(
+        m_database.GetStore(), PositionsOf(selected, true),
+        [this](int position) { return m_database.DeleteItem(m_texts.kind, position); },
+        QString::fromLatin1(m_texts.cannotDelete));
 }
 
 std::vector<CCategoryEntry> CCatalogueRules::MoveTargets(const Entries& selected) {
@@ -190,18 +190,17 @@ int CCatalogueRules::Move(const Entries& selected, const CCategoryEntry& target)
     // earlier category those before it: either way the ones still waiting keep their positions.
     const bool descending = target.id > selected.front().categoryId;
     const std::vector<int> positions = PositionsOf(selected, descending);
-    CRecordGroup group(m_database.GetStore());
     const int moved = ActOnEach(
-        positions, [&](int position) { return MoveItem(position, target.id); }, QString());
-    const bool isDurable = group.Commit();
-    if (moved < count || !isDurable) {
-        const int failed = positions[static_cast<size_t>(std::min(moved, count - 1))];
+        m_database.GetStore(), positions,
+        [&](int position) { return MoveItem(position, target.id); }, QString());
+    if (moved < count) {
+        const int failed = positions[static_cast<size_t>(moved)];
         Texts failedNames =
             NamesOf(*std::ranges::find(selected, failed, &CCategoryListEntry::position));
         failedNames.emplace_back(target.name);
         ShowMessage(FormatText(QLatin1StringView(m_texts.cannotMove), failedNames));
     }
-    return isDurable ? moved : 0;
+    return moved;
 }
 
 bool CCatalogueRules::MoveItem(int position, qint32 categoryId) {
@@ -285,9 +284,8 @@ QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
         return name;
     }
     const std::vector<int> positions = PositionsOf(ItemsOfName(categoryId, oldName), false);
-    CRecordGroup group(m_database.GetStore());
     const int renamed = ActOnEach(
-        positions,
+        m_database.GetStore(), positions,
         [&](int position) {
             if (!Items().Read(position, item)) {
                 return false;
@@ -296,7 +294,7 @@ QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
             return Items().Write(position, item);
         },
         QString());
-    if (!group.Commit() || renamed < static_cast<int>(positions.size())) {
+    if (renamed < static_cast<int>(positions.size())) {
         ShowMessage(QString::fromLatin1(m_texts.cannotRename));
         return {};
     }

@@ -9,8 +9,8 @@
 
 /// Items are given as list entries, whose positions must be current. All records that one command
 /// changes become durable together, so that a crash leaves them all as before or all as after; a
-/// failed step ends the command with its message and keeps what the steps before it did, unless
-/// the store itself gave up. The database outlives the rules.
+/// failed step ends the command with its message and keeps what the steps before it did. The
+/// database outlives the rules.
 class CCatalogueRules {
   public:
     CCatalogueRules(CDatabase& database, ECatalogueKind kind);

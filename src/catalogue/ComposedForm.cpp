@@ -150,18 +150,14 @@ bool CComposedForm::DeleteComponents(const std::vector<int>& selected) {
     }
     const std::vector<int> positions =
         m_doc.Database().ComponentPositions(m_kind, m_item.GetItemId());
-    CRecordGroup group(m_doc.Database().GetStore());
     // From the last on: a deletion moves everything behind it.
     const std::vector<int> descending(selected.rbegin(), selected.rend());
     const int deleted = ActOnEach(
-        descending, [&](int row) { return Items().Delete(positions[static_cast<size_t>(row)]); },
-        QString());
-    const bool isDurable = group.Commit();
-    if (deleted < count || !isDurable) {
-        ShowMessage(QString::fromLatin1(kFoodsTexts.cannotDelete), EMessageIcon::Information);
-    }
+        m_doc.Database().GetStore(), descending,
+        [&](int row) { return Items().Delete(positions[static_cast<size_t>(row)]); },
+        QString::fromLatin1(kFoodsTexts.cannotDelete));
     LoadComponents();
-    return isDurable && deleted > 0;
+    return deleted > 0;
 }
 
 void CComposedForm::Recalculate() {

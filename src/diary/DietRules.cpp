@@ -114,7 +114,8 @@ int DeleteDietEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries) 
         const int position = PositionOf(doc.Database(), entries[index]);
         return position >= 0 && doc.Database().Diet().Delete(position);
     };
-    return ActOnEach(IndexesOf(entries), remove, u"Cannot delete entry."_s);
+    return ActOnEach(doc.Database().GetStore(), IndexesOf(entries), remove,
+                     u"Cannot delete entry."_s);
 }
 
 bool MayMove(const std::vector<CDietEntry>& entries) {
@@ -133,7 +134,7 @@ int MoveDietEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries,
         moved.SetMeal(place.meal);
         return Rewrite(doc, entries[index], moved);
     };
-    return ActOnEach(IndexesOf(entries), move, u"Cannot move entry."_s);
+    return ActOnEach(doc.Database().GetStore(), IndexesOf(entries), move, u"Cannot move entry."_s);
 }
 
 bool DuplicateDietEntry(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries) {

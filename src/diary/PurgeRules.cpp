@@ -1,52 +1,42 @@
 #include "diary/PurgeRules.h"
 
 #include "platform/Messages.h"
+#include "store/UnitOfWork.h"
 
 #include <variant>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-enum class EFailure { Stops, IsCounted };
-
 struct CPurged {
     int count = 0;        ///< with those whose removal failed
     bool isWhole = true;  ///< none failed
 };
 
 /// Positions go up after a removal too.
-CPurged Walk(CItemDatabaseBase& diary, const CPurgeRequest& request, EFailure failure) {
+CPurged PurgeDiary(CItemDatabaseBase& diary, const CPurgeRequest& request) {
     const FileTime first = FirstMomentOf(request.begin);
     const FileTime last = LastMomentOf(request.end);
     const int expected = diary.GetLayout().Count();
     CPurged purged;
+    if (diary.Count() == 0 && diary.GetStore().GetLastError() != kErrorSuccess) {
+        diary.GetStore().ShowFailedDeletion();
+        purged.isWhole = false;
+        return purged;
+    }
     const auto purge = [&](int position, PropertyList& properties) {
         if (std::ssize(properties) != expected) {
             return true;
         }
         const auto* moment = std::get_if<FileTime>(&properties.front());
-        if (moment == nullptr || *moment < first || *moment > last) {
-            return true;
+        if (moment != nullptr && *moment >= first && *moment <= last) {
+            ++purged.count;
+            purged.isWhole = diary.Delete(position) && purged.isWhole;
         }
-        ++purged.count;
-        // The walk that counts tells of each failure.
-        const bool isGone =
-            failure == EFailure::IsCounted ? diary.Delete(position) : diary.DeleteQuietly(position);
-        purged.isWhole = purged.isWhole && isGone;
-        return isGone || failure == EFailure::IsCounted;
+        return true;
     };
     diary.ForEachFrom(0, purge, 1);
     return purged;
-}
-
-CPurged PurgeDiary(CItemDatabaseBase& diary, const CPurgeRequest& request) {
-    CRecordGroup group(diary.GetStore());
-    if (!group.IsOpen()) {
-        return Walk(diary, request, EFailure::IsCounted);
-    }
-    const CPurged purged = Walk(diary, request, EFailure::Stops);
-    // A group that cannot be kept leaves everything as it was: then each record goes for itself.
-    return group.Commit() ? purged : Walk(diary, request, EFailure::IsCounted);
 }
 }  // namespace
 
@@ -58,11 +48,15 @@ bool PurgeDiaries(CDatabase& database, const CPurgeRequest& request,
     CPurged diet;
     CPurged weights;
     CPurged exercises;
+    bool isWhole = false;
     {
         const CWaitCursor wait;
-        diet = request.diet ? PurgeDiary(database.Diet(), request) : CPurged();
-        weights = request.weights ? PurgeDiary(database.Weight(), request) : CPurged();
-        exercises = request.exercises ? PurgeDiary(database.Exercises(), request) : CPurged();
+        isWhole = RunAsUnit(database.GetStore(), [&] {
+            diet = request.diet ? PurgeDiary(database.Diet(), request) : CPurged();
+            weights = request.weights ? PurgeDiary(database.Weight(), request) : CPurged();
+            exercises = request.exercises ? PurgeDiary(database.Exercises(), request) : CPurged();
+            return diet.isWhole && weights.isWhole && exercises.isWhole;
+        });
         if (changed) {
             changed();
         }
@@ -71,5 +65,5 @@ bool PurgeDiaries(CDatabase& database, const CPurgeRequest& request,
                            "Exersises: %d\n\n"_L1,
                            {diet.count, weights.count, exercises.count}),
                 EMessageIcon::Result);
-    return diet.isWhole && weights.isWhole && exercises.isWhole;
+    return isWhole;
 }

@@ -1,9 +1,8 @@
 #include "diary/WeightRules.h"
 
-#include <algorithm>
-
 #include "app/ListCommands.h"
 #include "platform/Messages.h"
+#include "store/UnitOfWork.h"
 
 using namespace Qt::StringLiterals;
 
@@ -77,17 +76,18 @@ int DeleteWeights(CVelmoraDoc& doc, const std::vector<int>& positions) {
     }
     // From the last one, so that the positions before it hold.
     const std::vector<int> fromTheLast(positions.rbegin(), positions.rend());
-    CRecordGroup group(doc.Database().GetStore());
-    int failures = 0;
-    const auto remove = [&](int position) {
-        failures += doc.Database().Weight().Delete(position) ? 0 : 1;
-        return true;
-    };
-    ActOnEach(fromTheLast, remove, {});
-    const bool isDurable = group.Commit();
-    const int messages = isDurable ? failures : std::max(failures, 1);
-    for (int i = 0; i < messages; ++i) {
-        ShowMessage(u"Cannot delete weight."_s, EMessageIcon::Information);
-    }
-    return isDurable ? count - failures : 0;
+    const CWaitCursor wait;
+    int deleted = 0;
+    RunAsUnit(doc.Database().GetStore(), [&] {
+        deleted = 0;
+        for (const int position : fromTheLast) {
+            if (doc.Database().Weight().Delete(position)) {
+                ++deleted;
+            } else {
+                ShowMessage(u"Cannot delete weight."_s, EMessageIcon::Information);
+            }
+        }
+        return deleted == count;
+    });
+    return deleted;
 }

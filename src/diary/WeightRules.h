@@ -26,7 +26,6 @@ std::optional<CWeightEntry> WeightToEdit(CVelmoraDoc& doc, int position);
 /// Rewrites the record at `position`. Failure shows "Cannot add weight.".
 bool EditWeight(CVelmoraDoc& doc, int position, const CWeightEntry& entry);
 
-/// Asks and deletes the records at these ascending positions. Every one that stays is told by
-/// "Cannot delete weight.", and the others go all the same. Returns how many are gone: none when
-/// the deletions as a whole could not be made to last.
+/// Asks and deletes the records at these ascending positions. Every one that stays shows "Cannot
+/// delete weight.", and the others go all the same. Returns how many are gone.
 int DeleteWeights(CVelmoraDoc& doc, const std::vector<int>& positions);

@@ -97,17 +97,11 @@ int DeleteExercises(CDatabase& database, const ListedExercises& selected) {
     }
     std::vector<int> indexes(selected.size());
     std::iota(indexes.begin(), indexes.end(), 0);
-    CRecordGroup group(database.GetStore());
     const auto remove = [&](int index) {
         const int position = database.Exercises().PositionOf(selected[index].record);
         return position >= 0 && database.Exercises().Delete(position);
     };
-    const int deleted = ActOnEach(indexes, remove, QString());
-    const bool isDurable = group.Commit();
-    if (deleted < count || !isDurable) {
-        ShowMessage(u"Cannot delete exercise."_s, EMessageIcon::Information);
-    }
-    return isDurable ? deleted : 0;
+    return ActOnEach(database.GetStore(), indexes, remove, u"Cannot delete exercise."_s);
 }
 
 int ExerciseListHeight(int perMille, int viewHeight) {

@@ -2,6 +2,7 @@
 
 namespace {
 CMessageSeam* installedSeam = nullptr;
+int muteDepth = 0;
 
 CMessageSeam& Seam() {
     Q_ASSERT_X(installedSeam != nullptr, "Messages", "no message seam is installed");
@@ -18,11 +19,13 @@ CMessageSeam::~CMessageSeam() {
 }
 
 void ShowMessage(const QString& text, EMessageIcon icon) {
-    Seam().Show({text, icon});
+    ShowMessage(CMessage{text, icon});
 }
 
 void ShowMessage(const CMessage& message) {
-    Seam().Show(message);
+    if (muteDepth == 0) {
+        Seam().Show(message);
+    }
 }
 
 bool AskYesNo(const QString& text) {
@@ -39,6 +42,14 @@ QString ChooseFileToSave(const CFileChoice& choice) {
 
 std::unique_ptr<CProgress> CreateProgress(const QString& caption) {
     return Seam().CreateProgress(caption);
+}
+
+CMuteMessages::CMuteMessages() {
+    ++muteDepth;
+}
+
+CMuteMessages::~CMuteMessages() {
+    --muteDepth;
 }
 
 CWaitCursor::CWaitCursor() {

@@ -69,6 +69,16 @@ QString ChooseFileToOpen(const CFileChoice& choice);
 QString ChooseFileToSave(const CFileChoice& choice);
 std::unique_ptr<CProgress> CreateProgress(const QString& caption);
 
+/// While it lives ShowMessage shows nothing: for an attempt that is made again, with its messages,
+/// when it has failed.
+class CMuteMessages {
+  public:
+    CMuteMessages();
+    ~CMuteMessages();
+    CMuteMessages(const CMuteMessages&) = delete;
+    CMuteMessages& operator=(const CMuteMessages&) = delete;
+};
+
 /// Shows the wait cursor for as long as it lives.
 class CWaitCursor {
   public:

@@ -81,8 +81,8 @@ class CDatabase {
     bool DeleteComponents(ECatalogueKind kind, qint32 itemId);
     /// Adds a copy of a menu or recipe under another name, components included: all or nothing.
     bool AddComposedCopy(ECatalogueKind kind, int position, const QString& name);
-    /// Deletes an item of any kind, a menu or recipe with its components: all or nothing, unless a
-    /// part of the volume cannot be read. Failure shows "Cannot delete record. Error=%d".
+    /// Deletes an item of any kind, a menu or recipe with its components: all or nothing, together
+    /// with a group around it. Failure shows "Cannot delete record. Error=%d".
     bool DeleteItem(ECatalogueKind kind, int position);
     /// Position of the recipe with that identifier; -1 when there is none.
     int FindRecipeById(qint32 itemId);

@@ -140,7 +140,15 @@ bool CDatabase::DeleteItem(ECatalogueKind kind, int position) {
     const bool isDeleted =
         (!items.ReadQuietly(position, item) || DeleteComponents(kind, item.GetItemId())) &&
         items.Delete(position);
-    return group.Commit() && isDeleted;
+    if (!isDeleted) {
+        group.Undo();
+        return false;
+    }
+    if (!group.Commit()) {
+        m_store.ShowFailedDeletion();
+        return false;
+    }
+    return true;
 }
 
 int CDatabase::FindRecipeById(qint32 itemId) {

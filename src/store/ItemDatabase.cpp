@@ -81,7 +81,9 @@ std::optional<qint64> CItemDatabaseBase::KeyAt(int position) {
 std::optional<CPositionRange> CItemDatabaseBase::RangeOf(qint64 key) {
     const int first = FirstPositionOf(key);
     if (first < 0) {
-        return CPositionRange{};
+        // An empty range, or a database whose records cannot even be counted.
+        return m_store.GetLastError() == kErrorSuccess ? std::optional(CPositionRange{})
+                                                       : std::nullopt;
     }
     const int next = FirstPositionInRange(key + 1, std::numeric_limits<qint64>::max());
     const int end = next < 0 ? Count() : next;

@@ -14,6 +14,7 @@ enum EPlatformError : int {
     kErrorDiskFull = 112,
     kErrorInvalidName = 123,
     kErrorAlreadyExists = 183,
+    kErrorOperationAborted = 995,
     kErrorInputOutput = 1117,
     kErrorNewerVersion = 1150,
     kErrorCorrupt = 1392,

@@ -116,8 +116,12 @@ bool CRecordStore::DeleteRecord(CDatabaseHandle& handle, int position) {
     if (DropRecord(handle, position)) {
         return true;
     }
-    ShowMessage(FormatText("Cannot delete record. Error=%d"_L1, {m_lastError}));
+    ShowFailedDeletion();
     return false;
+}
+
+void CRecordStore::ShowFailedDeletion() const {
+    ShowMessage(FormatText("Cannot delete record. Error=%d"_L1, {m_lastError}));
 }
 
 bool CRecordStore::EnumerateDatabases(quint32 type, std::vector<CDatabaseInfo>& databases) {
@@ -170,6 +174,10 @@ bool CRecordStore::EndGroup() {
     return Note(m_engine.EndGroup());
 }
 
+bool CRecordStore::UndoGroup() {
+    return Note(m_engine.UndoGroup());
+}
+
 bool CRecordStore::Note(int error) {
     m_lastError = error;
     return error == kErrorSuccess;
@@ -185,4 +193,11 @@ bool CRecordGroup::Commit() {
     const bool wasOpen = m_open;
     m_open = false;
     return !wasOpen || m_store.EndGroup();
+}
+
+void CRecordGroup::Undo() {
+    if (m_open) {
+        m_store.UndoGroup();
+        Commit();
+    }
 }

@@ -49,6 +49,8 @@ class CRecordStore {
     bool DeleteRecord(CDatabaseHandle& handle, int position);
     /// The same without the message.
     bool DropRecord(CDatabaseHandle& handle, int position);
+    /// "Cannot delete record. Error=%d" with the last error.
+    void ShowFailedDeletion() const;
 
     /// False when the enumeration cannot be started or read; type 0 matches all.
     bool EnumerateDatabases(quint32 type, std::vector<CDatabaseInfo>& databases);
@@ -65,6 +67,7 @@ class CRecordStore {
     /// See CStorageEngine: writes between the two become durable together.
     bool BeginGroup();
     bool EndGroup();
+    bool UndoGroup();
 
     [[nodiscard]] int GetLastError() const { return m_lastError; }
 
@@ -88,6 +91,8 @@ class CRecordGroup {
     /// False when what was written in the group is lost. True when there is none: each write has
     /// made itself durable then.
     bool Commit();
+    /// Ends the group and undoes what was written in it, and in the groups around it.
+    void Undo();
     /// False when it could not be begun: writes then stand each for themselves.
     [[nodiscard]] bool IsOpen() const { return m_open; }
 

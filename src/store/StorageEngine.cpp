@@ -271,3 +271,14 @@ int CStorageEngine::EndGroup() {
     }
     return error;
 }
+
+int CStorageEngine::UndoGroup() {
+    if (m_state->groupDepth == 0) {
+        return kErrorInvalidParameter;
+    }
+    if (m_state->groupError == kErrorSuccess) {
+        m_state->Abandon();
+        m_state->groupError = kErrorOperationAborted;
+    }
+    return kErrorSuccess;
+}

@@ -77,6 +77,8 @@ class CStorageEngine {
     /// with the same number until the outermost EndGroup, which returns it too.
     int BeginGroup();
     int EndGroup();
+    /// Undoes the whole group at once, nested or not, as a failed write in it does.
+    int UndoGroup();
 
   private:
     std::unique_ptr<CStorageState> m_state;

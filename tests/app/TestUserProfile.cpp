@@ -5,6 +5,7 @@
 #include "app/ListCommands.h"
 #include "app/Plans.h"
 #include "app/TargetsForm.h"
+#include "store/RecordStore.h"
 #include "support/RecordingMessages.h"
 
 using namespace Qt::StringLiterals;
@@ -167,12 +168,13 @@ class TestUserProfile : public QObject {
 
     void listCommandsStopAtTheFirstFailure() {
         CRecordingMessages messages;
+        CRecordStore store;
         QList<int> acted;
         const auto act = [&](int index) {
             acted.append(index);
             return index != 5 && messages.waits == 1;
         };
-        QCOMPARE(ActOnEach({2, 5, 9}, act, u"failed"_s), 1);
+        QCOMPARE(ActOnEach(store, {2, 5, 9}, act, u"failed"_s), 1);
         QCOMPARE(acted, (QList<int>{2, 5}));
         QCOMPARE(messages.Said(), u"failed"_s);
         QCOMPARE(messages.waits, 0);

@@ -1,0 +1,273 @@
+// Commands on several records: written as one unit of work, and record by record where that fails.
+#include "DiaryFixture.h"
+
+#include "catalogue/CatalogueRules.h"
+#include "catalogue/ComposedForm.h"
+#include "diary/PurgeRules.h"
+#include "diary/WeightRules.h"
+#include "exercise/ExerciseRules.h"
+#include "support/ComposedSamples.h"
+#include "support/Files.h"
+
+namespace {
+constexpr int kPageBytes = 8192;
+
+/// What has become of the page that holds the record of "Cid".
+enum class EDamage : char {
+    Unreadable = 0,  ///< its first byte, the kind of page
+    Fixed = 1,       ///< the place of its first free block: nothing on it can change its size
+};
+
+struct CCommandCase {
+    const char* name;
+    EDamage damage;
+    std::function<void(int person)> add;
+    std::function<int()> run;       ///< what its command returns
+    std::function<QString()> left;  ///< what the command has not touched
+    const char* leftAfterSuccess;
+    const char* leftAfterFailure;
+    const char* said;  ///< in the failure
+    int returned;      ///< in the failure
+};
+
+const QStringList kPeople = {u"Ann"_s, u"Bob"_s, u"Cid"_s, u"Dan"_s};
+constexpr int kCid = 2;
+
+/// As they stand in the file.
+QByteArray InFile(const QString& text) {
+    return {reinterpret_cast<const char*>(text.utf16()), text.size() * 2};
+}
+QByteArray InFile(double number) {
+    return {reinterpret_cast<const char*>(&number), sizeof(number)};
+}
+
+double WeightKgOf(int person) {
+    return 70.1 + person;
+}
+}  // namespace
+
+class TestUnitsOfWork : public CDiaryTest {
+    Q_OBJECT
+
+  private slots:
+    void init() {
+        MakeDiary();
+        m_low = AddCategory(Database(), u"Low"_s);
+        m_high = AddCategory(Database(), u"High"_s);
+        m_menus = AddCategory(Database(), u"Menus"_s, kMenus);
+        m_menu = AddComposed(Database(), kMenus, m_menus, u"Menu"_s);
+    }
+    void cleanup() { DropVolume(); }
+
+    void allRecordsOfACommandAreOneUnit_data() { AddCases(); }
+    /// The journal holds the pages that a unit changes as they were before; the next unit writes
+    /// over it.
+    void allRecordsOfACommandAreOneUnit() {
+        const CCommandCase command = Case();
+        AddOnPagesOfTheirOwn(command);
+        m_selected = Listed(kFoods, m_high);
+        command.run();
+        QCOMPARE(command.left(), QLatin1StringView(command.leftAfterSuccess));
+        QVERIFY(!m_messages->Said().contains(u"Cannot"_s));
+        const QByteArray journal = Load(Path(u"v.db-journal"_s));
+        const QString left = command.left();
+        for (int person = 0; person < kPeople.size(); ++person) {
+            QVERIFY2(left.contains(kPeople[person]) || journal.contains(InFile(kPeople[person])) ||
+                         journal.contains(InFile(WeightKgOf(person))),
+                     qPrintable(kPeople[person]));
+        }
+    }
+
+    void whatWasDoneBeforeAFailureStays_data() { AddCases(); }
+    void whatWasDoneBeforeAFailureStays() {
+        const CCommandCase command = Case();
+        AddOnPagesOfTheirOwn(command);
+        DamagePagesOfCid(command.damage);
+        QCOMPARE(command.run(), command.returned);
+        QCOMPARE(m_messages->Said(), QLatin1StringView(command.said));
+        QCOMPARE(command.left(), QLatin1StringView(command.leftAfterFailure));
+        OpenAnn();
+        QCOMPARE(command.left(), QLatin1StringView(command.leftAfterFailure));
+    }
+
+  private:
+    std::vector<CCommandCase> Cases() {
+        using enum EDamage;
+        return {
+            {"delete diet entries", Fixed, [this](int person) { AddMeal(person); },
+             [this] { return DeleteDietEntries(*m_doc, m_meals); }, [this] { return Meals(); }, "",
+             "Cid,Dan", "Cannot delete record. Error=1392|Cannot delete entry.", 2},
+            {"move diet entries", Unreadable, [this](int person) { AddMeal(person); },
+             [this] {
+                 return MoveDietEntries(*m_doc, m_meals, {ToFileTime(kDay.addDays(1), {9, 0}), 4});
+             },
+             [this] { return Meals(); }, "", "?,Dan", "Cannot move entry.", 2},
+            {"delete weights", Fixed, [this](int person) { AddWeightOf(person); },
+             [this] {
+                 return DeleteWeights(*m_doc, {0, 1, 2, 3});
+             },
+             [this] { return Weights(); }, "", "Cid",
+             "Cannot delete record. Error=1392|Cannot delete weight.", 3},
+            {"delete exercises", Fixed, [this](int person) { AddDoneBy(person); },
+             [this] { return DeleteExercises(Database(), ListExercises(Database(), kDay, kDay)); },
+             [this] { return Done(); }, "", "Cid,Dan",
+             "Cannot delete record. Error=1392|Cannot delete exercise.", 2},
+            {"purge", Fixed,
+             [this](int person) {
+                 AddMeal(person);
+                 AddWeightOf(person);
+                 AddDoneBy(person);
+             },
+             [this] {
+                 return PurgeDiaries(Database(), {kDay, kDay, true, true, true});
+             },
+             [this] { return Meals() + u'|' + Weights() + u'|' + Done(); },
+             "Bob,Dan|Bob,Dan|Bob,Dan", "Bob,Cid|Bob,Cid|Bob,Cid",
+             "Cannot delete record. Error=1392|Cannot delete record. Error=1392|"
+             "Cannot delete record. Error=1392|"
+             "Total purged:\n\nDiet entries: 3\nWeight entries: 3\nExersises: 3\n\n",
+             false},
+            {"move foods", Unreadable, [this](int person) { AddFoodOf(person); },
+             [this] {
+                 return Foods().Move(m_selected, {-1, m_low, u"Low"_s});
+             },
+             [this] { return FoodNames(); }, "", "?,Dan",
+             "Cannot move food 'Cid, t' to category Low'.", 2},
+            {"rename foods", Fixed,
+             [this](int person) {
+                 QVERIFY(
+                     Database().Foods().Write(-1, MakeFood(m_high, u"Food"_s, kPeople[person])));
+             },
+             [this] { return Foods().RenameItems(m_high, u"Food"_s, u"Supper"_s).size(); },
+             [this] { return FoodNames(); }, "Supper,Supper,Supper,Supper",
+             "Supper,Supper,Food,Food", "Cannot add food (error# 1392).|Cannot rename foods.", 0},
+            {"delete foods", Fixed, [this](int person) { AddFoodOf(person); },
+             [this] { return Foods().Delete(m_selected); }, [this] { return FoodNames(); }, "",
+             "Ann,Bob,Cid", "Cannot delete record. Error=1392|Cannot delete food.", 1},
+            {"delete menus", Fixed,
+             [this](int person) {
+                 const qint32 id = AddComposed(Database(), kMenus, m_menus, kPeople[person]);
+                 QVERIFY(AddPart(Database(), kMenus, id, u"Milk"_s));
+             },
+             [this] { return CCatalogueRules(Database(), kMenus).Delete(Listed(kMenus, m_menus)); },
+             [this] { return MenuNames(); }, "", "Menu,Ann,Bob,Cid,Milk,Milk,Milk",
+             "Cannot delete record. Error=1392|Cannot delete menu.", 1},
+            {"delete components", Fixed,
+             [this](int person) { QVERIFY(AddPart(Database(), kMenus, m_menu, kPeople[person])); },
+             [this] {
+                 return CComposedForm(*m_doc, kMenus, 0, m_menus).DeleteComponents({0, 1, 2, 3});
+             },
+             [this] { return MenuNames(); }, "Menu", "Menu,Ann,Bob,Cid",
+             "Cannot delete record. Error=1392|Cannot delete food.", true},
+            {"delete a category", Fixed, [this](int person) { AddFoodOf(person); },
+             [this] { return Foods().DeleteCategory(m_high); },
+             [this] { return FoodNames() + u'|' + Database().CategoryNameOf(kFoods, m_high); }, "|",
+             "Ann,Bob,Cid|", "Cannot delete record. Error=1392|Cannot delete foods from category.",
+             true},
+        };
+    }
+    void AddCases() {
+        QTest::addColumn<int>("row");
+        const std::vector<CCommandCase> cases = Cases();
+        for (int row = 0; row < static_cast<int>(cases.size()); ++row) {
+            QTest::newRow(cases[row].name) << row;
+        }
+    }
+    CCommandCase Case() {
+        QFETCH(int, row);
+        return Cases()[row];
+    }
+
+    /// Each behind a record that leaves no room for two on a page.
+    void AddOnPagesOfTheirOwn(const CCommandCase& command) {
+        const CRecordGroup group(Database().GetStore());
+        for (int person = 0; person < kPeople.size(); ++person) {
+            CCategory filler;
+            filler.SetKind(kExercises);
+            filler.SetName(u"Filler "_s + QString::number(person));
+            filler.SetLargePicture(QByteArray(kPageBytes * 3 / 5, 'x'));
+            QVERIFY(Database().AddOrUpdateCategory(-1, filler));
+            command.add(person);
+        }
+    }
+    void DamagePagesOfCid(EDamage damage) {
+        m_selected = Listed(kFoods, m_high);
+        m_doc.reset();
+        QByteArray bytes = Load(Path(u"v.db"_s));
+        for (const QByteArray& text : {InFile(kPeople[kCid]), InFile(WeightKgOf(kCid))}) {
+            if (const qsizetype at = bytes.indexOf(text); at >= 0) {
+                const qsizetype page = at / kPageBytes * kPageBytes;
+                bytes[page + static_cast<int>(damage)] = damage == EDamage::Fixed ? '\x7f' : '\0';
+            }
+        }
+        Save(Path(u"v.db"_s), bytes);
+        OpenAnn();
+    }
+    void OpenAnn() {
+        Reopen();
+        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
+    }
+
+    void AddMeal(int person) {
+        m_meals.resize(kPeople.size());
+        m_meals[person] = AddEntry(kPeople[person], QTime(person, 0));
+    }
+    void AddWeightOf(int person) {
+        QVERIFY(
+            Database().Weight().Write(-1, MakeWeight(kDay, QTime(person, 0), WeightKgOf(person))));
+    }
+    void AddDoneBy(int person) { AddDone(kPeople[person], kDay, QTime(person, 0), 1, 1); }
+    void AddFoodOf(int person) {
+        QVERIFY(Database().Foods().Write(-1, MakeFood(m_high, kPeople[person], u"t"_s)));
+    }
+
+    /// Texts of the records of a database; "?" for one that cannot be read.
+    template <typename Item>
+    QString Texts(CItemDatabase<Item>& database,
+                  const std::function<QString(const Item&)>& textOf) {
+        QStringList texts;
+        for (int position = 0; position < database.Count(); ++position) {
+            Item item;
+            texts.append(database.ReadQuietly(position, item) ? textOf(item) : u"?"_s);
+        }
+        texts.removeAll(QString());
+        return texts.join(u',');
+    }
+    QString Meals() {
+        return Texts<CDietEntry>(Database().Diet(), [](const CDietEntry& entry) {
+            return DateOf(entry.GetMoment()) == kDay ? entry.GetName() : QString();
+        });
+    }
+    QString Weights() {
+        return Texts<CWeightEntry>(Database().Weight(), [](const CWeightEntry& entry) {
+            return kPeople[TimeOf(entry.GetMoment()).hour()];
+        });
+    }
+    QString Done() {
+        return Texts<CExerciseEntry>(Database().Exercises(),
+                                     [](const CExerciseEntry& entry) { return entry.GetName(); });
+    }
+    QString FoodNames() {
+        return Texts<CFoodItem>(Database().Foods(), [this](const CFoodItem& food) {
+            return food.GetCategoryId() == m_high ? food.GetName() : QString();
+        });
+    }
+    QString MenuNames() {
+        return Texts<CMenuItem>(Database().Menus(),
+                                [](const CMenuItem& menu) { return menu.GetName(); });
+    }
+    CCatalogueRules Foods() { return {Database(), kFoods}; }
+    CCatalogueRules::Entries Listed(ECatalogueKind kind, qint32 category) {
+        return Database().FillCategoryList(kind, category);
+    }
+
+    qint32 m_low = 0;
+    qint32 m_high = 0;
+    qint32 m_menus = 0;
+    qint32 m_menu = 0;
+    std::vector<CDietEntry> m_meals;
+    CCatalogueRules::Entries m_selected;  ///< foods of "High", listed before any damage
+};
+
+QTEST_GUILESS_MAIN(TestUnitsOfWork)
+#include "TestUnitsOfWork.moc"
