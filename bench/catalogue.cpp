@@ -160,7 +160,7 @@ class CCatalogueBench {
 
     void Duplicate() {
         const CCatalogueRules::Entries one = {
-            Database().FillCategoryList(kFoods, m_largest.id).front()};
+            Database().FillCategoryList(kFoods, m_largest.id).entries.front()};
         const auto removeCopy = [&] {
             const int copy = Foods().FirstPositionOf(m_largest.id) + m_largestCount;
             (void)Foods().Delete(copy);

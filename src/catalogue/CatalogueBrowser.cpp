@@ -6,9 +6,11 @@
 #include <QTreeView>
 #include <algorithm>
 
+#include "app/LeftOutText.h"
 #include "catalogue/CatalogueKinds.h"
 #include "catalogue/CategoryTreeModel.h"
 #include "controls/InputPanel.h"
+#include "controls/ListPane.h"
 #include "controls/ReportList.h"
 
 using namespace Qt::StringLiterals;
@@ -31,12 +33,14 @@ CCatalogueBrowser::CCatalogueBrowser(CVelmoraDoc& doc, CCatalogueRules& rules,
       m_tree(new QTreeView),
       m_model(new CCategoryTreeModel(doc.Database(), m_kind, texts.renameItems != nullptr, this)),
       m_list(new CReportList(QString::fromLatin1(KindOf(m_kind).plural))),
+      m_listPane(new CListPane),
       m_namesInTree(CatalogueLayoutOf(m_kind).namesType) {
     MakeTree();
     MakeList();
     setChildrenCollapsible(false);
     addWidget(m_tree);
-    addWidget(m_list);
+    m_listPane->SetList(m_list);
+    addWidget(m_listPane);
     connect(this, &QSplitter::splitterMoved, this, [this] {
         const QList<int> both = sizes();
         SplitterPerMille() = both[0] * kWhole / std::max(1, both[0] + both[1]);
@@ -177,9 +181,20 @@ void CCatalogueBrowser::SelectInTree(const QModelIndex& index) {
 
 void CCatalogueBrowser::FillList() {
     const QString name = ItemName();
-    m_entries = name.isEmpty() ? m_doc.Database().FillCategoryList(m_kind, CategoryId())
-                               : m_rules.ItemsOfName(CategoryId(), name);
+    CCategoryList list = name.isEmpty() ? m_doc.Database().FillCategoryList(m_kind, CategoryId())
+                                        : m_rules.ItemsOfName(CategoryId(), name);
+    m_entries = std::move(list.entries);
+    m_leftOut = list.leftOut;
     ShowEntries();
+}
+
+void CCatalogueBrowser::ShowNote() {
+    const CCatalogueKind& kind = KindOf(m_kind);
+    QStringList notes = {LeftOutText(m_leftOut, {kind.singular, kind.plural},
+                                     static_cast<int>(m_entries.size()), "Showing %s of %s %s."),
+                         DamageText(m_model->LeftOut(), kCategoryWords)};
+    notes.removeAll(QString());
+    m_listPane->SetNote(notes.join(u' '));
 }
 
 void CCatalogueBrowser::ShowEntries() {
@@ -196,6 +211,7 @@ void CCatalogueBrowser::ShowEntries() {
                          return column == 0 ? entry.name : entry.type;
                      },
                      {}});
+    ShowNote();
 }
 
 bool CCatalogueBrowser::IsShown(const CCategoryListEntry& entry) const {
@@ -219,6 +235,7 @@ void CCatalogueBrowser::SelectItem(int position) {
     }
     if (place() == m_entries.end()) {
         // A full list leaves it out, and no name stands for it in the tree.
+        m_leftOut.beyond += static_cast<int>(m_entries.size()) - 1;
         m_entries = {entry};
         ShowEntries();
     }

@@ -10,6 +10,7 @@
 #include "catalogue/CatalogueRules.h"
 
 class CCategoryTreeModel;
+class CListPane;
 class CReportList;
 class QTreeView;
 
@@ -73,6 +74,7 @@ class CCatalogueBrowser : public QSplitter {
     void FillTree();
     void FillList();
     void ShowEntries();
+    void ShowNote();
     void SelectInTree(const QModelIndex& index);
     [[nodiscard]] bool IsShown(const CCategoryListEntry& entry) const;
     int& SplitterPerMille();
@@ -83,7 +85,9 @@ class CCatalogueBrowser : public QSplitter {
     QTreeView* m_tree;
     CCategoryTreeModel* m_model;
     CReportList* m_list;
-    CCatalogueRules::Entries m_entries;                             ///< by row of the list
+    CListPane* m_listPane;
+    CCatalogueRules::Entries m_entries;  ///< by row of the list
+    CLeftOut m_leftOut;
     std::function<QString(const CCategoryListEntry&)> m_addedText;  ///< of the column added, if any
     QStringList m_addedCells;                                       ///< by row
     int m_addedWidth = 0;

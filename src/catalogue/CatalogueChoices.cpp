@@ -1,5 +1,7 @@
 #include "catalogue/CatalogueChoices.h"
 
+#include "app/LeftOutText.h"
+#include "catalogue/CatalogueKinds.h"
 #include "catalogue/CatalogueRules.h"
 #include "catalogue/CatalogueTexts.h"
 #include "catalogue/ChosenFood.h"
@@ -27,6 +29,12 @@ const CPickerRow& RowOf(EPicker picker) {
     return kPickers[static_cast<int>(picker)];
 }
 
+void AddTo(CLeftOut* sum, const CLeftOut& leftOut) {
+    if (sum != nullptr) {
+        *sum += leftOut;
+    }
+}
+
 QStringList SortedOnce(QStringList texts) {
     texts.removeDuplicates();
     texts.sort(Qt::CaseInsensitive);
@@ -52,18 +60,23 @@ bool ReadComposed(CItemDatabase<Item>& items, int position, CFoodItem& food) {
 }  // namespace
 
 CPickChoices PickChoices(CDatabase& database, ECatalogueKind kind, EPicker picker,
-                         qint32 categoryId, const QString& name) {
-    CPickChoices choices{{}, QLatin1StringView(RowOf(picker).empty)};
+                         qint32 categoryId, const QString& name, int capacity) {
+    CPickChoices choices{{}, QLatin1StringView(RowOf(picker).empty), {}};
+    CLeftOut leftOut;
+    CListWords words = {KindOf(kind).singular, KindOf(kind).plural};
     if (picker == EPicker::Category) {
-        choices.rows = CategoryNames(database, kind);
+        choices.rows = CategoryNames(database, kind, &leftOut);
+        words = kCategoryWords;
     } else if (categoryId < 0) {
         choices.refusal = kNoCategorySelected;
     } else if (picker == EPicker::Name) {
-        choices.rows = NamesInCategory(database, kind, categoryId);
+        choices.rows = NamesInCategory(database, kind, categoryId, capacity, &leftOut);
     } else if (picker == EPicker::Type) {
-        choices.rows =
-            TypesOfName(database, kind, categoryId, MeantName(database, kind, categoryId, name));
+        choices.rows = TypesOfName(database, kind, categoryId,
+                                   MeantName(database, kind, categoryId, name), &leftOut);
     }
+    choices.note = LeftOutText(leftOut, words, static_cast<int>(choices.rows.size()),
+                               "Showing the first %s names.");
     return choices;
 }
 
@@ -85,40 +98,49 @@ QString PickerHeader(EPicker picker) {
     return QLatin1StringView(RowOf(picker).header);
 }
 
-QStringList CategoryNames(CDatabase& database, ECatalogueKind kind) {
+QStringList CategoryNames(CDatabase& database, ECatalogueKind kind, CLeftOut* leftOut) {
     QStringList names;
-    for (const CCategoryEntry& category : database.ListCategories(kind)) {
+    const CCategories categories = database.ReadCategories(kind);
+    for (const CCategoryEntry& category : categories.entries) {
         names.append(category.name);
     }
+    AddTo(leftOut, categories.leftOut);
     return SortedOnce(names);
 }
 
-QStringList NamesInCategory(CDatabase& database, ECatalogueKind kind, qint32 categoryId) {
+QStringList NamesInCategory(CDatabase& database, ECatalogueKind kind, qint32 categoryId,
+                            int capacity, CLeftOut* leftOut) {
     QStringList names;
     if (CatalogueLayoutOf(kind).namesType) {
-        for (const CUniqueName& unique : kind == ECatalogueKind::Foods
-                                             ? database.FillArrayWithUniqueFoodNames(categoryId)
-                                             : database.FillArrayWithUniqueExlibNames(categoryId)) {
-            names.append(unique.name);
+        const CUniqueNames unique =
+            kind == ECatalogueKind::Foods
+                ? database.FillArrayWithUniqueFoodNames(categoryId, capacity)
+                : database.FillArrayWithUniqueExlibNames(categoryId, capacity);
+        for (const CUniqueName& entry : unique.names) {
+            names.append(entry.name);
         }
+        AddTo(leftOut, unique.leftOut);
     } else {
-        for (const CCategoryListEntry& item : database.FillCategoryList(kind, categoryId)) {
+        const CCategoryList list = database.FillCategoryList(kind, categoryId, capacity);
+        for (const CCategoryListEntry& item : list.entries) {
             names.append(item.name);
         }
+        AddTo(leftOut, list.leftOut);
     }
     return SortedOnce(names);
 }
 
 // From the database itself: a category may hold more items than a list does.
 QStringList TypesOfName(CDatabase& database, ECatalogueKind kind, qint32 categoryId,
-                        const QString& name) {
+                        const QString& name, CLeftOut* leftOut) {
     QStringList types;
-    for (const CCategoryListEntry& item :
-         CCatalogueRules(database, kind).ItemsOfName(categoryId, name)) {
+    const CCategoryList list = CCatalogueRules(database, kind).ItemsOfName(categoryId, name);
+    for (const CCategoryListEntry& item : list.entries) {
         if (!item.type.isEmpty()) {
             types.append(item.type);
         }
     }
+    AddTo(leftOut, list.leftOut);
     return SortedOnce(types);
 }
 

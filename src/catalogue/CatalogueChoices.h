@@ -11,10 +11,12 @@ enum class EPicker { None, Category, Name, Type };
 struct CPickChoices {
     QStringList rows;
     QString refusal;  ///< why there are no rows
+    QString note;     ///< what the rows leave out
 };
-/// `categoryId` is negative when none is selected; `name` is as typed.
+/// `categoryId` is negative when none is selected; `name` is as typed. At most `capacity` names.
 CPickChoices PickChoices(CDatabase& database, ECatalogueKind kind, EPicker picker,
-                         qint32 categoryId, const QString& name);
+                         qint32 categoryId, const QString& name,
+                         int capacity = kCatalogueListCapacity);
 /// The name in the category that `name` stands for: itself, the same without blanks around it (an
 /// imported name may have some, a typed one may have too many), or the longer one that a diary's
 /// entry has cut. Without any of them `name` trimmed.
@@ -22,13 +24,14 @@ QString MeantName(CDatabase& database, ECatalogueKind kind, qint32 categoryId, c
 /// "Category" or "Name".
 QString PickerHeader(EPicker picker);
 
-/// All sorted without case.
-QStringList CategoryNames(CDatabase& database, ECatalogueKind kind);
-/// Each name once.
-QStringList NamesInCategory(CDatabase& database, ECatalogueKind kind, qint32 categoryId);
+/// All sorted without case. What could not be read is added to `leftOut`, if given.
+QStringList CategoryNames(CDatabase& database, ECatalogueKind kind, CLeftOut* leftOut = nullptr);
+/// Each name once, the first `capacity` of them.
+QStringList NamesInCategory(CDatabase& database, ECatalogueKind kind, qint32 categoryId,
+                            int capacity = kNoCapacity, CLeftOut* leftOut = nullptr);
 /// Each type once; menus and recipes may have none.
 QStringList TypesOfName(CDatabase& database, ECatalogueKind kind, qint32 categoryId,
-                        const QString& name);
+                        const QString& name, CLeftOut* leftOut = nullptr);
 
 /// Reads a food, or a menu or recipe as a food whose values are those of one serving. False when
 /// there is no such record.

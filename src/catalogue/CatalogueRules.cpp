@@ -283,7 +283,7 @@ QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
     if (name == oldName) {
         return name;
     }
-    const std::vector<int> positions = PositionsOf(ItemsOfName(categoryId, oldName), false);
+    const std::vector<int> positions = PositionsOf(ItemsOfName(categoryId, oldName).entries, false);
     const int renamed = ActOnEach(
         m_database.GetStore(), positions,
         [&](int position) {
@@ -301,18 +301,18 @@ QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
     return name;
 }
 
-CCatalogueRules::Entries CCatalogueRules::ItemsOfName(qint32 categoryId, const QString& name) {
-    Entries entries;
-    ForEachItemOf(m_database, m_texts.kind, categoryId,
-                  [&](int position, const QString& found, const QString& type) {
-                      if (found == name) {
-                          entries.push_back({position, categoryId, name, type});
-                      }
-                  });
-    std::ranges::stable_sort(entries, [](const auto& left, const auto& right) {
+CCategoryList CCatalogueRules::ItemsOfName(qint32 categoryId, const QString& name) {
+    CCategoryList list;
+    list.leftOut = ForEachItemOf(m_database, m_texts.kind, categoryId,
+                                 [&](int position, const QString& found, const QString& type) {
+                                     if (found == name) {
+                                         list.entries.push_back({position, categoryId, name, type});
+                                     }
+                                 });
+    std::ranges::stable_sort(list.entries, [](const auto& left, const auto& right) {
         return left.type.compare(right.type, Qt::CaseInsensitive) < 0;
     });
-    return entries;
+    return list;
 }
 
 CCatalogueRules::Texts CCatalogueRules::NamesOf(const CCategoryListEntry& entry) const {

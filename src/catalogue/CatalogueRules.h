@@ -45,8 +45,8 @@ class CCatalogueRules {
     QString RenameItems(qint32 categoryId, const QString& oldName, const QString& typed);
 
     /// All items of the category with that name, sorted by type: also those that a full list of
-    /// their category leaves out.
-    Entries ItemsOfName(qint32 categoryId, const QString& name);
+    /// their category leaves out. Damaged items of the category may have had that name.
+    CCategoryList ItemsOfName(qint32 categoryId, const QString& name);
 
   private:
     using Texts = std::vector<CTextArgument>;

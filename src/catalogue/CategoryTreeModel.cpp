@@ -18,7 +18,9 @@ void CCategoryTreeModel::Reload(bool withNames) {
     // Pictures come with a category and never change, so each is decoded once.
     const std::vector<CNode> known = std::exchange(m_nodes, {});
     CCategory category;
-    for (const CCategoryEntry& entry : m_database.ListCategories(m_kind)) {
+    const CCategories categories = m_database.ReadCategories(m_kind);
+    m_leftOut = categories.leftOut;
+    for (const CCategoryEntry& entry : categories.entries) {
         const auto old = std::ranges::find(known, entry.id, &CNode::id);
         if (old != known.end() && old->name == entry.name) {
             m_nodes.push_back({entry.id, entry.name, old->icon});
@@ -127,10 +129,10 @@ void CCategoryTreeModel::fetchMore(const QModelIndex& parent) {
     CNode& node = m_nodes[static_cast<size_t>(parent.row())];
     node.isRead = true;
     QStringList names;
-    const std::vector<CUniqueName>& found = m_kind == ECatalogueKind::Exercises
-                                                ? m_database.FillArrayWithUniqueExlibNames(node.id)
-                                                : m_database.FillArrayWithUniqueFoodNames(node.id);
-    for (const CUniqueName& entry : found) {
+    const CUniqueNames found = m_kind == ECatalogueKind::Exercises
+                                   ? m_database.FillArrayWithUniqueExlibNames(node.id)
+                                   : m_database.FillArrayWithUniqueFoodNames(node.id);
+    for (const CUniqueName& entry : found.names) {
         names.append(entry.name);
     }
     if (!names.isEmpty()) {

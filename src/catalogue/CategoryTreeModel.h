@@ -20,6 +20,9 @@ class CCategoryTreeModel : public QAbstractItemModel {
     /// Reads the categories anew. Without `withNames` they have no children.
     void Reload(bool withNames);
 
+    /// Categories that could not be read.
+    [[nodiscard]] const CLeftOut& LeftOut() const { return m_leftOut; }
+
     /// Identifier of the category of an index or of its parent; -1 for an invalid index.
     [[nodiscard]] qint32 CategoryOf(const QModelIndex& index) const;
     /// Item name of an index; empty for a category.
@@ -60,4 +63,5 @@ class CCategoryTreeModel : public QAbstractItemModel {
     bool m_renamesItems;
     bool m_withNames = true;
     std::vector<CNode> m_nodes;
+    CLeftOut m_leftOut;
 };

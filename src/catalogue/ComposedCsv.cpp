@@ -290,9 +290,12 @@ bool CComposedCsv::WriteItem(CCsvLineWriter& line, PropertyList& properties, int
     }
     WriteRecord(line, m_item, category, m_item);
     CComposedItem component(m_kind);
-    for (const int position : m_database.ComponentPositions(m_kind, m_item.GetItemId())) {
+    for (const int position :
+         m_database.ComponentPositions(m_kind, m_item.GetItemId(), &m_leftOutParts)) {
         if (m_database.Items(m_kind).Read(position, component)) {
             WriteRecord(line, component, category, m_item);
+        } else {
+            ++m_leftOutParts.damaged;
         }
     }
     return true;

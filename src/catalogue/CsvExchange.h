@@ -27,8 +27,8 @@ bool ImportCatalogue(CDatabase& database, ECatalogueKind kind, EExisting existin
 bool ImportCatalogueFile(CDatabase& database, ECatalogueKind kind, EExisting existing,
                          const QString& path);
 
-/// Runs one export: counts, asks for the file, writes, reports. False when nothing was written or
-/// the file did not come out whole.
+/// Runs one export: counts, asks for the file, writes, reports, with the summary what damage has
+/// left out. False when that is anything, nothing was written or the file did not come out whole.
 bool ExportCatalogue(CDatabase& database, ECatalogueKind kind, const CExportRequest& request);
 /// The same to a file already chosen.
 bool ExportCatalogueFile(CDatabase& database, ECatalogueKind kind, const CExportRequest& request,

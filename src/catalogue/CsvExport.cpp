@@ -1,4 +1,5 @@
 // The export run: one file, one kind.
+#include "app/LeftOutText.h"
 #include "catalogue/CatalogueKinds.h"
 #include "catalogue/CsvExchange.h"
 #include "catalogue/CsvLayout.h"
@@ -17,6 +18,7 @@ class CExportRun {
   private:
     void WriteItems();
     void ReportLosses() const;
+    [[nodiscard]] QString LeftOutText() const;
     bool WriteItem(int position, PropertyList& properties);
 
     CDatabase& m_database;
@@ -29,6 +31,7 @@ class CExportRun {
     CCsvLineWriter m_line{m_file};
     std::unique_ptr<CProgress> m_progress;
     int m_written = 0;
+    CLeftOut m_leftOut;
 };
 
 CExportRun::CExportRun(CDatabase& database, ECatalogueKind kind, const CExportRequest& request)
@@ -39,11 +42,17 @@ CExportRun::CExportRun(CDatabase& database, ECatalogueKind kind, const CExportRe
       m_layout(MakeCsvLayout(database, kind, QString())) {
     if (request.choice == EExportChoice::CurrentCategory) {
         m_positions.clear();
-        for (const CCategoryListEntry& entry :
-             database.FillCategoryList(kind, request.categoryId)) {
+        // Of exercises the list's rows are exported, of all others the category.
+        const CCategoryList list = database.FillCategoryList(
+            kind, request.categoryId,
+            kind == ECatalogueKind::Exercises ? kCatalogueListCapacity : kNoCapacity);
+        for (const CCategoryListEntry& entry : list.entries) {
             m_positions.push_back(entry.position);
         }
+        m_leftOut = list.leftOut;
     }
+    m_leftOut.isUnknown = m_leftOut.isUnknown || (m_all && !database.Items(kind).RangeBetween(
+                                                               0, CViewSettings::kMarker - 1));
     m_count = m_all ? database.CountItems(kind) : static_cast<int>(m_positions.size());
 }
 
@@ -52,7 +61,8 @@ bool CExportRun::HasItems() const {
         return true;
     }
     ShowMessage(
-        FormatText("There are no %s found to export."_L1, {QString::fromLatin1(m_words.plural)}));
+        {FormatText("There are no %s found to export."_L1, {QString::fromLatin1(m_words.plural)}),
+         EMessageIcon::Plain, LeftOutText()});
     return false;
 }
 
@@ -77,11 +87,22 @@ bool CExportRun::Run(const QString& path) {
         ShowMessage(u"Cannot create file."_s);
         return false;
     }
+    if (whole) {
+        m_leftOut.damaged += m_count - m_written;  // these could not be read
+    }
     if (whole || m_layout->Manners().countsCancelled) {
-        ShowMessage(FormatText("Exported %d %s."_L1, {m_written, plural}), EMessageIcon::Result);
+        ShowMessage({FormatText("Exported %d %s."_L1, {m_written, plural}), EMessageIcon::Result,
+                     LeftOutText()});
     }
     ReportLosses();
-    return whole;
+    return whole && !m_leftOut.IsDamage() && !m_layout->LeftOutParts().IsDamage();
+}
+
+QString CExportRun::LeftOutText() const {
+    const QString items = ::LeftOutText(m_leftOut, {m_words.singular, m_words.plural}, m_written,
+                                        "Only %s of %s %s are listed and exported.");
+    const QString parts = DamageText(m_layout->LeftOutParts(), kComponentWords);
+    return items.isEmpty() || parts.isEmpty() ? items + parts : items + u' ' + parts;
 }
 
 /// What the file holds, but an import will not read as it was.
@@ -103,7 +124,7 @@ void CExportRun::WriteItems() {
     CItemDatabaseBase& items = m_database.Items(m_words.kind);
     if (m_all) {
         items.ForEachFrom(0, [this](int position, PropertyList& properties) {
-            return WriteItem(position, properties);
+            return position < m_count && WriteItem(position, properties);
         });
         return;
     }
@@ -119,10 +140,10 @@ void CExportRun::WriteItems() {
     }
 }
 
-/// False behind the last item, or when the user has cancelled.
+/// False when the user has cancelled.
 bool CExportRun::WriteItem(int position, PropertyList& properties) {
     if (IsBehindItems(properties)) {
-        return false;  // no item stands behind these
+        return true;  // no item of ours, whatever its place
     }
     // A list that is refused is left as it was.
     if (!m_layout->WriteItem(m_line, properties, m_written)) {

@@ -69,9 +69,12 @@ class CCsvLayout {
     /// item of the kind: nothing is written then and they stay as they were. `number` counts the
     /// items of the run from 0.
     virtual bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) = 0;
+    /// Parts of the items written that could not be read.
+    [[nodiscard]] const CLeftOut& LeftOutParts() const { return m_leftOutParts; }
 
   protected:
     CProgress* m_progress = nullptr;
+    CLeftOut m_leftOutParts;
 };
 
 /// `folder` holds the exchange file and the category pictures beside it; empty for an export.

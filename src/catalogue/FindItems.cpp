@@ -1,6 +1,7 @@
 #include "catalogue/FindItems.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 /// Upper-cased on both sides: that also folds what has no single upper-case character.
@@ -19,8 +20,7 @@ int FindFrom(CDatabase& database, ECatalogueKind kind, CFindState& state, int fi
 }  // namespace
 
 int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name,
-                 const QStringList& types, int first) {
-    CItemDatabaseBase& items = database.Items(kind);
+                 const QStringList& types, int first, CLeftOut* leftOut) {
     const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
     const QString upperName = name.toUpper();
     QStringList upperTypes;
@@ -28,22 +28,24 @@ int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name,
         upperTypes.append(type.toUpper());
     }
     int found = -1;
-    items.ForEachFrom(
-        first,
+    const CLeftOut passedOver = database.Items(kind).ReadList(
+        {.low = std::numeric_limits<qint64>::min(),
+         .high = CViewSettings::kMarker - 1,  // no item stands behind these
+         .wrongCount = EWrongCount::IsDamage,
+         .most = numbers.type + 1,
+         .from = first},
         [&](int position, PropertyList& properties) {
-            if (IsBehindItems(properties)) {
-                return false;  // no item stands behind these
-            }
-            if (std::ssize(properties) == numbers.layout.Count() &&
-                Holds(properties[numbers.name], upperName) &&
-                std::ranges::all_of(upperTypes, [&](const QString& upperType) {
-                    return Holds(properties[numbers.type], upperType);
-                })) {
-                found = position;
-            }
-            return found < 0;
-        },
-        numbers.type + 1);
+            const bool isMatch = Holds(properties[numbers.name], upperName) &&
+                                 std::ranges::all_of(upperTypes, [&](const QString& upperType) {
+                                     return Holds(properties[numbers.type], upperType);
+                                 });
+            found = isMatch ? position : found;
+            return isMatch ? ETake::Last : ETake::Taken;
+        });
+    if (leftOut != nullptr) {
+        leftOut->damaged += passedOver.damaged;
+        leftOut->isUnknown = leftOut->isUnknown || passedOver.isUnknown;
+    }
     return found;
 }
 

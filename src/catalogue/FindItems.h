@@ -5,9 +5,10 @@
 
 /// First position from `first` on, in stored order, whose name holds `name` and whose type holds
 /// all of `types`, compared in upper case; an empty text matches everything. -1 when there is none:
-/// the search does not start over.
+/// the search does not start over. What could not be read on the way is added to `leftOut`, if
+/// given.
 int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name,
-                 const QStringList& types, int first);
+                 const QStringList& types, int first, CLeftOut* leftOut = nullptr);
 
 /// Finds from the first item on, and behind the last match wherever that stands by now. Both note
 /// the match in the state. -1 when there is none.

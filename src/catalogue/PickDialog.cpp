@@ -125,13 +125,13 @@ void CPickDialog::ShowForm() {
 
 void CPickDialog::OpenPicker(EPicker picker) {
     ReadFields();
-    const QStringList choices = m_form.Choices(picker);
-    if (choices.isEmpty()) {
+    const CPickChoices choices = m_form.Choices(picker);
+    if (choices.rows.isEmpty()) {
         return;
     }
     m_picker = picker;
     CPickField* field = FieldOf(picker);
-    m_pickList->Open(field, PickerHeader(picker), choices, field->GetText());
+    m_pickList->Open(field, {PickerHeader(picker), choices.rows, choices.note}, field->GetText());
 }
 
 CPickField* CPickDialog::FieldOf(EPicker picker) const {

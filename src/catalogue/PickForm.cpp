@@ -4,13 +4,13 @@
 #include "catalogue/FindItems.h"
 #include "platform/Messages.h"
 
-QStringList CPickForm::Choices(EPicker picker) {
-    const CPickChoices choices =
-        PickChoices(m_doc.Database(), Catalogue(), picker, CategoryId(), m_name);
+CPickChoices CPickForm::Choices(EPicker picker, int capacity) {
+    CPickChoices choices =
+        PickChoices(m_doc.Database(), Catalogue(), picker, CategoryId(), m_name, capacity);
     if (choices.rows.isEmpty()) {
         ShowInformation(choices.refusal);
     }
-    return choices.rows;
+    return choices;
 }
 
 bool CPickForm::Find(const QString& name, const QStringList& types) {

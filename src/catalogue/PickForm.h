@@ -16,8 +16,8 @@ class CPickForm {
     CPickForm(const CPickForm&) = delete;
     CPickForm& operator=(const CPickForm&) = delete;
 
-    /// What the picker lists; empty after the message that says why there is nothing to pick.
-    QStringList Choices(EPicker picker);
+    /// What the picker lists; no rows after the message that says why there is nothing to pick.
+    CPickChoices Choices(EPicker picker, int capacity = kCatalogueListCapacity);
     /// Takes the chosen row and clears what depends on it; the last picker loads the item. Returns
     /// the picker to go on with.
     virtual EPicker Pick(EPicker picker, const QString& row) = 0;

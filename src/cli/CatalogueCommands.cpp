@@ -37,6 +37,10 @@ const CCatalogueTexts& TextsOf(const CCommandContext& context) {
     return CatalogueTextsOf(context.kind);
 }
 
+CListWords WordsOf(const CCommandContext& context) {
+    return {KindOf(context.kind).singular, KindOf(context.kind).plural};
+}
+
 /// The item that --category, --name and --type name; nothing after a message.
 std::optional<CCategoryListEntry> FindItemArgument(CCommandContext& context) {
     const CArguments& arguments = context.arguments;
@@ -76,24 +80,28 @@ bool Export(CCommandContext& context) {
 
 bool List(CCommandContext& context) {
     CDatabase& database = context.doc.Database();
-    std::vector<CCategoryEntry> categories = database.ListCategories(context.kind);
+    CCategories categories;
     if (context.arguments.Has("--category")) {
         const auto only = FindCategoryNamed(context, context.arguments.Text("--category"));
         if (!only) {
             return false;
         }
-        categories = {*only};
+        categories.entries = {*only};
+    } else {
+        categories = database.ReadCategories(context.kind);
     }
     PrintItemHeader(context.kind);
-    for (const CCategoryEntry& category : categories) {
-        for (const CCategoryListEntry& item :
-             database.FillCategoryList(context.kind, category.id)) {
-            if (!PrintItem(context, category.name, item)) {
-                return false;
-            }
+    CLeftOut leftOut;
+    for (const CCategoryEntry& category : categories.entries) {
+        const CCategoryList list =
+            database.FillCategoryList(context.kind, category.id, kNoCapacity);
+        leftOut += list.leftOut;
+        for (const CCategoryListEntry& item : list.entries) {
+            leftOut.damaged += PrintItem(context, category.name, item) ? 0 : 1;
         }
     }
-    return true;
+    const bool areCategoriesWhole = ReportDamage(categories.leftOut, kCategoryWords);
+    return ReportDamage(leftOut, WordsOf(context)) && areCategoriesWhole;
 }
 
 bool Show(CCommandContext& context) {
@@ -109,9 +117,11 @@ bool Find(CCommandContext& context) {
         ShowMessage(u"Please enter at least one item for find."_s);
         return false;
     }
-    int position = FindNextItem(database, context.kind, name, {type}, 0);
+    CLeftOut leftOut;
+    int position = FindNextItem(database, context.kind, name, {type}, 0, &leftOut);
     if (position < 0) {
         ShowMessage(QString::fromLatin1(TextsOf(context).notFound));
+        (void)ReportDamage(leftOut, WordsOf(context));  // the command has failed as it is
         return false;
     }
     QHash<qint32, QString> categories;
@@ -121,18 +131,15 @@ bool Find(CCommandContext& context) {
     PrintItemHeader(context.kind);
     CCatalogueItem item(context.kind);
     while (position >= 0) {
-        if (!database.Items(context.kind).Read(position, item)) {
-            ShowMessage(QString::fromLatin1(TextsOf(context).cannotLoad));
-            return false;
-        }
+        const bool isRead = database.Items(context.kind).ReadQuietly(position, item);
         const qint32 categoryId = item.GetCategoryId();
-        if (!PrintItem(context, categories.value(categoryId),
-                       {position, categoryId, item.GetName(), item.GetType()})) {
-            return false;
+        if (!isRead || !PrintItem(context, categories.value(categoryId),
+                                  {position, categoryId, item.GetName(), item.GetType()})) {
+            ++leftOut.damaged;
         }
-        position = FindNextItem(database, context.kind, name, {type}, position + 1);
+        position = FindNextItem(database, context.kind, name, {type}, position + 1, &leftOut);
     }
-    return true;
+    return ReportDamage(leftOut, WordsOf(context));
 }
 
 bool Move(CCommandContext& context) {

@@ -20,10 +20,11 @@ void TakeKind(CCommandContext& context) {
 bool List(CCommandContext& context) {
     TakeKind(context);
     PrintRow({u"category"_s});
-    for (const CCategoryEntry& category : context.doc.Database().ListCategories(context.kind)) {
+    const CCategories categories = context.doc.Database().ReadCategories(context.kind);
+    for (const CCategoryEntry& category : categories.entries) {
         PrintRow({category.name});
     }
-    return true;
+    return ReportDamage(categories.leftOut, kCategoryWords);
 }
 
 bool Add(CCommandContext& context) {

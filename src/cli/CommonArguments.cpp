@@ -3,6 +3,7 @@
 #include "catalogue/CatalogueKinds.h"
 #include "catalogue/CatalogueTexts.h"
 #include "catalogue/ChosenFood.h"
+#include "cli/TableOutput.h"
 #include "platform/Messages.h"
 
 using namespace Qt::StringLiterals;
@@ -34,6 +35,15 @@ std::optional<CCategoryEntry> FindCategoryNamed(CCommandContext& context, const 
     }
     ShowMessage(kNoCategorySelected);
     return std::nullopt;
+}
+
+bool ReportDamage(const CLeftOut& leftOut, const CListWords& words) {
+    if (!leftOut.IsDamage()) {
+        return true;
+    }
+    (void)FinishOutput();  // first; the end of the program looks at its result
+    ShowMessage(DamageText(leftOut, words));
+    return false;
 }
 
 QString KindName(EItemKind kind) {
@@ -71,7 +81,7 @@ bool PickItem(CPickForm& form, const CArguments& arguments, ECatalogueKind kind)
         if (picker == EPicker::Type && !CatalogueLayoutOf(kind).namesType) {
             break;
         }
-        if (!CheckOffered(form.Choices(picker), row, picker, kind)) {
+        if (!CheckOffered(form.Choices(picker, kNoCapacity).rows, row, picker, kind)) {
             return false;
         }
         form.Pick(picker, row);

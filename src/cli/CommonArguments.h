@@ -1,12 +1,16 @@
 // What several commands read from their arguments in the same way.
 #pragma once
 
+#include "app/LeftOutText.h"
 #include "catalogue/PickForm.h"
 #include "cli/Commands.h"
 
 /// The category of the command's kind with that name; nothing after "There is no category
 /// selected." when there is none.
 std::optional<CCategoryEntry> FindCategoryNamed(CCommandContext& context, const QString& name);
+
+/// Reports what damage has left out of the output so far; false when that is anything.
+bool ReportDamage(const CLeftOut& leftOut, const CListWords& words);
 
 /// "food", "menu" or "recipe".
 QString KindName(EItemKind kind);

@@ -20,10 +20,10 @@ class CNoProgress : public CProgress {
 }  // namespace
 
 void CConsoleMessages::Show(const CMessage& message) {
-    std::FILE* stream = message.icon == EMessageIcon::Result ? stdout : stderr;
-    PrintLine(stream, message.text);
+    PrintLine(message.icon == EMessageIcon::Result ? stdout : stderr, message.text);
     if (!message.detail.isEmpty()) {
-        PrintLine(stream, message.detail);
+        (void)FinishOutput();  // first; the end of the program looks at its result
+        PrintLine(stderr, message.detail);
     }
 }
 

@@ -80,17 +80,17 @@ bool Add(CCommandContext& context) {
     return form.Confirm() && AddDietEntry(context.doc, day, meal, form.GetResult());
 }
 
-bool LoadDay(CCommandContext& context) {
+/// Nothing after a message. The day is whole, however many entries it has.
+std::optional<CDayEntries> LoadDay(CCommandContext& context) {
     const QDate day = context.arguments.Date("--date");
-    if (!LoadProfileArgument(context)) {
-        return false;
-    }
-    context.doc.Database().LoadDietDay(day);
-    return true;
+    return LoadProfileArgument(context)
+               ? std::optional(context.doc.Database().LoadDietDay(day, kNoCapacity))
+               : std::nullopt;
 }
 
 bool List(CCommandContext& context) {
-    if (!LoadDay(context)) {
+    const std::optional<CDayEntries> day = LoadDay(context);
+    if (!day) {
         return false;
     }
     QStringList header = {u"date"_s, u"time"_s, u"meal"_s,    u"kind"_s,  u"category"_s,
@@ -99,9 +99,7 @@ bool List(CCommandContext& context) {
         header.append(QLatin1StringView(NutrientNamesOf(i).csvName));
     }
     PrintRow(header);
-    CDatabase& database = context.doc.Database();
-    for (int i = 0; i < database.GetDietCount(); ++i) {
-        const CDietEntry& entry = *database.GetDietEntry(i);
+    for (const CDietEntry& entry : day->Entries()) {
         QStringList row = {DateOf(entry.GetMoment()).toString(Qt::ISODate),
                            TimeOf(entry.GetMoment()).toString(Qt::ISODate),
                            MealNames().value(entry.GetMeal()),
@@ -116,24 +114,25 @@ bool List(CCommandContext& context) {
         }
         PrintRow(row);
     }
-    return true;
+    return ReportDamage(day->LeftOut(), kEntryWords);
 }
 
 bool Day(CCommandContext& context) {
-    if (!LoadDay(context)) {
+    const std::optional<CDayEntries> day = LoadDay(context);
+    if (!day) {
         return false;
     }
     PrintRow({u"nutrient"_s, u"total"_s, u"target"_s, u"percent"_s});
     const CProfileSettings& settings = context.doc.Settings();
     for (int i = 0; i < kNutrientCount; ++i) {
         const QString name = QLatin1StringView(NutrientNamesOf(i).csvName);
-        const double total = context.doc.Database().GetDietTotal(i);
+        const double total = day->GetTotal(i);
         const double target = settings.targets.nutrients[i];
         const CTotalsRow shown = TotalsRow(i, name, total, target, EEnergyUnit::Kcal);
         PrintRow({name, ShortestNumber(total), ShortestNumber(target),
                   shown.percent.chopped(shown.percent.isEmpty() ? 0 : 1)});
     }
-    return true;
+    return ReportDamage(day->LeftOut(), kEntryWords);
 }
 
 constexpr CCommand kCommands[] = {

@@ -52,14 +52,15 @@ bool List(CCommandContext& context) {
     }
     PrintRow(
         {u"date"_s, u"time"_s, u"category"_s, u"name"_s, u"type"_s, u"minutes"_s, u"energy"_s});
-    for (const CListedExercise& listed : ListExercises(context.doc.Database(), day, day)) {
+    const CExerciseList list = ListExercises(context.doc.Database(), day, day);
+    for (const CListedExercise& listed : list.entries) {
         const CExerciseEntry& entry = listed.entry;
         PrintRow({DateOf(entry.GetMoment()).toString(Qt::ISODate),
                   TimeOf(entry.GetMoment()).toString(Qt::ISODate), entry.GetCategory(),
                   entry.GetName(), entry.GetType(), ShortestNumber(entry.GetMinutes()),
                   ShortestNumber(entry.GetEnergyKcal())});
     }
-    return true;
+    return ReportDamage(list.leftOut, kEntryWords);
 }
 
 /// Deletes what was done in that minute.
@@ -69,7 +70,7 @@ bool Delete(CCommandContext& context) {
     if (!LoadProfileArgument(context)) {
         return false;
     }
-    ListedExercises selected = ListExercises(context.doc.Database(), day, day);
+    ListedExercises selected = ListExercises(context.doc.Database(), day, day).entries;
     std::erase_if(selected, [&](const CListedExercise& listed) {
         const QTime at = TimeOf(listed.entry.GetMoment());
         return at.hour() != time.hour() || at.minute() != time.minute();

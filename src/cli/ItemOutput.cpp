@@ -29,11 +29,14 @@ void PrintFood(const CFoodItem& food) {
     }
 }
 
-void PrintComponents(CDatabase& database, ECatalogueKind kind, qint32 itemId) {
+/// False after a message when one cannot be read.
+bool PrintComponents(CDatabase& database, ECatalogueKind kind, qint32 itemId) {
     CComposedItem component(kind);
     int number = 0;
-    for (const int position : database.ComponentPositions(kind, itemId)) {
+    CLeftOut leftOut;
+    for (const int position : database.ComponentPositions(kind, itemId, &leftOut)) {
         if (!database.Items(kind).Read(position, component)) {
+            ++leftOut.damaged;
             continue;
         }
         const QString prefix = u"Component %1 "_s.arg(++number);
@@ -45,16 +48,18 @@ void PrintComponents(CDatabase& database, ECatalogueKind kind, qint32 itemId) {
         PrintRow({prefix + QLatin1StringView(NutrientNamesOf(kEnergyIndex).csvName),
                   ShortestNumber(component.GetNutrientValue(kEnergyIndex))});
     }
+    return ReportDamage(leftOut, kComponentWords);
 }
 
-void PrintComposed(CDatabase& database, ECatalogueKind kind, const CComposedItem& item) {
+/// False after a message when a component cannot be read.
+bool PrintComposed(CDatabase& database, ECatalogueKind kind, const CComposedItem& item) {
     PrintNutrients(item);
     PrintRow({u"Serving size"_s, item.GetServingName()});
     PrintRow({u"Number of servings"_s, ShortestNumber(item.GetServingX())});
     if (kind == ECatalogueKind::Recipes) {
         PrintRow({u"Instructions"_s, item.GetInstructions()});
     }
-    PrintComponents(database, kind, item.GetItemId());
+    return PrintComponents(database, kind, item.GetItemId());
 }
 }  // namespace
 
@@ -100,10 +105,9 @@ bool PrintWholeItem(const CCommandContext& context, const QString& category,
     PrintRow({u"field"_s, u"value"_s});
     PrintRow({u"category"_s, category});
     PrintRow({u"name"_s, entry.name});
-    if (isFood) {
-        PrintFood(food);
-    } else {
-        PrintComposed(database, context.kind, composed);
+    if (!isFood) {
+        return PrintComposed(database, context.kind, composed);
     }
+    PrintFood(food);
     return true;
 }

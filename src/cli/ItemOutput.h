@@ -9,6 +9,6 @@ void PrintItemHeader(ECatalogueKind kind);
 /// cannot be read.
 bool PrintItem(const CCommandContext& context, const QString& category,
                const CCategoryListEntry& entry);
-/// All of an item, a field a row. False after the message when it cannot be read.
+/// All of an item, a field a row. False after the message when it or a component cannot be read.
 bool PrintWholeItem(const CCommandContext& context, const QString& category,
                     const CCategoryListEntry& entry);

@@ -79,7 +79,7 @@ bool List(CCommandContext& context) {
         }
         PrintRow(cells);
     }
-    return true;
+    return ReportDamage(weights.LeftOut(), kEntryWords);
 }
 
 /// All entries of the minute.

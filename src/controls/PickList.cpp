@@ -4,9 +4,11 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
+#include "controls/ListPane.h"
 #include "controls/ReportList.h"
 
-CPickList::CPickList(QWidget* parent) : QWidget(parent), m_list(new CReportList({}, this)) {
+CPickList::CPickList(QWidget* parent)
+    : QWidget(parent), m_list(new CReportList({}, this)), m_pane(new CListPane(this)) {
     setObjectName(u"pickList");
     setAutoFillBackground(true);
     hide();
@@ -14,7 +16,8 @@ CPickList::CPickList(QWidget* parent) : QWidget(parent), m_list(new CReportList(
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_list);
+    m_pane->SetList(m_list);
+    layout->addWidget(m_pane);
 
     parent->installEventFilter(this);
     m_list->installEventFilter(this);
@@ -23,17 +26,18 @@ CPickList::CPickList(QWidget* parent) : QWidget(parent), m_list(new CReportList(
     connect(m_list, &CReportList::activated, this, &CPickList::Pick);
 }
 
-void CPickList::Open(QWidget* above, const QString& header, const QStringList& rows,
-                     const QString& current) {
+void CPickList::Open(QWidget* above, const CPickRows& content, const QString& current) {
+    const QStringList& rows = content.rows;
     if (!IsOpen()) {
         m_focusBefore = window()->focusWidget();
     }
     m_above = above;
-    m_list->setAccessibleName(header);
-    m_list->SetColumns({header});
+    m_list->setAccessibleName(content.header);
+    m_list->SetColumns({content.header});
     m_list->SetRows({.count = static_cast<int>(rows.size()),
                      .text = [rows](int row, int) { return rows[row]; },
                      .icon = {}});
+    m_pane->SetNote(content.note);
     Place();
     show();
     raise();

@@ -6,7 +6,15 @@
 #include <QStringList>
 #include <QWidget>
 
+class CListPane;
 class CReportList;
+
+/// What is offered: one column of rows, and a line under them, if any.
+struct CPickRows {
+    QString header;
+    QStringList rows;
+    QString note = {};
+};
 
 /// Hidden until Open. Lies over its parent below a given widget, keyboard included: Return picks,
 /// Escape and Tab close, typing finds a row by its beginning. One click picks. The focus goes back
@@ -17,10 +25,9 @@ class CPickList : public QWidget {
     /// `parent` is CDialog::OverlayParent in a dialog.
     explicit CPickList(QWidget* parent);
 
-    /// Shows the rows under `header`, over everything below `above`; the row `current` is
-    /// selected when it is among them. Opening an open list replaces its content.
-    void Open(QWidget* above, const QString& header, const QStringList& rows,
-              const QString& current);
+    /// Shows the rows over everything below `above`; the row `current` is selected when it is
+    /// among them. Opening an open list replaces its content.
+    void Open(QWidget* above, const CPickRows& content, const QString& current);
     [[nodiscard]] bool IsOpen() const;
     void Close();
 
@@ -36,6 +43,7 @@ class CPickList : public QWidget {
     void Place();
 
     CReportList* m_list;
+    CListPane* m_pane;
     QPointer<QWidget> m_above;
     QPointer<QWidget> m_focusBefore;
 };

@@ -11,6 +11,7 @@
 
 #include "app/DateEdit.h"
 #include "controls/ColorDialog.h"
+#include "controls/ListPane.h"
 #include "controls/PaintedIcons.h"
 #include "controls/ReportList.h"
 #include "diary/ListSizes.h"
@@ -25,7 +26,8 @@ CDiaryView::CDiaryView(CVelmoraDoc& doc, int& splitterPerMille, QWidget* parent)
     : CMainView(parent),
       m_doc(doc),
       m_splitterPerMille(splitterPerMille),
-      m_splitter(new QSplitter(Qt::Vertical, this)) {
+      m_splitter(new QSplitter(Qt::Vertical, this)),
+      m_listPane(new CListPane(m_splitter)) {
     if (!m_doc.dayShown.isValid()) {
         m_doc.dayShown = QDate::currentDate();
     }
@@ -55,6 +57,7 @@ QAction* CDiaryView::CreateFrameAction(const QString& text, int command) {
 void CDiaryView::SetCommands(CReportList* list, const std::vector<CListCommand>& commands,
                              QAction* own) {
     m_list = list;
+    m_listPane->SetList(list);
     for (const CListCommand& command : commands) {
         m_commands.push_back(CreateListAction(command));
     }
@@ -109,6 +112,10 @@ void CDiaryView::ShowColors() {
     const QColor buttonText = palette().color(QPalette::ButtonText);
     m_commands[kAdd]->setIcon(AddIcon(buttonText));
     m_commands[kDelete]->setIcon(DeleteIcon(buttonText));
+}
+
+void CDiaryView::ShowNote(const QString& text) {
+    m_listPane->SetNote(text);
 }
 
 int CDiaryView::ListHeight(int perMille, int viewHeight) const {

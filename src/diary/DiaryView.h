@@ -9,12 +9,13 @@
 #include "app/VelmoraDoc.h"
 #include "controls/MainView.h"
 
+class CListPane;
 class CReportList;
 class QDateEdit;
 class QSplitter;
 
 /// The document outlives the view. Its day shown is valid once a view is made. A derived view makes
-/// its list and its pane in Splitter(), then calls SetCommands and LayOutTab.
+/// its list, and its pane in Splitter(), then calls SetCommands and LayOutTab.
 class CDiaryView : public CMainView {
     Q_OBJECT
   public:
@@ -44,8 +45,9 @@ class CDiaryView : public CMainView {
         std::function<void()> run;
     };
     static inline const QList<QKeySequence> kAddKeys = {Qt::Key_Insert, Qt::CTRL | Qt::Key_N};
-    /// The commands on the list: adding, editing and deleting first. They stand in its menu and in
-    /// Edit; activating a row edits it. `own` is the tab's own entry of Tools.
+    /// Puts the list over the tab's pane. The commands on it: adding, editing and deleting first.
+    /// They stand in its menu and in Edit; activating a row edits it. `own` is the tab's own entry
+    /// of Tools.
     void SetCommands(CReportList* list, const std::vector<CListCommand>& commands, QAction* own);
     /// The day, what stands `between` (if anything), the list over its pane; the list gets the
     /// focus.
@@ -55,6 +57,8 @@ class CDiaryView : public CMainView {
     virtual void DayChanged() {}
     /// Pictures stand out from the palette.
     virtual void ShowColors();
+    /// A line under the list; an empty text hides it.
+    void ShowNote(const QString& text);
     /// Height in pixels of the list in a view of that height.
     [[nodiscard]] virtual int ListHeight(int perMille, int viewHeight) const;
     void ShowSplit();
@@ -83,5 +87,6 @@ class CDiaryView : public CMainView {
     QWidget* m_dayBar = nullptr;
     QDateEdit* m_date = nullptr;
     QSplitter* m_splitter = nullptr;
+    CListPane* m_listPane = nullptr;
     CReportList* m_list = nullptr;
 };

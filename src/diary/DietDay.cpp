@@ -1,5 +1,6 @@
 #include "diary/DietDay.h"
 
+#include "app/LeftOutText.h"
 #include "platform/Messages.h"
 
 using namespace Qt::StringLiterals;
@@ -13,18 +14,22 @@ constexpr int kFirstNutrientColumn = 2;
 }  // namespace
 
 void CDietDay::Reload() {
-    CDatabase& database = m_doc.Database();
     // A message on the way may have the old rows painted once more.
-    database.LoadDietDay(m_doc.dayShown);
-    std::vector<CDietEntry> entries;
-    for (int index = 0; index < database.GetDietCount(); ++index) {
-        const CDietEntry& entry = *database.GetDietEntry(index);
-        if (m_doc.selectedMeal == kAllMeals || entry.GetMeal() == m_doc.selectedMeal) {
-            entries.push_back(entry);
+    CDayEntries day = m_doc.Database().LoadDietDay(m_doc.dayShown);
+    m_day = std::move(day);
+    m_rows.clear();
+    for (size_t place = 0; place < m_day.Entries().size(); ++place) {
+        if (m_doc.selectedMeal == kAllMeals ||
+            m_day.Entries()[place].GetMeal() == m_doc.selectedMeal) {
+            m_rows.push_back(place);
         }
     }
-    m_entries = std::move(entries);
     m_nutrients = m_doc.Preferences().DisplayedNutrients();
+}
+
+QString CDietDay::LeftOutText() const {
+    return ::LeftOutText(m_day.LeftOut(), kEntryWords, m_day.Count(),
+                         "The list and the totals cover the first %s of this day's %s entries.");
 }
 
 std::vector<CDietEntry> CDietDay::EntriesAt(const std::vector<int>& rows) const {

@@ -13,11 +13,15 @@ class CDietDay {
   public:
     explicit CDietDay(CVelmoraDoc& doc) : m_doc(doc) {}
 
-    /// Loads the document's day anew and keeps the rows of the selected meal.
+    /// Loads the document's day anew and lists what was eaten at the selected meal.
     void Reload();
-    [[nodiscard]] int Count() const { return static_cast<int>(m_entries.size()); }
+    [[nodiscard]] int Count() const { return static_cast<int>(m_rows.size()); }
     /// `row` 0 to Count() - 1.
-    [[nodiscard]] const CDietEntry& Entry(int row) const { return m_entries[row]; }
+    [[nodiscard]] const CDietEntry& Entry(int row) const { return m_day.Entries()[m_rows[row]]; }
+    /// Of the whole day's entries loaded, whatever the meal.
+    [[nodiscard]] double Total(int nutrient) const { return m_day.GetTotal(nutrient); }
+    /// What neither the rows nor the totals cover, as a sentence; empty when that is nothing.
+    [[nodiscard]] QString LeftOutText() const;
     [[nodiscard]] std::vector<CDietEntry> EntriesAt(const std::vector<int>& rows) const;
 
     /// "Name", "Serving" and the names of the displayed nutrients.
@@ -29,7 +33,8 @@ class CDietDay {
 
   private:
     CVelmoraDoc& m_doc;
-    std::vector<CDietEntry> m_entries;
+    CDayEntries m_day;
+    std::vector<size_t> m_rows;  ///< places among the day's entries
     std::vector<int> m_nutrients;
 };
 

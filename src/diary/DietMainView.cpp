@@ -88,7 +88,7 @@ void CDietMainView::CreateMeals() {
 }
 
 void CDietMainView::CreateLists() {
-    m_entries = new CEntryList(Doc(), m_day, Splitter());
+    m_entries = new CEntryList(Doc(), m_day, this);
     m_totals = new CTotalsList(Splitter());
     m_totals->setObjectName(u"totals"_s);
     m_totals->setMinimumHeight(m_totals->fontMetrics().height() * 2);
@@ -104,16 +104,16 @@ void CDietMainView::Reload(int select) {
 
 void CDietMainView::ShowDay() {
     m_entries->ShowRows();
+    ShowNote(m_day.LeftOutText());
     ShowTotals();
 }
 
 void CDietMainView::ShowTotals() {
     std::vector<CTotalsRow> rows;
     for (const int nutrient : Doc().Preferences().DisplayedNutrients()) {
-        rows.push_back(TotalsRow(nutrient, Doc().NutrientNames().value(nutrient),
-                                 Doc().Database().GetDietTotal(nutrient),
-                                 Doc().Settings().targets.nutrients[nutrient],
-                                 Doc().Preferences().energyUnit));
+        rows.push_back(TotalsRow(
+            nutrient, Doc().NutrientNames().value(nutrient), m_day.Total(nutrient),
+            Doc().Settings().targets.nutrients[nutrient], Doc().Preferences().energyUnit));
     }
     m_totals->SetTotals(std::move(rows));
 }

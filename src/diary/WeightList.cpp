@@ -1,6 +1,7 @@
 #include "diary/WeightList.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "app/DateText.h"
 #include "app/UnitTexts.h"
@@ -19,21 +20,19 @@ static_assert(kBodyFatColumn + 1 == CWeightTabSettings::kColumnCount);
 void CWeightList::Reload() {
     auto& database = m_doc.Database().Weight();
     std::vector<CRow> rows;
-    const int count = database.Count();
-    const int expected = kWeightLayout.Count();
-    rows.reserve(count);
-    database.ForEachFrom(count > 0 ? 0 : -1, [&](int position, PropertyList& properties) {
-        if (std::ssize(properties) != expected) {
-            ReportWrongPropertyCount(position, properties, expected);
-            return false;
-        }
-        CWeightEntry entry;
-        if (entry.SetProperties(std::move(properties))) {
+    rows.reserve(database.Count());
+    constexpr auto kAnyMoment = std::numeric_limits<FileTime>();
+    const CLeftOut leftOut = database.ReadList(
+        {kAnyMoment.min(), kAnyMoment.max()}, [&](int position, PropertyList& properties) {
+            CWeightEntry entry;
+            if (!entry.SetProperties(std::move(properties))) {
+                return ETake::Damaged;
+            }
             rows.push_back({position, std::move(entry)});
-        }
-        return true;
-    });
+            return ETake::Taken;
+        });
     m_rows = std::move(rows);
+    m_leftOut = leftOut;
 }
 
 std::vector<int> CWeightList::PositionsOf(const std::vector<int>& rows) const {

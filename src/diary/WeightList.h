@@ -12,12 +12,12 @@ class CWeightList {
   public:
     explicit CWeightList(CVelmoraDoc& doc) : m_doc(doc) {}
 
-    /// Ends before a record with a wrong number of properties, after its message; any other damage
-    /// is skipped.
+    /// A record with a wrong number of properties ends the list, after its message.
     void Reload();
     [[nodiscard]] int Count() const { return static_cast<int>(m_rows.size()); }
     /// `row` 0 to Count() - 1.
     [[nodiscard]] const CWeightEntry& Entry(int row) const { return m_rows[row].entry; }
+    [[nodiscard]] const CLeftOut& LeftOut() const { return m_leftOut; }
     /// Positions in the weight database.
     [[nodiscard]] std::vector<int> PositionsOf(const std::vector<int>& rows) const;
     /// The latest entry on or before the day or moment; with none, the earliest after it. -1 in an
@@ -40,4 +40,5 @@ class CWeightList {
 
     CVelmoraDoc& m_doc;
     std::vector<CRow> m_rows;
+    CLeftOut m_leftOut;
 };

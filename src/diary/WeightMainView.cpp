@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QSplitter>
 
+#include "app/LeftOutText.h"
 #include "diary/BmiDialog.h"
 #include "diary/WeightEditDialog.h"
 #include "diary/WeightEntryList.h"
@@ -42,7 +43,7 @@ void CWeightMainView::DataChanged() {
     m_goalLine->setChecked(Doc().Settings().weightTab.showGoalLine);
     m_weights.Reload();
     m_entries->BuildColumns();
-    m_entries->ShowRows();
+    ShowRows();
     m_entries->ShowDay(Doc().dayShown);
     m_graph->Reload();
     ShowSplit();
@@ -53,7 +54,7 @@ void CWeightMainView::DayChanged() {
 }
 
 void CWeightMainView::CreateLists() {
-    m_entries = new CWeightEntryList(Doc(), m_weights, Splitter());
+    m_entries = new CWeightEntryList(Doc(), m_weights, this);
     m_graph = new CWeightGraph(Doc(), m_weights, Splitter());
     m_graph->setContextMenuPolicy(Qt::CustomContextMenu);
 }
@@ -92,8 +93,13 @@ void CWeightMainView::CreateGraphActions() {
 
 void CWeightMainView::Reload() {
     m_weights.Reload();
-    m_entries->ShowRows();
+    ShowRows();
     m_graph->Reload();
+}
+
+void CWeightMainView::ShowRows() {
+    m_entries->ShowRows();
+    ShowNote(DamageText(m_weights.LeftOut(), kEntryWords));
 }
 
 void CWeightMainView::ReloadAndSelect(int row) {

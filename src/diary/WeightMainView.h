@@ -34,6 +34,7 @@ class CWeightMainView : public CDiaryView {
     void CreateGraphActions();
 
     void Reload();
+    void ShowRows();
     void ReloadAndSelect(int row);
 
     void Add();

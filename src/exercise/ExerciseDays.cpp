@@ -28,12 +28,11 @@ ExerciseWeek ExerciseWeekOf(CVelmoraDoc& doc, QDate last) {
     for (int index = 0; index < kGraphDays; ++index) {
         CExerciseDay& day = week[index];
         day.day = last.addDays(index - (kGraphDays - 1));
-        database.LoadDietDay(day.day);
-        day.surplusKcal =
-            database.GetDietTotal(kEnergyIndex) - doc.Settings().targets.nutrients[kEnergyIndex];
+        day.surplusKcal = database.LoadDietDay(day.day, kNoCapacity).GetTotal(kEnergyIndex) -
+                          doc.Settings().targets.nutrients[kEnergyIndex];
     }
     for (const CListedExercise& listed :
-         ListExercises(database, week.front().day, last, EWrongCount::Skip)) {
+         ListExercises(database, week.front().day, last, EWrongCount::IsDamage).entries) {
         const QDate day = DateOf(listed.entry.GetMoment());
         week[week.front().day.daysTo(day)].burnedKcal += listed.entry.GetEnergyKcal();
     }

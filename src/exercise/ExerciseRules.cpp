@@ -14,33 +14,23 @@ constexpr double kPresetMinutes = 1;
 
 }  // namespace
 
-ListedExercises ListExercises(CDatabase& database, QDate first, QDate last,
-                              EWrongCount wrongCount) {
-    ListedExercises listed;
+CExerciseList ListExercises(CDatabase& database, QDate first, QDate last, EWrongCount wrongCount) {
+    CExerciseList list;
     if (!first.isValid() || !last.isValid()) {
-        return listed;
+        return list;
     }
     auto& exercises = database.Exercises();
-    const FileTime low = FirstMomentOf(first);
-    const FileTime high = LastMomentOf(last);
-    const int expected = exercises.GetLayout().Count();
-    exercises.ForEachFrom(
-        exercises.FirstPositionInRange(low, high), [&](int position, PropertyList& properties) {
-            if (std::ssize(properties) != expected && wrongCount == EWrongCount::ReportAndStop) {
-                ReportWrongPropertyCount(position, properties, expected);
-                return false;
-            }
+    list.leftOut = exercises.ReadList(
+        {FirstMomentOf(first), LastMomentOf(last), wrongCount},
+        [&](int position, PropertyList& properties) {
             CExerciseEntry entry;
-            if (!entry.SetProperties(std::move(properties)) || entry.GetMoment() < low) {
-                return true;
+            if (!entry.SetProperties(std::move(properties))) {
+                return ETake::Damaged;
             }
-            if (entry.GetMoment() > high) {
-                return false;
-            }
-            listed.push_back({exercises.RecordAt(position), std::move(entry)});
-            return true;
+            list.entries.push_back({exercises.RecordAt(position), std::move(entry)});
+            return ETake::Taken;
         });
-    return listed;
+    return list;
 }
 
 QString ExerciseNameText(const CExerciseEntry& entry) {

@@ -16,13 +16,14 @@ struct CListedExercise {
 };
 using ListedExercises = std::vector<CListedExercise>;
 
-/// What a listing does about a record with a wrong number of properties; any other damage is
-/// skipped.
-enum class EWrongCount { ReportAndStop, Skip };
-
-/// The entries of `first` to `last`, both included, in stored order.
-ListedExercises ListExercises(CDatabase& database, QDate first, QDate last,
-                              EWrongCount wrongCount = EWrongCount::ReportAndStop);
+/// The entries of some days in stored order.
+struct CExerciseList {
+    ListedExercises entries;
+    CLeftOut leftOut;
+};
+/// From `first` to `last`, both included.
+CExerciseList ListExercises(CDatabase& database, QDate first, QDate last,
+                            EWrongCount wrongCount = EWrongCount::EndsList);
 
 /// "Running,slow"; the name alone when the type is empty.
 QString ExerciseNameText(const CExerciseEntry& entry);

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "app/LeftOutText.h"
 #include "controls/ColorDialog.h"
 #include "controls/ReportList.h"
 #include "diary/EmptyHint.h"
@@ -68,7 +69,7 @@ void CExercisesMainView::DataChanged() {
 }
 
 void CExercisesMainView::CreateList() {
-    m_list = new CReportList(u"Exercises"_s, Splitter());
+    m_list = new CReportList(u"Exercises"_s, this);
     m_list->setObjectName(u"exercises"_s);
     m_list->setMinimumHeight(m_list->fontMetrics().height() * kLeastListRows);
 
@@ -152,8 +153,10 @@ void CExercisesMainView::BuildColumns() {
 }
 
 void CExercisesMainView::Reload(int select) {
-    m_exercises = ListExercises(Doc().Database(), Doc().dayShown, Doc().dayShown);
+    CExerciseList list = ListExercises(Doc().Database(), Doc().dayShown, Doc().dayShown);
+    m_exercises = std::move(list.entries);
     ShowRows();
+    ShowNote(DamageText(list.leftOut, kEntryWords));
     ShowGraph();
     if (select >= 0) {
         m_list->SelectRow(select);

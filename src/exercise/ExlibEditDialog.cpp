@@ -102,7 +102,7 @@ void CExlibEditDialog::OpenPicker(EPicker picker, CPickField* field) {
         return;
     }
     m_picking = field;
-    m_pickList->Open(field, PickerHeader(picker), choices.rows, field->GetText());
+    m_pickList->Open(field, {PickerHeader(picker), choices.rows, choices.note}, field->GetText());
 }
 
 bool CExlibEditDialog::CloseOverlay() {

@@ -12,9 +12,12 @@ class CDiaryCursor {
   public:
     /// Stands before the first entry of `first` to `last`, both included.
     CDiaryCursor(CItemDatabase<Entry>& diary, QDate first, QDate last)
-        : m_diary(diary), m_first(FirstMomentOf(first)) {
-        m_position = diary.FirstPositionInRange(m_first, LastMomentOf(last));
-        m_nextMoment = m_position == kNoPosition ? kEnd : m_first;
+        : m_diary(diary), m_from(FirstMomentOf(first)) {
+        const auto range = diary.RangeBetween(m_from, LastMomentOf(last));
+        m_position = range ? range->first : 0;
+        m_end = range ? range->first + range->count : diary.Count();
+        m_nextMoment = m_position < m_end ? m_from : kEnd;
+        m_leftOut.isUnknown = !range;
     }
 
     /// Hands the entries up to and including `day` to `take(const Entry&)` and stands behind them.
@@ -29,32 +32,63 @@ class CDiaryCursor {
         m_nextMoment = kEnd;
         bool isOver = false;
         m_diary.ForEachFrom(m_position, [&](int position, PropertyList& properties) {
-            const auto* moment =
-                properties.empty() ? nullptr : std::get_if<FileTime>(&properties.front());
-            if (moment != nullptr && *moment > last) {
-                m_position = position;
-                m_nextMoment = *moment;
+            if (position >= m_end) {
                 return false;
             }
-            const int expected = m_diary.GetLayout().Count();
-            if (!isOver && std::ssize(properties) != expected) {
-                ReportWrongPropertyCount(position, properties, expected);
-                isOver = true;
+            m_leftOut.damaged += position - m_position;  // those between could not be read
+            m_position = position;
+            const auto* moment =
+                properties.empty() ? nullptr : std::get_if<FileTime>(&properties.front());
+            const bool isInStretch = moment != nullptr && *moment >= m_from && *moment <= last;
+            const FileTime key = isInStretch ? *moment : m_diary.KeyAt(position).value_or(m_from);
+            if (key > last) {
+                m_nextMoment = key;
+                return false;
             }
-            if (!isOver && m_entry.SetProperties(std::move(properties)) &&
-                m_entry.GetMoment() >= m_first) {
+            ++m_position;
+            if (key < m_from) {
+                return true;  // the start was a guess
+            }
+            if (isOver) {
+                ++m_leftOut.beyond;
+                return true;
+            }
+            isOver = !IsWhole(position, properties);
+            if (!isOver && isInStretch && m_entry.SetProperties(std::move(properties))) {
                 take(m_entry);
+            } else {
+                ++m_leftOut.damaged;
             }
             return true;
         });
+        if (m_nextMoment == kEnd) {
+            m_leftOut.damaged += m_end - m_position;
+        }
+        m_from = last + 1;
     }
+
+    /// Of the stretches read so far.
+    [[nodiscard]] const CLeftOut& LeftOut() const { return m_leftOut; }
 
   private:
     static constexpr FileTime kEnd = std::numeric_limits<FileTime>::max();
 
+    /// False after the message of a wrong number of properties.
+    bool IsWhole(int position, const PropertyList& properties) {
+        const int expected = m_diary.GetLayout().Count();
+        if (std::ssize(properties) == expected) {
+            return true;
+        }
+        ReportWrongPropertyCount(position, properties, expected);
+        m_leftOut.isEnded = true;
+        return false;
+    }
+
     CItemDatabase<Entry>& m_diary;
-    FileTime m_first;
+    FileTime m_from;  ///< where the next stretch begins
     int m_position;
+    int m_end;
     FileTime m_nextMoment;  ///< no entry stands before it; kEnd when there is none left
     Entry m_entry;
+    CLeftOut m_leftOut;
 };

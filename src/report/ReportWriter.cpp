@@ -1,5 +1,6 @@
 #include "report/ReportWriter.h"
 
+#include "app/LeftOutText.h"
 #include "platform/Messages.h"
 #include "platform/TextFile.h"
 #include "report/DiaryCursor.h"
@@ -54,6 +55,7 @@ class CReportWriter {
     std::array<CMealLines, kMealCount> m_meals;
     QByteArray m_line;
     bool m_isDayStarted = false;
+    CLeftOut m_leftOut;  ///< entries of no meal, which a report by date has no place for
 };
 
 CReportWriter::CReportWriter(CVelmoraDoc& doc, const CReportRequest& request)
@@ -89,8 +91,19 @@ bool CReportWriter::Write(const QString& path) {
     }
     if (!isWhole) {
         ShowMessage(u"Cannot create file."_s);
+        return false;
     }
-    return isWhole;
+    CLeftOut leftOut = m_leftOut;
+    for (const auto& [type, diary] : {std::pair(kReportDiet, m_diet.LeftOut()),
+                                      {kReportWeight, m_weights.LeftOut()},
+                                      {kReportExercises, m_exercises.LeftOut()}}) {
+        leftOut += m_request.Has(type) ? diary : CLeftOut();
+    }
+    if (leftOut.IsDamage()) {
+        ShowMessage(u"The report is written. "_s + DamageText(leftOut, kEntryWords),
+                    EMessageIcon::Information);
+    }
+    return !leftOut.IsDamage();
 }
 
 void CReportWriter::WriteHeader() {
@@ -129,6 +142,7 @@ void CReportWriter::WriteDietOf(QDate day) {
     m_diet.ReadUpTo(day, [&](const CDietEntry& entry) {
         const qint32 code = entry.GetMeal();
         if (code < 0 || code >= kMealCount) {
+            ++m_leftOut.damaged;
             return;
         }
         CMealLines& meal = m_meals[code];

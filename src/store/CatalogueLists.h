@@ -1,11 +1,17 @@
-// Lists that the database object fills for the views.
+// The lists that the database object reads for its callers.
 #pragma once
 
 #include <QString>
+#include <limits>
 #include <vector>
 
+#include "store/LeftOut.h"
+
+// Capacities of the windows' lists; scripts and files take everything.
 inline constexpr int kCatalogueListCapacity = 1024;
 inline constexpr int kDietListCapacity = 128;
+inline constexpr int kNoCapacity = std::numeric_limits<int>::max();
+
 inline constexpr int kMaximumCategories = 256;  ///< over all kinds together
 
 struct CCategoryListEntry {
@@ -14,14 +20,27 @@ struct CCategoryListEntry {
     QString name;
     QString type;
 };
+/// Items of one category.
+struct CCategoryList {
+    std::vector<CCategoryListEntry> entries;
+    CLeftOut leftOut;
+};
 
 struct CUniqueName {
     qint32 categoryId;
     QString name;
+};
+struct CUniqueNames {
+    std::vector<CUniqueName> names;
+    CLeftOut leftOut;  ///< counts records, not names
 };
 
 struct CCategoryEntry {
     int position;
     qint32 id;
     QString name;
+};
+struct CCategories {
+    std::vector<CCategoryEntry> entries;
+    CLeftOut leftOut;
 };

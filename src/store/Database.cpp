@@ -271,8 +271,6 @@ void CDatabase::CloseProfile() {
          std::initializer_list<CItemDatabaseBase*>{&m_profile, &m_diet, &m_weight, &m_exercises}) {
         database->Close();
     }
-    m_dietList.clear();
-    m_dietTotals.fill(0.0);
 }
 
 bool CDatabase::DeleteProfile(const QString& name) {

@@ -1,5 +1,5 @@
-// The database object: the single owner of the volume, of every database handle and of the
-// catalogue lists. Views and dialogs reach the data through it and nothing else.
+// The database object: the single owner of the volume and of every database handle. Views and
+// dialogs reach the data through it and nothing else.
 #pragma once
 
 #include <QStringList>
@@ -11,6 +11,7 @@
 #include "store/CatalogueLists.h"
 #include "store/Category.h"
 #include "store/ComposedItem.h"
+#include "store/DayEntries.h"
 #include "store/DiaryEntries.h"
 #include "store/ExerciseItem.h"
 #include "store/FoodItem.h"
@@ -53,13 +54,16 @@ class CDatabase {
     /// The items of a kind without their class: for code that serves all four kinds.
     CItemDatabaseBase& Items(ECatalogueKind kind);
 
-    /// The items of a category, at most 1024, sorted by name and type (menus and recipes by name)
-    /// without case. A negative identifier gives an empty list.
-    const std::vector<CCategoryListEntry>& FillCategoryList(ECatalogueKind kind, qint32 categoryId);
-    /// Distinct food names of a category (-1: of all), at most 1024, sorted by category and then
-    /// by name without case.
-    const std::vector<CUniqueName>& FillArrayWithUniqueFoodNames(qint32 categoryId);
-    const std::vector<CUniqueName>& FillArrayWithUniqueExlibNames(qint32 categoryId);
+    /// The items of a category, the first `capacity` of them, sorted by name and type (menus and
+    /// recipes by name) without case. A negative identifier gives an empty list.
+    CCategoryList FillCategoryList(ECatalogueKind kind, qint32 categoryId,
+                                   int capacity = kCatalogueListCapacity);
+    /// Distinct food names of a category (-1: of all), the first `capacity` of them, sorted by
+    /// category and then by name without case.
+    CUniqueNames FillArrayWithUniqueFoodNames(qint32 categoryId,
+                                              int capacity = kCatalogueListCapacity);
+    CUniqueNames FillArrayWithUniqueExlibNames(qint32 categoryId,
+                                               int capacity = kCatalogueListCapacity);
     /// First record of the menus (recipes) under `parentId` with item type 1 and that item
     /// identifier; -1 when there is none.
     int FindComponent(ECatalogueKind kind, qint32 parentId, qint32 itemId);
@@ -68,15 +72,18 @@ class CDatabase {
     int FindItem(ECatalogueKind kind, qint32 categoryId, const QString& name, const QString& type,
                  int except = -1);
 
-    /// The items of a kind, without the settings and components that stand behind them.
+    /// The items of a kind, without the settings and components that stand behind them; with them
+    /// when the positions cannot be told apart.
     int CountItems(ECatalogueKind kind);
 
     // Menus and recipes with their components; `itemId` is the menu's (recipe's) own identifier.
 
     /// An identifier that no menu (recipe) has and no component refers to.
     qint32 AllotItemId(ECatalogueKind kind);
-    /// In stored order; empty for what is no identifier of a menu or recipe.
-    std::vector<int> ComponentPositions(ECatalogueKind kind, qint32 itemId);
+    /// In stored order; empty for what is no identifier of a menu or recipe, and when the positions
+    /// cannot be had, which `leftOut` is told of, if given.
+    std::vector<int> ComponentPositions(ECatalogueKind kind, qint32 itemId,
+                                        CLeftOut* leftOut = nullptr);
     /// Failure shows "Cannot delete record. Error=%d".
     bool DeleteComponents(ECatalogueKind kind, qint32 itemId);
     /// Adds a copy of a menu or recipe under another name, components included: all or nothing.
@@ -95,7 +102,10 @@ class CDatabase {
     bool AddOrUpdateCategory(int position, CCategory& category);
     bool DeleteCategory(int position);
     /// In stored order, which is the order of creation.
-    std::vector<CCategoryEntry> ListCategories(ECatalogueKind kind);
+    CCategories ReadCategories(ECatalogueKind kind);
+    std::vector<CCategoryEntry> ListCategories(ECatalogueKind kind) {
+        return ReadCategories(kind).entries;
+    }
     /// Position of the category of that name (exactly) or identifier; -1 when there is none.
     int FindCategory(ECatalogueKind kind, const QString& name);
     int FindCategory(ECatalogueKind kind, qint32 id);
@@ -140,13 +150,8 @@ class CDatabase {
     CItemDatabase<CWeightEntry>& Weight() { return m_weight; }
     CItemDatabase<CExerciseEntry>& Exercises() { return m_exercises; }
 
-    /// Loads the day's diet entries, at most 128, and their totals.
-    int LoadDietDay(QDate day);
-    [[nodiscard]] int GetDietCount() const { return static_cast<int>(m_dietList.size()); }
-    /// A loaded entry; null with "Invalid index" outside the list.
-    [[nodiscard]] const CDietEntry* GetDietEntry(int index) const;
-    /// Sum over the loaded entries; -1.0 for an index outside 0 to 53.
-    [[nodiscard]] double GetDietTotal(int nutrient) const;
+    /// The day's diet entries, the first `capacity` of them, and their totals.
+    CDayEntries LoadDietDay(QDate day, int capacity = kDietListCapacity);
     /// Weight in force on a date, in kg: the latest entry on or before it; with none, the earliest
     /// after it; with none at all, `fallbackKg`.
     double WeightOnDate(QDate day, double fallbackKg);
@@ -154,7 +159,7 @@ class CDatabase {
   private:
     std::optional<CCategoryEntry> FindCategoryEntry(
         ECatalogueKind kind, const std::function<bool(const CCategoryEntry&)>& isIt);
-    const std::vector<CUniqueName>& FillUniqueNames(ECatalogueKind kind, qint32 categoryId);
+    CUniqueNames FillUniqueNames(ECatalogueKind kind, qint32 categoryId, int capacity);
     void BringNutrientNamesToDefault();
     void RemoveOrphanComponents(ECatalogueKind kind);
 
@@ -172,10 +177,6 @@ class CDatabase {
     CItemDatabase<CWeightEntry> m_weight;
     CItemDatabase<CExerciseEntry> m_exercises;
 
-    std::vector<CCategoryListEntry> m_categoryList;
-    std::vector<CUniqueName> m_uniqueNames;
     /// Of menus and of recipes: the last identifier allotted; 0 until it has been looked for.
     std::array<qint32, 2> m_lastItemIds{};
-    std::vector<CDietEntry> m_dietList;
-    NutrientValues m_dietTotals{};
 };

@@ -63,8 +63,9 @@ qint32 LargestItemId(CItemDatabaseBase& items) {
 
 int CDatabase::CountItems(ECatalogueKind kind) {
     CItemDatabaseBase& items = Items(kind);
-    const int behind = items.FirstPositionInRange(CViewSettings::kMarker, kLastComposedId);
-    return behind >= 0 ? behind : items.Count();
+    const auto range =
+        items.RangeBetween(std::numeric_limits<qint64>::min(), CViewSettings::kMarker - 1);
+    return range ? range->count : items.Count();
 }
 
 // Food components bear record identifiers, which may be larger; the numbers between stay unused.
@@ -79,13 +80,17 @@ qint32 CDatabase::AllotItemId(ECatalogueKind kind) {
     return ++last;
 }
 
-std::vector<int> CDatabase::ComponentPositions(ECatalogueKind kind, qint32 itemId) {
+std::vector<int> CDatabase::ComponentPositions(ECatalogueKind kind, qint32 itemId,
+                                               CLeftOut* leftOut) {
     if (itemId < kFirstComposedId) {
         return {};
     }
-    const CPositionRange range = Items(kind).RangeOf(itemId).value_or(CPositionRange{});
-    std::vector<int> positions(static_cast<std::size_t>(range.count));
-    std::iota(positions.begin(), positions.end(), range.first);
+    const std::optional<CPositionRange> range = Items(kind).RangeBetween(itemId, itemId);
+    if (!range && leftOut != nullptr) {
+        leftOut->isUnknown = true;
+    }
+    std::vector<int> positions(static_cast<std::size_t>(range ? range->count : 0));
+    std::iota(positions.begin(), positions.end(), range ? range->first : 0);
     return positions;
 }
 

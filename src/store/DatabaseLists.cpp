@@ -4,6 +4,7 @@
 
 #include <QSet>
 #include <algorithm>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -70,89 +71,65 @@ int FindViewSettings(CItemDatabaseBase& items, CViewSettings& settings) {
 }
 }  // namespace
 
-const std::vector<CCategoryListEntry>& CDatabase::FillCategoryList(ECatalogueKind kind,
-                                                                   qint32 categoryId) {
-    m_categoryList.clear();
-    if (categoryId < 0) {
-        return m_categoryList;
+CCategoryList CDatabase::FillCategoryList(ECatalogueKind kind, qint32 categoryId, int capacity) {
+    CCategoryList list;
+    // What stands behind the last category is no item.
+    if (categoryId < 0 || categoryId >= CViewSettings::kMarker) {
+        return list;
     }
-    CItemDatabaseBase& items = Items(kind);
     const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
-    const int expected = items.GetLayout().Count();
-    items.ForEachFrom(
-        items.FirstPositionOf(categoryId),
+    list.leftOut = Items(kind).ReadList(
+        {.low = categoryId, .high = categoryId, .most = numbers.type + 1},
         [&](int position, PropertyList& properties) {
-            // What stands behind the last category is no damaged item.
-            if (m_categoryList.size() == kCatalogueListCapacity || IsBehindItems(properties)) {
-                return false;
-            }
-            if (std::ssize(properties) != expected) {
-                ReportWrongPropertyCount(position, properties, expected);
-                return false;
-            }
-            if (ParentOf(properties) != categoryId) {
-                return false;
-            }
-            m_categoryList.push_back({position, categoryId, TextOf(properties[numbers.name]),
-                                      TextOf(properties[numbers.type])});
-            return true;
-        },
-        numbers.type + 1);
-    SortWithoutCase(m_categoryList, [&numbers](const CCategoryListEntry& entry) {
+            list.entries.push_back({position, categoryId, TextOf(properties[numbers.name]),
+                                    TextOf(properties[numbers.type])});
+            return std::ssize(list.entries) < capacity ? ETake::Taken : ETake::Last;
+        });
+    SortWithoutCase(list.entries, [&numbers](const CCategoryListEntry& entry) {
         // No text holds the separator, so a name stands before those that begin with it.
         return numbers.namesType ? entry.name + QChar(0) + entry.type : entry.name;
     });
-    return m_categoryList;
+    return list;
 }
 
-const std::vector<CUniqueName>& CDatabase::FillArrayWithUniqueFoodNames(qint32 categoryId) {
-    return FillUniqueNames(ECatalogueKind::Foods, categoryId);
+CUniqueNames CDatabase::FillArrayWithUniqueFoodNames(qint32 categoryId, int capacity) {
+    return FillUniqueNames(ECatalogueKind::Foods, categoryId, capacity);
 }
 
-const std::vector<CUniqueName>& CDatabase::FillArrayWithUniqueExlibNames(qint32 categoryId) {
-    return FillUniqueNames(ECatalogueKind::Exercises, categoryId);
+CUniqueNames CDatabase::FillArrayWithUniqueExlibNames(qint32 categoryId, int capacity) {
+    return FillUniqueNames(ECatalogueKind::Exercises, categoryId, capacity);
 }
 
 // Categories are contiguous, so names need comparing only with those of their own category, and
 // one category is read without the others.
-const std::vector<CUniqueName>& CDatabase::FillUniqueNames(ECatalogueKind kind, qint32 categoryId) {
-    m_uniqueNames.clear();
-    CItemDatabaseBase& items = Items(kind);
-    const int expected = items.GetLayout().Count();
+CUniqueNames CDatabase::FillUniqueNames(ECatalogueKind kind, qint32 categoryId, int capacity) {
     const bool isAll = categoryId == -1;
+    const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
+    CUniqueNames unique;
     QSet<QString> namesOfCategory;
-    items.ForEachFrom(
-        isAll ? 0 : items.FirstPositionOf(categoryId),
-        [&](int position, PropertyList& properties) {
+    unique.leftOut = Items(kind).ReadList(
+        {.low = isAll ? std::numeric_limits<qint64>::min() : categoryId,
+         .high = isAll ? CViewSettings::kMarker - 1 : categoryId,
+         .most = numbers.name + 1,
+         .messagePrefix = kind == ECatalogueKind::Foods ? u"FillArrayWithUniqueFoodNames --> "_s
+                                                        : u"FillArrayWithUniqueExlibNames --> "_s},
+        [&](int /*position*/, PropertyList& properties) {
             const qint32 parent = ParentOf(properties);
-            if (m_uniqueNames.size() == kCatalogueListCapacity || IsBehindItems(properties)) {
-                return false;
-            }
-            if (std::ssize(properties) != expected) {
-                ReportWrongPropertyCount(position, properties, expected,
-                                         kind == ECatalogueKind::Foods
-                                             ? u"FillArrayWithUniqueFoodNames --> "_s
-                                             : u"FillArrayWithUniqueExlibNames --> "_s);
-                return false;
-            }
-            if (!isAll && parent != categoryId) {
-                return false;
-            }
-            if (!m_uniqueNames.empty() && m_uniqueNames.back().categoryId != parent) {
+            if (!unique.names.empty() && unique.names.back().categoryId != parent) {
                 namesOfCategory.clear();
             }
-            const QString name = TextOf(properties[CatalogueLayoutOf(kind).name]);
-            if (!namesOfCategory.contains(name)) {
-                namesOfCategory.insert(name);
-                m_uniqueNames.push_back({parent, name});
+            const QString name = TextOf(properties[numbers.name]);
+            if (namesOfCategory.contains(name)) {
+                return ETake::Taken;
             }
-            return true;
-        },
-        CatalogueLayoutOf(kind).name + 1);
-    SortWithoutCase(m_uniqueNames, [](const CUniqueName& entry) {
+            namesOfCategory.insert(name);
+            unique.names.push_back({parent, name});
+            return std::ssize(unique.names) < capacity ? ETake::Taken : ETake::Last;
+        });
+    SortWithoutCase(unique.names, [](const CUniqueName& entry) {
         return QString::number(entry.categoryId).rightJustified(kIdDigits, u'0') + entry.name;
     });
-    return m_uniqueNames;
+    return unique;
 }
 
 int CDatabase::FindComponent(ECatalogueKind kind, qint32 parentId, qint32 itemId) {
@@ -231,26 +208,22 @@ bool CDatabase::DeleteCategory(int position) {
 }
 
 // The pictures behind the name are not decoded.
-std::vector<CCategoryEntry> CDatabase::ListCategories(ECatalogueKind kind) {
+CCategories CDatabase::ReadCategories(ECatalogueKind kind) {
     constexpr int kIdNumber = 1;
     constexpr int kNameNumber = 2;
-    std::vector<CCategoryEntry> entries;
-    m_categories.ForEachFrom(
-        m_categories.FirstPositionOf(static_cast<qint64>(kind)),
+    const auto key = static_cast<qint64>(kind);
+    CCategories categories;
+    categories.leftOut = m_categories.ReadList(
+        {key, key, EWrongCount::IsDamage, kNameNumber + 1},
         [&](int position, PropertyList& properties) {
-            if (std::ssize(properties) != kCategoryLayout.Count()) {
-                return true;
+            const auto* id = std::get_if<qint32>(&properties[kIdNumber]);
+            if (id == nullptr) {
+                return ETake::Damaged;
             }
-            if (properties.front() != PropertyValue(static_cast<qint16>(kind))) {
-                return false;
-            }
-            if (const auto* id = std::get_if<qint32>(&properties[kIdNumber])) {
-                entries.push_back({position, *id, TextOf(properties[kNameNumber])});
-            }
-            return true;
-        },
-        kNameNumber + 1);
-    return entries;
+            categories.entries.push_back({position, *id, TextOf(properties[kNameNumber])});
+            return ETake::Taken;
+        });
+    return categories;
 }
 
 std::optional<CCategoryEntry> CDatabase::FindCategoryEntry(

@@ -1,7 +1,9 @@
 #include "store/ItemDatabase.h"
 
 #include "platform/Messages.h"
+#include "store/RecordCodec.h"
 
+#include <algorithm>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -127,4 +129,46 @@ void CItemDatabaseBase::ForEachFrom(int first,
             return;
         }
     }
+}
+
+CLeftOut CItemDatabaseBase::ReadList(const CListQuery& query,
+                                     const std::function<ETake(int, PropertyList&)>& take) {
+    if (!IsOpen()) {
+        return {};
+    }
+    const std::optional<CPositionRange> range = RangeBetween(query.low, query.high);
+    // Without it, what can be read of the database is sifted by what the records say themselves.
+    const int first = range ? range->first : FirstPositionInRange(query.low, query.high);
+    const int end = range ? range->first + range->count : Count();
+    CLeftOut leftOut;
+    leftOut.isUnknown = !range;
+    PropertyList properties;
+    for (int position = std::max(first, query.from); position < end; ++position) {
+        if (m_store.SeekToPosition(m_handle, position) == 0 ||
+            !m_store.ReadCurrent(m_handle, properties, query.most)) {
+            ++leftOut.damaged;
+            continue;
+        }
+        const std::optional<qint64> key = KeyOf(properties);
+        const bool isInRange = key && *key >= query.low && *key <= query.high;
+        if (!range && !isInRange) {
+            continue;
+        }
+        if (std::ssize(properties) != m_layout.Count() &&
+            query.wrongCount == EWrongCount::EndsList) {
+            ReportWrongPropertyCount(position, properties, m_layout.Count(), query.messagePrefix);
+            ++leftOut.damaged;
+            leftOut.beyond = end - position - 1;
+            leftOut.isEnded = true;
+            break;
+        }
+        const bool isSound = isInRange && std::ssize(properties) == m_layout.Count();
+        const ETake taken = isSound ? take(position, properties) : ETake::Damaged;
+        leftOut.damaged += taken == ETake::Damaged ? 1 : 0;
+        if (taken == ETake::Last) {
+            leftOut.beyond = end - position - 1;
+            break;
+        }
+    }
+    return leftOut;
 }

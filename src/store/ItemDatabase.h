@@ -6,16 +6,32 @@
 #include <optional>
 
 #include "store/ItemRecord.h"
+#include "store/LeftOut.h"
 #include "store/RecordStore.h"
 
 /// Shows "<prefix>Database error. Wrong number of properties, record #%d, props = %d (%d)".
 void ReportWrongPropertyCount(int position, const PropertyList& found, int expected,
                               const QString& prefix = QString());
 
-/// Neighbouring positions.
-struct CPositionRange {
-    int first = 0;
-    int count = 0;
+/// What a list does about a record with a wrong number of properties: it ends after the message, or
+/// counts it as any other damaged one.
+enum class EWrongCount { EndsList, IsDamage };
+
+/// Which records a list reads, and how.
+struct CListQuery {
+    qint64 low;   ///< least key
+    qint64 high;  ///< greatest key
+    EWrongCount wrongCount = EWrongCount::EndsList;
+    int most = kAllProperties;   ///< see CItemDatabaseBase::ForEachFrom
+    QString messagePrefix = {};  ///< of the message of a wrong number of properties
+    int from = 0;                ///< records in front of this position are left alone
+};
+
+/// What became of a record that a list was handed.
+enum class ETake {
+    Taken,    ///< listed, or of no concern to the list
+    Last,     ///< listed in the last place of a list that is full now
+    Damaged,  ///< holds something else than it should
 };
 
 /// The part that does not depend on the item's class. Owns the handle; the store outlives it.
@@ -55,6 +71,10 @@ class CItemDatabaseBase {
     /// be had. Unlike the searches above, whose answer after a failed read is a guess, this is
     /// fit to delete by.
     std::optional<CPositionRange> RangeOf(qint64 key);
+    /// The positions of the keys from `low` to `high`; nothing when they cannot be had.
+    std::optional<CPositionRange> RangeBetween(qint64 low, qint64 high) {
+        return m_store.RangeOf(m_handle, low, high);
+    }
 
     /// Reads on from `first` (-1: nothing) and hands each property list to `take` until it returns
     /// false. A record that cannot be read is skipped.
@@ -62,6 +82,12 @@ class CItemDatabaseBase {
     /// CStorageEngine::ReadRecord.
     void ForEachFrom(int first, const std::function<bool(int position, PropertyList&)>& take,
                      int most = kAllProperties);
+
+    /// Reads a list: hands the records with keys from `low` to `high` and the right number of
+    /// properties to `take`, and returns what was left out. A record that cannot be read, or whose
+    /// property 0 is not the key it is stored under, is passed over.
+    CLeftOut ReadList(const CListQuery& query,
+                      const std::function<ETake(int position, PropertyList&)>& take);
 
     [[nodiscard]] CRecordStore& GetStore() { return m_store; }
     [[nodiscard]] const CRecordLayout& GetLayout() const { return m_layout; }

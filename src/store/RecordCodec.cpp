@@ -182,3 +182,20 @@ bool DecodeRecord(QByteArrayView body, PropertyList& properties, int most) {
     }
     return read < count || reader.IsAtEnd();
 }
+
+std::optional<qint64> KeyOf(const PropertyList& properties) {
+    if (properties.empty() || properties.size() > kMaximumProperties) {
+        return std::nullopt;
+    }
+    const PropertyValue& value = properties.front();
+    if (const auto* small = std::get_if<qint16>(&value)) {
+        return *small;
+    }
+    if (const auto* medium = std::get_if<qint32>(&value)) {
+        return *medium;
+    }
+    if (const auto* wide = std::get_if<qint64>(&value)) {
+        return *wide;
+    }
+    return std::nullopt;
+}

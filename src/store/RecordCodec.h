@@ -8,6 +8,8 @@
 #include <QByteArray>
 #include <QByteArrayView>
 
+#include <optional>
+
 #include "store/PropertyValue.h"
 
 /// Replaces what `body` holds; its memory is used again.
@@ -15,3 +17,6 @@ void EncodeRecord(const PropertyList& properties, QByteArray& body);
 /// False when `body` is no record; every byte must be accounted for. The list gets the length of
 /// the record, but only its first `most` values are read: the rest are unspecified.
 bool DecodeRecord(QByteArrayView body, PropertyList& properties, int most = kAllProperties);
+
+/// Property 0 widened to 64 bits; nothing for what is no record or has no sortable key.
+std::optional<qint64> KeyOf(const PropertyList& properties);

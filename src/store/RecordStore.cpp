@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -158,6 +159,17 @@ int CRecordStore::FirstPositionInRange(CDatabaseHandle& handle, qint64 low, qint
         return 0;
     }
     return key <= high ? position : kNoPosition;
+}
+
+std::optional<CPositionRange> CRecordStore::RangeOf(const CDatabaseHandle& handle, qint64 low,
+                                                    qint64 high) {
+    int first = 0;
+    int end = 0;
+    const bool isFound = Note(m_engine.LowerBound(handle.id, low, first)) &&
+                         Note(high == std::numeric_limits<qint64>::max()
+                                  ? m_engine.CountRecords(handle.id, end)
+                                  : m_engine.LowerBound(handle.id, high + 1, end));
+    return isFound ? std::optional(CPositionRange{first, end - first}) : std::nullopt;
 }
 
 std::optional<qint64> CRecordStore::KeyAt(CDatabaseHandle& handle, int position) {

@@ -16,6 +16,12 @@ struct CDatabaseHandle {
     [[nodiscard]] bool IsValid() const { return id != 0; }
 };
 
+/// Neighbouring positions.
+struct CPositionRange {
+    int first = 0;
+    int count = 0;
+};
+
 /// Operations return success; GetLastError tells the platform number of the last failure.
 /// Positions are valid until the next write or delete in their database.
 class CRecordStore {
@@ -61,6 +67,8 @@ class CRecordStore {
     int FirstPositionOf(CDatabaseHandle& handle, qint64 key);
     /// First position whose key lies in [low, high]; -1 and 0 as above.
     int FirstPositionInRange(CDatabaseHandle& handle, qint64 low, qint64 high);
+    /// The positions of the keys in [low, high]; nothing when they cannot be had.
+    std::optional<CPositionRange> RangeOf(const CDatabaseHandle& handle, qint64 low, qint64 high);
     /// Key at a position; nothing when it cannot be had.
     std::optional<qint64> KeyAt(CDatabaseHandle& handle, int position);
 

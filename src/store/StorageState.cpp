@@ -1,21 +1,6 @@
 #include "store/StorageState.h"
 
-std::optional<qint64> KeyOf(const PropertyList& properties) {
-    if (properties.empty() || properties.size() > kMaximumProperties) {
-        return std::nullopt;
-    }
-    const PropertyValue& value = properties.front();
-    if (const auto* small = std::get_if<qint16>(&value)) {
-        return *small;
-    }
-    if (const auto* medium = std::get_if<qint32>(&value)) {
-        return *medium;
-    }
-    if (const auto* wide = std::get_if<qint64>(&value)) {
-        return *wide;
-    }
-    return std::nullopt;
-}
+#include "store/RecordCodec.h"
 
 int CStorageState::PrepareStatements() {
     struct CRow {

@@ -10,9 +10,6 @@
 #include "store/SqliteFile.h"
 #include "store/StorageEngine.h"
 
-/// Property 0 widened to 64 bits; nothing for what is no record or has no sortable key.
-std::optional<qint64> KeyOf(const PropertyList& properties);
-
 /// Owned by the engine. Operations return platform error numbers.
 struct CStorageState {
     struct COpenDatabase {

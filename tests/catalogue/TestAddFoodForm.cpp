@@ -14,7 +14,7 @@ class TestAddFoodForm : public CDiaryTest {
         EPicker picker = EPicker::Category;
         QString offered;
         for (const QString& row : {u"Fruit"_s, u"Apple"_s, u"raw"_s}) {
-            offered += PickerHeader(picker) + u' ' + form.Choices(picker).join(u',') + u'|';
+            offered += PickerHeader(picker) + u' ' + form.Choices(picker).rows.join(u',') + u'|';
             picker = form.Pick(picker, row);
         }
         QCOMPARE(picker, EPicker::None);

@@ -154,7 +154,7 @@ class TestCatalogueCommands : public CCatalogueTest {
         AddItem(kFoods, category, u"Carrot"_s, u"Raw_Copy01"_s);
         AddItem(kFoods, category, u"Beet"_s, u"Raw_Copy02"_s);
         AddItem(kFoods, other, u"Carrot"_s, u"Raw_Copy02"_s);
-        const CCatalogueRules::Entries carrot = rules.ItemsOfName(category, u"Carrot"_s);
+        const CCatalogueRules::Entries carrot = rules.ItemsOfName(category, u"Carrot"_s).entries;
         const int position = rules.Duplicate({carrot.front()});
         CFoodItem copy;
         QVERIFY(Database().Foods().Read(position, copy));
@@ -163,7 +163,7 @@ class TestCatalogueCommands : public CCatalogueTest {
         for (int number = 3; number <= 99; ++number) {
             QVERIFY(rules.Duplicate({carrot.front()}) >= 0);
         }
-        QCOMPARE(rules.ItemsOfName(category, u"Carrot"_s).back().type, u"Raw_Copy99"_s);
+        QCOMPARE(rules.ItemsOfName(category, u"Carrot"_s).entries.back().type, u"Raw_Copy99"_s);
         QCOMPARE(rules.Duplicate({carrot.front()}), -1);
         QCOMPARE(m_messages->Said(), u"Cannot create unique name to duplicate food."_s);
     }
@@ -255,7 +255,7 @@ class TestCatalogueCommands : public CCatalogueTest {
                                : Database().Exlib().Write(-1, exercise));
     }
     CCatalogueRules::Entries Entries(ECatalogueKind kind, qint32 category) {
-        return Database().FillCategoryList(kind, category);
+        return Database().FillCategoryList(kind, category).entries;
     }
     /// Every menu and recipe must have kept its component.
     QString Names(ECatalogueKind kind, qint32 category) {

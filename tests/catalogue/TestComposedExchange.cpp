@@ -45,6 +45,16 @@ class TestComposedExchange : public CCatalogueTest {
         QCOMPARE(m_messages->Said(), u"Exported 1 menus."_s);
     }
 
+    void aDamagedComponentIsToldWithTheSummary() {
+        Fill(kMenus);
+        Damage(Database().Menus(), 1);
+        QVERIFY(!Export(kMenus));
+        QVERIFY(!Load(Path(u"out.csv"_s)).contains("Soup"));
+        QVERIFY(Load(Path(u"out.csv"_s)).contains("Pie"));
+        QCOMPARE(m_messages->Said(), u"Exported 1 menus."_s);
+        QCOMPARE(m_messages->details, QStringList{u"1 damaged component is left out."_s});
+    }
+
     void recipesHaveNoWordForARecipeInARecipe() {
         Fill(kRecipes);
         QVERIFY(Export(kRecipes));
@@ -324,7 +334,7 @@ class TestComposedExchange : public CCatalogueTest {
     QString Stored() {
         QStringList menus;
         CMenuItem menu;
-        for (const CCategoryListEntry& entry : Database().FillCategoryList(kMenus, 1)) {
+        for (const CCategoryListEntry& entry : Database().FillCategoryList(kMenus, 1).entries) {
             if (Database().Menus().Read(entry.position, menu)) {
                 menus.append(menu.GetName() + u':' + PartsOf(Database(), kMenus, menu.GetItemId()));
             }

@@ -261,6 +261,53 @@ class TestFoodsExchange : public CCatalogueTest {
         }
     }
 
+    void aCategoryIsExportedWholeExceptForExercises() {
+        CRecordGroup group(Database().GetStore());
+        for (int i = 0; i < 1026; ++i) {
+            QVERIFY(Database().Foods().Write(-1, MakeFood(1, QString::number(i), u"raw"_s)));
+            CExerciseItem exercise;
+            exercise.SetCategoryId(1);
+            QVERIFY(Database().Exlib().Write(-1, exercise));
+        }
+        QVERIFY(group.Commit());
+        const CExportRequest category{EExportChoice::CurrentCategory, 1, {}};
+        const QString path = Path(u"out.csv"_s);
+        QVERIFY(ExportCatalogueFile(Database(), kFoods, category, path));
+        QCOMPARE(m_messages->Said(), u"Exported 1026 foods."_s);
+        QVERIFY(ExportCatalogueFile(Database(), kExercises, category, path));
+        QCOMPARE(m_messages->Said(), u"Exported 1024 exercises."_s);
+        QCOMPARE(m_messages->details,
+                 QStringList{u"Only 1024 of 1026 exercises are listed and exported."_s});
+    }
+
+    void damageIsToldWithTheSummary() {
+        Import(FoodFile(FoodLine("Soups", "Soup", "b") + FoodLine("Soups", "Soup", "a") +
+                        FoodLine("Soups", "Soup", "c")));
+        m_messages->TakeShown();
+        QVERIFY(Database().SaveViewSettings(kFoods, CViewSettings()));
+        Damage(Database().Foods(), 1);
+        const QString path = Path(u"out.csv"_s);
+        for (const CExportRequest& request : {CExportRequest{},
+                                              {EExportChoice::CurrentCategory, 1, {}},
+                                              {EExportChoice::Selected, 1, {0, 1, 2}}}) {
+            QVERIFY(!ExportCatalogueFile(Database(), kFoods, request, path));
+            QCOMPARE(m_messages->Said(), u"Exported 2 foods."_s);
+            QCOMPARE(std::exchange(m_messages->details, {}),
+                     QStringList{u"1 damaged food is left out."_s});
+        }
+        Damage(Database().Foods(), 0);
+        Damage(Database().Foods(), 2);
+        QVERIFY(!ExportCatalogueFile(Database(), kFoods, {EExportChoice::CurrentCategory, 1, {}},
+                                     path));
+        QCOMPARE(m_messages->Said(), u"There are no foods found to export."_s);
+        QCOMPARE(m_messages->details.takeLast(), u"3 damaged foods are left out."_s);
+        // The positions themselves.
+        Change("UPDATE blocks SET ordinal=0");
+        QVERIFY(!ExportCatalogueFile(Database(), kFoods, {}, path));
+        QVERIFY(m_messages->Said().endsWith(
+            u"(Part of the database is damaged: foods may be missing.)"_s));
+    }
+
     void nothingToExportIsSaidBeforeAnyFileIsAskedFor() {
         QVERIFY(Database().SaveViewSettings(kFoods, CViewSettings()));
         for (const EExportChoice choice :

@@ -33,6 +33,28 @@ class TestFoodsMainView : public CCatalogueViewTest {
         QVERIFY(!m_tree->model()->hasChildren(Node(0)));
     }
 
+    void whatTheListLeavesOutIsSaidUnderIt() {
+        Fill();
+        {
+            CRecordGroup group(Database().GetStore());
+            for (int i = 0; i < 1030; ++i) {
+                QVERIFY(Database().Foods().Write(-1, MakeFood(2, u"Pear %1"_s.arg(i), u"raw"_s)));
+            }
+        }
+        Damage(Database().Foods(), 0);
+        Damage(Database().Foods(), 5);
+        Open<CFoodsMainView>();
+        QCOMPARE(NoteOf(*m_view), u"1 damaged food is left out."_s);
+        m_tree->setCurrentIndex(Node(1));
+        // An apple and 1,030 pears.
+        QCOMPARE(NoteOf(*m_view), u"Showing 1024 of 1031 foods. 1 damaged food is left out."_s);
+        QCOMPARE(m_list->RowCount(), 1024);
+        m_tree->setCurrentIndex(Node(1, 1));
+        QCOMPARE(NoteOf(*m_view), u"1 damaged food is left out."_s);
+        Trigger("New category");
+        QCOMPARE(NoteOf(*m_view), QString());
+    }
+
     void aNewCategoryIsNamedInPlace_data() {
         AddRows<QString, QString, QString>({
             {"named", u"Soups"_s, {}, u"Soups"_s},

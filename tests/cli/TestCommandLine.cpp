@@ -1,6 +1,9 @@
 // The command line as a script sees it: real processes, real volumes, exit statuses and texts.
+#include "store/Database.h"
+#include "store/SqliteFile.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
+#include "support/RecordingMessages.h"
 
 #include <QProcess>
 #include <QRandomGenerator>
@@ -512,6 +515,82 @@ class TestCommandLine : public QObject {
         QCOMPARE(Run(u"diet day @"_s).Value(u"Food energy (kcal)"_s), u"240"_s);
         const QString done = Run(u"exercises list @"_s).output;
         QVERIFY(done.contains(u"\t12.5\n"_s) && !done.contains(u"\t357\n"_s));
+    }
+
+    void listsAreWholeAndDamageIsToldWithStatus1() {
+        const QByteArray values = QByteArray("1.000,").repeated(54);
+        QByteArray foods;
+        for (int i = 0; i < 1030; ++i) {
+            foods += "1,Many,Soup " + QByteArray::number(i) + ",thin," + values + "cup,100,\r\n";
+        }
+        Save(Path(u"many.csv"_s), "<Foods>\r\n" + foods);
+        Save(Path(u"menus.csv"_s), "<Menus>\r\n1,Menu,Week,Lunch,," + values + "0,1 plate,1,\r\n" +
+                                       "1,Food,Week,Lunch,Soup," + values + "0,1 plate,1,\r\n");
+        QCOMPARE(Run(u"foods import many.csv"_s).status, 0);
+        QCOMPARE(Run(u"menus import menus.csv"_s).status, 0);
+        const auto lines = [this](const QString& command) {
+            return Run(command).output.count(u'\n') - 1;
+        };
+        QCOMPARE(lines(u"foods list"_s), 1030);
+        QCOMPARE(Run(u"foods export --category Many out.csv"_s).output,
+                 u"Exported 1030 foods.\n"_s);
+        // Beyond what a window's list of names holds.
+        QCOMPARE(Run(u"diet add @ --time 12:30 --meal Lunch --category Many --name \"Soup 1029\" "
+                     "--type thin"_s)
+                     .status,
+                 0);
+        ObjectId damaged[5] = {};
+        {
+            const CRecordingMessages messages;
+            CDatabase database(Volume());
+            QVERIFY(database.OpenCatalogue() && database.OpenProfile(u"Ann"_s, false));
+            CDietEntry entry;
+            QVERIFY(database.Diet().Read(0, entry));
+            for (int i = 1; i < 130; ++i) {
+                QVERIFY(database.Diet().Write(-1, entry));
+            }
+            damaged[0] = database.Diet().RecordAt(5);
+            damaged[1] = database.Foods().RecordAt(7);
+            damaged[2] = database.Menus().RecordAt(1);
+            damaged[3] = database.Categories().RecordAt(1);
+            CWeightEntry weight;
+            QVERIFY(database.Weight().Write(-1, weight));
+            damaged[4] = database.Weight().RecordAt(0);
+        }
+        QCOMPARE(lines(u"diet list @"_s), 130);
+        QCOMPARE(Run(u"diet day @"_s).Value(u"Food energy (kcal)"_s), u"130"_s);
+        {
+            CSqliteFile volume;
+            QCOMPARE(volume.Open(Volume()), int(kErrorSuccess));
+            CStatement change;
+            QCOMPARE(change.Prepare(volume, "UPDATE records SET body=x'FF' WHERE id=?"),
+                     int(kErrorSuccess));
+            for (const ObjectId record : damaged) {
+                QCOMPARE(change.Run({record}), int(kErrorSuccess));
+            }
+        }
+        const std::tuple<const char*, int, const char*> rows[] = {
+            {"diet list @", 129, "1 damaged entry is left out.\n"},
+            {"diet day @", 54, "1 damaged entry is left out.\n"},
+            {"foods list", 1029, "1 damaged food is left out.\n"},
+            {"foods list --category Many", 1029, "1 damaged food is left out.\n"},
+            {"foods find \"SOUP 102\"", 11, "1 damaged food is left out.\n"},
+            {"foods export out.csv", 0, "1 damaged food is left out.\n"},
+            {"foods export --category Many out.csv", 0, "1 damaged food is left out.\n"},
+            {"categories list --kind menus", 0, "1 damaged category is left out.\n"},
+            {"menus list", 0, "1 damaged category is left out.\n"},
+            {"menus export out.csv", 0, "1 damaged component is left out.\n"},
+            {"weight list --profile Ann", 0, "1 damaged entry is left out.\n"},
+            {"report out.csv --profile Ann --from 2026-06-02 --to 2026-06-02 --types diet", -1,
+             "The report is written. 1 damaged entry is left out.\n"},
+        };
+        for (const auto& [command, count, told] : rows) {
+            const COutcome outcome = Run(QString::fromLatin1(command));
+            QVERIFY2(outcome.status == 1, command);
+            QCOMPARE(outcome.output.count(u'\n') - 1, count);
+            QCOMPARE(outcome.messages, QLatin1StringView(told));
+        }
+        QCOMPARE(Run(u"exlib list"_s).status, 0);
     }
 
     void aKilledImportLeavesWholeFoodsAndADeletionAllOrNone() {

@@ -113,7 +113,7 @@ class TestDialog : public QObject {
             [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); },
         };
         for (const auto& close : ways) {
-            dialog.m_pickList.Open(dialog.m_first, u"Name"_s, kNames, u"Banana"_s);
+            dialog.m_pickList.Open(dialog.m_first, {u"Name"_s, kNames}, u"Banana"_s);
             QVERIFY(dialog.m_first != QApplication::focusWidget());
             close();
             QVERIFY(!dialog.m_pickList.IsOpen());
@@ -134,7 +134,7 @@ class TestDialog : public QObject {
         for (const auto& [current, typed, expected] : rows) {
             CSampleDialog dialog;
             QSignalSpy picked(&dialog.m_pickList, &CPickList::Picked);
-            dialog.m_pickList.Open(dialog.m_first, u"Name"_s, kNames, current);
+            dialog.m_pickList.Open(dialog.m_first, {u"Name"_s, kNames}, current);
             auto* list = dialog.findChild<CReportList*>();
             QCOMPARE(QApplication::focusWidget(), list);
             if (typed == u"click") {
@@ -157,9 +157,9 @@ class TestDialog : public QObject {
         QStringList picked;
         connect(&dialog.m_pickList, &CPickList::Picked, &dialog, [&](const QString& row) {
             picked << row;
-            dialog.m_pickList.Open(dialog.m_first, u"Name"_s, kNames, {});
+            dialog.m_pickList.Open(dialog.m_first, {u"Name"_s, kNames}, {});
         });
-        dialog.m_pickList.Open(dialog.m_first, u"Category"_s, {u"Fruit"_s, u"Roots"_s}, {});
+        dialog.m_pickList.Open(dialog.m_first, {u"Category"_s, {u"Fruit"_s, u"Roots"_s}}, {});
         auto* list = dialog.findChild<CReportList*>();
         const QPoint place = list->visualRect(list->model()->index(1, 0)).center();
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
@@ -175,7 +175,7 @@ class TestDialog : public QObject {
 
     void thePickListCoversTheContentBelowItsField() {
         CSampleDialog dialog;
-        dialog.m_pickList.Open(dialog.m_first, u"Name"_s, kNames, {});
+        dialog.m_pickList.Open(dialog.m_first, {u"Name"_s, kNames}, {});
         const auto bottomOf = [&](QWidget* widget) {
             return widget->mapTo(&dialog, widget->rect().bottomLeft()).y();
         };
@@ -186,7 +186,7 @@ class TestDialog : public QObject {
         QCOMPARE(dialog.m_pickList.width(), 400);
         QVERIFY(bottomOf(&dialog.m_pickList) < topOf(Find<QPushButton>(dialog, "ok")));
         // A field at the very bottom leaves the list half the content.
-        dialog.m_pickList.Open(dialog.m_last, u"Name"_s, kNames, {});
+        dialog.m_pickList.Open(dialog.m_last, {u"Name"_s, kNames}, {});
         QCOMPARE(dialog.m_pickList.y(), dialog.m_pickList.parentWidget()->height() / 2);
     }
 

@@ -6,6 +6,8 @@
 #include "diary/DietMoveDialog.h"
 #include "diary/TotalsList.h"
 #include "diary/ViewFixture.h"
+#include "diary/WeightMainView.h"
+#include "exercise/ExercisesMainView.h"
 
 class TestDietView : public CDiaryTest {
     Q_OBJECT
@@ -34,6 +36,52 @@ class TestDietView : public CDiaryTest {
         QVERIFY(!open.HasHint());
         QCOMPARE(Total(open.view, 3), u"2000/"_s);
         QVERIFY(Stored().join(u'|').startsWith(u"Cake 31"_s));
+    }
+
+    void whatTheDayLeavesOutIsSaidUnderTheList() {
+        {
+            CRecordGroup group(Database().GetStore());
+            for (int i = 0; i < 130; ++i) {
+                AddEntry(u"Pea"_s, QTime(8, 0), i % 2 == 0 ? 0 : 2, 1);
+            }
+        }
+        COpenView<CDietMainView> open(*m_doc, "entries");
+        const QString note =
+            u"The list and the totals cover the first 128 of this day's 130 "
+            "entries."_s;
+        QCOMPARE(NoteOf(open.view), note);
+        QCOMPARE(open.list->RowCount(), 64);  // of the meal
+        QCOMPARE(Total(open.view, 2), u"128/"_s);
+        open.list->selectAll();
+        QTest::keyClick(open.list, Qt::Key_Delete);
+        QCOMPARE(NoteOf(open.view), QString());
+        QCOMPARE(Total(open.view, 2), u"66/"_s);
+    }
+
+    void damageIsSaidUnderTheListOfEachDiary() {
+        for (const int hour : {8, 9, 10}) {
+            AddEntry(u"Tea"_s, QTime(hour, 0));
+            AddDone(u"Walk"_s, kDay, QTime(hour, 0), 10, 50);
+            QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay, QTime(hour, 0), 80)));
+        }
+        for (const QString& diary : {u"Diet"_s, u"Weight"_s, u"Exercises"_s}) {
+            CItemDatabaseBase& damaged =
+                diary == u"Diet"_s     ? static_cast<CItemDatabaseBase&>(Database().Diet())
+                : diary == u"Weight"_s ? static_cast<CItemDatabaseBase&>(Database().Weight())
+                                       : Database().Exercises();
+            Damage(damaged, 1);
+            QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
+            m_doc->dayShown = kDay;
+        }
+        const QString note = u"1 damaged entry is left out."_s;
+        COpenView<CDietMainView> diet(*m_doc, "entries");
+        QCOMPARE(NoteOf(diet.view), note);
+        QCOMPARE(diet.list->RowCount(), 2);
+        COpenView<CWeightMainView> weights(*m_doc, "weights");
+        QCOMPARE(NoteOf(weights.view), note);
+        COpenView<CExercisesMainView> exercises(*m_doc, "exercises");
+        QCOMPARE(NoteOf(exercises.view), note);
+        QCOMPARE(m_messages->Said(), QString());
     }
 
     void theLastRowIsSelectedWhenTheLastOneGoes() {

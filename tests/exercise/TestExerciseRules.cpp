@@ -113,7 +113,7 @@ class TestExerciseRules : public CExercisesTest {
         for (const int hour : {23, 0, 12}) {
             AddDone(u"Row %d"_s, kDay, QTime(hour, 0), hour, 0);
         }
-        const ListedExercises all = ListExercises(Database(), kDay, kDay);
+        const ListedExercises all = ListExercises(Database(), kDay, kDay).entries;
         m_messages->answers = {false, true, true};
         QCOMPARE(DeleteExercises(Database(), {all[1]}), 0);
         QCOMPARE(DeleteExercises(Database(), {all[1]}), 1);
@@ -128,7 +128,7 @@ class TestExerciseRules : public CExercisesTest {
     void anEditedEntryTakesThePlaceOfTheOldOne() {
         AddDone(u"Row"_s, kDay, QTime(8, 0), 30, 100);
         AddDone(u"Row"_s, kDay, QTime(8, 0), 30, 100);
-        const ListedExercises both = ListExercises(Database(), kDay, kDay);
+        const ListedExercises both = ListExercises(Database(), kDay, kDay).entries;
         CExerciseEntry later = both[0].entry;
         later.SetMoment(ToFileTime(kDay, QTime(20, 0)));
         later.SetName(u"Swim"_s);
@@ -174,7 +174,7 @@ class TestExerciseRules : public CExercisesTest {
     }
     /// What there was to pick from.
     static QString PickOf(CExerciseForm& form, EPicker picker, const QString& text) {
-        const QStringList choices = form.Choices(picker);
+        const QStringList choices = form.Choices(picker).rows;
         form.Pick(picker, text);
         return choices.join(u',');
     }

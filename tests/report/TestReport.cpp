@@ -3,6 +3,7 @@
 #include "report/ReportFormat.h"
 #include "report/ReportRules.h"
 #include "report/ReportWriter.h"
+#include "support/DataRows.h"
 #include "support/Files.h"
 
 namespace {
@@ -188,13 +189,47 @@ class TestReport : public CDiaryTest {
             QVERIFY(diet.Write(-1, MakeEntry<CWeightEntry>(kFirst, {hour, 0})));
         }
         AddFoodEntry({kLast, {13, 0}}, 6, u"Mealless"_s);
-        const QByteArray written = Written({kFirst, kLast});
+        QVERIFY(!WriteReport(*m_doc, {kFirst, kLast}, Path(u"report.csv"_s)));
+        const QByteArray written = Load(Path(u"report.csv"_s));
+        // The first of the two, and the entry of no meal; the other one and the milk.
         QCOMPARE(m_messages->Said(),
-                 u"Database error. Wrong number of properties, record #3, props = 15 (62)"_s);
+                 u"Database error. Wrong number of properties, record #3, props = 15 (62)|"
+                 "The report is written. 2 damaged entries are left out, and 2 entries after one "
+                 "of them."_s);
         // Tea and oats: 2 + 150.5.
-        QVERIFY(written.contains("Total,,152.5,5.5") && written.contains("Total,,77.8,0.0"));
+        QVERIFY(written.contains("Total,,152.5,5.5"));
+        QVERIFY(written.contains("Total,,77.8,0.0"));
         QVERIFY(Written({kLast, kLast, kReportDiet, EReportGrouping::Type})
                     .contains("16 Apr 2006,,Mealless,1.0xcup,1.0,1.0\r\n"));
+    }
+
+    void whatCannotBeReadIsCounted_data() {
+        AddRows<int, int, QString>({
+            {"no record", 1, -1, u"1 damaged entry is left out."_s},
+            {"of a later day", 1, 5, u"1 damaged entry is left out."_s},
+            {"of an earlier day", 4, 0, u"1 damaged entry is left out."_s},
+            {"outside the days", 5, -1, {}},
+        });
+    }
+    void whatCannotBeReadIsCounted() {
+        const auto& [position, like, left] = DataRow<int, int, QString>();
+        AddThreeDays();
+        Damage(Database().Diet(), position, like);
+        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
+        for (const EReportGrouping grouping : {EReportGrouping::Date, EReportGrouping::Type}) {
+            const QString path = Path(u"report.csv"_s);
+            QCOMPARE(WriteReport(*m_doc, {kFirst, kLast, kReportAll, grouping}, path),
+                     left.isEmpty());
+            QCOMPARE(m_messages->Said(),
+                     left.isEmpty() ? QString() : u"The report is written. "_s + left);
+            // Tea, oats, milk and an apple less the damaged one.
+            const QByteArray written = Load(path);
+            QCOMPARE(written.count("xcup,") + written.count("xmug,") + written.count("xglass,") +
+                         written.count("xmedium,"),
+                     left.isEmpty() ? 4 : 3);
+            // A diary that is not reported is not looked at.
+            QVERIFY(WriteReport(*m_doc, {kFirst, kLast, kReportWeight, grouping}, path));
+        }
     }
 
     void aFileThatDoesNotComeOutWholeLeavesTheOldOne() {

@@ -67,7 +67,8 @@ class TestDatabase : public CCatalogueTest {
         QVERIFY(Database().SaveViewSettings(kFoods, CViewSettings()));
         const auto positionsOf = [this](qint32 category) {
             QList<int> positions;
-            for (const CCategoryListEntry& entry : Database().FillCategoryList(kFoods, category)) {
+            const CCategoryList list = Database().FillCategoryList(kFoods, category);
+            for (const CCategoryListEntry& entry : list.entries) {
                 positions.append(entry.position);
             }
             return positions;
@@ -88,16 +89,21 @@ class TestDatabase : public CCatalogueTest {
             }
         }
         QVERIFY(Database().SaveViewSettings(kFoods, CViewSettings()));
-        const auto& all = Database().FillArrayWithUniqueFoodNames(-1);
-        QCOMPARE(all.size(), 6U);
-        QCOMPARE(all[0].categoryId, 1);
-        QCOMPARE(all[0].name, u"apple"_s);
-        QCOMPARE(all[5].categoryId, 2);
-        QCOMPARE(Database().FillArrayWithUniqueFoodNames(2).size(), 3U);
-        QCOMPARE(Database().FillArrayWithUniqueFoodNames(7).size(), 0U);
+        const CUniqueNames all = Database().FillArrayWithUniqueFoodNames(-1);
+        QCOMPARE(all.names.size(), 6U);
+        QCOMPARE(all.names[0].categoryId, 1);
+        QCOMPARE(all.names[0].name, u"apple"_s);
+        QCOMPARE(all.names[5].categoryId, 2);
+        QVERIFY(!all.leftOut.IsAnything());
+        QCOMPARE(Database().FillArrayWithUniqueFoodNames(2).names.size(), 3U);
+        QCOMPARE(Database().FillArrayWithUniqueFoodNames(7).names.size(), 0U);
         CDatabaseHandle raw = OpenRaw(u"Foods"_s);
         QVERIFY(Database().GetStore().WriteRecord(raw, 0, {qint32{1}}));
-        QCOMPARE(Database().FillArrayWithUniqueFoodNames(-1).size(), 3U);
+        const CUniqueNames cut = Database().FillArrayWithUniqueFoodNames(-1);
+        QCOMPARE(cut.names.size(), 3U);
+        QVERIFY(cut.leftOut.isEnded);
+        QCOMPARE(cut.leftOut.damaged, 1);
+        QCOMPARE(cut.leftOut.beyond, 4);  // the foods of category 2
         QCOMPARE(m_messages->Said(),
                  u"FillArrayWithUniqueFoodNames --> Database error. Wrong number of "
                  "properties, record #4, props = 1 (77)"_s);
@@ -112,8 +118,51 @@ class TestDatabase : public CCatalogueTest {
             QVERIFY(Database().Exlib().Write(-1, item));
         }
         QVERIFY(group.Commit());
-        QCOMPARE(Database().FillCategoryList(ECatalogueKind::Exercises, 1).size(), 1024U);
-        QCOMPARE(Database().FillArrayWithUniqueExlibNames(1).size(), 1024U);
+        const CCategoryList list = Database().FillCategoryList(kExercises, 1);
+        QCOMPARE(list.entries.size(), 1024U);
+        QCOMPARE(list.leftOut.beyond, 1);
+        QCOMPARE(Database().FillCategoryList(kExercises, 1, kNoCapacity).entries.size(), 1025U);
+        const CUniqueNames unique = Database().FillArrayWithUniqueExlibNames(1);
+        QCOMPARE(unique.names.size(), 1024U);
+        QCOMPARE(unique.leftOut.beyond, 1);
+        // Nothing is left out of a list that is just full.
+        QVERIFY(Database().Exlib().Delete(0));
+        QVERIFY(!Database().FillCategoryList(kExercises, 1).leftOut.IsAnything());
+        QVERIFY(!Database().FillArrayWithUniqueExlibNames(1).leftOut.IsAnything());
+    }
+
+    void damageIsPassedOverAndCounted() {
+        for (const char* name : {"Apple", "Bean", "Carrot", "Dill", "Egg"}) {
+            QVERIFY(Database().Foods().Write(-1, MakeFood(1, QLatin1StringView(name), u"raw"_s)));
+        }
+        QVERIFY(Database().Foods().Write(-1, MakeFood(2, u"Fig"_s, u"raw"_s)));
+        QVERIFY(AddCategory(Database(), u"A"_s) == 1 && AddCategory(Database(), u"B"_s) == 2);
+        Damage(Database().Foods(), 1);
+        Damage(Database().Foods(), 3, 5);  // says that it is of the other category
+        Damage(Database().Categories(), 0);
+        const auto namesOf = [](const auto& items) {
+            QStringList names;
+            for (const auto& item : items) {
+                names.append(item.name);
+            }
+            return names.join(u' ');
+        };
+        const CCategoryList list = Database().FillCategoryList(kFoods, 1);
+        QCOMPARE(namesOf(list.entries), u"Apple Carrot Egg"_s);
+        QCOMPARE(list.leftOut.damaged, 2);
+        QCOMPARE(list.leftOut.beyond, 0);
+        const CUniqueNames unique = Database().FillArrayWithUniqueFoodNames(1);
+        QCOMPARE(namesOf(unique.names), u"Apple Carrot Egg"_s);
+        QCOMPARE(unique.leftOut.damaged, 2);
+        QCOMPARE(Database().FillCategoryList(kFoods, 2).leftOut.damaged, 0);
+        const CCategories categories = Database().ReadCategories(kFoods);
+        QCOMPARE(namesOf(categories.entries), u"B"_s);
+        QCOMPARE(categories.leftOut.damaged, 1);
+        // With its positions gone nobody knows what is missing.
+        Change("UPDATE blocks SET entries=x'00'");
+        QVERIFY(Database().FillCategoryList(kFoods, 1).leftOut.isUnknown);
+        QVERIFY(Database().FillArrayWithUniqueFoodNames(1).leftOut.isUnknown);
+        m_messages->TakeShown();  // of the nutrients' names
     }
 
     void viewSettingsAreKeptOnce() {
@@ -212,15 +261,26 @@ class TestDatabase : public CCatalogueTest {
             QVERIFY(Database().Diet().Write(-1, entry));
         }
         QVERIFY(group.Commit());
-        QCOMPARE(Database().LoadDietDay(day), 128);
-        QCOMPARE(Database().GetDietTotal(0), 64.0);
-        QCOMPARE(Database().GetDietTotal(54), -1.0);
-        QCOMPARE(Database().GetDietEntry(0)->GetName(), u"0"_s);
-        QCOMPARE(Database().GetDietEntry(127)->GetName(), u"127"_s);
-        QCOMPARE(Database().LoadDietDay(day.addDays(-1)), 1);
-        QCOMPARE(Database().LoadDietDay(QDate()), 0);
-        QVERIFY(Database().GetDietEntry(0) == nullptr);
-        QVERIFY(Database().GetDietEntry(-1) == nullptr);
+        const CDayEntries loaded = Database().LoadDietDay(day);
+        // What others read leaves a day as it is.
+        const CDayEntries before = Database().LoadDietDay(day.addDays(-1));
+        QCOMPARE(before.Count(), 1);
+        QVERIFY(!before.LeftOut().IsAnything());
+        QCOMPARE(loaded.Count(), 128);
+        QCOMPARE(loaded.LeftOut().beyond, 1);
+        QVERIFY(!loaded.LeftOut().IsDamage());
+        QCOMPARE(loaded.GetTotal(0), 64.0);
+        QCOMPARE(loaded.GetTotal(-1), -1.0);
+        QCOMPARE(loaded.GetTotal(54), -1.0);
+        QCOMPARE(loaded.GetEntry(0)->GetName(), u"0"_s);
+        QCOMPARE(loaded.GetEntry(127)->GetName(), u"127"_s);
+        const CDayEntries whole = Database().LoadDietDay(day, kNoCapacity);
+        QCOMPARE(whole.Count(), 129);
+        QCOMPARE(whole.GetTotal(0), 64.5);
+        QVERIFY(!whole.LeftOut().IsAnything());
+        QCOMPARE(Database().LoadDietDay(QDate()).Count(), 0);
+        QVERIFY(loaded.GetEntry(128) == nullptr);
+        QVERIFY(loaded.GetEntry(-1) == nullptr);
         QCOMPARE(m_messages->Said(), u"Invalid index|Invalid index"_s);
     }
 

@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include "app/VelmoraDoc.h"
+#include "store/SqliteFile.h"
 #include "support/RecordingMessages.h"
 
 inline qint32 AddCategory(CDatabase& database, const QString& name,
@@ -49,6 +50,29 @@ class CCatalogueTest : public QObject {
         m_doc.reset();
         m_doc = std::make_unique<CVelmoraDoc>(Path(QStringLiteral("v.db")));
         QVERIFY(m_doc->OpenCatalogue());
+    }
+    /// Makes the bytes of a record those of another one of its database, or of none at all, and
+    /// opens the volume again.
+    void Damage(CItemDatabaseBase& items, int position, int like = -1) {
+        const ObjectId record = items.RecordAt(position);
+        const ObjectId other = like < 0 ? 0 : items.RecordAt(like);
+        QVERIFY(record != 0);
+        Change(
+            "UPDATE records SET body=COALESCE((SELECT body FROM records WHERE id=?), x'FF') "
+            "WHERE id=?",
+            {other, record});
+    }
+    /// Runs a statement on the closed volume.
+    void Change(const char* sql, std::initializer_list<CSqlValue> values = {}) {
+        m_doc.reset();
+        {
+            CSqliteFile file;
+            QCOMPARE(file.Open(Path(QStringLiteral("v.db"))), int(kErrorSuccess));
+            CStatement change;
+            QCOMPARE(change.Prepare(file, sql), int(kErrorSuccess));
+            QCOMPARE(change.Run(values), int(kErrorSuccess));
+        }
+        Reopen();
     }
     /// Nothing may be left that was shown and not taken.
     void DropVolume() {

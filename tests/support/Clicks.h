@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
@@ -15,6 +16,12 @@
 template <typename Widget>
 Widget* Find(const QWidget& window, const char* name) {
     return window.findChild<Widget*>(QLatin1StringView(name));
+}
+
+/// The line under a list; empty when it is hidden.
+inline QString NoteOf(const QWidget& window) {
+    const auto* note = Find<QLabel>(window, "listNote");
+    return note->isVisible() ? note->text() : QString();
 }
 
 inline void Show(QWidget& window) {
