@@ -16,6 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int kTargetColumn = 1;
+constexpr int kCalculatedColumn = 2;
 
 QLineEdit* CreateNumberEdit(const QString& objectName) {
     auto* edit = new QLineEdit;
@@ -82,8 +83,12 @@ void CTargetsDialog::AddNutrients(const QStringList& names) {
     m_recalculate->setToolTip(prompt);
     m_recalculate->setAccessibleName(prompt);
 
-    m_nutrients = new CGrid(EGridKind::Values, {u"Nutrient (unit)"_s, u"Target"_s},
+    const QString caption = m_recalculate->text();
+    m_nutrients = new CGrid(EGridKind::Values, {u"Nutrient (unit)"_s, u"Target"_s, caption},
                             u"Nutrient targets"_s, this);
+    m_nutrients->model()->setHeaderData(kCalculatedColumn, Qt::Horizontal,
+                                        u"Targets that OK and %1 put in place"_s.arg(caption),
+                                        Qt::ToolTipRole);
     m_nutrients->setObjectName(u"nutrients"_s);
     m_nutrients->SetRowCount(kNutrientCount);
     for (int row = 0; row < kNutrientCount; ++row) {
@@ -139,5 +144,7 @@ void CTargetsDialog::ShowForm() {
     m_recalculate->setEnabled(m_form.CanRecalculate());
     for (int row = 0; row < kNutrientCount; ++row) {
         m_nutrients->SetCellText(row, kTargetColumn, m_form.TargetText(row));
+        m_nutrients->SetCellText(row, kCalculatedColumn, m_form.CalculatedText(row));
     }
+    m_nutrients->SetColumnShown(kCalculatedColumn, m_form.CanRecalculate());
 }

@@ -17,7 +17,7 @@ bool RatesInKg(EWeightUnit unit) {
 CTargetsForm::CTargetsForm(const CTargets& targets, CUserInformation user,
                            const CPreferences& preferences)
     : m_targets(targets), m_user(std::move(user)), m_preferences(preferences) {
-    Recalculate();
+    FillMissingEnergy(m_user, m_targets);
 }
 
 CTargetsFields CTargetsForm::GetFields() const {
@@ -49,19 +49,27 @@ QString CTargetsForm::TargetText(int nutrient) const {
     return m_preferences.FormatNutrient(nutrient, m_targets.nutrients.at(nutrient));
 }
 
+QString CTargetsForm::CalculatedText(int nutrient) const {
+    if (!CanRecalculate() || nutrient >= kFirstUserNutrient) {
+        return {};
+    }
+    CTargets targets = m_targets;
+    FillMissingEnergy(m_user, targets);
+    RecalculateNutrientTargets(targets);
+    return m_preferences.FormatNutrient(nutrient, targets.nutrients.at(nutrient));
+}
+
 void CTargetsForm::SetFields(const CTargetsFields& fields) {
     const CTargetsFields shown = GetFields();
     SetPlan(fields, shown);
     if (fields.energy != shown.energy) {
         m_targets.dailyEnergyKcal =
             EnergyStored(TypedNumber(fields.energy).value_or(0), m_preferences.energyUnit);
-        RecalculateNutrientTargets(m_targets);
     }
 }
 
 void CTargetsForm::SetDietType(int dietType) {
     m_targets.dietType = dietType;
-    RecalculateNutrientTargets(m_targets);
 }
 
 void CTargetsForm::TypeTarget(int nutrient, const QString& text) {
@@ -111,5 +119,4 @@ void CTargetsForm::SetPlan(const CTargetsFields& fields, const CTargetsFields& s
         FollowGoalDate(m_targets);
     }
     m_targets.dailyEnergyKcal = PlannedEnergyKcal(m_user, m_targets);
-    RecalculateNutrientTargets(m_targets);
 }

@@ -21,8 +21,11 @@ struct CTargetsFields {
 /// rounding of what is shown. Typed texts that are no numbers count 0.
 ///
 /// A new rate moves the goal date, a new goal date the rate. These, the weights and the start date
-/// compute the daily energy anew; a typed daily energy stays until then. The nutrient targets
-/// follow the daily energy and the diet type.
+/// compute the daily energy again; a typed daily energy stays until then.
+///
+/// The nutrient targets are the stored or typed ones until Recalculate or Confirm: choosing a diet
+/// type or changing the plan leaves them alone, and the custom type chosen again finds them as they
+/// were. CalculatedText shows meanwhile what they would become.
 class CTargetsForm {
   public:
     /// A missing daily energy is computed at once.
@@ -35,6 +38,9 @@ class CTargetsForm {
     /// "%d wks", or empty.
     [[nodiscard]] QString WeeksText() const;
     [[nodiscard]] QString TargetText(int nutrient) const;
+    /// What the daily energy and the diet type chosen now give for the target; empty where they
+    /// decide nothing.
+    [[nodiscard]] QString CalculatedText(int nutrient) const;
     /// The custom type leaves the targets to the user.
     [[nodiscard]] bool CanRecalculate() const { return m_targets.dietType != kCustomDiet; }
 
@@ -42,7 +48,8 @@ class CTargetsForm {
     void SetFields(const CTargetsFields& fields);
     /// 0 to 6.
     void SetDietType(int dietType);
-    /// Changing a target that the diet type decides makes the type the custom one.
+    /// Changing a target that the diet type decides makes the type the custom one, so that the
+    /// typed value stays.
     void TypeTarget(int nutrient, const QString& text);
     /// Nutrient targets from the daily energy (computed when missing) and the diet type.
     void Recalculate();

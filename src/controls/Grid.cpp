@@ -20,6 +20,10 @@ constexpr int kMinimumListColumn = 15;
 constexpr int kMinimumColumn = 4;
 constexpr int kCheckColumnWidth = 230;
 constexpr int kNameColumnMinimum = 100;
+constexpr int kNarrowNameColumn = 60;  // beside more than one column of values
+/// The columns after it are there to be read, in grey.
+constexpr int kLastEditedColumn = 1;
+constexpr float kHintOpacity = 0.65F;
 /// Room for an editor's frame around the text.
 constexpr int kRowPadding = 8;
 
@@ -29,6 +33,16 @@ class CRowDelegate : public QStyledItemDelegate {
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
         const QSize size = QStyledItemDelegate::sizeHint(option, index);
         return size.expandedTo({0, option.fontMetrics.height() + kRowPadding});
+    }
+
+  protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (index.column() > kLastEditedColumn) {
+            QColor text = option->palette.color(QPalette::Text);
+            text.setAlphaF(kHintOpacity);
+            option->palette.setColor(QPalette::Text, text);
+        }
     }
 };
 
@@ -61,11 +75,11 @@ CGrid::CGrid(EGridKind kind, const QStringList& columnTitles, const QString& acc
     if (kind == EGridKind::Checks) {
         setColumnWidth(0, kCheckColumnWidth);
     } else {
-        m_model->horizontalHeaderItem(1)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        // A short title must not clip the values under it.
-        setColumnWidth(1, std::max(header()->sectionSizeHint(1),
-                                   fontMetrics().horizontalAdvance(QStringLiteral("99999.99")) +
-                                       fontMetrics().height()));
+        for (int column = 1; column < m_model->columnCount(); ++column) {
+            m_model->horizontalHeaderItem(column)->setTextAlignment(Qt::AlignRight |
+                                                                    Qt::AlignVCenter);
+            setColumnWidth(column, ValueWidth(column));
+        }
     }
     connect(this, &QTreeView::pressed, this,
             [this](const QModelIndex& index) { m_checkedAtPress = IsChecked(index.row()); });
@@ -110,6 +124,14 @@ QString CGrid::CellText(int row, int column) const {
 void CGrid::SetCellText(int row, int column, const QString& text) {
     if (QStandardItem* item = m_model->item(row, column)) {
         item->setText(text);
+    }
+}
+
+void CGrid::SetColumnShown(int column, bool isShown) {
+    const bool isFitted = AreNamesFitted(viewport()->width());
+    setColumnHidden(column, !isShown);
+    if (isFitted) {
+        FitNames();
     }
 }
 
@@ -164,7 +186,7 @@ void CGrid::keyPressEvent(QKeyEvent* event) {
     if (key == Qt::Key_Left || key == Qt::Key_Right) {
         const QModelIndex next =
             current.siblingAtColumn(current.column() + (key == Qt::Key_Left ? -1 : 1));
-        if (next.isValid()) {
+        if (next.isValid() && !isColumnHidden(next.column())) {
             setCurrentIndex(next);
             return;
         }
@@ -184,17 +206,54 @@ void CGrid::keyPressEvent(QKeyEvent* event) {
 
 void CGrid::resizeEvent(QResizeEvent* event) {
     QTreeView::resizeEvent(event);
-    // The names take what the values leave, until the user drags the columns apart.
-    const int oldWidth = event->oldSize().width();
-    const bool fitted =
-        oldWidth <= 0 || header()->length() == oldWidth || columnWidth(0) == kNameColumnMinimum;
-    if (m_kind != EGridKind::Checks && fitted) {
-        setColumnWidth(0, std::max(event->size().width() - columnWidth(1), kNameColumnMinimum));
+    if (AreNamesFitted(event->oldSize().width())) {
+        FitNames();
     }
     if (m_control != nullptr) {
         ScrollToCell(m_editedCell.row(), m_editedCell.column());
         m_control->Place(CellRect(m_editedCell.row(), m_editedCell.column()));
     }
+}
+
+// The names take what the values leave, until the user drags the columns apart.
+bool CGrid::AreNamesFitted(int width) const {
+    return m_kind != EGridKind::Checks &&
+           (width <= 0 || header()->length() == width || columnWidth(0) == kNameColumnMinimum ||
+            columnWidth(0) == kNarrowNameColumn);
+}
+
+void CGrid::FitNames() {
+    const auto room = [this] {
+        return viewport()->width() - (header()->length() - columnWidth(0));
+    };
+    const int columns = m_model->columnCount();
+    if (columns <= kLastEditedColumn + 1) {
+        setColumnWidth(0, std::max(room(), kNameColumnMinimum));
+        return;
+    }
+    for (int column = 1; column < columns; ++column) {
+        setColumnWidth(column, ValueWidth(column));
+    }
+    // Where there is no room for that, the values are as wide as their texts.
+    for (int column = 1; column < columns && room() < kNameColumnMinimum; ++column) {
+        setColumnWidth(column, std::min(columnWidth(column), TextsWidth(column)));
+    }
+    setColumnWidth(0, std::max(room(), kNarrowNameColumn));
+}
+
+// A short title must not clip the values under it.
+int CGrid::ValueWidth(int column) const {
+    return std::max(
+        header()->sectionSizeHint(column),
+        fontMetrics().horizontalAdvance(QStringLiteral("99999.99")) + fontMetrics().height());
+}
+
+int CGrid::TextsWidth(int column) const {
+    int width = header()->sectionSizeHint(column);
+    for (int row = 0; row < RowCount(); ++row) {
+        width = std::max(width, sizeHintForIndex(m_model->index(row, column)).width());
+    }
+    return width;
 }
 
 bool CGrid::HasEditor(int row, int column) const {

@@ -10,7 +10,7 @@ class CInPlaceControl;
 class QLineEdit;
 class QStandardItemModel;
 
-/// Which cells of a grid open which editor.
+/// Which cells of a grid open which editor. Further columns open none and show their texts in grey.
 enum class EGridKind {
     Values,    ///< column 1 opens an edit box
     Servings,  ///< column 0 offers the serving words in a list, column 1 an edit box; one row is
@@ -38,6 +38,8 @@ class CGrid : public QTreeView {
     /// What is typed into a column ends after so many characters; a longer text that is there
     /// stays whole.
     void SetMaxLength(int column, int length) { m_maxLengths.insert(column, length); }
+    /// Lays the columns out for their texts, unless the user has dragged them.
+    void SetColumnShown(int column, bool isShown);
     /// Only of EGridKind::Checks.
     [[nodiscard]] bool IsChecked(int row) const;
     void SetChecked(int row, bool checked);
@@ -63,6 +65,12 @@ class CGrid : public QTreeView {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    /// Whether the names are as wide as the values leave room for in so many pixels.
+    [[nodiscard]] bool AreNamesFitted(int width) const;
+    void FitNames();
+    [[nodiscard]] int ValueWidth(int column) const;
+    /// Of the title and of the widest text.
+    [[nodiscard]] int TextsWidth(int column) const;
     [[nodiscard]] bool HasEditor(int row, int column) const;
     /// `initial` replaces the cell's text in the editor.
     bool Open(int row, int column, const std::optional<QString>& initial);

@@ -1,4 +1,6 @@
+#include <QComboBox>
 #include <QDateEdit>
+#include <QHeaderView>
 #include <QLabel>
 
 #include "app/Plans.h"
@@ -54,6 +56,42 @@ class TestProfileDialogs : public QObject {
         Press(dialog, "ok");  // the open cell is delivered first
         QCOMPARE(dialog.GetTargets().dietType, kCustomDiet);
         QCOMPARE(dialog.GetTargets().nutrients[9], 1200.0);
+    }
+
+    void theTypesTargetsStandBesideTheTypedOnesUntilRecalc() {
+        CTargets targets = FromEightyTo(74, 0.5);
+        targets.dietType = kCustomDiet;
+        targets.nutrients[9] = 800;
+        CTargetsDialog dialog(targets, ThirtyYearOldMan(), {}, m_names, nullptr);
+        Show(dialog);
+        dialog.resize(240, 320);
+        auto* grid = Find<CGrid>(dialog, "nutrients");
+        const auto calcium = [grid] {
+            QStringList texts;
+            for (int column = 1; column < 3; ++column) {
+                texts.append(grid->isColumnHidden(column) ? u"-"_s : grid->CellText(9, column));
+            }
+            return texts.join(u'|');
+        };
+        auto* dietType = Find<QComboBox>(dialog, "dietType");
+        QCOMPARE(calcium(), u"800.00|-"_s);
+        grid->setCurrentIndex(grid->model()->index(9, 1));
+        QTest::keyClick(grid, Qt::Key_Right);
+        QCOMPARE(grid->currentIndex().column(), 1);
+        QTest::keyClick(dietType, Qt::Key_Up);
+        QCOMPARE(calcium(), u"800.00|1000.00"_s);
+        QVERIFY(grid->columnWidth(0) >= 60);
+        QVERIFY(grid->header()->length() <= grid->viewport()->width());
+        QTest::keyClick(dietType, Qt::Key_Down);
+        QCOMPARE(calcium(), u"800.00|-"_s);
+        QTest::keyClick(dietType, Qt::Key_Up);
+        Press(dialog, "command65049");
+        QCOMPARE(calcium(), u"1000.00|1000.00"_s);
+        QVERIFY(TypeInto(grid, 9, 1, u"900"_s));
+        Press(dialog, "ok");
+        QCOMPARE(dialog.GetTargets().dietType, kCustomDiet);
+        QCOMPARE(dialog.GetTargets().nutrients[9], 900.0);
+        QCOMPARE(dialog.GetTargets().nutrients[11], 400.0);
     }
 
     void aFreeNameAndAHeightAreNeeded() {

@@ -6,6 +6,7 @@
 #include "app/Plans.h"
 #include "app/TargetsForm.h"
 #include "store/RecordStore.h"
+#include "support/DataRows.h"
 #include "support/RecordingMessages.h"
 
 using namespace Qt::StringLiterals;
@@ -135,6 +136,8 @@ class TestUserProfile : public QObject {
         fields.energy = u"8360"_s;
         form.SetFields(fields);
         QVERIFY(IsNear(form.GetTargets().dailyEnergyKcal, 2000));
+        QCOMPARE(form.TargetText(3) + u' ' + form.CalculatedText(3), u"0.00 275.00"_s);
+        QVERIFY(form.Confirm());
         QCOMPARE(form.GetTargets().nutrients[3], 275.0);
     }
 
@@ -160,10 +163,46 @@ class TestUserProfile : public QObject {
         form.TypeTarget(9, u"800"_s);
         QVERIFY(!form.CanRecalculate());
         form.Recalculate();
+        QVERIFY(form.Confirm());
         QCOMPARE(form.GetTargets().nutrients[9], 800.0);
-        form.SetDietType(0);
-        QCOMPARE(form.GetTargets().nutrients[9], 1000.0);
         QCOMPARE(form.GetTargets().nutrients[40], 12.0);
+        QCOMPARE(form.GetTargets().nutrients[0], 0.0);
+    }
+
+    void storedTargetsStayUntilTheyAreRecalculated_data() {
+        AddRows<int>({{"custom", kCustomDiet}, {"of the pyramid", 3}});
+    }
+    void storedTargetsStayUntilTheyAreRecalculated() {
+        const auto& [storedType] = DataRow<int>();
+        CTargets stored = FromEightyTo(75, 0.5);
+        stored.dietType = storedType;
+        stored.nutrients[0] = 1900.25;
+        stored.nutrients[9] = 800;
+        stored.nutrients[40] = 12;
+        CTargetsForm form(stored, ThirtyYearOldMan(), CPreferences());
+        QVERIFY(IsNear(form.GetTargets().dailyEnergyKcal, 2236.548 - 555.556));  // was missing
+        const auto shown = [&form](int nutrient) {
+            return form.TargetText(nutrient) + u'|' + form.CalculatedText(nutrient);
+        };
+        form.SetDietType(0);
+        QCOMPARE(shown(9), u"800.00|1000.00"_s);
+        QCOMPARE(shown(40), u"12.00|"_s);  // no type decides it
+        CTargetsFields fields = form.GetFields();
+        fields.rate = u"0"_s;
+        form.SetFields(fields);
+        QCOMPARE(shown(0), u"1900.25|2237.00"_s);  // whole(2236.548 + 0.5)
+        fields = form.GetFields();
+        fields.energy = u"2000"_s;
+        form.SetFields(fields);
+        QCOMPARE(shown(3), u"0.00|400.00"_s);  // 2000 x 0.8 / 4
+        form.SetDietType(kCustomDiet);
+        QCOMPARE(shown(9), u"800.00|"_s);
+        QVERIFY(form.Confirm());
+        QVERIFY(form.GetTargets().nutrients == stored.nutrients);
+        form.SetDietType(1);
+        form.Recalculate();
+        QCOMPARE(shown(3), u"350.00|350.00"_s);  // 2000 x 0.7 / 4
+        QCOMPARE(shown(40), u"12.00|"_s);
     }
 
     void listCommandsStopAtTheFirstFailure() {
