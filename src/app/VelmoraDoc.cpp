@@ -2,6 +2,8 @@
 
 #include "platform/Messages.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -15,6 +17,14 @@ bool IsSameName(const QString& a, const QString& b) {
 
 bool IsDiaryTab(int command) {
     return command >= kDietTabCommand && command <= kMonthTabCommand;
+}
+
+/// By kind: the profile's value with the texts of the last find, a list of name and types.
+constexpr const char* kFindValues[] = {"find.foods", "find.menus", "find.recipes",
+                                       "find.exercises"};
+
+QString FindValueOf(ECatalogueKind kind) {
+    return QLatin1StringView(kFindValues[static_cast<std::size_t>(kind)]);
 }
 
 void ShowSaveFailure(int error) {
@@ -105,6 +115,9 @@ bool CVelmoraDoc::LoadProfile(const QString& name) {
         return false;
     }
     ReadSettings(stored);
+    for (CCatalogueState& state : m_catalogueStates) {
+        state.find.reset();
+    }
     ForgetNutrientNames();
     return true;
 }
@@ -249,6 +262,33 @@ const QStringList& CVelmoraDoc::NutrientNames() {
         }
     }
     return m_nutrientNames;
+}
+
+CFindState& CVelmoraDoc::FindState(ECatalogueKind kind) {
+    std::optional<CFindState>& find = CatalogueState(kind).find;
+    if (!find) {
+        const QString stored = m_database->ReadProfileValue(FindValueOf(kind)).value_or(QString());
+        QStringList types;
+        for (const QJsonValue& text : QJsonDocument::fromJson(stored.toUtf8()).array()) {
+            types.append(text.toString());
+        }
+        const QString name = types.isEmpty() ? QString() : types.takeFirst();
+        find = CFindState{name, types};
+    }
+    return *find;
+}
+
+bool CVelmoraDoc::KeepFindTexts(ECatalogueKind kind, const QString& name,
+                                const QStringList& types) {
+    CFindState& find = FindState(kind);
+    if (find.name == name && find.types == types) {
+        return true;
+    }
+    find.name = name;
+    find.types = types;
+    const QJsonArray texts = QJsonArray::fromStringList(QStringList(name) + types);
+    return m_database->SaveProfileValue(
+        FindValueOf(kind), QString::fromUtf8(QJsonDocument(texts).toJson(QJsonDocument::Compact)));
 }
 
 void CVelmoraDoc::NameEnergy() {

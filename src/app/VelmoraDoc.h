@@ -38,8 +38,8 @@ struct CFindState {
 
 /// What outlives the view of a catalogue kind.
 struct CCatalogueState {
-    CFindState find;
-    int splitterPerMille = 400;  ///< the tree's share
+    std::optional<CFindState> find;  ///< see CVelmoraDoc::FindState
+    int splitterPerMille = 400;      ///< the tree's share
 };
 
 /// Selected meal of the diet tab: 0 to 5, or all meals.
@@ -112,6 +112,13 @@ class CVelmoraDoc {
     CCatalogueState& CatalogueState(ECatalogueKind kind) {
         return m_catalogueStates.at(static_cast<std::size_t>(kind));
     }
+
+    /// The last find in a kind, which begins with the texts that the active profile has kept.
+    CFindState& FindState(ECatalogueKind kind);
+    /// Takes the texts of a new find and keeps them with the active profile. False when they could
+    /// not be stored and last no longer than the program.
+    [[nodiscard]] bool KeepFindTexts(ECatalogueKind kind, const QString& name,
+                                     const QStringList& types);
 
   private:
     /// Whether the settings are defaults in the place of a record that could not be read.

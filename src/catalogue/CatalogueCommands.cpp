@@ -97,7 +97,7 @@ void CCatalogueView::DeleteCategory() {
     const CPositionRange range =
         Database().Items(m_texts.kind).RangeOf(categoryId).value_or(CPositionRange{});
     if (m_rules.DeleteCategory(categoryId)) {
-        CFindState& find = State().find;
+        CFindState& find = m_doc.FindState(m_texts.kind);
         NoteDeleted(find, std::clamp(find.next - range.first, 0, range.count));
     }
     // The one that takes its place, or the last. A category may have lost its items and stayed.
@@ -129,7 +129,7 @@ void CCatalogueView::DeleteSelected() {
         return;
     }
     // "Find next" goes on behind the same item, also when it is among those that went.
-    CFindState& find = State().find;
+    CFindState& find = m_doc.FindState(m_texts.kind);
     if (deleted == static_cast<int>(selected.size())) {
         const auto inFront = std::ranges::count_if(
             selected, [&](const auto& entry) { return entry.position < find.next; });
@@ -162,18 +162,18 @@ void CCatalogueView::Find() {
     const auto fields = CatalogueLayoutOf(m_texts.kind).namesType
                             ? CFindDialog::EFields::NameAndType
                             : CFindDialog::EFields::Name;
-    CFindState& state = State().find;
+    CFindState& state = m_doc.FindState(m_texts.kind);
     CFindDialog dialog(Text(m_texts.findPrompt), state, fields, this);
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }
-    state.name = dialog.GetName();
-    state.types = dialog.GetTypes();
+    // Texts that cannot be stored are good for this run of the program.
+    (void)m_doc.KeepFindTexts(m_texts.kind, dialog.GetName(), dialog.GetTypes());
     ShowFound(FindFirst(Database(), m_texts.kind, state));
 }
 
 void CCatalogueView::FindAgain() {
-    CFindState& state = State().find;
+    CFindState& state = m_doc.FindState(m_texts.kind);
     if (!state.HasTexts()) {
         Find();
     } else {

@@ -14,8 +14,8 @@ CPickChoices CPickForm::Choices(EPicker picker, int capacity) {
 }
 
 bool CPickForm::Find(const QString& name, const QStringList& types) {
-    FindState().name = name;
-    FindState().types = types;
+    // Texts that cannot be stored are good for this run of the program.
+    (void)m_doc.KeepFindTexts(Catalogue(), name, types);
     return LoadFound(FindFirst(m_doc.Database(), Catalogue(), FindState()));
 }
 

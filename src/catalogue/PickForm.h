@@ -23,7 +23,7 @@ class CPickForm {
     virtual EPicker Pick(EPicker picker, const QString& row) = 0;
 
     /// The document's last find in the catalogue.
-    [[nodiscard]] CFindState& FindState() const { return m_doc.CatalogueState(Catalogue()).find; }
+    [[nodiscard]] CFindState& FindState() const { return m_doc.FindState(Catalogue()); }
     /// False when there is nothing to find again.
     [[nodiscard]] virtual bool HasFindTexts() const { return FindState().HasTexts(); }
     /// Both load the next match into the form and return true; false after the message that there

@@ -259,6 +259,12 @@ bool CDatabase::OpenProfile(const QString& name, bool mayCreate) {
         isOpen =
             parts.at(i)->Open(!mayCreate, name + QLatin1StringView(kProfileDatabases[i].suffix));
     }
+    const bool isNew = std::ranges::none_of(databases, [this](const CDatabaseInfo& database) {
+        return database.id == m_profile.GetId();
+    });
+    if (isOpen && isNew) {
+        isOpen = m_store.DropValues(m_profile.GetId());
+    }
     isOpen = group.Commit() && isOpen;
     if (!isOpen) {
         CloseProfile();
@@ -279,7 +285,8 @@ bool CDatabase::DeleteProfile(const QString& name) {
     CRecordGroup group(m_store);
     for (const CDatabaseInfo& database : databases) {
         if (OwnershipOf(database, name) == EOwnership::OfProfile) {
-            isDeleted = m_store.DeleteDatabase(database.name, database.type) && isDeleted;
+            isDeleted = m_store.DropValues(database.id) &&
+                        m_store.DeleteDatabase(database.name, database.type) && isDeleted;
         }
     }
     isDeleted = group.Commit() && isDeleted;
@@ -299,4 +306,12 @@ EProfileRecord CDatabase::LoadProfileRecord(CProfileRecord& record) {
 
 bool CDatabase::SaveProfileRecord(const CProfileRecord& record) {
     return m_profile.Write(FindProfileRecord(m_profile).position, record);
+}
+
+std::optional<QString> CDatabase::ReadProfileValue(const QString& name) {
+    return m_profile.IsOpen() ? m_store.ReadValue(m_profile.GetId(), name) : std::nullopt;
+}
+
+bool CDatabase::SaveProfileValue(const QString& name, const QString& value) {
+    return m_profile.IsOpen() && m_store.WriteValue(m_profile.GetId(), name, value);
 }

@@ -146,6 +146,12 @@ class CDatabase {
     /// Writes over the stored record, or adds it when there is none to be found.
     bool SaveProfileRecord(const CProfileRecord& record);
 
+    /// A small value of the open profile that no record has a place for; nothing when none is
+    /// stored. It goes with the profile.
+    std::optional<QString> ReadProfileValue(const QString& name);
+    /// False when it is not stored, also for want of an open profile.
+    [[nodiscard]] bool SaveProfileValue(const QString& name, const QString& value);
+
     CItemDatabase<CDietEntry>& Diet() { return m_diet; }
     CItemDatabase<CWeightEntry>& Weight() { return m_weight; }
     CItemDatabase<CExerciseEntry>& Exercises() { return m_exercises; }

@@ -43,6 +43,8 @@ class CItemDatabaseBase {
     bool Open(bool openOnly, const QString& name = QString());
     void Close();
     [[nodiscard]] bool IsOpen() const { return m_handle.IsValid(); }
+    /// Of the database itself; 0 when it is not open.
+    [[nodiscard]] ObjectId GetId() const { return m_handle.id; }
 
     int Count();
     /// False without a message when there is no such position; a wrong number of properties shows

@@ -1,6 +1,7 @@
 #include "store/RecordStore.h"
 
 #include "platform/Messages.h"
+#include "store/NamedValues.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -176,6 +177,18 @@ std::optional<qint64> CRecordStore::KeyAt(CDatabaseHandle& handle, int position)
     qint64 key = 0;
     return position >= 0 && Note(m_engine.KeyAt(handle.id, position, key)) ? std::optional(key)
                                                                            : std::nullopt;
+}
+
+std::optional<QString> CRecordStore::ReadValue(ObjectId owner, const QString& name) {
+    return CNamedValues(m_engine.State()).Read(owner, name);
+}
+
+bool CRecordStore::WriteValue(ObjectId owner, const QString& name, const QString& value) {
+    return Note(CNamedValues(m_engine.State()).Write(owner, name, value));
+}
+
+bool CRecordStore::DropValues(ObjectId owner) {
+    return Note(CNamedValues(m_engine.State()).DropOwner(owner));
 }
 
 bool CRecordStore::BeginGroup() {

@@ -72,6 +72,11 @@ class CRecordStore {
     /// Key at a position; nothing when it cannot be had.
     std::optional<qint64> KeyAt(CDatabaseHandle& handle, int position);
 
+    /// See CNamedValues.
+    std::optional<QString> ReadValue(ObjectId owner, const QString& name);
+    [[nodiscard]] bool WriteValue(ObjectId owner, const QString& name, const QString& value);
+    [[nodiscard]] bool DropValues(ObjectId owner);
+
     /// See CStorageEngine: writes between the two become durable together.
     bool BeginGroup();
     bool EndGroup();

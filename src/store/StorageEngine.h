@@ -80,6 +80,9 @@ class CStorageEngine {
     /// Undoes the whole group at once, nested or not, as a failed write in it does.
     int UndoGroup();
 
+    /// What CNamedValues works on, which lives as long as the engine.
+    [[nodiscard]] CStorageState& State() { return *m_state; }
+
   private:
     std::unique_ptr<CStorageState> m_state;
 };

@@ -171,6 +171,76 @@ class TestVelmoraDoc : public CCatalogueTest {
         QVERIFY(!m_doc->CheckNewProfileName(u"Bert"_s));
     }
 
+    void findTextsAreKeptForTheirProfileAlone() {
+        QVERIFY(CreateProfile(u"Anna"_s) && CreateProfile(u"Bert"_s));
+        const auto kept = [this](const QString& profile, ECatalogueKind kind) {
+            if (!m_doc->SetActiveProfile(profile)) {
+                return u"no profile"_s;
+            }
+            const CFindState& find = m_doc->FindState(kind);
+            return find.name + u'|' + find.types.join(u',');
+        };
+        QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));
+        QVERIFY(m_doc->KeepFindTexts(kFoods, u"milk"_s, {u"a \"b, c"_s}));
+        QVERIFY(m_doc->KeepFindTexts(kExercises, u"run"_s, {u"x"_s, {}, u"z"_s}));
+        QCOMPARE(kept(u"Bert"_s, kFoods), u"|"_s);
+        QVERIFY(m_doc->KeepFindTexts(kFoods, u"tea"_s, {u"green"_s}));
+        QVERIFY(m_doc->KeepFindTexts(kMenus, u"lunch"_s, {}));
+        Reopen();
+        QCOMPARE(kept(u"Anna"_s, kFoods), u"milk|a \"b, c"_s);
+        QCOMPARE(kept(u"Anna"_s, kExercises), u"run|x,,z"_s);
+        QCOMPARE(kept(u"Anna"_s, kMenus), u"|"_s);
+        QCOMPARE(kept(u"Bert"_s, kFoods), u"tea|green"_s);
+        // The next profiles get the identifiers of those that are gone.
+        QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));
+        {
+            const CFileSizeLimit limit(1);
+            QVERIFY(!m_doc->DeleteUserProfiles({u"Bert"_s}));
+        }
+        QCOMPARE(m_messages->Said(), u"Cannot delete database."_s);
+        QCOMPARE(Query("SELECT COUNT(*) FROM named_values WHERE value LIKE '%tea%'"), 1);
+        QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));
+        QVERIFY(m_doc->DeleteUserProfiles({u"Bert"_s}));
+        QCOMPARE(Query("SELECT COUNT(*) FROM named_values WHERE value LIKE '%tea%'"), 0);
+        QVERIFY(CreateProfile(u"Bert"_s));
+        QCOMPARE(kept(u"Bert"_s, kFoods), u"|"_s);
+        QVERIFY(m_doc->KeepFindTexts(kFoods, u"tea"_s, {}));
+        QVERIFY(m_doc->KeepFindTexts(kMenus, u"lunch"_s, {}));
+        // As by a program that knows no values: another profile of that identifier, then the same
+        // name again.
+        Change("UPDATE databases SET name='Cleo' || substr(name, 5) WHERE name LIKE 'Bert%'");
+        QCOMPARE(kept(u"Cleo"_s, kFoods), u"|"_s);
+        QVERIFY(m_doc->KeepFindTexts(kFoods, u"soup"_s, {}));
+        Reopen();
+        QCOMPARE(kept(u"Cleo"_s, kFoods), u"soup|"_s);
+        QCOMPARE(kept(u"Cleo"_s, kMenus), u"|"_s);
+        Change("DELETE FROM databases WHERE name LIKE 'Cleo%'");
+        QVERIFY(CreateProfile(u"Cleo"_s));
+        QCOMPARE(kept(u"Cleo"_s, kFoods), u"|"_s);
+    }
+
+    void aVolumeGetsItsTableOfValuesWithTheFirst() {
+        QVERIFY(CreateProfile(u"Anna"_s) && m_doc->SetActiveProfile(u"Anna"_s));
+        QVERIFY(!m_doc->FindState(kFoods).HasTexts());
+        QVERIFY(m_doc->KeepFindTexts(kFoods, {}, {}));
+        constexpr auto kTables = "SELECT COUNT(*) FROM sqlite_master WHERE name='named_values'";
+        QCOMPARE(Query(kTables), 0);
+        QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));
+        {
+            const CFileSizeLimit limit(1);
+            QVERIFY(!m_doc->KeepFindTexts(kFoods, u"milk"_s, {}));
+        }
+        QCOMPARE(m_doc->FindState(kFoods).name, u"milk"_s);  // for this run
+        QCOMPARE(Query(kTables), 0);
+        QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));
+        QVERIFY(m_doc->KeepFindTexts(kFoods, u"milk"_s, {}));
+        QCOMPARE(Query(kTables), 1);
+        QCOMPARE(Query("PRAGMA user_version"), 1);
+        m_doc->Database().CloseProfile();
+        QVERIFY(!m_doc->Database().SaveProfileValue(u"find.foods"_s, u"[]"_s));
+        QVERIFY(!m_doc->Database().ReadProfileValue(u"find.foods"_s));
+    }
+
     void failedSwitchKeepsTheActiveProfile() {
         QVERIFY(CreateProfile(u"Anna"_s) && m_doc->SetActiveProfile(u"Anna"_s));
         QVERIFY(!m_doc->SetActiveProfile(u"Foods"_s));

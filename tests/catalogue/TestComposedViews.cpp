@@ -8,6 +8,7 @@
 #include "catalogue/AddFoodDialog.h"
 #include "catalogue/ComposedEditDialog.h"
 #include "catalogue/ComposedMainView.h"
+#include "catalogue/FindDialog.h"
 #include "controls/ReportList.h"
 #include "diary/DiaryFixture.h"
 #include "support/Clicks.h"
@@ -64,6 +65,32 @@ class TestComposedViews : public CDiaryTest {
         QCOMPARE(recipe.GetInstructions(), u"Boil\r\nCool"_s);
         QCOMPARE(PartsOf(Database(), kRecipes, recipe.GetItemId()), u"Apple"_s);
         QCOMPARE(Find<CReportList>(view, "items")->SelectedRows(), std::vector<int>{0});
+    }
+
+    void theNextRunFindsByTheSameTexts() {
+        const auto find = [this](const QString& expected, const QString& typed) {
+            CRecipesMainView view(*m_doc, nullptr);
+            Show(view);
+            OnDialog<CFindDialog>([&](CFindDialog& dialog) {
+                QCOMPARE(dialog.GetName(), expected);
+                Replace(Find<QLineEdit>(dialog, "name"), typed);
+                Press(dialog, "ok");
+            });
+            Find<QAction>(view, "Find recipe")->trigger();
+            QCOMPARE(m_messages->Said(), u"Recipe not found."_s);
+        };
+        find({}, u"pie"_s);
+        Reopen();
+        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
+        find(u"pie"_s, u"tart"_s);
+        // A food is found by the dialogs that pick one, too.
+        CAddFoodForm form(*m_doc, CAddFoodRequest::ForNewEntry(QTime(8, 0)));
+        QVERIFY(form.Find(u"apple"_s, {u"dried"_s}));
+        Reopen();
+        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
+        QCOMPARE(m_doc->FindState(kFoods).name, u"apple"_s);
+        QCOMPARE(m_doc->FindState(kFoods).types, QStringList{u"dried"_s});
+        QCOMPARE(m_doc->FindState(kRecipes).name, u"tart"_s);
     }
 
     void returnEditsAMenuAndItsTextsStayWhenNobodyTouchesThem() {

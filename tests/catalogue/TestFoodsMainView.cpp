@@ -215,7 +215,7 @@ class TestFoodsMainView : public CCatalogueViewTest {
 
     void findNextFollowsItsLastMatchWhereverItMoves() {
         Fill();
-        CFindState& find = m_doc->CatalogueState(kFoods).find;
+        CFindState& find = m_doc->FindState(kFoods);
         find.name = u"milk"_s;
         QCOMPARE(FindFirst(Database(), kFoods, find), 0);
         // A food before it pushes it on.

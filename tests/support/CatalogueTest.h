@@ -74,6 +74,22 @@ class CCatalogueTest : public QObject {
         }
         Reopen();
     }
+    /// The number that a query on the closed volume gives; it is opened again.
+    qint64 Query(const char* sql) {
+        m_doc.reset();
+        qint64 result = -1;
+        {
+            CSqliteFile file;
+            CStatement query;
+            if (file.Open(Path(QStringLiteral("v.db"))) == kErrorSuccess &&
+                query.Prepare(file, sql) == kErrorSuccess) {
+                query.Start({});
+                result = query.Next() ? query.GetInteger(0) : -1;
+            }
+        }
+        Reopen();
+        return result;
+    }
     /// Nothing may be left that was shown and not taken.
     void DropVolume() {
         m_doc.reset();
