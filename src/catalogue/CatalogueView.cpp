@@ -5,7 +5,6 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QStackedWidget>
-#include <QStyle>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -53,9 +52,9 @@ struct CCatalogueView::CCommand {
     const char* text;  ///< null where the kind has no such command
     QKeySequence shortcut;
     void (CCatalogueView::*run)();
+    /// Of the tool button; null for a command without one.
     const char* tip = nullptr;
-    const char* iconName = nullptr;
-    QStyle::StandardPixmap icon = QStyle::SP_CustomBase;
+    EIcon icon = EIcon::Add;
 };
 
 void CCatalogueView::MakeActions() {
@@ -65,24 +64,21 @@ void CCatalogueView::MakeActions() {
         {m_texts.exportItems, {}, &View::Export},
         {m_texts.close, QKeySequence::Close, &View::CloseView},
         {"New category", Qt::CTRL | Qt::SHIFT | Qt::Key_N, &View::NewCategory,
-         m_texts.newCategoryTip, "folder-new", QStyle::SP_FileDialogNewFolder},
+         m_texts.newCategoryTip, EIcon::NewFolder},
         {"Rename category", Qt::Key_F2, &View::RenameCategory},
         {"Delete category...", QKeySequence::Delete, &View::DeleteCategory},
         {m_texts.renameItems, {}, &View::RenameItems},
-        {m_texts.newItem, QKeySequence::New, &View::NewItem, m_texts.newItemTip},
+        {m_texts.newItem, QKeySequence::New, &View::NewItem, m_texts.newItemTip, EIcon::Add},
         {m_texts.editItem, Qt::Key_Return, &View::EditSelected},
         {m_texts.deleteItems, QKeySequence::Delete, &View::DeleteSelected},
         {m_texts.moveItems, Qt::CTRL | Qt::Key_M, &View::MoveSelected},
         {m_texts.duplicateItem, Qt::CTRL | Qt::Key_D, &View::DuplicateSelected},
-        {m_texts.find, QKeySequence::Find, &View::Find, m_texts.findTip, "edit-find",
-         QStyle::SP_FileDialogContentsView},
-        {m_texts.findNext, Qt::Key_F3, &View::FindAgain, m_texts.findNextTip, "go-down-search",
-         QStyle::SP_ArrowDown},
+        {m_texts.find, QKeySequence::Find, &View::Find, m_texts.findTip, EIcon::Find},
+        {m_texts.findNext, Qt::Key_F3, &View::FindAgain, m_texts.findNextTip, EIcon::FindNext},
     }};
     for (size_t i = 0; i < commands.size(); ++i) {
         m_actions[i] = commands[i].text == nullptr ? nullptr : MakeAction(commands[i]);
     }
-    m_actions[kNewItem]->setIcon(AddIcon(palette().color(QPalette::ButtonText)));
     LeaveKeysToPanes();
     MakeWindowActions();
 }
@@ -94,10 +90,7 @@ QAction* CCatalogueView::MakeAction(const CCommand& command) {
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     if (command.tip != nullptr) {
         action->setToolTip(Text(command.tip));
-    }
-    if (command.iconName != nullptr) {
-        action->setIcon(QIcon::fromTheme(Text(command.iconName),
-                                         style()->standardIcon(command.icon, nullptr, this)));
+        action->setIcon(PaintedIcon(command.icon));
     }
     connect(action, &QAction::triggered, this, command.run);
     addAction(action);

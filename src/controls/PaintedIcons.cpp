@@ -1,40 +1,69 @@
 #include "controls/PaintedIcons.h"
 
+#include <QGuiApplication>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPalette>
 #include <QPixmap>
 
 namespace {
 
-// Pictures are drawn on a square of 16 units and kept at twice and four times that for dense
-// screens.
+/// Everything is drawn on a square of this many units.
 constexpr int kUnits = 16;
-constexpr int kSizes[] = {16, 32, 64};
+constexpr double kLineWidth = 1.4;
+constexpr double kDisabledOpacity = 0.35;
 
-template <typename Draw>
-QIcon Painted(const QColor& color, Draw draw) {
-    QIcon icon;
-    for (const int size : kSizes) {
-        QPixmap pixmap(size, size);
+using DrawIcon = void (*)(QPainter& painter);
+
+class CPaintedIconEngine : public QIconEngine {
+  public:
+    CPaintedIconEngine(DrawIcon draw, const QColor& color) : m_draw(draw), m_color(color) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode,
+               QIcon::State /*state*/) override {
+        const int side = std::min(rect.width(), rect.height());
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->translate(rect.x() + (rect.width() - side) / 2.0,
+                           rect.y() + (rect.height() - side) / 2.0);
+        painter->scale(double(side) / kUnits, double(side) / kUnits);
+        if (mode == QIcon::Disabled) {
+            painter->setOpacity(kDisabledOpacity);
+        }
+        const QColor color =
+            m_color.isValid() ? m_color : QGuiApplication::palette().color(QPalette::ButtonText);
+        painter->setPen(QPen(color, kLineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        m_draw(*painter);
+        painter->restore();
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap pixmap(size);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(double(size) / kUnits, double(size) / kUnits);
-        painter.setPen(QPen(color, 1.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        draw(painter);
-        painter.end();
-        icon.addPixmap(pixmap);
+        paint(&painter, pixmap.rect(), mode, state);
+        return pixmap;
     }
-    return icon;
-}
 
-void DrawApple(QPainter& painter) {
+    [[nodiscard]] QIconEngine* clone() const override { return new CPaintedIconEngine(*this); }
+
+  private:
+    DrawIcon m_draw;
+    QColor m_color;
+};
+
+QPainterPath ApplePath() {
     QPainterPath apple(QPointF(8, 5.5));
     apple.cubicTo(3, 3, 1, 8, 4, 12.5);
     apple.cubicTo(5.5, 15, 7, 14.2, 8, 13.8);
     apple.cubicTo(9, 14.2, 10.5, 15, 12, 12.5);
     apple.cubicTo(15, 8, 13, 3, 8, 5.5);
-    painter.drawPath(apple);
+    return apple;
+}
+
+void DrawApple(QPainter& painter) {
+    painter.drawPath(ApplePath());
     painter.drawLine(QPointF(8, 5.5), QPointF(9.5, 1.8));
 }
 
@@ -58,32 +87,78 @@ void DrawPot(QPainter& painter) {
     painter.drawLine(QPointF(10, 1.5), QPointF(10, 4));
 }
 
+void DrawAdd(QPainter& painter) {
+    painter.drawLine(QPointF(8, 2.5), QPointF(8, 13.5));
+    painter.drawLine(QPointF(2.5, 8), QPointF(13.5, 8));
+}
+
+void DrawDelete(QPainter& painter) {
+    painter.drawLine(QPointF(2, 4), QPointF(14, 4));
+    painter.drawLine(QPointF(6.5, 1.8), QPointF(9.5, 1.8));
+    painter.drawPolyline(QPolygonF({{3.5, 4}, {4.5, 14.5}, {11.5, 14.5}, {12.5, 4}}));
+    painter.drawLine(QPointF(6.7, 7), QPointF(6.9, 11.5));
+    painter.drawLine(QPointF(9.3, 7), QPointF(9.1, 11.5));
+}
+
+void DrawNewFolder(QPainter& painter) {
+    painter.drawPolyline(
+        QPolygonF({{8, 13}, {1.5, 13}, {1.5, 3}, {6, 3}, {7.5, 5}, {14.5, 5}, {14.5, 8}}));
+    painter.drawLine(QPointF(12, 9.5), QPointF(12, 14.5));
+    painter.drawLine(QPointF(9.5, 12), QPointF(14.5, 12));
+}
+
+void DrawLens(QPainter& painter) {
+    painter.drawEllipse(QPointF(6.5, 6.5), 4.5, 4.5);
+    painter.drawLine(QPointF(9.8, 9.8), QPointF(14, 14));
+}
+
+void DrawLensAndArrow(QPainter& painter) {
+    painter.drawEllipse(QPointF(5.5, 5.5), 4, 4);
+    painter.drawLine(QPointF(8.4, 8.4), QPointF(11, 11));
+    painter.drawLine(QPointF(13, 2), QPointF(13, 8));
+    painter.drawPolyline(QPolygonF({{11, 6}, {13, 8.2}, {15, 6}}));
+    painter.drawLine(QPointF(3, 14), QPointF(13, 14));
+}
+
+void DrawProgram(QPainter& painter) {
+    constexpr QColor kLeaf(46, 125, 80);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(kLeaf);
+    painter.drawRoundedRect(QRectF(0.5, 0.5, 15, 15), 3.5, 3.5);
+    painter.setBrush(Qt::white);
+    painter.drawPath(ApplePath());
+    painter.setPen(QPen(Qt::white, kLineWidth, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(QPointF(8, 5.5), QPointF(9.3, 2.6));
+}
+
+DrawIcon DrawingOf(EIcon icon) {
+    switch (icon) {
+        case EIcon::Apple:
+            return DrawApple;
+        case EIcon::Card:
+            return DrawCard;
+        case EIcon::Pot:
+            return DrawPot;
+        case EIcon::Add:
+            return DrawAdd;
+        case EIcon::Delete:
+            return DrawDelete;
+        case EIcon::NewFolder:
+            return DrawNewFolder;
+        case EIcon::Find:
+            return DrawLens;
+        case EIcon::FindNext:
+            return DrawLensAndArrow;
+    }
+    return DrawCard;
+}
+
 }  // namespace
 
-QIcon KindIcon(EItemKind kind, const QColor& color) {
-    switch (kind) {
-        case EItemKind::Menu:
-            return Painted(color, DrawCard);
-        case EItemKind::Recipe:
-            return Painted(color, DrawPot);
-        default:
-            return Painted(color, DrawApple);
-    }
+QIcon PaintedIcon(EIcon icon, const QColor& color) {
+    return QIcon(new CPaintedIconEngine(DrawingOf(icon), color));
 }
 
-QIcon AddIcon(const QColor& color) {
-    return Painted(color, [](QPainter& painter) {
-        painter.drawLine(QPointF(8, 2.5), QPointF(8, 13.5));
-        painter.drawLine(QPointF(2.5, 8), QPointF(13.5, 8));
-    });
-}
-
-QIcon DeleteIcon(const QColor& color) {
-    return Painted(color, [](QPainter& painter) {
-        painter.drawLine(QPointF(2, 4), QPointF(14, 4));
-        painter.drawLine(QPointF(6.5, 1.8), QPointF(9.5, 1.8));
-        painter.drawPolyline(QPolygonF({{3.5, 4}, {4.5, 14.5}, {11.5, 14.5}, {12.5, 4}}));
-        painter.drawLine(QPointF(6.7, 7), QPointF(6.9, 11.5));
-        painter.drawLine(QPointF(9.3, 7), QPointF(9.1, 11.5));
-    });
+QIcon ProgramIcon() {
+    return QIcon(new CPaintedIconEngine(DrawProgram, QColor()));
 }

@@ -1,12 +1,13 @@
-// The pictures of the lists, painted in a colour that stands out from its background: no image
-// files, no icon theme.
+// The program's own icon set: drawn when painted, so sharp at every size and scale. No image files,
+// no icon theme.
 #pragma once
 
+#include <QColor>
 #include <QIcon>
 
-#include "store/DiaryEntries.h"
+enum class EIcon { Apple, Card, Pot, Add, Delete, NewFolder, Find, FindNext };
 
-/// An apple, a card and a pot for food, menu and recipe.
-QIcon KindIcon(EItemKind kind, const QColor& color);
-QIcon AddIcon(const QColor& color);
-QIcon DeleteIcon(const QColor& color);
+/// Without a colour, that of the palette's button texts at the moment of painting.
+QIcon PaintedIcon(EIcon icon, const QColor& color = {});
+/// The program's own, in its own colours.
+QIcon ProgramIcon();

@@ -61,6 +61,8 @@ void CDiaryView::SetCommands(CReportList* list, const std::vector<CListCommand>&
     for (const CListCommand& command : commands) {
         m_commands.push_back(CreateListAction(command));
     }
+    m_commands[kAdd]->setIcon(PaintedIcon(EIcon::Add));
+    m_commands[kDelete]->setIcon(PaintedIcon(EIcon::Delete));
     connect(list, &QAbstractItemView::activated, m_commands[kEdit], &QAction::trigger);
     connect(list, &QWidget::customContextMenuRequested, this,
             [this](const QPoint& position) { ShowMenu(m_commands, m_list->viewport(), position); });
@@ -106,12 +108,6 @@ void CDiaryView::LayOutTab(QWidget* between) {
     }
     layout->addWidget(m_splitter, 1);
     m_list->setFocus();
-}
-
-void CDiaryView::ShowColors() {
-    const QColor buttonText = palette().color(QPalette::ButtonText);
-    m_commands[kAdd]->setIcon(AddIcon(buttonText));
-    m_commands[kDelete]->setIcon(DeleteIcon(buttonText));
 }
 
 void CDiaryView::ShowNote(const QString& text) {

@@ -55,8 +55,8 @@ class CDiaryView : public CMainView {
 
     /// The document's day shown is another one.
     virtual void DayChanged() {}
-    /// Pictures stand out from the palette.
-    virtual void ShowColors();
+    /// The palette has changed: what is drawn in colours of the view's own stands out from it.
+    virtual void ShowColors() {}
     /// A line under the list; an empty text hides it.
     void ShowNote(const QString& text);
     /// Height in pixels of the list in a view of that height.

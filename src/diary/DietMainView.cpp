@@ -123,7 +123,6 @@ void CDietMainView::ShowColors() {
     const QColor background = chosen ? ColorOf(*chosen) : QColor();
     m_entries->ShowColors(background);
     m_totals->SetBackgroundColor(background);
-    CDiaryView::ShowColors();
 }
 
 std::vector<CDietEntry> CDietMainView::SelectedEntries() const {

@@ -62,9 +62,8 @@ void CEntryList::ShowRows() {
 void CEntryList::ShowColors(const QColor& background) {
     SetBackgroundColor(background);
     const QColor text = palette().color(QPalette::Text);
-    for (int kind = 0; kind < static_cast<int>(m_pictures.size()); ++kind) {
-        m_pictures[kind] = KindIcon(static_cast<EItemKind>(kind), text);
-    }
+    m_pictures = {PaintedIcon(EIcon::Apple, text), PaintedIcon(EIcon::Card, text),
+                  PaintedIcon(EIcon::Pot, text)};
     QPalette hint = m_hint->palette();
     hint.setColor(QPalette::WindowText, text);
     m_hint->setPalette(hint);

@@ -38,7 +38,6 @@ void CWeightMainView::StoreLayout() {
 }
 
 void CWeightMainView::DataChanged() {
-    ShowColors();
     const QSignalBlocker quiet(m_goalLine);
     m_goalLine->setChecked(Doc().Settings().weightTab.showGoalLine);
     m_weights.Reload();

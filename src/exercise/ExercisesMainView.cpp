@@ -64,7 +64,6 @@ void CExercisesMainView::StoreLayout() {
 void CExercisesMainView::DataChanged() {
     BuildColumns();
     Reload();
-    ShowColors();
     ShowSplit();
 }
 
