@@ -15,7 +15,7 @@ CSelectProfileDialog::CSelectProfileDialog(CVelmoraDoc& doc, QWidget* parent)
       m_doc(doc),
       m_list(new CReportList(u"User name"_s, this)) {
     m_list->setObjectName(u"profiles"_s);
-    m_list->SetColumns({u"User name"_s});
+    m_list->SetColumn(u"User name"_s);
     Content()->addWidget(m_list, 1);
     connect(m_list, &QTreeView::activated, this, &CSelectProfileDialog::accept);
     AddCommand(kCreateProfileCommand, u"&New..."_s, u"Create new user profile"_s,
@@ -77,6 +77,6 @@ void CSelectProfileDialog::DeleteProfile() {
     (void)m_doc.DeleteUserProfiles(SelectedNames());  // has said what went wrong
     Fill();
     if (!rows.empty()) {
-        m_list->SelectRow(rows.front());
+        m_list->SelectPlace(rows.front());
     }
 }

@@ -1,6 +1,5 @@
 #include "catalogue/CatalogueBrowser.h"
 
-#include <QHeaderView>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTreeView>
@@ -12,17 +11,16 @@
 #include "controls/InputPanel.h"
 #include "controls/ListPane.h"
 #include "controls/ReportList.h"
+#include "controls/RowDelegate.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Narrower views put the list below the tree.
-constexpr int kNarrowWidth = 480;
 constexpr int kWhole = 1000;
-/// The name's share of what both texts have of the list.
-constexpr int kNameShare = 450;
-/// Splitter handle and frame, for which fixed columns leave room.
-constexpr int kListFrame = 10;
+/// What both texts have of the list, and need at least, in characters.
+constexpr int kNameShare = 9;
+constexpr int kTypeShare = 11;
+constexpr int kTextCharacters = 6;
 }  // namespace
 
 CCatalogueBrowser::CCatalogueBrowser(CVelmoraDoc& doc, CCatalogueRules& rules,
@@ -51,6 +49,7 @@ void CCatalogueBrowser::MakeTree() {
     m_tree->setObjectName(u"categories"_s);
     m_tree->setAccessibleName(u"Categories"_s);
     m_tree->setModel(m_model);
+    m_tree->setItemDelegate(new CRowDelegate(m_tree));
     m_tree->setHeaderHidden(true);
     m_tree->setUniformRowHeights(true);
     m_tree->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -68,18 +67,30 @@ void CCatalogueBrowser::MakeTree() {
 
 void CCatalogueBrowser::MakeList() {
     m_list->setObjectName(u"items"_s);
-    m_list->SetColumns(CatalogueLayoutOf(m_kind).namesType ? QStringList{u"Name"_s, u"Type"_s}
-                                                           : QStringList{u"Name"_s});
-    m_list->header()->setSectionResizeMode(0, QHeaderView::Interactive);
-    m_list->header()->setStretchLastSection(true);
+    SetColumns();
 }
 
-void CCatalogueBrowser::AddColumn(const QString& title, const QString& widest,
-                                  std::function<QString(const CCategoryListEntry&)> text) {
-    constexpr int kCellMargins = 12;
-    m_list->SetColumns({u"Name"_s, u"Type"_s, title});
-    m_addedText = std::move(text);
-    m_addedWidth = m_list->fontMetrics().horizontalAdvance(widest) + kCellMargins;
+void CCatalogueBrowser::SetColumns() {
+    const int least = m_list->fontMetrics().averageCharWidth() * kTextCharacters;
+    std::vector<CReportColumn> columns = {
+        {.title = u"Name"_s, .least = least, .share = kNameShare}};
+    if (CatalogueLayoutOf(m_kind).namesType) {
+        columns.push_back({.title = u"Type"_s, .least = least, .share = kTypeShare});
+    }
+    if (m_added) {
+        constexpr int kCellMargins = 12;
+        const int width = m_list->fontMetrics().horizontalAdvance(m_added->widest) + kCellMargins;
+        columns.push_back({.title = m_added->title,
+                           .kind = CReportColumn::EKind::Number,
+                           .least = width,
+                           .share = 0});
+    }
+    m_list->SetColumns(std::move(columns));
+}
+
+void CCatalogueBrowser::AddColumn(CAddedColumn column) {
+    m_added = std::move(column);
+    SetColumns();
 }
 
 int& CCatalogueBrowser::SplitterPerMille() {
@@ -95,14 +106,7 @@ void CCatalogueBrowser::SetSplitterPerMille(int perMille) {
 void CCatalogueBrowser::resizeEvent(QResizeEvent* event) {
     setOrientation(width() < kNarrowWidth ? Qt::Vertical : Qt::Horizontal);
     QSplitter::resizeEvent(event);
-    const int perMille = SplitterPerMille();
-    SetSplitterPerMille(perMille);
-    const int listWidth =
-        orientation() == Qt::Vertical ? width() : width() * (kWhole - perMille) / kWhole;
-    const int textsWidth = listWidth - m_addedWidth - (m_addedText ? kListFrame : 0);
-    const int nameWidth = textsWidth * kNameShare / kWhole;
-    // The last column takes what is left.
-    m_list->SetColumnWidths({nameWidth, m_addedText ? textsWidth - nameWidth : 0, 0});
+    SetSplitterPerMille(SplitterPerMille());
 }
 
 bool CCatalogueBrowser::HasCategories() const {
@@ -131,10 +135,10 @@ CCatalogueRules::Entries CCatalogueBrowser::Selected() const {
 }
 
 void CCatalogueBrowser::Reload() {
-    const std::vector<int> rows = m_list->SelectedRows();
+    const int place = m_list->FirstSelectedPlace();
     Reload(CategoryId(), ItemName());
-    if (!rows.empty()) {
-        m_list->SelectRow(rows.front());
+    if (place >= 0) {
+        m_list->SelectPlace(place);
     }
 }
 
@@ -199,18 +203,25 @@ void CCatalogueBrowser::ShowNote() {
 
 void CCatalogueBrowser::ShowEntries() {
     m_addedCells.clear();
-    if (m_addedText) {
-        std::ranges::transform(m_entries, std::back_inserter(m_addedCells), m_addedText);
+    if (m_added) {
+        std::ranges::transform(m_entries, std::back_inserter(m_addedCells), m_added->cell);
     }
-    m_list->SetRows({static_cast<int>(m_entries.size()),
-                     [this](int row, int column) {
+    m_list->SetRows({.count = static_cast<int>(m_entries.size()),
+                     .text =
+                         [this](int row, int column) {
+                             const CCategoryListEntry& entry = m_entries[static_cast<size_t>(row)];
+                             if (column > 1) {
+                                 return m_addedCells[static_cast<size_t>(row)].text;
+                             }
+                             return column == 0 ? entry.name : entry.type;
+                         },
+                     .sortKey = [this](int row, int column) -> QVariant {
                          const CCategoryListEntry& entry = m_entries[static_cast<size_t>(row)];
                          if (column > 1) {
-                             return m_addedCells[row];
+                             return m_addedCells[static_cast<size_t>(row)].sortKey;
                          }
                          return column == 0 ? entry.name : entry.type;
-                     },
-                     {}});
+                     }});
     ShowNote();
 }
 

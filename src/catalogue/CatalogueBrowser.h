@@ -4,6 +4,7 @@
 
 #include <QSplitter>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "app/VelmoraDoc.h"
@@ -21,10 +22,17 @@ class CCatalogueBrowser : public QSplitter {
   public:
     CCatalogueBrowser(CVelmoraDoc& doc, CCatalogueRules& rules, const CCatalogueTexts& texts);
 
-    /// Adds a column behind name and type, wide enough for `widest`. Its cells are asked for when
-    /// the list is filled.
-    void AddColumn(const QString& title, const QString& widest,
-                   std::function<QString(const CCategoryListEntry&)> text);
+    /// A column after name and type. Its cells are asked for when the list is filled.
+    struct CAddedCell {
+        QString text;
+        double sortKey;
+    };
+    struct CAddedColumn {
+        QString title;
+        QString widest;  ///< a text that it has room for
+        std::function<CAddedCell(const CCategoryListEntry&)> cell;
+    };
+    void AddColumn(CAddedColumn column);
     /// From the next reading on.
     void SetNamesInTree(bool namesInTree) { m_namesInTree = namesInTree; }
     /// The tree's share of the room, kept in the document.
@@ -71,6 +79,7 @@ class CCatalogueBrowser : public QSplitter {
   private:
     void MakeTree();
     void MakeList();
+    void SetColumns();
     void FillTree();
     void FillList();
     void ShowEntries();
@@ -88,8 +97,7 @@ class CCatalogueBrowser : public QSplitter {
     CListPane* m_listPane;
     CCatalogueRules::Entries m_entries;  ///< by row of the list
     CLeftOut m_leftOut;
-    std::function<QString(const CCategoryListEntry&)> m_addedText;  ///< of the column added, if any
-    QStringList m_addedCells;                                       ///< by row
-    int m_addedWidth = 0;
+    std::optional<CAddedColumn> m_added;
+    std::vector<CAddedCell> m_addedCells;  ///< by row
     bool m_namesInTree;
 };

@@ -123,7 +123,7 @@ void CCatalogueView::EditSelected() {
 
 void CCatalogueView::DeleteSelected() {
     const CCatalogueRules::Entries selected = m_browser->Selected();
-    const int focused = std::max(0, m_browser->List()->currentIndex().row());
+    const int focused = std::max(0, m_browser->List()->CurrentPlace());
     const int deleted = m_rules.Delete(selected);
     if (deleted == 0) {
         return;
@@ -136,7 +136,7 @@ void CCatalogueView::DeleteSelected() {
         NoteDeleted(find, static_cast<int>(inFront));
     }
     m_browser->Reload();
-    m_browser->List()->SelectRow(focused);
+    m_browser->List()->SelectPlace(focused);
 }
 
 void CCatalogueView::MoveSelected() {

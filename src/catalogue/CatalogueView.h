@@ -21,7 +21,6 @@ class CCatalogueView : public CMainView {
 
     std::vector<CCommandMenu> CommandBar() override;
     std::vector<QAction*> ToolButtons() override;
-    void StoreLayout() override {}
     void DataChanged() override;
 
   protected:

@@ -20,10 +20,9 @@ CCategoryPickDialog::CCategoryPickDialog(const QString& title,
     Content()->addWidget(label);
     m_list->setObjectName(u"targets"_s);
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_list->SetColumns({u"Category"_s});
+    m_list->SetColumn(u"Category"_s);
     m_list->SetRows({static_cast<int>(m_categories.size()),
-                     [this](int row, int) { return m_categories[static_cast<size_t>(row)].name; },
-                     {}});
+                     [this](int row, int) { return m_categories[static_cast<size_t>(row)].name; }});
     m_list->SelectRow(0);
     connect(m_list, &QAbstractItemView::activated, this, &QDialog::accept);
     Content()->addWidget(m_list, 1);

@@ -116,11 +116,9 @@ QWidget* CComposedEditDialog::MakeNutrientsPage() {
 QWidget* CComposedEditDialog::MakeFoodsPage() {
     m_components = new CReportList(u"Foods"_s);
     m_components->setObjectName(u"components"_s);
-    m_components->SetColumns({u"Name"_s, u"Serving"_s});
-    m_components->header()->setSectionResizeMode(0, QHeaderView::Stretch);
-    m_components->header()->setStretchLastSection(false);
-    m_components->setColumnWidth(
-        1, m_components->fontMetrics().horizontalAdvance(u"00.00xtablespoon"_s));
+    const int servingWidth = m_components->fontMetrics().horizontalAdvance(u"00.00xtablespoon"_s);
+    m_components->SetColumns(
+        {{.title = u"Name"_s}, {.title = u"Serving"_s, .least = servingWidth, .share = 0}});
     connect(m_components, &QAbstractItemView::activated, this, &CComposedEditDialog::EditComponent);
     auto* page = new QWidget;
     QVBoxLayout* layout = HeadedPage(page, u"Foods:"_s, m_components);
@@ -203,14 +201,12 @@ void CComposedEditDialog::ShowNutrients() {
 
 void CComposedEditDialog::ShowComponents(int row) {
     m_components->SetRows(
-        {static_cast<int>(m_form.Components().size()),
-         [this](int component, int column) {
+        {static_cast<int>(m_form.Components().size()), [this](int component, int column) {
              return column == 0 ? m_form.Components()[static_cast<size_t>(component)].GetName()
                                 : m_form.ServingText(component);
-         },
-         {}});
+         }});
     if (row >= 0) {
-        m_components->SelectRow(row);
+        m_components->SelectPlace(row);
     }
 }
 

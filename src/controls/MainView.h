@@ -26,9 +26,9 @@ class CMainView : public QWidget {
     virtual std::vector<CCommandMenu> CommandBar() = 0;
     /// Buttons of the command bar, in order.
     virtual std::vector<QAction*> ToolButtons() { return {}; }
-    /// Before a dialog that may change what the view shows: keep column widths and the like in
-    /// the document.
-    virtual void StoreLayout() = 0;
+    /// Before a dialog that may change what the view shows: keep what the document does not have
+    /// yet of the view's layout. (Dragged column widths reach it at once.)
+    virtual void StoreLayout() {}
     /// After such a dialog, and after anything else that changed the stored data: build columns,
     /// lists and totals anew.
     virtual void DataChanged() = 0;

@@ -33,10 +33,9 @@ void CPickList::Open(QWidget* above, const CPickRows& content, const QString& cu
     }
     m_above = above;
     m_list->setAccessibleName(content.header);
-    m_list->SetColumns({content.header});
+    m_list->SetColumn(content.header);
     m_list->SetRows({.count = static_cast<int>(rows.size()),
-                     .text = [rows](int row, int) { return rows[row]; },
-                     .icon = {}});
+                     .text = [rows](int row, int) { return rows[row]; }});
     m_pane->SetNote(content.note);
     Place();
     show();

@@ -2,17 +2,25 @@
 
 #include <QAbstractTableModel>
 #include <QClipboard>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMetaMethod>
 #include <QRegularExpression>
 #include <QScrollBar>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <utility>
 
+#include "controls/RowDelegate.h"
+
 namespace {
+
+constexpr int kHintMargin = 8;
 
 /// Linear light of one sRGB channel, 0 to 1.
 double LinearChannel(double channel) {
@@ -38,17 +46,27 @@ class CReportList::CModel : public QAbstractTableModel {
   public:
     using QAbstractTableModel::QAbstractTableModel;
 
-    void SetTitles(const QStringList& titles) {
+    void SetColumns(const std::vector<CReportColumn>& columns) {
         beginResetModel();
-        m_titles = titles;
+        m_columns = columns;
         m_rows = {};
+        m_order.clear();
         endResetModel();
     }
 
-    void SetRows(CReportRows rows) {
+    void SetRows(CReportRows rows, int sortColumn, Qt::SortOrder order) {
         beginResetModel();
         m_rows = std::move(rows);
+        Order(sortColumn, order);
         endResetModel();
+    }
+
+    [[nodiscard]] bool CanSort() const { return m_rows.sortKey != nullptr; }
+    [[nodiscard]] int RowAt(int place) const { return m_order[place]; }
+    /// -1 for a row that does not exist.
+    [[nodiscard]] int PlaceOf(int row) const {
+        const auto found = std::ranges::find(m_order, row);
+        return found == m_order.end() ? -1 : static_cast<int>(found - m_order.begin());
     }
 
     int rowCount(const QModelIndex& parent = {}) const override {
@@ -56,40 +74,88 @@ class CReportList::CModel : public QAbstractTableModel {
     }
 
     int columnCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : static_cast<int>(m_titles.size());
+        return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
     }
 
     QVariant data(const QModelIndex& index, int role) const override {
-        if (!index.isValid()) {
+        if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
             return {};
         }
         if (role == Qt::DisplayRole && m_rows.text) {
-            return m_rows.text(index.row(), index.column());
+            return m_rows.text(RowAt(index.row()), index.column());
         }
         if (role == Qt::DecorationRole && index.column() == 0 && m_rows.icon) {
-            return m_rows.icon(index.row());
+            return m_rows.icon(RowAt(index.row()));
         }
-        return {};
+        return role == Qt::TextAlignmentRole ? Alignment(index.column()) : QVariant();
     }
 
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
-        if (orientation != Qt::Horizontal) {
+        if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) {
             return {};
         }
         if (role == Qt::TextAlignmentRole) {
-            return QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
+            return Alignment(section);
         }
-        return role == Qt::DisplayRole ? m_titles.value(section) : QVariant();
+        return role == Qt::DisplayRole ? m_columns[section].title : QVariant();
+    }
+
+    /// Column -1 gives the owner's order back.
+    void sort(int column, Qt::SortOrder order) override {
+        emit layoutAboutToBeChanged();
+        const QModelIndexList before = persistentIndexList();
+        QModelIndexList after;
+        const std::vector<int> oldOrder = m_order;
+        Order(column, order);
+        std::vector<int> places(m_order.size());
+        for (int place = 0; place < std::ssize(m_order); ++place) {
+            places[m_order[place]] = place;
+        }
+        for (const QModelIndex& index : before) {
+            after.append(createIndex(places[oldOrder[index.row()]], index.column()));
+        }
+        changePersistentIndexList(before, after);
+        emit layoutChanged();
     }
 
   private:
-    QStringList m_titles;
+    [[nodiscard]] QVariant Alignment(int column) const {
+        const bool isNumber = m_columns[column].kind == CReportColumn::EKind::Number;
+        return QVariant::fromValue(Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeft));
+    }
+
+    void Order(int column, Qt::SortOrder order) {
+        m_order.resize(m_rows.count);
+        std::iota(m_order.begin(), m_order.end(), 0);
+        if (column < 0 || column >= columnCount() || !CanSort()) {
+            return;
+        }
+        std::vector<QVariant> keys;
+        keys.reserve(m_order.size());
+        for (const int row : m_order) {
+            keys.push_back(m_rows.sortKey(row, column));
+        }
+        std::ranges::stable_sort(m_order, [&](int a, int b) {
+            return order == Qt::AscendingOrder ? IsLess(keys[a], keys[b])
+                                               : IsLess(keys[b], keys[a]);
+        });
+    }
+
+    static bool IsLess(const QVariant& a, const QVariant& b) {
+        return a.userType() == QMetaType::QString
+                   ? a.toString().compare(b.toString(), Qt::CaseInsensitive) < 0
+                   : a.toDouble() < b.toDouble();
+    }
+
+    std::vector<CReportColumn> m_columns;
     CReportRows m_rows;
+    std::vector<int> m_order;  ///< row by place
 };
 
 CReportList::CReportList(const QString& accessibleName, QWidget* parent)
     : QTreeView(parent), m_model(new CModel(this)) {
     setModel(m_model);
+    setItemDelegate(new CRowDelegate(this));
     setAccessibleName(accessibleName);
     setRootIsDecorated(false);
     setItemsExpandable(false);
@@ -101,20 +167,40 @@ CReportList::CReportList(const QString& accessibleName, QWidget* parent)
     setContextMenuPolicy(Qt::CustomContextMenu);
     header()->setSectionsMovable(false);
     header()->setStretchLastSection(false);
+    header()->setSortIndicatorClearable(true);
+    connect(header(), &QHeaderView::sortIndicatorChanged, this,
+            [this](int column, Qt::SortOrder order) {
+                m_model->sort(column, order);
+                scrollTo(currentIndex());
+            });
+    connect(header(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+        if (!m_laysOut && column < std::ssize(m_columns)) {
+            m_columns[column].width = width;
+            emit ColumnDragged(column, width);
+        }
+    });
 }
 
-void CReportList::SetColumns(const QStringList& titles) {
-    m_model->SetTitles(titles);
-    if (titles.size() == 1) {
-        header()->setStretchLastSection(true);  // which then has the whole width
+void CReportList::SetColumns(std::vector<CReportColumn> columns) {
+    if (!std::ranges::equal(columns, m_columns, {}, &CReportColumn::title, &CReportColumn::title)) {
+        header()->setSortIndicator(-1, Qt::AscendingOrder);
     }
+    m_columns = std::move(columns);
+    m_model->SetColumns(m_columns);
+    LayColumnsOut();
 }
 
 void CReportList::SetRows(CReportRows rows) {
     const int position = verticalScrollBar()->value();
-    m_model->SetRows(std::move(rows));
+    m_model->SetRows(std::move(rows), header()->sortIndicatorSection(),
+                     header()->sortIndicatorOrder());
+    header()->setSectionsClickable(m_model->CanSort());
+    header()->setSortIndicatorShown(m_model->CanSort());
     doItemsLayout();
     verticalScrollBar()->setValue(position);
+    if (m_hint != nullptr) {
+        m_hint->setVisible(RowCount() == 0);
+    }
 }
 
 int CReportList::RowCount() const {
@@ -122,22 +208,43 @@ int CReportList::RowCount() const {
 }
 
 std::vector<int> CReportList::SelectedRows() const {
-    std::vector<int> rows;
+    std::vector<int> places;
     for (const QModelIndex& index : selectionModel()->selectedRows()) {
-        rows.push_back(index.row());
+        places.push_back(index.row());
     }
-    std::sort(rows.begin(), rows.end());
-    return rows;
+    std::ranges::sort(places);
+    std::ranges::transform(places, places.begin(),
+                           [this](int place) { return m_model->RowAt(place); });
+    return places;
+}
+
+int CReportList::FirstSelectedPlace() const {
+    int first = -1;
+    for (const QModelIndex& index : selectionModel()->selectedRows()) {
+        first = first < 0 ? index.row() : std::min(first, index.row());
+    }
+    return first;
 }
 
 void CReportList::SelectRow(int row) {
-    const QModelIndex index = m_model->index(std::min(row, RowCount() - 1), 0);
+    SelectIndex(m_model->index(m_model->PlaceOf(row), 0));
+}
+
+void CReportList::SelectPlace(int place) {
+    SelectIndex(m_model->index(std::min(place, RowCount() - 1), 0));
+}
+
+void CReportList::SelectIndex(const QModelIndex& index) {
     if (!index.isValid()) {
         return;
     }
     selectionModel()->setCurrentIndex(
         index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     scrollTo(index);
+}
+
+void CReportList::ScrollToRow(int row) {
+    scrollTo(m_model->index(m_model->PlaceOf(row), 0));
 }
 
 std::vector<int> CReportList::GetColumnWidths() const {
@@ -149,12 +256,61 @@ std::vector<int> CReportList::GetColumnWidths() const {
 }
 
 void CReportList::SetColumnWidths(const std::vector<int>& widths) {
-    const int columns = std::min(static_cast<int>(widths.size()), m_model->columnCount());
-    for (int column = 0; column < columns; ++column) {
+    const auto columns = std::min(widths.size(), m_columns.size());
+    for (size_t column = 0; column < columns; ++column) {
         if (widths[column] > 0) {
-            setColumnWidth(column, widths[column]);
+            m_columns[column].width = widths[column];
         }
     }
+    LayColumnsOut();
+}
+
+int CReportList::LeastWidth(int column) const {
+    const CReportColumn& wanted = m_columns[column];
+    return wanted.least > 0 ? wanted.least
+                            : fontMetrics().horizontalAdvance(wanted.title) + kTitleMargin;
+}
+
+void CReportList::LayColumnsOut() {
+    int left = viewport()->width();
+    int shares = 0;
+    for (int column = 0; column < std::ssize(m_columns); ++column) {
+        const CReportColumn& wanted = m_columns[column];
+        left -= wanted.width > 0 ? wanted.width : LeastWidth(column);
+        shares += wanted.width > 0 ? 0 : wanted.share;
+    }
+    left = std::max(0, left);
+    m_laysOut = true;
+    for (int column = 0; column < std::ssize(m_columns); ++column) {
+        const CReportColumn& wanted = m_columns[column];
+        int width = wanted.width;
+        if (width == 0) {
+            const int part = shares > 0 ? left * wanted.share / shares : 0;
+            left -= part;
+            shares -= wanted.share;
+            width = LeastWidth(column) + part;
+        }
+        setColumnWidth(column, width);
+    }
+    m_laysOut = false;
+}
+
+void CReportList::SetEmptyHint(const QString& text) {
+    if (m_hint == nullptr) {
+        m_hint = new QLabel(viewport());
+        m_hint->setObjectName(QStringLiteral("emptyHint"));
+        m_hint->setAttribute(Qt::WA_TransparentForMouseEvents);
+        m_hint->setForegroundRole(QPalette::Text);
+        m_hint->setAlignment(Qt::AlignCenter);
+        m_hint->setWordWrap(true);
+        m_hint->setMargin(kHintMargin);
+        auto* over = new QVBoxLayout(viewport());
+        over->setSizeConstraint(QLayout::SetNoConstraint);
+        over->setContentsMargins(0, 0, 0, 0);
+        over->addWidget(m_hint);
+    }
+    m_hint->setText(text);
+    m_hint->setVisible(RowCount() == 0);
 }
 
 void CReportList::SetBackgroundColor(const QColor& color) {
@@ -174,7 +330,7 @@ void CReportList::CopySelectedRows() const {
     for (const int row : SelectedRows()) {
         QStringList cells;
         for (int column = 0; column < m_model->columnCount(); ++column) {
-            const QString cell = m_model->index(row, column).data().toString();
+            const QString cell = m_model->index(m_model->PlaceOf(row), column).data().toString();
             cells.append(QString(cell).replace(separators, QStringLiteral(" ")));
         }
         lines.append(cells.join(u'\t'));
@@ -198,4 +354,16 @@ void CReportList::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QTreeView::keyPressEvent(event);
+}
+
+void CReportList::resizeEvent(QResizeEvent* event) {
+    QTreeView::resizeEvent(event);
+    LayColumnsOut();
+}
+
+void CReportList::changeEvent(QEvent* event) {
+    QTreeView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        LayColumnsOut();
+    }
 }

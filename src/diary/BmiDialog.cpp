@@ -42,15 +42,16 @@ class CBmiList : public CReportList {
     CBmiList(std::vector<CBmiTableItem> items, QWidget* parent)
         : CReportList(u"Body Mass Index"_s, parent), m_items(std::move(items)) {
         setObjectName(u"bmiTable"_s);
-        SetColumns({u"Weight"_s, u"BMI"_s, u"Health risk"_s});
+        SetColumns({{.title = u"Weight"_s, .kind = CReportColumn::EKind::Number},
+                    {.title = u"BMI"_s, .kind = CReportColumn::EKind::Number},
+                    {.title = u"Health risk"_s}});
         setHeaderHidden(true);
         setSelectionMode(QAbstractItemView::SingleSelection);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         header()->setMinimumSectionSize(1);
         setItemDelegate(new CBmiDelegate(m_items, this));
         SetRows({static_cast<int>(m_items.size()),
-                 [this](int row, int column) { return CellText(m_items[row], column); },
-                 {}});
+                 [this](int row, int column) { return CellText(m_items[row], column); }});
     }
 
     /// Brings the row of the current weight into view.

@@ -167,7 +167,7 @@ QWidget* CDiaryView::CreateDayBar() {
     next->setArrowType(Qt::RightArrow);
 
     auto* layout = new QHBoxLayout(bar);
-    layout->setContentsMargins(4, 2, 4, 0);
+    layout->setContentsMargins(0, 2, 0, 0);
     layout->addWidget(m_date);
     layout->addWidget(previous);
     layout->addWidget(today);

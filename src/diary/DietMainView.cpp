@@ -30,10 +30,6 @@ CDietMainView::CDietMainView(CVelmoraDoc& doc, QWidget* parent)
     DataChanged();
 }
 
-void CDietMainView::StoreLayout() {
-    m_entries->StoreColumns();
-}
-
 void CDietMainView::DataChanged() {
     ShowColors();
     m_day.Reload();
@@ -98,7 +94,7 @@ void CDietMainView::Reload(int select) {
     m_day.Reload();
     ShowDay();
     if (select >= 0) {
-        m_entries->SelectRow(select);
+        m_entries->SelectPlace(select);
     }
 }
 

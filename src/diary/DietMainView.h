@@ -13,7 +13,6 @@ class CDietMainView : public CDiaryView {
   public:
     CDietMainView(CVelmoraDoc& doc, QWidget* parent);
 
-    void StoreLayout() override;
     void DataChanged() override;
 
   protected:

@@ -1,23 +1,20 @@
 #include "diary/EntryList.h"
 
-#include <QLabel>
 #include <algorithm>
-#include <numeric>
 
 #include "controls/PaintedIcons.h"
-#include "diary/EmptyHint.h"
 #include "diary/ListSizes.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// Widths of the entry list's first two columns, in characters: at least, and at most while no
-// column was dragged.
+// Of the entry list's first two columns: what they need at least, in characters, and what they
+// take of the room left over, where a nutrient takes 1.
 constexpr int kNameCharacters = 18;
-constexpr int kMostNameCharacters = 60;
 constexpr int kServingCharacters = 14;
-constexpr int kMostServingCharacters = 30;
+constexpr int kNameShare = 16;
+constexpr int kServingShare = 6;
 
 constexpr auto kNothingEatenAll =
     "Nothing eaten yet on this day.\n"
@@ -29,34 +26,42 @@ constexpr auto kNothingEatenAtMeal =
 }  // namespace
 
 CEntryList::CEntryList(CVelmoraDoc& doc, const CDietDay& day, QWidget* parent)
-    : CReportList(u"Entries"_s, parent), m_doc(doc), m_day(day), m_hint(CreateEmptyHint(this)) {
+    : CReportList(u"Entries"_s, parent), m_doc(doc), m_day(day) {
     setObjectName(u"entries"_s);
     setMinimumHeight(fontMetrics().height() * kLeastListRows);
+    connect(this, &CReportList::ColumnDragged, this, [this](int column, int width) {
+        m_doc.Settings().dietTab.columnWidths[m_day.SettingOfColumn(column)] = width;
+    });
 }
 
 void CEntryList::BuildColumns() {
-    SetColumns(m_day.ColumnTitles());
-    LayColumnsOut();
-}
-
-void CEntryList::StoreColumns() {
-    const std::vector<int> widths = GetColumnWidths();
-    for (size_t column = 0; column < std::min(widths.size(), m_widths.size()); ++column) {
-        if (widths[column] != m_widths[column]) {
-            const int setting = m_day.SettingOfColumn(static_cast<int>(column));
-            m_doc.Settings().dietTab.columnWidths[setting] = widths[column];
-        }
+    const int character = fontMetrics().averageCharWidth();
+    std::vector<CReportColumn> columns;
+    for (const QString& title : m_day.ColumnTitles()) {
+        const int setting = m_day.SettingOfColumn(static_cast<int>(columns.size()));
+        columns.push_back({.title = title,
+                           .kind = CReportColumn::EKind::Number,
+                           .width = m_doc.Settings().dietTab.columnWidths[setting]});
     }
+    const auto makeText = [&](CReportColumn& column, int characters, int share) {
+        column.kind = CReportColumn::EKind::Text;
+        column.least = characters * character;
+        column.share = share;
+    };
+    makeText(columns[0], kNameCharacters, kNameShare);
+    makeText(columns[1], kServingCharacters, kServingShare);
+    SetColumns(std::move(columns));
 }
 
 void CEntryList::ShowRows() {
-    SetRows({m_day.Count(), [this](int row, int column) { return m_day.CellText(row, column); },
-             [this](int row) {
-                 const auto kind = static_cast<size_t>(m_day.Entry(row).GetKind());
-                 return m_pictures[std::min(kind, m_pictures.size() - 1)];
-             }});
-    m_hint->setText(m_doc.selectedMeal == kAllMeals ? kNothingEatenAll : kNothingEatenAtMeal);
-    m_hint->setVisible(m_day.Count() == 0);
+    SetRows({.count = m_day.Count(),
+             .text = [this](int row, int column) { return m_day.CellText(row, column); },
+             .icon =
+                 [this](int row) {
+                     const auto kind = static_cast<size_t>(m_day.Entry(row).GetKind());
+                     return m_pictures[std::min(kind, m_pictures.size() - 1)];
+                 }});
+    SetEmptyHint(m_doc.selectedMeal == kAllMeals ? kNothingEatenAll : kNothingEatenAtMeal);
 }
 
 void CEntryList::ShowColors(const QColor& background) {
@@ -64,35 +69,4 @@ void CEntryList::ShowColors(const QColor& background) {
     const QColor text = palette().color(QPalette::Text);
     m_pictures = {PaintedIcon(EIcon::Apple, text), PaintedIcon(EIcon::Card, text),
                   PaintedIcon(EIcon::Pot, text)};
-    QPalette hint = m_hint->palette();
-    hint.setColor(QPalette::WindowText, text);
-    m_hint->setPalette(hint);
-}
-
-void CEntryList::resizeEvent(QResizeEvent* event) {
-    CReportList::resizeEvent(event);
-    StoreColumns();
-    LayColumnsOut();
-}
-
-void CEntryList::LayColumnsOut() {
-    const QStringList titles = m_day.ColumnTitles();
-    const QFontMetrics metrics = fontMetrics();
-    const int character = metrics.averageCharWidth();
-    m_widths = {kNameCharacters * character, kServingCharacters * character};
-    for (int column = static_cast<int>(m_widths.size()); column < titles.size(); ++column) {
-        m_widths.push_back(metrics.horizontalAdvance(titles[column]) + kTitleMargin);
-    }
-    // Two thirds of the room left over go to the name, one to the serving.
-    const int used = std::accumulate(m_widths.begin(), m_widths.end(), 0);
-    const int spare = std::max(0, viewport()->width() - used);
-    m_widths[0] = std::min(m_widths[0] + spare * 2 / 3, kMostNameCharacters * character);
-    m_widths[1] = std::min(m_widths[1] + spare / 3, kMostServingCharacters * character);
-    for (int column = 0; column < titles.size(); ++column) {
-        const int kept = m_doc.Settings().dietTab.columnWidths[m_day.SettingOfColumn(column)];
-        if (kept > 0) {
-            m_widths[column] = kept;
-        }
-    }
-    SetColumnWidths(m_widths);
 }

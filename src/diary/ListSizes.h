@@ -2,8 +2,6 @@
 #pragma once
 
 inline constexpr int kLeastListRows = 3;
-/// Room beside the title of a column, in pixels.
-inline constexpr int kTitleMargin = 16;
 
 /// Height in pixels of the entry list for its share of the view, and the share for a height.
 int EntryListHeight(int perMille, int viewHeight);

@@ -67,36 +67,38 @@ class CTotalsDelegate : public QStyledItemDelegate {
 }  // namespace
 
 CTotalsList::CTotalsList(QWidget* parent) : CReportList(u"Totals of the day"_s, parent) {
-    SetColumns({u"Nutrient"_s, u"Graph"_s, u"Data1"_s, u"Data2"_s, u"Data3"_s});
+    SetColumns({{.title = u"Nutrient"_s},
+                {.title = u"Graph"_s},
+                {.title = u"Data1"_s},
+                {.title = u"Data2"_s},
+                {.title = u"Data3"_s}});
     setHeaderHidden(true);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     header()->setMinimumSectionSize(1);
-    header()->setStretchLastSection(false);
     setItemDelegate(new CTotalsDelegate(this));
 }
 
 void CTotalsList::SetTotals(std::vector<CTotalsRow> rows) {
     m_rows = std::move(rows);
     SetRows({static_cast<int>(m_rows.size()),
-             [this](int row, int column) { return CellText(row, column); },
-             {}});
-    LayColumnsOut();
+             [this](int row, int column) { return CellText(row, column); }});
+    FitColumns();
 }
 
 void CTotalsList::resizeEvent(QResizeEvent* event) {
     CReportList::resizeEvent(event);
-    LayColumnsOut();
+    FitColumns();
 }
 
 void CTotalsList::changeEvent(QEvent* event) {
     CReportList::changeEvent(event);
     if (event->type() == QEvent::FontChange) {
-        LayColumnsOut();
+        FitColumns();
     }
 }
 
-void CTotalsList::LayColumnsOut() {
+void CTotalsList::FitColumns() {
     const auto widthOf = [this](const QString& text) {
         return fontMetrics().horizontalAdvance(text);
     };
@@ -110,10 +112,8 @@ void CTotalsList::LayColumnsOut() {
                             columns.percent};
     for (int column = 0; column < static_cast<int>(widths.size()); ++column) {
         setColumnHidden(column, widths[column] <= 0);
-        if (widths[column] > 0) {
-            header()->resizeSection(column, widths[column]);
-        }
     }
+    SetColumnWidths({widths.begin(), widths.end()});
 }
 
 QString CTotalsList::CellText(int row, int column) const {

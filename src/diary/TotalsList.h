@@ -21,7 +21,7 @@ class CTotalsList : public CReportList {
     void changeEvent(QEvent* event) override;
 
   private:
-    void LayColumnsOut();
+    void FitColumns();
     [[nodiscard]] QString CellText(int row, int column) const;
 
     std::vector<CTotalsRow> m_rows;

@@ -4,8 +4,6 @@
 #include "controls/ReportList.h"
 #include "diary/WeightList.h"
 
-class QLabel;
-
 /// Shows the rows of a list; that and the document outlive it.
 class CWeightEntryList : public CReportList {
     Q_OBJECT
@@ -14,8 +12,6 @@ class CWeightEntryList : public CReportList {
 
     /// Columns anew, without rows.
     void BuildColumns();
-    /// Keeps the widths that the user dragged in the document.
-    void StoreColumns();
     /// The rows, or a hint where there are none.
     void ShowRows();
     /// Scrolls to the entry in force on a day, without selecting it.
@@ -24,6 +20,4 @@ class CWeightEntryList : public CReportList {
   private:
     CVelmoraDoc& m_doc;
     const CWeightList& m_weights;
-    QLabel* m_hint;
-    std::vector<int> m_widths;  ///< as laid out last
 };

@@ -82,6 +82,21 @@ QString CWeightList::CellText(int row, int column) const {
     }
 }
 
+double CWeightList::SortKey(int row, int column) const {
+    const CWeightEntry& entry = Entry(row);
+    switch (column) {
+        case kDateColumn:
+            return static_cast<double>(entry.GetMoment());
+        case kWeightColumn:
+        case kChangeColumn:
+            return entry.GetWeightKg();
+        case kBodyFatColumn:
+            return entry.GetMeasurement(kBodyFatSlot);
+        default:
+            return entry.GetMeasurement(column - kFirstTapeColumn);
+    }
+}
+
 QString CWeightList::WeightText(double kg) const {
     const CPreferences& preferences = m_doc.Preferences();
     switch (preferences.weightUnit) {

@@ -28,6 +28,8 @@ class CWeightList {
     /// CWeightTabSettings::kColumnCount titles, "Date" to "Body fat(%)".
     [[nodiscard]] QStringList ColumnTitles() const;
     [[nodiscard]] QString CellText(int row, int column) const;
+    /// The cell as a number to sort by: the moment, kg, cm or percent.
+    [[nodiscard]] double SortKey(int row, int column) const;
 
   private:
     struct CRow {

@@ -33,10 +33,6 @@ CWeightMainView::CWeightMainView(CVelmoraDoc& doc, QWidget* parent)
     DataChanged();
 }
 
-void CWeightMainView::StoreLayout() {
-    m_entries->StoreColumns();
-}
-
 void CWeightMainView::DataChanged() {
     const QSignalBlocker quiet(m_goalLine);
     m_goalLine->setChecked(Doc().Settings().weightTab.showGoalLine);
@@ -101,9 +97,9 @@ void CWeightMainView::ShowRows() {
     ShowNote(DamageText(m_weights.LeftOut(), kEntryWords));
 }
 
-void CWeightMainView::ReloadAndSelect(int row) {
+void CWeightMainView::ReloadAndSelect(int place) {
     Reload();
-    m_entries->SelectRow(row);
+    m_entries->SelectPlace(place);
 }
 
 void CWeightMainView::Add() {
@@ -122,6 +118,7 @@ void CWeightMainView::Edit() {
     if (!MayEditWeight(static_cast<int>(rows.size()))) {
         return;
     }
+    const int place = m_entries->FirstSelectedPlace();
     const int position = m_weights.PositionsOf(rows).front();
     const std::optional<CWeightEntry> entry = WeightToEdit(Doc(), position);
     if (!entry) {
@@ -132,14 +129,14 @@ void CWeightMainView::Edit() {
     CWeightEditDialog dialog(form, this);
     if (dialog.exec() == QDialog::Accepted) {
         EditWeight(Doc(), position, form.GetEntry());
-        ReloadAndSelect(rows.front());
+        ReloadAndSelect(place);
     }
 }
 
 void CWeightMainView::Delete() {
-    const std::vector<int> rows = m_entries->SelectedRows();
-    if (DeleteWeights(Doc(), m_weights.PositionsOf(rows)) > 0) {
-        ReloadAndSelect(rows.front());
+    const int place = m_entries->FirstSelectedPlace();
+    if (DeleteWeights(Doc(), m_weights.PositionsOf(m_entries->SelectedRows())) > 0) {
+        ReloadAndSelect(place);
     }
 }
 

@@ -14,7 +14,6 @@ class CWeightMainView : public CDiaryView {
   public:
     CWeightMainView(CVelmoraDoc& doc, QWidget* parent);
 
-    void StoreLayout() override;
     void DataChanged() override;
 
   protected:
@@ -35,7 +34,7 @@ class CWeightMainView : public CDiaryView {
 
     void Reload();
     void ShowRows();
-    void ReloadAndSelect(int row);
+    void ReloadAndSelect(int place);
 
     void Add();
     void Edit();

@@ -1,7 +1,6 @@
 #include "exercise/ExercisesMainView.h"
 
 #include <QAction>
-#include <QHeaderView>
 #include <QLabel>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -10,7 +9,6 @@
 #include "app/LeftOutText.h"
 #include "controls/ColorDialog.h"
 #include "controls/ReportList.h"
-#include "diary/EmptyHint.h"
 #include "diary/ListSizes.h"
 #include "exercise/ExerciseDays.h"
 #include "exercise/ExerciseEditDialog.h"
@@ -20,6 +18,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int kNameCharacters = 24;
+/// Of the room left over, where the other columns take 1 each.
+constexpr int kNameShare = 3;
 
 enum EColumn { kExercise, kExerciseTime };
 
@@ -51,16 +51,6 @@ CExercisesMainView::CExercisesMainView(CVelmoraDoc& doc, QWidget* parent)
     DataChanged();
 }
 
-void CExercisesMainView::StoreLayout() {
-    const std::vector<int> widths = m_list->GetColumnWidths();
-    for (size_t column = 0; column < m_shownWidths.size(); ++column) {
-        if (widths[column] != m_shownWidths[column]) {
-            std::ranges::copy(widths, Doc().Settings().exerciseTab.columnWidths.begin());
-            m_shownWidths = widths;
-        }
-    }
-}
-
 void CExercisesMainView::DataChanged() {
     BuildColumns();
     Reload();
@@ -71,8 +61,11 @@ void CExercisesMainView::CreateList() {
     m_list = new CReportList(u"Exercises"_s, this);
     m_list->setObjectName(u"exercises"_s);
     m_list->setMinimumHeight(m_list->fontMetrics().height() * kLeastListRows);
-
-    m_hint = CreateEmptyHint(m_list, kNothingDone);
+    m_list->SetEmptyHint(kNothingDone);
+    connect(m_list, &CReportList::ColumnDragged, this, [this] {
+        std::ranges::copy(m_list->GetColumnWidths(),
+                          Doc().Settings().exerciseTab.columnWidths.begin());
+    });
 }
 
 void CExercisesMainView::CreateGraph() {
@@ -133,22 +126,22 @@ void CExercisesMainView::CreateGraphActions() {
 }
 
 void CExercisesMainView::BuildColumns() {
-    auto widths = Doc().Settings().exerciseTab.columnWidths;
+    const auto& kept = Doc().Settings().exerciseTab.columnWidths;
+    // The widths a profile starts with are nobody's choice: the columns share the list then.
+    const bool isChosen = kept != CExerciseTabSettings().columnWidths;
     const QString unit = UnitName(Doc().Preferences().energyUnit, EUnitForm::Abbreviated);
-    const QString energyTitle = u"Energy burned(%1)"_s.arg(unit);
-    m_list->SetColumns({u"Exercise"_s, u"Ex. time"_s, energyTitle});
-    if (widths == CExerciseTabSettings().columnWidths) {
-        // Until the user drags a column, names and the longest title get room.
-        widths[0] = std::max(widths[0], m_list->fontMetrics().averageCharWidth() * kNameCharacters);
-        widths[2] = std::max(widths[2],
-                             m_list->fontMetrics().horizontalAdvance(energyTitle) + kTitleMargin);
+    std::vector<CReportColumn> columns = {
+        {.title = u"Exercise"_s, .share = kNameShare},
+        {.title = u"Ex. time"_s, .kind = CReportColumn::EKind::Number},
+        {.title = u"Energy burned(%1)"_s.arg(unit), .kind = CReportColumn::EKind::Number}};
+    const QFontMetrics metrics = m_list->fontMetrics();
+    for (size_t column = 0; column < columns.size(); ++column) {
+        const int title = metrics.horizontalAdvance(columns[column].title) + kTitleMargin;
+        columns[column].least = std::max(kept[column], title);
+        columns[column].width = isChosen ? kept[column] : 0;
     }
-    m_shownWidths.clear();
-    m_list->SetColumnWidths({widths.begin(), widths.end()});
-    m_shownWidths = m_list->GetColumnWidths();
-    // Connected once the columns have their widths: only what the user drags is kept.
-    connect(m_list->header(), &QHeaderView::sectionResized, this, &CExercisesMainView::StoreLayout,
-            Qt::UniqueConnection);
+    columns.front().least = metrics.averageCharWidth() * kNameCharacters;
+    m_list->SetColumns(std::move(columns));
 }
 
 void CExercisesMainView::Reload(int select) {
@@ -158,18 +151,15 @@ void CExercisesMainView::Reload(int select) {
     ShowNote(DamageText(list.leftOut, kEntryWords));
     ShowGraph();
     if (select >= 0) {
-        m_list->SelectRow(select);
+        m_list->SelectPlace(select);
     }
 }
 
 void CExercisesMainView::ShowRows() {
-    m_list->SetRows({static_cast<int>(m_exercises.size()),
-                     [this](int row, int column) {
+    m_list->SetRows({static_cast<int>(m_exercises.size()), [this](int row, int column) {
                          return CellText(m_exercises[row].entry, column,
                                          Doc().Preferences().energyUnit);
-                     },
-                     {}});
-    m_hint->setVisible(m_exercises.empty());
+                     }});
 }
 
 void CExercisesMainView::ShowGraph() {
@@ -227,7 +217,7 @@ void CExercisesMainView::Edit() {
 }
 
 void CExercisesMainView::Delete() {
-    const int focused = std::max(0, m_list->currentIndex().row());
+    const int focused = std::max(0, m_list->CurrentPlace());
     if (DeleteExercises(Doc().Database(), SelectedExercises()) > 0) {
         Reload(focused);
     }

@@ -13,7 +13,6 @@ class CExercisesMainView : public CDiaryView {
   public:
     CExercisesMainView(CVelmoraDoc& doc, QWidget* parent);
 
-    void StoreLayout() override;
     void DataChanged() override;
 
   protected:
@@ -42,8 +41,6 @@ class CExercisesMainView : public CDiaryView {
 
     ListedExercises m_exercises;  ///< of the day shown, one a row
     CReportList* m_list = nullptr;
-    std::vector<int> m_shownWidths;  ///< as the columns were built
-    QLabel* m_hint = nullptr;
     QWidget* m_pane = nullptr;
     QLabel* m_headline = nullptr;
     CExercisesGraph* m_graph = nullptr;

@@ -7,16 +7,21 @@ using namespace Qt::StringLiterals;
 
 CExlibMainView::CExlibMainView(CVelmoraDoc& doc, QWidget* parent)
     : CTypedMainView(doc, kExercisesTexts, parent) {
-    Browser().AddColumn(u"Energy"_s, u"00.00 kcal/min"_s,
-                        [this](const CCategoryListEntry& entry) { return EnergyText(entry); });
+    Browser().AddColumn({u"Energy"_s, u"00.00 kcal/min"_s,
+                         [this](const CCategoryListEntry& entry) { return EnergyCell(entry); }});
     DataChanged();
 }
 
-QString CExlibMainView::EnergyText(const CCategoryListEntry& entry) {
+CCatalogueBrowser::CAddedCell CExlibMainView::EnergyCell(const CCategoryListEntry& entry) {
     CExerciseItem item;
-    return Database().Exlib().ReadQuietly(entry.position, item)
-               ? ExlibEnergyText(item, Doc().Preferences())
-               : QString();
+    if (!Database().Exlib().ReadQuietly(entry.position, item)) {
+        return {};
+    }
+    // kcal a minute and MET cannot be compared; the column keeps the two apart.
+    constexpr double kBehindAllRates = 1e9;
+    const double rate = item.GetEnergyRateKcalPerMinute();
+    return {ExlibEnergyText(item, Doc().Preferences()),
+            rate > 0 ? rate : kBehindAllRates + item.GetMet()};
 }
 
 CExlibMainView::EEdited CExlibMainView::EditItem(int position, qint32 categoryId) {

@@ -14,5 +14,5 @@ class CExlibMainView : public CTypedMainView {
     bool AskPreferences() override;
 
   private:
-    QString EnergyText(const CCategoryListEntry& entry);
+    CCatalogueBrowser::CAddedCell EnergyCell(const CCategoryListEntry& entry);
 };
