@@ -68,6 +68,10 @@ std::vector<CStep> FirstRun() {
              Expect(Find<QLabel>(window, u"weeks"_s)->text() == u"13 wks"_s, u"13 wks"_s);
          },
          [](QWidget* window) { Click(Find(window, u"ok"_s)); }},
+        {u"Offer of starter foods"_s,
+         u"QMessageBox"_s,
+         {},
+         [](QWidget* window) { ClickButton(window, u"No"_s); }},
         {u"Diet diary, still empty"_s, u"CDietFrame"_s,
          [](QWidget* window) {
              Expect(window->windowTitle() == u"Velmora:Ann"_s, u"the title Velmora:Ann"_s);
@@ -79,10 +83,6 @@ std::vector<CStep> FirstRun() {
 
 std::vector<CStep> Catalogue(const QString& foodFile) {
     return {
-        {u"Offer of starter foods"_s,
-         u"QMessageBox"_s,
-         {},
-         [](QWidget* window) { ClickButton(window, u"No"_s); }},
         {u"Foods, still empty"_s,
          u"CDietFrame"_s,
          {},

@@ -81,7 +81,8 @@ bool CVelmoraDoc::ChooseProfile(CStartDialogs& dialogs) {
         return true;
     }
     if (m_database->GetNumberOfUserProfiles() == 0) {
-        return RunNewProfileSequence(dialogs);
+        isFirstRun = RunNewProfileSequence(dialogs);
+        return isFirstRun;
     }
     const QString chosen = dialogs.SelectUserProfile();
     if (chosen.isEmpty()) {

@@ -108,6 +108,7 @@ class CVelmoraDoc {
     // View state that outlives a view.
     QDate dayShown;
     int selectedMeal = kAllMeals;
+    bool isFirstRun = false;  ///< the start made the volume's first profile
     int weightGraphSpan = 3;  ///< EGraphSpan: all weights
     CCatalogueState& CatalogueState(ECatalogueKind kind) {
         return m_catalogueStates.at(static_cast<std::size_t>(kind));

@@ -3,7 +3,6 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include "catalogue/CsvExchange.h"
 #include "catalogue/FoodEditDialog.h"
 #include "catalogue/FoodsPreferencesDialog.h"
 #include "catalogue/StarterFoods.h"
@@ -15,7 +14,10 @@ CFoodsMainView::CFoodsMainView(CVelmoraDoc& doc, QWidget* parent)
     if (!StarterFoodsPath().isEmpty()) {
         QPushButton* button = AddEmptyPageButton(u"Import starter foods"_s);
         button->setObjectName(u"importStarterFoods"_s);
-        connect(button, &QPushButton::clicked, this, &CFoodsMainView::ImportStarterFoods);
+        connect(button, &QPushButton::clicked, this, [this] {
+            ImportStarterFoods(Database());
+            DataChanged();
+        });
     }
     DataChanged();
 }
@@ -34,28 +36,10 @@ void CFoodsMainView::showEvent(QShowEvent* event) {
     CTypedMainView::showEvent(event);
     if (!m_offered) {
         m_offered = true;
-        QTimer::singleShot(0, this, &CFoodsMainView::OfferStarterFoods);
+        QTimer::singleShot(0, this, [this] {
+            if (OfferStarterFoods(Database())) {
+                DataChanged();
+            }
+        });
     }
-}
-
-void CFoodsMainView::OfferStarterFoods() {
-    const bool isEmpty = Database().CountItems(ECatalogueKind::Foods) == 0 &&
-                         Database().ListCategories(ECatalogueKind::Foods).empty();
-    if (!isEmpty || Settings().starterOffered || StarterFoodsPath().isEmpty()) {
-        return;
-    }
-    if (AskYesNo(u"Your food catalogue is empty. Would you like to start with the foods that come "
-                 "with Velmora?"_s)) {
-        ImportStarterFoods();
-        return;
-    }
-    Settings().starterOffered = true;
-    SaveSettings();
-}
-
-void CFoodsMainView::ImportStarterFoods() {
-    RunImport([this] {
-        (void)ImportCatalogueFile(Database(), ECatalogueKind::Foods, EExisting::Skip,
-                                  StarterFoodsPath());
-    });
 }

@@ -14,9 +14,5 @@ class CFoodsMainView : public CTypedMainView {
     void showEvent(QShowEvent* event) override;
 
   private:
-    /// Asks once whether an empty catalogue should start with the foods that ship with the program.
-    void OfferStarterFoods();
-    void ImportStarterFoods();
-
     bool m_offered = false;
 };

@@ -4,6 +4,11 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "catalogue/CatalogueViewSettings.h"
+#include "catalogue/CsvExchange.h"
+#include "platform/Messages.h"
+#include "store/Database.h"
+
 using namespace Qt::StringLiterals;
 
 QString StarterFoodsPath() {
@@ -16,4 +21,26 @@ QString StarterFoodsPath() {
         }
     }
     return {};
+}
+
+bool OfferStarterFoods(CDatabase& database) {
+    const bool isEmpty = database.CountItems(ECatalogueKind::Foods) == 0 &&
+                         database.ListCategories(ECatalogueKind::Foods).empty();
+    CCatalogueViewSettings settings = CCatalogueViewSettings::Load(database, ECatalogueKind::Foods);
+    if (!isEmpty || settings.starterOffered || StarterFoodsPath().isEmpty()) {
+        return false;
+    }
+    if (AskYesNo(u"Your food catalogue is empty. Would you like to start with the foods that come "
+                 "with Velmora?"_s)) {
+        ImportStarterFoods(database);
+        return true;
+    }
+    settings.starterOffered = true;
+    (void)settings.Save(database, ECatalogueKind::Foods);  // A failure has shown its message.
+    return false;
+}
+
+void ImportStarterFoods(CDatabase& database) {
+    // The summary has said how it ended.
+    (void)ImportCatalogueFile(database, ECatalogueKind::Foods, EExisting::Skip, StarterFoodsPath());
 }

@@ -1,8 +1,15 @@
 #include "frame/Application.h"
 
-#include "app/StartDialogs.h"
+#include <QApplication>
+#include <QTimer>
 
-CVelmoraApp::CVelmoraApp(const QString& volumePath) : m_doc(volumePath) {}
+#include "app/StartDialogs.h"
+#include "catalogue/StarterFoods.h"
+#include "controls/PaintedIcons.h"
+
+CVelmoraApp::CVelmoraApp(const QString& volumePath) : m_doc(volumePath) {
+    QApplication::setWindowIcon(ProgramIcon());
+}
 
 bool CVelmoraApp::Start() {
     CStartWindows dialogs(m_doc, nullptr);
@@ -11,5 +18,9 @@ bool CVelmoraApp::Start() {
     }
     m_frame = std::make_unique<CDietFrame>(m_doc);
     m_frame->show();
+    if (m_doc.isFirstRun) {
+        // Once the window stands there: the question comes up in front of it.
+        QTimer::singleShot(0, m_frame.get(), [this] { OfferStarterFoods(m_doc.Database()); });
+    }
     return true;
 }
