@@ -9,17 +9,20 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QLayout>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
 #include <QToolBar>
 #include <QUrl>
+#include <QWidgetAction>
 #include <algorithm>
 
 #include "app/SelectProfileDialog.h"
 #include "app/StartDialogs.h"
 #include "catalogue/ComposedMainView.h"
 #include "catalogue/FoodsMainView.h"
+#include "controls/RowDelegate.h"
 #include "diary/DietMainView.h"
 #include "diary/PurgeDialog.h"
 #include "diary/WeightMainView.h"
@@ -63,6 +66,11 @@ const CViewRow* FindView(int command) {
 
 constexpr QSize kDefaultSize(1000, 700);
 constexpr QSize kIconSize(20, 20);
+/// Tool buttons of the view that has most; the switch buttons stand after so many in every view.
+constexpr int kToolButtonPlaces = 4;
+/// Between a view and the window's edge, in pixels.
+constexpr int kMargin = 8;
+constexpr int kNarrowMargin = 2;
 /// Pixels of the window that must lie on a screen for a stored placement to be taken.
 constexpr int kLeastVisible = 40;
 constexpr int kNeverSaved = -1;
@@ -109,6 +117,8 @@ CDietFrame::CDietFrame(CVelmoraDoc& doc) : m_doc(doc) {
     m_toolBar->setMovable(false);
     m_toolBar->setIconSize(kIconSize);
     m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
+    m_toolButtonGap = new QWidgetAction(this);
+    m_toolButtonGap->setDefaultWidget(new QWidget);
     m_helpAction = new QAction(u"Velmora help"_s, this);
     m_helpAction->setShortcut(QKeySequence::HelpContents);
     connect(m_helpAction, &QAction::triggered, this, [this] { RunCommand(kCommandHelp); });
@@ -137,6 +147,9 @@ bool CDietFrame::ShowView(int command) {
         old->disconnect(this);
     }
     CMainView* view = row->create(m_doc, this);
+    const bool isNarrow = screen()->availableGeometry().width() < kNarrowWidth;
+    const int margin = isNarrow ? kNarrowMargin : kMargin;
+    view->setContentsMargins(margin, 0, margin, margin);
     connect(view, &CMainView::FrameCommand, this, &CDietFrame::RunCommand);
     setCentralWidget(view);  // the old view is deleted once its command has returned
     m_activeCommand = command;
@@ -227,14 +240,25 @@ void CDietFrame::BuildCommandBar() {
     m_menus.back()->addAction(m_helpAction);
 
     m_toolBar->clear();
-    for (QAction* action : ActiveView()->ToolButtons()) {
-        m_toolBar->addAction(action);
-    }
+    const std::vector<QAction*> buttons = ActiveView()->ToolButtons();
+    m_toolBar->addActions({buttons.begin(), buttons.end()});
+    KeepToolButtonPlaces(buttons);
     m_toolBar->addSeparator();
     for (QAction* action : m_switchActions->actions()) {
         action->setChecked(action->data().toInt() == m_activeCommand);
         m_toolBar->addAction(action);
     }
+}
+
+void CDietFrame::KeepToolButtonPlaces(const std::vector<QAction*>& buttons) {
+    const int missing = kToolButtonPlaces - static_cast<int>(buttons.size());
+    if (missing <= 0 || buttons.empty()) {
+        return;
+    }
+    const int width = m_toolBar->widgetForAction(buttons.front())->sizeHint().width();
+    const int spacing = m_toolBar->layout()->spacing();
+    m_toolButtonGap->defaultWidget()->setFixedWidth(missing * width + (missing - 1) * spacing);
+    m_toolBar->addAction(m_toolButtonGap);
 }
 
 void CDietFrame::ShowTitle() {

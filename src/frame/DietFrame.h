@@ -9,6 +9,7 @@
 
 class QActionGroup;
 class QMenu;
+class QWidgetAction;
 
 /// Views are switched by command id; see the table in the source. The document outlives the frame.
 class CDietFrame : public QMainWindow {
@@ -32,6 +33,9 @@ class CDietFrame : public QMainWindow {
   private:
     void CreateSwitchActions();
     void BuildCommandBar();
+    /// Leaves room for the tool buttons that other views have, so that the switch buttons stay
+    /// where they are.
+    void KeepToolButtonPlaces(const std::vector<QAction*>& buttons);
     void ShowTitle();
     void PlaceWindow();
     void StoreTab();
@@ -55,4 +59,5 @@ class CDietFrame : public QMainWindow {
     QAction* m_helpAction;
     std::vector<QMenu*> m_menus;
     QToolBar* m_toolBar;
+    QWidgetAction* m_toolButtonGap;
 };

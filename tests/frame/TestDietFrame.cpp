@@ -134,6 +134,26 @@ class TestDietFrame : public CDiaryTest {
                  "Recipes tab|Exlib tab"_s);
     }
 
+    void switchButtonsStayWhereTheyAre() {
+        CDietFrame frame(*m_doc);
+        frame.show();
+        auto* bar = frame.findChild<QToolBar*>(u"commands"_s);
+        QList<QRect> expected;
+        for (const int command : {65008, 65009, 65010, 65022, 65023, 65024, 65057}) {
+            QVERIFY(frame.ShowView(command));
+            QCoreApplication::processEvents();
+            QList<QRect> places;
+            for (const QAction* action : bar->actions()) {
+                if (action->data().toInt() >= 65008) {
+                    places.append(bar->widgetForAction(const_cast<QAction*>(action))->geometry());
+                }
+            }
+            QCOMPARE(places.size(), 7);
+            expected = expected.isEmpty() ? places : expected;
+            QCOMPARE(places, expected);
+        }
+    }
+
     void preferencesRefreshTheView() {
         AddEntry(u"Tea"_s, QTime(8, 0), 2, 20);
         CDietFrame frame(*m_doc);
