@@ -8,6 +8,7 @@
 #include "cli/ConsoleMessages.h"
 #include "cli/Help.h"
 #include "cli/TableOutput.h"
+#include "platform/Process.h"
 #include "platform/VolumePlace.h"
 
 using namespace Qt::StringLiterals;
@@ -19,9 +20,17 @@ int Refuse(const CNamedCommand& named, const QString& error) {
     return kExitUsage;
 }
 
+int RefusePath(const QString& path) {
+    PrintLine(stderr, u"velmora-cli: "_s + path + u" is no UTF-8 text"_s);
+    return kExitUsage;
+}
+
 int Run(const CCommand& command, const CArguments& arguments, CConsoleMessages& messages) {
     const QString volume =
         arguments.Text("--volume", DefaultVolumePath(QCoreApplication::applicationFilePath()));
+    if (HasLostBytes(volume)) {
+        return RefusePath(volume);
+    }
     if (command.access == EAccess::Reads && QFileInfo(volume).size() == 0) {
         ShowMessage(FormatText("There is no data in '%s'."_L1, {volume}));
         return kExitRefused;
@@ -42,6 +51,10 @@ int Run(const CCommand& command, const CArguments& arguments, CConsoleMessages& 
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    PrepareProcess();
+    if (const std::optional<QString> word = FirstUndecodableWord(argc, argv)) {
+        return RefusePath(*word);
+    }
     const QCoreApplication application(argc, argv);
     CConsoleMessages messages;
     const CNamedCommand named = FindCommand(QCoreApplication::arguments().mid(1));

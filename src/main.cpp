@@ -2,13 +2,26 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <cstdio>
 
 #include "frame/Application.h"
+#include "platform/Process.h"
 #include "platform/VolumePlace.h"
 
 using namespace Qt::StringLiterals;
 
+namespace {
+int Refuse(const QString& path) {
+    std::fprintf(stderr, "velmora: %s is no UTF-8 text\n", qPrintable(path));
+    return 2;
+}
+}  // namespace
+
 int main(int argc, char* argv[]) {
+    PrepareProcess();
+    if (const std::optional<QString> word = FirstUndecodableWord(argc, argv)) {
+        return Refuse(*word);
+    }
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"velmora"_s);
     QApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
@@ -21,8 +34,12 @@ int main(int argc, char* argv[]) {
     arguments.addVersionOption();
     arguments.process(application);
 
-    CVelmoraApp velmora(arguments.isSet(volume)
-                            ? arguments.value(volume)
-                            : DefaultVolumePath(QApplication::applicationFilePath()));
+    const QString path = arguments.isSet(volume)
+                             ? arguments.value(volume)
+                             : DefaultVolumePath(QApplication::applicationFilePath());
+    if (HasLostBytes(path)) {
+        return Refuse(path);
+    }
+    CVelmoraApp velmora(path);
     return velmora.Start() ? QApplication::exec() : 1;
 }

@@ -67,7 +67,7 @@ bool CExportRun::HasItems() const {
 }
 
 bool CExportRun::Run(const QString& path) {
-    if (m_database.IsVolume(path) || !m_file.Create(path)) {
+    if (m_database.IsVolume(path) || !m_file.Create(path, CTextFile::EReaders::AsUserLikes)) {
         ShowMessage(u"Cannot create file."_s);
         return false;
     }

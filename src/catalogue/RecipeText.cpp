@@ -29,7 +29,8 @@ bool SaveRecipeText(const CComposedForm& recipe) {
 
 bool SaveRecipeTextFile(const CComposedForm& recipe, const QString& path) {
     CTextFile file;
-    if (recipe.Doc().Database().IsVolume(path) || !file.Create(path)) {
+    if (recipe.Doc().Database().IsVolume(path) ||
+        !file.Create(path, CTextFile::EReaders::AsUserLikes)) {
         ShowMessage(u"Cannot create file."_s);
         return false;
     }

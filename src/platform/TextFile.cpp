@@ -11,6 +11,8 @@
 #include <cerrno>
 #include <cstring>
 
+#include "platform/Process.h"
+
 namespace {
 constexpr qsizetype kBufferBytes = 65536;
 constexpr int kWaitMilliseconds = 100;
@@ -67,9 +69,17 @@ bool CTextFile::OpenForReading(const QString& path, qint64 mostStreamBytes) {
     return true;
 }
 
-bool CTextFile::Create(const QString& path) {
+bool CTextFile::Create(const QString& path, EReaders readers) {
     Q_ASSERT(!m_input && !m_output);
+    if (HasLostBytes(path)) {
+        return false;
+    }
     const QFileInfo target(path);
+    // What replaces a file takes over its mode and is private until then.
+    std::optional<CUsersFileMask> mask;
+    if (readers == EReaders::AsUserLikes && !target.exists()) {
+        mask.emplace();
+    }
     std::unique_ptr<QFileDevice> output;
     if (target.exists() && !target.isFile()) {
         output = std::make_unique<QFile>(path);

@@ -35,8 +35,10 @@ class CTextFile {
     /// `isPatient` is asked about ten times a second while a stream has nothing to read; the file
     /// ends where it says no.
     void SetPatience(std::function<bool()> isPatient) { m_isPatient = std::move(isPatient); }
+    /// Who may read a file that did not exist before.
+    enum class EReaders { OwnerAlone, AsUserLikes };
     /// False when the file cannot be created.
-    bool Create(const QString& path);
+    bool Create(const QString& path, EReaders readers = EReaders::OwnerAlone);
     /// False when something written did not reach the file, the old file, if any, then being kept;
     /// or when reading broke off before the end of the file.
     bool Close();

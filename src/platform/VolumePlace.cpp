@@ -14,7 +14,8 @@ QString VolumePathBeside(const QString& programPath) {
 
 QString DefaultVolumePath(const QString& programPath) {
     QString beside = VolumePathBeside(programPath);
-    if (QFileInfo(QFileInfo(beside).path()).isWritable()) {
+    // The program's own path is unknown where it cannot be decoded.
+    if (!programPath.isEmpty() && QFileInfo(QFileInfo(beside).path()).isWritable()) {
         return beside;
     }
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +

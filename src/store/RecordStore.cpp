@@ -23,7 +23,7 @@ QStringList CreateFolders(const QString& path) {
 }  // namespace
 
 bool CRecordStore::MountVolume(const QString& path) {
-    m_createdFolders = CreateFolders(QFileInfo(path).absolutePath());
+    m_createdFolders = CreateFolders(QFileInfo(path).path());
     if (Note(m_engine.Mount(path))) {
         return true;
     }

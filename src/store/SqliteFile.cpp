@@ -6,7 +6,6 @@
 
 #include "store/VolumeHeader.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <algorithm>
 #include <cerrno>
@@ -48,8 +47,9 @@ CSqliteFile::~CSqliteFile() {
 }
 
 int CSqliteFile::Open(const QString& path) {
-    // What starts with a slash is taken for a URI or a special name by neither SQLite nor Qt.
-    const QString plainPath = path.startsWith(u'/') ? path : QDir::currentPath() + u'/' + path;
+    // What starts with a slash or a point is taken for a URI or a special name by neither SQLite
+    // nor Qt. The current folder itself may have a name that cannot be decoded.
+    const QString plainPath = path.startsWith(u'/') ? path : QLatin1StringView("./") + path;
     m_path = QFile::encodeName(plainPath);
     m_created = CreateFile(m_path) ? StampOf(m_path) : std::nullopt;
     int error = OpenConnection();

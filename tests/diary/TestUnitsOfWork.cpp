@@ -78,6 +78,20 @@ class TestUnitsOfWork : public CDiaryTest {
         }
     }
 
+    void severalDiariesArePurgedInOneUnit() {
+        AddMeal(0);
+        AddFiller();
+        AddWeightOf(1);
+        AddFiller();
+        AddDoneBy(2);
+        QVERIFY(PurgeDiaries(Database(), {kDay, kDay, true, true, true}));
+        const QByteArray journal = Load(Path(u"v.db-journal"_s));
+        QVERIFY(journal.contains(InFile(kPeople[0])));
+        QVERIFY(journal.contains(InFile(WeightKgOf(1))));
+        QVERIFY(journal.contains(InFile(kPeople[2])));
+        QVERIFY(m_messages->Said().startsWith(u"Total purged"_s));
+    }
+
     void whatWasDoneBeforeAFailureStays_data() { AddCases(); }
     void whatWasDoneBeforeAFailureStays() {
         const CCommandCase command = Case();
@@ -182,13 +196,16 @@ class TestUnitsOfWork : public CDiaryTest {
     void AddOnPagesOfTheirOwn(const CCommandCase& command) {
         const CRecordGroup group(Database().GetStore());
         for (int person = 0; person < kPeople.size(); ++person) {
-            CCategory filler;
-            filler.SetKind(kExercises);
-            filler.SetName(u"Filler "_s + QString::number(person));
-            filler.SetLargePicture(QByteArray(kPageBytes * 3 / 5, 'x'));
-            QVERIFY(Database().AddOrUpdateCategory(-1, filler));
+            AddFiller();
             command.add(person);
         }
+    }
+    void AddFiller() {
+        CCategory filler;
+        filler.SetKind(kExercises);
+        filler.SetName(QString::number(Database().Categories().Count()));
+        filler.SetLargePicture(QByteArray(kPageBytes * 3 / 5, 'x'));
+        QVERIFY(Database().AddOrUpdateCategory(-1, filler));
     }
     void DamagePagesOfCid(EDamage damage) {
         m_selected = Listed(kFoods, m_high);

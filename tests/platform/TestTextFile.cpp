@@ -101,6 +101,7 @@ class TestTextFile : public QObject {
         QVERIFY(!file.OpenForReading(m_folder->path()));
         QVERIFY(!file.Create(m_folder->path()));
         QVERIFY(!file.Create(m_folder->filePath(u"missing/foods.csv"_s)));
+        QVERIFY(!file.Create(m_folder->filePath(u"lost\ufffd.csv"_s)));
     }
 
     void aPipeIsWrittenDirectlyAndItsReaderMissed() {

@@ -1,0 +1,48 @@
+#include "platform/Process.h"
+
+#include <sys/stat.h>
+
+#include <QFile>
+#include <csignal>
+
+namespace {
+constexpr mode_t kOwnerOnly = S_IRWXG | S_IRWXO;
+std::optional<mode_t> usersMask;
+}  // namespace
+
+void PrepareProcess() {
+    usersMask = umask(kOwnerOnly);
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
+CUsersFileMask::CUsersFileMask() : m_before(umask(usersMask.value_or(kOwnerOnly))) {
+    if (!usersMask) {
+        umask(m_before);  // the process has kept the user's own
+    }
+}
+
+CUsersFileMask::~CUsersFileMask() {
+    umask(m_before);
+}
+
+std::optional<QString> FirstUndecodableWord(int argc, const char* const argv[]) {
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray word(argv[i]);
+        if (QFile::encodeName(QFile::decodeName(word)) == word) {
+            continue;
+        }
+        QString shown;
+        for (const char byte : word) {
+            const auto code = static_cast<uchar>(byte);
+            shown += code >= 0x20 && code < 0x7F
+                         ? QString(QLatin1Char(byte))
+                         : QStringLiteral("\\x%1").arg(int{code}, 2, 16, QLatin1Char('0'));
+        }
+        return shown;
+    }
+    return std::nullopt;
+}
+
+bool HasLostBytes(const QString& path) {
+    return path.contains(QChar::ReplacementCharacter);
+}
