@@ -1,9 +1,18 @@
 #!/usr/bin/env bash
 # Plays the tour offscreen at desktop size, at 240 x 320 and in dark colours.
-#   scripts/tour.sh [DIR]   pictures go to DIR/desktop, DIR/small and DIR/dark (default build/tour)
+#   scripts/tour.sh [DIR [BUILD]]   plays BUILD/velmora_tour (default build); pictures go to
+#                                   DIR/desktop, DIR/small and DIR/dark (default BUILD/tour)
 set -euo pipefail
-folder=$(realpath -m "${1:-$(dirname "$0")/../build/tour}")
-cd "$(dirname "$0")/.."
+root=$(realpath "$(dirname "$0")/..")
+build=$(realpath -m "${2:-$root/build}")
+folder=$(realpath -m "${1:-$build/tour}")
+
+# Qt would tell that it chose one itself.
+if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
+    XDG_RUNTIME_DIR=$(mktemp -d)
+    export XDG_RUNTIME_DIR
+    trap 'rm -rf "$XDG_RUNTIME_DIR"' EXIT
+fi
 
 play() {  # name width height options...
     local name=$1 width=$2 height=$3
@@ -12,7 +21,7 @@ play() {  # name width height options...
     local screen=$folder/.screen-$name.json
     printf '{"screens": [{"name": "%s", "x": 0, "y": 0, "width": %d, "height": %d, "logicalDpi": 96, "dpr": 1}]}\n' \
         "$name" "$width" "$height" >"$screen"
-    QT_QPA_PLATFORM="offscreen:configfile=$screen" build/velmora_tour "$folder/$name" "$@"
+    QT_QPA_PLATFORM="offscreen:configfile=$screen" "$build/velmora_tour" "$folder/$name" "$@"
     rm -f "$screen"
 }
 

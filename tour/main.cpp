@@ -21,9 +21,19 @@ QPalette DarkPalette() {
     palette.setColor(QPalette::HighlightedText, Qt::white);
     return palette;
 }
+
+QtMessageHandler shownBefore = nullptr;
+
+// The offscreen platform reports at every window what it cannot do with it.
+void ShowMessageOfQt(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (!text.startsWith("This plugin does not support "_L1)) {
+        shownBefore(type, context, text);
+    }
+}
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    shownBefore = qInstallMessageHandler(&ShowMessageOfQt);
     const QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() < 2) {
