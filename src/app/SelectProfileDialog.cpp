@@ -66,7 +66,7 @@ void CSelectProfileDialog::CreateProfile() {
     CStartWindows windows(m_doc, this);
     if (m_doc.RunNewProfileSequence(windows)) {
         m_profile = m_doc.GetActiveProfile();
-        QDialog::accept();
+        done(Accepted);
         return;
     }
     Fill();

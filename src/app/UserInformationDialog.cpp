@@ -13,11 +13,11 @@
 
 using namespace Qt::StringLiterals;
 
-CUserInformationDialog::CUserInformationDialog(const CUserInformation& user,
+CUserInformationDialog::CUserInformationDialog(CUserInformation user,
                                                const CPreferences& preferences, NameCheck checkName,
                                                QWidget* parent)
     : CDialog(u"User information"_s, parent),
-      m_user(user),
+      m_user(std::move(user)),
       m_heightUnit(preferences.heightUnit),
       m_checkName(std::move(checkName)) {
     AddFields();

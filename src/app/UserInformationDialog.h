@@ -21,7 +21,7 @@ class CUserInformationDialog : public CDialog {
     using NameCheck = std::function<std::optional<QString>(const QString& name)>;
 
     /// Without a name check the profile exists and its name cannot be changed.
-    CUserInformationDialog(const CUserInformation& user, const CPreferences& preferences,
+    CUserInformationDialog(CUserInformation user, const CPreferences& preferences,
                            NameCheck checkName, QWidget* parent);
     [[nodiscard]] const CUserInformation& GetUser() const { return m_user; }
 

@@ -123,8 +123,8 @@ QWidget* CComposedEditDialog::MakeFoodsPage() {
     auto* page = new QWidget;
     QVBoxLayout* layout = HeadedPage(page, u"Foods:"_s, m_components);
     auto* row = new QHBoxLayout;
-    const auto addButton = [&](const QString& text, const QString& name, QKeySequence shortcut,
-                               void (CComposedEditDialog::*run)()) {
+    const auto addButton = [&](const QString& text, const QString& name,
+                               const QKeySequence& shortcut, void (CComposedEditDialog::*run)()) {
         auto* button = new QPushButton(text);
         button->setObjectName(name);
         button->setAutoDefault(false);
