@@ -152,11 +152,11 @@ std::optional<CCsvVerdict> CComposedCsv::ReadFoodName(const std::optional<QStrin
 
 CCsvVerdict CComposedCsv::ReadValues(CCsvFields& fields) {
     for (int value = 0; value < kValuesRead; ++value) {
-        const std::optional<QStringView> field = fields.Next();
-        if (!field) {
+        const std::optional<double> number = fields.NextNumber();
+        if (!number) {
             return WrongFieldCount(kFirstValue + value);
         }
-        SetValue(value, ImportedNumber(*field));
+        SetValue(value, *number);
     }
     const std::optional<QStringView> serving = fields.Next();
     if (!serving) {
@@ -242,8 +242,9 @@ EStored CComposedCsv::StoreOwner(EExisting existing) {
     if (m_categoryId < 0) {
         return EStored::Failed;
     }
-    const bool check = existing != EExisting::DoNotCheck;
-    const int position = check ? m_existing.Find(m_categoryId, m_item.GetName(), {}) : kNoPosition;
+    // Sought in any case: components look for what is added here.
+    const int found = m_existing.Find(m_categoryId, m_item.GetName(), {});
+    const int position = existing == EExisting::DoNotCheck ? kNoPosition : found;
     qint32 itemId = position < 0 ? 0 : ItemIdAt(position);
     const bool isSkipped = position >= 0 && existing == EExisting::Skip;
     if (!isSkipped && itemId < kFirstComposedId) {
@@ -264,7 +265,7 @@ EStored CComposedCsv::StoreOwner(EExisting existing) {
     if (position >= 0) {
         return EStored::Replaced;
     }
-    m_existing.NoteAdded(m_categoryId, m_item.GetName(), {});
+    m_existing.NoteAdded();
     return EStored::Added;
 }
 

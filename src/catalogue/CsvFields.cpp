@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 
 #include "platform/NumberText.h"
 #include "platform/TextFile.h"
@@ -16,77 +17,69 @@ constexpr int kDecimals = 3;
 /// Of the texts in a message.
 constexpr int kTextsNamed = 3;
 
-/// Plain decimal numbers of up to 15 digits, which a double holds exactly, so that one division
-/// gives the nearest double. Nothing for any other form.
-std::optional<double> ShortDecimal(QStringView field) {
-    static constexpr std::array<double, 16> kPowers = {
-        1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-    if (field.size() > 16) {
-        return std::nullopt;
-    }
-    qint64 digits = 0;
-    int count = 0;
-    qsizetype point = -1;
-    for (qsizetype i = 0; i < field.size(); ++i) {
-        const char16_t c = field[i].unicode();
-        if (c >= u'0' && c <= u'9') {
-            digits = digits * 10 + (c - u'0');
-            ++count;
-        } else if (c == u'.' && point < 0) {
-            point = i;
-        } else {
-            return std::nullopt;
+/// Reads digits on to what follows them.
+const QChar* ReadDigits(const QChar* at, const QChar* end, quint64& number) {
+    for (; at != end; ++at) {
+        const unsigned digit = at->unicode() - u'0';
+        if (digit > 9) {
+            break;
         }
+        number = number * 10 + digit;
     }
-    if (count == 0 || count > 15) {
-        return std::nullopt;
+    return at;
+}
+
+/// The number at the beginning of a text, and where it ends, when it consists of digits and at most
+/// one point and a double holds its digits exactly, so that one division gives the nearest double.
+/// The end is null for any other form.
+const QChar* ReadPlainNumber(const QChar* begin, const QChar* end, double& value) {
+    constexpr std::ptrdiff_t kMostDigits = 15;
+    static constexpr std::array<double, kMostDigits + 1> kPowers = {
+        1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    quint64 number = 0;
+    const QChar* at = ReadDigits(begin, end, number);
+    std::ptrdiff_t digits = at - begin;
+    std::ptrdiff_t decimals = 0;
+    if (at != end && *at == u'.') {
+        const QChar* const first = at + 1;
+        at = ReadDigits(first, end, number);
+        decimals = at - first;
+        digits += decimals;
     }
-    const qsizetype decimals = point < 0 ? 0 : field.size() - point - 1;
-    return static_cast<double>(digits) / kPowers[static_cast<size_t>(decimals)];
+    if (digits == 0 || digits > kMostDigits) {
+        return nullptr;
+    }
+    // As signed numbers: the conversion to double is simpler.
+    value = static_cast<double>(static_cast<qint64>(number)) / kPowers[decimals];
+    return at;
 }
 
 bool IsBlank(QChar c) {
     return c == u' ' || (c >= u'\t' && c <= u'\r') || (c > u'\x7F' && c.isSpace());
 }
 
-/// Position of the first quote that a comma follows; -1 when there is none.
-qsizetype FindClosing(QStringView rest) {
-    for (qsizetype i = 1; i < rest.size(); ++i) {
-        if (rest[i] == u',' && rest[i - 1] == u'"') {
-            return i - 1;
+/// The first quote that a comma follows; null when there is none.
+const QChar* FindClosing(const QChar* at, const QChar* end) {
+    for (; end - at > 1; ++at) {
+        if (*at == u'"' && at[1] == u',') {
+            return at;
         }
     }
-    return -1;
+    return nullptr;
 }
 
-/// Position of the first comma; the size when there is none.
-qsizetype FindComma(QStringView rest) {
-    qsizetype i = 0;
-    while (i < rest.size() && rest[i] != u',') {
-        ++i;
-    }
-    return i;
-}
-
-QStringView Trimmed(QStringView field) {
-    qsizetype begin = 0;
-    qsizetype end = field.size();
-    while (begin < end && IsBlank(field[begin])) {
+QStringView Field(const QChar* begin, const QChar* end) {
+    while (begin != end && IsBlank(*begin)) {
         ++begin;
     }
-    while (end > begin && IsBlank(field[end - 1])) {
+    while (begin != end && IsBlank(end[-1])) {
         --end;
     }
-    return field.sliced(begin, end - begin);
-}
-
-QStringView WithoutQuotes(QStringView field) {
-    if (field.size() < 2) {
-        return field;
+    if (end - begin >= 2) {
+        begin += *begin == u'"' ? 1 : 0;
+        end -= end[-1] == u'"' ? 1 : 0;
     }
-    const qsizetype begin = field.front() == u'"' ? 1 : 0;
-    const qsizetype end = field.size() - (field.back() == u'"' ? 1 : 0);
-    return field.sliced(begin, end - begin);
+    return {begin, end};
 }
 
 bool IsChangedByQuotes(QStringView text) {
@@ -95,25 +88,50 @@ bool IsChangedByQuotes(QStringView text) {
 }
 }  // namespace
 
+CCsvFields::CCsvFields(QStringView line) : m_at(line.begin()), m_end(line.end()) {
+    while (m_end != m_at && IsBlank(m_end[-1])) {
+        --m_end;
+    }
+}
+
 std::optional<QStringView> CCsvFields::Next() {
-    qsizetype begin = 0;
-    while (begin < m_rest.size() && IsBlank(m_rest[begin])) {
-        ++begin;
+    while (m_at != m_end && IsBlank(*m_at)) {
+        ++m_at;
     }
-    m_rest = m_rest.sliced(begin);
-    qsizetype closing = -1;
-    if (!m_rest.isEmpty() && m_rest.front() == u'"') {
-        m_rest = m_rest.sliced(1);
-        closing = FindClosing(m_rest);
+    const QChar* closing = nullptr;
+    if (m_at != m_end && *m_at == u'"') {
+        ++m_at;
+        closing = FindClosing(m_at, m_end);
     }
-    if (m_rest.isEmpty()) {
+    if (m_at == m_end) {
         return std::nullopt;
     }
-    const qsizetype size = closing >= 0 ? closing : FindComma(m_rest);
-    const QStringView field = m_rest.first(size);
-    // Past the comma, and before it past the quote.
-    m_rest = m_rest.sliced(std::min(size + (closing >= 0 ? 2 : 1), m_rest.size()));
-    return WithoutQuotes(Trimmed(field));
+    const QChar* const begin = m_at;
+    if (closing != nullptr) {
+        m_at = closing + 2;
+        return Field(begin, closing);
+    }
+    const QChar* const comma = std::find(begin, m_end, u',');
+    m_at = comma == m_end ? comma : comma + 1;
+    return Field(begin, comma);
+}
+
+std::optional<double> CCsvFields::NextNumber() {
+    // Nearly half of all fields of a food table.
+    constexpr QStringView kZero = u"0.000,";
+    if (m_end - m_at >= kZero.size() &&
+        std::memcmp(m_at, kZero.data(), kZero.size() * sizeof(QChar)) == 0) {
+        m_at += kZero.size();
+        return 0;
+    }
+    double number = 0;
+    const QChar* const end = ReadPlainNumber(m_at, m_end, number);
+    if (end != nullptr && (end == m_end || *end == u',')) {
+        m_at = end == m_end ? end : end + 1;
+        return number;
+    }
+    const std::optional<QStringView> field = Next();
+    return field ? std::optional(ImportedNumber(*field)) : std::nullopt;
 }
 
 void CNotedTexts::Add(const QString& text) {
@@ -127,7 +145,24 @@ QString CNotedTexts::First() const {
     return m_first.join(", "_L1) + (m_texts.size() > m_first.size() ? ", ..."_L1 : ""_L1);
 }
 
+char* CCsvLineWriter::Room(qsizetype bytes) {
+    const size_t needed = m_size + static_cast<size_t>(bytes);
+    if (needed > m_line.size()) {
+        m_line.resize(2 * needed);
+    }
+    return m_line.data() + m_size;
+}
+
+void CCsvLineWriter::Raw(QByteArrayView bytes) {
+    std::memcpy(Room(bytes.size()), bytes.data(), static_cast<size_t>(bytes.size()));
+    m_size += static_cast<size_t>(bytes.size());
+}
+
 void CCsvLineWriter::Text(QStringView text) {
+    if (text.isEmpty()) {
+        Raw("\"\",");
+        return;
+    }
     if (text.contains(u'"') && IsChangedByQuotes(text)) {
         m_changedTexts.Add(text.toString());
     }
@@ -135,24 +170,33 @@ void CCsvLineWriter::Text(QStringView text) {
 }
 
 void CCsvLineWriter::EscapedText(QStringView text) {
-    m_line.append('"');
-    const qsizetype begin = m_line.size();
-    m_file.AppendText(m_line, text);
+    Raw("\"");
+    char* const begin = Room(text.size());
+    m_file.EncodeTo(begin, text);
     std::replace_if(
-        m_line.begin() + begin, m_line.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
-    m_line.append("\",");
+        begin, begin + text.size(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+    m_size += static_cast<size_t>(text.size());
+    Raw("\",");
 }
 
 void CCsvLineWriter::Number(double value) {
-    AppendNumber(m_line, value);
+    if (value == 0 && !std::signbit(value)) {
+        Raw("0.000,");
+        return;
+    }
+    char* const begin = Room(kMaxFixedLength + 1);
+    char* const end = WriteFixed(begin, std::isfinite(value) ? value : 0, kDecimals);
+    *end = ',';
+    m_size += static_cast<size_t>(end + 1 - begin);
 }
 
 void CCsvLineWriter::EndLine(const QString& item) {
-    if (m_line.size() > CTextFile::kMaxLineBytes) {
+    if (m_size > CTextFile::kMaxLineBytes) {
         m_longLines.Add(item);
     }
-    m_file.WriteBytes(m_line.append("\r\n"));
-    m_line.resize(0);  // keeps its memory for the next line
+    Raw("\r\n");
+    m_file.WriteBytes({m_line.data(), static_cast<qsizetype>(m_size)});
+    m_size = 0;
 }
 
 QString CutImportedText(QStringView text) {
@@ -164,11 +208,8 @@ double ImportedNumber(QStringView field) {
     if (field.isEmpty() || field.size() > kLongestNumber) {
         return 0;
     }
-    const std::optional<double> number = ShortDecimal(field);
-    return number ? *number : LeadingNumber(field);
-}
-
-void AppendNumber(QByteArray& line, double value) {
-    AppendFixed(line, std::isfinite(value) ? value : 0, kDecimals);
-    line.append(',');
+    double number = 0;
+    return ReadPlainNumber(field.begin(), field.end(), number) == field.end()
+               ? number
+               : LeadingNumber(field);
 }

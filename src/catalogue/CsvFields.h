@@ -5,6 +5,7 @@
 #include <QSet>
 #include <QStringList>
 #include <optional>
+#include <vector>
 
 class CTextFile;
 
@@ -15,12 +16,16 @@ class CTextFile;
 /// a field of two characters or more loses one quote at each end.
 class CCsvFields {
   public:
-    explicit CCsvFields(QStringView line) : m_rest(line.trimmed()) {}
+    explicit CCsvFields(QStringView line);
     /// Nothing when the line has no further field.
     std::optional<QStringView> Next();
+    /// The next field as ImportedNumber reads it.
+    std::optional<double> NextNumber();
 
   private:
-    QStringView m_rest;  ///< ends in no blank
+    // The rest of the line, which ends in no blank.
+    const QChar* m_at;
+    const QChar* m_end;
 };
 
 /// Different texts: how many there are, and the first of them.
@@ -41,7 +46,7 @@ class CCsvLineWriter {
   public:
     explicit CCsvLineWriter(CTextFile& file) : m_file(file) {}
     /// ASCII as it stands, its comma included.
-    void Raw(QByteArrayView bytes) { m_line.append(bytes); }
+    void Raw(QByteArrayView bytes);
     /// Quoted; a line break becomes a blank, since it would end the line.
     void Text(QStringView text);
     /// The same of a text whose quotes have been taken care of.
@@ -57,8 +62,13 @@ class CCsvLineWriter {
     [[nodiscard]] const CNotedTexts& LongLines() const { return m_longLines; }
 
   private:
+    /// Room for so many bytes more; they count once m_size says so.
+    char* Room(qsizetype bytes);
+
     CTextFile& m_file;
-    QByteArray m_line;  ///< not yet passed on
+    // The line not yet passed on.
+    std::vector<char> m_line;
+    size_t m_size = 0;
     CNotedTexts m_changedTexts;
     CNotedTexts m_longLines;
 };
@@ -71,5 +81,3 @@ inline constexpr int kLongestServingName = 63;
 QString CutImportedText(QStringView text);
 /// A number of a file: 1 to 19 characters are read, any other length gives 0.
 double ImportedNumber(QStringView field);
-/// Appends a number and a comma as CCsvLineWriter::Number writes it.
-void AppendNumber(QByteArray& line, double value);

@@ -7,7 +7,9 @@ CExistingItems::CExistingItems(CDatabase& database, ECatalogueKind kind)
 
 int CExistingItems::Find(qint32 categoryId, const QString& name, const QString& type) {
     const CIndex& index = IndexOf(categoryId);
-    const auto place = index.places.constFind(HashOf(name, type));
+    m_soughtCategory = categoryId;
+    m_soughtHash = HashOf(name, type);
+    const auto place = index.places.constFind(m_soughtHash);
     if (place == index.places.constEnd()) {
         return -1;
     }
@@ -21,10 +23,9 @@ int CExistingItems::Find(qint32 categoryId, const QString& name, const QString& 
     return m_database.FindItem(m_kind, categoryId, name, type);
 }
 
-void CExistingItems::NoteAdded(qint32 categoryId, const QString& name, const QString& type) {
-    // A category not read yet will be read with what was added.
-    if (const auto index = m_indexes.find(categoryId); index != m_indexes.end()) {
-        Enter(*index, HashOf(name, type));
+void CExistingItems::NoteAdded() {
+    if (const auto index = m_indexes.find(m_soughtCategory); index != m_indexes.end()) {
+        Enter(*index, m_soughtHash);
     }
 }
 

@@ -17,8 +17,8 @@ class CExistingItems {
     /// Position of the first item with that category, name and type (menus and recipes: name
     /// alone); -1 when there is none.
     int Find(qint32 categoryId, const QString& name, const QString& type);
-    /// To be called after an item was added.
-    void NoteAdded(qint32 categoryId, const QString& name, const QString& type);
+    /// To be called after the item last sought was added.
+    void NoteAdded();
 
   private:
     struct CIndex {
@@ -34,5 +34,7 @@ class CExistingItems {
     ECatalogueKind m_kind;
     const CCatalogueLayout& m_numbers;
     QHash<qint32, CIndex> m_indexes;
+    qint32 m_soughtCategory = -1;
+    size_t m_soughtHash = 0;
     CCatalogueItem m_scratch;
 };

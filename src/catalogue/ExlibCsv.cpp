@@ -31,7 +31,7 @@ CCsvVerdict CExlibCsv::ReadLine(QStringView line) {
     if (category->isEmpty()) {
         return Error("Invalid category name in line %d. Skipped.");
     }
-    m_exercise.SetCategoryId(CategoryIdOf(CutImportedText(*category)));
+    m_exercise.SetCategoryId(CategoryIdOf(*category));
     const QStringView name = fields.Next().value_or(QStringView());
     if (name.isEmpty()) {
         return Error("Invalid exercise name in line %d. Skipped.");
@@ -42,8 +42,8 @@ CCsvVerdict CExlibCsv::ReadLine(QStringView line) {
     }
     m_exercise.SetName(CutImportedText(name));
     m_exercise.SetType(CutImportedText(type));
-    m_exercise.SetMet(ImportedNumber(fields.Next().value_or(QStringView())));
-    m_exercise.SetEnergyRateKcalPerMinute(ImportedNumber(fields.Next().value_or(QStringView())));
+    m_exercise.SetMet(fields.NextNumber().value_or(0));
+    m_exercise.SetEnergyRateKcalPerMinute(fields.NextNumber().value_or(0));
     return {ECsvLine::Item};
 }
 

@@ -33,7 +33,7 @@ CCsvVerdict CFoodsCsv::ReadLine(QStringView line) {
     if (!category || category->isEmpty()) {
         return {};
     }
-    m_food.SetCategoryId(CategoryIdOf(CutImportedText(*category)));
+    m_food.SetCategoryId(CategoryIdOf(*category));
     const std::optional<QStringView> name = fields.Next();
     if (!name) {
         return WrongFieldCount(2);
@@ -60,11 +60,13 @@ CCsvVerdict CFoodsCsv::ReadLine(QStringView line) {
 
 int CFoodsCsv::ReadNumbers(CCsvFields& fields) {
     int count = 0;
-    for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
-        const std::optional<QStringView> field = fields.Next();
-        count += field ? 1 : 0;
-        m_food.SetNutrientValue(nutrient, field ? ImportedNumber(*field) : 0);
+    NutrientValues values{};
+    for (double& value : values) {
+        const std::optional<double> number = fields.NextNumber();
+        count += number ? 1 : 0;
+        value = number.value_or(0);
     }
+    m_food.SetNutrientValues(values);
     return count;
 }
 
@@ -72,7 +74,7 @@ int CFoodsCsv::ReadServings(CCsvFields& fields) {
     int count = 0;
     for (int serving = 0; serving < kServingCount; ++serving) {
         const std::optional<QStringView> name = fields.Next();
-        const std::optional<QStringView> weight = name ? fields.Next() : std::nullopt;
+        const std::optional<double> weight = name ? fields.NextNumber() : std::nullopt;
         count += (name ? 1 : 0) + (weight ? 1 : 0);
         // Serving 1 stands by now, and its weight has decided the mode.
         const bool taken = (serving == 0 || m_food.IsWeighed()) && name && !name->isEmpty() &&
@@ -82,7 +84,7 @@ int CFoodsCsv::ReadServings(CCsvFields& fields) {
         } else {
             m_food.SetServingName(serving, serving == 0 ? u"one serving"_s : QString());
         }
-        m_food.SetServingWeight(serving, taken && weight ? ImportedNumber(*weight) : 0);
+        m_food.SetServingWeight(serving, taken && weight ? *weight : 0);
     }
     return count;
 }

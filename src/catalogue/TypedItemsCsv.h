@@ -14,9 +14,16 @@ class CTypedItemsCsv : public CCsvLayout {
           m_categories(database, kind, folder),
           m_existing(database, kind) {}
 
-    /// Identifier of the category of that name, which is created when it is missing; -1 when it
-    /// cannot be.
-    qint32 CategoryIdOf(const QString& name) { return m_categories.IdOf(name); }
+    /// Identifier of the category of that name, cut to what is kept, which is created when it is
+    /// missing; -1 when it cannot be.
+    qint32 CategoryIdOf(QStringView name) {
+        // Items come category by category.
+        if (m_lastCategoryId < 0 || name != m_lastCategory) {
+            m_lastCategory = name.toString();
+            m_lastCategoryId = m_categories.IdOf(CutImportedText(name));
+        }
+        return m_lastCategoryId;
+    }
     /// Stores an item with name and type in its category; one without a category fails.
     template <typename Item>
     EStored StoreTyped(const Item& item, EExisting existing) {
@@ -36,7 +43,9 @@ class CTypedItemsCsv : public CCsvLayout {
         if (position >= 0) {
             return EStored::Replaced;
         }
-        m_existing.NoteAdded(categoryId, item.GetName(), item.GetType());
+        if (check) {
+            m_existing.NoteAdded();
+        }
         return EStored::Added;
     }
     /// Empty when there is no such category.
@@ -47,4 +56,6 @@ class CTypedItemsCsv : public CCsvLayout {
     ECatalogueKind m_kind;
     CImportedCategories m_categories;
     CExistingItems m_existing;
+    QString m_lastCategory;  ///< as the file names it
+    qint32 m_lastCategoryId = -1;
 };

@@ -9,14 +9,10 @@
 
 namespace {
 constexpr int kMaxDecimals = 100;
-/// The largest double has 309 digits before the point; sign and point come with them.
-constexpr size_t kMaxFixedLength = 309 + 2 + kMaxDecimals;
 /// Longer numbers than this are read all the same, from the heap.
 constexpr qsizetype kOrdinaryLength = 64;
 /// The shortest form of a double has at most 24 characters.
 constexpr size_t kMaxShortestLength = 32;
-
-using CFixedText = std::array<char, kMaxFixedLength>;
 
 bool IsBlank(char16_t c) {
     return c == u' ' || (c >= u'\t' && c <= u'\r');
@@ -74,8 +70,7 @@ std::optional<double> FindLeadingNumber(QStringView text, char16_t separator) {
     return result.ec == std::errc{} ? std::optional(value) : std::nullopt;
 }
 
-/// The same of what was typed.
-std::optional<double> FindTypedNumber(QStringView text, const QLocale& locale) {
+std::optional<double> FindLocaleNumber(QStringView text, const QLocale& locale) {
     const QString separator = locale.decimalPoint();
     return FindLeadingNumber(WithAsciiDigits(text.trimmed().toString()),
                              separator.size() == 1 ? separator[0].unicode() : u'.');
@@ -93,8 +88,8 @@ qint64 LastDecimals(double value, int decimals) {
     if (!(scaled < kLargest)) {
         return -1;
     }
-    const double whole = std::floor(scaled + 0.5);
-    return std::abs(scaled - whole) < 0.499 ? static_cast<qint64>(whole) : -1;
+    const auto whole = static_cast<qint64>(scaled + 0.5);
+    return std::abs(scaled - static_cast<double>(whole)) < 0.499 ? whole : -1;
 }
 
 /// Sums and conversions of large values may leave the range of a double: files and lists get the
@@ -102,28 +97,6 @@ qint64 LastDecimals(double value, int decimals) {
 double Finite(double value) {
     constexpr double kLargest = std::numeric_limits<double>::max();
     return std::isnan(value) ? 0 : std::clamp(value, -kLargest, kLargest);
-}
-
-/// The view points into `text`.
-QByteArrayView WriteFixed(CFixedText& text, double value, int decimals) {
-    const int places = std::clamp(decimals, 0, kMaxDecimals);
-    qint64 rest = LastDecimals(value, places);
-    if (rest < 0) {
-        const auto result = std::to_chars(text.begin(), text.end(), Finite(value),
-                                          std::chars_format::fixed, places);
-        Q_ASSERT(result.ec == std::errc{});
-        return {text.data(), result.ptr};
-    }
-    char* const end = text.data() + text.size();
-    char* at = end;
-    for (int digit = 0; digit <= places || rest > 0; ++digit) {
-        if (digit == places && places > 0) {
-            *--at = '.';
-        }
-        *--at = static_cast<char>('0' + rest % 10);
-        rest /= 10;
-    }
-    return {at, end};
 }
 }  // namespace
 
@@ -140,16 +113,16 @@ QString WithAsciiDigits(QString text) {
 }
 
 std::optional<double> TypedNumber(QStringView text, const QLocale& locale) {
-    const std::optional<double> number = FindTypedNumber(text, locale);
+    const std::optional<double> number = FindLocaleNumber(text, locale);
     return number && std::abs(*number) <= kLargestTyped ? number : std::nullopt;
 }
 
 bool IsTypedTooLarge(QStringView text, const QLocale& locale) {
-    return std::abs(FindTypedNumber(text, locale).value_or(0)) > kLargestTyped;
+    return std::abs(FindLocaleNumber(text, locale).value_or(0)) > kLargestTyped;
 }
 
 double ShownValue(QStringView text, const QLocale& locale) {
-    return FindTypedNumber(text, locale).value_or(0);
+    return FindLocaleNumber(text, locale).value_or(0);
 }
 
 std::optional<QString> TypedAmount(const QString& text, const QLocale& locale) {
@@ -163,14 +136,38 @@ std::optional<QString> TypedAmount(const QString& text, const QLocale& locale) {
     return ShortestNumber(*amount).replace(u'.', locale.decimalPoint());
 }
 
+char* WriteFixed(char* to, double value, int decimals) {
+    const int places = std::clamp(decimals, 0, kMaxDecimals);
+    const qint64 last = LastDecimals(value, places);
+    if (last < 0) {
+        const auto result = std::to_chars(to, to + kMaxFixedLength, Finite(value),
+                                          std::chars_format::fixed, places);
+        Q_ASSERT(result.ec == std::errc{});
+        return result.ptr;
+    }
+    // From the last digit on, at least one of them before the point.
+    std::array<char, 24> digits;
+    char* at = digits.end();
+    auto rest = static_cast<quint64>(last);
+    for (int digit = 0; digit <= places || rest > 0; ++digit) {
+        if (digit == places && places > 0) {
+            *--at = '.';
+        }
+        *--at = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    }
+    return std::copy(at, digits.end(), to);
+}
+
 QString FixedNumber(double value, int decimals, int width) {
-    CFixedText text;
-    return QString::fromLatin1(WriteFixed(text, value, decimals)).rightJustified(width);
+    std::array<char, kMaxFixedLength> text;
+    const char* const end = WriteFixed(text.data(), value, decimals);
+    return QString::fromLatin1(text.data(), end - text.data()).rightJustified(width);
 }
 
 void AppendFixed(QByteArray& line, double value, int decimals) {
-    CFixedText text;
-    line.append(WriteFixed(text, value, decimals));
+    std::array<char, kMaxFixedLength> text;
+    line.append(QByteArrayView(text.data(), WriteFixed(text.data(), value, decimals)));
 }
 
 QString ShownNumber(double value, int decimals, const QLocale& locale) {

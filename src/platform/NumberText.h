@@ -33,8 +33,13 @@ std::optional<QString> TypedAmount(const QString& text, const QLocale& locale = 
 /// reads as the largest number of its sign, and as 0 when it is no number.
 QString FixedNumber(double value, int decimals, int width = 1);
 
-/// The same in ASCII behind what `line` holds, without a text of its own.
+/// The same in ASCII, appended to `line`.
 void AppendFixed(QByteArray& line, double value, int decimals);
+/// The largest double has 309 digits before the point, and there are 100 decimals at most; sign and
+/// point come with them.
+inline constexpr int kMaxFixedLength = 309 + 100 + 2;
+/// The same at `to`, where there is room for kMaxFixedLength. Returns its end.
+char* WriteFixed(char* to, double value, int decimals);
 
 /// FixedNumber with the locale's decimal separator, for a person to read.
 QString ShownNumber(double value, int decimals, const QLocale& locale = QLocale());

@@ -2,7 +2,9 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 #include <map>
 #include <memory>
 
@@ -165,6 +167,12 @@ bool FindHighHalf(int codePage, CHighHalf& half) {
     iconv_close(conversion);
     return true;
 }
+/// Of 16 bytes.
+bool IsAscii(const char* bytes) {
+    std::array<quint64, 2> words{};
+    std::memcpy(words.data(), bytes, sizeof(words));
+    return ((words[0] | words[1]) & 0x8080808080808080U) == 0;
+}
 }  // namespace
 
 struct COemCodec::CTables {
@@ -240,8 +248,23 @@ QByteArray COemCodec::Encode(QStringView text) const {
 }
 
 void COemCodec::DecodeTo(QChar* units, QByteArrayView bytes) const {
-    for (const char byte : bytes) {
-        *units++ = m_tables->toUtf16[static_cast<uchar>(byte)];
+    // Nearly all text is ASCII, which every code page maps to itself.
+    constexpr qsizetype kBlock = 16;
+    const char* at = bytes.begin();
+    const char* const end = bytes.end();
+    while (at != end) {
+        const qsizetype block = std::min<qsizetype>(end - at, kBlock);
+        if (block == kBlock && IsAscii(at)) {
+            for (qsizetype i = 0; i < kBlock; ++i) {
+                units[i] = QLatin1Char(at[i]);
+            }
+        } else {
+            for (qsizetype i = 0; i < block; ++i) {
+                units[i] = m_tables->toUtf16[static_cast<uchar>(at[i])];
+            }
+        }
+        at += block;
+        units += block;
     }
 }
 

@@ -56,6 +56,8 @@ class CTextFile {
     /// Adds to `bytes` what WriteText would write: for lines that are put together before their
     /// turn comes.
     void AppendText(QByteArray& bytes, QStringView text) const;
+    /// The same into as many bytes as the text has characters.
+    void EncodeTo(char* bytes, QStringView text) const { m_codec.EncodeTo(bytes, text); }
 
   private:
     void StartBuffer();

@@ -6,7 +6,9 @@
 #include "catalogue/CsvFields.h"
 #include "catalogue/FindItems.h"
 #include "catalogue/FoodRules.h"
+#include "platform/TextFile.h"
 #include "support/CatalogueTest.h"
+#include "support/Files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -63,6 +65,8 @@ class TestCatalogueRules : public CCatalogueTest {
     void numbersAreWrittenWithThreeDecimals() {
         const std::pair<double, QByteArray> rows[] = {
             {1.5, "1.500,"},
+            {0.0, "0.000,"},
+            {-0.0, "-0.000,"},
             {0.007, "0.007,"},
             // The nearest double to 1.0005 lies below it, the one to 0.0015 above.
             {1.0005, "1.000,"},
@@ -75,9 +79,13 @@ class TestCatalogueRules : public CCatalogueTest {
             {std::numeric_limits<double>::infinity(), "0.000,"},
         };
         for (const auto& [number, text] : rows) {
-            QByteArray line;
-            AppendNumber(line, number);
-            QCOMPARE(line, text);
+            CTextFile file;
+            QVERIFY(file.Create(Path(u"numbers.csv"_s)));
+            CCsvLineWriter line(file);
+            line.Number(number);
+            line.EndLine();
+            QVERIFY(file.Close());
+            QCOMPARE(Load(Path(u"numbers.csv"_s)), text + "\r\n");
         }
     }
 
