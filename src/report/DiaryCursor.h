@@ -2,6 +2,7 @@
 #pragma once
 
 #include <limits>
+#include <utility>
 #include <variant>
 
 #include "store/Database.h"
@@ -26,6 +27,7 @@ class CDiaryCursor {
     template <typename Take>
     void ReadUpTo(QDate day, Take take) {
         const FileTime last = LastMomentOf(day);
+        const FileTime from = std::exchange(m_from, last + 1);
         if (m_nextMoment > last) {
             return;
         }
@@ -39,14 +41,14 @@ class CDiaryCursor {
             m_position = position;
             const auto* moment =
                 properties.empty() ? nullptr : std::get_if<FileTime>(&properties.front());
-            const bool isInStretch = moment != nullptr && *moment >= m_from && *moment <= last;
-            const FileTime key = isInStretch ? *moment : m_diary.KeyAt(position).value_or(m_from);
+            const bool isInStretch = moment != nullptr && *moment >= from && *moment <= last;
+            const FileTime key = isInStretch ? *moment : m_diary.KeyAt(position).value_or(from);
             if (key > last) {
                 m_nextMoment = key;
                 return false;
             }
             ++m_position;
-            if (key < m_from) {
+            if (key < from) {
                 return true;  // the start was a guess
             }
             if (isOver) {
@@ -64,7 +66,6 @@ class CDiaryCursor {
         if (m_nextMoment == kEnd) {
             m_leftOut.damaged += m_end - m_position;
         }
-        m_from = last + 1;
     }
 
     /// Of the stretches read so far.

@@ -79,7 +79,10 @@ CCategoryList CDatabase::FillCategoryList(ECatalogueKind kind, qint32 categoryId
     }
     const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
     list.leftOut = Items(kind).ReadList(
-        {.low = categoryId, .high = categoryId, .most = numbers.type + 1},
+        {.low = categoryId,
+         .high = categoryId,
+         .most = numbers.type + 1,
+         .lastKey = CViewSettings::kMarker - 1},
         [&](int position, PropertyList& properties) {
             list.entries.push_back({position, categoryId, TextOf(properties[numbers.name]),
                                     TextOf(properties[numbers.type])});
@@ -112,7 +115,8 @@ CUniqueNames CDatabase::FillUniqueNames(ECatalogueKind kind, qint32 categoryId, 
          .high = isAll ? CViewSettings::kMarker - 1 : categoryId,
          .most = numbers.name + 1,
          .messagePrefix = kind == ECatalogueKind::Foods ? u"FillArrayWithUniqueFoodNames --> "_s
-                                                        : u"FillArrayWithUniqueExlibNames --> "_s},
+                                                        : u"FillArrayWithUniqueExlibNames --> "_s,
+         .lastKey = CViewSettings::kMarker - 1},
         [&](int /*position*/, PropertyList& properties) {
             const qint32 parent = ParentOf(properties);
             if (!unique.names.empty() && unique.names.back().categoryId != parent) {
@@ -155,23 +159,16 @@ int CDatabase::FindComponent(ECatalogueKind kind, qint32 parentId, qint32 itemId
 
 int CDatabase::FindItem(ECatalogueKind kind, qint32 categoryId, const QString& name,
                         const QString& type, int except) {
-    CItemDatabaseBase& items = Items(kind);
     const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
     int found = kNoPosition;
-    items.ForEachFrom(
-        items.FirstPositionOf(categoryId),
-        [&](int position, PropertyList& properties) {
-            if (ParentOf(properties) != categoryId) {
-                return false;
-            }
-            if (position != except && std::ssize(properties) == items.GetLayout().Count() &&
-                TextOf(properties[numbers.name]) == name &&
-                (!numbers.namesType || TextOf(properties[numbers.type]) == type)) {
-                found = position;
-            }
-            return found == kNoPosition;
-        },
-        numbers.type + 1);
+    Items(kind).ReadList({categoryId, categoryId, EWrongCount::IsDamage, numbers.type + 1},
+                         [&](int position, PropertyList& properties) {
+                             const bool isIt =
+                                 position != except && TextOf(properties[numbers.name]) == name &&
+                                 (!numbers.namesType || TextOf(properties[numbers.type]) == type);
+                             found = isIt ? position : found;
+                             return isIt ? ETake::Last : ETake::Taken;
+                         });
     return found;
 }
 

@@ -121,11 +121,7 @@ void CItemDatabaseBase::ForEachFrom(int first,
     const int count = Count();
     PropertyList properties;
     for (int position = first; position >= 0 && position < count; ++position) {
-        if (m_store.SeekToPosition(m_handle, position) == 0 ||
-            !m_store.ReadCurrent(m_handle, properties, most)) {
-            continue;
-        }
-        if (!take(position, properties)) {
+        if (ReadProperties(position, properties, most) && !take(position, properties)) {
             return;
         }
     }
@@ -144,8 +140,7 @@ CLeftOut CItemDatabaseBase::ReadList(const CListQuery& query,
     leftOut.isUnknown = !range;
     PropertyList properties;
     for (int position = std::max(first, query.from); position < end; ++position) {
-        if (m_store.SeekToPosition(m_handle, position) == 0 ||
-            !m_store.ReadCurrent(m_handle, properties, query.most)) {
+        if (!ReadProperties(position, properties, query.most)) {
             ++leftOut.damaged;
             continue;
         }
@@ -154,21 +149,41 @@ CLeftOut CItemDatabaseBase::ReadList(const CListQuery& query,
         if (!range && !isInRange) {
             continue;
         }
-        if (std::ssize(properties) != m_layout.Count() &&
-            query.wrongCount == EWrongCount::EndsList) {
+        const bool isWhole = std::ssize(properties) == m_layout.Count();
+        if (!isWhole && query.wrongCount == EWrongCount::EndsList) {
             ReportWrongPropertyCount(position, properties, m_layout.Count(), query.messagePrefix);
             ++leftOut.damaged;
             leftOut.beyond = end - position - 1;
             leftOut.isEnded = true;
-            break;
+            return leftOut;
         }
-        const bool isSound = isInRange && std::ssize(properties) == m_layout.Count();
-        const ETake taken = isSound ? take(position, properties) : ETake::Damaged;
+        const ETake taken = isWhole && isInRange ? take(position, properties) : ETake::Damaged;
         leftOut.damaged += taken == ETake::Damaged ? 1 : 0;
         if (taken == ETake::Last) {
             leftOut.beyond = end - position - 1;
-            break;
+            return leftOut;
         }
     }
+    if (range && query.wrongCount == EWrongCount::EndsList) {
+        LookPast(end, query);
+    }
     return leftOut;
+}
+
+void CItemDatabaseBase::LookPast(int end, const CListQuery& query) {
+    const int count = Count();
+    PropertyList properties;
+    int position = end;
+    while (position < count && !ReadProperties(position, properties, 1)) {
+        ++position;
+    }
+    if (position < count && std::ssize(properties) != m_layout.Count() &&
+        KeyOf(properties).value_or(query.low) <= query.lastKey) {
+        ReportWrongPropertyCount(position, properties, m_layout.Count(), query.messagePrefix);
+    }
+}
+
+bool CItemDatabaseBase::ReadProperties(int position, PropertyList& properties, int most) {
+    return m_store.SeekToPosition(m_handle, position) != 0 &&
+           m_store.ReadCurrent(m_handle, properties, most);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 #include <optional>
 
 #include "store/ItemRecord.h"
@@ -25,6 +26,9 @@ struct CListQuery {
     int most = kAllProperties;   ///< see CItemDatabaseBase::ForEachFrom
     QString messagePrefix = {};  ///< of the message of a wrong number of properties
     int from = 0;                ///< records in front of this position are left alone
+    /// A wrong number of properties is reported of the record behind the list, too, as far as its
+    /// key is not past this.
+    qint64 lastKey = std::numeric_limits<qint64>::max();
 };
 
 /// What became of a record that a list was handed.
@@ -95,6 +99,10 @@ class CItemDatabaseBase {
     [[nodiscard]] const CRecordLayout& GetLayout() const { return m_layout; }
 
   private:
+    bool ReadProperties(int position, PropertyList& properties, int most);
+    /// A list ends at the first record that is not its own, and reports a damaged one.
+    void LookPast(int end, const CListQuery& query);
+
     CRecordStore& m_store;
     const CRecordLayout& m_layout;
     CDatabaseHandle m_handle;

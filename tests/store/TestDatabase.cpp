@@ -109,6 +109,22 @@ class TestDatabase : public CCatalogueTest {
                  "properties, record #4, props = 1 (77)"_s);
     }
 
+    void aListReportsADamagedRecordRightAfterIt() {
+        QVERIFY(Database().Foods().Write(-1, MakeFood(1, u"Pear"_s, u"raw"_s)));
+        CDatabaseHandle raw = OpenRaw(u"Foods"_s);
+        QVERIFY(Database().GetStore().WriteRecord(raw, 0, {CViewSettings::kMarker + 1}));
+        const auto isWhole = [this] {
+            const CCategoryList list = Database().FillCategoryList(kFoods, 1);
+            return list.entries.size() == 1 && !list.leftOut.IsAnything();
+        };
+        QVERIFY(isWhole());
+        QCOMPARE(m_messages->Said(), QString());  // no food
+        QVERIFY(Database().GetStore().WriteRecord(raw, 0, {qint32{2}}));
+        QVERIFY(isWhole());
+        QCOMPARE(m_messages->Said(),
+                 u"Database error. Wrong number of properties, record #1, props = 1 (77)"_s);
+    }
+
     void listsEndAt1024() {
         CRecordGroup group(Database().GetStore());
         for (int i = 0; i < 1025; ++i) {
