@@ -4,6 +4,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QTreeView>
+#include <utility>
 
 #include "controls/InputPanel.h"
 
@@ -22,8 +23,8 @@ constexpr int kEditPadding = 12;
 
 }  // namespace
 
-CInPlaceControl::CInPlaceControl(QWidget* self, const CInPlaceCell& cell)
-    : m_cell(cell), m_self(self) {}
+CInPlaceControl::CInPlaceControl(QWidget* self, CInPlaceCell cell)
+    : m_cell(std::move(cell)), m_self(self) {}
 
 void CInPlaceControl::Start(const QRect& cell) {
     m_self->setFont(m_cell.list->font());

@@ -37,7 +37,7 @@ class CInPlaceControl {
     virtual void Place(const QRect& cell) = 0;
 
   protected:
-    CInPlaceControl(QWidget* self, const CInPlaceCell& cell);
+    CInPlaceControl(QWidget* self, CInPlaceCell cell);
 
     [[nodiscard]] virtual QString Text() const = 0;
     /// Shows itself and takes the focus.
