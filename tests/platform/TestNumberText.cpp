@@ -1,4 +1,8 @@
+#include <QRandomGenerator>
 #include <QTest>
+#include <array>
+#include <cmath>
+#include <cstdio>
 #include <limits>
 
 #include "platform/NumberText.h"
@@ -19,7 +23,8 @@ class TestNumberText : public QObject {
             {0.2, u"2E-1"_s},       {1, u"1,5|1\0002"_s},
             {5e-324, u"5e-324"_s},  {0, u"0x1A|nan|inf"_s},
             {0, u"1e999|1e-999"_s}, {0, u"|-|.|+-5|- 5"_s},
-            {0, u"e5|\u0661"_s},
+            {0, u"e5|\u0661"_s},    {7, u"\r\f\v\n7/2|7:2"_s},
+            {0, u"\x0E7|\b7"_s},    {90, u"90-1"_s},
         };
         for (const auto& [number, texts] : rows) {
             for (const QString& text : texts.split(u'|')) {
@@ -68,6 +73,32 @@ class TestNumberText : public QObject {
         QCOMPARE(FixedNumber(infinite - infinite, 2), u"0.00"_s);
         QCOMPARE(ShortestNumber(infinite), u"1.7976931348623157e+308"_s);
         QCOMPARE(ShownNumber(-1234.5, 1, QLocale(u"de_DE"_s)), u"-1234,5"_s);
+    }
+
+    // Numbers in units of the last decimal, near halves and at the ends of the ranges.
+    void fixedNumbersAreThoseOfTheCLibrary() {
+        QRandomGenerator random(100);
+        for (int i = 0; i < 20'000; ++i) {
+            const int decimals = i % 9;
+            const double unit = std::pow(10, -decimals);
+            const double start[] = {0, 10'000 * random.generateDouble(), 1e12 * unit, -2};
+            const double part[] = {0, 0.5, 0.499, 0.501, random.generateDouble()};
+            const double number =
+                start[random.bounded(4)] + unit * (random.bounded(20) + part[random.bounded(5)]);
+            std::array<char, 64> expected{};
+            std::snprintf(expected.data(), expected.size(), "%.*f", decimals, number);
+            QCOMPARE(FixedNumber(number, decimals), QString::fromLatin1(expected.data()));
+        }
+    }
+
+    void typedAmountsKeepTheLocalesPoint() {
+        const QLocale german(u"de_DE"_s);
+        QCOMPARE(TypedAmount(u" 1,50 g"_s, german), u"1,5"_s);
+        QCOMPARE(TypedAmount(u" "_s, german), QString());
+        QCOMPARE(TypedAmount(u"0"_s, german), u"0"_s);
+        QCOMPARE(TypedAmount(u"-1"_s, german), std::nullopt);
+        QCOMPARE(TypedAmount(u"abc"_s, german), std::nullopt);
+        QCOMPARE(TwoDigits(7) + TwoDigits(12), u"0712"_s);
     }
 
     void wholeNumbersAreCutAndLimited() {

@@ -1,12 +1,13 @@
 #include <QDir>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include "platform/FileTime.h"
 #include "platform/Messages.h"
 #include "platform/RegistrySettings.h"
 #include "platform/VolumePlace.h"
+#include "support/Files.h"
+#include "support/RecordingMessages.h"
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +34,7 @@ class TestPlatform : public QObject {
             QCOMPARE(LastMomentOf(date) + 1, FirstMomentOf(date.addDays(1)));
         }
         QCOMPARE(ToFileTime(QDate(2001, 2, 29), QTime(1, 0)), 0);
+        QCOMPARE(ToFileTime(QDate(2001, 2, 28), QTime()), 0);
         QVERIFY(!DateOf(-1).isValid() && !TimeOf(-1).isValid());
     }
 
@@ -47,13 +49,44 @@ class TestPlatform : public QObject {
     void settingsOutliveTheProgram() {
         const QTemporaryDir folder;
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
-        QCOMPARE(CRegistrySettings::Read().sizeY, -1);
+        QVERIFY(CRegistrySettings::Read() == (CRegistrySettings{-1, -1, -1, -1, {}}));
         CRegistrySettings{10, -20, 240, 320, u"Zoë, 2%"_s}.Write();
         const CRegistrySettings read = CRegistrySettings::Read();
         QCOMPARE((QList<int>{read.positionX, read.positionY, read.sizeX, read.sizeY}),
                  (QList<int>{10, -20, 240, 320}));
         QCOMPARE(read.userProfileName, u"Zoë, 2%"_s);
-        QVERIFY(QDir(folder.path()).exists(u"Quillon/Velmora for PPC.conf"_s));
+        const QString file = folder.filePath(u"Quillon/Velmora for PPC.conf"_s);
+        // What stands there already is not written again; what is no number is as good as absent.
+        Save(file, Load(file) + "; a note\n");
+        read.Write();
+        QVERIFY(Load(file).contains("; a note"));
+        Save(file, Load(file).replace("=240", "=wide"));
+        QCOMPARE(CRegistrySettings::Read().sizeX, -1);
+        QCOMPARE(CRegistrySettings::Read().sizeY, 320);
+    }
+
+    void theSeamInstalledLastIsAsked() {
+        const CRecordingMessages outer;
+        {
+            CRecordingMessages inner;
+            ShowMessage(u"One"_s, EMessageIcon::Stop);
+            QCOMPARE(inner.lastIcon, EMessageIcon::Stop);
+            inner.answer = false;
+            QVERIFY(!AskYesNo(u"Two?"_s));
+            inner.chosenFile = u"a.csv"_s;
+            QCOMPARE(ChooseFileToOpen({u"Open"_s, {}, {}, {}}), u"a.csv"_s);
+            QCOMPARE(ChooseFileToSave({u"Save"_s, {}, {}, {}}), u"a.csv"_s);
+            QCOMPARE(inner.choices.at(1).title, u"Save"_s);
+            const CWaitCursor wait;
+            QCOMPARE(inner.waits, 1);
+            CreateProgress(u"Three"_s)->Pump();
+            QCOMPARE(inner.progress.pumps, 1);
+            QCOMPARE(inner.shown + inner.asked + inner.progress.captions,
+                     (QStringList{u"One"_s, u"Two?"_s, u"Three"_s}));
+        }
+        ShowMessage(u"Four"_s);
+        QCOMPARE(outer.shown, QStringList{u"Four"_s});
+        QCOMPARE(outer.waits, 0);
     }
 
     void theVolumeStandsBesideTheProgramWhereItCan() {

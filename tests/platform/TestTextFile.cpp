@@ -177,7 +177,9 @@ class TestTextFile : public QObject {
         while (file.ReadLine(line)) {
             lines.append(line);
         }
-        return file.Close() ? lines : QStringList{u"broken off"_s};
+        const bool isWhole = file.Close();
+        const bool isAtEnd = !file.ReadLine(line) && file.GetLength() == 0;
+        return isWhole && isAtEnd ? lines : QStringList{u"broken off"_s};
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
