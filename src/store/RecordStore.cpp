@@ -2,6 +2,7 @@
 
 #include "platform/Messages.h"
 #include "store/NamedValues.h"
+#include "store/VolumeTexts.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -24,7 +25,11 @@ QStringList CreateFolders(const QString& path) {
 
 bool CRecordStore::MountVolume(const QString& path) {
     m_createdFolders = CreateFolders(QFileInfo(path).path());
-    if (Note(m_engine.Mount(path))) {
+    const bool isMounted = Note(m_engine.Mount(path));
+    if (const QString kept = m_engine.GetKeptJournal(); !kept.isEmpty()) {
+        ShowMessage(KeptJournalText(kept, path), EMessageIcon::Warning);
+    }
+    if (isMounted) {
         return true;
     }
     RemoveCreatedFolders();

@@ -27,7 +27,8 @@ struct CPositionRange {
 class CRecordStore {
   public:
     /// Creates the directory of the path when it is missing, then mounts, creating the file.
-    /// Failure shows "ERROR: CeMountDBVol failed (%ld)".
+    /// Failure shows "ERROR: CeMountDBVol failed (%ld)". Says so when a journal that belongs to
+    /// another volume was set aside.
     bool MountVolume(const QString& path);
     /// Failure shows "Failed unmounting the database.".
     bool UnmountVolume();

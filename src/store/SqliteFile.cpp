@@ -4,6 +4,7 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
+#include "store/JournalCheck.h"
 #include "store/VolumeHeader.h"
 
 #include <QFileInfo>
@@ -29,8 +30,10 @@ constexpr char kSettings[] =
     "PRAGMA cell_size_check=ON;"
     "PRAGMA cache_size=-8192;";
 
+constexpr char kJournalSuffix[] = "-journal";
+
 bool HasJournal(const QByteArray& path) {
-    const QFileInfo journal(QFile::decodeName(path + "-journal"));
+    const QFileInfo journal(QFile::decodeName(path + kJournalSuffix));
     return journal.exists() && journal.size() > 0;
 }
 
@@ -51,6 +54,7 @@ int CSqliteFile::Open(const QString& path) {
     // nor Qt. The current folder itself may have a name that cannot be decoded.
     const QString plainPath = path.startsWith(u'/') ? path : QLatin1StringView("./") + path;
     m_path = QFile::encodeName(plainPath);
+    m_keptJournal.clear();
     m_created = CreateFile(m_path) ? StampOf(m_path) : std::nullopt;
     int error = OpenConnection();
     if (error == kErrorSuccess) {
@@ -104,6 +108,9 @@ int CSqliteFile::LockAndCheck() {
     bool isEmpty = false;
     int error = CheckHeader(HasJournal(m_path), isEmpty);
     if (error == kErrorSuccess) {
+        error = AdmitJournal();
+    }
+    if (error == kErrorSuccess) {
         // The page size matters to a new file alone: see kBlockCapacity.
         error = Execute("PRAGMA page_size=8192; PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE;");
     }
@@ -116,11 +123,52 @@ int CSqliteFile::LockAndCheck() {
     return error == kErrorSuccess ? Commit() : error;
 }
 
-// Read through SQLite's own descriptor: closing another one of the same file would drop the locks
-// that this process holds on it.
-int CSqliteFile::CheckHeader(bool mayBeBlank, bool& isEmpty) const {
+// The file's own lock keeps writers out from the look at the journal until SQLite, which finds the
+// lock taken, has looked at it as well.
+int CSqliteFile::AdmitJournal() {
+    sqlite3_file* file = OwnFile();
+    int isWriting = 0;
+    sqlite3_int64 size = 0;
+    int result = file->pMethods->xLock(file, SQLITE_LOCK_SHARED);
+    if (result == SQLITE_OK) {
+        result = file->pMethods->xCheckReservedLock(file, &isWriting);
+    }
+    if (result == SQLITE_OK) {
+        result = isWriting != 0 ? SQLITE_BUSY : file->pMethods->xFileSize(file, &size);
+    }
+    if (result != SQLITE_OK) {
+        return ErrorOf(result);
+    }
+    const CJournalCheck check(m_path + kJournalSuffix, size, [this](qint64 offset, qint64 bytes) {
+        return ReadRaw(offset, bytes);
+    });
+    return check.MayBePlayed() ? static_cast<int>(kErrorSuccess) : check.KeepAside(m_keptJournal);
+}
+
+// SQLite's own descriptor: closing another one of the same file would drop the locks that this
+// process holds on it.
+sqlite3_file* CSqliteFile::OwnFile() const {
     sqlite3_file* file = nullptr;
     sqlite3_file_control(m_connection, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    return file;
+}
+
+QByteArray CSqliteFile::ReadRaw(qint64 offset, qint64 size) const {
+    sqlite3_file* file = OwnFile();
+    sqlite3_int64 fileSize = 0;
+    file->pMethods->xFileSize(file, &fileSize);
+    QByteArray bytes(std::clamp<qint64>(fileSize - offset, 0, size), Qt::Uninitialized);
+    const int result =
+        file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), offset);
+    return result == SQLITE_OK ? bytes : QByteArray();
+}
+
+QString CSqliteFile::GetKeptJournal() const {
+    return QFile::decodeName(m_keptJournal);
+}
+
+int CSqliteFile::CheckHeader(bool mayBeBlank, bool& isEmpty) const {
+    sqlite3_file* file = OwnFile();
     if (file == nullptr || file->pMethods == nullptr) {
         return kErrorInputOutput;
     }

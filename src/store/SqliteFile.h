@@ -12,6 +12,7 @@
 #include "store/PlatformError.h"
 
 struct sqlite3;
+struct sqlite3_file;
 struct sqlite3_stmt;
 
 /// Holds its file exclusively from a successful Open until Close.
@@ -36,7 +37,13 @@ class CSqliteFile {
     /// Safe when SQLite has rolled back on its own already.
     void Rollback();
 
+    int Execute(const char* sql);
     int Prepare(const char* sql, sqlite3_stmt*& statement);
+    /// Bytes as the file has them, past every cache; fewer than `size` at its end.
+    [[nodiscard]] QByteArray ReadRaw(qint64 offset, qint64 size) const;
+    /// The journal of another volume that Open found beside this one and renamed: its new path.
+    /// Empty when there was none.
+    [[nodiscard]] QString GetKeptJournal() const;
     /// The platform number of a result that the connection gave last.
     [[nodiscard]] int ErrorOf(int sqliteResult) const;
     [[nodiscard]] qint64 GetLastRowId() const;
@@ -45,10 +52,12 @@ class CSqliteFile {
     int OpenConnection();
     int LockAndCheck();
     int CheckHeader(bool mayBeBlank, bool& isEmpty) const;
-    int Execute(const char* sql);
+    int AdmitJournal();
+    [[nodiscard]] sqlite3_file* OwnFile() const;
 
     sqlite3* m_connection = nullptr;
     QByteArray m_path;
+    QByteArray m_keptJournal;
     std::optional<CFileStamp> m_created;  ///< of a file that was not there before Open
 };
 
@@ -65,6 +74,7 @@ class CStatement {
     CStatement& operator=(const CStatement&) = delete;
 
     int Prepare(CSqliteFile& file, const char* sql);
+    [[nodiscard]] bool IsPrepared() const { return m_statement != nullptr; }
     void Release();
 
     void Start(std::initializer_list<CSqlValue> values);

@@ -32,6 +32,9 @@ int CStorageEngine::Mount(const QString& path) {
     if (error == kErrorSuccess) {
         error = m_state->PrepareStatements();
     }
+    if (error == kErrorSuccess) {
+        error = m_state->generation.Load();
+    }
     if (error != kErrorSuccess) {
         (void)Discard();  // The first failure is the one to report.
     }
@@ -49,6 +52,10 @@ int CStorageEngine::Unmount() {
 int CStorageEngine::Discard() {
     m_state->file.RemoveCreated();
     return Unmount();
+}
+
+QString CStorageEngine::GetKeptJournal() const {
+    return m_state->file.GetKeptJournal();
 }
 
 bool CStorageEngine::IsMounted() const {
@@ -244,13 +251,7 @@ int CStorageEngine::BeginGroup() {
     if (!IsMounted()) {
         return kErrorInvalidParameter;
     }
-    if (m_state->groupDepth == 0) {
-        m_state->reader.Pause();
-        if (const int error = m_state->file.Begin(); error != kErrorSuccess) {
-            return error;
-        }
-    }
-    ++m_state->groupDepth;
+    ++m_state->groupDepth;  // The first change begins the transaction.
     return kErrorSuccess;
 }
 
@@ -264,7 +265,7 @@ int CStorageEngine::EndGroup() {
     }
     int error = std::exchange(m_state->groupError, kErrorSuccess);
     if (error == kErrorSuccess) {
-        error = m_state->CommitAll();
+        error = m_state->CommitUnit();
         if (error != kErrorSuccess) {
             m_state->Abandon();
         }

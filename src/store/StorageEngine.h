@@ -9,6 +9,7 @@
 //    use of a database reads only the directory of its position blocks.
 // 5. One process holds the volume; another one gets kErrorSharingViolation and changes nothing.
 // 6. A file that is not a volume, or is of a newer version, is refused and left as it is.
+// 7. A journal is played into the volume it was written for, and into no other file.
 #pragma once
 
 #include <QString>
@@ -44,6 +45,8 @@ class CStorageEngine {
     /// Unmounts, and takes the file away again if Mount created it.
     [[nodiscard]] int Discard();
     [[nodiscard]] bool IsMounted() const;
+    /// See CSqliteFile.
+    [[nodiscard]] QString GetKeptJournal() const;
 
     /// kErrorInvalidName past 31 characters, kErrorAlreadyExists when the name is taken
     /// (compared without case), kErrorInvalidParameter for a sort on anything but an integer or

@@ -30,6 +30,7 @@ void CStorageState::ReleaseStatements() {
                                   &addRecord, &replaceRecord, &removeRecord}) {
         statement->Release();
     }
+    generation.Release();
     reader.Release();
     blocks.Release();
 }
@@ -111,18 +112,32 @@ int CStorageState::DeleteAllRecords(COpenDatabase& opened) {
     return opened.index.Flush();
 }
 
-int CStorageState::CommitAll() {
+int CStorageState::BeginUnit() {
+    isInUnit = true;
+    return generation.Begin();
+}
+
+int CStorageState::CommitUnit() {
     reader.Pause();
+    if (!isInUnit) {
+        return kErrorSuccess;
+    }
     for (auto& [id, opened] : open) {
         if (const int error = opened.index.Flush(); error != kErrorSuccess) {
             return error;
         }
     }
-    return file.Commit();
+    const int error = file.Commit();
+    if (error == kErrorSuccess) {
+        generation.Confirm();
+        isInUnit = false;
+    }
+    return error;
 }
 
 void CStorageState::Abandon() {
     reader.Pause();
     file.Rollback();
+    isInUnit = false;
     open.clear();
 }

@@ -9,6 +9,7 @@
 #include "store/RecordReader.h"
 #include "store/SqliteFile.h"
 #include "store/StorageEngine.h"
+#include "store/VolumeGeneration.h"
 
 /// Owned by the engine. Operations return platform error numbers.
 struct CStorageState {
@@ -25,7 +26,10 @@ struct CStorageState {
     /// sought last: callers write over or delete what they have just sought.
     int Locate(COpenDatabase& opened, ObjectId record, int& position, CIndexEntry& entry);
     int DeleteAllRecords(COpenDatabase& opened);
-    int CommitAll();
+    /// Begins the transaction of a unit of work, at its first change.
+    int BeginUnit();
+    /// Commits what the unit changed, if anything.
+    int CommitUnit();
     /// Rolls back. The indexes hold what the file has not kept; they are read again when they are
     /// needed.
     void Abandon();
@@ -39,12 +43,12 @@ struct CStorageState {
         }
         reader.Pause();
         const bool isAlone = groupDepth == 0;
-        int error = isAlone ? file.Begin() : static_cast<int>(kErrorSuccess);
+        int error = isInUnit ? static_cast<int>(kErrorSuccess) : BeginUnit();
         if (error == kErrorSuccess) {
             error = change();
         }
         if (error == kErrorSuccess && isAlone) {
-            error = CommitAll();
+            error = CommitUnit();
         }
         if (error != kErrorSuccess) {
             Abandon();
@@ -54,6 +58,7 @@ struct CStorageState {
     }
 
     CSqliteFile file;
+    CVolumeGeneration generation{file};
     CBlockStatements blocks;
     CStatement listDatabases;
     CStatement addDatabase;
@@ -65,6 +70,7 @@ struct CStorageState {
     CStatement removeRecord;
     std::unordered_map<ObjectId, COpenDatabase> open;
     QByteArray body;
+    bool isInUnit = false;
     int groupDepth = 0;
     int groupError = kErrorSuccess;
 };

@@ -30,3 +30,10 @@ QString RefusalText(int error, const QString& path) {
     }
     return FormatText("The file '%s' cannot be opened."_L1, {path});
 }
+
+QString KeptJournalText(const QString& kept, const QString& path) {
+    return FormatText(
+        "The journal beside the file '%s' does not belong to it and was not used. It "
+        "is kept as '%s'."_L1,
+        {path, kept});
+}

@@ -4,6 +4,7 @@
 
 #include "store/EngineSteps.h"
 #include "store/SqliteFile.h"
+#include "support/DataRows.h"
 #include "support/Files.h"
 
 #include <QCoreApplication>
@@ -11,6 +12,7 @@
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
+#include <csignal>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -18,6 +20,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int kPageBytes = 8192;
 constexpr auto kWriteMode = "--write-until-killed";
+constexpr auto kDieMode = "--die-in-a-write";
 
 ObjectId OpenNumbers(CStorageEngine& engine) {
     CDatabaseInfo info;
@@ -44,6 +47,19 @@ int WriteUntilKilled(const QString& path) {
         std::printf("%d\n", next - 1);
         std::fflush(stdout);
     }
+}
+
+// A unit of work larger than the cache, so that it reaches the file before it is over.
+int DieInAWrite(const QString& path) {
+    CStorageEngine engine;
+    engine.Mount(path);
+    const ObjectId database = OpenNumbers(engine);
+    engine.BeginGroup();
+    for (int i = 0; i < 1200; ++i) {
+        Added(engine, database, {qint32{i}, QByteArray(8000, 'n')});
+    }
+    std::raise(SIGKILL);
+    return 1;
 }
 
 // Everything a reader could do to a volume, and a write and a deletion in each database.
@@ -198,7 +214,114 @@ class TestVolumeFaults : public QObject {
         QVERIFY(confirmed > 100);
     }
 
+    void aJournalIsPlayedIntoItsOwnVolumeAlone_data() {
+        AddRows<EBeside, bool>({
+            {"its own volume", EBeside::Volume, true},
+            {"a copy of it", EBeside::Copy, true},
+            {"an older back-up", EBeside::Older, false},
+            {"a back-up of before it had an identity", EBeside::WithoutIdentity, false},
+            {"another volume", EBeside::Another, false},
+            {"no file", EBeside::Nothing, false},
+        });
+    }
+
+    void aJournalIsPlayedIntoItsOwnVolumeAlone() {
+        const auto& [beside, isPlayed] = DataRow<EBeside, bool>();
+        const QString journal = m_path + u"-journal"_s;
+        const QString kept = journal + u".kept-2"_s;
+        Save(journal + u".kept-1"_s, "kept before");
+        WriteNumbers(1);
+        const QByteArray older = Load(m_path);
+        const QByteArray withoutIdentity = WithoutIdentity(older);
+        Save(m_path, older);
+        WriteNumbers(1);
+        const QByteArray before = Load(m_path);
+        QCOMPARE(QProcess::execute(QCoreApplication::applicationFilePath(),
+                                   {QLatin1StringView(kDieMode), m_path}),
+                 -1);  // killed
+        const QByteArray left = Load(journal);
+        QVERIFY(left.size() > kPageBytes && Load(m_path) != before);
+        switch (beside) {
+            case EBeside::Volume:
+                break;
+            case EBeside::Copy:
+                Save(m_path, before);
+                break;
+            case EBeside::Older:
+                Save(m_path, older);
+                break;
+            case EBeside::WithoutIdentity:
+                Save(m_path, withoutIdentity);
+                break;
+            case EBeside::Another:
+                Save(m_path, SmallVolume());
+                break;
+            case EBeside::Nothing:
+                QFile::remove(m_path);
+        }
+        const QByteArray found = Load(m_path);
+        CStorageEngine engine;
+        QCOMPARE(engine.Mount(m_path), kOk);
+        QCOMPARE(engine.GetKeptJournal(), isPlayed ? QString() : kept);
+        QCOMPARE(Load(kept), isPlayed ? QByteArray() : left);
+        QCOMPARE(CountOf(engine, OpenNumbers(engine)), isPlayed                     ? 2
+                                                       : beside == EBeside::Another ? 400
+                                                       : beside == EBeside::Nothing ? 0
+                                                                                    : 1);
+        QCOMPARE(engine.Unmount(), kOk);
+        VerifySound();
+    }
+
+    // SQLite would play or delete them.
+    void whatIsNoJournalOfOursIsKeptAside_data() {
+        const QByteArray magic = "\xD9\xD5\x05\xF9\x20\xA1\x63\xD7";
+        const QByteArray created =
+            magic + QByteArray("\0\0\0\0\1\2\3\4\0\0\0\0\0\0\2\0\0\0\x20\0", 20);
+        AddRows<QByteArray, bool>({
+            {"a note", "Buy apples", true},
+            {"a header alone", magic, true},
+            {"of the creation of another volume", created.leftJustified(512, '\0'), true},
+            {"names a common journal", created + "/etc/hosts" + magic, true},
+            {"over", QByteArray(600, '\0'), false},
+            {"empty", {}, false},
+        });
+    }
+
+    void whatIsNoJournalOfOursIsKeptAside() {
+        const auto& [bytes, isKept] = DataRow<QByteArray, bool>();
+        WriteNumbers(1);
+        Save(m_path + u"-journal"_s, bytes);
+        const QByteArray before = Load(m_path);
+        CStorageEngine engine;
+        QCOMPARE(engine.Mount(m_path), kOk);
+        QCOMPARE(!engine.GetKeptJournal().isEmpty(), isKept);
+        QCOMPARE(Load(m_path + u"-journal.kept-1"_s), isKept ? bytes : QByteArray());
+        engine.Unmount();
+        QCOMPARE(Load(m_path), before);
+    }
+
   private:
+    enum class EBeside { Volume, Copy, Older, WithoutIdentity, Another, Nothing };
+
+    void WriteNumbers(int count) {
+        CStorageEngine engine;
+        QCOMPARE(engine.Mount(m_path), kOk);
+        const ObjectId database = OpenNumbers(engine);
+        for (int i = 0; i < count; ++i) {
+            QVERIFY(Added(engine, database, Numbered(i)) != 0);
+        }
+    }
+
+    // As a program that knows of no identity would have left it.
+    QByteArray WithoutIdentity(const QByteArray& volume) {
+        Save(m_path, volume);
+        CSqliteFile file;
+        file.Open(m_path);
+        file.Execute("DROP TABLE identity");
+        file.Close();
+        return Load(m_path);
+    }
+
     void FillUpAndGoOn(const std::function<void()>& makeRoom) {
         CStorageEngine engine;
         QCOMPARE(engine.Mount(m_path), kOk);
@@ -284,6 +407,9 @@ int main(int argc, char** argv) {
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() == 3 && arguments[1] == QLatin1StringView(kWriteMode)) {
         return WriteUntilKilled(arguments[2]);
+    }
+    if (arguments.size() == 3 && arguments[1] == QLatin1StringView(kDieMode)) {
+        return DieInAWrite(arguments[2]);
     }
     TestVolumeFaults tests;
     return QTest::qExec(&tests, argc, argv);
