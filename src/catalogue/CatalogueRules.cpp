@@ -263,7 +263,7 @@ QString CCatalogueRules::FreeCopyText(const CCatalogueItem& item) {
     const QString original =
         WithoutEnd(m_namesType ? item.GetType() : item.GetName(), room - kCopySuffixLength);
     for (int copy = 1; copy <= kMostCopies; ++copy) {
-        const QString candidate = FormatText("%s_Copy%s"_L1, {original, TwoDigits(copy)});
+        QString candidate = FormatText("%s_Copy%s"_L1, {original, TwoDigits(copy)});
         if (!taken.contains(candidate)) {
             return candidate;
         }
