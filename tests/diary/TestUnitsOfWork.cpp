@@ -123,7 +123,7 @@ class TestUnitsOfWork : public CDiaryTest {
              [this] { return Weights(); }, "", "Cid",
              "Cannot delete record. Error=1392|Cannot delete weight.", 3},
             {"delete exercises", Fixed, [this](int person) { AddDoneBy(person); },
-             [this] { return DeleteExercises(Database(), ListExercises(Database(), kDay, kDay)); },
+             [this] { return DeleteExercises(Database(), ListExercises(Database(), kDay, kDay).entries); },
              [this] { return Done(); }, "", "Cid,Dan",
              "Cannot delete record. Error=1392|Cannot delete exercise.", 2},
             {"purge", Fixed,
@@ -275,7 +275,7 @@ class TestUnitsOfWork : public CDiaryTest {
     }
     CCatalogueRules Foods() { return {Database(), kFoods}; }
     CCatalogueRules::Entries Listed(ECatalogueKind kind, qint32 category) {
-        return Database().FillCategoryList(kind, category);
+        return Database().FillCategoryList(kind, category).entries;
     }
 
     qint32 m_low = 0;
