@@ -15,6 +15,7 @@ enum EPlatformError : int {
     kErrorInvalidName = 123,
     kErrorAlreadyExists = 183,
     kErrorOperationAborted = 995,
+    kErrorFileInvalid = 1006,  ///< the open volume was removed, replaced or overwritten
     kErrorInputOutput = 1117,
     kErrorNewerVersion = 1150,
     kErrorCorrupt = 1392,

@@ -63,6 +63,9 @@ int CSqliteFile::Open(const QString& path) {
     if (error == kErrorSuccess) {
         error = Execute(kSettings);
     }
+    if (error == kErrorSuccess) {
+        m_watch.Attach(OwnFile(), m_path);
+    }
     if (error != kErrorSuccess) {
         Rollback();
         // Who has it in use may have begun to fill it.
@@ -190,11 +193,33 @@ int CSqliteFile::CheckHeader(bool mayBeBlank, bool& isEmpty) const {
 }
 
 int CSqliteFile::Close() {
+    // A journal at the path of a file that is not ours any more may be somebody else's.
+    if (m_watch.Detach() != EVolumeState::Sound) {
+        Execute("PRAGMA journal_mode=PERSIST");
+    }
     const int result = sqlite3_close(m_connection);
     if (result == SQLITE_OK) {
         m_connection = nullptr;
     }
     return PlatformErrorOf(result);
+}
+
+int CSqliteFile::CheckPlace() {
+    return m_watch.Look() == EVolumeState::Sound ? kErrorSuccess
+                                                 : static_cast<int>(kErrorFileInvalid);
+}
+
+int CSqliteFile::CopyTo(const QString& path) {
+    sqlite3* copy = nullptr;
+    int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &copy,
+                                 SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    if (result == SQLITE_OK) {
+        sqlite3_backup* backup = sqlite3_backup_init(copy, "main", m_connection, "main");
+        sqlite3_backup_step(backup, -1);
+        result = sqlite3_backup_finish(backup);
+    }
+    sqlite3_close(copy);
+    return ErrorOf(result);
 }
 
 int CSqliteFile::Begin() {
@@ -226,6 +251,9 @@ int CSqliteFile::ErrorOf(int sqliteResult) const {
     // SQLite knows a full disk by ENOSPC alone; a quota or a limit is the same to a user. It keeps
     // the system's number of some failures only, but errno still holds that of the last.
     const bool isFull = error == kErrorInputOutput && (errno == EDQUOT || errno == EFBIG);
+    if (error != kErrorSuccess && GetState() == EVolumeState::Overwritten) {
+        return kErrorFileInvalid;
+    }
     return isFull ? static_cast<int>(kErrorDiskFull) : error;
 }
 

@@ -10,10 +10,7 @@
 
 #include "store/FileStamp.h"
 #include "store/PlatformError.h"
-
-struct sqlite3;
-struct sqlite3_file;
-struct sqlite3_stmt;
+#include "store/VolumeWatch.h"
 
 /// Holds its file exclusively from a successful Open until Close.
 class CSqliteFile {
@@ -31,6 +28,14 @@ class CSqliteFile {
     /// All statements must be gone.
     int Close();
     [[nodiscard]] bool IsOpen() const { return m_connection != nullptr; }
+
+    /// kErrorFileInvalid when the path no longer leads to this file as our last write left it.
+    [[nodiscard]] int CheckPlace();
+    /// As of the last look. Of an overwritten file nothing more can be read.
+    [[nodiscard]] EVolumeState GetState() const { return m_watch.GetState(); }
+    void SetOverwritten() { m_watch.SetOverwritten(); }
+    /// Writes what the open file holds to another one. Not within a transaction.
+    [[nodiscard]] int CopyTo(const QString& path);
 
     int Begin();
     int Commit();
@@ -56,6 +61,7 @@ class CSqliteFile {
     [[nodiscard]] sqlite3_file* OwnFile() const;
 
     sqlite3* m_connection = nullptr;
+    CVolumeWatch m_watch;
     QByteArray m_path;
     QByteArray m_keptJournal;
     std::optional<CFileStamp> m_created;  ///< of a file that was not there before Open

@@ -2,6 +2,7 @@
 
 #include "store/RecordCodec.h"
 #include "store/StorageState.h"
+#include "store/VolumeCopy.h"
 
 #include <algorithm>
 #include <utility>
@@ -54,6 +55,18 @@ int CStorageEngine::Discard() {
     return Unmount();
 }
 
+EVolumeState CStorageEngine::GetVolumeState() const {
+    return m_state->file.GetState();
+}
+
+int CStorageEngine::SaveCopy(const QString& path) {
+    if (const int error = m_state->CheckReadable(); error != kErrorSuccess) {
+        return error;
+    }
+    return m_state->isInUnit ? static_cast<int>(kErrorInvalidParameter)
+                             : SaveVolumeCopy(m_state->file, path);
+}
+
 QString CStorageEngine::GetKeptJournal() const {
     return m_state->file.GetKeptJournal();
 }
@@ -99,8 +112,8 @@ int CStorageEngine::FindDatabase(const QString& name, CDatabaseInfo& info) {
 
 int CStorageEngine::ListDatabases(quint32 type, std::vector<CDatabaseInfo>& databases) {
     databases.clear();
-    if (!IsMounted()) {
-        return kErrorInvalidParameter;
+    if (const int error = m_state->CheckReadable(); error != kErrorSuccess) {
+        return error;
     }
     CStatement& list = m_state->listDatabases;
     list.Start({});
@@ -179,8 +192,8 @@ int CStorageEngine::KeyAt(ObjectId database, int position, qint64& key) {
 }
 
 int CStorageEngine::ReadRecord(ObjectId record, PropertyList& properties, int most) {
-    return IsMounted() ? m_state->reader.Read(record, properties, most)
-                       : static_cast<int>(kErrorInvalidParameter);
+    const int error = m_state->CheckReadable();
+    return error == kErrorSuccess ? m_state->reader.Read(record, properties, most) : error;
 }
 
 int CStorageEngine::AddRecord(ObjectId database, const PropertyList& properties, ObjectId& record) {

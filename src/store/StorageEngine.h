@@ -9,7 +9,9 @@
 //    use of a database reads only the directory of its position blocks.
 // 5. One process holds the volume; another one gets kErrorSharingViolation and changes nothing.
 // 6. A file that is not a volume, or is of a newer version, is refused and left as it is.
-// 7. A journal is played into the volume it was written for, and into no other file.
+// 7. When the open file is removed, replaced or written over by somebody else, no write succeeds:
+//    each gets kErrorFileInvalid. Of a file written over nothing is read or written any more.
+// 8. A journal is played into the volume it was written for, and into no other file.
 #pragma once
 
 #include <QString>
@@ -18,6 +20,7 @@
 
 #include "store/PlatformError.h"
 #include "store/PropertyValue.h"
+#include "store/VolumeState.h"
 
 struct CStorageState;
 
@@ -45,6 +48,10 @@ class CStorageEngine {
     /// Unmounts, and takes the file away again if Mount created it.
     [[nodiscard]] int Discard();
     [[nodiscard]] bool IsMounted() const;
+    /// What had become of the open file when it was last looked at.
+    [[nodiscard]] EVolumeState GetVolumeState() const;
+    /// See SaveVolumeCopy. Outside of groups that have written only.
+    [[nodiscard]] int SaveCopy(const QString& path);
     /// See CSqliteFile.
     [[nodiscard]] QString GetKeptJournal() const;
 

@@ -2,6 +2,14 @@
 
 #include "store/RecordCodec.h"
 
+int CStorageState::CheckReadable() const {
+    if (!file.IsOpen()) {
+        return kErrorInvalidParameter;
+    }
+    return file.GetState() == EVolumeState::Overwritten ? static_cast<int>(kErrorFileInvalid)
+                                                        : kErrorSuccess;
+}
+
 int CStorageState::PrepareStatements() {
     struct CRow {
         CStatement& statement;
@@ -36,8 +44,8 @@ void CStorageState::ReleaseStatements() {
 }
 
 int CStorageState::Open(ObjectId database, COpenDatabase*& opened) {
-    if (!file.IsOpen()) {
-        return kErrorInvalidParameter;
+    if (const int error = CheckReadable(); error != kErrorSuccess) {
+        return error;
     }
     if (const auto found = open.find(database); found != open.end()) {
         opened = &found->second;
@@ -112,22 +120,32 @@ int CStorageState::DeleteAllRecords(COpenDatabase& opened) {
     return opened.index.Flush();
 }
 
+// Whether the file is still the one we left is asked before the first byte of a unit is written
+// and again before the unit counts.
 int CStorageState::BeginUnit() {
     isInUnit = true;
-    return generation.Begin();
+    int error = file.CheckPlace();
+    if (error == kErrorSuccess && !generation.IsInPlace()) {
+        file.SetOverwritten();
+        error = kErrorFileInvalid;
+    }
+    return error == kErrorSuccess ? generation.Begin() : error;
 }
 
 int CStorageState::CommitUnit() {
     reader.Pause();
     if (!isInUnit) {
-        return kErrorSuccess;
+        return CheckReadable();
     }
     for (auto& [id, opened] : open) {
         if (const int error = opened.index.Flush(); error != kErrorSuccess) {
             return error;
         }
     }
-    const int error = file.Commit();
+    int error = file.CheckPlace();
+    if (error == kErrorSuccess) {
+        error = file.Commit();
+    }
     if (error == kErrorSuccess) {
         generation.Confirm();
         isInUnit = false;

@@ -18,6 +18,8 @@ struct CStorageState {
         int lastSought = 0;
     };
 
+    /// kErrorFileInvalid when what the file holds is not ours any more.
+    [[nodiscard]] int CheckReadable() const;
     int PrepareStatements();
     void ReleaseStatements();
     /// Loads the index at the first use; `opened` holds until the database goes or a write fails.

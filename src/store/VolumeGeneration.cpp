@@ -1,16 +1,15 @@
 #include "store/VolumeGeneration.h"
 
+#include <algorithm>
+
+namespace {
+constexpr qint64 kPageSize = 8192;
+}
+
 int CVolumeGeneration::Load() {
     m_stored.reset();
-    CStatement find;
-    int error = find.Prepare(m_file, "SELECT 1 FROM sqlite_schema WHERE name='identity'");
-    if (error != kErrorSuccess) {
-        return error;
-    }
-    find.Start({});
-    const bool isThere = find.Next();
-    error = find.Finish();
-    if (error != kErrorSuccess || !isThere) {
+    int error = FindPage();
+    if (error != kErrorSuccess || m_page == 0) {
         return error;
     }
     CStatement read;
@@ -24,6 +23,39 @@ int CVolumeGeneration::Load() {
     }
     // Damage here says nothing about the records; it stops the first write.
     return error == kErrorCorrupt ? static_cast<int>(kErrorSuccess) : error;
+}
+
+int CVolumeGeneration::FindPage() {
+    m_page = 0;
+    m_place = 0;
+    CStatement find;
+    const int error =
+        find.Prepare(m_file, "SELECT rootpage FROM sqlite_schema WHERE name='identity'");
+    if (error != kErrorSuccess) {
+        return error;
+    }
+    find.Start({});
+    if (find.Next()) {
+        m_page = (find.GetInteger(0) - 1) * kPageSize;
+    }
+    return find.Finish();
+}
+
+// The row keeps its place, so the whole page is rarely needed.
+bool CVolumeGeneration::IsInPlace() {
+    if (!m_stored) {
+        return true;
+    }
+    const auto isOurs = [this](const std::optional<CVolumeIdentity>& row) {
+        // The next one is there when a unit failed and could not be rolled back yet.
+        return row == *m_stored || row == m_next;
+    };
+    if (isOurs(CVolumeIdentity::FindIn(m_file.ReadRaw(m_place, CVolumeIdentity::kSize)))) {
+        return true;
+    }
+    const QByteArray page = m_file.ReadRaw(m_page, kPageSize);
+    m_place = m_page + std::max<qint64>(0, CVolumeIdentity::PlaceIn(page));
+    return isOurs(CVolumeIdentity::FindIn(page));
 }
 
 void CVolumeGeneration::Release() {
@@ -70,6 +102,7 @@ int CVolumeGeneration::CreateRow() {
     }
     if (error == kErrorSuccess) {
         m_stored = created;
+        error = FindPage();
     }
     return error;
 }
