@@ -123,7 +123,9 @@ class TestUnitsOfWork : public CDiaryTest {
              [this] { return Weights(); }, "", "Cid",
              "Cannot delete record. Error=1392|Cannot delete weight.", 3},
             {"delete exercises", Fixed, [this](int person) { AddDoneBy(person); },
-             [this] { return DeleteExercises(Database(), ListExercises(Database(), kDay, kDay).entries); },
+             [this] {
+                 return DeleteExercises(Database(), ListExercises(Database(), kDay, kDay).entries);
+             },
              [this] { return Done(); }, "", "Cid,Dan",
              "Cannot delete record. Error=1392|Cannot delete exercise.", 2},
             {"purge", Fixed,

@@ -92,7 +92,8 @@ class TestPrograms : public QObject {
     }
 
     void aLimitOnFileSizesIsAnErrorAndNoDeath() {
-        const QString told = Run(u"ulimit -f 4; exec $cli --volume v.db profile list"_s);
+        const QString told =
+            Run(u"ulimit -f 4; exec $cli --volume v.db categories add Soups --kind foods"_s);
         QVERIFY2(told.startsWith(u"1|ERROR: CeMountDBVol failed (112)\n"_s), qPrintable(told));
     }
 
