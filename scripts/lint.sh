@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# clang-tidy over src/, from the compile commands of the build folder $1, with $2 jobs.
+# clang-tidy over the core's sources, from the compile commands of the build folder $1, with $2 jobs.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=$1
 jobs=${2:-2}
-# Left out are the counts of warnings in system headers, a line each file.
-git ls-files -z --cached --others --exclude-standard 'src/*.cpp' |
-    xargs -0 -n 1 -P "$jobs" clang-tidy -p "$build" --quiet 2>&1 |
-    { grep -vE '^[0-9]+ warnings? generated\.$' || true; }
+# The build writes the core's source list, so lint and build cannot drift apart. Left out are the
+# counts of warnings in system headers, a line each file.
+xargs -a "$build/core-sources.txt" -n 1 -P "$jobs" clang-tidy -p "$build" --quiet 2>&1 |
+    { grep --line-buffered -vE '^[0-9]+ warnings? generated\.$' || true; }
