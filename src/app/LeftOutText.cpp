@@ -39,7 +39,7 @@ QString DamageText(const CLeftOut& leftOut, const CListWords& words) {
 
 QString LeftOutText(const CLeftOut& leftOut, const CListWords& words, int shown,
                     const char* fullText) {
-    const QString damage = DamageText(leftOut, words);
+    QString damage = DamageText(leftOut, words);
     if (leftOut.beyond == 0 || leftOut.isEnded || leftOut.isUnknown) {
         return damage;
     }

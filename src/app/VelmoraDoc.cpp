@@ -270,7 +270,7 @@ CFindState& CVelmoraDoc::FindState(ECatalogueKind kind) {
     if (!find) {
         const QString stored = m_database->ReadProfileValue(FindValueOf(kind)).value_or(QString());
         QStringList types;
-        for (const QJsonValue& text : QJsonDocument::fromJson(stored.toUtf8()).array()) {
+        for (const auto& text : QJsonDocument::fromJson(stored.toUtf8()).array()) {
             types.append(text.toString());
         }
         const QString name = types.isEmpty() ? QString() : types.takeFirst();
