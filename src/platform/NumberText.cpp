@@ -88,6 +88,8 @@ qint64 LastDecimals(double value, int decimals) {
     if (!(scaled < kLargest)) {
         return -1;
     }
+    // What this rounds wrongly, near halves, is turned away in the next line.
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings)
     const auto whole = static_cast<qint64>(scaled + 0.5);
     return std::abs(scaled - static_cast<double>(whole)) < 0.499 ? whole : -1;
 }
