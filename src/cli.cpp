@@ -46,7 +46,9 @@ int Run(const CCommand& command, const CArguments& arguments, CConsoleMessages& 
         return kExitRefused;
     }
     CCommandContext context{doc, arguments, command.kind};
-    return command.run(context) && FinishOutput() ? kExitDone : kExitRefused;
+    const bool done = command.run(context);
+    const bool isCutShort = doc.Database().GetStore().TellLoss();
+    return done && !isCutShort && FinishOutput() ? kExitDone : kExitRefused;
 }
 }  // namespace
 

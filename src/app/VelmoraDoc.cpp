@@ -27,8 +27,9 @@ QString FindValueOf(ECatalogueKind kind) {
     return QLatin1StringView(kFindValues[static_cast<std::size_t>(kind)]);
 }
 
-void ShowSaveFailure(int error) {
-    ShowMessage(FormatText("Cannot save user profile (error# %d)."_L1, {error}));
+void ShowSaveFailure(CRecordStore& store) {
+    store.ShowFailure(
+        FormatText("Cannot save user profile (error# %d)."_L1, {store.GetLastError()}));
 }
 }  // namespace
 
@@ -56,12 +57,30 @@ bool CVelmoraDoc::Start(CStartDialogs& dialogs) {
     return true;
 }
 
+bool CVelmoraDoc::Restart(CStartDialogs& dialogs) {
+    m_settingsLoaded = false;
+    const QDate day = dayShown;
+    const bool isStarted = Start(dialogs);
+    dayShown = day;
+    return isStarted;
+}
+
+void CVelmoraDoc::SetLossHost(CLossHost host) {
+    m_lossHost = std::move(host);
+    m_database->GetStore().SetLossHost(m_lossHost);
+}
+
+bool CVelmoraDoc::MayClose(bool isStored) const {
+    return isStored || !m_database->GetStore().IsVolumeLost();
+}
+
 bool CVelmoraDoc::OpenCatalogue() {
     SaveViewState();
     m_settingsLoaded = false;
     m_nutrientNames.clear();
     m_database.reset();  // one owner of the volume at a time
     m_database = std::make_unique<CDatabase>(m_volumePath);
+    m_database->GetStore().SetLossHost(m_lossHost);
     if (!m_database->OpenCatalogue()) {
         ShowMessage({.text = u"Cannot open database."_s,
                      .icon = EMessageIcon::Stop,
@@ -177,10 +196,9 @@ bool CVelmoraDoc::CreateProfile(const CProfileSettings& settings) {
     const bool written =
         m_database->OpenProfile(name, true) && m_database->SaveProfileRecord(record);
     const bool created = group.Commit() && written;
-    const int error = m_database->GetStore().GetLastError();
     m_database->CloseProfile();
     if (!created) {
-        ShowSaveFailure(error);
+        ShowSaveFailure(m_database->GetStore());
     }
     ReopenActiveProfile();
     return created;
@@ -188,10 +206,15 @@ bool CVelmoraDoc::CreateProfile(const CProfileSettings& settings) {
 
 bool CVelmoraDoc::RunNewProfileSequence(CStartDialogs& dialogs) {
     CProfileSettings settings = CProfileSettings::ForNewProfile(QDate::currentDate());
-    return dialogs.EditPreferences(settings.preferences) &&
+    while (dialogs.EditPreferences(settings.preferences) &&
            dialogs.EditUserInformation(settings.user, settings.preferences) &&
-           dialogs.EditTargets(settings.targets, settings.user, settings.preferences) &&
-           CreateProfile(settings) && SetActiveProfile(settings.user.name.trimmed());
+           dialogs.EditTargets(settings.targets, settings.user, settings.preferences)) {
+        const bool isCreated = CreateProfile(settings);
+        if (MayClose(isCreated)) {
+            return isCreated && SetActiveProfile(settings.user.name.trimmed());
+        }
+    }
+    return false;
 }
 
 bool CVelmoraDoc::DeleteUserProfiles(const QStringList& names) {
@@ -237,7 +260,7 @@ bool CVelmoraDoc::WriteChanges() {
         return true;
     }
     if (!m_database->SaveProfileRecord(record)) {
-        ShowSaveFailure(m_database->GetStore().GetLastError());
+        ShowSaveFailure(m_database->GetStore());
         return false;
     }
     m_savedSettings = m_settings;

@@ -56,6 +56,13 @@ class CVelmoraDoc {
     /// The whole start sequence up to the last active tab. False after the message that says why;
     /// the program then ends without a main window.
     bool Start(CStartDialogs& dialogs);
+    /// Start over again with the file that is at the volume's path now; what the settings hold and
+    /// the lost volume does not is dropped. No view may be left.
+    bool Restart(CStartDialogs& dialogs);
+    /// For this and every later database object.
+    void SetLossHost(CLossHost host);
+    /// Whether a dialog may close: what was typed is stored, or staying open would not help.
+    [[nodiscard]] bool MayClose(bool isStored) const;
     /// Opens the volume and the catalogue alone. Failure shows "Cannot open database."
     /// with the file and the reason.
     bool OpenCatalogue();
@@ -139,6 +146,7 @@ class CVelmoraDoc {
 
     QString m_volumePath;
     CRegistrySettings m_registry;
+    CLossHost m_lossHost;
     std::unique_ptr<CDatabase> m_database;
     CProfileSettings m_settings;
     CProfileSettings m_savedSettings;  ///< as they were loaded or written last

@@ -213,8 +213,8 @@ void CComposedEditDialog::ShowComponents(int row) {
 void CComposedEditDialog::AddComponent() {
     CAddFoodForm form(m_form.Doc(), CAddFoodRequest::ForNewComponent());
     CAddFoodDialog dialog(form, this);
+    dialog.SetOnConfirmed([&] { return m_form.Doc().MayClose(m_form.AddComponent(form)); });
     if (dialog.exec() == QDialog::Accepted) {
-        (void)m_form.AddComponent(form);  // A failure has shown its message.
         ShowComponents(static_cast<int>(m_form.Components().size()) - 1);
         m_components->setFocus();
     }
@@ -227,8 +227,9 @@ void CComposedEditDialog::EditComponent() {
     }
     CAddFoodForm form(m_form.Doc(), m_form.RequestFor(rows.front()));
     CAddFoodDialog dialog(form, this);
+    dialog.SetOnConfirmed(
+        [&] { return m_form.Doc().MayClose(m_form.ReplaceComponent(rows.front(), form)); });
     if (dialog.exec() == QDialog::Accepted) {
-        (void)m_form.ReplaceComponent(rows.front(), form);  // A failure has shown its message.
         ShowComponents(rows.front());
     }
 }

@@ -55,7 +55,8 @@ CComposedForm::CComposedForm(CVelmoraDoc& doc, ECatalogueKind kind, int position
 }
 
 CComposedForm::~CComposedForm() {
-    if (m_position < 0 && !m_components.empty()) {
+    const bool isLost = m_doc.Database().GetStore().IsVolumeLost();
+    if (m_position < 0 && !m_components.empty() && !isLost) {
         // What a failure leaves is removed when the catalogue opens again.
         (void)m_doc.Database().DeleteComponents(m_kind, m_item.GetItemId());
     }

@@ -215,8 +215,9 @@ bool CImportRun::CommitGroup() {
 }
 
 void CImportRun::ReportStoreFailure() const {
-    ShowMessage(FormatText("Cannot add %s from line %d."_L1,
-                           {QString::fromLatin1(m_words.singular), ShownLineNumber()}));
+    m_database.GetStore().ShowFailure(
+        FormatText("Cannot add %s from line %d."_L1,
+                   {QString::fromLatin1(m_words.singular), ShownLineNumber()}));
     ShowMessage(QString::fromLatin1(m_layout->Manners().afterFailure));
 }
 

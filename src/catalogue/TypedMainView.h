@@ -28,13 +28,18 @@ class CTypedMainView : public CCatalogueView {
             return EEdited::Failed;
         }
         Dialog dialog(Doc(), item, position, this);
+        bool isStored = false;
+        dialog.SetOnConfirmed([&] {
+            isStored = items.Write(position, dialog.GetItem());
+            return Doc().MayClose(isStored);
+        });
         if (dialog.exec() != QDialog::Accepted) {
             return EEdited::Cancelled;
         }
-        const Item& stored = dialog.GetItem();
-        if (!items.Write(position, stored)) {
+        if (!isStored) {
             return EEdited::Failed;
         }
+        const Item& stored = dialog.GetItem();
         ShowStored(Database().FindItem(m_kind, stored.GetCategoryId(), stored.GetName(),
                                        stored.GetType()));
         return EEdited::Stored;

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "controls/InPlaceControl.h"
+#include "controls/ModalLoop.h"
 
 namespace {
 
@@ -83,9 +84,14 @@ void CDialog::accept() {
     if (auto* field = qobject_cast<QAbstractSpinBox*>(focusWidget())) {
         field->interpretText();
     }
-    if (Confirm()) {
+    if (Confirm() && (!m_store || m_store())) {
         QDialog::accept();
     }
+}
+
+int CDialog::exec() {
+    const CModalLoop loop;
+    return QDialog::exec();
 }
 
 void CDialog::reject() {

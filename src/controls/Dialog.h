@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
+#include <utility>
 
 class QDialogButtonBox;
 class QFormLayout;
@@ -23,6 +25,9 @@ class CDialog : public QDialog {
     /// anywhere inside, so that a pending text reaches its owner; then asks Confirm and closes
     /// with OK when it agrees.
     void accept() override;
+    /// What OK does with what Confirm took over, such as storing it; false keeps the dialog open.
+    void SetOnConfirmed(std::function<bool()> store) { m_store = std::move(store); }
+    int exec() override;
     /// Closes an overlay and nothing else while there is one. Otherwise drops an in-place edit
     /// and closes with Cancel.
     void reject() override;
@@ -60,4 +65,5 @@ class CDialog : public QDialog {
     QDialogButtonBox* m_buttons;
     QList<QPushButton*> m_extraButtons;
     QSize m_preferredSize;
+    std::function<bool()> m_store;
 };

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QPointer>
 
+#include "controls/ModalLoop.h"
 #include "platform/Progress.h"
 
 class QLabel;
@@ -33,6 +34,7 @@ class CProgressWindow : public QDialog, public CProgress {
     void reject() override;
 
   private:
+    CModalLoop m_loop;  ///< it handles events while whoever made it works
     QString m_caption;
     QPointer<QWidget> m_mainWindow;
     QPointer<QWidget> m_focusBefore;

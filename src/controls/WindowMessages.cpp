@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "controls/ModalLoop.h"
 #include "controls/ProgressWindow.h"
 
 using namespace Qt::StringLiterals;
@@ -81,6 +82,7 @@ QString ChooseFile(const CFileChoice& choice, QFileDialog::AcceptMode acceptMode
     dialog.setDefaultSuffix(choice.defaultExtension);
     dialog.selectFile(choice.initialName);
     FitToNarrowScreen(dialog);
+    const CModalLoop loop;
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
@@ -95,6 +97,7 @@ void CWindowMessages::Show(const CMessage& message) {
     for (const CMessageAction& action : message.actions) {
         buttons.push_back(box.addButton(action.text, QMessageBox::ActionRole));
     }
+    const CModalLoop loop;
     bool isDone = false;
     while (!isDone) {
         box.exec();
@@ -108,6 +111,7 @@ bool CWindowMessages::AskYesNo(const QString& text) {
     QMessageBox box(QMessageBox::Question, u"Velmora"_s, text, QMessageBox::Yes | QMessageBox::No,
                     WindowInFront());
     MakePlain(box);
+    const CModalLoop loop;
     return box.exec() == QMessageBox::Yes;
 }
 

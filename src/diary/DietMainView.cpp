@@ -131,8 +131,11 @@ void CDietMainView::Add() {
     }
     CAddFoodForm form(Doc(), CAddFoodRequest::ForNewEntry(QTime::currentTime()));
     CAddFoodDialog dialog(form, this);
+    dialog.SetOnConfirmed([&] {
+        return Doc().MayClose(
+            AddDietEntry(Doc(), Doc().dayShown, Doc().selectedMeal, form.GetResult()));
+    });
     if (dialog.exec() == QDialog::Accepted) {
-        AddDietEntry(Doc(), Doc().dayShown, Doc().selectedMeal, form.GetResult());
         Reload();
     }
 }
@@ -145,8 +148,9 @@ void CDietMainView::Edit() {
     const CDietEntry entry = m_day.Entry(rows.front());
     CAddFoodForm form(Doc(), CAddFoodRequest::ForEntry(Doc().Database(), entry));
     CAddFoodDialog dialog(form, this);
+    dialog.SetOnConfirmed(
+        [&] { return Doc().MayClose(EditDietEntry(Doc(), entry, form.GetResult())); });
     if (dialog.exec() == QDialog::Accepted) {
-        EditDietEntry(Doc(), entry, form.GetResult());
         Reload(rows.front());
     }
 }

@@ -107,7 +107,12 @@ void CWeightMainView::Add() {
     CWeightForm form(NewWeightEntry(Doc(), QTime::currentTime()), settings.preferences,
                      settings.user.isMale);
     CWeightEditDialog dialog(form, this);
-    if (dialog.exec() == QDialog::Accepted && AddWeight(Doc(), form.GetEntry())) {
+    bool isAdded = false;
+    dialog.SetOnConfirmed([&] {
+        isAdded = AddWeight(Doc(), form.GetEntry());
+        return Doc().MayClose(isAdded);
+    });
+    if (dialog.exec() == QDialog::Accepted && isAdded) {
         Reload();
         m_entries->SelectRow(m_weights.RowOfMoment(form.GetEntry().GetMoment()));
     }
@@ -127,8 +132,9 @@ void CWeightMainView::Edit() {
     const CProfileSettings& settings = Doc().Settings();
     CWeightForm form(*entry, settings.preferences, settings.user.isMale);
     CWeightEditDialog dialog(form, this);
+    dialog.SetOnConfirmed(
+        [&] { return Doc().MayClose(EditWeight(Doc(), position, form.GetEntry())); });
     if (dialog.exec() == QDialog::Accepted) {
-        EditWeight(Doc(), position, form.GetEntry());
         ReloadAndSelect(place);
     }
 }

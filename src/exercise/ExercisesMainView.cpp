@@ -184,7 +184,12 @@ ListedExercises CExercisesMainView::SelectedExercises() const {
 void CExercisesMainView::Add() {
     CExerciseForm form(Doc(), NewExercise(Doc().dayShown, QTime::currentTime()));
     CExerciseEditDialog dialog(form, this);
-    if (dialog.exec() == QDialog::Accepted && AddExercise(Doc().Database(), form.GetResult())) {
+    bool isAdded = false;
+    dialog.SetOnConfirmed([&] {
+        isAdded = AddExercise(Doc().Database(), form.GetResult());
+        return Doc().MayClose(isAdded);
+    });
+    if (dialog.exec() == QDialog::Accepted && isAdded) {
         Reload();
         // What was added stands behind all others of its moment.
         for (int row = static_cast<int>(m_exercises.size()) - 1; row >= 0; --row) {
@@ -204,8 +209,9 @@ void CExercisesMainView::Edit() {
     const CListedExercise exercise = m_exercises[rows.front()];
     CExerciseForm form(Doc(), exercise.entry);
     CExerciseEditDialog dialog(form, this);
+    dialog.SetOnConfirmed(
+        [&] { return Doc().MayClose(EditExercise(Doc().Database(), exercise, form.GetResult())); });
     if (dialog.exec() == QDialog::Accepted) {
-        EditExercise(Doc().Database(), exercise, form.GetResult());
         Reload(rows.front());
         // A new time may have moved it.
         const auto moved =

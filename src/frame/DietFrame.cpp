@@ -3,6 +3,7 @@
 #include <QAbstractSpinBox>
 #include <QAction>
 #include <QActionGroup>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDesktopServices>
@@ -13,6 +14,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
+#include <QTimer>
 #include <QToolBar>
 #include <QUrl>
 #include <QWidgetAction>
@@ -22,6 +24,7 @@
 #include "app/StartDialogs.h"
 #include "catalogue/ComposedMainView.h"
 #include "catalogue/FoodsMainView.h"
+#include "controls/ModalLoop.h"
 #include "controls/RowDelegate.h"
 #include "diary/DietMainView.h"
 #include "diary/PurgeDialog.h"
@@ -74,6 +77,7 @@ constexpr int kNarrowMargin = 2;
 /// Pixels of the window that must lie on a screen for a stored placement to be taken.
 constexpr int kLeastVisible = 40;
 constexpr int kNeverSaved = -1;
+constexpr int kIdleCheckMs = 20;
 
 /// Help page beside the program, in its source folder or where packages put it; empty when it is
 /// nowhere.
@@ -128,6 +132,12 @@ CDietFrame::CDietFrame(CVelmoraDoc& doc) : m_doc(doc) {
     if (!ShowView(m_doc.Settings().lastTabCommand)) {
         ShowView(kSwitchToDiet);
     }
+    m_doc.SetLossHost({[this] { OnceIdle(&CDietFrame::TellLoss, EDialogs::Stay); },
+                       [this] { OnceIdle(&CDietFrame::ReopenVolume, EDialogs::Close); }});
+}
+
+CDietFrame::~CDietFrame() {
+    m_doc.SetLossHost({});
 }
 
 bool CDietFrame::ShowView(int command) {
@@ -323,26 +333,68 @@ bool CDietFrame::OpenProfile() {
     return true;
 }
 
+bool CDietFrame::EditStored(const std::function<bool()>& edit) {
+    const CProfileSettings before = m_doc.Settings();
+    while (edit()) {
+        if (m_doc.MayClose(m_doc.SaveSettings())) {
+            return true;
+        }
+    }
+    m_doc.Settings() = before;
+    return false;
+}
+
 bool CDietFrame::EditPreferences() {
-    return SaveConfirmed(CStartWindows(m_doc, this).EditPreferences(m_doc.Settings().preferences));
+    return EditStored([this] {
+        return CStartWindows(m_doc, this).EditPreferences(m_doc.Settings().preferences);
+    });
 }
 
 bool CDietFrame::EditUser() {
-    return SaveConfirmed(
-        CStartWindows(m_doc, this).EditUserInformation(m_doc.Settings().user, m_doc.Preferences()));
+    return EditStored([this] {
+        return CStartWindows(m_doc, this)
+            .EditUserInformation(m_doc.Settings().user, m_doc.Preferences());
+    });
 }
 
 bool CDietFrame::EditTargets() {
-    return SaveConfirmed(
-        CStartWindows(m_doc, this)
-            .EditTargets(m_doc.Settings().targets, m_doc.Settings().user, m_doc.Preferences()));
+    return EditStored([this] {
+        return CStartWindows(m_doc, this)
+            .EditTargets(m_doc.Settings().targets, m_doc.Settings().user, m_doc.Preferences());
+    });
 }
 
-bool CDietFrame::SaveConfirmed(bool isConfirmed) {
-    if (isConfirmed) {
-        m_doc.SaveSettings();  // a failure has shown its message
+void CDietFrame::OnceIdle(void (CDietFrame::*act)(), EDialogs dialogs) {
+    QTimer::singleShot(kIdleCheckMs, this, [this, act, dialogs] {
+        if (!CModalLoop::IsAny()) {
+            (this->*act)();
+            return;
+        }
+        if (QWidget* modal = QApplication::activeModalWidget();
+            modal != nullptr && dialogs == EDialogs::Close) {
+            modal->close();
+        }
+        OnceIdle(act, dialogs);
+    });
+}
+
+void CDietFrame::TellLoss() {
+    m_doc.Database().GetStore().TellLoss();
+}
+
+/// Dialogs and views know positions in the old file, so none may be left.
+void CDietFrame::ReopenVolume() {
+    const int command = m_activeCommand;
+    delete takeCentralWidget();
+    m_activeCommand = 0;
+    CStartWindows dialogs(m_doc, this);
+    if (!m_doc.Restart(dialogs)) {
+        hide();
+        QCoreApplication::quit();
+        return;
     }
-    return isConfirmed;
+    ShowTitle();
+    ShowView(command);
 }
 
 void CDietFrame::ShowHelp() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <functional>
 
 #include "app/VelmoraDoc.h"
 #include "controls/MainView.h"
@@ -17,6 +18,7 @@ class CDietFrame : public QMainWindow {
   public:
     /// Shows the profile's last tab, the diet diary where that has no view.
     explicit CDietFrame(CVelmoraDoc& doc);
+    ~CDietFrame() override;
 
     /// Replaces the view by that of a switch command. Nothing happens for the view already shown;
     /// false for a command outside the table.
@@ -45,13 +47,19 @@ class CDietFrame : public QMainWindow {
     /// `edit` returns whether something changed.
     template <typename Edit>
     void Refreshing(Edit edit);
+    /// Runs a dialog over the settings until they are stored or it is cancelled, which drops them.
+    bool EditStored(const std::function<bool()>& edit);
     bool OpenProfile();
     bool EditPreferences();
     bool EditUser();
     bool EditTargets();
-    /// `isConfirmed` as it was given: whether the dialog was confirmed.
-    bool SaveConfirmed(bool isConfirmed);
     void ShowHelp();
+
+    /// For a volume that was lost. Runs `act` once no dialog, box or progress window is left.
+    enum class EDialogs { Stay, Close };
+    void OnceIdle(void (CDietFrame::*act)(), EDialogs dialogs);
+    void TellLoss();
+    void ReopenVolume();
 
     CVelmoraDoc& m_doc;
     int m_activeCommand = 0;

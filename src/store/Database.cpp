@@ -207,8 +207,8 @@ QStringList CDatabase::FillProfileNames() {
     if (!m_store.EnumerateDatabases(kProfileType, databases)) {
         const int error = m_store.GetLastError();
         const bool isMemory = error == kErrorOutOfMemory || error == kErrorNotEnoughMemory;
-        ShowMessage(isMemory ? u"GetNumberOfUserProfiles:: Out of memory."_s
-                             : u"GetNumberOfUserProfiles:: Unknown error."_s);
+        m_store.ShowFailure(isMemory ? u"GetNumberOfUserProfiles:: Out of memory."_s
+                                     : u"GetNumberOfUserProfiles:: Unknown error."_s);
         return names;
     }
     for (const CDatabaseInfo& database : databases) {
@@ -291,7 +291,7 @@ bool CDatabase::DeleteProfile(const QString& name) {
     }
     isDeleted = group.Commit() && isDeleted;
     if (!isDeleted) {
-        ShowMessage(u"Cannot delete database."_s);
+        m_store.ShowFailure(u"Cannot delete database."_s);
     }
     return isDeleted;
 }

@@ -265,6 +265,6 @@ bool CDatabase::SaveViewSettings(ECatalogueKind kind, const CViewSettings& setti
     const QLatin1StringView failure = kind == ECatalogueKind::Foods
                                           ? "Cannot save foods props (error# %d)."_L1
                                           : "Cannot save exlib props (error# %d)."_L1;
-    ShowMessage(FormatText(failure, {m_store.GetLastError()}));
+    m_store.ShowFailure(FormatText(failure, {m_store.GetLastError()}));
     return false;
 }

@@ -63,7 +63,7 @@ bool CItemDatabaseBase::Write(int position, const CItemRecord& item) {
     }
     const QLatin1StringView failure(item.GetLayout().writeFailure);
     if (!failure.isEmpty()) {
-        ShowMessage(FormatText(failure, {m_store.GetLastError()}));
+        m_store.ShowFailure(FormatText(failure, {m_store.GetLastError()}));
     }
     return false;
 }

@@ -1,6 +1,5 @@
 #include "store/RecordStore.h"
 
-#include "platform/Messages.h"
 #include "store/NamedValues.h"
 #include "store/VolumeTexts.h"
 
@@ -24,6 +23,7 @@ QStringList CreateFolders(const QString& path) {
 }  // namespace
 
 bool CRecordStore::MountVolume(const QString& path) {
+    m_path = path;
     m_createdFolders = CreateFolders(QFileInfo(path).path());
     const bool isMounted = Note(m_engine.Mount(path));
     if (const QString kept = m_engine.GetKeptJournal(); !kept.isEmpty()) {
@@ -76,7 +76,7 @@ CDatabaseHandle CRecordStore::OpenDatabase(const QString& name, quint32 sortProp
     if (Note(m_engine.CreateDatabase(name, type, sortPropertyId, info))) {
         return {info.id};
     }
-    ShowMessage(FormatText("ERROR: CeOpenDatabaseEx failed (%ld)"_L1, {m_lastError}),
+    ShowFailure(FormatText("ERROR: CeOpenDatabaseEx failed (%ld)"_L1, {m_lastError}),
                 EMessageIcon::Stop);
     return {};
 }
@@ -127,8 +127,8 @@ bool CRecordStore::DeleteRecord(CDatabaseHandle& handle, int position) {
     return false;
 }
 
-void CRecordStore::ShowFailedDeletion() const {
-    ShowMessage(FormatText("Cannot delete record. Error=%d"_L1, {m_lastError}));
+void CRecordStore::ShowFailedDeletion() {
+    ShowFailure(FormatText("Cannot delete record. Error=%d"_L1, {m_lastError}));
 }
 
 bool CRecordStore::EnumerateDatabases(quint32 type, std::vector<CDatabaseInfo>& databases) {
@@ -208,8 +208,67 @@ bool CRecordStore::UndoGroup() {
     return Note(m_engine.UndoGroup());
 }
 
+bool CRecordStore::IsVolumeLost() const {
+    return m_engine.IsMounted() && m_engine.GetVolumeState() != EVolumeState::Sound;
+}
+
+void CRecordStore::ShowFailure(const QString& text, EMessageIcon icon) {
+    CMessage message{text, icon};
+    const EVolumeState state = m_engine.GetVolumeState();
+    if (m_lastError == kErrorFileInvalid) {
+        m_isLossTold = true;
+        message.detail = LostVolumeText(state, m_path);
+        if (state != EVolumeState::Overwritten) {
+            message.actions.push_back({u"Save a copy..."_s, [this] {
+                                           SaveCopy();
+                                           return false;
+                                       }});
+        }
+        if (state != EVolumeState::Removed && m_lossHost.reopen) {
+            message.actions.push_back({u"Open the new file"_s, [this] {
+                                           m_lossHost.reopen();
+                                           return true;
+                                       }});
+        }
+    }
+    ShowMessage(message);
+}
+
+bool CRecordStore::TellLoss() {
+    if (!m_engine.IsMounted() || m_engine.GetVolumeState() != EVolumeState::Overwritten) {
+        return false;
+    }
+    if (!m_isLossTold) {
+        m_lastError = kErrorFileInvalid;
+        ShowFailure(u"The data file cannot be read any more."_s, EMessageIcon::Stop);
+    }
+    return true;
+}
+
+void CRecordStore::SaveCopy() {
+    const QFileInfo volume(m_path);
+    const QString path =
+        ChooseFileToSave({.title = u"Save a copy"_s,
+                          .defaultExtension = u".db"_s,
+                          .filterName = u"Velmora data (*.db)"_s,
+                          .initialName = volume.completeBaseName() + u"-copy.db"_s});
+    if (path.isEmpty()) {
+        return;
+    }
+    int error = kErrorSuccess;
+    {
+        const CWaitCursor wait;
+        error = m_engine.SaveCopy(path);
+    }
+    ShowMessage(CopyText(error, path),
+                error == kErrorSuccess ? EMessageIcon::Result : EMessageIcon::Stop);
+}
+
 bool CRecordStore::Note(int error) {
     m_lastError = error;
+    if (error == kErrorFileInvalid && !m_isLossTold && m_lossHost.tell) {
+        m_lossHost.tell();
+    }
     return error == kErrorSuccess;
 }
 

@@ -2,9 +2,12 @@
 #pragma once
 
 #include <QStringList>
+#include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
+#include "platform/Messages.h"
 #include "store/StorageEngine.h"
 
 inline constexpr int kNoPosition = -1;
@@ -20,6 +23,13 @@ struct CDatabaseHandle {
 struct CPositionRange {
     int first = 0;
     int count = 0;
+};
+
+/// What a program with windows does about a lost volume, each once the operation under way has
+/// returned. Without them nothing is offered.
+struct CLossHost {
+    std::function<void()> tell;    ///< calls TellLoss: a read was refused
+    std::function<void()> reopen;  ///< opens the file that is at the volume's path now
 };
 
 /// Operations return success; GetLastError tells the platform number of the last failure.
@@ -57,7 +67,7 @@ class CRecordStore {
     /// The same without the message.
     bool DropRecord(CDatabaseHandle& handle, int position);
     /// "Cannot delete record. Error=%d" with the last error.
-    void ShowFailedDeletion() const;
+    void ShowFailedDeletion();
 
     /// False when the enumeration cannot be started or read; type 0 matches all.
     bool EnumerateDatabases(quint32 type, std::vector<CDatabaseInfo>& databases);
@@ -85,12 +95,27 @@ class CRecordStore {
 
     [[nodiscard]] int GetLastError() const { return m_lastError; }
 
+    /// Shows the message of an operation that has just failed. When the volume is to blame, a
+    /// second text says what became of it; saving a copy and opening what is there now are offered
+    /// as far as they make sense.
+    void ShowFailure(const QString& text, EMessageIcon icon = EMessageIcon::Plain);
+    /// Whether the volume was removed, replaced or written over when it was last looked at.
+    [[nodiscard]] bool IsVolumeLost() const;
+    /// True when the volume was written over, so that nothing can be read any more. Says so unless
+    /// a failure has said it already.
+    bool TellLoss();
+    void SetLossHost(CLossHost host) { m_lossHost = std::move(host); }
+
   private:
     bool Note(int error);
+    void SaveCopy();
     void RemoveCreatedFolders();
 
     CStorageEngine m_engine;
     int m_lastError = kErrorSuccess;
+    QString m_path;
+    CLossHost m_lossHost;
+    bool m_isLossTold = false;
     QStringList m_createdFolders;  ///< by MountVolume, the innermost first
 };
 

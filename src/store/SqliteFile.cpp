@@ -81,7 +81,7 @@ void CSqliteFile::RemoveCreated() {
     const std::optional<CFileStamp> now = StampOf(m_path);
     if (m_created && now && now->IsSameFile(*m_created)) {
         // Gone by our own hand: the journal goes with it when the file is closed.
-        m_watch.Detach();
+        (void)m_watch.Detach();
         ::unlink(m_path.constData());
     }
 }

@@ -31,6 +31,41 @@ QString RefusalText(int error, const QString& path) {
     return FormatText("The file '%s' cannot be opened."_L1, {path});
 }
 
+QString LostVolumeText(EVolumeState state, const QString& path) {
+    switch (state) {
+        case EVolumeState::Removed:
+            return FormatText(
+                "The file '%s' was removed or renamed by another program. Everything "
+                "confirmed before can still be saved as a copy."_L1,
+                {path});
+        case EVolumeState::Replaced:
+            return FormatText(
+                "Another program put another file in the place of '%s'. Everything "
+                "confirmed before can still be saved as a copy."_L1,
+                {path});
+        case EVolumeState::Overwritten:
+            return FormatText(
+                "Another program wrote into the file '%s' while Velmora had it open. "
+                "Nothing more is read from it or written to it until it is opened "
+                "again."_L1,
+                {path});
+        case EVolumeState::Sound:
+            break;
+    }
+    return {};
+}
+
+QString CopyText(int error, const QString& path) {
+    switch (error) {
+        case kErrorSuccess:
+            return FormatText("A copy was saved as '%s' and checked."_L1, {path});
+        case kErrorCorrupt:
+            return FormatText("A copy was saved as '%s', but it is damaged."_L1, {path});
+        default:
+            return FormatText("Cannot save a copy as '%s' (error# %d)."_L1, {path, error});
+    }
+}
+
 QString KeptJournalText(const QString& kept, const QString& path) {
     return FormatText(
         "The journal beside the file '%s' does not belong to it and was not used. It "

@@ -641,6 +641,37 @@ class TestCommandLine : public QObject {
         QVERIFY(first.waitForFinished(-1));
         QCOMPARE(first.exitCode(), 0);
     }
+
+    // The pipe holds the command up while the volume is taken away beneath it.
+    void aLostVolumeFailsTheCommand() {
+        QCOMPARE(Run(u"foods import "_s + QStringLiteral(VELMORA_STARTER_FOODS)).status, 0);
+        const QString pipe = Path(u"pipe"_s);
+        QCOMPARE(QProcess::execute(u"mkfifo"_s, {pipe}), 0);
+        QProcess import;
+        Start(import, u"foods import "_s + pipe);
+        QFile lines(pipe);
+        QVERIFY(lines.open(QIODevice::WriteOnly));
+        const QByteArray volume = Load(Volume());
+        QVERIFY(QFile::remove(Volume()));
+        lines.write(Load(QStringLiteral(VELMORA_STARTER_FOODS)));
+        lines.close();
+        QVERIFY(import.waitForFinished(-1));
+        QCOMPARE(import.exitCode(), 1);
+        const QByteArray said = import.readAllStandardError();
+        QVERIFY2(said.contains("(error# 1006).\nThe file '" + Volume().toUtf8() +
+                               "' was removed or renamed by another program."),
+                 said.constData());
+
+        Save(Volume(), volume);
+        QProcess exporting;
+        Start(exporting, u"foods export "_s + pipe);
+        QVERIFY(lines.open(QIODevice::ReadOnly));
+        Save(Volume(), volume.first(volume.size() / 2));
+        lines.readAll();
+        QVERIFY(exporting.waitForFinished(-1));
+        QCOMPARE(exporting.exitCode(), 1);
+        QVERIFY(exporting.readAllStandardError().contains("wrote into the file"));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestCommandLine)

@@ -1,4 +1,5 @@
 #include <QFileDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QTemporaryDir>
 
@@ -25,6 +26,45 @@ class TestWindowMessages : public QObject {
             QCOMPARE(AskYesNo(u"Delete '<b>'?"_s), button == QMessageBox::Yes);
             QCOMPARE(shown, u"Velmora|Delete '<b>'?"_s);
         }
+    }
+
+    // Told apart from the text, neither of them markup; an action that is done closes the box.
+    void aMessageMayHaveADetailAndActions() {
+        CWindowMessages messages;
+        QStringList done;
+        const CMessage message{u"Cannot add food."_s,
+                               EMessageIcon::Stop,
+                               u"The file '<b>' is gone."_s,
+                               {{u"Save"_s,
+                                 [&done] {
+                                     done.append(u"saved"_s);
+                                     return false;
+                                 }},
+                                {u"Open"_s, [&done] {
+                                     done.append(u"opened"_s);
+                                     return true;
+                                 }}}};
+        const auto click = [](const QString& text) {
+            OnDialog<QMessageBox>([text](QMessageBox& box) {
+                QCOMPARE(box.text() + u'|' + box.informativeText(),
+                         u"Cannot add food.|The file '<b>' is gone."_s);
+                for (QAbstractButton* button : box.buttons()) {
+                    if (button->text() == text) {
+                        button->click();
+                    }
+                }
+                for (const auto* label : box.findChildren<QLabel*>()) {
+                    QCOMPARE(label->textFormat(), Qt::PlainText);
+                }
+            });
+        };
+        click(u"Save"_s);
+        QTimer::singleShot(100, [&click] { click(u"Open"_s); });
+        ShowMessage(message);
+        QCOMPARE(done, (QStringList{u"saved"_s, u"opened"_s}));
+        OnDialog<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+        ShowMessage(message);
+        QCOMPARE(done.size(), 2);
     }
 
     void savedFilesGetTheDefaultExtension() {

@@ -52,6 +52,13 @@ class CRecordingMessages : public CMessageSeam {
         }
         shownOverProgress += progress.isShown ? 1 : 0;
         lastIcon = message.icon;
+        for (const CMessageAction& action : message.actions) {
+            offered.append(action.text);
+            if (action.text == chosenAction) {
+                chosenAction.clear();
+                action.run();
+            }
+        }
     }
     bool AskYesNo(const QString& text) override {
         asked.append(text);
@@ -72,7 +79,9 @@ class CRecordingMessages : public CMessageSeam {
     QString Said() { return TakeShown().join(u'|'); }
 
     QStringList shown;
-    QStringList details;  ///< second texts
+    QStringList details;   ///< second texts
+    QStringList offered;   ///< actions
+    QString chosenAction;  ///< done once, when it is offered next
     EMessageIcon lastIcon = EMessageIcon::Plain;
     QStringList asked;
     QList<bool> answers;  ///< used up one a question, then `answer` stands
