@@ -230,7 +230,7 @@ void CAddFoodForm::ClearItem(const QString& name) {
     TakeItem(item);
     m_servingText = kDefaultServing;
     m_valuesAreTotals = false;
-    m_pickedPosition = -1;
+    m_food.cataloguePosition = -1;
     m_amountText = ShownNumber(1.0, 2);
     Recompute(1.0);
 }
@@ -244,7 +244,7 @@ bool CAddFoodForm::Load(int position) {
     }
     TakeItem(food);
     m_valuesAreTotals = false;
-    m_pickedPosition = position;
+    m_food.cataloguePosition = position;
     return true;
 }
 
@@ -270,7 +270,7 @@ void CAddFoodForm::TakeItem(const CFoodItem& item) {
 void CAddFoodForm::Recompute(double amount) {
     const double ratio = amount / m_food.amount;
     m_food.amount = amount;
-    if (m_pickedPosition >= 0 && !m_valuesAreTotals) {
+    if (m_food.cataloguePosition >= 0 && !m_valuesAreTotals) {
         m_typed = {};
         return;
     }

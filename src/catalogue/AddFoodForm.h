@@ -74,8 +74,6 @@ class CAddFoodForm : public CPickForm {
     bool Confirm();
     /// Valid after Confirm.
     [[nodiscard]] const CChosenFood& GetResult() const { return m_result; }
-    /// Position of the catalogue item that was picked last; -1 when none was.
-    [[nodiscard]] int GetPickedPosition() const { return m_pickedPosition; }
 
   private:
     struct CServing {
@@ -113,6 +111,5 @@ class CAddFoodForm : public CPickForm {
     /// Whether the item's values are totals for m_totalsAmount servings.
     bool m_valuesAreTotals;
     double m_totalsAmount;
-    int m_pickedPosition = -1;  ///< of the item, when it came from the catalogue
     std::array<std::optional<CTyped>, kNutrientCount> m_typed;
 };

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "catalogue/CategoryItems.h"
-#include "catalogue/CsvFields.h"
+#include "catalogue/TextLimits.h"
 #include "platform/NumberText.h"
 #include "store/UnitOfWork.h"
 

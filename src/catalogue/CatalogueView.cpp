@@ -8,6 +8,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include "app/FrameCommands.h"
 #include "controls/PaintedIcons.h"
 #include "controls/ReportList.h"
 

@@ -13,6 +13,8 @@ struct CChosenFood {
     double amount = 1.0;  ///< number of servings
     /// Serving 0 holds the serving's name and, in its weight slot, the amount.
     CFoodItem item;
+    /// Of the catalogue item that was picked last; -1 when none was.
+    int cataloguePosition = -1;
 };
 
 /// The catalogue that an entry's kind comes from.

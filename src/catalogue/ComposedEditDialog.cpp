@@ -13,9 +13,7 @@
 #include <QTabWidget>
 #include <algorithm>
 
-#include "catalogue/AddFoodDialog.h"
-#include "catalogue/CsvFields.h"
-#include "catalogue/RecipeText.h"
+#include "catalogue/TextLimits.h"
 #include "controls/Grid.h"
 #include "controls/ReportList.h"
 
@@ -42,9 +40,11 @@ QVBoxLayout* HeadedPage(QWidget* page, const QString& heading, QWidget* content)
 }
 }  // namespace
 
-CComposedEditDialog::CComposedEditDialog(CComposedForm& form, QWidget* parent)
+CComposedEditDialog::CComposedEditDialog(CComposedForm& form, CComposedEditServices services,
+                                         QWidget* parent)
     : CDialog(form.GetKind() == ECatalogueKind::Menus ? u"Menu"_s : u"Recipe"_s, parent),
-      m_form(form) {
+      m_form(form),
+      m_services(std::move(services)) {
     AddFields();
     m_pages = new QTabWidget;
     m_pages->setObjectName(u"pages"_s);
@@ -211,10 +211,10 @@ void CComposedEditDialog::ShowComponents(int row) {
 }
 
 void CComposedEditDialog::AddComponent() {
-    CAddFoodForm form(m_form.Doc(), CAddFoodRequest::ForNewComponent());
-    CAddFoodDialog dialog(form, this);
-    dialog.SetOnConfirmed([&] { return m_form.Doc().MayClose(m_form.AddComponent(form)); });
-    if (dialog.exec() == QDialog::Accepted) {
+    const auto take = [this](const CChosenFood& food) {
+        return m_form.Doc().MayClose(m_form.AddComponent(food));
+    };
+    if (m_services.chooseFood(this, nullptr, take)) {
         ShowComponents(static_cast<int>(m_form.Components().size()) - 1);
         m_components->setFocus();
     }
@@ -225,12 +225,13 @@ void CComposedEditDialog::EditComponent() {
     if (!CComposedForm::MayEditComponent(static_cast<int>(rows.size()))) {
         return;
     }
-    CAddFoodForm form(m_form.Doc(), m_form.RequestFor(rows.front()));
-    CAddFoodDialog dialog(form, this);
-    dialog.SetOnConfirmed(
-        [&] { return m_form.Doc().MayClose(m_form.ReplaceComponent(rows.front(), form)); });
-    if (dialog.exec() == QDialog::Accepted) {
-        ShowComponents(rows.front());
+    const int row = rows.front();
+    const auto take = [this, row](const CChosenFood& food) {
+        return m_form.Doc().MayClose(m_form.ReplaceComponent(row, food));
+    };
+    const CComposedItem component = m_form.Components()[static_cast<size_t>(row)];
+    if (m_services.chooseFood(this, &component, take)) {
+        ShowComponents(row);
     }
 }
 
@@ -252,7 +253,7 @@ void CComposedEditDialog::SaveAsText() {
         return;
     }
     ReadFields();
-    (void)SaveRecipeText(m_form);  // A failure has shown its message.
+    m_services.saveAsText(m_form);
 }
 
 bool CComposedEditDialog::CloseOverlay() {

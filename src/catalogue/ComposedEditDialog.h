@@ -1,6 +1,8 @@
 // The dialogs "Menu" and "Recipe": one dialog over one form.
 #pragma once
 
+#include <functional>
+
 #include "catalogue/ComposedForm.h"
 #include "controls/Dialog.h"
 
@@ -12,11 +14,22 @@ class QPlainTextEdit;
 class QPushButton;
 class QTabWidget;
 
+/// What the dialog asks of whoever shows it.
+struct CComposedEditServices {
+    /// Lets the user choose a food or recipe, starting from `component` unless that is null. `take`
+    /// stores the choice and returns whether the choosing is over. False when it was cancelled.
+    std::function<bool(QWidget* parent, const CComposedItem* component,
+                       const std::function<bool(const CChosenFood&)>& take)>
+        chooseFood;
+    /// Saves the recipe as it is now as a text file.
+    std::function<void(const CComposedForm&)> saveAsText;
+};
+
 /// Shows a form and brings it what the user does; the form decides and outlives it.
 class CComposedEditDialog : public CDialog {
     Q_OBJECT
   public:
-    CComposedEditDialog(CComposedForm& form, QWidget* parent);
+    CComposedEditDialog(CComposedForm& form, CComposedEditServices services, QWidget* parent);
     ~CComposedEditDialog() override;
 
   protected:
@@ -44,6 +57,7 @@ class CComposedEditDialog : public CDialog {
     void SaveAsText();
 
     CComposedForm& m_form;
+    CComposedEditServices m_services;
     QLineEdit* m_name = nullptr;
     QComboBox* m_category = nullptr;
     QLineEdit* m_servings = nullptr;           ///< recipes alone

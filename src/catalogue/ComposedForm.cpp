@@ -89,41 +89,36 @@ QString CComposedForm::ServingText(int component) const {
                                    item.GetServingName()});
 }
 
-CAddFoodRequest CComposedForm::RequestFor(int component) const {
-    return CAddFoodRequest::ForComponent(m_doc.Database(),
-                                         m_components[static_cast<size_t>(component)]);
-}
-
 bool CComposedForm::MayEditComponent(int selected) {
     return CheckSelection(kFoodsTexts.edit, selected);
 }
 
-bool CComposedForm::TakeChosen(const CAddFoodForm& chosen, CComposedItem& component) {
-    const CChosenFood& food = chosen.GetResult();
-    const qint32 itemId = ComponentItemId(m_doc.Database(), food.kind, chosen.GetPickedPosition());
+bool CComposedForm::TakeChosen(const CChosenFood& chosen, CComposedItem& component) {
+    const qint32 itemId = ComponentItemId(m_doc.Database(), chosen.kind, chosen.cataloguePosition);
     const bool isRecipeOfRecipe =
-        m_kind == ECatalogueKind::Recipes && food.kind == EItemKind::Recipe;
+        m_kind == ECatalogueKind::Recipes && chosen.kind == EItemKind::Recipe;
     if (isRecipeOfRecipe && m_doc.Database().RecipeHolds(itemId, m_item.GetItemId())) {
-        ShowMessage(FormatText("Recipe '%s' cannot be a part of itself."_L1, {food.item.GetName()}),
-                    EMessageIcon::Information);
+        ShowMessage(
+            FormatText("Recipe '%s' cannot be a part of itself."_L1, {chosen.item.GetName()}),
+            EMessageIcon::Information);
         return false;
     }
-    const bool isSameItem = chosen.GetPickedPosition() < 0 &&
-                            component.GetName() == food.item.GetName() &&
-                            component.GetType() == food.item.GetType();
+    const bool isSameItem = chosen.cataloguePosition < 0 &&
+                            component.GetName() == chosen.item.GetName() &&
+                            component.GetType() == chosen.item.GetType();
     if (!isSameItem) {
         component.SetItemId(itemId);
     }
-    component.SetItemKind(food.kind);
-    component.SetName(food.item.GetName());
-    component.SetType(food.item.GetType());
-    component.SetNutrientValues(food.item.GetNutrientValues());
-    component.SetServingName(food.item.GetServingName(0));
-    component.SetServingX(food.item.GetServingWeight(0));
+    component.SetItemKind(chosen.kind);
+    component.SetName(chosen.item.GetName());
+    component.SetType(chosen.item.GetType());
+    component.SetNutrientValues(chosen.item.GetNutrientValues());
+    component.SetServingName(chosen.item.GetServingName(0));
+    component.SetServingX(chosen.item.GetServingWeight(0));
     return true;
 }
 
-bool CComposedForm::AddComponent(const CAddFoodForm& chosen) {
+bool CComposedForm::AddComponent(const CChosenFood& chosen) {
     CComposedItem component(m_kind);
     component.SetParentId(m_item.GetItemId());
     const bool isAdded = TakeChosen(chosen, component) && Items().Write(kNoPosition, component);
@@ -131,7 +126,7 @@ bool CComposedForm::AddComponent(const CAddFoodForm& chosen) {
     return isAdded;
 }
 
-bool CComposedForm::ReplaceComponent(int component, const CAddFoodForm& chosen) {
+bool CComposedForm::ReplaceComponent(int component, const CChosenFood& chosen) {
     CComposedItem item = m_components[static_cast<size_t>(component)];
     item.SetParentId(m_item.GetItemId());  // a damaged one has lost it
     const std::vector<int> positions =

@@ -4,7 +4,8 @@
 
 #include <vector>
 
-#include "catalogue/AddFoodForm.h"
+#include "app/VelmoraDoc.h"
+#include "catalogue/ChosenFood.h"
 
 /// What the user types, as typed.
 struct CComposedFields {
@@ -47,14 +48,12 @@ class CComposedForm {
     [[nodiscard]] const std::vector<CComposedItem>& Components() const { return m_components; }
     /// "2.00xcup".
     [[nodiscard]] QString ServingText(int component) const;
-    /// What the selection dialog opens on to edit a component.
-    [[nodiscard]] CAddFoodRequest RequestFor(int component) const;
     /// False after a message when none or several are selected.
     static bool MayEditComponent(int selected);
-    /// Adds what was chosen in the selection dialog, or replaces the component by it. False after
-    /// a message.
-    bool AddComponent(const CAddFoodForm& chosen);
-    bool ReplaceComponent(int component, const CAddFoodForm& chosen);
+    /// Adds the food or recipe that was chosen, or replaces the component by it. False after a
+    /// message.
+    bool AddComponent(const CChosenFood& chosen);
+    bool ReplaceComponent(int component, const CChosenFood& chosen);
     /// Asks and deletes; `selected` ascending. Returns whether anything is gone.
     bool DeleteComponents(const std::vector<int>& selected);
     /// Makes the sums of all components the values.
@@ -68,7 +67,7 @@ class CComposedForm {
   private:
     void LoadComponents();
     /// Takes over what was chosen; false after a message when that would put a recipe into itself.
-    bool TakeChosen(const CAddFoodForm& chosen, CComposedItem& component);
+    bool TakeChosen(const CChosenFood& chosen, CComposedItem& component);
     [[nodiscard]] CItemDatabaseBase& Items() const { return m_doc.Database().Items(m_kind); }
 
     CVelmoraDoc& m_doc;

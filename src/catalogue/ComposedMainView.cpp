@@ -1,6 +1,8 @@
 #include "catalogue/ComposedMainView.h"
 
+#include "catalogue/AddFoodDialog.h"
 #include "catalogue/ComposedEditDialog.h"
+#include "catalogue/RecipeText.h"
 
 CComposedMainView::CComposedMainView(CVelmoraDoc& doc, const CCatalogueTexts& texts,
                                      QWidget* parent)
@@ -13,7 +15,18 @@ CComposedMainView::EEdited CComposedMainView::EditItem(int position, qint32 cate
     if (!form.IsLoaded()) {
         return EEdited::Failed;
     }
-    CComposedEditDialog dialog(form, this);
+    const auto chooseFood = [this](QWidget* parent, const CComposedItem* component,
+                                   const std::function<bool(const CChosenFood&)>& take) {
+        CAddFoodForm chosen(Doc(), component == nullptr
+                                       ? CAddFoodRequest::ForNewComponent()
+                                       : CAddFoodRequest::ForComponent(Database(), *component));
+        CAddFoodDialog dialog(chosen, parent);
+        dialog.SetOnConfirmed([&] { return take(chosen.GetResult()); });
+        return dialog.exec() == QDialog::Accepted;
+    };
+    // A failure has shown its message.
+    const auto saveAsText = [](const CComposedForm& recipe) { (void)SaveRecipeText(recipe); };
+    CComposedEditDialog dialog(form, {chooseFood, saveAsText}, this);
     if (dialog.exec() != QDialog::Accepted) {
         return EEdited::Cancelled;
     }

@@ -7,6 +7,8 @@
 #include <optional>
 #include <vector>
 
+#include "catalogue/TextLimits.h"
+
 class CTextFile;
 
 /// Hands out the fields of one line, one call a field. The views point into the line given.
@@ -73,10 +75,6 @@ class CCsvLineWriter {
     CNotedTexts m_longLines;
 };
 
-/// The longest text that a file keeps whole.
-inline constexpr int kLongestText = 127;
-/// A longer name of a serving does not come back.
-inline constexpr int kLongestServingName = 63;
 /// Text as a file keeps it: 128 characters or more become the first 124 and "...".
 QString CutImportedText(QStringView text);
 /// A number of a file: 1 to 19 characters are read, any other length gives 0.

@@ -10,7 +10,7 @@
 #include <algorithm>
 
 #include "catalogue/CatalogueViewSettings.h"
-#include "catalogue/CsvFields.h"
+#include "catalogue/TextLimits.h"
 #include "controls/Grid.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
@@ -31,6 +31,14 @@ constexpr auto kToWeighed =
 
 int RowsOf(EServingMode mode) {
     return mode == EServingMode::Weighed ? kServingCount : 1;
+}
+
+QStringList ServingUnitWords() {
+    QStringList words;
+    for (const char* word : kServingUnitWords) {
+        words.append(QString::fromLatin1(word));
+    }
+    return words;
 }
 }  // namespace
 
@@ -107,8 +115,9 @@ void CFoodEditDialog::AddServings() {
             [this](int id) { ChangeMode(static_cast<EServingMode>(id)); });
 
     m_fields->servings =
-        new CGrid(EGridKind::Servings, {u"Serving name"_s, u"Weight (gm)"_s}, u"Servings"_s);
+        new CGrid(EGridKind::Choices, {u"Serving name"_s, u"Weight (gm)"_s}, u"Servings"_s);
     m_fields->servings->setObjectName(u"servings"_s);
+    m_fields->servings->SetChoices(ServingUnitWords());
     m_fields->servings->SetMaxLength(0, kLongestServingName);
     Content()->addWidget(m_fields->servings, kServingsStretch);
     connect(m_fields->servings, &CGrid::LabelEditEnded, this,

@@ -9,7 +9,6 @@
 
 #include "controls/InPlaceControl.h"
 #include "controls/InputPanel.h"
-#include "store/NutrientTable.h"
 
 namespace {
 
@@ -45,14 +44,6 @@ class CRowDelegate : public QStyledItemDelegate {
         }
     }
 };
-
-QStringList ServingUnitWords() {
-    QStringList words;
-    for (const char* word : kServingUnitWords) {
-        words.append(QString::fromLatin1(word));
-    }
-    return words;
-}
 
 }  // namespace
 
@@ -263,7 +254,7 @@ bool CGrid::HasEditor(int row, int column) const {
     switch (m_kind) {
         case EGridKind::Values:
             return column == 1 && columnWidth(1) >= kMinimumEditColumn;
-        case EGridKind::Servings:
+        case EGridKind::Choices:
             return column == 0 ? columnWidth(0) >= kMinimumListColumn
                                : columnWidth(1) >= kMinimumEditColumn && RowCount() > 1;
         case EGridKind::Checks:
@@ -313,9 +304,9 @@ QLineEdit* CGrid::CreateEditor(const QModelIndex& index, const QString& text) {
         emit LabelEditEnded(row, column, endedText);
     };
     cell.tabbed = [this](int row, int column, bool forward) { OpenNext(row, column, forward); };
-    if (m_kind == EGridKind::Servings && cell.column == 0) {
-        const QStringList words = ServingUnitWords();
-        auto* box = new CInPlaceList(cell, words, static_cast<int>(words.indexOf(text)), text);
+    if (m_kind == EGridKind::Choices && cell.column == 0) {
+        auto* box =
+            new CInPlaceList(cell, m_choices, static_cast<int>(m_choices.indexOf(text)), text);
         box->setAccessibleName(accessibleName());
         m_control = box;
         return box->lineEdit();

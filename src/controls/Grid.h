@@ -12,10 +12,10 @@ class QStandardItemModel;
 
 /// Which cells of a grid open which editor. Further columns open none and show their texts in grey.
 enum class EGridKind {
-    Values,    ///< column 1 opens an edit box
-    Servings,  ///< column 0 offers the serving words in a list, column 1 an edit box; one row is
-               ///< not enough for the edit box
-    Checks,    ///< column 0 has a check box and opens an edit box
+    Values,   ///< column 1 opens an edit box
+    Choices,  ///< column 0 offers the grid's choices in a list, column 1 an edit box; one row is
+              ///< not enough for the edit box
+    Checks,   ///< column 0 has a check box and opens an edit box
 };
 
 /// The grid keeps texts and check marks and nothing else; its owner decides in LabelEditEnded
@@ -38,6 +38,8 @@ class CGrid : public QTreeView {
     /// What is typed into a column ends after so many characters; a longer text that is there
     /// stays whole.
     void SetMaxLength(int column, int length) { m_maxLengths.insert(column, length); }
+    /// What EGridKind::Choices offers.
+    void SetChoices(const QStringList& choices) { m_choices = choices; }
     /// Lays the columns out for their texts, unless the user has dragged them.
     void SetColumnShown(int column, bool isShown);
     /// Only of EGridKind::Checks.
@@ -87,5 +89,6 @@ class CGrid : public QTreeView {
     CInPlaceControl* m_control = nullptr;
     QPersistentModelIndex m_editedCell;
     QHash<int, int> m_maxLengths;  ///< by column
+    QStringList m_choices;
     bool m_checkedAtPress = false;
 };

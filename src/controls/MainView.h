@@ -5,8 +5,6 @@
 #include <QWidget>
 #include <vector>
 
-#include "app/ProfileSettings.h"
-
 class QAction;
 
 /// One menu of the command bar; a null action stands for a separator.
@@ -34,26 +32,6 @@ class CMainView : public QWidget {
     virtual void DataChanged() = 0;
 
   signals:
-    /// Asks the frame to run one of its commands (EFrameCommand).
+    /// Asks the frame to run one of its commands.
     void FrameCommand(int command);
-};
-
-/// Commands that belong to the frame and that views put into their menus.
-enum EFrameCommand : int {
-    kSwitchToDiet = kDietTabCommand,
-    kSwitchToWeight = kWeightTabCommand,
-    kSwitchToExercises = kExercisesTabCommand,
-    kSwitchToFoods = 65022,
-    kSwitchToMenus = 65023,
-    kSwitchToRecipes = 65024,
-    kSwitchToExlib = 65057,
-    kCommandOpenProfile = 1,
-    kCommandPreferences,
-    kCommandUser,
-    kCommandTargets,
-    kCommandReport,
-    kCommandPurge,
-    kCommandAbout,
-    kCommandHelp,
-    kCommandExit,
 };

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "app/DateEdit.h"
+#include "app/FrameCommands.h"
 #include "controls/ColorDialog.h"
 #include "controls/ListPane.h"
 #include "controls/PaintedIcons.h"

@@ -4,6 +4,7 @@
 #include <QSplitter>
 #include <QTabBar>
 
+#include "app/FrameCommands.h"
 #include "catalogue/AddFoodDialog.h"
 #include "controls/ColorDialog.h"
 #include "diary/DietMoveDialog.h"

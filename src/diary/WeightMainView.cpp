@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QSplitter>
 
+#include "app/FrameCommands.h"
 #include "app/LeftOutText.h"
 #include "diary/BmiDialog.h"
 #include "diary/WeightEditDialog.h"

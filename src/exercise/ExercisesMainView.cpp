@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "app/FrameCommands.h"
 #include "app/LeftOutText.h"
 #include "controls/ColorDialog.h"
 #include "controls/ReportList.h"

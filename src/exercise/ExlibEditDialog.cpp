@@ -6,8 +6,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "catalogue/CsvFields.h"
 #include "catalogue/PickField.h"
+#include "catalogue/TextLimits.h"
 #include "controls/PickList.h"
 #include "platform/Messages.h"
 

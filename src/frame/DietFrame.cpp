@@ -20,6 +20,7 @@
 #include <QWidgetAction>
 #include <algorithm>
 
+#include "app/FrameCommands.h"
 #include "app/SelectProfileDialog.h"
 #include "app/StartDialogs.h"
 #include "catalogue/ComposedMainView.h"

@@ -1,4 +1,5 @@
 // Putting menus and recipes together: components, values, refusals, and the recipe as text.
+#include "catalogue/AddFoodForm.h"
 #include "catalogue/RecipeText.h"
 #include "diary/DiaryFixture.h"
 #include "support/ComposedSamples.h"
@@ -168,12 +169,12 @@ class TestComposedForm : public CDiaryTest {
     void anEditedComponentIsScaledFromWhatItWas() {
         CComposedForm form(*m_doc, kRecipes, -1, m_category);
         AddFoods(form);
-        const CAddFoodRequest request = form.RequestFor(0);
+        const auto request = CAddFoodRequest::ForComponent(Database(), form.Components()[0]);
         QCOMPARE(request.allowedKinds, int{kAllowFood});
         CAddFoodForm edit(*m_doc, request);
         QCOMPARE(edit.CategoryText(), u"Fruit"_s);
         edit.SetAmountText(u"3"_s);
-        QVERIFY(edit.Confirm() && form.ReplaceComponent(0, edit));
+        QVERIFY(edit.Confirm() && form.ReplaceComponent(0, edit.GetResult()));
         // 156 kcal for 2 apples, so 234 for 3.
         QCOMPARE(form.Components()[0].GetNutrientValue(kEnergyIndex), 234.0);
         QCOMPARE(form.ServingText(0), u"3.00x1 medium"_s);
@@ -255,7 +256,7 @@ class TestComposedForm : public CDiaryTest {
             picker = chosen.Pick(picker, row);
         }
         chosen.SetAmountText(amount);
-        return chosen.Confirm() && form.AddComponent(chosen);
+        return chosen.Confirm() && form.AddComponent(chosen.GetResult());
     }
 
     qint32 m_category = -1;

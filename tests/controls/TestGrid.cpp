@@ -27,6 +27,7 @@ class TestGrid : public QObject {
         layout->addWidget(m_grid);
         layout->addWidget(m_field);
         m_grid->SetRowCount(rows);
+        m_grid->SetChoices({u"gm"_s, u"cup"_s, u"piece"_s});
         m_window->resize(300, 300);
         Show(*m_window);
         m_grid->setColumnWidth(0, 120);
@@ -85,14 +86,14 @@ class TestGrid : public QObject {
 
     void onlySomeCellsOpen() {
         const std::tuple<EGridKind, int, int, int, bool> rows[] = {
-            {EGridKind::Values, 2, 0, 100, false},   // a nutrient's name
-            {EGridKind::Values, 1, 1, 5, true},      // its value
-            {EGridKind::Values, 1, 1, 4, false},     // too narrow
-            {EGridKind::Values, 1, 2, 0, false},     // past the last column
-            {EGridKind::Servings, 1, 0, 15, true},   // a serving's name
-            {EGridKind::Servings, 1, 0, 14, false},  // too narrow
-            {EGridKind::Servings, 1, 1, 80, false},  // weight of the only serving
-            {EGridKind::Servings, 2, 1, 80, true},  {EGridKind::Checks, 1, 0, 230, true},
+            {EGridKind::Values, 2, 0, 100, false},  // a nutrient's name
+            {EGridKind::Values, 1, 1, 5, true},     // its value
+            {EGridKind::Values, 1, 1, 4, false},    // too narrow
+            {EGridKind::Values, 1, 2, 0, false},    // past the last column
+            {EGridKind::Choices, 1, 0, 15, true},   // a serving's name
+            {EGridKind::Choices, 1, 0, 14, false},  // too narrow
+            {EGridKind::Choices, 1, 1, 80, false},  // weight of the only serving
+            {EGridKind::Choices, 2, 1, 80, true},  {EGridKind::Checks, 1, 0, 230, true},
         };
         for (const auto& [kind, rowCount, column, width, opens] : rows) {
             Make(kind, rowCount);
@@ -102,12 +103,12 @@ class TestGrid : public QObject {
             QCOMPARE(m_grid->OpenCell(0, column), opens);
             QCOMPARE(m_grid->IsEditing(), opens);
             QCOMPARE(m_grid->findChild<QComboBox*>() != nullptr,
-                     opens && kind == EGridKind::Servings && column == 0);
+                     opens && kind == EGridKind::Choices && column == 0);
         }
     }
 
     void editorsCoverTheirCells() {
-        Make(EGridKind::Servings, 12);
+        Make(EGridKind::Choices, 12);
         m_grid->OpenCell(1, 1);
         const int top = Cell(1, 1).top();
         const int height = Cell(1, 1).height();
@@ -144,8 +145,8 @@ class TestGrid : public QObject {
         QVERIFY(edit->width() > widened);
     }
 
-    void servingWordsReplaceTheTextAndTypingIsFree() {
-        Make(EGridKind::Servings, 1);
+    void aChoiceReplacesTheTextAndTypingIsFree() {
+        Make(EGridKind::Choices, 1);
         m_grid->SetCellText(0, 0, u"1 cup"_s);
         Click(0, 0);
         auto* box = m_grid->findChild<QComboBox*>();
@@ -153,13 +154,13 @@ class TestGrid : public QObject {
         for (int i = 0; i < box->count(); ++i) {
             words << box->itemText(i);
         }
-        QCOMPARE(words.join(u'|'), u"gm|mg|oz|ml|tsp|tbsp|fl oz|cup|pt|qt|of(ea)|piece|serving"_s);
+        QCOMPARE(words.join(u'|'), u"gm|cup|piece"_s);
         QCOMPARE(box->currentText(), u"1 cup"_s);
         box->showPopup();
         QTest::keyClick(box->view(), Qt::Key_End);
         QTest::keyClick(box->view(), Qt::Key_Return);
         QVERIFY(m_grid->IsEditing());
-        QCOMPARE(box->currentText(), u"serving"_s);
+        QCOMPARE(box->currentText(), u"piece"_s);
         box->lineEdit()->selectAll();
         QTest::keyClicks(box, u"2 p"_s);
         QTest::keyClick(box, Qt::Key_Return);

@@ -12,6 +12,7 @@
 #include <QTreeView>
 #include <limits>
 
+#include "app/FrameCommands.h"
 #include "app/PreferencesDialog.h"
 #include "controls/ReportList.h"
 #include "frame/DietFrame.h"

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QSpinBox>
 
+#include "app/FrameCommands.h"
 #include "controls/Dialog.h"
 #include "controls/ReportList.h"
 #include "frame/DietFrame.h"

@@ -1,0 +1,23 @@
+// The commands of the main frame that views put into their menus.
+#pragma once
+
+#include "app/ProfileSettings.h"
+
+enum EFrameCommand : int {
+    kSwitchToDiet = kDietTabCommand,
+    kSwitchToWeight = kWeightTabCommand,
+    kSwitchToExercises = kExercisesTabCommand,
+    kSwitchToFoods = 65022,
+    kSwitchToMenus = 65023,
+    kSwitchToRecipes = 65024,
+    kSwitchToExlib = 65057,
+    kCommandOpenProfile = 1,
+    kCommandPreferences,
+    kCommandUser,
+    kCommandTargets,
+    kCommandReport,
+    kCommandPurge,
+    kCommandAbout,
+    kCommandHelp,
+    kCommandExit,
+};
