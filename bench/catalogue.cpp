@@ -9,10 +9,10 @@
 #include <cstdio>
 #include <functional>
 
-#include "catalogue/CatalogueRules.h"
-#include "catalogue/CsvExchange.h"
-#include "catalogue/FindItems.h"
-#include "catalogue/FoodsMainView.h"
+#include "catalogue/exchange/CsvExchange.h"
+#include "catalogue/items/CatalogueRules.h"
+#include "catalogue/pick/FindItems.h"
+#include "catalogue/view/FoodsMainView.h"
 
 using namespace Qt::StringLiterals;
 

@@ -5,7 +5,7 @@
 #include <QCoreApplication>
 #include <QTemporaryDir>
 
-#include "catalogue/CsvFields.h"
+#include "catalogue/exchange/CsvFields.h"
 #include "cli/ConsoleMessages.h"
 #include "platform/NumberText.h"
 #include "store/Database.h"

@@ -4,13 +4,14 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# The folders are floors. Over all of them lie layers: the core, the controls, the windows, the
-# programs. A file includes from its own folder or below, and from its own layer or below. What
-# belongs to velmora_ui is a window, controls/ aside.
-ui_files=$(awk '/target_sources/ { ui = /velmora_ui/ }
+# The folders are floors, each on one of its own. Over all of them lie layers: the core, the
+# controls, the windows, the program with windows. A file includes from its own folder or below, and
+# from its own layer or below. What belongs to velmora_ui is a window, controls/ aside.
+ui_files=$(find src -mindepth 2 -name CMakeLists.txt -print0 | xargs -0 \
+           awk '/target_sources/ { ui = /velmora_ui/ }
                 ui && match($0, /[A-Za-z]+\.(h|cpp)/) {
-                    split(FILENAME, part, "/"); print "src/" part[2] "/" substr($0, RSTART, RLENGTH) }' \
-           src/*/CMakeLists.txt)
+                    folder = FILENAME; sub(/[^\/]*$/, "", folder)
+                    print folder substr($0, RSTART, RLENGTH) }')
 
 git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' | sort -u |
     while read -r file; do
@@ -24,21 +25,24 @@ git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' | sor
             for (i = 1; i <= n; i++) {
                 base = ui_array[i]; sub(/\.(h|cpp)$/, "", base); is_ui[base] = 1
             }
-            floor["platform"] = 1; floor["store"] = 2; floor["app"] = 3; floor["controls"] = 3
-            floor["catalogue"] = 4; floor["diary"] = 5; floor["exercise"] = 6; floor["report"] = 7
-            floor["cli"] = 8; floor["frame"] = 9
+            n = split("platform controls store/engine store/records store app profile " \
+                      "catalogue/items catalogue/exchange catalogue/pick catalogue/view " \
+                      "diary exercise report cli frame", floors, " ")
+            for (i = 1; i <= n; i++) floor[floors[i]] = i
+            floor["."] = n + 1
+            # Two that stand side by side.
+            barred["catalogue/pick"] = "catalogue/exchange"
         }
         function base_of(path) { sub(/\.(h|cpp)$/, "", path); return path }
-        function is_program(base) { return base ~ /^src\/[a-z]+$/ }
-        function floor_of(path,    base, parts) {
-            base = base_of(path)
-            if (is_program(base)) return 10
-            split(base, parts, "/")
-            return floor[parts[2]]
+        function folder_of(path) {
+            sub(/^src\//, "", path)
+            if (path !~ /\//) return "."
+            sub(/\/[^\/]*$/, "", path); return path
         }
+        function floor_of(path) { return floor[folder_of(path)] }
         function layer_of(path,    base) {
             base = base_of(path)
-            if (is_program(base)) return 4
+            if (folder_of(path) == ".") return 4
             if (base ~ /^src\/controls\//) return 2
             return is_ui[base] ? 3 : 1
         }
@@ -54,6 +58,9 @@ git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' | sor
             if (floor_of(path) == "") { print file ": includes unknown " target; bad = 1; next }
             if (floor_of(path) > floor_of(file)) {
                 print file ": includes " target ", which stands on a higher floor"; bad = 1
+            }
+            if (barred[folder_of(file)] == folder_of(path)) {
+                print file ": includes " target ", of which its folder is to know nothing"; bad = 1
             }
             if (layer_of(path) > layer_of(file)) {
                 print file ": includes " target ", which lies in a higher layer"; bad = 1

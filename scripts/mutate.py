@@ -160,7 +160,7 @@ class Copy:
     def order(self, fault, area):
         """Tests of the file first, then of its folder, the quick ones before the slow."""
         header = f'"{fault.path[4:-4]}.h"'
-        folder = fault.path.split("/")[1]
+        folder = os.path.dirname(fault.path).removeprefix("src/")
 
         def rank(test):
             text = (self.folder / test.source).read_text()

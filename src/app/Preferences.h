@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "app/Units.h"
-#include "store/NutrientTable.h"
+#include "store/records/NutrientTable.h"
 
 inline constexpr int kMaximumDecimals = 6;
 

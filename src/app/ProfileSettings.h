@@ -7,7 +7,7 @@
 
 #include "app/Preferences.h"
 #include "app/UserProfile.h"
-#include "store/ProfileRecord.h"
+#include "store/records/ProfileRecord.h"
 
 /// Commands that switch the diary tabs; the last one used is kept with the profile.
 enum ETabCommand : int {

@@ -6,7 +6,7 @@
 #include <array>
 #include <optional>
 
-#include "store/NutrientTable.h"
+#include "store/records/NutrientTable.h"
 
 inline constexpr int kProfileNameLength = 21;  ///< longest name whose four databases all fit
 

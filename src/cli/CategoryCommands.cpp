@@ -1,5 +1,5 @@
 // velmora-cli categories ...
-#include "catalogue/CatalogueRules.h"
+#include "catalogue/items/CatalogueRules.h"
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
 #include "cli/TableOutput.h"

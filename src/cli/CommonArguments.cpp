@@ -1,8 +1,8 @@
 #include "cli/CommonArguments.h"
 
-#include "catalogue/CatalogueKinds.h"
-#include "catalogue/CatalogueTexts.h"
-#include "catalogue/ChosenFood.h"
+#include "catalogue/items/CatalogueKinds.h"
+#include "catalogue/items/CatalogueTexts.h"
+#include "catalogue/items/ChosenFood.h"
 #include "cli/TableOutput.h"
 #include "platform/Messages.h"
 

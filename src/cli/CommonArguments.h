@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/LeftOutText.h"
-#include "catalogue/PickForm.h"
+#include "catalogue/pick/PickForm.h"
 #include "cli/Commands.h"
 
 /// The category of the command's kind with that name; nothing after "There is no category

@@ -1,5 +1,5 @@
 // velmora-cli diet ...
-#include "catalogue/AddFoodForm.h"
+#include "catalogue/pick/AddFoodForm.h"
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
 #include "cli/TableOutput.h"

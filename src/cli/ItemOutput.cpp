@@ -1,6 +1,6 @@
 #include "cli/ItemOutput.h"
 
-#include "catalogue/CatalogueTexts.h"
+#include "catalogue/items/CatalogueTexts.h"
 #include "cli/CommonArguments.h"
 #include "cli/TableOutput.h"
 #include "platform/NumberText.h"

@@ -10,7 +10,7 @@
 #include <optional>
 
 #include "cli/Options.h"
-#include "store/NutrientTable.h"
+#include "store/records/NutrientTable.h"
 
 using NutrientSet = std::bitset<kNutrientCount>;
 

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <vector>
 
-#include "app/GraphScale.h"
+#include "controls/GraphScale.h"
 
 /// One thing that can be pointed at.
 struct CGraphValue {

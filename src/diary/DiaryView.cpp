@@ -9,13 +9,13 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "app/DateEdit.h"
 #include "app/FrameCommands.h"
 #include "controls/ColorDialog.h"
 #include "controls/ListPane.h"
 #include "controls/PaintedIcons.h"
 #include "controls/ReportList.h"
 #include "diary/ListSizes.h"
+#include "profile/DateEdit.h"
 
 using namespace Qt::StringLiterals;
 

@@ -5,7 +5,7 @@
 #include <QTabBar>
 
 #include "app/FrameCommands.h"
-#include "catalogue/AddFoodDialog.h"
+#include "catalogue/pick/AddFoodDialog.h"
 #include "controls/ColorDialog.h"
 #include "diary/DietMoveDialog.h"
 #include "diary/DietRules.h"

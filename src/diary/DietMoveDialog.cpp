@@ -7,7 +7,7 @@
 #include <QTimeEdit>
 #include <algorithm>
 
-#include "app/DateEdit.h"
+#include "profile/DateEdit.h"
 
 using namespace Qt::StringLiterals;
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "app/VelmoraDoc.h"
-#include "catalogue/ChosenFood.h"
+#include "catalogue/items/ChosenFood.h"
 
 /// Where and when entries go.
 struct CDietPlace {

@@ -6,7 +6,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "app/DateEdit.h"
+#include "profile/DateEdit.h"
 
 using namespace Qt::StringLiterals;
 

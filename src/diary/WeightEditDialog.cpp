@@ -8,9 +8,9 @@
 #include <QTimeEdit>
 #include <algorithm>
 
-#include "app/DateEdit.h"
-#include "app/UnitEdit.h"
 #include "controls/InputPanel.h"
+#include "profile/DateEdit.h"
+#include "profile/UnitEdit.h"
 
 using namespace Qt::StringLiterals;
 

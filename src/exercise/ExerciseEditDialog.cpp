@@ -7,7 +7,7 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 
-#include "catalogue/PickField.h"
+#include "controls/PickField.h"
 #include "exercise/ExerciseRules.h"
 #include "platform/NumberText.h"
 

@@ -1,7 +1,7 @@
 // The "Edit exercise" dialog: what was done, for how long and when, and the energy it burned.
 #pragma once
 
-#include "catalogue/PickDialog.h"
+#include "catalogue/pick/PickDialog.h"
 #include "exercise/ExerciseForm.h"
 
 class QLineEdit;

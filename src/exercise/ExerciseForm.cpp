@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "catalogue/CatalogueTexts.h"
+#include "catalogue/items/CatalogueTexts.h"
 #include "exercise/ExerciseRules.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"

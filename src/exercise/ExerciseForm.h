@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "catalogue/PickForm.h"
+#include "catalogue/pick/PickForm.h"
 
 /// Texts go in and out as the user sees them. Body weight is that of the entry's date.
 class CExerciseForm : public CPickForm {

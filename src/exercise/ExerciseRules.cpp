@@ -4,7 +4,7 @@
 
 #include "app/ListCommands.h"
 #include "platform/NumberText.h"
-#include "store/PlatformError.h"
+#include "store/engine/PlatformError.h"
 
 using namespace Qt::StringLiterals;
 

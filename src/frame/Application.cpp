@@ -3,9 +3,9 @@
 #include <QApplication>
 #include <QTimer>
 
-#include "app/StartDialogs.h"
-#include "catalogue/StarterFoods.h"
+#include "catalogue/exchange/StarterFoods.h"
 #include "controls/PaintedIcons.h"
+#include "profile/StartDialogs.h"
 
 CVelmoraApp::CVelmoraApp(const QString& volumePath) : m_doc(volumePath) {
     QApplication::setWindowIcon(ProgramIcon());

@@ -21,19 +21,19 @@
 #include <algorithm>
 
 #include "app/FrameCommands.h"
-#include "app/SelectProfileDialog.h"
-#include "app/StartDialogs.h"
-#include "catalogue/ComposedMainView.h"
-#include "catalogue/FoodsMainView.h"
+#include "catalogue/view/ComposedMainView.h"
+#include "catalogue/view/ExlibMainView.h"
+#include "catalogue/view/FoodsMainView.h"
 #include "controls/ModalLoop.h"
 #include "controls/RowDelegate.h"
 #include "diary/DietMainView.h"
 #include "diary/PurgeDialog.h"
 #include "diary/WeightMainView.h"
 #include "exercise/ExercisesMainView.h"
-#include "exercise/ExlibMainView.h"
 #include "frame/AboutDialog.h"
 #include "platform/Messages.h"
+#include "profile/SelectProfileDialog.h"
+#include "profile/StartDialogs.h"
 #include "report/ReportCommand.h"
 
 using namespace Qt::StringLiterals;

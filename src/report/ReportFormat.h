@@ -6,7 +6,7 @@
 #include <QString>
 
 #include "app/Preferences.h"
-#include "store/DiaryEntries.h"
+#include "store/records/DiaryEntries.h"
 
 /// Body measurements of a report: seven lengths, then the body fat.
 inline constexpr int kReportLengths = 7;

@@ -8,8 +8,8 @@
 #include <QLocale>
 #include <QVBoxLayout>
 
-#include "app/DateEdit.h"
 #include "platform/Messages.h"
+#include "profile/DateEdit.h"
 #include "report/ReportRules.h"
 
 using namespace Qt::StringLiterals;

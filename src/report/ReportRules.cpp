@@ -1,6 +1,6 @@
 #include "report/ReportRules.h"
 
-#include "catalogue/CsvExchange.h"
+#include "catalogue/exchange/CsvExchange.h"
 #include "platform/NumberText.h"
 
 #include <QRegularExpression>

@@ -9,15 +9,15 @@
 #include <vector>
 
 #include "store/CatalogueLists.h"
-#include "store/Category.h"
-#include "store/ComposedItem.h"
 #include "store/DayEntries.h"
-#include "store/DiaryEntries.h"
-#include "store/ExerciseItem.h"
-#include "store/FoodItem.h"
 #include "store/ItemDatabase.h"
-#include "store/ProfileRecord.h"
 #include "store/RecordStore.h"
+#include "store/records/Category.h"
+#include "store/records/ComposedItem.h"
+#include "store/records/DiaryEntries.h"
+#include "store/records/ExerciseItem.h"
+#include "store/records/FoodItem.h"
+#include "store/records/ProfileRecord.h"
 
 /// What the open profile has for a record.
 enum class EProfileRecord {

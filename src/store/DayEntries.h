@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "store/DiaryEntries.h"
 #include "store/LeftOut.h"
+#include "store/records/DiaryEntries.h"
 
 class CDayEntries {
   public:

@@ -1,7 +1,7 @@
 #include "store/ItemDatabase.h"
 
 #include "platform/Messages.h"
-#include "store/RecordCodec.h"
+#include "store/engine/RecordCodec.h"
 
 #include <algorithm>
 #include <limits>

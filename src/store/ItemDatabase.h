@@ -6,9 +6,9 @@
 #include <limits>
 #include <optional>
 
-#include "store/ItemRecord.h"
 #include "store/LeftOut.h"
 #include "store/RecordStore.h"
+#include "store/records/ItemRecord.h"
 
 /// Shows "<prefix>Database error. Wrong number of properties, record #%d, props = %d (%d)".
 void ReportWrongPropertyCount(int position, const PropertyList& found, int expected,

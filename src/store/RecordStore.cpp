@@ -1,7 +1,7 @@
 #include "store/RecordStore.h"
 
-#include "store/NamedValues.h"
 #include "store/VolumeTexts.h"
+#include "store/engine/NamedValues.h"
 
 #include <QDir>
 #include <QFileInfo>

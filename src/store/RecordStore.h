@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/Messages.h"
-#include "store/StorageEngine.h"
+#include "store/engine/StorageEngine.h"
 
 inline constexpr int kNoPosition = -1;
 

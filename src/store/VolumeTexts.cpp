@@ -1,7 +1,7 @@
 #include "store/VolumeTexts.h"
 
 #include "platform/Messages.h"
-#include "store/PlatformError.h"
+#include "store/engine/PlatformError.h"
 
 using namespace Qt::StringLiterals;
 

@@ -3,7 +3,7 @@
 
 #include <QString>
 
-#include "store/VolumeState.h"
+#include "store/engine/VolumeState.h"
 
 /// Why the volume at `path` could not be opened; `error` is the platform's number.
 QString RefusalText(int error, const QString& path);

@@ -4,7 +4,7 @@
 
 #include "app/ListCommands.h"
 #include "app/Plans.h"
-#include "app/TargetsForm.h"
+#include "profile/TargetsForm.h"
 #include "store/RecordStore.h"
 #include "support/DataRows.h"
 #include "support/RecordingMessages.h"

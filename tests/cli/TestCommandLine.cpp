@@ -1,6 +1,6 @@
 // The command line as a script sees it: real processes, real volumes, exit statuses and texts.
 #include "store/Database.h"
-#include "store/SqliteFile.h"
+#include "store/engine/SqliteFile.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
 #include "support/RecordingMessages.h"

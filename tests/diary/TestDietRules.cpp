@@ -1,6 +1,6 @@
 #include "DiaryFixture.h"
 
-#include "catalogue/AddFoodForm.h"
+#include "catalogue/pick/AddFoodForm.h"
 #include "diary/DietDay.h"
 
 class TestDietRules : public CDiaryTest {

@@ -1,7 +1,7 @@
 #include <QComboBox>
 #include <QPainter>
 
-#include "catalogue/AddFoodDialog.h"
+#include "catalogue/pick/AddFoodDialog.h"
 #include "diary/DietMainView.h"
 #include "diary/DietMoveDialog.h"
 #include "diary/TotalsList.h"

@@ -1,8 +1,8 @@
 // Commands on several records: written as one unit of work, and record by record where that fails.
 #include "DiaryFixture.h"
 
-#include "catalogue/CatalogueRules.h"
-#include "catalogue/ComposedForm.h"
+#include "catalogue/items/CatalogueRules.h"
+#include "catalogue/items/ComposedForm.h"
 #include "diary/PurgeRules.h"
 #include "diary/WeightRules.h"
 #include "exercise/ExerciseRules.h"

@@ -1,4 +1,4 @@
-#include "ExerciseFixture.h"
+#include "exercise/ExerciseFixture.h"
 
 #include "exercise/ExerciseDays.h"
 

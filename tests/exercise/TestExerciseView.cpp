@@ -1,11 +1,11 @@
-#include "ExerciseFixture.h"
+#include "exercise/ExerciseFixture.h"
 
 #include <QComboBox>
 #include <QDateEdit>
 #include <QWheelEvent>
 
-#include "catalogue/FindDialog.h"
-#include "catalogue/PickField.h"
+#include "catalogue/pick/FindDialog.h"
+#include "controls/PickField.h"
 #include "diary/ViewFixture.h"
 #include "exercise/ExerciseEditDialog.h"
 #include "exercise/ExercisesMainView.h"

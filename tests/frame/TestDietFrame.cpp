@@ -13,9 +13,9 @@
 #include <limits>
 
 #include "app/FrameCommands.h"
-#include "app/PreferencesDialog.h"
 #include "controls/ReportList.h"
 #include "frame/DietFrame.h"
+#include "profile/PreferencesDialog.h"
 #include "support/Clicks.h"
 #include "support/ComposedSamples.h"
 #include "support/DataRows.h"

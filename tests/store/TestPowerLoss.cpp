@@ -3,8 +3,8 @@
 #include <QDir>
 #include <set>
 
-#include "catalogue/CatalogueRules.h"
-#include "catalogue/CsvExchange.h"
+#include "catalogue/exchange/CsvExchange.h"
+#include "catalogue/items/CatalogueRules.h"
 #include "store/RecordedDisk.h"
 #include "support/CatalogueTest.h"
 #include "support/Files.h"

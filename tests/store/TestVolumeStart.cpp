@@ -3,7 +3,7 @@
 #include <sys/mount.h>
 
 #include "store/Database.h"
-#include "store/SqliteFile.h"
+#include "store/engine/SqliteFile.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
 #include "support/RecordingMessages.h"

@@ -1,0 +1,44 @@
+#include "catalogue/exchange/CategoryPictures.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr qint64 kFileHeaderBytes = 14;
+constexpr qint64 kLargestFileBytes = 4LL << 20U;
+
+bool StaysInFolder(const QString& name) {
+    return !name.contains(u'/') && !name.contains(u'\\') && !name.contains(QChar(u'\0')) &&
+           !name.contains(u".."_s);
+}
+
+/// The block as the store keeps it: without the file header, with as many zero bytes at its end.
+QByteArray ReadPicture(const QString& path) {
+    const QFileInfo info(path);
+    if (!info.isFile() || info.size() < kFileHeaderBytes || info.size() > kLargestFileBytes) {
+        return {};
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    QByteArray block = file.read(kLargestFileBytes);
+    if (block.size() < kFileHeaderBytes || !block.startsWith("BM")) {
+        return {};
+    }
+    block.remove(0, kFileHeaderBytes);
+    block.append(kFileHeaderBytes, '\0');
+    return block;
+}
+}  // namespace
+
+void ReadCategoryPictures(const QString& folder, CCategory& category) {
+    const QString name = category.GetName();
+    if (!StaysInFolder(name)) {
+        return;
+    }
+    category.SetLargePicture(ReadPicture(folder + name + u"_L.bmp"_s));
+    category.SetSmallPicture(ReadPicture(folder + name + u"_S.bmp"_s));
+}

@@ -1,0 +1,72 @@
+// Menus and recipes as lines of an exchange file: a line each, followed by a line a component.
+#pragma once
+
+#include <QSet>
+#include <utility>
+
+#include "catalogue/exchange/CsvLayout.h"
+#include "catalogue/exchange/ExistingItems.h"
+#include "catalogue/exchange/ImportedCategories.h"
+
+/// Menus are written in 61 columns and recipes in 62, and read with one column more, between the
+/// nutrients and the serving: files are read by field position, and the difference is kept. That
+/// column is handed to the nutrients' accessor, which reports its wrong index.
+///
+/// A menu or recipe that is replaced loses its components to those that follow it in the file; the
+/// components of a skipped one are dropped with it, and so are those of a refused line whose menu
+/// or recipe is stored already.
+class CComposedCsv : public CCsvLayout {
+  public:
+    CComposedCsv(CDatabase& database, ECatalogueKind kind, const QString& folder);
+
+    [[nodiscard]] const char* Marker() const override;
+    [[nodiscard]] const CCsvManners& Manners() const override;
+    CCsvVerdict ReadLine(QStringView line) override;
+    EStored Store(EExisting existing) override;
+    void WriteHeader(CCsvLineWriter& line) override;
+    bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) override;
+
+  private:
+    /// The menu or recipe that component lines belong to.
+    struct COwner {
+        QString category;
+        QString name;
+        qint32 itemId = 0;
+        bool isSkipped = false;  ///< and its components with it
+    };
+
+    /// Category and name of a menu or recipe.
+    using CNames = std::pair<QString, QString>;
+
+    /// The accessor's message on a wrong index shows without the progress.
+    void SetValue(int index, double value);
+    CCsvVerdict ReadRecord(CCsvFields& fields);
+    // The fields of a record in their order; a verdict where one of them ends the line.
+    std::optional<CCsvVerdict> ReadItemType(const std::optional<QStringView>& field);
+    /// Category and name of the menu or recipe, which for a component must be there.
+    std::optional<CCsvVerdict> ReadOwnerNames(CCsvFields& fields);
+    std::optional<CCsvVerdict> ReadFoodName(const std::optional<QStringView>& field);
+    /// The fields behind the names.
+    CCsvVerdict ReadValues(CCsvFields& fields);
+    /// Remembers the menu or recipe of a refused line; nothing for the line of a component.
+    void NoteRefused(QStringView line);
+    /// False when no menu or recipe of that category and name is there.
+    bool FindOwner(const QString& category, const QString& name);
+    EStored StoreOwner(EExisting existing);
+    [[nodiscard]] qint32 ItemIdAt(int position);
+    void WriteRecord(CCsvLineWriter& line, const CComposedItem& record, const QString& category,
+                     const CComposedItem& owner);
+    [[nodiscard]] bool IsRecipes() const { return m_kind == ECatalogueKind::Recipes; }
+
+    CDatabase& m_database;
+    ECatalogueKind m_kind;
+    CImportedCategories m_categories;
+    CExistingItems m_existing;
+    CComposedItem m_item;
+    QString m_categoryName;
+    qint32 m_categoryId = -1;
+    bool m_isComponent = false;
+    COwner m_owner;
+    QSet<qint32> m_taken;    ///< menus or recipes that this run has added or replaced
+    QSet<CNames> m_refused;  ///< those whose last line was refused
+};

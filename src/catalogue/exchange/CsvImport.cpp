@@ -1,0 +1,245 @@
+// The import run: one file, one kind.
+#include "catalogue/exchange/CsvExchange.h"
+#include "catalogue/exchange/CsvLayout.h"
+#include "catalogue/items/CatalogueKinds.h"
+#include "platform/TextFile.h"
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kMostErrors = 10;
+constexpr int kFatalErrors = 65535;
+/// Records that become durable together, and with them the components of the last.
+constexpr int kGroupSize = 4096;
+
+/// Everything up to and including the last separator.
+QString FolderOf(const QString& path) {
+    return path.first(path.lastIndexOf(u'/') + 1);
+}
+
+class CImportRun {
+  public:
+    CImportRun(CDatabase& database, ECatalogueKind kind, EExisting existing, const QString& path)
+        : m_database(database),
+          m_words(KindOf(kind)),
+          m_existing(existing),
+          m_path(path),
+          m_layout(MakeCsvLayout(database, kind, FolderOf(path))) {}
+    bool Run();
+
+  private:
+    bool ReadLine();
+    bool ReadToMarker();
+    bool ReadItems();
+    bool ShowProgress();
+    bool StoreItem(ECsvLine line);
+    void Report(const CCsvVerdict& verdict);
+    bool CommitGroup();
+    void ReportStoreFailure() const;
+    void ReportSummary() const;
+    [[nodiscard]] int ShownLineNumber() const {
+        return m_lineNumber + m_layout->Manners().lineNumberShift;
+    }
+
+    CDatabase& m_database;
+    const CCatalogueKind& m_words;
+    EExisting m_existing;
+    QString m_path;
+    std::unique_ptr<CCsvLayout> m_layout;
+    CTextFile m_file;
+    std::unique_ptr<CProgress> m_progress;
+    std::optional<CRecordGroup> m_group;
+    QString m_line;
+    qint64 m_charactersRead = 0;
+    int m_lineNumber = 0;
+    int m_errors = 0;
+    int m_groupRecords = 0;   ///< written, but not yet durable
+    int m_groupImported = 0;  ///< those among them that count
+    int m_groupReplaced = 0;
+    int m_imported = 0;
+    int m_replaced = 0;
+    int m_skipped = 0;
+};
+
+bool CImportRun::Run() {
+    if (!m_file.OpenForReading(m_path)) {
+        ShowMessage(u"Cannot open file."_s);
+        return false;
+    }
+    m_progress = CreateProgress(u"Velmora: Import"_s);
+    m_progress->SetStatus(FormatText("Importing %s..."_L1, {QString::fromLatin1(m_words.plural)}));
+    m_progress->SetRange(0, m_file.GetLength(), 1);
+    m_progress->Show();
+    m_layout->SetProgress(m_progress.get());
+    m_file.SetPatience([this] {
+        m_progress->Pump();
+        return !m_progress->IsCancelled();
+    });
+    const bool whole = ReadToMarker() && ReadItems() && !m_progress->IsCancelled();
+    const bool readWhole = m_file.Close();
+    m_layout->SetProgress(nullptr);
+    m_progress.reset();
+    if (m_file.IsTooLong()) {
+        ShowMessage(u"Cannot open file."_s);
+        ShowMessage(
+            FormatText("'%s' is not a regular file and holds more than 1 GB."_L1, {m_path}));
+    } else if (!readWhole) {
+        ShowMessage(u"Cannot read file."_s);
+    }
+    ReportSummary();
+    return whole && readWhole;
+}
+
+bool CImportRun::ReadLine() {
+    if (!m_file.ReadLine(m_line)) {
+        if (m_progress->IsCancelled()) {
+            ShowMessage(u"Import cancelled."_s);  // while a pipe made it wait
+        }
+        return false;
+    }
+    ++m_lineNumber;
+    m_charactersRead += m_line.size();
+    return true;
+}
+
+bool CImportRun::ReadToMarker() {
+    while (ReadLine()) {
+        const std::optional<QStringView> field = CCsvFields(m_line).Next();
+        if (field && field->contains(QLatin1StringView(m_layout->Marker()))) {
+            return true;
+        }
+        if (ShowProgress()) {
+            return false;
+        }
+    }
+    return false;
+}
+
+/// True once the user has cancelled.
+bool CImportRun::ShowProgress() {
+    m_progress->SetPosition(m_charactersRead);
+    m_progress->Pump();
+    if (m_progress->IsCancelled()) {
+        ShowMessage(u"Import cancelled."_s);
+    }
+    return m_progress->IsCancelled();
+}
+
+bool CImportRun::ReadItems() {
+    m_group.emplace(m_database.GetStore());
+    bool whole = true;
+    while (whole && ReadLine()) {
+        const CCsvVerdict verdict = m_layout->ReadLine(m_line);
+        if (verdict.line == ECsvLine::End) {
+            break;
+        }
+        const bool isRecord = verdict.line == ECsvLine::Item || verdict.line == ECsvLine::Component;
+        if (isRecord && !StoreItem(verdict.line)) {
+            (void)CommitGroup();  // What was written before the failure stays, if it can.
+            ReportStoreFailure();
+            return false;
+        }
+        if (verdict.line == ECsvLine::Error) {
+            Report(verdict);
+        }
+        if (ShowProgress()) {
+            whole = false;
+        } else if (verdict.line == ECsvLine::Error && m_errors > kMostErrors) {
+            ShowMessage(u"Too many errors. Import stopped."_s);
+            whole = false;
+        }
+    }
+    if (!CommitGroup()) {
+        ReportStoreFailure();
+        return false;
+    }
+    return whole;
+}
+
+bool CImportRun::StoreItem(ECsvLine line) {
+    if (line == ECsvLine::Item && m_groupRecords >= kGroupSize) {
+        if (!CommitGroup()) {
+            return false;
+        }
+        m_group.emplace(m_database.GetStore());
+    }
+    switch (m_layout->Store(m_existing)) {
+        case EStored::Failed:
+            return false;
+        case EStored::Skipped:
+            ++m_skipped;
+            return true;
+        case EStored::Replaced:
+            ++m_groupReplaced;
+            ++m_groupImported;
+            break;
+        case EStored::Added:
+            ++m_groupImported;
+            break;
+        case EStored::Uncounted:
+            break;
+    }
+    ++m_groupRecords;
+    return true;
+}
+
+void CImportRun::Report(const CCsvVerdict& verdict) {
+    m_errors = verdict.isFatal ? kFatalErrors : m_errors + 1;
+    const QLatin1StringView message(verdict.message);
+    const bool namesCount = verdict.fieldCount >= 0;
+    const bool hides = namesCount || m_layout->Manners().hidesProgress;
+    if (hides) {
+        m_progress->Hide();
+    }
+    ShowMessage(namesCount ? FormatText(message, {verdict.fieldCount, ShownLineNumber()})
+                           : FormatText(message, {ShownLineNumber()}));
+    if (hides) {
+        m_progress->Show();
+    }
+}
+
+/// Only what is durable counts as imported.
+bool CImportRun::CommitGroup() {
+    const bool durable = !m_group || m_group->Commit();
+    m_group.reset();
+    if (durable) {
+        m_imported += m_groupImported;
+        m_replaced += m_groupReplaced;
+    }
+    m_groupRecords = 0;
+    m_groupImported = 0;
+    m_groupReplaced = 0;
+    return durable;
+}
+
+void CImportRun::ReportStoreFailure() const {
+    m_database.GetStore().ShowFailure(
+        FormatText("Cannot add %s from line %d."_L1,
+                   {QString::fromLatin1(m_words.singular), ShownLineNumber()}));
+    ShowMessage(QString::fromLatin1(m_layout->Manners().afterFailure));
+}
+
+void CImportRun::ReportSummary() const {
+    const QString plural = QString::fromLatin1(m_words.plural);
+    QString summary = FormatText("Imported %d %s."_L1, {m_imported, plural});
+    if (m_existing == EExisting::Overwrite && m_replaced > 0) {
+        summary += FormatText(" Replaced %d existing %s."_L1, {m_replaced, plural});
+    } else if (m_existing == EExisting::Skip && m_skipped > 0) {
+        summary += FormatText(" Skipped %d existing %s."_L1, {m_skipped, plural});
+    }
+    ShowMessage(summary, EMessageIcon::Result);
+}
+}  // namespace
+
+bool ImportCatalogue(CDatabase& database, ECatalogueKind kind, EExisting existing) {
+    const QString path = ChooseFileToOpen(
+        CsvFileChoice(FormatText("Import %s"_L1, {QString::fromLatin1(KindOf(kind).plural)})));
+    return !path.isEmpty() && ImportCatalogueFile(database, kind, existing, path);
+}
+
+bool ImportCatalogueFile(CDatabase& database, ECatalogueKind kind, EExisting existing,
+                         const QString& path) {
+    return CImportRun(database, kind, existing, path).Run();
+}

@@ -1,0 +1,20 @@
+// Exercises of the library as lines of an exchange file: 6 columns.
+#pragma once
+
+#include "catalogue/exchange/TypedItemsCsv.h"
+
+class CExlibCsv : public CTypedItemsCsv {
+  public:
+    CExlibCsv(CDatabase& database, const QString& folder)
+        : CTypedItemsCsv(database, ECatalogueKind::Exercises, folder) {}
+
+    [[nodiscard]] const char* Marker() const override { return "<Exercises>"; }
+    [[nodiscard]] const CCsvManners& Manners() const override;
+    CCsvVerdict ReadLine(QStringView line) override;
+    EStored Store(EExisting existing) override { return StoreTyped(m_exercise, existing); }
+    void WriteHeader(CCsvLineWriter& line) override;
+    bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) override;
+
+  private:
+    CExerciseItem m_exercise;
+};

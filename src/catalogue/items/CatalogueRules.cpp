@@ -1,0 +1,320 @@
+#include "catalogue/items/CatalogueRules.h"
+
+#include <QSet>
+#include <algorithm>
+
+#include "catalogue/items/CategoryItems.h"
+#include "catalogue/items/TextLimits.h"
+#include "platform/NumberText.h"
+#include "store/UnitOfWork.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kMostCopies = 99;
+/// "_Copy01".
+constexpr int kCopySuffixLength = 7;
+
+bool ShowExists(const QString& name) {
+    ShowMessage(FormatText("Category '%s' already exists."_L1, {name}));
+    return false;
+}
+
+/// The beginning of a text that is too long, never cut between the two halves of a character.
+QString WithoutEnd(const QString& text, int length) {
+    if (text.size() <= length) {
+        return text;
+    }
+    return text.first(text[length - 1].isHighSurrogate() ? length - 1 : length);
+}
+
+/// Ascending or descending positions.
+std::vector<int> PositionsOf(const CCatalogueRules::Entries& entries, bool descending) {
+    std::vector<int> positions;
+    positions.reserve(entries.size());
+    for (const CCategoryListEntry& entry : entries) {
+        positions.push_back(entry.position);
+    }
+    std::ranges::sort(positions);
+    if (descending) {
+        std::ranges::reverse(positions);
+    }
+    return positions;
+}
+}  // namespace
+
+CCatalogueRules::CCatalogueRules(CDatabase& database, ECatalogueKind kind)
+    : m_database(database),
+      m_texts(CatalogueTextsOf(kind)),
+      m_namesType(CatalogueLayoutOf(kind).namesType) {}
+
+qint32 CCatalogueRules::AddCategory(const QString& name) {
+    CCategory category;
+    category.SetKind(m_texts.kind);
+    category.SetName(name);
+    if (m_database.FindCategory(m_texts.kind, category.GetName()) >= 0) {
+        ShowExists(category.GetName());
+        return -1;
+    }
+    // The store does not tell whether the record was written.
+    if (!m_database.AddOrUpdateCategory(-1, category) ||
+        m_database.FindCategory(m_texts.kind, category.GetId()) < 0) {
+        ShowMessage(u"Cannot create new category"_s);
+        return -1;
+    }
+    return category.GetId();
+}
+
+bool CCatalogueRules::RenameCategory(qint32 categoryId, const QString& typed) {
+    const QString name = typed.trimmed();
+    const int position = m_database.FindCategory(m_texts.kind, categoryId);
+    CCategory category;
+    if (name.isEmpty()) {
+        ShowMessage(u"Please enter category name."_s);
+        return false;
+    }
+    if (position < 0 || !m_database.Categories().Read(position, category)) {
+        return false;
+    }
+    const QString oldName = category.GetName();
+    category.SetName(name);  // cut to what the record holds, which is what must be unique
+    if (category.GetName() == oldName) {
+        return true;
+    }
+    if (m_database.FindCategory(m_texts.kind, category.GetName()) >= 0) {
+        return ShowExists(category.GetName());
+    }
+    // A write that failed shows in the list, which keeps the old name.
+    return m_database.AddOrUpdateCategory(position, category) &&
+           m_database.CategoryNameOf(m_texts.kind, categoryId) == category.GetName();
+}
+
+bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
+    const int position =
+        categoryId < 0 ? kNoPosition : m_database.FindCategory(m_texts.kind, categoryId);
+    if (position < 0) {
+        ShowMessage(m_database.ListCategories(m_texts.kind).empty()
+                        ? kNoCategorySelected
+                        : "Please select category to delete."_L1);
+        return false;
+    }
+    if (!AskYesNo(FormatText(QLatin1StringView(m_texts.confirmDeleteCategory),
+                             {m_database.CategoryNameOf(m_texts.kind, categoryId)}))) {
+        return false;
+    }
+    const CWaitCursor wait;
+    bool isDeleted = false;
+    RunAsUnit(m_database.GetStore(), [&] {
+        const bool isEmptied = DeleteItemsOf(categoryId);
+        if (!isEmptied) {
+            ShowMessage(QString::fromLatin1(
+                m_texts.cannotEmptyCategory));  // and the category goes all the same
+        }
+        isDeleted = m_database.DeleteCategory(position);
+        if (!isDeleted) {
+            ShowMessage(u"Cannot delete category."_s);
+        }
+        return isEmptied && isDeleted;
+    });
+    return isDeleted;
+}
+
+bool CCatalogueRules::DeleteItemsOf(qint32 categoryId) {
+    const std::optional<CPositionRange> range = Items().RangeOf(categoryId);
+    bool areDeleted = range.has_value();
+    for (int left = areDeleted ? range->count : 0; areDeleted && left > 0; --left) {
+        areDeleted = m_database.DeleteItem(m_texts.kind, range->first + left - 1);
+    }
+    return areDeleted;
+}
+
+bool CCatalogueRules::MayAddItem(qint32 categoryId) {
+    if (m_database.ListCategories(m_texts.kind).empty()) {
+        ShowMessage(QString::fromLatin1(m_texts.noCategoryForItem));
+        return false;
+    }
+    if (categoryId < 0) {
+        ShowMessage(u"Please select category."_s);
+        return false;
+    }
+    return true;
+}
+
+bool CCatalogueRules::MayEdit(const Entries& selected) {
+    return CheckSelection(m_texts.edit, static_cast<int>(selected.size()));
+}
+
+int CCatalogueRules::Delete(const Entries& selected) {
+    const auto count = static_cast<int>(selected.size());
+    if (!CheckSelection(m_texts.remove, count) ||
+        !ConfirmFor(m_texts.confirmDelete, count, NamesOf(selected.front()))) {
+        return 0;
+    }
+    // From the last on: a deletion moves everything behind it.
+    return ActOnEach(
+        m_database.GetStore(), PositionsOf(selected, true),
+        [this](int position) { return m_database.DeleteItem(m_texts.kind, position); },
+        QString::fromLatin1(m_texts.cannotDelete));
+}
+
+std::vector<CCategoryEntry> CCatalogueRules::MoveTargets(const Entries& selected) {
+    if (!CheckSelection(m_texts.move, static_cast<int>(selected.size()))) {
+        return {};
+    }
+    std::vector<CCategoryEntry> targets = m_database.ListCategories(m_texts.kind);
+    if (targets.size() <= 1) {
+        ShowMessage(QString::fromLatin1(m_texts.onlyOneCategory));
+        return {};
+    }
+    std::erase_if(targets, [&](const CCategoryEntry& category) {
+        return category.id == selected.front().categoryId;
+    });
+    if (targets.empty()) {
+        ShowMessage(u"There are no categories to select."_s);
+    }
+    return targets;
+}
+
+int CCatalogueRules::Move(const Entries& selected, const CCategoryEntry& target) {
+    Texts names = NamesOf(selected.front());
+    names.emplace_back(target.name);
+    const auto count = static_cast<int>(selected.size());
+    const QString question =
+        count == 1
+            ? FormatText(QLatin1StringView(m_texts.confirmMove.one), names)
+            : FormatText(QLatin1StringView(m_texts.confirmMove.several), {count, target.name});
+    if (!AskYesNo(question)) {
+        return 0;
+    }
+    // An item that leaves for a later category moves those behind it, one that leaves for an
+    // earlier category those before it: either way the ones still waiting keep their positions.
+    const bool descending = target.id > selected.front().categoryId;
+    const std::vector<int> positions = PositionsOf(selected, descending);
+    const int moved = ActOnEach(
+        m_database.GetStore(), positions,
+        [&](int position) { return MoveItem(position, target.id); }, QString());
+    if (moved < count) {
+        const int failed = positions[static_cast<size_t>(moved)];
+        Texts failedNames =
+            NamesOf(*std::ranges::find(selected, failed, &CCategoryListEntry::position));
+        failedNames.emplace_back(target.name);
+        ShowMessage(FormatText(QLatin1StringView(m_texts.cannotMove), failedNames));
+    }
+    return moved;
+}
+
+bool CCatalogueRules::MoveItem(int position, qint32 categoryId) {
+    CCatalogueItem item(m_texts.kind);
+    if (!Items().Read(position, item)) {
+        return false;
+    }
+    item.SetCategoryId(categoryId);
+    return Items().Write(position, item);
+}
+
+int CCatalogueRules::Duplicate(const Entries& selected) {
+    if (!CheckSelection(m_texts.duplicate, static_cast<int>(selected.size())) ||
+        !AskYesNo(
+            FormatText(QLatin1StringView(m_texts.confirmDuplicate), NamesOf(selected.front())))) {
+        return -1;
+    }
+    // Menus and recipes share the wording of foods.
+    const int position = selected.front().position;
+    CCatalogueItem copy(m_texts.kind);
+    if (!Items().Read(position, copy)) {
+        ShowMessage(u"Cannot load food to duplicate."_s);
+        return -1;
+    }
+    const QString text = FreeCopyText(copy);
+    if (text.isEmpty()) {
+        ShowMessage(u"Cannot create unique name to duplicate food."_s);
+        return -1;
+    }
+    if (m_namesType) {
+        copy.SetType(text);
+    } else {
+        copy.SetName(text);
+    }
+    const bool isAdded = HasComponents(m_texts.kind)
+                             ? m_database.AddComposedCopy(m_texts.kind, position, text)
+                             : Items().Write(-1, copy);
+    if (!isAdded) {
+        ShowMessage(u"Cannot duplicate food."_s);
+        return -1;
+    }
+    return m_database.FindItem(m_texts.kind, copy.GetCategoryId(), copy.GetName(), copy.GetType());
+}
+
+/// Every record of the category is looked at once, whatever the number of copies.
+QString CCatalogueRules::FreeCopyText(const CCatalogueItem& item) {
+    QSet<QString> taken;
+    ForEachItemOf(m_database, m_texts.kind, item.GetCategoryId(),
+                  [&](int, const QString& name, const QString& type) {
+                      if (!m_namesType) {
+                          taken.insert(name);
+                      } else if (name == item.GetName()) {
+                          taken.insert(type);
+                      }
+                  });
+    const CCatalogueLayout& numbers = CatalogueLayoutOf(m_texts.kind);
+    const auto property = static_cast<size_t>(m_namesType ? numbers.type : numbers.name);
+    // As much as the record and a file keep.
+    const int room = std::min(numbers.layout.properties[property].capacity, kLongestText);
+    const QString original =
+        WithoutEnd(m_namesType ? item.GetType() : item.GetName(), room - kCopySuffixLength);
+    for (int copy = 1; copy <= kMostCopies; ++copy) {
+        QString candidate = FormatText("%s_Copy%s"_L1, {original, TwoDigits(copy)});
+        if (!taken.contains(candidate)) {
+            return candidate;
+        }
+    }
+    return {};
+}
+
+QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
+                                     const QString& typed) {
+    CCatalogueItem item(m_texts.kind);
+    item.SetName(typed.trimmed());
+    QString name = item.GetName();
+    if (name.isEmpty()) {
+        ShowMessage(QString::fromLatin1(m_texts.noNewName));
+        return {};
+    }
+    if (name == oldName) {
+        return name;
+    }
+    const std::vector<int> positions = PositionsOf(ItemsOfName(categoryId, oldName).entries, false);
+    const int renamed = ActOnEach(
+        m_database.GetStore(), positions,
+        [&](int position) {
+            if (!Items().Read(position, item)) {
+                return false;
+            }
+            item.SetName(name);
+            return Items().Write(position, item);
+        },
+        QString());
+    if (renamed < static_cast<int>(positions.size())) {
+        ShowMessage(QString::fromLatin1(m_texts.cannotRename));
+        return {};
+    }
+    return name;
+}
+
+CCategoryList CCatalogueRules::ItemsOfName(qint32 categoryId, const QString& name) {
+    CCategoryList list;
+    list.leftOut = ForEachItemOf(m_database, m_texts.kind, categoryId,
+                                 [&](int position, const QString& found, const QString& type) {
+                                     if (found == name) {
+                                         list.entries.push_back({position, categoryId, name, type});
+                                     }
+                                 });
+    std::ranges::stable_sort(list.entries, [](const auto& left, const auto& right) {
+        return left.type.compare(right.type, Qt::CaseInsensitive) < 0;
+    });
+    return list;
+}
+
+CCatalogueRules::Texts CCatalogueRules::NamesOf(const CCategoryListEntry& entry) const {
+    return m_namesType ? Texts{entry.name, entry.type} : Texts{entry.name};
+}

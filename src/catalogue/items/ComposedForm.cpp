@@ -1,0 +1,211 @@
+#include "catalogue/items/ComposedForm.h"
+
+#include "app/ListCommands.h"
+#include "catalogue/items/CatalogueChoices.h"
+#include "catalogue/items/CatalogueTexts.h"
+#include "platform/NumberText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// What menus and recipes say differently.
+struct CComposedTexts {
+    EItemKind itemKind;
+    const char* noName;
+    const char* exists;
+    CConfirmTexts confirmDelete;
+};
+constexpr CComposedTexts kMenuTexts = {
+    EItemKind::Menu,
+    "Please enter menu name",
+    "Menu '%s' already exists in category '%s'.",
+    {"Are you sure you want to delete food '%s' from menu?",
+     "Are you sure you want to delete %d foods from menu?"},
+};
+constexpr CComposedTexts kRecipeTexts = {
+    EItemKind::Recipe,
+    "Please enter recipe name",
+    "Recipe '%s' already exists in category '%s'.",
+    {"Are you sure you want to delete food '%s' from recipe?",
+     "Are you sure you want to delete %d foods from recipe?"},
+};
+
+const CComposedTexts& TextsOf(ECatalogueKind kind) {
+    return kind == ECatalogueKind::Menus ? kMenuTexts : kRecipeTexts;
+}
+}  // namespace
+
+CComposedForm::CComposedForm(CVelmoraDoc& doc, ECatalogueKind kind, int position, qint32 categoryId)
+    : m_doc(doc),
+      m_kind(kind),
+      m_position(position),
+      m_item(kind),
+      m_nutrients(doc.Preferences().DisplayedNutrients()) {
+    if (position < 0) {
+        m_item.SetParentId(categoryId);
+        m_item.SetItemId(doc.Database().AllotItemId(kind));
+    } else {
+        m_isLoaded = Items().Read(position, m_item);
+    }
+    m_fields = {m_item.GetParentId(), m_item.GetName(), QString(), m_item.GetInstructions()};
+    if (kind == ECatalogueKind::Recipes) {
+        m_fields.servings = m_item.GetServingName();
+    }
+    LoadComponents();
+}
+
+CComposedForm::~CComposedForm() {
+    const bool isLost = m_doc.Database().GetStore().IsVolumeLost();
+    if (m_position < 0 && !m_components.empty() && !isLost) {
+        // What a failure leaves is removed when the catalogue opens again.
+        (void)m_doc.Database().DeleteComponents(m_kind, m_item.GetItemId());
+    }
+}
+
+QString CComposedForm::CategoryText() const {
+    return m_doc.Database().CategoryNameOf(m_kind, m_fields.categoryId);
+}
+
+QString CComposedForm::RowTitle(int row) const {
+    return m_doc.NutrientNames().value(m_nutrients[static_cast<size_t>(row)]);
+}
+
+QString CComposedForm::RowText(int row) const {
+    const int nutrient = m_nutrients[static_cast<size_t>(row)];
+    return m_doc.Preferences().FormatNutrient(nutrient, m_item.GetNutrientValue(nutrient));
+}
+
+void CComposedForm::SetRowText(int row, const QString& typed) {
+    if (typed.trimmed() == RowText(row) || IsTypedTooLarge(typed)) {
+        return;
+    }
+    const int nutrient = m_nutrients[static_cast<size_t>(row)];
+    m_item.SetNutrientValue(nutrient, m_doc.Preferences().ReadNutrient(nutrient, typed));
+}
+
+QString CComposedForm::ServingText(int component) const {
+    const CComposedItem& item = m_components[static_cast<size_t>(component)];
+    return FormatText("%sx%s"_L1, {m_doc.Preferences().FormatNumber(item.GetServingX()).trimmed(),
+                                   item.GetServingName()});
+}
+
+bool CComposedForm::MayEditComponent(int selected) {
+    return CheckSelection(kFoodsTexts.edit, selected);
+}
+
+bool CComposedForm::TakeChosen(const CChosenFood& chosen, CComposedItem& component) {
+    const qint32 itemId = ComponentItemId(m_doc.Database(), chosen.kind, chosen.cataloguePosition);
+    const bool isRecipeOfRecipe =
+        m_kind == ECatalogueKind::Recipes && chosen.kind == EItemKind::Recipe;
+    if (isRecipeOfRecipe && m_doc.Database().RecipeHolds(itemId, m_item.GetItemId())) {
+        ShowMessage(
+            FormatText("Recipe '%s' cannot be a part of itself."_L1, {chosen.item.GetName()}),
+            EMessageIcon::Information);
+        return false;
+    }
+    const bool isSameItem = chosen.cataloguePosition < 0 &&
+                            component.GetName() == chosen.item.GetName() &&
+                            component.GetType() == chosen.item.GetType();
+    if (!isSameItem) {
+        component.SetItemId(itemId);
+    }
+    component.SetItemKind(chosen.kind);
+    component.SetName(chosen.item.GetName());
+    component.SetType(chosen.item.GetType());
+    component.SetNutrientValues(chosen.item.GetNutrientValues());
+    component.SetServingName(chosen.item.GetServingName(0));
+    component.SetServingX(chosen.item.GetServingWeight(0));
+    return true;
+}
+
+bool CComposedForm::AddComponent(const CChosenFood& chosen) {
+    CComposedItem component(m_kind);
+    component.SetParentId(m_item.GetItemId());
+    const bool isAdded = TakeChosen(chosen, component) && Items().Write(kNoPosition, component);
+    LoadComponents();
+    return isAdded;
+}
+
+bool CComposedForm::ReplaceComponent(int component, const CChosenFood& chosen) {
+    CComposedItem item = m_components[static_cast<size_t>(component)];
+    item.SetParentId(m_item.GetItemId());  // a damaged one has lost it
+    const std::vector<int> positions =
+        m_doc.Database().ComponentPositions(m_kind, m_item.GetItemId());
+    const bool isReplaced = positions.size() == m_components.size() && TakeChosen(chosen, item) &&
+                            Items().Write(positions[static_cast<size_t>(component)], item);
+    LoadComponents();
+    return isReplaced;
+}
+
+bool CComposedForm::DeleteComponents(const std::vector<int>& selected) {
+    const auto count = static_cast<int>(selected.size());
+    if (!CheckSelection(kFoodsTexts.remove, count) ||
+        !ConfirmFor(TextsOf(m_kind).confirmDelete, count,
+                    {m_components[static_cast<size_t>(selected.front())].GetName()})) {
+        return false;
+    }
+    const std::vector<int> positions =
+        m_doc.Database().ComponentPositions(m_kind, m_item.GetItemId());
+    // From the last on: a deletion moves everything behind it.
+    const std::vector<int> descending(selected.rbegin(), selected.rend());
+    const int deleted = ActOnEach(
+        m_doc.Database().GetStore(), descending,
+        [&](int row) { return Items().Delete(positions[static_cast<size_t>(row)]); },
+        QString::fromLatin1(kFoodsTexts.cannotDelete));
+    LoadComponents();
+    return deleted > 0;
+}
+
+void CComposedForm::Recalculate() {
+    NutrientValues sums{};
+    for (const CComposedItem& component : m_components) {
+        for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
+            sums[static_cast<size_t>(nutrient)] += component.GetNutrientValue(nutrient);
+        }
+    }
+    m_item.SetNutrientValues(sums);
+}
+
+bool CComposedForm::Confirm() {
+    CDatabase& database = m_doc.Database();
+    const CComposedTexts& texts = TextsOf(m_kind);
+    if (m_fields.categoryId < 0) {
+        ShowMessage(kNoCategorySelected);
+        return false;
+    }
+    CComposedItem item = m_item;
+    item.SetParentId(m_fields.categoryId);
+    item.SetItemKind(texts.itemKind);
+    item.SetName(m_fields.name.trimmed());  // cut to what the record holds
+    if (item.GetName().isEmpty()) {
+        ShowMessage(QString::fromLatin1(texts.noName));
+        return false;
+    }
+    if (database.FindItem(m_kind, m_fields.categoryId, item.GetName(), {}, m_position) >= 0) {
+        ShowMessage(FormatText(QLatin1StringView(texts.exists), {item.GetName(), CategoryText()}));
+        return false;
+    }
+    item.SetType({});
+    item.SetServingName(m_kind == ECatalogueKind::Menus ? u"1 serving"_s
+                                                        : m_fields.servings.trimmed());
+    item.SetServingX(1.0);
+    item.SetInstructions(m_fields.instructions);
+    if (!Items().Write(m_position, item)) {
+        const CCatalogueTexts& catalogue = CatalogueTextsOf(m_kind);
+        ShowMessage(
+            QString::fromLatin1(m_position < 0 ? catalogue.cannotAdd : catalogue.cannotUpdate));
+        return false;
+    }
+    m_item = item;
+    m_position = database.FindItem(m_kind, m_fields.categoryId, item.GetName(), {});
+    return true;
+}
+
+void CComposedForm::LoadComponents() {
+    m_components.clear();
+    CItemDatabaseBase& items = Items();
+    for (const int position : m_doc.Database().ComponentPositions(m_kind, m_item.GetItemId())) {
+        // A damaged one keeps its row, so that it can be deleted.
+        (void)items.ReadQuietly(position, m_components.emplace_back(m_kind));
+    }
+}

@@ -1,0 +1,48 @@
+#include "catalogue/items/FoodRules.h"
+
+#include "catalogue/items/CatalogueTexts.h"
+#include "platform/Messages.h"
+
+using namespace Qt::StringLiterals;
+
+EServingMode ServingModeOf(const CFoodItem& food) {
+    return food.IsWeighed() ? EServingMode::Weighed : EServingMode::OneServing;
+}
+
+std::optional<QString> CheckFood(CDatabase& database, const CFoodItem& food, EServingMode mode,
+                                 int position) {
+    if (food.GetName().isEmpty()) {
+        return u"Please enter food name"_s;
+    }
+    if (food.GetType().isEmpty()) {
+        return u"Please enter food type"_s;
+    }
+    if (database.FindItem(ECatalogueKind::Foods, food.GetCategoryId(), food.GetName(),
+                          food.GetType(), position) >= 0) {
+        return FormatText("Food '%s, %s' already exists in category '%s'."_L1,
+                          {food.GetName(), food.GetType(),
+                           database.CategoryNameOf(ECatalogueKind::Foods, food.GetCategoryId())});
+    }
+    bool hasServing = false;
+    std::optional<int> unweighed;
+    for (int serving = 0; serving < kServingCount; ++serving) {
+        if (food.GetServingName(serving).isEmpty()) {
+            continue;
+        }
+        hasServing = true;
+        if (!unweighed && !(food.GetServingWeight(serving) > 0)) {
+            unweighed = serving;
+        }
+    }
+    if (!hasServing) {
+        return u"Please enter at least one serving."_s;
+    }
+    if (mode == EServingMode::Weighed && unweighed) {
+        return FormatText("Please enter weight in gm for serving %s"_L1,
+                          {food.GetServingName(*unweighed)});
+    }
+    if (food.GetCategoryId() < 0) {
+        return kNoCategorySelected;
+    }
+    return std::nullopt;
+}

@@ -1,0 +1,168 @@
+#include "catalogue/pick/AddFoodDialog.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QTabBar>
+#include <QTimeEdit>
+
+#include "catalogue/items/CatalogueTexts.h"
+#include "controls/Grid.h"
+#include "controls/PickField.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kPreferredWidth = 460;
+constexpr int kPreferredHeight = 560;
+constexpr int kLeastValueRows = 4;
+constexpr int kServingLength = 64;
+constexpr int kServingCharacters = 4;
+constexpr int kAmountCharacters = 7;
+constexpr int kValueCharacters = 11;
+
+/// Tab texts by item kind.
+constexpr const char* kKindNames[] = {"Food", "Menu", "Recipe"};
+
+}  // namespace
+
+CAddFoodDialog::CAddFoodDialog(CAddFoodForm& form, QWidget* parent)
+    : CPickDialog(u"Add Food"_s, form,
+                  {kFoodsTexts.findPrompt, CFindDialog::EFields::NameAndType, kFoodsTexts.findTip,
+                   kFoodsTexts.findNextTip},
+                  parent),
+      m_form(form) {
+    SetPreferredSize(kPreferredWidth, kPreferredHeight);
+    AddKindTabs();
+    AddFields();
+    AddValues();
+    AddPickList();
+    CAddFoodDialog::ShowForm();
+    FieldOf(EPicker::Category)->setFocus();
+}
+
+// A field that loses the focus ends its editing, which has to happen while there is a dialog left.
+CAddFoodDialog::~CAddFoodDialog() {
+    hide();
+}
+
+bool CAddFoodDialog::Confirm() {
+    ReadFields();
+    const bool confirmed = m_form.Confirm();
+    ShowForm();
+    return confirmed;
+}
+
+void CAddFoodDialog::AddKindTabs() {
+    m_kinds = new QTabBar(this);
+    m_kinds->setObjectName(u"kinds"_s);
+    m_kinds->setAccessibleName(u"Kind"_s);
+    m_kinds->setDrawBase(false);
+    for (const EItemKind kind : m_form.Kinds()) {
+        const int tab = m_kinds->addTab(QLatin1StringView(kKindNames[static_cast<int>(kind)]));
+        if (kind == m_form.GetKind()) {
+            m_kinds->setCurrentIndex(tab);
+        }
+    }
+    connect(m_kinds, &QTabBar::currentChanged, this, [this](int tab) {
+        m_form.SetTime(TimeField()->time());
+        m_form.SetKind(m_form.Kinds()[tab]);
+        ShowForm();
+    });
+    Content()->addWidget(m_kinds);
+}
+
+void CAddFoodDialog::AddFields() {
+    QFormLayout* form = AddForm();
+    AddPickFields(form);
+    QWidget* serving = AddServingRow();
+    AddRow(form, u"Serving:"_s, serving, m_serving);
+    AddTimeRow(form, m_form.HasTime() ? u"Time:"_s : QString());
+    TimeField()->setVisible(m_form.HasTime());
+}
+
+QWidget* CAddFoodDialog::AddServingRow() {
+    auto* row = new QWidget(this);
+    m_serving = CreateListField(u"Serving"_s, kServingCharacters, kServingLength, row);
+    connect(m_serving, &QComboBox::activated, this, [this](int index) {
+        ReadFields();
+        m_form.SelectServing(index);
+        ShowForm();
+    });
+
+    m_amount = new QLineEdit(row);
+    m_amount->setObjectName(u"amount"_s);
+    m_amount->setAccessibleName(u"Amount"_s);
+    m_amount->setMaximumWidth(m_amount->fontMetrics().averageCharWidth() * kAmountCharacters +
+                              m_amount->fontMetrics().height());
+    for (QLineEdit* edit : {m_serving->lineEdit(), m_amount}) {
+        connect(edit, &QLineEdit::editingFinished, this, [this] {
+            ReadFields();
+            ShowForm();
+        });
+    }
+
+    QHBoxLayout* layout = RowLayout(row);
+    layout->addWidget(m_serving, 1);
+    layout->addWidget(new QLabel(u"X"_s, row));
+    layout->addWidget(m_amount);
+    return row;
+}
+
+void CAddFoodDialog::AddValues() {
+    m_values = new CGrid(EGridKind::Values, {u"Nutrient (unit)"_s, u"Value"_s}, u"Nutrients"_s);
+    m_values->setObjectName(u"values"_s);
+    m_values->setMinimumHeight(m_values->fontMetrics().height() * 2 * kLeastValueRows);
+    m_values->setColumnWidth(1, m_values->fontMetrics().averageCharWidth() * kValueCharacters);
+    m_values->SetRowCount(m_form.RowCount());
+    for (int row = 0; row < m_form.RowCount(); ++row) {
+        m_values->SetCellText(row, 0, m_form.RowTitle(row));
+    }
+    connect(m_values, &CGrid::LabelEditEnded, this,
+            [this](int row, int column, const std::optional<QString>& text) {
+                if (text) {
+                    m_form.SetRowText(row, *text);
+                }
+                m_values->SetCellText(row, column, m_form.RowText(row));
+            });
+    Content()->addWidget(m_values, 1);
+}
+
+void CAddFoodDialog::ReadFields() {
+    CPickDialog::ReadFields();
+    m_form.SetServingText(m_serving->currentText());
+    m_form.SetAmountText(m_amount->text());
+}
+
+void CAddFoodDialog::ShowForm() {
+    CPickDialog::ShowForm();
+    {
+        const QSignalBlocker quiet(m_serving);
+        const QStringList servings = m_form.Servings();
+        const QString text = m_form.ServingText();
+        m_serving->clear();
+        m_serving->addItems(servings);
+        m_serving->setCurrentIndex(static_cast<int>(servings.indexOf(text)));
+        m_serving->setEditText(text);
+    }
+    if (m_amount->text() != m_form.AmountText()) {
+        m_amount->setText(m_form.AmountText());
+    }
+    SetFindVisible(m_form.MayFind());
+    for (int row = 0; row < m_form.RowCount(); ++row) {
+        m_values->SetCellText(row, 1, m_form.RowText(row));
+    }
+}
+
+void CAddFoodDialog::GoOn(EPicker next) {
+    if (next == EPicker::None) {
+        m_serving->setFocus();
+        return;
+    }
+    FieldOf(next)->setFocus();
+    OpenPicker(next);
+}

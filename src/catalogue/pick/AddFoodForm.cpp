@@ -1,0 +1,320 @@
+#include "catalogue/pick/AddFoodForm.h"
+
+#include <algorithm>
+
+#include "catalogue/items/CatalogueChoices.h"
+#include "catalogue/items/CatalogueTexts.h"
+#include "platform/Messages.h"
+#include "platform/NumberText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint32 kNoCategory = -1;
+constexpr double kLeastAmount = 0.001;
+constexpr double kLeastWeightGrams = 0.0001;
+constexpr auto kDefaultServing = "1 serving"_L1;
+
+struct CKindRow {
+    EAllowedKinds bit;
+    EItemKind kind;
+};
+constexpr CKindRow kKinds[] = {
+    {kAllowFood, EItemKind::Food},
+    {kAllowMenu, EItemKind::Menu},
+    {kAllowRecipe, EItemKind::Recipe},
+};
+
+int BitOf(EItemKind kind) {
+    const auto* row = std::ranges::find(kKinds, kind, &CKindRow::kind);
+    return row == std::end(kKinds) ? 0 : row->bit;
+}
+
+}  // namespace
+
+CAddFoodRequest CAddFoodRequest::ForNewEntry(QTime time) {
+    CAddFoodRequest request;
+    request.food.time = time;
+    request.food.item.SetCategoryId(kNoCategory);
+    request.food.item.SetServingName(0, kDefaultServing);
+    return request;
+}
+
+CAddFoodRequest CAddFoodRequest::ForEntry(CDatabase& database, const CDietEntry& entry) {
+    CAddFoodRequest request;
+    request.allowedKinds = BitOf(entry.GetKind());
+    request.food = {entry.GetKind(), TimeOf(entry.GetMoment()), entry.GetAmount(),
+                    ItemFromEntry(database, entry)};
+    request.valuesAreTotals = true;
+    return request;
+}
+
+CAddFoodRequest CAddFoodRequest::ForNewComponent() {
+    CAddFoodRequest request = ForNewEntry({});
+    request.allowedKinds = kAllowFood | kAllowRecipe;
+    request.hasTime = false;
+    return request;
+}
+
+CAddFoodRequest CAddFoodRequest::ForComponent(CDatabase& database, const CComposedItem& component) {
+    CAddFoodRequest request;
+    request.allowedKinds = BitOf(component.GetItemKind());
+    request.hasTime = false;
+    request.valuesAreTotals = true;
+    CFoodItem item;
+    item.SetCategoryId(CategoryOfComponent(database, component));
+    item.SetName(component.GetName());
+    item.SetType(component.GetType());
+    item.SetNutrientValues(component.GetNutrientValues());
+    item.SetServingName(0, component.GetServingName());
+    item.SetServingWeight(0, component.GetServingX());
+    request.food = {component.GetItemKind(), {}, component.GetServingX(), item};
+    return request;
+}
+
+CAddFoodForm::CAddFoodForm(CVelmoraDoc& doc, const CAddFoodRequest& request)
+    : CPickForm(doc),
+      m_allowedKinds(request.allowedKinds),
+      m_refuseDuplicates(request.refuseDuplicates),
+      m_hasTime(request.hasTime),
+      m_food(request.food),
+      m_nutrients(doc.Preferences().DisplayedNutrients()),
+      m_valuesAreTotals(request.valuesAreTotals),
+      m_totalsAmount(request.food.amount > kLeastAmount ? request.food.amount : 1.0) {
+    TakeItem(request.food.item);
+    SetTime(request.food.time);
+    if (m_food.amount <= kLeastAmount) {
+        m_food.amount = 1.0;
+    }
+    m_amountText = doc.Preferences().FormatNumber(m_food.amount);
+}
+
+std::vector<EItemKind> CAddFoodForm::Kinds() const {
+    std::vector<EItemKind> kinds;
+    for (const CKindRow& row : kKinds) {
+        if ((m_allowedKinds & row.bit) != 0) {
+            kinds.push_back(row.kind);
+        }
+    }
+    if (kinds.empty()) {
+        kinds.push_back(EItemKind::Food);
+    }
+    return kinds;
+}
+
+void CAddFoodForm::SetKind(EItemKind kind) {
+    if (kind == m_food.kind) {
+        return;
+    }
+    m_food.kind = kind;
+    m_food.item.SetCategoryId(kNoCategory);
+    ClearItem({});
+}
+
+EPicker CAddFoodForm::Pick(EPicker picker, const QString& row) {
+    CDatabase& database = Doc().Database();
+    switch (picker) {
+        case EPicker::Category:
+            m_food.item.SetCategoryId(database.CategoryIdOf(Catalogue(), row));
+            ClearItem({});
+            return EPicker::Name;
+        case EPicker::Name:
+            ClearItem(row);
+            if (m_food.kind == EItemKind::Food) {
+                return EPicker::Type;
+            }
+            LoadOfType({});
+            return EPicker::None;
+        case EPicker::Type:
+            if (LoadOfType(row)) {
+                m_amountText = ShownNumber(1.0, 2);
+                Recompute(1.0);
+            }
+            return EPicker::None;
+        case EPicker::None:
+            break;
+    }
+    return EPicker::None;
+}
+
+QStringList CAddFoodForm::Servings() const {
+    QStringList names;
+    for (const CServing& serving : m_servings) {
+        names.append(serving.name);
+    }
+    return names;
+}
+
+void CAddFoodForm::SelectServing(int index) {
+    if (index == m_selectedServing || index < 0 || index >= static_cast<int>(m_servings.size())) {
+        return;
+    }
+    m_selectedServing = index;
+    m_servingText = m_servings[index].name;
+    Recompute(m_food.amount);
+}
+
+void CAddFoodForm::SetServingText(const QString& text) {
+    if (text == m_servingText) {
+        return;
+    }
+    const auto named = std::ranges::find(m_servings, text, &CServing::name);
+    m_servingText = text;
+    m_selectedServing =
+        named == m_servings.end() ? -1 : static_cast<int>(named - m_servings.begin());
+    Recompute(m_food.amount);
+}
+
+void CAddFoodForm::SetAmountText(const QString& text) {
+    if (text == m_amountText) {
+        return;
+    }
+    const double typed = TypedNumber(text).value_or(0);
+    const double amount = typed > kLeastAmount ? typed : 1.0;
+    m_amountText = typed > kLeastAmount ? text : Doc().Preferences().FormatNumber(amount);
+    Recompute(amount);
+}
+
+QString CAddFoodForm::RowTitle(int row) {
+    return Doc().NutrientNames().value(m_nutrients[row]);
+}
+
+QString CAddFoodForm::RowText(int row) const {
+    const int nutrient = m_nutrients[row];
+    const auto& typed = m_typed[nutrient];
+    return typed ? typed->text : Doc().Preferences().FormatNutrient(nutrient, Computed(nutrient));
+}
+
+void CAddFoodForm::SetRowText(int row, const QString& text) {
+    if (text == RowText(row)) {
+        return;
+    }
+    const int nutrient = m_nutrients[row];
+    m_typed[nutrient] = {text, Doc().Preferences().ReadNutrient(nutrient, text)};
+}
+
+bool CAddFoodForm::Confirm() {
+    const QString name = NameText().trimmed();
+    const QString type = TypeText().trimmed();
+    if (name.isEmpty()) {
+        ShowInformation(u"Please enter food name"_s);
+        return false;
+    }
+    if (m_refuseDuplicates && !CheckDuplicate(name, type)) {
+        return false;
+    }
+    const QString serving = m_servingText.trimmed();
+    if (serving.isEmpty()) {
+        ShowInformation(u"Please enter serving name."_s);
+        return false;
+    }
+    m_result = m_food;
+    m_result.time = GetTime();
+    m_result.item.SetName(name);
+    m_result.item.SetType(type);
+    m_result.item.ClearServings();
+    m_result.item.SetServingName(0, serving);
+    m_result.item.SetServingWeight(0, m_food.amount);
+    for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
+        m_result.item.SetNutrientValue(nutrient, Value(nutrient));
+    }
+    return true;
+}
+
+/// Keeps kind and category.
+void CAddFoodForm::ClearItem(const QString& name) {
+    CFoodItem item;
+    item.SetCategoryId(m_food.item.GetCategoryId());
+    item.SetName(name);
+    TakeItem(item);
+    m_servingText = kDefaultServing;
+    m_valuesAreTotals = false;
+    m_food.cataloguePosition = -1;
+    m_amountText = ShownNumber(1.0, 2);
+    Recompute(1.0);
+}
+
+/// Leaves the amount as it is.
+bool CAddFoodForm::Load(int position) {
+    CFoodItem food;
+    if (!ReadAsFood(Doc().Database(), Catalogue(), position, food)) {
+        ShowInformation(QString::fromLatin1(kFoodsTexts.cannotLoad));
+        return false;
+    }
+    TakeItem(food);
+    m_valuesAreTotals = false;
+    m_food.cataloguePosition = position;
+    return true;
+}
+
+/// Shows an item with its named servings, the first one selected.
+void CAddFoodForm::TakeItem(const CFoodItem& item) {
+    m_food.item = item;
+    SetNameText(item.GetName());
+    SetTypeText(item.GetType());
+    m_servings.clear();
+    for (int index = 0; index < kServingCount; ++index) {
+        const QString name = item.GetServingName(index);
+        if (!name.isEmpty()) {
+            m_servings.push_back({name, item.GetServingWeight(index)});
+        }
+    }
+    m_selectedServing = m_servings.empty() ? -1 : 0;
+    m_servingText = m_servings.empty() ? QString() : m_servings.front().name;
+    m_typed = {};
+}
+
+/// Typed values give way to those of a picked item; where the item's values are totals, or there
+/// is no item behind them, they follow the amount like any total.
+void CAddFoodForm::Recompute(double amount) {
+    const double ratio = amount / m_food.amount;
+    m_food.amount = amount;
+    if (m_food.cataloguePosition >= 0 && !m_valuesAreTotals) {
+        m_typed = {};
+        return;
+    }
+    if (ratio == 1.0) {
+        return;
+    }
+    for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
+        if (auto& typed = m_typed[nutrient]) {
+            typed->value *= ratio;
+            typed->text = Doc().Preferences().FormatNutrient(nutrient, typed->value);
+        }
+    }
+}
+
+double CAddFoodForm::Computed(int nutrient) const {
+    const double value = m_food.item.GetNutrientValue(nutrient);
+    const double amount = m_food.amount;
+    if (m_valuesAreTotals) {
+        // The amount that the totals were made for gives them back to the last bit.
+        return amount == m_totalsAmount ? value : value / m_totalsAmount * amount;
+    }
+    const double weightGrams =
+        m_selectedServing < 0 ? 0 : m_servings[m_selectedServing].weightGrams;
+    if (m_food.kind == EItemKind::Food && weightGrams > kLeastWeightGrams) {
+        return value * amount * weightGrams * 0.01;  // foods are stored per 100 g
+    }
+    return value * amount;
+}
+
+double CAddFoodForm::Value(int nutrient) const {
+    const auto& typed = m_typed[nutrient];
+    return typed ? typed->value : Computed(nutrient);
+}
+
+bool CAddFoodForm::CheckDuplicate(const QString& name, const QString& type) {
+    const qint32 category = m_food.item.GetCategoryId();
+    if (Doc().Database().FindItem(Catalogue(), category, name, type) < 0) {
+        return true;
+    }
+    // Recipes share the wording of menus.
+    ShowInformation(
+        m_food.kind == EItemKind::Food
+            ? FormatText("Food '%s, %s' already exists in category '%s'."_L1,
+                         {name, type, CategoryText()})
+            : FormatText("Menu '%s' already exists in category '%s'."_L1, {name, CategoryText()}));
+    return false;
+}

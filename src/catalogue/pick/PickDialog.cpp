@@ -1,0 +1,175 @@
+#include "catalogue/pick/PickDialog.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTimeEdit>
+
+#include "controls/PickField.h"
+#include "controls/PickList.h"
+#include "profile/DateEdit.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kNarrowSpacing = 4;
+constexpr int kButtonMargin = 10;
+/// What an entry keeps of a name or type.
+constexpr int kNameLength = 64;
+}  // namespace
+
+CPickDialog::CPickDialog(const QString& title, CPickForm& form, const CFindTexts& texts,
+                         QWidget* parent)
+    : CDialog(title, parent), m_form(form), m_texts(texts) {}
+
+bool CPickDialog::CloseOverlay() {
+    const bool wasOpen = m_pickList->IsOpen();
+    m_pickList->Close();
+    return wasOpen;
+}
+
+void CPickDialog::AddPickFields(QFormLayout* form) {
+    m_category = AddPickField(form, EPicker::Category, u"Category"_s);
+    m_name = AddPickField(form, EPicker::Name, u"Name"_s);
+    m_type = AddPickField(form, EPicker::Type, u"Type"_s);
+}
+
+CPickField* CPickDialog::AddPickField(QFormLayout* form, EPicker picker, const QString& name) {
+    const bool isEditable = picker != EPicker::Category;
+    auto* field = new CPickField(isEditable, name, this);
+    field->setObjectName(name.toLower());
+    if (isEditable) {
+        field->SetMaxLength(kNameLength);
+    }
+    connect(field, &CPickField::PickRequested, this, [this, picker] { OpenPicker(picker); });
+    form->addRow(name + u':', field);
+    return field;
+}
+
+void CPickDialog::AddTimeRow(QFormLayout* form, const QString& label) {
+    auto* row = new QWidget(this);
+    m_time = CreateTimeField(row);
+    QHBoxLayout* layout = RowLayout(row);
+    layout->addWidget(m_time);
+    layout->addStretch(1);
+
+    const auto addButton = [&](const QString& text, const char* tip, auto slot) {
+        auto* button = new QPushButton(text, row);
+        button->setObjectName(QLatin1StringView(tip));
+        button->setAccessibleName(button->objectName());
+        button->setToolTip(button->objectName());
+        button->setAutoDefault(false);
+        // Narrow screens have no room for the platform's usual button width.
+        const QSize size = button->fontMetrics().size(Qt::TextShowMnemonic, text);
+        button->setFixedWidth(size.width() + kButtonMargin);
+        connect(button, &QPushButton::clicked, this, slot);
+        layout->addWidget(button);
+        m_findButtons.push_back(button);
+    };
+    addButton(u"&Find..."_s, m_texts.find, &CPickDialog::Find);
+    addButton(u"Find &next"_s, m_texts.findNext, &CPickDialog::FindNext);
+    AddRow(form, label, row, m_time);
+}
+
+void CPickDialog::AddPickList() {
+    m_pickList = new CPickList(OverlayParent());
+    connect(m_pickList, &CPickList::Picked, this, [this](const QString& row) {
+        const EPicker next = m_form.Pick(m_picker, row);
+        ShowForm();
+        GoOn(next);
+    });
+}
+
+void CPickDialog::AddRow(QFormLayout* form, const QString& label, QWidget* row, QWidget* buddy) {
+    auto* text = new QLabel(label);
+    text->setBuddy(buddy);
+    form->addRow(text, row);
+}
+
+QHBoxLayout* CPickDialog::RowLayout(QWidget* row) {
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(kNarrowSpacing);
+    return layout;
+}
+
+QComboBox* CPickDialog::CreateListField(const QString& name, int characters, int length,
+                                        QWidget* row) {
+    auto* field = new QComboBox(row);
+    field->setObjectName(name.toLower());
+    field->setAccessibleName(name);
+    field->setEditable(true);
+    field->setInsertPolicy(QComboBox::NoInsert);
+    field->setCompleter(nullptr);
+    field->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    field->setMinimumContentsLength(characters);
+    field->lineEdit()->setMaxLength(length);
+    return field;
+}
+
+void CPickDialog::ReadFields() {
+    m_form.SetNameText(m_name->GetText());
+    m_form.SetTypeText(m_type->GetText());
+    m_form.SetTime(m_time->time());
+}
+
+void CPickDialog::ShowForm() {
+    m_category->SetText(m_form.CategoryText());
+    m_name->SetText(m_form.NameText());
+    m_type->SetText(m_form.TypeText());
+    m_time->setTime(m_form.GetTime());
+}
+
+void CPickDialog::OpenPicker(EPicker picker) {
+    ReadFields();
+    const CPickChoices choices = m_form.Choices(picker);
+    if (choices.rows.isEmpty()) {
+        return;
+    }
+    m_picker = picker;
+    CPickField* field = FieldOf(picker);
+    m_pickList->Open(field, {PickerHeader(picker), choices.rows, choices.note}, field->GetText());
+}
+
+CPickField* CPickDialog::FieldOf(EPicker picker) const {
+    switch (picker) {
+        case EPicker::Name:
+            return m_name;
+        case EPicker::Type:
+            return m_type;
+        default:
+            return m_category;
+    }
+}
+
+void CPickDialog::SetFindVisible(bool isVisible) {
+    for (QWidget* button : m_findButtons) {
+        button->setVisible(isVisible);
+    }
+}
+
+void CPickDialog::Find() {
+    CFindDialog dialog(QString::fromLatin1(m_texts.prompt), m_form.FindState(), m_texts.fields,
+                       this);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    ReadFields();
+    if (m_form.Find(dialog.GetName(), dialog.GetTypes())) {
+        ShowForm();
+    }
+}
+
+void CPickDialog::FindNext() {
+    if (!m_form.HasFindTexts()) {
+        Find();
+        return;
+    }
+    ReadFields();
+    if (m_form.FindNext()) {
+        ShowForm();
+    }
+}

@@ -1,0 +1,64 @@
+// What the dialogs decide alike that pick an item of the catalogue: what can be picked, and what
+// finding brings.
+#pragma once
+
+#include <QStringList>
+#include <QTime>
+
+#include "app/VelmoraDoc.h"
+#include "catalogue/items/CatalogueChoices.h"
+
+/// An item by category, name and type, and the time of its entry. Texts go in and out as the user
+/// sees them. The document outlives it.
+class CPickForm {
+  public:
+    virtual ~CPickForm() = default;
+    CPickForm(const CPickForm&) = delete;
+    CPickForm& operator=(const CPickForm&) = delete;
+
+    /// What the picker lists; no rows after the message that says why there is nothing to pick.
+    CPickChoices Choices(EPicker picker, int capacity = kCatalogueListCapacity);
+    /// Takes the chosen row and clears what depends on it; the last picker loads the item. Returns
+    /// the picker to go on with.
+    virtual EPicker Pick(EPicker picker, const QString& row) = 0;
+
+    /// The document's last find in the catalogue.
+    [[nodiscard]] CFindState& FindState() const { return m_doc.FindState(Catalogue()); }
+    /// False when there is nothing to find again.
+    [[nodiscard]] virtual bool HasFindTexts() const { return FindState().HasTexts(); }
+    /// Both load the next match into the form and return true; false after the message that there
+    /// is none or that it cannot be loaded, with the form as it was. Find starts at the first item.
+    bool Find(const QString& name, const QStringList& types);
+    bool FindNext();
+
+    [[nodiscard]] QString CategoryText() const;
+    [[nodiscard]] QString NameText() const { return m_name; }
+    void SetNameText(const QString& text) { m_name = text; }
+    [[nodiscard]] QString TypeText() const { return m_type; }
+    void SetTypeText(const QString& text) { m_type = text; }
+
+    [[nodiscard]] QTime GetTime() const { return m_time; }
+    void SetTime(QTime time) { m_time = time; }
+
+  protected:
+    explicit CPickForm(CVelmoraDoc& doc) : m_doc(doc) {}
+
+    [[nodiscard]] virtual ECatalogueKind Catalogue() const = 0;
+    /// -1 when none is selected.
+    [[nodiscard]] virtual qint32 CategoryId() const = 0;
+    /// Takes the item at that position; false after the message when it cannot be read.
+    virtual bool Load(int position) = 0;
+
+    /// The item of the category and name, and of a type where there is one.
+    bool LoadOfType(const QString& type);
+    [[nodiscard]] CVelmoraDoc& Doc() const { return m_doc; }
+    static void ShowInformation(const QString& text);
+
+  private:
+    bool LoadFound(int position);
+
+    CVelmoraDoc& m_doc;
+    QString m_name;
+    QString m_type;
+    QTime m_time;
+};

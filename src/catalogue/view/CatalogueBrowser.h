@@ -1,0 +1,103 @@
+// The two panes of a catalogue view: categories with their item names in a tree, and the items of
+// what is selected there in a list.
+#pragma once
+
+#include <QSplitter>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "app/VelmoraDoc.h"
+#include "catalogue/items/CatalogueRules.h"
+
+class CCategoryTreeModel;
+class CListPane;
+class CReportList;
+class QTreeView;
+
+/// Both panes are read anew after every change; what is open and where the tree is scrolled to
+/// outlive that. Document and rules outlive the browser.
+class CCatalogueBrowser : public QSplitter {
+    Q_OBJECT
+  public:
+    CCatalogueBrowser(CVelmoraDoc& doc, CCatalogueRules& rules, const CCatalogueTexts& texts);
+
+    /// A column after name and type. Its cells are asked for when the list is filled.
+    struct CAddedCell {
+        QString text;
+        double sortKey;
+    };
+    struct CAddedColumn {
+        QString title;
+        QString widest;  ///< a text that it has room for
+        std::function<CAddedCell(const CCategoryListEntry&)> cell;
+    };
+    void AddColumn(CAddedColumn column);
+    /// From the next reading on.
+    void SetNamesInTree(bool namesInTree) { m_namesInTree = namesInTree; }
+    /// The tree's share of the room, kept in the document.
+    void SetSplitterPerMille(int perMille);
+
+    /// Reads anew and selects what was selected.
+    void Reload();
+    /// Reads anew and selects a category, or an item name in it. The category stands in for a name
+    /// that is not there, the first category for a category.
+    void Reload(qint32 categoryId, const QString& name = QString());
+    /// Reads anew and selects the category in that row, or the last.
+    void ReloadAt(int categoryRow);
+    /// Selects an item with its category; a negative position selects nothing.
+    void SelectItem(int position);
+    /// The item stored at a position; false when it cannot be read.
+    bool ReadEntry(int position, CCategoryListEntry& entry);
+    /// Opens the tree's current label for editing.
+    void EditLabel();
+
+    [[nodiscard]] bool HasCategories() const;
+    /// Of the tree's current row or of the one above it; -1 for none.
+    [[nodiscard]] qint32 CategoryId() const;
+    /// Empty when the tree's current row is no item name.
+    [[nodiscard]] QString ItemName() const;
+    /// The tree's current row when that is a category; -1 otherwise.
+    [[nodiscard]] int CategoryRow() const;
+    [[nodiscard]] const CCatalogueRules::Entries& Listed() const { return m_entries; }
+    /// The items selected in the list.
+    [[nodiscard]] CCatalogueRules::Entries Selected() const;
+
+    [[nodiscard]] QTreeView* Tree() const { return m_tree; }
+    [[nodiscard]] CReportList* List() const { return m_list; }
+
+  signals:
+    void TreeRead();
+    void TreeSelectionChanged();
+    /// The user ended the edit of a label: of a category where `name` is empty, else of that item
+    /// name. The tree still shows the old one.
+    void LabelTyped(qint32 categoryId, const QString& name, const QString& typed);
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void MakeTree();
+    void MakeList();
+    void SetColumns();
+    void FillTree();
+    void FillList();
+    void ShowEntries();
+    void ShowNote();
+    void SelectInTree(const QModelIndex& index);
+    [[nodiscard]] bool IsShown(const CCategoryListEntry& entry) const;
+    int& SplitterPerMille();
+
+    CVelmoraDoc& m_doc;
+    CCatalogueRules& m_rules;
+    ECatalogueKind m_kind;
+    QTreeView* m_tree;
+    CCategoryTreeModel* m_model;
+    CReportList* m_list;
+    CListPane* m_listPane;
+    CCatalogueRules::Entries m_entries;  ///< by row of the list
+    CLeftOut m_leftOut;
+    std::optional<CAddedColumn> m_added;
+    std::vector<CAddedCell> m_addedCells;  ///< by row
+    bool m_namesInTree;
+};

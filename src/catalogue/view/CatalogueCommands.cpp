@@ -1,0 +1,196 @@
+// The commands of the catalogue view.
+#include "catalogue/pick/FindDialog.h"
+#include "catalogue/pick/FindItems.h"
+#include "catalogue/view/CatalogueView.h"
+#include "catalogue/view/CategoryPickDialog.h"
+#include "catalogue/view/OptionsDialogs.h"
+#include "controls/ReportList.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+void CCatalogueView::Import() {
+    const std::optional<EExisting> existing =
+        AskImportOptions(m_texts.kind, EExisting::Overwrite, this);
+    if (existing) {
+        RunImport([&] { (void)ImportCatalogue(Database(), m_texts.kind, *existing); });
+    }
+}
+
+void CCatalogueView::RunImport(const std::function<void()>& run) {
+    const qint32 categoryId = m_browser->CategoryId();
+    const QString category = Database().CategoryNameOf(m_texts.kind, categoryId);
+    const QString name = m_browser->ItemName();
+    const CCatalogueRules::Entries selected = m_browser->Selected();
+    run();
+    m_browser->Reload(Database().CategoryIdOf(m_texts.kind, category), name);
+    if (!selected.empty()) {
+        const CCategoryListEntry& item = selected.front();
+        m_browser->SelectItem(
+            Database().FindItem(m_texts.kind, item.categoryId, item.name, item.type));
+    }
+}
+
+void CCatalogueView::Export() {
+    const std::optional<EExportChoice> choice =
+        AskExportOptions(m_texts.kind, EExportChoice::All, this);
+    if (!choice) {
+        return;
+    }
+    CExportRequest request{*choice, m_browser->CategoryId(), {}};
+    CCatalogueRules::Entries entries = m_browser->Selected();
+    // The current category of exercises is what the list shows of it.
+    if (m_texts.kind == ECatalogueKind::Exercises && *choice == EExportChoice::CurrentCategory) {
+        request.choice = EExportChoice::Selected;
+        entries = m_browser->Listed();
+    }
+    for (const CCategoryListEntry& entry : entries) {
+        request.positions.push_back(entry.position);
+    }
+    (void)ExportCatalogue(Database(), m_texts.kind, request);
+}
+
+void CCatalogueView::NewCategory() {
+    const qint32 categoryId = m_rules.AddCategory(Text(m_texts.newCategoryName));
+    if (categoryId < 0) {
+        return;
+    }
+    m_browser->Reload(categoryId);
+    m_browser->EditLabel();
+}
+
+void CCatalogueView::RenameCategory() {
+    if (m_browser->CategoryRow() >= 0) {
+        m_browser->EditLabel();
+    } else if (!m_browser->HasCategories()) {
+        ShowMessage(kNoCategorySelected);
+    } else {
+        ShowMessage(u"Please select category to rename."_s);
+    }
+}
+
+void CCatalogueView::RenameItems() {
+    if (!m_browser->ItemName().isEmpty()) {
+        m_browser->EditLabel();
+    } else if (!m_browser->HasCategories()) {
+        ShowMessage(Text(m_texts.noNames));
+    } else {
+        ShowMessage(Text(m_texts.noNameSelected));
+    }
+}
+
+void CCatalogueView::EndLabelEdit(qint32 categoryId, const QString& name, const QString& typed) {
+    QString renamed;
+    if (name.isEmpty()) {
+        (void)m_rules.RenameCategory(categoryId, typed);
+    } else {
+        renamed = m_rules.RenameItems(categoryId, name, typed);
+    }
+    // Also after a failure, which may have come half way.
+    m_browser->Reload(categoryId, renamed.isEmpty() ? name : renamed);
+}
+
+void CCatalogueView::DeleteCategory() {
+    const int row = m_browser->CategoryRow();
+    const qint32 categoryId = row < 0 ? -1 : m_browser->CategoryId();
+    const CPositionRange range =
+        Database().Items(m_texts.kind).RangeOf(categoryId).value_or(CPositionRange{});
+    if (m_rules.DeleteCategory(categoryId)) {
+        CFindState& find = m_doc.FindState(m_texts.kind);
+        NoteDeleted(find, std::clamp(find.next - range.first, 0, range.count));
+    }
+    // The one that takes its place, or the last. A category may have lost its items and stayed.
+    if (row >= 0) {
+        m_browser->ReloadAt(row);
+    }
+}
+
+void CCatalogueView::NewItem() {
+    const qint32 categoryId = m_browser->CategoryId();
+    if (m_rules.MayAddItem(categoryId) && EditItem(-1, categoryId) == EEdited::Failed) {
+        ShowMessage(Text(m_texts.cannotAdd));
+    }
+}
+
+void CCatalogueView::EditSelected() {
+    const CCatalogueRules::Entries selected = m_browser->Selected();
+    if (m_rules.MayEdit(selected) &&
+        EditItem(selected.front().position, selected.front().categoryId) == EEdited::Failed) {
+        ShowMessage(Text(m_texts.cannotUpdate));
+    }
+}
+
+void CCatalogueView::DeleteSelected() {
+    const CCatalogueRules::Entries selected = m_browser->Selected();
+    const int focused = std::max(0, m_browser->List()->CurrentPlace());
+    const int deleted = m_rules.Delete(selected);
+    if (deleted == 0) {
+        return;
+    }
+    // "Find next" goes on behind the same item, also when it is among those that went.
+    CFindState& find = m_doc.FindState(m_texts.kind);
+    if (deleted == static_cast<int>(selected.size())) {
+        const auto inFront = std::ranges::count_if(
+            selected, [&](const auto& entry) { return entry.position < find.next; });
+        NoteDeleted(find, static_cast<int>(inFront));
+    }
+    m_browser->Reload();
+    m_browser->List()->SelectPlace(focused);
+}
+
+void CCatalogueView::MoveSelected() {
+    const CCatalogueRules::Entries selected = m_browser->Selected();
+    const std::vector<CCategoryEntry> targets = m_rules.MoveTargets(selected);
+    if (targets.empty()) {
+        return;
+    }
+    CCategoryPickDialog dialog(Text(m_texts.movePickerTitle), targets, this);
+    if (dialog.exec() == QDialog::Accepted && m_rules.Move(selected, dialog.GetCategory()) > 0) {
+        m_browser->Reload();
+    }
+}
+
+void CCatalogueView::DuplicateSelected() {
+    const int position = m_rules.Duplicate(m_browser->Selected());
+    if (position >= 0) {
+        ShowStored(position);
+    }
+}
+
+void CCatalogueView::Find() {
+    const auto fields = CatalogueLayoutOf(m_texts.kind).namesType
+                            ? CFindDialog::EFields::NameAndType
+                            : CFindDialog::EFields::Name;
+    CFindState& state = m_doc.FindState(m_texts.kind);
+    CFindDialog dialog(Text(m_texts.findPrompt), state, fields, this);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    // Texts that cannot be stored are good for this run of the program.
+    (void)m_doc.KeepFindTexts(m_texts.kind, dialog.GetName(), dialog.GetTypes());
+    ShowFound(FindFirst(Database(), m_texts.kind, state));
+}
+
+void CCatalogueView::FindAgain() {
+    CFindState& state = m_doc.FindState(m_texts.kind);
+    if (!state.HasTexts()) {
+        Find();
+    } else {
+        ShowFound(FindNext(Database(), m_texts.kind, state));
+    }
+}
+
+void CCatalogueView::ShowFound(int position) {
+    if (position < 0) {
+        ShowMessage(Text(m_texts.notFound));
+        return;
+    }
+    CCategoryListEntry entry{};
+    if (!m_browser->ReadEntry(position, entry)) {
+        ShowMessage(Text(m_texts.cannotLoad));
+        return;
+    }
+    m_browser->SelectItem(position);
+    m_browser->List()->setFocus();
+}

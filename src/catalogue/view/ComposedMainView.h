@@ -1,0 +1,30 @@
+// The menus window and the recipes window: the catalogue view with the dialog of their kind.
+#pragma once
+
+#include "catalogue/view/CatalogueView.h"
+
+class CComposedMainView : public CCatalogueView {
+    Q_OBJECT
+  public:
+    CComposedMainView(CVelmoraDoc& doc, const CCatalogueTexts& texts, QWidget* parent);
+
+  protected:
+    EEdited EditItem(int position, qint32 categoryId) override;
+
+  private:
+    ECatalogueKind m_kind;
+};
+
+class CMenusMainView : public CComposedMainView {
+    Q_OBJECT
+  public:
+    CMenusMainView(CVelmoraDoc& doc, QWidget* parent)
+        : CComposedMainView(doc, kMenusTexts, parent) {}
+};
+
+class CRecipesMainView : public CComposedMainView {
+    Q_OBJECT
+  public:
+    CRecipesMainView(CVelmoraDoc& doc, QWidget* parent)
+        : CComposedMainView(doc, kRecipesTexts, parent) {}
+};

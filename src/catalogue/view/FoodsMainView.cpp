@@ -1,0 +1,45 @@
+#include "catalogue/view/FoodsMainView.h"
+
+#include <QPushButton>
+#include <QTimer>
+
+#include "catalogue/exchange/StarterFoods.h"
+#include "catalogue/items/FoodEditDialog.h"
+#include "catalogue/view/FoodsPreferencesDialog.h"
+
+using namespace Qt::StringLiterals;
+
+CFoodsMainView::CFoodsMainView(CVelmoraDoc& doc, QWidget* parent)
+    : CTypedMainView(doc, kFoodsTexts, parent) {
+    if (!StarterFoodsPath().isEmpty()) {
+        QPushButton* button = AddEmptyPageButton(u"Import starter foods"_s);
+        button->setObjectName(u"importStarterFoods"_s);
+        connect(button, &QPushButton::clicked, this, [this] {
+            ImportStarterFoods(Database());
+            DataChanged();
+        });
+    }
+    DataChanged();
+}
+
+CFoodsMainView::EEdited CFoodsMainView::EditItem(int position, qint32 categoryId) {
+    CFoodItem food;
+    food.SetCategoryId(categoryId);
+    return EditWith<CFoodEditDialog>(Database().Foods(), position, food);
+}
+
+bool CFoodsMainView::AskPreferences() {
+    return CFoodsPreferencesDialog(Doc(), this).exec() == QDialog::Accepted;
+}
+
+void CFoodsMainView::showEvent(QShowEvent* event) {
+    CTypedMainView::showEvent(event);
+    if (!m_offered) {
+        m_offered = true;
+        QTimer::singleShot(0, this, [this] {
+            if (OfferStarterFoods(Database())) {
+                DataChanged();
+            }
+        });
+    }
+}

@@ -1,0 +1,122 @@
+#include "catalogue/view/FoodsPreferencesDialog.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "controls/Grid.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr auto kFoods = ECatalogueKind::Foods;
+constexpr int kMargin = 6;
+}  // namespace
+
+struct CFoodsPreferencesDialog::CFields {
+    CGrid* nutrients = nullptr;
+    QCheckBox* confirmServingChange = nullptr;
+    QCheckBox* namesInTree = nullptr;
+};
+
+CFoodsPreferencesDialog::CFoodsPreferencesDialog(CVelmoraDoc& doc, QWidget* parent)
+    : CDialog(u"Foods preferences"_s, parent), m_doc(doc), m_fields(std::make_unique<CFields>()) {
+    auto* tabs = new QTabWidget;
+    tabs->setObjectName(u"tabs"_s);
+    tabs->setDocumentMode(true);
+    tabs->setAccessibleName(u"Foods preferences"_s);
+    tabs->addTab(MakeNutrientsTab(), u"Nutrients"_s);
+    tabs->addTab(MakeDisplayTab(CCatalogueViewSettings::Load(doc.Database(), kFoods)),
+                 u"Display"_s);
+    // The options are as wide as the smallest screen.
+    Content()->setContentsMargins(0, kMargin, 0, 0);
+    Content()->addWidget(tabs);
+    SetPreferredSize(360, 460);
+}
+
+CFoodsPreferencesDialog::~CFoodsPreferencesDialog() = default;
+
+QWidget* CFoodsPreferencesDialog::MakeNutrientsTab() {
+    auto* grid = new CGrid(EGridKind::Checks, {u"Nutrient (unit)"_s},
+                           u"Select nutrients to use and edit names:"_s);
+    grid->setObjectName(u"nutrients"_s);
+    grid->setMinimumWidth(1);  // It scrolls where the column does not fit.
+    const QStringList& names = m_doc.NutrientNames();
+    grid->SetRowCount(kNutrientCount);
+    for (int index = 0; index < kNutrientCount; ++index) {
+        grid->SetCellText(index, 0, names[index]);
+        grid->SetChecked(index, m_doc.Preferences().displayed.test(static_cast<size_t>(index)));
+    }
+    connect(grid, &CGrid::LabelEditEnded, this,
+            [grid](int row, int column, const std::optional<QString>& text) {
+                // A nutrient without a name could not be told from the others.
+                if (row >= kFirstUserNutrient && text && !text->trimmed().isEmpty()) {
+                    grid->SetCellText(row, column, text->trimmed());
+                }
+            });
+    m_fields->nutrients = grid;
+
+    auto* tab = new QWidget;
+    auto* layout = new QVBoxLayout(tab);
+    layout->setContentsMargins(kMargin / 2, kMargin, 0, 0);
+    auto* label = new QLabel(grid->accessibleName());
+    label->setWordWrap(true);
+    label->setBuddy(grid);
+    layout->addWidget(label);
+    layout->addWidget(grid);
+    return tab;
+}
+
+QWidget* CFoodsPreferencesDialog::MakeDisplayTab(const CCatalogueViewSettings& settings) {
+    auto* tab = new QWidget;
+    auto* layout = new QVBoxLayout(tab);
+    layout->setContentsMargins(kMargin / 2, kMargin, 0, 0);
+    const auto addOption = [&](const QString& heading, const QString& text, const QString& name,
+                               bool checked) {
+        auto* box = new QCheckBox(text);
+        box->setObjectName(name);
+        box->setChecked(checked);
+        box->setMinimumWidth(1);
+        layout->addWidget(new QLabel(heading));
+        layout->addWidget(box);
+        return box;
+    };
+    m_fields->confirmServingChange =
+        addOption(u"Confirmations:"_s, u"Show when change serving method"_s,
+                  u"confirmServingChange"_s, settings.confirmServingChange);
+    layout->addSpacing(12);
+    m_fields->namesInTree = addOption(u"Display:"_s, u"Show food names in category tree"_s,
+                                      u"namesInTree"_s, settings.namesInTree);
+    layout->addStretch();
+    return tab;
+}
+
+bool CFoodsPreferencesDialog::Confirm() {
+    for (int index = 0; index < kNutrientCount; ++index) {
+        m_doc.Settings().preferences.displayed.set(static_cast<size_t>(index),
+                                                   m_fields->nutrients->IsChecked(index));
+    }
+    SaveNames();
+    CCatalogueViewSettings settings = CCatalogueViewSettings::Load(m_doc.Database(), kFoods);
+    settings.confirmServingChange = m_fields->confirmServingChange->isChecked();
+    settings.namesInTree = m_fields->namesInTree->isChecked();
+    // A failure has shown its message; the dialog has nothing to add to it.
+    (void)settings.Save(m_doc.Database(), kFoods);
+    if (m_doc.IsProfileActive()) {
+        (void)m_doc.SaveSettings();
+    }
+    return true;
+}
+
+void CFoodsPreferencesDialog::SaveNames() {
+    const QStringList stored = m_doc.NutrientNames();
+    for (int index = kFirstUserNutrient; index < kNutrientCount; ++index) {
+        const QString name = m_fields->nutrients->CellText(index, 0);
+        if (name != stored[index]) {
+            // A failure has shown its message; the other names are still worth keeping.
+            (void)m_doc.Database().SaveNutrientName(index, index, name);
+        }
+    }
+    m_doc.ForgetNutrientNames();
+}

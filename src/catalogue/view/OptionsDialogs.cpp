@@ -1,0 +1,58 @@
+#include "catalogue/view/OptionsDialogs.h"
+
+#include <QButtonGroup>
+#include <QLabel>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "catalogue/items/CatalogueKinds.h"
+
+using namespace Qt::StringLiterals;
+
+COptionsDialog::COptionsDialog(const QString& title, const QString& label,
+                               const QStringList& choices, int selected, QWidget* parent)
+    : CDialog(title, parent), m_choices(new QButtonGroup(this)) {
+    Content()->addWidget(new QLabel(label));
+    for (int i = 0; i < choices.size(); ++i) {
+        auto* button = new QRadioButton(choices[i]);
+        button->setObjectName(u"option%1"_s.arg(i));
+        button->setChecked(i == selected);
+        m_choices->addButton(button, i);
+        Content()->addWidget(button);
+    }
+    Content()->addStretch();
+    m_choices->button(selected)->setFocus();
+    SetPreferredSize(260, 180);
+}
+
+int COptionsDialog::GetChoice() const {
+    return m_choices->checkedId();
+}
+
+std::optional<EExportChoice> AskExportOptions(ECatalogueKind kind, EExportChoice preselected,
+                                              QWidget* parent) {
+    const QString plural = QString::fromLatin1(KindOf(kind).plural);
+    COptionsDialog dialog(u"Export options"_s, u"Export options:"_s,
+                          {FormatText("Export all %s"_L1, {plural}), u"Export current category"_s,
+                           FormatText("Export selected %s"_L1, {plural})},
+                          static_cast<int>(preselected), parent);
+    if (dialog.exec() != QDialog::Accepted) {
+        return std::nullopt;
+    }
+    return static_cast<EExportChoice>(dialog.GetChoice());
+}
+
+std::optional<EExisting> AskImportOptions(ECatalogueKind kind, EExisting preselected,
+                                          QWidget* parent) {
+    const QString plural = QString::fromLatin1(KindOf(kind).plural);
+    COptionsDialog dialog(
+        u"Import options"_s, u"Import options:"_s,
+        {FormatText("Overwrite existing %s"_L1, {plural}),
+         FormatText("Skip existing %s"_L1, {plural}),
+         kind == ECatalogueKind::Exercises ? u"Don't check"_s : u"Do not check"_s},
+        static_cast<int>(preselected), parent);
+    if (dialog.exec() != QDialog::Accepted) {
+        return std::nullopt;
+    }
+    return static_cast<EExisting>(dialog.GetChoice());
+}

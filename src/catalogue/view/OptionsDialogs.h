@@ -1,0 +1,25 @@
+// "Export options" and "Import options": one choice of three before an exchange.
+#pragma once
+
+#include "catalogue/exchange/CsvExchange.h"
+#include "controls/Dialog.h"
+
+class QButtonGroup;
+
+/// A label and one radio button a choice.
+class COptionsDialog : public CDialog {
+    Q_OBJECT
+  public:
+    COptionsDialog(const QString& title, const QString& label, const QStringList& choices,
+                   int selected, QWidget* parent);
+    [[nodiscard]] int GetChoice() const;
+
+  private:
+    QButtonGroup* m_choices;
+};
+
+/// The choice made, starting from `preselected`; nothing when the dialog is cancelled.
+std::optional<EExportChoice> AskExportOptions(ECatalogueKind kind, EExportChoice preselected,
+                                              QWidget* parent);
+std::optional<EExisting> AskImportOptions(ECatalogueKind kind, EExisting preselected,
+                                          QWidget* parent);

@@ -1,0 +1,57 @@
+#include "profile/UnitEdit.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kFieldCharacters = 6;
+}
+
+CUnitEdit::CUnitEdit(const CUnitTexts& labels, const QString& accessibleName,
+                     const QString& objectName) {
+    setObjectName(objectName);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    m_major = AddField(labels.major, accessibleName);
+    m_major->setObjectName(objectName + u"Major"_s);
+    if (!labels.minor.isEmpty()) {
+        m_minor = AddField(labels.minor, accessibleName);
+        m_minor->setObjectName(objectName + u"Minor"_s);
+    }
+    row->addStretch();
+    setFocusProxy(m_major);
+}
+
+CUnitEdit::~CUnitEdit() {
+    // A field that has the focus is still to lose it, and would tell what is no CUnitEdit any more.
+    for (QLineEdit* field : {m_major, m_minor}) {
+        if (field != nullptr) {
+            field->disconnect(this);
+        }
+    }
+}
+
+void CUnitEdit::SetTexts(const CUnitTexts& texts) {
+    m_major->setText(texts.major);
+    if (m_minor != nullptr) {
+        m_minor->setText(texts.minor);
+    }
+}
+
+CUnitTexts CUnitEdit::GetTexts() const {
+    return {m_major->text(), m_minor != nullptr ? m_minor->text() : QString()};
+}
+
+QLineEdit* CUnitEdit::AddField(const QString& unit, const QString& accessibleName) {
+    auto* field = new QLineEdit(this);
+    field->setAccessibleName(accessibleName + u", "_s + unit);
+    field->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+    field->setFixedWidth(field->fontMetrics().averageCharWidth() * (kFieldCharacters + 3));
+    connect(field, &QLineEdit::editingFinished, this, &CUnitEdit::EditingFinished);
+    layout()->addWidget(field);
+    layout()->addWidget(new QLabel(unit, this));
+    return field;
+}

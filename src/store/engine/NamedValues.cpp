@@ -1,0 +1,76 @@
+#include "store/engine/NamedValues.h"
+
+#include "store/engine/StorageState.h"
+
+namespace {
+constexpr char kHasTable[] =
+    "SELECT 1 FROM sqlite_master WHERE type='table' AND name='named_values'";
+constexpr char kCreate[] =
+    "CREATE TABLE IF NOT EXISTS named_values(owner INTEGER NOT NULL, name TEXT NOT NULL,"
+    " value TEXT NOT NULL, PRIMARY KEY(owner, name)) WITHOUT ROWID";
+constexpr char kRead[] =
+    "SELECT value FROM named_values WHERE owner=?1 AND name=?2 AND (owner=0 OR"
+    " (SELECT value FROM named_values WHERE owner=?1 AND name='')="
+    "(SELECT name FROM databases WHERE id=?1))";
+// The value with the empty name is the profile's name.
+constexpr char kDropFormer[] =
+    "DELETE FROM named_values WHERE owner=?1 AND owner<>0 AND"
+    " (SELECT value FROM named_values WHERE owner=?1 AND name='') IS NOT"
+    " (SELECT name FROM databases WHERE id=?1)";
+constexpr char kWriteOwner[] =
+    "REPLACE INTO named_values SELECT id, '', name FROM databases WHERE id=?1";
+constexpr char kWrite[] = "REPLACE INTO named_values VALUES(?1,?2,?3)";
+constexpr char kDropOwner[] = "DELETE FROM named_values WHERE owner=?1";
+}  // namespace
+
+std::optional<QString> CNamedValues::Read(ObjectId owner, const QString& name) {
+    CStatement read;
+    if (!HasTable() || read.Prepare(m_state.file, kRead) != kErrorSuccess) {
+        return std::nullopt;
+    }
+    read.Start({owner, name});
+    std::optional<QString> value;
+    if (read.Next()) {
+        value = read.GetText(0);
+    }
+    return read.Finish() == kErrorSuccess ? value : std::nullopt;
+}
+
+int CNamedValues::Write(ObjectId owner, const QString& name, const QString& value) {
+    if (!m_state.file.IsOpen()) {
+        return kErrorInvalidParameter;
+    }
+    return m_state.Write([&] {
+        int error = RunOnce(kCreate, {});
+        if (error == kErrorSuccess) {
+            error = RunOnce(kDropFormer, {owner});
+        }
+        if (error == kErrorSuccess) {
+            error = RunOnce(kWriteOwner, {owner});
+        }
+        return error == kErrorSuccess ? RunOnce(kWrite, {owner, name, value}) : error;
+    });
+}
+
+int CNamedValues::DropOwner(ObjectId owner) {
+    if (!HasTable()) {
+        return kErrorSuccess;
+    }
+    return m_state.Write([&] { return RunOnce(kDropOwner, {owner}); });
+}
+
+bool CNamedValues::HasTable() {
+    CStatement find;
+    if (!m_state.file.IsOpen() || find.Prepare(m_state.file, kHasTable) != kErrorSuccess) {
+        return false;
+    }
+    find.Start({});
+    const bool isThere = find.Next();
+    return find.Finish() == kErrorSuccess && isThere;
+}
+
+int CNamedValues::RunOnce(const char* sql, std::initializer_list<CSqlValue> values) {
+    CStatement statement;
+    const int error = statement.Prepare(m_state.file, sql);
+    return error == kErrorSuccess ? statement.Run(values) : error;
+}

@@ -1,0 +1,36 @@
+// Small values that no record has a place for, in one table of the volume: find texts, kept
+// answers and the like.
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "store/engine/SqliteFile.h"
+#include "store/engine/StorageEngine.h"
+
+/// A value has an owner, the database identifier of a profile or 0 for the volume, and a name,
+/// which is not empty. The engine's state outlives this. Writes are part of an open group.
+///
+/// Invariants:
+/// 1. The table is created with the first value. A volume without it is complete, and its version
+///    stays the same: a program that does not know the table keeps it.
+/// 2. Values count for the profile alone that they were written for. Identifiers are given again,
+///    and a program that does not know the table leaves the values of a profile that it deletes
+///    behind; so the name of the profile stands among its values, and values under another name are
+///    as good as gone.
+class CNamedValues {
+  public:
+    explicit CNamedValues(CStorageState& state) : m_state(state) {}
+
+    /// Nothing when there is no such value or it cannot be read.
+    [[nodiscard]] std::optional<QString> Read(ObjectId owner, const QString& name);
+    /// Platform error numbers.
+    [[nodiscard]] int Write(ObjectId owner, const QString& name, const QString& value);
+    [[nodiscard]] int DropOwner(ObjectId owner);
+
+  private:
+    [[nodiscard]] bool HasTable();
+    int RunOnce(const char* sql, std::initializer_list<CSqlValue> values);
+
+    CStorageState& m_state;
+};

@@ -1,0 +1,350 @@
+#include "store/engine/PositionIndex.h"
+
+#include <QByteArray>
+#include <QtEndian>
+#include <algorithm>
+#include <bit>
+
+namespace {
+constexpr int kEntrySize = 16;
+constexpr qint64 kOrdinalGap = qint64{1} << 32;
+constexpr qint64 kMaximumOrdinal = qint64{1} << 62;
+
+bool IsKeyBelow(const CIndexEntry& entry, qint64 key) {
+    return entry.key < key;
+}
+
+bool IsBelowKey(qint64 key, const CIndexEntry& entry) {
+    return key < entry.key;
+}
+}  // namespace
+
+int CBlockStatements::Prepare(CSqliteFile& file) {
+    struct CRow {
+        CStatement& statement;
+        const char* sql;
+    };
+    const CRow rows[] = {
+        {readDirectory,
+         "SELECT id, ordinal, firstKey, count FROM blocks WHERE database=? ORDER BY ordinal"},
+        {readEntries, "SELECT entries FROM blocks WHERE id=?"},
+        {insert,
+         "INSERT INTO blocks(database, ordinal, firstKey, count, entries) VALUES(?,?,?,?,?)"},
+        {update, "UPDATE blocks SET ordinal=?, firstKey=?, count=?, entries=? WHERE id=?"},
+        {setOrdinal, "UPDATE blocks SET ordinal=? WHERE id=?"},
+        {remove, "DELETE FROM blocks WHERE id=?"},
+    };
+    for (const CRow& row : rows) {
+        if (const int error = row.statement.Prepare(file, row.sql); error != kErrorSuccess) {
+            return error;
+        }
+    }
+    return kErrorSuccess;
+}
+
+void CBlockStatements::Release() {
+    for (CStatement* statement :
+         {&readDirectory, &readEntries, &insert, &update, &setOrdinal, &remove}) {
+        statement->Release();
+    }
+}
+
+CPositionIndex::CPositionIndex(CSqliteFile& file, CBlockStatements& statements, qint64 database)
+    : m_file(file), m_statements(statements), m_database(database) {}
+
+int CPositionIndex::Load() {
+    CStatement& directory = m_statements.readDirectory;
+    bool isSound = true;
+    directory.Start({m_database});
+    while (directory.Next()) {
+        auto block = std::make_unique<CBlock>();
+        block->row = directory.GetInteger(0);
+        block->ordinal = directory.GetInteger(1);
+        block->firstKey = directory.GetInteger(2);
+        const qint64 count = directory.GetInteger(3);
+        isSound = isSound && count > 0 && count <= kBlockCapacity && block->ordinal > 0 &&
+                  block->ordinal < kMaximumOrdinal;
+        if (!m_blocks.empty()) {
+            const CBlock& previous = *m_blocks.back();
+            isSound = isSound && block->ordinal > previous.ordinal &&
+                      block->firstKey >= previous.firstKey;
+        }
+        block->count = static_cast<int>(count);
+        m_blocks.push_back(std::move(block));
+    }
+    if (const int error = directory.Finish(); error != kErrorSuccess) {
+        return error;
+    }
+    if (!isSound) {
+        return kErrorCorrupt;
+    }
+    RebuildCounts();
+    return kErrorSuccess;
+}
+
+int CPositionIndex::EntryAt(int position, CIndexEntry& entry) {
+    const CPlace place = Locate(position);
+    if (const int error = LoadEntries(place.block); error != kErrorSuccess) {
+        return error;
+    }
+    entry = m_blocks[place.block]->entries[place.offset];
+    return kErrorSuccess;
+}
+
+int CPositionIndex::LowerBound(qint64 key, int& position) {
+    const auto next = std::ranges::partition_point(
+        m_blocks, [key](const auto& block) { return block->firstKey < key; });
+    const int block = static_cast<int>(next - m_blocks.begin()) - 1;
+    if (block < 0) {
+        position = 0;
+        return kErrorSuccess;
+    }
+    // All before this block are below the key, all behind it are not.
+    if (const int error = LoadEntries(block); error != kErrorSuccess) {
+        return error;
+    }
+    const auto& entries = m_blocks[block]->entries;
+    const auto found = std::lower_bound(entries.begin(), entries.end(), key, IsKeyBelow);
+    position = PositionOfBlock(block) + static_cast<int>(found - entries.begin());
+    return kErrorSuccess;
+}
+
+int CPositionIndex::Insert(const CIndexEntry& entry) {
+    if (m_blocks.empty()) {
+        Append(entry);
+        return kErrorSuccess;
+    }
+    const auto next = std::ranges::partition_point(
+        m_blocks, [&entry](const auto& block) { return block->firstKey <= entry.key; });
+    int target = std::max(static_cast<int>(next - m_blocks.begin()) - 1, 0);
+    if (const int error = LoadEntries(target); error != kErrorSuccess) {
+        return error;
+    }
+    if (m_blocks[target]->count == kBlockCapacity) {
+        // Records mostly arrive in order: the full last block then stays full.
+        if (next == m_blocks.end() && m_blocks[target]->entries.back().key <= entry.key) {
+            Append(entry);
+            return kErrorSuccess;
+        }
+        Halve(target);
+        if (m_blocks[target + 1]->firstKey <= entry.key) {
+            ++target;
+        }
+    }
+    auto& entries = m_blocks[target]->entries;
+    const auto at = std::upper_bound(entries.begin(), entries.end(), entry.key, IsBelowKey);
+    entries.insert(at, entry);
+    Resized(target, 1);
+    return kErrorSuccess;
+}
+
+int CPositionIndex::RemoveAt(int position) {
+    const CPlace place = Locate(position);
+    if (const int error = LoadEntries(place.block); error != kErrorSuccess) {
+        return error;
+    }
+    CBlock& block = *m_blocks[place.block];
+    if (block.count == 1) {
+        RemoveBlock(place.block);
+        return kErrorSuccess;
+    }
+    block.entries.erase(block.entries.begin() + place.offset);
+    Resized(place.block, -1);
+    return kErrorSuccess;
+}
+
+int CPositionIndex::Flush() {
+    for (const qint64 row : m_removed) {
+        if (const int error = m_statements.remove.Run({row}); error != kErrorSuccess) {
+            return error;
+        }
+    }
+    if (m_isRenumbered) {
+        for (const auto& block : m_blocks) {
+            const int error = m_statements.setOrdinal.Run({block->ordinal, block->row});
+            if (error != kErrorSuccess) {
+                return error;
+            }
+        }
+    }
+    for (CBlock* block : m_changed) {
+        if (const int error = WriteBlock(*block); error != kErrorSuccess) {
+            return error;
+        }
+        block->isChanged = false;
+    }
+    m_removed.clear();
+    m_changed.clear();
+    m_isRenumbered = false;
+    return kErrorSuccess;
+}
+
+CPositionIndex::CPlace CPositionIndex::Locate(int position) const {
+    int block = 0;
+    int rest = position;
+    const int size = static_cast<int>(m_blocks.size());
+    for (int step = static_cast<int>(std::bit_floor(m_blocks.size())); step > 0; step /= 2) {
+        if (block + step <= size && m_counts[block + step] <= rest) {
+            block += step;
+            rest -= m_counts[block];
+        }
+    }
+    return {block, rest};
+}
+
+int CPositionIndex::PositionOfBlock(int block) const {
+    int position = 0;
+    for (int i = block; i > 0; i -= i & -i) {
+        position += m_counts[i];
+    }
+    return position;
+}
+
+int CPositionIndex::LoadEntries(int at) {
+    CBlock& block = *m_blocks[at];
+    if (block.isLoaded) {
+        return kErrorSuccess;
+    }
+    CStatement& read = m_statements.readEntries;
+    read.Start({block.row});
+    if (read.Next()) {
+        const QByteArrayView bytes = read.GetBlob(0);
+        if (bytes.size() == qsizetype{block.count} * kEntrySize) {
+            block.entries.reserve(kBlockCapacity);
+            const char* const end = bytes.data() + bytes.size();
+            for (const char* from = bytes.data(); from != end; from += kEntrySize) {
+                block.entries.push_back(
+                    {qFromLittleEndian<qint64>(from), qFromLittleEndian<qint64>(from + 8)});
+            }
+        }
+    }
+    if (const int error = read.Finish(); error != kErrorSuccess) {
+        block.entries.clear();
+        return error;
+    }
+    if (!AreEntriesSound(at)) {
+        block.entries.clear();
+        return kErrorCorrupt;
+    }
+    block.isLoaded = true;
+    return kErrorSuccess;
+}
+
+bool CPositionIndex::AreEntriesSound(int at) const {
+    const CBlock& block = *m_blocks[at];
+    if (static_cast<int>(block.entries.size()) != block.count ||
+        block.entries.front().key != block.firstKey) {
+        return false;
+    }
+    const bool isLast = at + 1 == static_cast<int>(m_blocks.size());
+    return std::ranges::is_sorted(block.entries, {}, &CIndexEntry::key) &&
+           std::ranges::all_of(block.entries, [](const auto& entry) { return entry.record > 0; }) &&
+           (isLast || block.entries.back().key <= m_blocks[at + 1]->firstKey);
+}
+
+void CPositionIndex::Changed(CBlock& block) {
+    if (!block.isChanged) {
+        block.isChanged = true;
+        m_changed.push_back(&block);
+    }
+}
+
+void CPositionIndex::Resized(int at, int difference) {
+    CBlock& block = *m_blocks[at];
+    block.count += difference;
+    block.firstKey = block.entries.front().key;
+    m_count += difference;
+    for (int i = at + 1; i < static_cast<int>(m_counts.size()); i += i & -i) {
+        m_counts[i] += difference;
+    }
+    Changed(block);
+}
+
+void CPositionIndex::InsertBlock(int at, std::unique_ptr<CBlock> block) {
+    Changed(*block);
+    m_blocks.insert(m_blocks.begin() + at, std::move(block));
+    RebuildCounts();
+}
+
+void CPositionIndex::RemoveBlock(int at) {
+    CBlock* block = m_blocks[at].get();
+    std::erase(m_changed, block);
+    if (block->row != 0) {
+        m_removed.push_back(block->row);
+    }
+    m_blocks.erase(m_blocks.begin() + at);
+    RebuildCounts();
+}
+
+void CPositionIndex::Append(const CIndexEntry& entry) {
+    auto block = std::make_unique<CBlock>();
+    block->ordinal = kOrdinalGap + (m_blocks.empty() ? 0 : m_blocks.back()->ordinal);
+    block->firstKey = entry.key;
+    block->count = 1;
+    block->isLoaded = true;
+    block->entries.reserve(kBlockCapacity);
+    block->entries.push_back(entry);
+    InsertBlock(static_cast<int>(m_blocks.size()), std::move(block));
+}
+
+void CPositionIndex::Halve(int at) {
+    const bool isLast = at + 1 == static_cast<int>(m_blocks.size());
+    if (!isLast && m_blocks[at + 1]->ordinal - m_blocks[at]->ordinal < 2) {
+        Renumber();
+    }
+    CBlock& block = *m_blocks[at];
+    auto upper = std::make_unique<CBlock>();
+    upper->isLoaded = true;
+    upper->ordinal =
+        block.ordinal + (isLast ? kOrdinalGap : (m_blocks[at + 1]->ordinal - block.ordinal) / 2);
+    const auto middle = block.entries.begin() + kBlockCapacity / 2;
+    upper->entries.reserve(kBlockCapacity);
+    upper->entries.assign(middle, block.entries.end());
+    block.entries.erase(middle, block.entries.end());
+    upper->count = static_cast<int>(upper->entries.size());
+    upper->firstKey = upper->entries.front().key;
+    block.count -= upper->count;
+    Changed(block);
+    InsertBlock(at + 1, std::move(upper));
+}
+
+void CPositionIndex::Renumber() {
+    qint64 ordinal = 0;
+    for (const auto& block : m_blocks) {
+        ordinal += kOrdinalGap;
+        block->ordinal = ordinal;
+    }
+    m_isRenumbered = true;
+}
+
+void CPositionIndex::RebuildCounts() {
+    const int size = static_cast<int>(m_blocks.size());
+    m_counts.assign(size + 1, 0);
+    m_count = 0;
+    for (int i = 1; i <= size; ++i) {
+        m_count += m_blocks[i - 1]->count;
+        m_counts[i] += m_blocks[i - 1]->count;
+        if (const int parent = i + (i & -i); parent <= size) {
+            m_counts[parent] += m_counts[i];
+        }
+    }
+}
+
+int CPositionIndex::WriteBlock(CBlock& block) {
+    QByteArray bytes(qsizetype{block.count} * kEntrySize, Qt::Uninitialized);
+    char* to = bytes.data();
+    for (const CIndexEntry& entry : block.entries) {
+        qToLittleEndian(entry.key, to);
+        qToLittleEndian(entry.record, to + 8);
+        to += kEntrySize;
+    }
+    const QByteArrayView entries(bytes);
+    if (block.row != 0) {
+        return m_statements.update.Run(
+            {block.ordinal, block.firstKey, qint64{block.count}, entries, block.row});
+    }
+    const int error = m_statements.insert.Run(
+        {m_database, block.ordinal, block.firstKey, qint64{block.count}, entries});
+    block.row = m_file.GetLastRowId();
+    return error;
+}

@@ -1,0 +1,97 @@
+// The order of one database's records: which record stands at which position.
+//
+// Entries (key, record) stand in ascending order of key, equal keys in order of insertion, in
+// blocks of up to kBlockCapacity. A block is one row of the file; its first key and its count
+// stand beside the entries, so that the whole directory is read without them.
+//
+// Invariants:
+// 1. No block is empty; first keys ascend; ordinals ascend strictly, with gaps to insert into.
+// 2. A block's entries are loaded when they are first needed, and checked against its row.
+// 3. What is in memory and not in the file is in m_changed, m_removed or m_isRenumbered.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "store/engine/SqliteFile.h"
+
+/// One entry is 16 bytes; 490 of them and the row's other columns fit one 8,192-byte page.
+inline constexpr int kBlockCapacity = 490;
+
+struct CIndexEntry {
+    qint64 key;
+    qint64 record;
+};
+
+/// The statements that every index shares, prepared once a mount.
+struct CBlockStatements {
+    CStatement readDirectory;
+    CStatement readEntries;
+    CStatement insert;
+    CStatement update;
+    CStatement setOrdinal;
+    CStatement remove;
+
+    int Prepare(CSqliteFile& file);
+    void Release();
+};
+
+/// Operations return platform error numbers. After a rollback of the file an index is wrong and
+/// must be thrown away.
+class CPositionIndex {
+  public:
+    CPositionIndex(CSqliteFile& file, CBlockStatements& statements, qint64 database);
+
+    /// Reads the directory of blocks.
+    int Load();
+    [[nodiscard]] int Count() const { return m_count; }
+
+    /// `position` must lie in 0 to Count() - 1, here and in RemoveAt.
+    int EntryAt(int position, CIndexEntry& entry);
+    /// First position whose key is not below `key`; Count() when all are below.
+    int LowerBound(qint64 key, int& position);
+    /// Inserts behind all entries of the same key.
+    int Insert(const CIndexEntry& entry);
+    int RemoveAt(int position);
+    /// Writes what changed into the file, within the caller's transaction.
+    int Flush();
+
+  private:
+    struct CBlock {
+        qint64 row = 0;  ///< 0 until it is first written
+        qint64 ordinal = 0;
+        qint64 firstKey = 0;
+        int count = 0;
+        bool isLoaded = false;
+        bool isChanged = false;
+        std::vector<CIndexEntry> entries;
+    };
+    struct CPlace {
+        int block;
+        int offset;
+    };
+
+    [[nodiscard]] CPlace Locate(int position) const;
+    [[nodiscard]] int PositionOfBlock(int block) const;
+    int LoadEntries(int block);
+    [[nodiscard]] bool AreEntriesSound(int block) const;
+    void Changed(CBlock& block);
+    void Resized(int block, int difference);
+    void InsertBlock(int at, std::unique_ptr<CBlock> block);
+    void RemoveBlock(int at);
+    void Append(const CIndexEntry& entry);
+    void Halve(int block);
+    void Renumber();
+    void RebuildCounts();
+    int WriteBlock(CBlock& block);
+
+    CSqliteFile& m_file;
+    CBlockStatements& m_statements;
+    qint64 m_database;
+    int m_count = 0;
+    std::vector<std::unique_ptr<CBlock>> m_blocks;
+    std::vector<int> m_counts;  ///< Fenwick tree over the blocks' counts, first place unused
+    std::vector<CBlock*> m_changed;
+    std::vector<qint64> m_removed;
+    bool m_isRenumbered = false;
+};

@@ -1,0 +1,46 @@
+#include "store/engine/RecordReader.h"
+
+#include "store/engine/RecordCodec.h"
+
+namespace {
+/// Neighbours passed over rather than searched past.
+constexpr qint64 kReach = 4;
+}  // namespace
+
+int CRecordReader::Prepare(CSqliteFile& file) {
+    return m_statement.Prepare(file, "SELECT id, body FROM records WHERE id>=? ORDER BY id");
+}
+
+void CRecordReader::Release() {
+    Pause();
+    m_statement.Release();
+}
+
+int CRecordReader::Read(qint64 record, PropertyList& properties, int most) {
+    if (!m_isOpen || record <= m_last || record > m_last + kReach) {
+        Pause();
+        m_statement.Start({record});
+        m_isOpen = true;
+    }
+    qint64 id = 0;
+    while (id < record && m_statement.Next()) {
+        id = m_statement.GetInteger(0);
+    }
+    m_last = record;
+    if (id == record) {
+        return DecodeRecord(m_statement.GetBlob(1), properties, most)
+                   ? kErrorSuccess
+                   : static_cast<int>(kErrorCorrupt);
+    }
+    m_isOpen = false;
+    const int error = m_statement.Finish();
+    return error == kErrorSuccess ? static_cast<int>(kErrorFileNotFound) : error;
+}
+
+void CRecordReader::Pause() {
+    if (m_isOpen) {
+        m_isOpen = false;
+        // Whatever went wrong was told by the read that met it.
+        (void)m_statement.Finish();
+    }
+}

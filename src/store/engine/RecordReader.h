@@ -1,0 +1,23 @@
+// Reading records by identifier.
+#pragma once
+
+#include "store/engine/PropertyValue.h"
+#include "store/engine/SqliteFile.h"
+
+/// Lists are read in the order in which their records were added, mostly. So the statement of one
+/// read stays open for the next, which then costs a step instead of a search.
+class CRecordReader {
+  public:
+    int Prepare(CSqliteFile& file);
+    void Release();
+
+    /// kErrorFileNotFound when there is no such record; `most` as in CStorageEngine::ReadRecord.
+    int Read(qint64 record, PropertyList& properties, int most);
+    /// Closes the statement: to be called before every change of the file.
+    void Pause();
+
+  private:
+    CStatement m_statement;
+    bool m_isOpen = false;
+    qint64 m_last = 0;
+};

@@ -1,0 +1,334 @@
+#include "store/engine/SqliteFile.h"
+
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include "store/engine/JournalCheck.h"
+#include "store/engine/VolumeHeader.h"
+
+#include <QFileInfo>
+#include <algorithm>
+#include <cerrno>
+
+namespace {
+constexpr char kSchema[] =
+    "PRAGMA application_id=0x564C4D52;"
+    "PRAGMA user_version=1;"
+    "CREATE TABLE databases(id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE COLLATE NOCASE,"
+    " type INTEGER NOT NULL, sort INTEGER NOT NULL);"
+    "CREATE TABLE records(id INTEGER PRIMARY KEY, body BLOB NOT NULL);"
+    "CREATE TABLE blocks(id INTEGER PRIMARY KEY, database INTEGER NOT NULL,"
+    " ordinal INTEGER NOT NULL, firstKey INTEGER NOT NULL, count INTEGER NOT NULL,"
+    " entries BLOB NOT NULL);"
+    "CREATE INDEX directory ON blocks(database, ordinal, firstKey, count);";
+
+// FULL syncs the journal, the file and the journal's invalidation, so a commit is on the medium
+// when it returns. The cache is 8 MB: an import's working set, yet no growth with the file.
+constexpr char kSettings[] =
+    "PRAGMA synchronous=FULL;"
+    "PRAGMA cell_size_check=ON;"
+    "PRAGMA cache_size=-8192;";
+
+constexpr char kJournalSuffix[] = "-journal";
+
+bool HasJournal(const QByteArray& path) {
+    const QFileInfo journal(QFile::decodeName(path + kJournalSuffix));
+    return journal.exists() && journal.size() > 0;
+}
+
+/// False when something is there already.
+bool CreateFile(const QByteArray& path) {
+    constexpr mode_t kMode = 0644;  // as SQLite's own
+    const int file = ::open(path.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, kMode);
+    return file >= 0 && ::close(file) == 0;
+}
+}  // namespace
+
+CSqliteFile::~CSqliteFile() {
+    Close();
+}
+
+int CSqliteFile::Open(const QString& path) {
+    // What starts with a slash or a point is taken for a URI or a special name by neither SQLite
+    // nor Qt. The current folder itself may have a name that cannot be decoded.
+    const QString plainPath = path.startsWith(u'/') ? path : QLatin1StringView("./") + path;
+    m_path = QFile::encodeName(plainPath);
+    m_keptJournal.clear();
+    m_created = CreateFile(m_path) ? StampOf(m_path) : std::nullopt;
+    int error = OpenConnection();
+    if (error == kErrorSuccess) {
+        error = LockAndCheck();
+    }
+    if (error == kErrorSuccess) {
+        error = Execute(kSettings);
+    }
+    if (error == kErrorSuccess) {
+        m_watch.Attach(OwnFile(), m_path);
+    }
+    if (error != kErrorSuccess) {
+        Rollback();
+        // Who has it in use may have begun to fill it.
+        if (error != kErrorSharingViolation) {
+            RemoveCreated();
+        }
+        Close();
+    }
+    return error;
+}
+
+void CSqliteFile::RemoveCreated() {
+    const std::optional<CFileStamp> now = StampOf(m_path);
+    if (m_created && now && now->IsSameFile(*m_created)) {
+        // Gone by our own hand: the journal goes with it when the file is closed.
+        (void)m_watch.Detach();
+        ::unlink(m_path.constData());
+    }
+}
+
+int CSqliteFile::OpenConnection() {
+    const int result =
+        sqlite3_open_v2(m_path.constData(), &m_connection,
+                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
+    if (result != SQLITE_OK) {
+        return ErrorOf(result);
+    }
+    if (sqlite3_db_readonly(m_connection, "main") == 1) {
+        return kErrorAccessDenied;
+    }
+    sqlite3_extended_result_codes(m_connection, 1);
+    // A file from elsewhere may bring more than tables.
+    sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    for (const int feature : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_TRIGGER,
+                              SQLITE_DBCONFIG_ENABLE_VIEW}) {
+        sqlite3_db_config(m_connection, feature, 0, nullptr);
+    }
+    return kErrorSuccess;
+}
+
+// The header is judged before SQLite touches the file and again under the lock, when a journal
+// left by a process that died has been played back. Only the creation of a volume can leave a
+// blank header behind, and only with its journal.
+int CSqliteFile::LockAndCheck() {
+    bool isEmpty = false;
+    int error = CheckHeader(HasJournal(m_path), isEmpty);
+    if (error == kErrorSuccess) {
+        error = AdmitJournal();
+    }
+    if (error == kErrorSuccess) {
+        // The page size matters to a new file alone: see kBlockCapacity.
+        error = Execute("PRAGMA page_size=8192; PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE;");
+    }
+    if (error == kErrorSuccess) {
+        error = CheckHeader(false, isEmpty);
+    }
+    if (error == kErrorSuccess && isEmpty) {
+        error = Execute(kSchema);
+    }
+    return error == kErrorSuccess ? Commit() : error;
+}
+
+// The file's own lock keeps writers out from the look at the journal until SQLite, which finds the
+// lock taken, has looked at it as well.
+int CSqliteFile::AdmitJournal() {
+    sqlite3_file* file = OwnFile();
+    int isWriting = 0;
+    sqlite3_int64 size = 0;
+    int result = file->pMethods->xLock(file, SQLITE_LOCK_SHARED);
+    if (result == SQLITE_OK) {
+        result = file->pMethods->xCheckReservedLock(file, &isWriting);
+    }
+    if (result == SQLITE_OK) {
+        result = isWriting != 0 ? SQLITE_BUSY : file->pMethods->xFileSize(file, &size);
+    }
+    if (result != SQLITE_OK) {
+        return ErrorOf(result);
+    }
+    const CJournalCheck check(m_path + kJournalSuffix, size, [this](qint64 offset, qint64 bytes) {
+        return ReadRaw(offset, bytes);
+    });
+    return check.MayBePlayed() ? static_cast<int>(kErrorSuccess) : check.KeepAside(m_keptJournal);
+}
+
+// SQLite's own descriptor: closing another one of the same file would drop the locks that this
+// process holds on it.
+sqlite3_file* CSqliteFile::OwnFile() const {
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(m_connection, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    return file;
+}
+
+QByteArray CSqliteFile::ReadRaw(qint64 offset, qint64 size) const {
+    sqlite3_file* file = OwnFile();
+    sqlite3_int64 fileSize = 0;
+    file->pMethods->xFileSize(file, &fileSize);
+    QByteArray bytes(std::clamp<qint64>(fileSize - offset, 0, size), Qt::Uninitialized);
+    const int result =
+        file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), offset);
+    return result == SQLITE_OK ? bytes : QByteArray();
+}
+
+QString CSqliteFile::GetKeptJournal() const {
+    return QFile::decodeName(m_keptJournal);
+}
+
+int CSqliteFile::CheckHeader(bool mayBeBlank, bool& isEmpty) const {
+    sqlite3_file* file = OwnFile();
+    if (file == nullptr || file->pMethods == nullptr) {
+        return kErrorInputOutput;
+    }
+    sqlite3_int64 size = 0;
+    int result = file->pMethods->xFileSize(file, &size);
+    // SQLite calls a file of one byte empty.
+    uchar first = 0;
+    isEmpty = size == 0 && file->pMethods->xRead(file, &first, 1, 0) != SQLITE_OK;
+    if (result != SQLITE_OK || isEmpty) {
+        return ErrorOf(result);
+    }
+    VolumeHeader header{};
+    result = file->pMethods->xRead(file, header.data(), kVolumeHeaderSize, 0);
+    if (result != SQLITE_OK && result != SQLITE_IOERR_SHORT_READ) {
+        return ErrorOf(result);
+    }
+    return IsBlank(header) && mayBeBlank ? static_cast<int>(kErrorSuccess)
+                                         : JudgeHeader(header, size);
+}
+
+int CSqliteFile::Close() {
+    // A journal at the path of a file that is not ours any more may be somebody else's.
+    if (m_watch.Detach() != EVolumeState::Sound) {
+        Execute("PRAGMA journal_mode=PERSIST");
+    }
+    const int result = sqlite3_close(m_connection);
+    if (result == SQLITE_OK) {
+        m_connection = nullptr;
+    }
+    return PlatformErrorOf(result);
+}
+
+int CSqliteFile::CheckPlace() {
+    return m_watch.Look() == EVolumeState::Sound ? kErrorSuccess
+                                                 : static_cast<int>(kErrorFileInvalid);
+}
+
+int CSqliteFile::CopyTo(const QString& path) {
+    sqlite3* copy = nullptr;
+    int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &copy,
+                                 SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    if (result == SQLITE_OK) {
+        sqlite3_backup* backup = sqlite3_backup_init(copy, "main", m_connection, "main");
+        sqlite3_backup_step(backup, -1);
+        result = sqlite3_backup_finish(backup);
+    }
+    sqlite3_close(copy);
+    return ErrorOf(result);
+}
+
+int CSqliteFile::Begin() {
+    return Execute("BEGIN");
+}
+
+int CSqliteFile::Commit() {
+    return Execute("COMMIT");
+}
+
+void CSqliteFile::Rollback() {
+    if (m_connection != nullptr && sqlite3_get_autocommit(m_connection) == 0) {
+        // A rollback that fails leaves its journal, which the next use of the file plays back.
+        Execute("ROLLBACK");
+    }
+}
+
+int CSqliteFile::Execute(const char* sql) {
+    return ErrorOf(sqlite3_exec(m_connection, sql, nullptr, nullptr, nullptr));
+}
+
+int CSqliteFile::Prepare(const char* sql, sqlite3_stmt*& statement) {
+    return ErrorOf(
+        sqlite3_prepare_v3(m_connection, sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr));
+}
+
+int CSqliteFile::ErrorOf(int sqliteResult) const {
+    const int error = PlatformErrorOf(sqliteResult);
+    // SQLite knows a full disk by ENOSPC alone; a quota or a limit is the same to a user. It keeps
+    // the system's number of some failures only, but errno still holds that of the last.
+    const bool isFull = error == kErrorInputOutput && (errno == EDQUOT || errno == EFBIG);
+    if (error != kErrorSuccess && GetState() == EVolumeState::Overwritten) {
+        return kErrorFileInvalid;
+    }
+    return isFull ? static_cast<int>(kErrorDiskFull) : error;
+}
+
+qint64 CSqliteFile::GetLastRowId() const {
+    return sqlite3_last_insert_rowid(m_connection);
+}
+
+CStatement::~CStatement() {
+    Release();
+}
+
+int CStatement::Prepare(CSqliteFile& file, const char* sql) {
+    m_file = &file;
+    return file.Prepare(sql, m_statement);
+}
+
+void CStatement::Release() {
+    sqlite3_finalize(m_statement);
+    m_statement = nullptr;
+}
+
+void CStatement::Start(std::initializer_list<CSqlValue> values) {
+    int place = 0;
+    m_result = SQLITE_OK;
+    for (const CSqlValue& value : values) {
+        ++place;
+        int result = SQLITE_OK;
+        if (const auto* number = std::get_if<qint64>(&value)) {
+            result = sqlite3_bind_int64(m_statement, place, *number);
+        } else if (const auto* blob = std::get_if<QByteArrayView>(&value)) {
+            result =
+                sqlite3_bind_blob64(m_statement, place, blob->data(), blob->size(), SQLITE_STATIC);
+        } else {
+            const auto text = std::get<QStringView>(value);
+            result =
+                sqlite3_bind_text64(m_statement, place, reinterpret_cast<const char*>(text.utf16()),
+                                    text.size() * sizeof(char16_t), SQLITE_STATIC, SQLITE_UTF16);
+        }
+        m_result = std::max(m_result, result);
+    }
+}
+
+bool CStatement::Next() {
+    if (m_result == SQLITE_OK || m_result == SQLITE_ROW) {
+        m_result = sqlite3_step(m_statement);
+    }
+    return m_result == SQLITE_ROW;
+}
+
+int CStatement::Finish() {
+    const int error = m_file->ErrorOf(m_result);
+    sqlite3_reset(m_statement);
+    return error;
+}
+
+int CStatement::Run(std::initializer_list<CSqlValue> values) {
+    Start(values);
+    while (Next()) {
+    }
+    return Finish();
+}
+
+qint64 CStatement::GetInteger(int column) const {
+    return sqlite3_column_int64(m_statement, column);
+}
+
+QString CStatement::GetText(int column) const {
+    const auto* text = static_cast<const QChar*>(sqlite3_column_text16(m_statement, column));
+    const qsizetype bytes = sqlite3_column_bytes16(m_statement, column);
+    return QString(text, bytes / static_cast<qsizetype>(sizeof(QChar)));
+}
+
+QByteArrayView CStatement::GetBlob(int column) const {
+    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(m_statement, column));
+    return {bytes, sqlite3_column_bytes(m_statement, column)};
+}

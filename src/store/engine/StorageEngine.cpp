@@ -1,0 +1,298 @@
+#include "store/engine/StorageEngine.h"
+
+#include "store/engine/RecordCodec.h"
+#include "store/engine/StorageState.h"
+#include "store/engine/VolumeCopy.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+bool IsSortable(quint32 sortPropertyId) {
+    for (const EPropertyType type :
+         {EPropertyType::Int16, EPropertyType::Int32, EPropertyType::FileTime}) {
+        if (sortPropertyId == PropertyId(0, type)) {
+            return true;
+        }
+    }
+    return false;
+}
+}  // namespace
+
+CStorageEngine::CStorageEngine() : m_state(std::make_unique<CStorageState>()) {}
+
+CStorageEngine::~CStorageEngine() {
+    Unmount();
+}
+
+int CStorageEngine::Mount(const QString& path) {
+    if (IsMounted()) {
+        return kErrorInvalidParameter;
+    }
+    int error = m_state->file.Open(path);
+    if (error == kErrorSuccess) {
+        error = m_state->PrepareStatements();
+    }
+    if (error == kErrorSuccess) {
+        error = m_state->generation.Load();
+    }
+    if (error != kErrorSuccess) {
+        (void)Discard();  // The first failure is the one to report.
+    }
+    return error;
+}
+
+int CStorageEngine::Unmount() {
+    m_state->Abandon();
+    m_state->groupDepth = 0;
+    m_state->groupError = kErrorSuccess;
+    m_state->ReleaseStatements();
+    return m_state->file.Close();
+}
+
+int CStorageEngine::Discard() {
+    m_state->file.RemoveCreated();
+    return Unmount();
+}
+
+EVolumeState CStorageEngine::GetVolumeState() const {
+    return m_state->file.GetState();
+}
+
+int CStorageEngine::SaveCopy(const QString& path) {
+    if (const int error = m_state->CheckReadable(); error != kErrorSuccess) {
+        return error;
+    }
+    return m_state->isInUnit ? static_cast<int>(kErrorInvalidParameter)
+                             : SaveVolumeCopy(m_state->file, path);
+}
+
+QString CStorageEngine::GetKeptJournal() const {
+    return m_state->file.GetKeptJournal();
+}
+
+bool CStorageEngine::IsMounted() const {
+    return m_state->file.IsOpen();
+}
+
+int CStorageEngine::CreateDatabase(const QString& name, quint32 type, quint32 sortPropertyId,
+                                   CDatabaseInfo& info) {
+    if (name.isEmpty() || name.size() > kMaximumDatabaseName) {
+        return kErrorInvalidName;
+    }
+    if (!IsSortable(sortPropertyId)) {
+        return kErrorInvalidParameter;
+    }
+    const int found = FindDatabase(name, info);
+    if (found != kErrorFileNotFound) {
+        return found == kErrorSuccess ? static_cast<int>(kErrorAlreadyExists) : found;
+    }
+    return m_state->Write([&] {
+        const int error = m_state->addDatabase.Run({name, qint64{type}, qint64{sortPropertyId}});
+        info = {m_state->file.GetLastRowId(), name, type, sortPropertyId};
+        return error;
+    });
+}
+
+// Compared here, since SQLite folds the case of ASCII letters only.
+int CStorageEngine::FindDatabase(const QString& name, CDatabaseInfo& info) {
+    std::vector<CDatabaseInfo> databases;
+    if (const int error = ListDatabases(0, databases); error != kErrorSuccess) {
+        return error;
+    }
+    const auto found = std::ranges::find_if(databases, [&name](const CDatabaseInfo& database) {
+        return database.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    if (found == databases.end()) {
+        return kErrorFileNotFound;
+    }
+    info = *found;
+    return kErrorSuccess;
+}
+
+int CStorageEngine::ListDatabases(quint32 type, std::vector<CDatabaseInfo>& databases) {
+    databases.clear();
+    if (const int error = m_state->CheckReadable(); error != kErrorSuccess) {
+        return error;
+    }
+    CStatement& list = m_state->listDatabases;
+    list.Start({});
+    while (list.Next()) {
+        const CDatabaseInfo info{list.GetInteger(0), list.GetText(1),
+                                 static_cast<quint32>(list.GetInteger(2)),
+                                 static_cast<quint32>(list.GetInteger(3))};
+        if (type == 0 || info.type == type) {
+            databases.push_back(info);
+        }
+    }
+    return list.Finish();
+}
+
+// A damaged database can be deleted too: the records that its index no longer names stay behind,
+// unreachable.
+int CStorageEngine::DeleteDatabase(ObjectId database) {
+    CStorageState::COpenDatabase* opened = nullptr;
+    const int found = m_state->Open(database, opened);
+    if (found != kErrorSuccess && found != kErrorCorrupt) {
+        return found;
+    }
+    return m_state->Write([&] {
+        int error = found == kErrorSuccess ? m_state->DeleteAllRecords(*opened) : found;
+        if (error == kErrorCorrupt) {
+            error = m_state->removeBlocks.Run({database});
+        }
+        if (error == kErrorSuccess) {
+            error = m_state->removeDatabase.Run({database});
+        }
+        m_state->open.erase(database);
+        return error;
+    });
+}
+
+int CStorageEngine::CountRecords(ObjectId database, int& count) {
+    CStorageState::COpenDatabase* opened = nullptr;
+    const int error = m_state->Open(database, opened);
+    count = error == kErrorSuccess ? opened->index.Count() : 0;
+    return error;
+}
+
+int CStorageEngine::SeekToPosition(ObjectId database, int position, ObjectId& record) {
+    CStorageState::COpenDatabase* opened = nullptr;
+    if (const int error = m_state->Open(database, opened); error != kErrorSuccess) {
+        return error;
+    }
+    if (position < 0 || position >= opened->index.Count()) {
+        return kErrorFileNotFound;
+    }
+    CIndexEntry entry{};
+    const int error = opened->index.EntryAt(position, entry);
+    record = entry.record;
+    opened->lastSought = position;
+    return error;
+}
+
+int CStorageEngine::LowerBound(ObjectId database, qint64 key, int& position) {
+    CStorageState::COpenDatabase* opened = nullptr;
+    const int error = m_state->Open(database, opened);
+    return error == kErrorSuccess ? opened->index.LowerBound(key, position) : error;
+}
+
+int CStorageEngine::KeyAt(ObjectId database, int position, qint64& key) {
+    CStorageState::COpenDatabase* opened = nullptr;
+    if (const int error = m_state->Open(database, opened); error != kErrorSuccess) {
+        return error;
+    }
+    if (position < 0 || position >= opened->index.Count()) {
+        return kErrorFileNotFound;
+    }
+    CIndexEntry entry{};
+    const int error = opened->index.EntryAt(position, entry);
+    key = entry.key;
+    return error;
+}
+
+int CStorageEngine::ReadRecord(ObjectId record, PropertyList& properties, int most) {
+    const int error = m_state->CheckReadable();
+    return error == kErrorSuccess ? m_state->reader.Read(record, properties, most) : error;
+}
+
+int CStorageEngine::AddRecord(ObjectId database, const PropertyList& properties, ObjectId& record) {
+    const std::optional<qint64> key = KeyOf(properties);
+    if (!key) {
+        return kErrorInvalidParameter;
+    }
+    CStorageState::COpenDatabase* opened = nullptr;
+    if (const int error = m_state->Open(database, opened); error != kErrorSuccess) {
+        return error;
+    }
+    return m_state->Write([&] {
+        EncodeRecord(properties, m_state->body);
+        const int error = m_state->addRecord.Run({QByteArrayView(m_state->body)});
+        if (error != kErrorSuccess) {
+            return error;
+        }
+        record = m_state->file.GetLastRowId();
+        return opened->index.Insert({*key, record});
+    });
+}
+
+int CStorageEngine::ReplaceRecord(ObjectId database, ObjectId record,
+                                  const PropertyList& properties) {
+    const std::optional<qint64> key = KeyOf(properties);
+    if (!key) {
+        return kErrorInvalidParameter;
+    }
+    CStorageState::COpenDatabase* opened = nullptr;
+    int position = 0;
+    CIndexEntry old{};
+    int found = m_state->Open(database, opened);
+    if (found == kErrorSuccess) {
+        found = m_state->Locate(*opened, record, position, old);
+    }
+    if (found != kErrorSuccess) {
+        return found;
+    }
+    return m_state->Write([&] {
+        EncodeRecord(properties, m_state->body);
+        int error = m_state->replaceRecord.Run({QByteArrayView(m_state->body), record});
+        if (error != kErrorSuccess || old.key == *key) {
+            return error;
+        }
+        error = opened->index.RemoveAt(position);
+        return error == kErrorSuccess ? opened->index.Insert({*key, record}) : error;
+    });
+}
+
+int CStorageEngine::DeleteRecord(ObjectId database, ObjectId record) {
+    CStorageState::COpenDatabase* opened = nullptr;
+    int position = 0;
+    CIndexEntry old{};
+    int found = m_state->Open(database, opened);
+    if (found == kErrorSuccess) {
+        found = m_state->Locate(*opened, record, position, old);
+    }
+    if (found != kErrorSuccess) {
+        return found;
+    }
+    return m_state->Write([&] {
+        const int error = m_state->removeRecord.Run({record});
+        return error == kErrorSuccess ? opened->index.RemoveAt(position) : error;
+    });
+}
+
+int CStorageEngine::BeginGroup() {
+    if (!IsMounted()) {
+        return kErrorInvalidParameter;
+    }
+    ++m_state->groupDepth;  // The first change begins the transaction.
+    return kErrorSuccess;
+}
+
+int CStorageEngine::EndGroup() {
+    if (m_state->groupDepth == 0) {
+        return kErrorInvalidParameter;
+    }
+    --m_state->groupDepth;
+    if (m_state->groupDepth > 0) {
+        return m_state->groupError;
+    }
+    int error = std::exchange(m_state->groupError, kErrorSuccess);
+    if (error == kErrorSuccess) {
+        error = m_state->CommitUnit();
+        if (error != kErrorSuccess) {
+            m_state->Abandon();
+        }
+    }
+    return error;
+}
+
+int CStorageEngine::UndoGroup() {
+    if (m_state->groupDepth == 0) {
+        return kErrorInvalidParameter;
+    }
+    if (m_state->groupError == kErrorSuccess) {
+        m_state->Abandon();
+        m_state->groupError = kErrorOperationAborted;
+    }
+    return kErrorSuccess;
+}

@@ -1,0 +1,98 @@
+// The engine under the record store: named, typed databases of typed records in one SQLite file.
+// It knows no food.
+//
+// Invariants:
+// 1. A write that reported success outside a group survives the end of the process and of power.
+// 2. A group becomes durable as a whole at EndGroup, or not at all.
+// 3. Records stand in ascending order of property 0; equal keys in order of insertion.
+// 4. Seek, lower bound, insert and delete cost O(log n); mounting reads no record, and the first
+//    use of a database reads only the directory of its position blocks.
+// 5. One process holds the volume; another one gets kErrorSharingViolation and changes nothing.
+// 6. A file that is not a volume, or is of a newer version, is refused and left as it is.
+// 7. When the open file is removed, replaced or written over by somebody else, no write succeeds:
+//    each gets kErrorFileInvalid. Of a file written over nothing is read or written any more.
+// 8. A journal is played into the volume it was written for, and into no other file.
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <vector>
+
+#include "store/engine/PlatformError.h"
+#include "store/engine/PropertyValue.h"
+#include "store/engine/VolumeState.h"
+
+struct CStorageState;
+
+using ObjectId = qint64;  ///< of a database or a record; 0 stands for none
+
+inline constexpr int kMaximumDatabaseName = 31;
+
+struct CDatabaseInfo {
+    ObjectId id = 0;
+    QString name;  ///< at most kMaximumDatabaseName characters
+    quint32 type = 0;
+    quint32 sortPropertyId = 0;  ///< property 0 with an integer or date type
+};
+
+/// Every operation returns a platform error number, kErrorSuccess when it went well, unless it
+/// says otherwise. Keys are property 0 widened to 64 bits.
+class CStorageEngine {
+  public:
+    CStorageEngine();
+    ~CStorageEngine();
+
+    /// Creates the file when it is missing.
+    int Mount(const QString& path);
+    int Unmount();
+    /// Unmounts, and takes the file away again if Mount created it.
+    [[nodiscard]] int Discard();
+    [[nodiscard]] bool IsMounted() const;
+    /// What had become of the open file when it was last looked at.
+    [[nodiscard]] EVolumeState GetVolumeState() const;
+    /// See SaveVolumeCopy. Outside of groups that have written only.
+    [[nodiscard]] int SaveCopy(const QString& path);
+    /// See CSqliteFile.
+    [[nodiscard]] QString GetKeptJournal() const;
+
+    /// kErrorInvalidName past 31 characters, kErrorAlreadyExists when the name is taken
+    /// (compared without case), kErrorInvalidParameter for a sort on anything but an integer or
+    /// date property 0.
+    int CreateDatabase(const QString& name, quint32 type, quint32 sortPropertyId,
+                       CDatabaseInfo& info);
+    int FindDatabase(const QString& name, CDatabaseInfo& info);
+    /// All databases of a type in order of creation; type 0 matches all.
+    int ListDatabases(quint32 type, std::vector<CDatabaseInfo>& databases);
+    /// Deletes the database with its records.
+    int DeleteDatabase(ObjectId database);
+
+    int CountRecords(ObjectId database, int& count);
+    /// kErrorFileNotFound when there is no such position.
+    int SeekToPosition(ObjectId database, int position, ObjectId& record);
+    /// First position whose key is not below `key`; the record count when all are below.
+    int LowerBound(ObjectId database, qint64 key, int& position);
+    /// Key at a position.
+    int KeyAt(ObjectId database, int position, qint64& key);
+    /// Reads the first `most` values only: the list has the length of the record, and what lies
+    /// past them is unspecified.
+    int ReadRecord(ObjectId record, PropertyList& properties, int most = kAllProperties);
+    /// Adds a record; its identifier comes back in `record`.
+    int AddRecord(ObjectId database, const PropertyList& properties, ObjectId& record);
+    /// Writes over a record, moving it when its key changed.
+    int ReplaceRecord(ObjectId database, ObjectId record, const PropertyList& properties);
+    int DeleteRecord(ObjectId database, ObjectId record);
+
+    /// Groups nest; only the outermost EndGroup makes durable. When a write inside a group or
+    /// EndGroup fails, the whole group is undone and every following write of the group fails
+    /// with the same number until the outermost EndGroup, which returns it too.
+    int BeginGroup();
+    int EndGroup();
+    /// Undoes the whole group at once, nested or not, as a failed write in it does.
+    int UndoGroup();
+
+    /// What CNamedValues works on, which lives as long as the engine.
+    [[nodiscard]] CStorageState& State() { return *m_state; }
+
+  private:
+    std::unique_ptr<CStorageState> m_state;
+};

@@ -1,0 +1,161 @@
+#include "store/engine/StorageState.h"
+
+#include "store/engine/RecordCodec.h"
+
+int CStorageState::CheckReadable() const {
+    if (!file.IsOpen()) {
+        return kErrorInvalidParameter;
+    }
+    return file.GetState() == EVolumeState::Overwritten ? static_cast<int>(kErrorFileInvalid)
+                                                        : kErrorSuccess;
+}
+
+int CStorageState::PrepareStatements() {
+    struct CRow {
+        CStatement& statement;
+        const char* sql;
+    };
+    const CRow rows[] = {
+        {listDatabases, "SELECT id, name, type, sort FROM databases ORDER BY id"},
+        {addDatabase, "INSERT INTO databases(name, type, sort) VALUES(?,?,?)"},
+        {removeDatabase, "DELETE FROM databases WHERE id=?"},
+        {removeBlocks, "DELETE FROM blocks WHERE database=?"},
+        {addRecord, "INSERT INTO records(body) VALUES(?)"},
+        {replaceRecord, "REPLACE INTO records(body, id) VALUES(?,?)"},
+        {removeRecord, "DELETE FROM records WHERE id=?"},
+    };
+    for (const CRow& row : rows) {
+        if (const int error = row.statement.Prepare(file, row.sql); error != kErrorSuccess) {
+            return error;
+        }
+    }
+    const int error = reader.Prepare(file);
+    return error == kErrorSuccess ? blocks.Prepare(file) : error;
+}
+
+void CStorageState::ReleaseStatements() {
+    for (CStatement* statement : {&listDatabases, &addDatabase, &removeDatabase, &removeBlocks,
+                                  &addRecord, &replaceRecord, &removeRecord}) {
+        statement->Release();
+    }
+    generation.Release();
+    reader.Release();
+    blocks.Release();
+}
+
+int CStorageState::Open(ObjectId database, COpenDatabase*& opened) {
+    if (const int error = CheckReadable(); error != kErrorSuccess) {
+        return error;
+    }
+    if (const auto found = open.find(database); found != open.end()) {
+        opened = &found->second;
+        return kErrorSuccess;
+    }
+    bool isKnown = false;
+    listDatabases.Start({});
+    while (listDatabases.Next()) {
+        isKnown = isKnown || listDatabases.GetInteger(0) == database;
+    }
+    if (const int error = listDatabases.Finish(); error != kErrorSuccess) {
+        return error;
+    }
+    if (!isKnown) {
+        return kErrorFileNotFound;
+    }
+    COpenDatabase fresh{CPositionIndex(file, blocks, database)};
+    if (const int error = fresh.index.Load(); error != kErrorSuccess) {
+        return error;
+    }
+    opened = &open.emplace(database, std::move(fresh)).first->second;
+    return kErrorSuccess;
+}
+
+int CStorageState::Locate(COpenDatabase& opened, ObjectId record, int& position,
+                          CIndexEntry& entry) {
+    int error = kErrorSuccess;
+    if (opened.lastSought < opened.index.Count()) {
+        position = opened.lastSought;
+        error = opened.index.EntryAt(position, entry);
+        if (error != kErrorSuccess || entry.record == record) {
+            return error;
+        }
+    }
+    PropertyList properties;
+    error = reader.Read(record, properties, 1);
+    if (error != kErrorSuccess) {
+        return error;
+    }
+    const std::optional<qint64> key = KeyOf(properties);
+    if (!key) {
+        return kErrorCorrupt;
+    }
+    error = opened.index.LowerBound(*key, position);
+    for (; error == kErrorSuccess && position < opened.index.Count(); ++position) {
+        error = opened.index.EntryAt(position, entry);
+        if (error == kErrorSuccess && entry.record == record) {
+            return kErrorSuccess;
+        }
+        if (error == kErrorSuccess && entry.key != *key) {
+            break;
+        }
+    }
+    return error != kErrorSuccess ? error : static_cast<int>(kErrorFileNotFound);
+}
+
+int CStorageState::DeleteAllRecords(COpenDatabase& opened) {
+    while (opened.index.Count() > 0) {
+        const int last = opened.index.Count() - 1;
+        CIndexEntry entry{};
+        int error = opened.index.EntryAt(last, entry);
+        if (error == kErrorSuccess) {
+            error = removeRecord.Run({entry.record});
+        }
+        if (error == kErrorSuccess) {
+            error = opened.index.RemoveAt(last);
+        }
+        if (error != kErrorSuccess) {
+            return error;
+        }
+    }
+    return opened.index.Flush();
+}
+
+// Whether the file is still the one we left is asked before the first byte of a unit is written
+// and again before the unit counts.
+int CStorageState::BeginUnit() {
+    isInUnit = true;
+    int error = file.CheckPlace();
+    if (error == kErrorSuccess && !generation.IsInPlace()) {
+        file.SetOverwritten();
+        error = kErrorFileInvalid;
+    }
+    return error == kErrorSuccess ? generation.Begin() : error;
+}
+
+int CStorageState::CommitUnit() {
+    reader.Pause();
+    if (!isInUnit) {
+        return CheckReadable();
+    }
+    for (auto& [id, opened] : open) {
+        if (const int error = opened.index.Flush(); error != kErrorSuccess) {
+            return error;
+        }
+    }
+    int error = file.CheckPlace();
+    if (error == kErrorSuccess) {
+        error = file.Commit();
+    }
+    if (error == kErrorSuccess) {
+        generation.Confirm();
+        isInUnit = false;
+    }
+    return error;
+}
+
+void CStorageState::Abandon() {
+    reader.Pause();
+    file.Rollback();
+    isInUnit = false;
+    open.clear();
+}

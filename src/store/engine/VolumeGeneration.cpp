@@ -1,0 +1,108 @@
+#include "store/engine/VolumeGeneration.h"
+
+#include <algorithm>
+
+namespace {
+constexpr qint64 kPageSize = 8192;
+}
+
+int CVolumeGeneration::Load() {
+    m_stored.reset();
+    int error = FindPage();
+    if (error != kErrorSuccess || m_page == 0) {
+        return error;
+    }
+    CStatement read;
+    error = read.Prepare(m_file, "SELECT body FROM identity WHERE id=1");
+    if (error == kErrorSuccess) {
+        read.Start({});
+        if (read.Next()) {
+            m_stored = CVolumeIdentity::FindIn(read.GetBlob(0));
+        }
+        error = read.Finish();
+    }
+    // Damage here says nothing about the records; it stops the first write.
+    return error == kErrorCorrupt ? static_cast<int>(kErrorSuccess) : error;
+}
+
+int CVolumeGeneration::FindPage() {
+    m_page = 0;
+    m_place = 0;
+    CStatement find;
+    const int error =
+        find.Prepare(m_file, "SELECT rootpage FROM sqlite_schema WHERE name='identity'");
+    if (error != kErrorSuccess) {
+        return error;
+    }
+    find.Start({});
+    if (find.Next()) {
+        m_page = (find.GetInteger(0) - 1) * kPageSize;
+    }
+    return find.Finish();
+}
+
+// The row keeps its place, so the whole page is rarely needed.
+bool CVolumeGeneration::IsInPlace() {
+    if (!m_stored) {
+        return true;
+    }
+    const auto isOurs = [this](const std::optional<CVolumeIdentity>& row) {
+        // The next one is there when a unit failed and could not be rolled back yet.
+        return row == *m_stored || row == m_next;
+    };
+    if (isOurs(CVolumeIdentity::FindIn(m_file.ReadRaw(m_place, CVolumeIdentity::kSize)))) {
+        return true;
+    }
+    const QByteArray page = m_file.ReadRaw(m_page, kPageSize);
+    m_place = m_page + std::max<qint64>(0, CVolumeIdentity::PlaceIn(page));
+    return isOurs(CVolumeIdentity::FindIn(page));
+}
+
+void CVolumeGeneration::Release() {
+    m_update.Release();
+    m_stored.reset();
+}
+
+int CVolumeGeneration::Begin() {
+    int error = m_stored ? static_cast<int>(kErrorSuccess) : CreateRow();
+    if (error == kErrorSuccess && !m_update.IsPrepared()) {
+        error = m_update.Prepare(m_file, "UPDATE identity SET body=? WHERE id=1");
+    }
+    if (error == kErrorSuccess) {
+        error = m_file.Begin();
+    }
+    if (error == kErrorSuccess) {
+        m_next = m_stored->Next();
+        error = m_update.Run({QByteArrayView(m_next.ToBytes())});
+    }
+    return error;
+}
+
+void CVolumeGeneration::Confirm() {
+    m_stored = m_next;
+}
+
+int CVolumeGeneration::CreateRow() {
+    const CVolumeIdentity created = CVolumeIdentity::Create();
+    int error = m_file.Begin();
+    if (error == kErrorSuccess) {
+        error = m_file.Execute(
+            "CREATE TABLE IF NOT EXISTS identity(id INTEGER PRIMARY KEY, body BLOB NOT NULL)");
+    }
+    CStatement write;
+    if (error == kErrorSuccess) {
+        error = write.Prepare(m_file, "REPLACE INTO identity(id, body) VALUES(1,?)");
+    }
+    if (error == kErrorSuccess) {
+        error = write.Run({QByteArrayView(created.ToBytes())});
+    }
+    write.Release();
+    if (error == kErrorSuccess) {
+        error = m_file.Commit();
+    }
+    if (error == kErrorSuccess) {
+        m_stored = created;
+        error = FindPage();
+    }
+    return error;
+}

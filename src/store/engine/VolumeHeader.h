@@ -1,0 +1,17 @@
+// The first bytes of a volume file, which say whether it is one.
+#pragma once
+
+#include <QtGlobal>
+#include <array>
+
+#include "store/engine/PlatformError.h"
+
+inline constexpr quint32 kVolumeApplicationId = 0x564C4D52;  ///< "VLMR"
+inline constexpr quint32 kVolumeVersion = 1;
+inline constexpr int kVolumeHeaderSize = 100;
+using VolumeHeader = std::array<uchar, kVolumeHeaderSize>;
+
+[[nodiscard]] bool IsBlank(const VolumeHeader& header);
+/// kErrorBadFormat for what is not a volume, kErrorNewerVersion, or kErrorCorrupt. `fileSize` in
+/// bytes; what a shorter file lacks of the header is zero.
+[[nodiscard]] int JudgeHeader(const VolumeHeader& header, qint64 fileSize);

@@ -1,0 +1,50 @@
+#include "store/records/CatalogueItem.h"
+
+#include <array>
+
+namespace {
+constexpr int kCategoryId = 0;
+
+const std::array<CCatalogueLayout, 4> kLayouts = {{
+    {kFoodLayout, 1, 2, true},
+    {kMenuLayout, 3, 4, false},
+    {kRecipeLayout, 3, 4, false},
+    {kExerciseLibLayout, 1, 2, true},
+}};
+}  // namespace
+
+const CCatalogueLayout& CatalogueLayoutOf(ECatalogueKind kind) {
+    return kLayouts.at(static_cast<std::size_t>(kind));
+}
+
+bool IsBehindItems(const PropertyList& properties) {
+    const auto* parent = properties.empty() ? nullptr : std::get_if<qint32>(&properties.front());
+    return parent != nullptr && *parent >= CViewSettings::kMarker;
+}
+
+CCatalogueItem::CCatalogueItem(ECatalogueKind kind)
+    : CItemRecord(CatalogueLayoutOf(kind).layout), m_numbers(CatalogueLayoutOf(kind)) {}
+
+qint32 CCatalogueItem::GetCategoryId() const {
+    return Get<qint32>(kCategoryId);
+}
+
+void CCatalogueItem::SetCategoryId(qint32 id) {
+    Set(kCategoryId, id);
+}
+
+QString CCatalogueItem::GetName() const {
+    return Get<QString>(m_numbers.name);
+}
+
+void CCatalogueItem::SetName(const QString& name) {
+    SetText(m_numbers.name, name);
+}
+
+QString CCatalogueItem::GetType() const {
+    return Get<QString>(m_numbers.type);
+}
+
+void CCatalogueItem::SetType(const QString& type) {
+    SetText(m_numbers.type, type);
+}

@@ -1,0 +1,146 @@
+// Fields and numbers of exchange files, what makes a food fit to be stored, finding.
+#include <cmath>
+#include <limits>
+
+#include "catalogue/exchange/CsvFields.h"
+#include "catalogue/items/CatalogueKinds.h"
+#include "catalogue/items/FoodRules.h"
+#include "catalogue/pick/FindItems.h"
+#include "platform/TextFile.h"
+#include "support/CatalogueTest.h"
+#include "support/Files.h"
+
+using namespace Qt::StringLiterals;
+
+class TestCatalogueRules : public CCatalogueTest {
+    Q_OBJECT
+
+  private slots:
+    void aLineFallsIntoFields() {
+        const std::pair<QString, QString> rows[] = {
+            {u""_s, u""_s},
+            {u"  \t"_s, u""_s},
+            {u"a,b,"_s, u"<a><b>"_s},
+            {u",, ,x"_s, u"<><><><x>"_s},
+            {u"1, \"Milk, whole\" ,2"_s, u"<1><Milk><whole><2>"_s},  // a blank behind the quote
+            {u"\"Milk, whole\",2"_s, u"<Milk, whole><2>"_s},
+            {u"\"a \"b\" c\",d"_s, u"<a \"b\" c><d>"_s},
+            {u"\"Milk, whole"_s, u"<Milk><whole>"_s},
+            {u"\"\",\"\""_s, u"<><\">"_s},
+            {u"\""_s, u""_s},
+            {u"a\",b"_s, u"<a><b>"_s},
+            {u"\" a \", \"\" b \"\",c"_s, u"<a>< b ><c>"_s},  // trimmed, then unquoted
+            {u"\" \",\"\" \"\","_s, u"<>< >"_s},
+            {u"\u00A0a\u2003,\vb\f\t"_s, u"<a><b>"_s},
+            {u" \"\",\"a"_s, u"<><a>"_s},
+            {u"\u0001a\u001F,"_s, u"<\u0001a\u001F>"_s},  // no blanks
+        };
+        for (const auto& [line, expected] : rows) {
+            CCsvFields fields(line);
+            QString found;
+            while (const std::optional<QStringView> field = fields.Next()) {
+                found += u'<' + field->toString() + u'>';
+            }
+            QCOMPARE(found, expected);
+        }
+    }
+
+    void numbersAreReadAsFarAsTheyGo() {
+        const std::pair<QString, double> rows[] = {
+            {u"717.004"_s, 717.004},
+            {u".5"_s, 0.5},
+            {u"-3.25"_s, -3.25},
+            {u"12abc"_s, 12.0},
+            {u"1.5e3"_s, 1500.0},
+            {u"1234567890123456.25"_s, 1234567890123456.25},  // 19 characters
+            {u"1234567890123456.250"_s, 0.0},                 // 20
+            {u""_s, 0.0},
+            {u"1e999"_s, 0.0},
+        };
+        for (const auto& [field, number] : rows) {
+            QCOMPARE(ImportedNumber(field), number);
+        }
+    }
+
+    void numbersAreWrittenWithThreeDecimals() {
+        const std::pair<double, QByteArray> rows[] = {
+            {1.5, "1.500,"},
+            {0.0, "0.000,"},
+            {-0.0, "-0.000,"},
+            {0.007, "0.007,"},
+            // The nearest double to 1.0005 lies below it, the one to 0.0015 above.
+            {1.0005, "1.000,"},
+            {0.0015, "0.002,"},
+            {999.9996, "1000.000,"},
+            {-1.25, "-1.250,"},
+            {123456789012345.0, "123456789012345.000,"},
+            {1e308, QByteArray::number(1e308, 'f', 3).append(',')},
+            {std::nan(""), "0.000,"},
+            {std::numeric_limits<double>::infinity(), "0.000,"},
+        };
+        for (const auto& [number, text] : rows) {
+            CTextFile file;
+            QVERIFY(file.Create(Path(u"numbers.csv"_s)));
+            CCsvLineWriter line(file);
+            line.Number(number);
+            line.EndLine();
+            QVERIFY(file.Close());
+            QCOMPARE(Load(Path(u"numbers.csv"_s)), text + "\r\n");
+        }
+    }
+
+    void aFoodIsRefusedForTheFirstReason() {
+        const qint32 dairy = AddCategory(Database(), u"Dairy"_s);
+        QVERIFY(Database().Foods().Write(-1, MakeFood(dairy, u"Milk"_s, u"whole"_s)));
+        using CServings = std::vector<std::pair<QString, double>>;
+        const auto refusal = [&, this](qint32 category, const QString& name, const QString& type,
+                                       const CServings& servings, int position = -1,
+                                       EServingMode mode = EServingMode::Weighed) {
+            CFoodItem food = MakeFood(category, name, type);
+            food.SetServingName(0, {});
+            for (size_t i = 0; i < servings.size(); ++i) {
+                food.SetServingName(static_cast<int>(i), servings[i].first);
+                food.SetServingWeight(static_cast<int>(i), servings[i].second);
+            }
+            return CheckFood(Database(), food, mode, position).value_or(u"taken"_s);
+        };
+        const CServings cup = {{u"1 cup"_s, 240}};
+        QCOMPARE(refusal(-1, {}, {}, {}), u"Please enter food name"_s);
+        QCOMPARE(refusal(-1, u"Milk"_s, {}, {}), u"Please enter food type"_s);
+        QCOMPARE(refusal(dairy, u"Milk"_s, u"whole"_s, {}),
+                 u"Food 'Milk, whole' already exists in category 'Dairy'."_s);
+        QCOMPARE(refusal(-1, u"Milk"_s, u"dry"_s, {}), u"Please enter at least one serving."_s);
+        QCOMPARE(refusal(-1, u"Milk"_s, u"dry"_s, {cup[0], {u"1 tbsp"_s, 0}}),
+                 u"Please enter weight in gm for serving 1 tbsp"_s);
+        QCOMPARE(refusal(-1, u"Milk"_s, u"dry"_s, cup), u"There is no category selected."_s);
+        QCOMPARE(refusal(dairy, u"Milk"_s, u"dry"_s, cup), u"taken"_s);
+        QCOMPARE(refusal(dairy, u"Milk"_s, u"whole"_s, cup, 0), u"taken"_s);  // its own double
+        QCOMPARE(
+            refusal(dairy, u"Milk"_s, u"dry"_s, {{u"1 cup"_s, 0}}, -1, EServingMode::OneServing),
+            u"taken"_s);
+    }
+
+    void findLooksInNameAndTypeWithoutCase() {
+        for (const auto& [name, type] : {std::pair{u"Milk"_s, u"whole"_s},
+                                         {u"Butter"_s, u"STRASSE"_s},
+                                         {u"Buttermilk"_s, u"skimmed"_s}}) {
+            QVERIFY(Database().Foods().Write(-1, MakeFood(1, name, type)));
+        }
+        QVERIFY(Database().SaveViewSettings(kFoods, CViewSettings()));
+        const auto found = [this](const QString& name, const QString& type, int first) {
+            return FindNextItem(Database(), kFoods, name, {type}, first);
+        };
+        QCOMPARE(found(u"mil"_s, {}, 0), 0);
+        QCOMPARE(found(u"MIL"_s, {}, 1), 2);
+        QCOMPARE(found(u"milk"_s, u"SKIM"_s, 0), 2);
+        QCOMPARE(found({}, u"stra\u00dfe"_s, 0), 1);
+        QCOMPARE(found(u"milk"_s, {}, 3), -1);  // does not start over
+        QCOMPARE(found({}, {}, 3), -1);         // does not see the settings
+    }
+
+    void init() { MakeVolume(); }
+    void cleanup() { DropVolume(); }
+};
+
+QTEST_GUILESS_MAIN(TestCatalogueRules)
+#include "TestCatalogueRules.moc"

@@ -1,0 +1,266 @@
+// Putting menus and recipes together: components, values, refusals, and the recipe as text.
+#include "catalogue/exchange/RecipeText.h"
+#include "catalogue/pick/AddFoodForm.h"
+#include "diary/DiaryFixture.h"
+#include "support/ComposedSamples.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
+
+class TestComposedForm : public CDiaryTest {
+    Q_OBJECT
+
+  private slots:
+    void aRecipeIsTheSumOfItsFoods() {
+        CComposedForm form(*m_doc, kRecipes, -1, m_category);
+        // 2 x 150 g of 52 kcal per 100 g = 156; 1 bowl = 80; 3 rings of 6 g of 240 = 43.2.
+        form.SetRowText(0, u"12"_s);
+        QCOMPARE(form.RowText(0), u"12.00"_s);
+        form.Recalculate();  // of nothing
+        AddFoods(form);
+        QCOMPARE(form.RowText(0), u"0.00"_s);
+        form.Recalculate();
+        QCOMPARE(form.RowText(0), u"279.20"_s);
+        QCOMPARE(form.RowText(1), u"27.92"_s);
+        QCOMPARE(form.ServingText(0), u"2.00x1 medium"_s);
+        form.Fields().name = u" Soup with apples "_s;
+        form.Fields().servings = u" 4 portions "_s;
+        form.Fields().instructions = u"Stir.\r\nServe."_s;
+        QVERIFY(form.Confirm());
+        CRecipeItem recipe;
+        QVERIFY(Database().Recipes().Read(form.GetStoredPosition(), recipe));
+        QCOMPARE(recipe.GetName(), u"Soup with apples"_s);
+        QCOMPARE(recipe.GetServingName(), u"4 portions"_s);
+        QCOMPARE(recipe.GetServingX(), 1.0);
+        QCOMPARE(recipe.GetItemKind(), EItemKind::Recipe);
+        QCOMPARE(recipe.GetInstructions(), u"Stir.\r\nServe."_s);
+        // 156 + 80 + 43.2; the sugar is not displayed and is summed all the same.
+        QVERIFY(std::abs(recipe.GetNutrientValue(kEnergyIndex) - 279.2) < 1e-9);
+        QCOMPARE(recipe.GetNutrientValue(6), 9.0);  // 2 x 1.5 x 3 g
+        QCOMPARE(PartsOf(Database(), kRecipes, recipe.GetItemId()), u"Apple,Tomato soup,Apple"_s);
+    }
+
+    void whatIsTypedInKilojoulesIsStoredInKilocalories() {
+        m_doc->Settings().preferences.energyUnit = EEnergyUnit::KJ;
+        CComposedForm form(*m_doc, kMenus, -1, AddCategory(Database(), u"M"_s, kMenus));
+        form.SetRowText(0, u"418"_s);
+        form.Fields().name = u"Lunch"_s;
+        QVERIFY(form.Confirm());
+        CMenuItem menu;
+        QVERIFY(Database().Menus().Read(form.GetStoredPosition(), menu));
+        QVERIFY(std::abs(menu.GetNutrientValue(kEnergyIndex) - 100) < 1e-9);
+        QCOMPARE(menu.GetServingName(), u"1 serving"_s);
+    }
+
+    void aCellCountsWithItsLeadingNumber() {
+        const qint32 category = AddCategory(Database(), u"M"_s, kMenus);
+        AddComposed(Database(), kMenus, category, u"Lunch"_s);
+        CMenuItem menu;
+        QVERIFY(Database().Menus().Read(0, menu));
+        menu.SetNutrientValue(1, 3.33333);
+        QVERIFY(Database().Menus().Write(0, menu));
+        const std::pair<QString, double> rows[] = {
+            {u"3.33"_s, 3.33333},  // as shown: left alone
+            {u" 3.33 "_s, 3.33333},
+            {u"12 g"_s, 12},
+            {u" 1.5"_s, 1.5},
+            {u"-5"_s, -5},
+            {u"abc"_s, 0},
+            {u""_s, 0},
+            {u"  "_s, 0},
+            {u"1e-999"_s, 0},
+            {u"inf"_s, 0},
+            {u"1e9"_s, 1e9},
+            {u"1000000001"_s, 3.33333},
+            {u"-1e999"_s, 3.33333},
+        };
+        for (const auto& [typed, stored] : rows) {
+            CComposedForm form(*m_doc, kMenus, 0, category);
+            form.SetRowText(1, typed);
+            QVERIFY(form.Confirm());
+            CMenuItem confirmed;
+            QVERIFY(Database().Menus().Read(0, confirmed));
+            QCOMPARE(confirmed.GetNutrientValue(1), stored);
+            QVERIFY(Database().Menus().Write(0, menu));
+        }
+    }
+
+    void okRefusesInOrder_data() {
+        AddRows<ECatalogueKind, QString>({
+            {"menu", kMenus,
+             u"Please enter menu name|Menu 'Lunch' already exists in category 'C'."_s},
+            {"recipe", kRecipes,
+             u"Please enter recipe name|Recipe 'Lunch' already exists in category 'C'."_s},
+        });
+    }
+    void okRefusesInOrder() {
+        const auto& [kind, transcript] = DataRow<ECatalogueKind, QString>();
+        const qint32 category = AddCategory(Database(), u"C"_s, kind);
+        AddComposed(Database(), kind, category, u"Lunch"_s);
+        CComposedForm form(*m_doc, kind, -1, -1);
+        QVERIFY(!form.Confirm());
+        form.Fields().categoryId = category;
+        form.Fields().name = u" "_s;
+        QVERIFY(!form.Confirm());
+        form.Fields().name = u"Lunch"_s;
+        QVERIFY(!form.Confirm());
+        QCOMPARE(m_messages->Said(), u"There is no category selected.|"_s + transcript);
+        // It is no double of itself.
+        CComposedForm stored(*m_doc, kind, 0, category);
+        QVERIFY(stored.Confirm());
+        QCOMPARE(Database().CountItems(kind), 1);
+    }
+
+    void whatCannotBeStoredIsSaidAndStaysOpen() {
+        const qint32 category = AddCategory(Database(), u"C"_s, kMenus);
+        CComposedForm form(*m_doc, kMenus, -1, category);
+        form.Fields().name = u"Lunch"_s;
+        {
+            const CFileSizeLimit full(1);
+            QVERIFY(!form.Confirm());
+        }
+        QCOMPARE(m_messages->Said(), u"Cannot add menu (error# 112).|Cannot add new menu."_s);
+        QVERIFY(form.Confirm());
+        const CFileSizeLimit full(1);
+        QVERIFY(!form.Confirm());
+        QCOMPARE(m_messages->Said(), u"Cannot add menu (error# 112).|Cannot update menu."_s);
+    }
+
+    void componentsAreStoredAtOnceAndGoWithACancelledItem() {
+        {
+            CComposedForm form(*m_doc, kRecipes, -1, m_category);
+            AddFoods(form);
+            QCOMPARE(Database().Recipes().Count(), 3);
+        }
+        QCOMPARE(Database().Recipes().Count(), 0);
+        const qint32 edited = AddComposed(Database(), kRecipes, m_category, u"Kept"_s);
+        {
+            CComposedForm form(*m_doc, kRecipes, 0, m_category);
+            AddFoods(form);
+        }
+        QCOMPARE(PartsOf(Database(), kRecipes, edited), u"Apple,Tomato soup,Apple"_s);
+    }
+
+    void deletingComponentsAsks_data() {
+        AddRows<ECatalogueKind, QString>({
+            {"menu", kMenus, u"menu"_s},
+            {"recipe", kRecipes, u"recipe"_s},
+        });
+    }
+    void deletingComponentsAsks() {
+        const auto& [kind, word] = DataRow<ECatalogueKind, QString>();
+        CComposedForm form(*m_doc, kind, -1, m_category);
+        AddFoods(form);
+        QVERIFY(!form.DeleteComponents({}));
+        QVERIFY(!CComposedForm::MayEditComponent(0) && !CComposedForm::MayEditComponent(2));
+        QCOMPARE(m_messages->Said(),
+                 u"Please select food to delete.|Please select food to edit.|"
+                 "Please select only one food to edit."_s);
+        m_messages->answers = {false};
+        QVERIFY(!form.DeleteComponents({1}));
+        QVERIFY(form.DeleteComponents({1}));
+        QVERIFY(form.DeleteComponents({0, 1}));
+        m_messages->asked.removeFirst();
+        QCOMPARE(m_messages->asked.join(u'|'),
+                 u"Are you sure you want to delete food 'Tomato soup' from %1?|"
+                 "Are you sure you want to delete 2 foods from %1?"_s.arg(word));
+        QVERIFY(form.Components().empty());
+    }
+
+    void anEditedComponentIsScaledFromWhatItWas() {
+        CComposedForm form(*m_doc, kRecipes, -1, m_category);
+        AddFoods(form);
+        const auto request = CAddFoodRequest::ForComponent(Database(), form.Components()[0]);
+        QCOMPARE(request.allowedKinds, int{kAllowFood});
+        CAddFoodForm edit(*m_doc, request);
+        QCOMPARE(edit.CategoryText(), u"Fruit"_s);
+        edit.SetAmountText(u"3"_s);
+        QVERIFY(edit.Confirm() && form.ReplaceComponent(0, edit.GetResult()));
+        // 156 kcal for 2 apples, so 234 for 3.
+        QCOMPARE(form.Components()[0].GetNutrientValue(kEnergyIndex), 234.0);
+        QCOMPARE(form.ServingText(0), u"3.00x1 medium"_s);
+        QCOMPARE(form.Components().size(), 3U);
+    }
+
+    void aRecipeMayNotHoldItself() {
+        const qint32 dough = AddComposed(Database(), kRecipes, m_category, u"Dough"_s);
+        const qint32 pie = AddComposed(Database(), kRecipes, m_category, u"Pie"_s);
+        QVERIFY(AddPart(Database(), kRecipes, pie, u"Dough"_s, 0, EItemKind::Recipe, dough));
+        CComposedForm form(*m_doc, kRecipes, 0, m_category);
+        QVERIFY(!AddPicked(form, EItemKind::Recipe, {u"Recipes"_s, u"Dough"_s}, u"1"_s));
+        QVERIFY(!AddPicked(form, EItemKind::Recipe, {u"Recipes"_s, u"Pie"_s}, u"1"_s));
+        QCOMPARE(m_messages->Said(),
+                 u"Recipe 'Dough' cannot be a part of itself.|"
+                 "Recipe 'Pie' cannot be a part of itself."_s);
+        QVERIFY(form.Components().empty());
+        CComposedForm menu(*m_doc, kMenus, -1, 1);
+        QVERIFY(AddPicked(menu, EItemKind::Recipe, {u"Recipes"_s, u"Pie"_s}, u"1"_s));
+        QCOMPARE(menu.Components()[0].GetItemId(), pie);
+    }
+
+    void theTextIsWhatTheDialogShows() {
+        CComposedForm form(*m_doc, kRecipes, -1, m_category);
+        AddFoods(form);
+        QVERIFY(AddPicked(form, EItemKind::Food, {u"Soups"_s, u"Tomato soup"_s, u"home made"_s},
+                          u"1"_s));
+        form.Fields() = {m_category, u" Soup "_s, u"4 portions"_s, u"Stir.\r\nServe."_s};
+        form.Recalculate();
+        form.SetRowText(1, u"7.5"_s);
+        QVERIFY(!SaveRecipeText(form));  // the file dialog was cancelled
+        QCOMPARE(m_messages->choices.last().defaultExtension, u".txt"_s);
+        m_messages->chosenFile = Path(u"soup.txt"_s);
+        QVERIFY(SaveRecipeText(form));
+        // 279.2 + 80
+        QCOMPARE(Load(m_messages->chosenFile),
+                 QByteArray("Velmora recipe\r\n\r\nCategory: Recipes\r\nName:  Soup \r\n"
+                            "Servings: 4 portions\r\n\r\nIngredients:\r\n"
+                            "2.00 X 1 medium Apple\r\n1 bowl Tomato soup\r\n"
+                            "3.00 X 1 ring Apple\r\n1 bowl Tomato soup\r\n"
+                            "\r\nInstructions:\r\nStir.\r\nServe.\r\n"
+                            "\r\nNutrients:\r\nEnergy (kcal): 359.20\r\n"
+                            "Protein (g): 7.50\r\n"));
+        const QByteArray inC = Load(m_messages->chosenFile);
+        QLocale::setDefault(QLocale(u"de_DE"_s));  // "2,00" on the screen
+        QVERIFY(SaveRecipeText(form));
+        QCOMPARE(Load(m_messages->chosenFile), inC);
+        m_messages->chosenFile = Path(u"no/such/folder.txt"_s);
+        QVERIFY(!SaveRecipeText(form));
+        QCOMPARE(m_messages->Said(), u"Cannot create file."_s);
+    }
+
+    void init() {
+        MakeDiary();
+        AddCatalogue();
+        CFoodItem apple;
+        QVERIFY(Database().Foods().Read(0, apple));
+        apple.SetNutrientValue(6, 3);
+        QVERIFY(Database().Foods().Write(0, apple));
+        m_category = AddCategory(Database(), u"Recipes"_s, kRecipes);
+    }
+    void cleanup() { DropVolume(); }
+
+  private:
+    /// Two medium apples, a bowl of soup, three rings of dried apple.
+    void AddFoods(CComposedForm& form) {
+        QVERIFY(AddPicked(form, EItemKind::Food, {u"Fruit"_s, u"Apple"_s, u"raw"_s}, u"2"_s));
+        QVERIFY(AddPicked(form, EItemKind::Food, {u"Soups"_s, u"Tomato soup"_s, u"home made"_s},
+                          u"1"_s));
+        QVERIFY(AddPicked(form, EItemKind::Food, {u"Fruit"_s, u"Apple"_s, u"dried"_s}, u"3"_s));
+    }
+    /// `picks` are category, name and, for a food, type.
+    bool AddPicked(CComposedForm& form, EItemKind kind, const QStringList& picks,
+                   const QString& amount) {
+        CAddFoodForm chosen(*m_doc, CAddFoodRequest::ForNewComponent());
+        chosen.SetKind(kind);
+        EPicker picker = EPicker::Category;
+        for (const QString& row : picks) {
+            picker = chosen.Pick(picker, row);
+        }
+        chosen.SetAmountText(amount);
+        return chosen.Confirm() && form.AddComponent(chosen.GetResult());
+    }
+
+    qint32 m_category = -1;
+};
+
+QTEST_GUILESS_MAIN(TestComposedForm)
+#include "TestComposedForm.moc"

@@ -1,0 +1,200 @@
+// The engine against a plain sorted list, and its refusals.
+#include "store/engine/EngineSteps.h"
+#include "support/DataRows.h"
+
+#include <QDir>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+struct CExpected {
+    qint32 key;
+    ObjectId record;
+    bool operator==(const CExpected&) const = default;
+};
+
+// The list that positions must agree with: equal keys in order of insertion.
+void InsertSorted(std::vector<CExpected>& list, CExpected entry) {
+    const auto at = std::ranges::upper_bound(list, entry.key, {}, &CExpected::key);
+    list.insert(at, entry);
+}
+}  // namespace
+
+class TestStorageEngine : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void init() {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_path = m_folder->filePath(u"volume.db"_s);
+        m_engine = std::make_unique<CStorageEngine>();
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        m_database = Created(*m_engine, u"Numbers"_s, 7);
+        QVERIFY(m_database != 0);
+    }
+
+    void cleanup() {
+        m_engine.reset();
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{u"volume.db"_s});
+    }
+
+    void positionsFollowKeyAndInsertion_data() {
+        AddRows<int, int, QString>({
+            {"many equal keys", 16, 6, u"few"_s},
+            {"scattered keys", 16, 7, u"any"_s},
+            {"shrinking", 16, 4, u"any"_s},
+            {"ascending", 16, 9, u"ascending"_s},
+            // Halving the first block again and again uses up the gap behind it.
+            {"descending", 32, 10, u"descending"_s},
+        });
+    }
+
+    void positionsFollowKeyAndInsertion() {
+        const auto& [rounds, insertsInTen, keys] = DataRow<int, int, QString>();
+        QRandomGenerator random(20);
+        std::vector<CExpected> expected;
+        for (int round = 0; round < rounds; ++round) {
+            QCOMPARE(m_engine->BeginGroup(), kOk);
+            for (int i = 0; i < 250; ++i) {
+                const int serial = round * 250 + i;
+                qint32 key = random.bounded(-1000, 1000);
+                if (keys != u"any"_s) {
+                    key = keys == u"few"_s ? key % 4 : keys == u"ascending"_s ? serial : -serial;
+                }
+                ChangeBoth(expected, key, random.bounded(10) < insertsInTen, random);
+                if (QTest::currentTestFailed()) {
+                    return;
+                }
+            }
+            QCOMPARE(m_engine->EndGroup(), kOk);
+            if (round % 4 == 3) {
+                Remount();
+                CompareAll(expected);
+            }
+        }
+    }
+
+    void readsBackWhatWasWritten() {
+        const PropertyList written = {qint32{5}, -0.0, 1e300, qint64{-1}, u"a\u00e9\U0001F34E"_s};
+        const ObjectId record = Added(*m_engine, m_database, written);
+        Remount();
+        PropertyList read;
+        QCOMPARE(m_engine->ReadRecord(record, read), kOk);
+        QVERIFY(read == written);
+        QVERIFY(std::signbit(std::get<double>(read[1])));
+        QCOMPARE(m_engine->ReadRecord(record + 1, read), int(kErrorFileNotFound));
+    }
+
+    void anUnfinishedGroupIsNotKept() {
+        QVERIFY(Added(*m_engine, m_database, Numbered(1)) != 0);
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        QVERIFY(Added(*m_engine, m_database, Numbered(2)) != 0);
+        QCOMPARE(m_engine->EndGroup(), kOk);
+        // The inner end made nothing durable.
+        QCOMPARE(m_engine->Unmount(), kOk);
+        QCOMPARE(m_engine->EndGroup(), int(kErrorInvalidParameter));
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        QCOMPARE(CountOf(*m_engine, m_database), 1);
+    }
+
+    void databasesAreFoundWithoutCase() {
+        QVERIFY(Created(*m_engine, u"\u00c9mile"_s, 0x1001) != 0);
+        CDatabaseInfo info;
+        QCOMPARE(m_engine->CreateDatabase(u"\u00e9MILE"_s, 0, kByNumber, info),
+                 int(kErrorAlreadyExists));
+        Remount();
+        QCOMPARE(m_engine->FindDatabase(u"\u00e9mile"_s, info), kOk);
+        QCOMPARE(info.name, u"\u00c9mile"_s);
+        QCOMPARE(info.type, 0x1001U);
+    }
+
+    void wrongArgumentsAreRefused() {
+        QVERIFY(Created(*m_engine, QString(31, u'x')) != 0);
+        for (const auto& [name, sort, error] :
+             {std::tuple{QString(32, u'y'), kByNumber, int(kErrorInvalidName)},
+              {u"T"_s, PropertyId(0, EPropertyType::Text), kErrorInvalidParameter},
+              {u"T"_s, PropertyId(1, EPropertyType::Int32), kErrorInvalidParameter}}) {
+            CDatabaseInfo info;
+            QCOMPARE(m_engine->CreateDatabase(name, 0, sort, info), error);
+        }
+        ObjectId record = 0;
+        QCOMPARE(m_engine->AddRecord(m_database, {QString()}, record), int(kErrorInvalidParameter));
+        QCOMPARE(m_engine->AddRecord(99, Numbered(1), record), int(kErrorFileNotFound));
+        QCOMPARE(m_engine->SeekToPosition(m_database, -1, record), int(kErrorFileNotFound));
+    }
+
+    void aDeletedDatabaseTakesItsRecordsAlong() {
+        const ObjectId other = Created(*m_engine, u"Other"_s);
+        const ObjectId mine = Added(*m_engine, m_database, Numbered(1));
+        const ObjectId theirs = Added(*m_engine, other, Numbered(1));
+        QCOMPARE(m_engine->DeleteRecord(m_database, theirs), int(kErrorFileNotFound));
+        QCOMPARE(m_engine->DeleteDatabase(m_database), kOk);
+        PropertyList read;
+        QCOMPARE(m_engine->ReadRecord(mine, read), int(kErrorFileNotFound));
+        QCOMPARE(m_engine->ReadRecord(theirs, read), kOk);
+        QCOMPARE(CountOf(*m_engine, m_database), -1);
+    }
+
+  private:
+    void Remount() {
+        QCOMPARE(m_engine->Unmount(), kOk);
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+    }
+
+    // One insertion, or a deletion, or a move to another key, in both.
+    void ChangeBoth(std::vector<CExpected>& expected, qint32 key, bool isInsertion,
+                    QRandomGenerator& random) {
+        if (isInsertion || expected.empty()) {
+            InsertSorted(expected, {key, Added(*m_engine, m_database, Numbered(key))});
+            return;
+        }
+        const int position = random.bounded(static_cast<int>(expected.size()));
+        CExpected old = expected[position];
+        if (random.bounded(2) == 0) {
+            // Every other time the place sought last is the right one.
+            ObjectId record = 0;
+            QCOMPARE(m_engine->SeekToPosition(m_database, position, record), kOk);
+            QCOMPARE(record, old.record);
+        }
+        if (random.bounded(3) != 0) {
+            QCOMPARE(m_engine->DeleteRecord(m_database, old.record), kOk);
+            expected.erase(expected.begin() + position);
+            return;
+        }
+        QCOMPARE(m_engine->ReplaceRecord(m_database, old.record, Numbered(key)), kOk);
+        if (key != old.key) {
+            expected.erase(expected.begin() + position);
+            InsertSorted(expected, {key, old.record});
+        }
+    }
+
+    void CompareAll(const std::vector<CExpected>& expected) {
+        std::vector<CExpected> found;
+        for (int position = 0; position < CountOf(*m_engine, m_database); ++position) {
+            qint64 key = 0;
+            ObjectId record = 0;
+            QCOMPARE(m_engine->KeyAt(m_database, position, key), kOk);
+            QCOMPARE(m_engine->SeekToPosition(m_database, position, record), kOk);
+            found.push_back({static_cast<qint32>(key), record});
+        }
+        QVERIFY(found == expected);
+        for (int key = -1010; key < 1010; key += 7) {
+            const auto first = std::ranges::lower_bound(expected, key, {}, &CExpected::key);
+            int position = 0;
+            QCOMPARE(m_engine->LowerBound(m_database, key, position), kOk);
+            QCOMPARE(position, static_cast<int>(first - expected.begin()));
+        }
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+    std::unique_ptr<CStorageEngine> m_engine;
+    ObjectId m_database = 0;
+};
+
+QTEST_GUILESS_MAIN(TestStorageEngine)
+#include "TestStorageEngine.moc"

@@ -1,0 +1,417 @@
+// Foreign and damaged files, full disks, a second owner, and death in the middle of a write.
+
+#include <sys/mount.h>
+
+#include "store/engine/EngineSteps.h"
+#include "store/engine/SqliteFile.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <csignal>
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kPageBytes = 8192;
+constexpr auto kWriteMode = "--write-until-killed";
+constexpr auto kDieMode = "--die-in-a-write";
+
+ObjectId OpenNumbers(CStorageEngine& engine) {
+    CDatabaseInfo info;
+    const bool isThere = engine.FindDatabase(u"Numbers"_s, info) == kErrorSuccess;
+    return isThere ? info.id : Created(engine, u"Numbers"_s);
+}
+
+// Numbers go in fours: the first alone, the other three as a group. A number is printed once it
+// is confirmed.
+int WriteUntilKilled(const QString& path) {
+    CStorageEngine engine;
+    engine.Mount(path);
+    const ObjectId database = OpenNumbers(engine);
+    int next = CountOf(engine, database);
+    while (true) {
+        const int size = next % 4 == 0 ? 1 : 3;
+        engine.BeginGroup();
+        for (int i = 0; i < size; ++i) {
+            Added(engine, database, Numbered(next++));
+        }
+        if (engine.EndGroup() != kErrorSuccess) {
+            return 1;
+        }
+        std::printf("%d\n", next - 1);
+        std::fflush(stdout);
+    }
+}
+
+// A unit of work larger than the cache, so that it reaches the file before it is over.
+int DieInAWrite(const QString& path) {
+    CStorageEngine engine;
+    engine.Mount(path);
+    const ObjectId database = OpenNumbers(engine);
+    engine.BeginGroup();
+    for (int i = 0; i < 1200; ++i) {
+        Added(engine, database, {qint32{i}, QByteArray(8000, 'n')});
+    }
+    std::raise(SIGKILL);
+    return 1;
+}
+
+// Everything a reader could do to a volume, and a write and a deletion in each database.
+void WalkEverything(CStorageEngine& engine) {
+    std::vector<CDatabaseInfo> databases;
+    engine.ListDatabases(0, databases);
+    engine.BeginGroup();
+    for (const CDatabaseInfo& database : databases) {
+        const int count = CountOf(engine, database.id);
+        ObjectId record = 0;
+        qint64 key = 0;
+        int bound = 0;
+        PropertyList properties;
+        for (int position = 0; position < count; ++position) {
+            engine.KeyAt(database.id, position, key);
+            engine.LowerBound(database.id, key, bound);
+            if (engine.SeekToPosition(database.id, position, record) == kErrorSuccess) {
+                engine.ReadRecord(record, properties);
+            }
+        }
+        engine.DeleteRecord(database.id, record);
+        Added(engine, database.id, Numbered(3));
+    }
+    engine.EndGroup();
+}
+}  // namespace
+
+class TestVolumeFaults : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void init() {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_path = m_folder->filePath(u"volume.db"_s);
+    }
+
+    void otherFilesAreRefusedAndLeftAlone() {
+        const QByteArray volume = SmallVolume();
+        const auto with = [&volume](int place, char byte) {
+            QByteArray changed = volume;
+            changed[place] = byte;
+            return changed;
+        };
+        const std::pair<QByteArray, int> rows[] = {
+            {"Apple,raw\r\n", kErrorBadFormat},
+            {QByteArray(1, '\0'), kErrorBadFormat},
+            {QByteArray(8192, '\0'), kErrorBadFormat},
+            {with(71, 'X'), kErrorBadFormat},  // another program's database
+            {with(63, 2), kErrorNewerVersion},
+            {with(18, 2), kErrorCorrupt},  // another journal format
+            {volume.first(72), kErrorCorrupt},
+            {volume.first(95), kErrorCorrupt},
+            {volume.first(volume.size() / 2), kErrorCorrupt},
+        };
+        for (const auto& [contents, error] : rows) {
+            Save(m_path, contents);
+            CStorageEngine engine;
+            QCOMPARE(engine.Mount(m_path), error);
+            QVERIFY(!engine.IsMounted());
+            QCOMPARE(Load(m_path), contents);
+            QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{u"volume.db"_s});
+        }
+    }
+
+    void aPathIsNeverTakenForMore() {
+        QDir::setCurrent(m_folder->path());
+        for (const QString& name : {u"file:v.db?mode=memory"_s, u":memory:"_s}) {
+            CStorageEngine engine;
+            QCOMPARE(engine.Mount(name), kOk);
+            QVERIFY(QFile::exists(m_folder->path() + u'/' + name));
+        }
+        QDir::setCurrent(QDir::rootPath());
+        CStorageEngine engine;
+        QCOMPARE(engine.Mount(m_folder->path()), int(kErrorAccessDenied));
+    }
+
+    void damageNeverCrashes() {
+        const QByteArray volume = SmallVolume();
+        QRandomGenerator random(7);
+        std::array<int, 3> mounted{};
+        constexpr int kRounds = 150;  // of each kind
+        for (int round = 0; round < 3 * kRounds; ++round) {
+            QByteArray damaged = volume;
+            // Every other round hits the header and the schema.
+            const int end = round % 2 == 0 ? kPageBytes : static_cast<int>(volume.size());
+            const int kind = round % 3;
+            if (kind == 0) {
+                for (int i = random.bounded(1, 9); i > 0; --i) {
+                    const int place = random.bounded(end);
+                    damaged[place] = static_cast<char>(damaged[place] ^ (1 << random.bounded(8)));
+                }
+            } else if (kind == 1) {
+                std::fill_n(damaged.begin() + random.bounded(end - 64), 64, '\0');
+            } else {
+                damaged.truncate(random.bounded(end));
+            }
+            Save(m_path, damaged);
+            CStorageEngine engine;
+            if (engine.Mount(m_path) == kErrorSuccess) {
+                ++mounted.at(kind);
+                WalkEverything(engine);
+            } else {
+                QCOMPARE(Load(m_path), damaged);
+                QVERIFY(!QFile::exists(m_path + u"-journal"_s));
+            }
+            engine.Unmount();
+            QFile::remove(m_path + u"-journal"_s);
+        }
+        QVERIFY(mounted[0] > 0 && mounted[0] < kRounds && mounted[1] > 0 && mounted[1] < kRounds);
+        // Only a cut inside the last page can pass for a whole file until that page is read.
+        QVERIFY(mounted[2] > 0 && mounted[2] < kRounds / 4);
+    }
+
+    void aFullFileSystemLosesNothing() {
+        const QByteArray folder = m_folder->path().toLocal8Bit();
+        if (::mount("tmpfs", folder.constData(), "tmpfs", 0, "size=1m") != 0) {
+            QSKIP("a file system of one's own can only be mounted by root");
+        }
+        const auto unmount = qScopeGuard([&] { ::umount2(folder.constData(), MNT_DETACH); });
+        const QString ballast = m_folder->filePath(u"ballast"_s);
+        Save(ballast, QByteArray(512 * 1024, 'x'));
+        FillUpAndGoOn([&ballast] { QVERIFY(QFile::remove(ballast)); });
+    }
+
+    void aLimitedFileSizeLosesNothing() {
+        std::optional<CFileSizeLimit> limit(256 * 1024);
+        FillUpAndGoOn([&limit] { limit.reset(); });
+    }
+
+    void whatWasConfirmedSurvivesAKill() {
+        QRandomGenerator random(100);
+        int confirmed = -1;
+        for (int round = 0; round < 100; ++round) {
+            QProcess child;
+            child.start(QCoreApplication::applicationFilePath(),
+                        {QLatin1StringView(kWriteMode), m_path});
+            for (int lines = random.bounded(0, 12); lines > 0; --lines) {
+                QVERIFY(child.canReadLine() || child.waitForReadyRead());
+                confirmed = child.readLine().trimmed().toInt();
+            }
+            QTest::qSleep(random.bounded(3));
+            child.kill();
+            QVERIFY(child.waitForFinished());
+            while (child.canReadLine()) {
+                confirmed = child.readLine().trimmed().toInt();
+            }
+            VerifyNumbersUpTo(confirmed);
+            if (QTest::currentTestFailed()) {
+                return;
+            }
+        }
+        QVERIFY(confirmed > 100);
+    }
+
+    void aJournalIsPlayedIntoItsOwnVolumeAlone_data() {
+        AddRows<EBeside, bool>({
+            {"its own volume", EBeside::Volume, true},
+            {"a copy of it", EBeside::Copy, true},
+            {"an older back-up", EBeside::Older, false},
+            {"a back-up of before it had an identity", EBeside::WithoutIdentity, false},
+            {"another volume", EBeside::Another, false},
+            {"no file", EBeside::Nothing, false},
+        });
+    }
+
+    void aJournalIsPlayedIntoItsOwnVolumeAlone() {
+        const auto& [beside, isPlayed] = DataRow<EBeside, bool>();
+        const QString journal = m_path + u"-journal"_s;
+        const QString kept = journal + u".kept-2"_s;
+        Save(journal + u".kept-1"_s, "kept before");
+        WriteNumbers(1);
+        const QByteArray older = Load(m_path);
+        const QByteArray withoutIdentity = WithoutIdentity(older);
+        Save(m_path, older);
+        WriteNumbers(1);
+        const QByteArray before = Load(m_path);
+        QCOMPARE(QProcess::execute(QCoreApplication::applicationFilePath(),
+                                   {QLatin1StringView(kDieMode), m_path}),
+                 -1);  // killed
+        const QByteArray left = Load(journal);
+        QVERIFY(left.size() > kPageBytes && Load(m_path) != before);
+        switch (beside) {
+            case EBeside::Volume:
+                break;
+            case EBeside::Copy:
+                Save(m_path, before);
+                break;
+            case EBeside::Older:
+                Save(m_path, older);
+                break;
+            case EBeside::WithoutIdentity:
+                Save(m_path, withoutIdentity);
+                break;
+            case EBeside::Another:
+                Save(m_path, SmallVolume());
+                break;
+            case EBeside::Nothing:
+                QFile::remove(m_path);
+        }
+        const QByteArray found = Load(m_path);
+        CStorageEngine engine;
+        QCOMPARE(engine.Mount(m_path), kOk);
+        QCOMPARE(engine.GetKeptJournal(), isPlayed ? QString() : kept);
+        QCOMPARE(Load(kept), isPlayed ? QByteArray() : left);
+        QCOMPARE(CountOf(engine, OpenNumbers(engine)), isPlayed                     ? 2
+                                                       : beside == EBeside::Another ? 400
+                                                       : beside == EBeside::Nothing ? 0
+                                                                                    : 1);
+        QCOMPARE(engine.Unmount(), kOk);
+        VerifySound();
+    }
+
+    // SQLite would play or delete them.
+    void whatIsNoJournalOfOursIsKeptAside_data() {
+        const QByteArray magic = "\xD9\xD5\x05\xF9\x20\xA1\x63\xD7";
+        const QByteArray created =
+            magic + QByteArray("\0\0\0\0\1\2\3\4\0\0\0\0\0\0\2\0\0\0\x20\0", 20);
+        AddRows<QByteArray, bool>({
+            {"a note", "Buy apples", true},
+            {"a header alone", magic, true},
+            {"of the creation of another volume", created.leftJustified(512, '\0'), true},
+            {"names a common journal", created + "/etc/hosts" + magic, true},
+            {"over", QByteArray(600, '\0'), false},
+            {"empty", {}, false},
+        });
+    }
+
+    void whatIsNoJournalOfOursIsKeptAside() {
+        const auto& [bytes, isKept] = DataRow<QByteArray, bool>();
+        WriteNumbers(1);
+        Save(m_path + u"-journal"_s, bytes);
+        const QByteArray before = Load(m_path);
+        CStorageEngine engine;
+        QCOMPARE(engine.Mount(m_path), kOk);
+        QCOMPARE(!engine.GetKeptJournal().isEmpty(), isKept);
+        QCOMPARE(Load(m_path + u"-journal.kept-1"_s), isKept ? bytes : QByteArray());
+        engine.Unmount();
+        QCOMPARE(Load(m_path), before);
+    }
+
+  private:
+    enum class EBeside { Volume, Copy, Older, WithoutIdentity, Another, Nothing };
+
+    void WriteNumbers(int count) {
+        CStorageEngine engine;
+        QCOMPARE(engine.Mount(m_path), kOk);
+        const ObjectId database = OpenNumbers(engine);
+        for (int i = 0; i < count; ++i) {
+            QVERIFY(Added(engine, database, Numbered(i)) != 0);
+        }
+    }
+
+    // As a program that knows of no identity would have left it.
+    QByteArray WithoutIdentity(const QByteArray& volume) {
+        Save(m_path, volume);
+        CSqliteFile file;
+        file.Open(m_path);
+        file.Execute("DROP TABLE identity");
+        file.Close();
+        return Load(m_path);
+    }
+
+    void FillUpAndGoOn(const std::function<void()>& makeRoom) {
+        CStorageEngine engine;
+        QCOMPARE(engine.Mount(m_path), kOk);
+        const ObjectId database = OpenNumbers(engine);
+        const PropertyList large = {qint32{1}, QByteArray(3000, 'y')};
+        ObjectId record = 0;
+        int written = 0;
+        while (written < 1000 && Added(engine, database, large) != 0) {
+            ++written;
+        }
+        QCOMPARE(engine.AddRecord(database, large, record), int(kErrorDiskFull));
+        QVERIFY(written > 20);
+        // A group that does not fit fails from its first failed write to its end.
+        QCOMPARE(engine.BeginGroup(), kOk);
+        Added(engine, database, {qint32{1}, QByteArray(20'000'000, 'z')});
+        QCOMPARE(engine.AddRecord(database, Numbered(1), record), int(kErrorDiskFull));
+        QCOMPARE(engine.EndGroup(), int(kErrorDiskFull));
+        makeRoom();
+        QVERIFY(Added(engine, database, large) != 0);
+        QCOMPARE(engine.Unmount(), kOk);
+        QCOMPARE(engine.Mount(m_path), kOk);
+        QCOMPARE(CountOf(engine, database), written + 1);
+        engine.Unmount();
+        VerifySound();
+    }
+
+    // 400 numbers and a database with pictures, in a file of some 100 KB.
+    QByteArray SmallVolume() {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"volume.db"_s);
+        CStorageEngine engine;
+        engine.Mount(path);
+        const ObjectId numbers = OpenNumbers(engine);
+        const ObjectId pictures = Created(engine, u"Pictures"_s, 1);
+        engine.BeginGroup();
+        for (int i = 0; i < 400; ++i) {
+            Added(engine, numbers, Numbered(i));
+            if (i % 20 == 0) {
+                Added(engine, pictures,
+                      {qint32{i}, QByteArray(1500, 'p'), 0.5, qint64{1}, qint16{2}});
+            }
+        }
+        engine.EndGroup();
+        engine.Unmount();
+        return Load(path);
+    }
+
+    void VerifyNumbersUpTo(int confirmed) {
+        CStorageEngine engine;
+        QCOMPARE(engine.Mount(m_path), kOk);
+        const ObjectId database = OpenNumbers(engine);
+        const int count = CountOf(engine, database);
+        QVERIFY(count > confirmed);
+        QVERIFY2(count % 4 <= 1, "a group was cut in two");
+        for (int position = 0; position < count; ++position) {
+            ObjectId record = 0;
+            PropertyList properties;
+            QCOMPARE(engine.SeekToPosition(database, position, record), kOk);
+            QCOMPARE(engine.ReadRecord(record, properties), kOk);
+            QVERIFY(properties == Numbered(position));
+        }
+        engine.Unmount();
+        VerifySound();
+    }
+
+    void VerifySound() {
+        CSqliteFile file;
+        QCOMPARE(file.Open(m_path), kOk);
+        CStatement check;
+        QCOMPARE(check.Prepare(file, "PRAGMA integrity_check"), kOk);
+        check.Start({});
+        QVERIFY(check.Next());
+        QCOMPARE(check.GetText(0), u"ok"_s);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+};
+
+// The tests' second process is this program again.
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() == 3 && arguments[1] == QLatin1StringView(kWriteMode)) {
+        return WriteUntilKilled(arguments[2]);
+    }
+    if (arguments.size() == 3 && arguments[1] == QLatin1StringView(kDieMode)) {
+        return DieInAWrite(arguments[2]);
+    }
+    TestVolumeFaults tests;
+    return QTest::qExec(&tests, argc, argv);
+}
+#include "TestVolumeFaults.moc"

@@ -1,0 +1,188 @@
+// A volume that somebody else removes, replaces or writes over while it is open.
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include "store/engine/EngineSteps.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <array>
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+class TestVolumeLost : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void init() {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_path = m_folder->filePath(u"volume.db"_s);
+        m_engine = std::make_unique<CStorageEngine>();
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        m_database = Created(*m_engine, u"Numbers"_s);
+        QVERIFY(Added(*m_engine, m_database, Numbered(0)) != 0);
+        m_older = Load(m_path);
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        for (int i = 1; i < kCount; ++i) {
+            QVERIFY(Added(*m_engine, m_database, Numbered(i)) != 0);
+        }
+        QCOMPARE(m_engine->EndGroup(), kOk);
+    }
+
+    void cleanup() { m_engine.reset(); }
+
+    void nothingIsWrittenToALostVolume_data() {
+        AddRows<EFate, EVolumeState>({
+            {"removed", EFate::Removed, EVolumeState::Removed},
+            {"replaced", EFate::Replaced, EVolumeState::Replaced},
+            {"folder gone", EFate::FolderGone, EVolumeState::Removed},
+            {"overwritten", EFate::Overwritten, EVolumeState::Overwritten},
+            {"one byte changed", EFate::Patched, EVolumeState::Overwritten},
+            {"overwritten, its time put back", EFate::OverwrittenUnseen, EVolumeState::Overwritten},
+        });
+    }
+
+    void nothingIsWrittenToALostVolume() {
+        const auto& [fate, state] = DataRow<EFate, EVolumeState>();
+        Suffer(fate);
+        const QByteArray put = Load(m_path);
+        ObjectId record = 0;
+        QCOMPARE(m_engine->AddRecord(m_database, Numbered(kCount), record), int(kErrorFileInvalid));
+        QCOMPARE(m_engine->GetVolumeState(), state);
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        QCOMPARE(m_engine->AddRecord(m_database, Numbered(kCount), record), int(kErrorFileInvalid));
+        QCOMPARE(m_engine->EndGroup(), int(kErrorFileInvalid));
+
+        const QString copy = m_folder->filePath(u"copy.db"_s);
+        if (fate == EFate::FolderGone) {
+            QVERIFY(QDir(m_folder->path()).mkpath(u"."_s));
+        }
+        const bool isWhole = state != EVolumeState::Overwritten;
+        CDatabaseInfo info;
+        QCOMPARE(m_engine->FindDatabase(u"Numbers"_s, info),
+                 isWhole ? kOk : int(kErrorFileInvalid));
+        QCOMPARE(CountOf(*m_engine, m_database), isWhole ? kCount : -1);
+        QCOMPARE(m_engine->SaveCopy(copy), isWhole ? kOk : int(kErrorFileInvalid));
+        if (isWhole) {
+            VerifyNumbers(*m_engine, m_database);
+            CStorageEngine copied;
+            QCOMPARE(copied.Mount(copy), kOk);
+            VerifyNumbers(copied, m_database);
+        } else {
+            QCOMPARE(m_engine->ReadRecord(1, m_read), int(kErrorFileInvalid));
+            QVERIFY(!QFile::exists(copy));
+        }
+        QCOMPARE(m_engine->Unmount(), kOk);
+        QCOMPARE(Load(m_path), put);
+    }
+
+    // Pages that are not in memory any more are read from a file that is not ours.
+    void whatWasOverwrittenIsNotRead() {
+        m_engine->Unmount();
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        QCOMPARE(CountOf(*m_engine, m_database), int(kCount));
+        Suffer(EFate::Overwritten);
+        QCOMPARE(m_engine->ReadRecord(kCount / 2, m_read), int(kErrorFileInvalid));
+    }
+
+    // The unit has reached the old file, but nobody is told that it is kept.
+    void aUnitUnderWayIsGivenUp() {
+        for (const EFate fate : {EFate::Replaced, EFate::Overwritten}) {
+            cleanup();
+            init();
+            QCOMPARE(m_engine->BeginGroup(), kOk);
+            for (int i = 0; i < 1200; ++i) {
+                Added(*m_engine, m_database, {qint32{i}, QByteArray(8000, 'n')});
+            }
+            Suffer(fate);
+            const QByteArray put = Load(m_path);
+            QCOMPARE(m_engine->EndGroup(), int(kErrorFileInvalid));
+            QCOMPARE(CountOf(*m_engine, m_database), fate == EFate::Replaced ? kCount : -1);
+            m_engine->Unmount();
+            QCOMPARE(Load(m_path), put);
+            QCOMPARE(m_engine->Mount(m_path), kOk);
+            QCOMPARE(CountOf(*m_engine, m_database), 1);
+        }
+    }
+
+    void aVolumePutBackGoesOn() {
+        QVERIFY(QFile::rename(m_path, m_path + u".away"_s));
+        QVERIFY(Added(*m_engine, m_database, Numbered(kCount)) == 0);
+        QVERIFY(QFile::rename(m_path + u".away"_s, m_path));
+        QVERIFY(Added(*m_engine, m_database, Numbered(kCount)) != 0);
+    }
+
+    void anotherProgramsJournalIsLeftAlone() {
+        Suffer(EFate::Replaced);
+        CStorageEngine other;
+        QCOMPARE(other.Mount(m_path), kOk);
+        QCOMPARE(other.BeginGroup(), kOk);
+        QVERIFY(Added(other, m_database, Numbered(1)) != 0);
+        QCOMPARE(m_engine->Unmount(), kOk);
+        QVERIFY(QFile::exists(m_path + u"-journal"_s));
+        QCOMPARE(other.EndGroup(), kOk);
+    }
+
+  private:
+    enum class EFate { Removed, Replaced, FolderGone, Overwritten, Patched, OverwrittenUnseen };
+    static constexpr int kCount = 2000;
+
+    void Suffer(EFate fate) {
+        switch (fate) {
+            case EFate::Removed:
+                QVERIFY(QFile::remove(m_path));
+                break;
+            case EFate::Replaced:
+                Save(m_path + u".new"_s, m_older);
+                QCOMPARE(std::rename(qPrintable(m_path + u".new"_s), qPrintable(m_path)), 0);
+                break;
+            case EFate::FolderGone:
+                QVERIFY(QDir(m_folder->path()).removeRecursively());
+                break;
+            case EFate::Overwritten:
+                Save(m_path, m_older);
+                break;
+            case EFate::Patched:
+                WriteInPlace(30'000, "x");
+                break;
+            case EFate::OverwrittenUnseen: {
+                // The identity is on the last page of the first ones.
+                struct stat before {};
+                QCOMPARE(::stat(qPrintable(m_path), &before), 0);
+                WriteInPlace(0, m_older);
+                const std::array<timespec, 2> times = {before.st_atim, before.st_mtim};
+                QCOMPARE(::utimensat(AT_FDCWD, qPrintable(m_path), times.data(), 0), 0);
+            }
+        }
+    }
+
+    void WriteInPlace(qint64 offset, const QByteArray& bytes) {
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(offset));
+        QCOMPARE(file.write(bytes), bytes.size());
+    }
+
+    void VerifyNumbers(CStorageEngine& engine, ObjectId database) {
+        QCOMPARE(CountOf(engine, database), int(kCount));
+        for (int position = 0; position < kCount; ++position) {
+            ObjectId record = 0;
+            QCOMPARE(engine.SeekToPosition(database, position, record), kOk);
+            QCOMPARE(engine.ReadRecord(record, m_read), kOk);
+            QVERIFY(m_read == Numbered(position));
+        }
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<CStorageEngine> m_engine;
+    QString m_path;
+    QByteArray m_older;
+    ObjectId m_database = 0;
+    PropertyList m_read;
+};
+
+QTEST_GUILESS_MAIN(TestVolumeLost)
+#include "TestVolumeLost.moc"
