@@ -82,7 +82,7 @@ class CCatalogueBench {
   public:
     CCatalogueBench(CVelmoraDoc& doc, int rounds)
         : m_doc(doc), m_rules(doc.Database(), kFoods), m_rounds(rounds) {
-        for (const CCategoryEntry& category : Database().ListCategories(kFoods)) {
+        for (const CCategoryEntry& category : Database().Categories().List(kFoods)) {
             const int count = CountOf(category.id);
             if (count > m_largestCount) {
                 m_largest = category;
@@ -130,7 +130,7 @@ class CCatalogueBench {
         const int first = Foods().FirstPositionOf(m_largest.id);
         Compare(
             "list the largest category", m_rounds,
-            [&] { (void)Database().FillCategoryList(kFoods, m_largest.id); },
+            [&] { (void)Database().Catalogue().FillCategoryList(kFoods, m_largest.id); },
             [&] { ReadOn(first, m_largestCount, kNameAndType); });
         Compare(
             "select it in the window", m_rounds, [&] { tree->setCurrentIndex(largest); },
@@ -160,7 +160,7 @@ class CCatalogueBench {
 
     void Duplicate() {
         const CCatalogueRules::Entries one = {
-            Database().FillCategoryList(kFoods, m_largest.id).entries.front()};
+            Database().Catalogue().FillCategoryList(kFoods, m_largest.id).entries.front()};
         const auto removeCopy = [&] {
             const int copy = Foods().FirstPositionOf(m_largest.id) + m_largestCount;
             (void)Foods().Delete(copy);
@@ -231,7 +231,8 @@ class CCatalogueBench {
                     }
                     (void)group.Commit();
                 }
-                (void)Database().DeleteCategory(Database().FindCategory(kFoods, m_largest.id));
+                (void)Database().Categories().Delete(
+                    Database().Categories().Find(kFoods, m_largest.id));
             },
             restore);
     }

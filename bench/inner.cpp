@@ -21,7 +21,7 @@ class CFilledVolume {
   public:
     explicit CFilledVolume(int entries) : m_database(m_folder.filePath(u"VelmoraDb.db"_s)) {
         m_database.OpenCatalogue();
-        m_database.OpenProfile(u"Ann"_s, true);
+        m_database.Profiles().Open(u"Ann"_s, true);
         CRecordGroup group(m_database.GetStore());
         CDietEntry entry;
         for (int i = 0; i < entries; ++i) {

@@ -99,7 +99,7 @@ bool CVelmoraDoc::ChooseProfile(CStartDialogs& dialogs) {
     if (!m_registry.userProfileName.isEmpty() && SetActiveProfile(m_registry.userProfileName)) {
         return true;
     }
-    if (m_database->GetNumberOfUserProfiles() == 0) {
+    if (m_database->Profiles().GetNumberOfUserProfiles() == 0) {
         isFirstRun = RunNewProfileSequence(dialogs);
         return isFirstRun;
     }
@@ -130,7 +130,7 @@ bool CVelmoraDoc::LoadProfile(const QString& name) {
     if (stored.isEmpty()) {
         return false;
     }
-    if (!m_database->OpenProfile(stored, false)) {
+    if (!m_database->Profiles().Open(stored, false)) {
         ReopenActiveProfile();
         return false;
     }
@@ -148,7 +148,7 @@ void CVelmoraDoc::ReadSettings(const QString& name) {
     m_storedRecord = CProfileRecord();
     defaults.ToRecord(m_storedRecord);
     const bool isUnreadable =
-        m_database->LoadProfileRecord(m_storedRecord) == EProfileRecord::Unreadable;
+        m_database->Profiles().LoadRecord(m_storedRecord) == EProfileRecord::Unreadable;
     m_settings = CProfileSettings::FromRecord(m_storedRecord);
     m_settings.user.name = name;
     m_savedSettings = m_settings;
@@ -175,7 +175,7 @@ std::optional<QString> CVelmoraDoc::CheckNewProfileName(const QString& name) {
         return FormatText("User name is too long. Maximum is %d characters."_L1,
                           {kProfileNameLength});
     }
-    if (m_database->IsProfileNameTaken(trimmed)) {
+    if (m_database->Profiles().IsNameTaken(trimmed)) {
         return FormatText("User profile '%s' already exists."_L1, {trimmed});
     }
     return std::nullopt;
@@ -194,9 +194,9 @@ bool CVelmoraDoc::CreateProfile(const CProfileSettings& settings) {
     // One group, so that a crash leaves either the whole profile or none.
     CRecordGroup group(m_database->GetStore());
     const bool written =
-        m_database->OpenProfile(name, true) && m_database->SaveProfileRecord(record);
+        m_database->Profiles().Open(name, true) && m_database->Profiles().SaveRecord(record);
     const bool created = group.Commit() && written;
-    m_database->CloseProfile();
+    m_database->Profiles().Close();
     if (!created) {
         ShowSaveFailure(m_database->GetStore());
     }
@@ -232,7 +232,7 @@ bool CVelmoraDoc::DeleteUserProfiles(const QStringList& names) {
                              {name}))) {
         return false;
     }
-    return m_database->DeleteProfile(name);
+    return m_database->Profiles().Delete(name);
 }
 
 bool CVelmoraDoc::SaveSettings() {
@@ -259,7 +259,7 @@ bool CVelmoraDoc::WriteChanges() {
     if (record == m_storedRecord && m_standIn == EStandIn::None) {
         return true;
     }
-    if (!m_database->SaveProfileRecord(record)) {
+    if (!m_database->Profiles().SaveRecord(record)) {
         ShowSaveFailure(m_database->GetStore());
         return false;
     }
@@ -279,9 +279,9 @@ QString CVelmoraDoc::GetTitle() const {
 
 const QStringList& CVelmoraDoc::NutrientNames() {
     if (m_nutrientNames.isEmpty()) {
-        m_nutrientNames = m_database->ReadNutrientNames();
+        m_nutrientNames = m_database->NutrientNames().ReadNames();
         if (m_settingsLoaded) {
-            m_nutrientNames[kEnergyIndex] = CDatabase::EnergyName(
+            m_nutrientNames[kEnergyIndex] = CStoredNutrientNames::EnergyName(
                 UnitName(m_settings.preferences.energyUnit, EUnitForm::Abbreviated));
         }
     }
@@ -291,7 +291,8 @@ const QStringList& CVelmoraDoc::NutrientNames() {
 CFindState& CVelmoraDoc::FindState(ECatalogueKind kind) {
     std::optional<CFindState>& find = CatalogueState(kind).find;
     if (!find) {
-        const QString stored = m_database->ReadProfileValue(FindValueOf(kind)).value_or(QString());
+        const QString stored =
+            m_database->Profiles().ReadValue(FindValueOf(kind)).value_or(QString());
         QStringList types;
         for (const auto& text : QJsonDocument::fromJson(stored.toUtf8()).array()) {
             types.append(text.toString());
@@ -311,17 +312,18 @@ bool CVelmoraDoc::KeepFindTexts(ECatalogueKind kind, const QString& name,
     find.name = name;
     find.types = types;
     const QJsonArray texts = QJsonArray::fromStringList(QStringList(name) + types);
-    return m_database->SaveProfileValue(
+    return m_database->Profiles().SaveValue(
         FindValueOf(kind), QString::fromUtf8(QJsonDocument(texts).toJson(QJsonDocument::Compact)));
 }
 
 void CVelmoraDoc::NameEnergy() {
-    m_database->RenameEnergy(UnitName(m_settings.preferences.energyUnit, EUnitForm::Abbreviated));
+    m_database->NutrientNames().RenameEnergy(
+        UnitName(m_settings.preferences.energyUnit, EUnitForm::Abbreviated));
     ForgetNutrientNames();
 }
 
 QString CVelmoraDoc::StoredProfileName(const QString& name) {
-    for (const QString& stored : m_database->FillProfileNames()) {
+    for (const QString& stored : m_database->Profiles().ReadNames()) {
         if (IsSameName(stored, name)) {
             return stored;
         }
@@ -330,5 +332,5 @@ QString CVelmoraDoc::StoredProfileName(const QString& name) {
 }
 
 void CVelmoraDoc::ReopenActiveProfile() {
-    m_settingsLoaded = m_settingsLoaded && m_database->OpenProfile(GetActiveProfile(), false);
+    m_settingsLoaded = m_settingsLoaded && m_database->Profiles().Open(GetActiveProfile(), false);
 }

@@ -50,7 +50,8 @@ std::optional<CCategoryListEntry> FindItemArgument(CCommandContext& context) {
     }
     const QString name = arguments.Text("--name");
     const QString type = arguments.Text("--type");
-    const int position = context.doc.Database().FindItem(context.kind, category->id, name, type);
+    const int position =
+        context.doc.Database().Catalogue().FindItem(context.kind, category->id, name, type);
     if (position < 0) {
         ShowMessage(QString::fromLatin1(TextsOf(context).notFound));
         return std::nullopt;
@@ -80,7 +81,7 @@ bool Export(CCommandContext& context) {
 
 bool List(CCommandContext& context) {
     CDatabase& database = context.doc.Database();
-    CCategories categories;
+    CCategoryEntries categories;
     if (context.arguments.Has("--category")) {
         const auto only = FindCategoryNamed(context, context.arguments.Text("--category"));
         if (!only) {
@@ -88,13 +89,13 @@ bool List(CCommandContext& context) {
         }
         categories.entries = {*only};
     } else {
-        categories = database.ReadCategories(context.kind);
+        categories = database.Categories().ReadEntries(context.kind);
     }
     PrintItemHeader(context.kind);
     CLeftOut leftOut;
     for (const CCategoryEntry& category : categories.entries) {
         const CCategoryList list =
-            database.FillCategoryList(context.kind, category.id, kNoCapacity);
+            database.Catalogue().FillCategoryList(context.kind, category.id, kNoCapacity);
         leftOut += list.leftOut;
         for (const CCategoryListEntry& item : list.entries) {
             leftOut.damaged += PrintItem(context, category.name, item) ? 0 : 1;
@@ -125,7 +126,7 @@ bool Find(CCommandContext& context) {
         return false;
     }
     QHash<qint32, QString> categories;
-    for (const CCategoryEntry& category : database.ListCategories(context.kind)) {
+    for (const CCategoryEntry& category : database.Categories().List(context.kind)) {
         categories.insert(category.id, category.name);
     }
     PrintItemHeader(context.kind);

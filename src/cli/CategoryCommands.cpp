@@ -20,7 +20,8 @@ void TakeKind(CCommandContext& context) {
 bool List(CCommandContext& context) {
     TakeKind(context);
     PrintRow({u"category"_s});
-    const CCategories categories = context.doc.Database().ReadCategories(context.kind);
+    const CCategoryEntries categories =
+        context.doc.Database().Categories().ReadEntries(context.kind);
     for (const CCategoryEntry& category : categories.entries) {
         PrintRow({category.name});
     }

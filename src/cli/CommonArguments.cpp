@@ -28,7 +28,7 @@ bool CheckOffered(const QStringList& choices, const QString& row, EPicker picker
 }  // namespace
 
 std::optional<CCategoryEntry> FindCategoryNamed(CCommandContext& context, const QString& name) {
-    for (const CCategoryEntry& category : context.doc.Database().ListCategories(context.kind)) {
+    for (const CCategoryEntry& category : context.doc.Database().Categories().List(context.kind)) {
         if (category.name == name) {
             return category;
         }
@@ -51,7 +51,7 @@ QString KindName(EItemKind kind) {
 }
 
 bool CheckProfileExists(CVelmoraDoc& doc, const QString& name) {
-    if (doc.Database().FillProfileNames().contains(name)) {
+    if (doc.Database().Profiles().ReadNames().contains(name)) {
         return true;
     }
     ShowMessage(FormatText("There is no user profile '%s'."_L1, {name}));

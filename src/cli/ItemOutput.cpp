@@ -34,7 +34,7 @@ bool PrintComponents(CDatabase& database, ECatalogueKind kind, qint32 itemId) {
     CComposedItem component(kind);
     int number = 0;
     CLeftOut leftOut;
-    for (const int position : database.ComponentPositions(kind, itemId, &leftOut)) {
+    for (const int position : database.Composed().ComponentPositions(kind, itemId, &leftOut)) {
         if (!database.Items(kind).Read(position, component)) {
             ++leftOut.damaged;
             continue;

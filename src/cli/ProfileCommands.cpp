@@ -57,7 +57,7 @@ bool Set(CCommandContext& context) {
 
 bool List(CCommandContext& context) {
     PrintRow({u"name"_s});
-    for (const QString& name : context.doc.Database().FillProfileNames()) {
+    for (const QString& name : context.doc.Database().Profiles().ReadNames()) {
         PrintRow({name});
     }
     return true;

@@ -56,7 +56,7 @@ void TakeChosenFood(CDatabase& database, const CChosenFood& food, CDietEntry& en
     entry.SetKind(food.kind);
     const qint32 category = food.item.GetCategoryId();
     if (category >= 0) {
-        entry.SetCategory(database.CategoryNameOf(CatalogueOf(food.kind), category));
+        entry.SetCategory(database.Categories().NameOf(CatalogueOf(food.kind), category));
     }
     entry.SetName(food.item.GetName());
     entry.SetType(food.item.GetType());

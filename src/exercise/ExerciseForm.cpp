@@ -32,13 +32,13 @@ double Typed(const QString& text) {
 /// The category whose name an entry keeps the beginning of, or the first one.
 qint32 CategoryOf(CDatabase& database, const CExerciseEntry& entry) {
     CExerciseEntry cut;
-    for (const CCategoryEntry& category : database.ListCategories(kKind)) {
+    for (const CCategoryEntry& category : database.Categories().List(kKind)) {
         cut.SetCategory(category.name);
         if (!entry.GetCategory().isEmpty() && cut.GetCategory() == entry.GetCategory()) {
             return category.id;
         }
     }
-    return database.CategoryIdOf(kKind, CategoryNames(database, kKind).value(0));
+    return database.Categories().IdOf(kKind, CategoryNames(database, kKind).value(0));
 }
 
 }  // namespace
@@ -48,7 +48,7 @@ CExerciseForm::CExerciseForm(CVelmoraDoc& doc, const CExerciseEntry& entry)
       m_entry(entry),
       m_weightKg(doc.Database().WeightOnDate(DateOf(entry.GetMoment()),
                                              doc.Settings().targets.startWeightKg)),
-      m_categoryId(doc.Database().CategoryIdOf(kKind, entry.GetCategory())) {
+      m_categoryId(doc.Database().Categories().IdOf(kKind, entry.GetCategory())) {
     SetNameText(entry.GetName());
     SetTypeText(entry.GetType());
     SetTime(TimeOf(entry.GetMoment()));
@@ -66,7 +66,7 @@ EPicker CExerciseForm::Pick(EPicker picker, const QString& row) {
     m_measured.reset();
     switch (picker) {
         case EPicker::Category:
-            m_categoryId = Doc().Database().CategoryIdOf(kKind, row);
+            m_categoryId = Doc().Database().Categories().IdOf(kKind, row);
             ClearExercise({});
             return EPicker::Name;
         case EPicker::Name:

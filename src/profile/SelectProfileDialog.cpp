@@ -47,7 +47,7 @@ void CSelectProfileDialog::AddCommand(int command, const QString& caption, const
 }
 
 void CSelectProfileDialog::Fill() {
-    m_names = m_doc.Database().FillProfileNames();
+    m_names = m_doc.Database().Profiles().ReadNames();
     CReportRows rows;
     rows.count = static_cast<int>(m_names.size());
     rows.text = [this](int row, int) { return m_names.value(row); };

@@ -39,7 +39,7 @@ bool CStartWindows::EditTargets(CTargets& targets, const CUserInformation& user,
     // The profile may not be active yet, so the names may still tell another one's energy unit.
     QStringList names = m_doc.NutrientNames();
     names[kEnergyIndex] =
-        CDatabase::EnergyName(UnitName(preferences.energyUnit, EUnitForm::Abbreviated));
+        CStoredNutrientNames::EnergyName(UnitName(preferences.energyUnit, EUnitForm::Abbreviated));
     CTargetsDialog dialog(targets, user, preferences, names, m_parent);
     if (dialog.exec() != QDialog::Accepted) {
         return false;

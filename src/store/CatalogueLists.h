@@ -1,4 +1,4 @@
-// The lists that the database object reads for its callers.
+// What the catalogue's lists hold.
 #pragma once
 
 #include <QString>
@@ -40,7 +40,7 @@ struct CCategoryEntry {
     qint32 id;
     QString name;
 };
-struct CCategories {
+struct CCategoryEntries {
     std::vector<CCategoryEntry> entries;
     CLeftOut leftOut;
 };

@@ -8,7 +8,7 @@ CDayEntries CDatabase::LoadDietDay(QDate day, int capacity) {
         return {};
     }
     std::vector<CDietEntry> entries;
-    const CLeftOut leftOut = m_diet.ReadList(
+    const CLeftOut leftOut = Diet().ReadList(
         {FirstMomentOf(day), LastMomentOf(day)}, [&](int /*position*/, PropertyList& properties) {
             CDietEntry entry;
             if (!entry.SetProperties(std::move(properties))) {
@@ -21,18 +21,18 @@ CDayEntries CDatabase::LoadDietDay(QDate day, int capacity) {
 }
 
 double CDatabase::WeightOnDate(QDate day, double fallbackKg) {
-    const int count = m_weight.Count();
+    const int count = Weight().Count();
     const FileTime dayAfter = day.isValid() ? LastMomentOf(day) + 1 : 0;
-    const int found = m_weight.FirstPositionInRange(dayAfter, std::numeric_limits<FileTime>::max());
+    const int found = Weight().FirstPositionInRange(dayAfter, std::numeric_limits<FileTime>::max());
     const int firstLater = found == kNoPosition ? count : found;
     CWeightEntry entry;
     for (int position = firstLater - 1; position >= 0; --position) {
-        if (m_weight.ReadQuietly(position, entry)) {
+        if (Weight().ReadQuietly(position, entry)) {
             return entry.GetWeightKg();
         }
     }
     for (int position = firstLater; position < count; ++position) {
-        if (m_weight.ReadQuietly(position, entry)) {
+        if (Weight().ReadQuietly(position, entry)) {
             return entry.GetWeightKg();
         }
     }

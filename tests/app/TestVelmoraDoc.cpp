@@ -72,7 +72,7 @@ class TestVelmoraDoc : public CCatalogueTest {
             QCOMPARE(dialogs.calls.last(), dialog);
             QCOMPARE(m_messages->TakeShown(), QStringList{kFirstRunMessage});
             QCOMPARE(m_messages->lastIcon, EMessageIcon::Plain);
-            QCOMPARE(doc.Database().GetNumberOfUserProfiles(), 0);
+            QCOMPARE(doc.Database().Profiles().GetNumberOfUserProfiles(), 0);
         }
     }
 
@@ -86,7 +86,7 @@ class TestVelmoraDoc : public CCatalogueTest {
         {
             CVelmoraDoc doc(VolumePath());
             QVERIFY(!doc.Start(dialogs));
-            QCOMPARE(doc.Database().FillProfileNames(), QStringList{u"Bert"_s});
+            QCOMPARE(doc.Database().Profiles().ReadNames(), QStringList{u"Bert"_s});
         }
         QCOMPARE(CRegistrySettings::Read().userProfileName, u"Gone"_s);
         dialogs.selected = u"Bert"_s;
@@ -143,7 +143,7 @@ class TestVelmoraDoc : public CCatalogueTest {
         QVERIFY(CreateProfile(u"Anna"_s) && m_doc->LoadProfile(u"Anna"_s));
         QCOMPARE(CreateProfile(name), refusal.isEmpty());
         QCOMPARE(m_messages->Said(), refusal);
-        QCOMPARE(m_doc->Database().GetNumberOfUserProfiles(), refusal.isEmpty() ? 2 : 1);
+        QCOMPARE(m_doc->Database().Profiles().GetNumberOfUserProfiles(), refusal.isEmpty() ? 2 : 1);
         QCOMPARE(m_doc->GetActiveProfile(), u"Anna"_s);
         m_doc->Settings().lastTabCommand = kWeightTabCommand;
         QVERIFY(m_doc->SaveSettings());  // still into Anna's record
@@ -167,7 +167,7 @@ class TestVelmoraDoc : public CCatalogueTest {
         QCOMPARE(m_messages->asked.first(),
                  u"Are you sure you want to delete user profile 'Bert' and all diet, weight and "
                  "exercise information associated with this profile?"_s);
-        QCOMPARE(m_doc->Database().FillProfileNames(), QStringList{u"Anna"_s});
+        QCOMPARE(m_doc->Database().Profiles().ReadNames(), QStringList{u"Anna"_s});
         QVERIFY(!m_doc->CheckNewProfileName(u"Bert"_s));
     }
 
@@ -236,9 +236,9 @@ class TestVelmoraDoc : public CCatalogueTest {
         QVERIFY(m_doc->KeepFindTexts(kFoods, u"milk"_s, {}));
         QCOMPARE(Query(kTables), 1);
         QCOMPARE(Query("PRAGMA user_version"), 1);
-        m_doc->Database().CloseProfile();
-        QVERIFY(!m_doc->Database().SaveProfileValue(u"find.foods"_s, u"[]"_s));
-        QVERIFY(!m_doc->Database().ReadProfileValue(u"find.foods"_s));
+        m_doc->Database().Profiles().Close();
+        QVERIFY(!m_doc->Database().Profiles().SaveValue(u"find.foods"_s, u"[]"_s));
+        QVERIFY(!m_doc->Database().Profiles().ReadValue(u"find.foods"_s));
     }
 
     void failedSwitchKeepsTheActiveProfile() {
@@ -297,14 +297,14 @@ class TestVelmoraDoc : public CCatalogueTest {
         QVERIFY(CreateProfile(u"Anna"_s));
         // A code of no unit, a place that is free, and a profile older than two of the tabs.
         CProfileRecord record;
-        QCOMPARE(Database().OpenProfile(u"Anna"_s, false), true);
-        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Loaded);
+        QCOMPARE(Database().Profiles().Open(u"Anna"_s, false), true);
+        QCOMPARE(Database().Profiles().LoadRecord(record), EProfileRecord::Loaded);
         record.SetPreference(0, 99);
         record.SetSetting(79, 7);
         for (int slot = 36; slot < 70; ++slot) {
             record.SetSetting(slot, 0);
         }
-        QVERIFY(Database().SaveProfileRecord(record));
+        QVERIFY(Database().Profiles().SaveRecord(record));
         const QByteArray before = Load(VolumePath());
         Reopen();
         QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));  // which names the energy
@@ -322,7 +322,7 @@ class TestVelmoraDoc : public CCatalogueTest {
         QCOMPARE(m_doc->Settings().weightTab.columnWidths[1], 44);
         QCOMPARE(m_doc->Settings().exerciseTab.columnWidths[0], 75);
         CProfileRecord written;
-        QCOMPARE(Database().LoadProfileRecord(written), EProfileRecord::Loaded);
+        QCOMPARE(Database().Profiles().LoadRecord(written), EProfileRecord::Loaded);
         QCOMPARE(written.GetPreference(0), 99);
         QCOMPARE(written.GetPreference(3), 5);
         QCOMPARE(written.GetSetting(79), 7);
@@ -342,7 +342,7 @@ class TestVelmoraDoc : public CCatalogueTest {
         m_doc->Settings().user.heightCm = 123;
         QVERIFY(m_doc->SaveSettings());
         CProfileRecord record;
-        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Loaded);
+        QCOMPARE(Database().Profiles().LoadRecord(record), EProfileRecord::Loaded);
         PropertyList properties = record.GetProperties();
         properties[1] = version;
         properties.resize(count);

@@ -543,7 +543,7 @@ class TestCommandLine : public QObject {
         {
             const CRecordingMessages messages;
             CDatabase database(Volume());
-            QVERIFY(database.OpenCatalogue() && database.OpenProfile(u"Ann"_s, false));
+            QVERIFY(database.OpenCatalogue() && database.Profiles().Open(u"Ann"_s, false));
             CDietEntry entry;
             QVERIFY(database.Diet().Read(0, entry));
             for (int i = 1; i < 130; ++i) {

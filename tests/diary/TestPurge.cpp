@@ -75,7 +75,7 @@ class TestPurge : public CDiaryTest {
         QVERIFY(shown.last().contains(u"Diet entries: 2\n"_s));
         QCOMPARE(Stored().size(), 2);
         // Nor is a diary empty that cannot be read.
-        Database().CloseProfile();
+        Database().Profiles().Close();
         QVERIFY(!Database().Diet().RangeOf(0));
         QVERIFY(!PurgeDiaries(Database(), {kDay, kDay, true}));
         QVERIFY(m_messages->Said().startsWith(u"Cannot delete record. Error=2|Total purged:"_s));

@@ -177,9 +177,9 @@ class TestUnitsOfWork : public CDiaryTest {
              "Cannot delete record. Error=1392|Cannot delete food.", true},
             {"delete a category", Fixed, [this](int person) { AddFoodOf(person); },
              [this] { return Foods().DeleteCategory(m_high); },
-             [this] { return FoodNames() + u'|' + Database().CategoryNameOf(kFoods, m_high); }, "|",
-             "Ann,Bob,Cid|", "Cannot delete record. Error=1392|Cannot delete foods from category.",
-             true},
+             [this] { return FoodNames() + u'|' + Database().Categories().NameOf(kFoods, m_high); },
+             "|", "Ann,Bob,Cid|",
+             "Cannot delete record. Error=1392|Cannot delete foods from category.", true},
         };
     }
     void AddCases() {
@@ -207,7 +207,7 @@ class TestUnitsOfWork : public CDiaryTest {
         filler.SetKind(kExercises);
         filler.SetName(QString::number(Database().Categories().Count()));
         filler.SetLargePicture(QByteArray(kPageBytes * 3 / 5, 'x'));
-        QVERIFY(Database().AddOrUpdateCategory(-1, filler));
+        QVERIFY(Database().Categories().AddOrUpdate(-1, filler));
     }
     void DamagePagesOfCid(EDamage damage) {
         m_selected = Listed(kFoods, m_high);
@@ -277,7 +277,7 @@ class TestUnitsOfWork : public CDiaryTest {
     }
     CCatalogueRules Foods() { return {Database(), kFoods}; }
     CCatalogueRules::Entries Listed(ECatalogueKind kind, qint32 category) {
-        return Database().FillCategoryList(kind, category).entries;
+        return Database().Catalogue().FillCategoryList(kind, category).entries;
     }
 
     qint32 m_low = 0;

@@ -165,7 +165,7 @@ class TestDietFrame : public CDiaryTest {
         });
         frame.RunCommand(kCommandPreferences);
         CProfileRecord record;
-        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Loaded);
+        QCOMPARE(Database().Profiles().LoadRecord(record), EProfileRecord::Loaded);
         QCOMPARE(record.GetPreference(3), 0);
         const auto* entries = frame.findChild<CReportList*>(u"entries"_s);
         QCOMPARE(entries->model()->index(0, 1).data().toString(), u"1x1 serving"_s);
@@ -173,7 +173,7 @@ class TestDietFrame : public CDiaryTest {
 
     void onlyADialogConfirmsDefaults() {
         CProfileRecord record;
-        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Loaded);
+        QCOMPARE(Database().Profiles().LoadRecord(record), EProfileRecord::Loaded);
         PropertyList properties = record.GetProperties();
         properties[1] = qint32{2};  // another version
         CDatabaseHandle raw = Database().GetStore().OpenDatabase(u"Ann"_s, 3, 4097, true);
@@ -193,10 +193,10 @@ class TestDietFrame : public CDiaryTest {
         OnDialog<CPreferencesDialog>([](CPreferencesDialog& dialog) { dialog.reject(); });
         frame.RunCommand(kCommandPreferences);
         frame.close();
-        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Unreadable);
+        QCOMPARE(Database().Profiles().LoadRecord(record), EProfileRecord::Unreadable);
         OnDialog<CPreferencesDialog>([](CPreferencesDialog& dialog) { dialog.accept(); });
         frame.RunCommand(kCommandPreferences);
-        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Loaded);
+        QCOMPARE(Database().Profiles().LoadRecord(record), EProfileRecord::Loaded);
     }
 
     void theWindowComesBackWhereItWas() {

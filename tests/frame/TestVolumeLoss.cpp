@@ -26,7 +26,7 @@ class TestVolumeLoss : public CDiaryTest {
         AddCategory(Database(), u"Sport"_s, kExercises);
         CMenuItem menu;
         menu.SetParentId(1);
-        menu.SetItemId(Database().AllotItemId(kMenus));
+        menu.SetItemId(Database().Composed().AllocateItemId(kMenus));
         menu.SetName(u"Breakfast"_s);
         QVERIFY(Database().Menus().Write(-1, menu));
         CExerciseItem exercise;

@@ -10,11 +10,11 @@ class TestComposedItems : public CCatalogueTest {
   private slots:
     void aCopyHasComponentsOfItsOwn() {
         const qint32 lunch = Menu(u"Lunch"_s, {u"Soup"_s, u"Bread"_s});
-        QVERIFY(Database().AddComposedCopy(kMenus, 0, u"Late lunch"_s));
+        QVERIFY(Database().Composed().AddCopy(kMenus, 0, u"Late lunch"_s));
         CMenuItem copy;
         QVERIFY(Database().Menus().Read(1, copy));
         QCOMPARE(copy.GetName(), u"Late lunch"_s);
-        QVERIFY(Database().DeleteComponents(kMenus, lunch));
+        QVERIFY(Database().Composed().DeleteComponents(kMenus, lunch));
         QCOMPARE(PartsOf(Database(), kMenus, copy.GetItemId()), u"Soup,Bread"_s);
     }
 
@@ -34,7 +34,7 @@ class TestComposedItems : public CCatalogueTest {
 
     void componentsLeftBehindByACrashGoWhenTheCatalogueOpens() {
         const qint32 lunch = Menu(u"Lunch"_s, {u"Soup"_s});
-        const qint32 unfinished = Database().AllotItemId(kMenus);
+        const qint32 unfinished = Database().Composed().AllocateItemId(kMenus);
         for (const qint32 owner : {unfinished, unfinished, unfinished + 7, unfinished + 7}) {
             QVERIFY(AddPart(Database(), kMenus, owner, u"Milk"_s));
         }
@@ -62,11 +62,11 @@ class TestComposedItems : public CCatalogueTest {
         const qint32 pie = recipe(u"Pie"_s);
         put(dough, crust);
         put(crust, pie);
-        QVERIFY(Database().RecipeHolds(pie, dough));
-        QVERIFY(!Database().RecipeHolds(dough, pie));
+        QVERIFY(Database().Composed().RecipeHolds(pie, dough));
+        QVERIFY(!Database().Composed().RecipeHolds(dough, pie));
         // Only a foreign program writes this; it must not go round for ever.
         put(pie, dough);
-        QVERIFY(!Database().RecipeHolds(dough, pie + 1));
+        QVERIFY(!Database().Composed().RecipeHolds(dough, pie + 1));
     }
 
     void init() { MakeVolume(); }

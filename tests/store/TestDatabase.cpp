@@ -18,13 +18,13 @@ class TestDatabase : public CCatalogueTest {
         QCOMPARE(AddCategory(Database(), u"Fruit"_s), -1);
         QCOMPARE(AddCategory(Database(), u"fruit"_s), 3);
         // The largest identifier is given again after its category is gone.
-        QVERIFY(Database().DeleteCategory(Database().FindCategory(kFoods, u"fruit"_s)));
+        QVERIFY(Database().Categories().Delete(Database().Categories().Find(kFoods, u"fruit"_s)));
         QCOMPARE(AddCategory(Database(), u"Meat"_s), 3);
         // A renamed one keeps its own.
         CCategory renamed;
         renamed.SetName(u"Fruits"_s);
-        QVERIFY(Database().AddOrUpdateCategory(0, renamed));
-        QCOMPARE(Database().CategoryIdOf(kFoods, u"Fruits"_s), 1);
+        QVERIFY(Database().Categories().AddOrUpdate(0, renamed));
+        QCOMPARE(Database().Categories().IdOf(kFoods, u"Fruits"_s), 1);
     }
 
     void the257thCategoryIsRefused() {
@@ -42,18 +42,18 @@ class TestDatabase : public CCatalogueTest {
     void nutrientNamesAreBroughtTo54() {
         const auto lastNameAfterRestart = [this] {
             Reopen();
-            const QStringList names = Database().ReadNutrientNames();
+            const QStringList names = Database().NutrientNames().ReadNames();
             return names.size() == 54 && names[29] == u"Vitamin D (UI)"_s ? names[53] : QString();
         };
-        QVERIFY(Database().SaveNutrientName(54, 54, u"none"_s));
+        QVERIFY(Database().NutrientNames().SaveName(54, 54, u"none"_s));
         QCOMPARE(m_messages->Said(), u"Cannot save nutrient name."_s);
         // One too few and one too many.
         for (const bool isOneMissing : {true, false}) {
-            QVERIFY(Database().SaveNutrientName(53, 53, u"Lycopene (mg)"_s));
+            QVERIFY(Database().NutrientNames().SaveName(53, 53, u"Lycopene (mg)"_s));
             QCOMPARE(lastNameAfterRestart(), u"Lycopene (mg)"_s);
             CDatabaseHandle raw = OpenRaw(u"NutrientNames"_s);
             QVERIFY(isOneMissing ? Database().GetStore().DeleteRecord(raw, 0)
-                                 : Database().SaveNutrientName(-1, 54, u"One more"_s));
+                                 : Database().NutrientNames().SaveName(-1, 54, u"One more"_s));
             QCOMPARE(lastNameAfterRestart(), u"User defined 20"_s);
         }
     }
@@ -64,10 +64,10 @@ class TestDatabase : public CCatalogueTest {
               MakeFood(2, u"Apple"_s, u"stewed"_s), MakeFood(2, u"apple"_s, u"Raw"_s)}) {
             QVERIFY(Database().Foods().Write(-1, food));
         }
-        QVERIFY(Database().SaveViewSettings(kFoods, CViewSettings()));
+        QVERIFY(Database().ViewSettings(kFoods).Save(CViewSettings()));
         const auto positionsOf = [this](qint32 category) {
             QList<int> positions;
-            const CCategoryList list = Database().FillCategoryList(kFoods, category);
+            const CCategoryList list = Database().Catalogue().FillCategoryList(kFoods, category);
             for (const CCategoryListEntry& entry : list.entries) {
                 positions.append(entry.position);
             }
@@ -77,8 +77,8 @@ class TestDatabase : public CCatalogueTest {
         QCOMPARE(positionsOf(2), (QList<int>{2, 1, 0}));
         QCOMPARE(positionsOf(3), QList<int>{3});
         QCOMPARE(positionsOf(4) + positionsOf(-1), QList<int>());
-        QCOMPARE(Database().FindItem(kFoods, 2, u"Apple"_s, u"stewed"_s, 1), -1);
-        QCOMPARE(Database().FindItem(kFoods, 2, u"Zander"_s, u"raw"_s), -1);
+        QCOMPARE(Database().Catalogue().FindItem(kFoods, 2, u"Apple"_s, u"stewed"_s, 1), -1);
+        QCOMPARE(Database().Catalogue().FindItem(kFoods, 2, u"Zander"_s, u"raw"_s), -1);
     }
 
     void uniqueNamesAreToldApartByCase() {
@@ -88,18 +88,18 @@ class TestDatabase : public CCatalogueTest {
                 QVERIFY(Database().Foods().Write(-1, MakeFood(category, name, u"t"_s)));
             }
         }
-        QVERIFY(Database().SaveViewSettings(kFoods, CViewSettings()));
-        const CUniqueNames all = Database().FillArrayWithUniqueFoodNames(-1);
+        QVERIFY(Database().ViewSettings(kFoods).Save(CViewSettings()));
+        const CUniqueNames all = Database().Catalogue().FillArrayWithUniqueFoodNames(-1);
         QCOMPARE(all.names.size(), 6U);
         QCOMPARE(all.names[0].categoryId, 1);
         QCOMPARE(all.names[0].name, u"apple"_s);
         QCOMPARE(all.names[5].categoryId, 2);
         QVERIFY(!all.leftOut.IsAnything());
-        QCOMPARE(Database().FillArrayWithUniqueFoodNames(2).names.size(), 3U);
-        QCOMPARE(Database().FillArrayWithUniqueFoodNames(7).names.size(), 0U);
+        QCOMPARE(Database().Catalogue().FillArrayWithUniqueFoodNames(2).names.size(), 3U);
+        QCOMPARE(Database().Catalogue().FillArrayWithUniqueFoodNames(7).names.size(), 0U);
         CDatabaseHandle raw = OpenRaw(u"Foods"_s);
         QVERIFY(Database().GetStore().WriteRecord(raw, 0, {qint32{1}}));
-        const CUniqueNames cut = Database().FillArrayWithUniqueFoodNames(-1);
+        const CUniqueNames cut = Database().Catalogue().FillArrayWithUniqueFoodNames(-1);
         QCOMPARE(cut.names.size(), 3U);
         QVERIFY(cut.leftOut.isEnded);
         QCOMPARE(cut.leftOut.damaged, 1);
@@ -114,7 +114,7 @@ class TestDatabase : public CCatalogueTest {
         CDatabaseHandle raw = OpenRaw(u"Foods"_s);
         QVERIFY(Database().GetStore().WriteRecord(raw, 0, {CViewSettings::kMarker + 1}));
         const auto isWhole = [this] {
-            const CCategoryList list = Database().FillCategoryList(kFoods, 1);
+            const CCategoryList list = Database().Catalogue().FillCategoryList(kFoods, 1);
             return list.entries.size() == 1 && !list.leftOut.IsAnything();
         };
         QVERIFY(isWhole());
@@ -134,17 +134,18 @@ class TestDatabase : public CCatalogueTest {
             QVERIFY(Database().Exlib().Write(-1, item));
         }
         QVERIFY(group.Commit());
-        const CCategoryList list = Database().FillCategoryList(kExercises, 1);
+        const CCategoryList list = Database().Catalogue().FillCategoryList(kExercises, 1);
         QCOMPARE(list.entries.size(), 1024U);
         QCOMPARE(list.leftOut.beyond, 1);
-        QCOMPARE(Database().FillCategoryList(kExercises, 1, kNoCapacity).entries.size(), 1025U);
-        const CUniqueNames unique = Database().FillArrayWithUniqueExlibNames(1);
+        QCOMPARE(Database().Catalogue().FillCategoryList(kExercises, 1, kNoCapacity).entries.size(),
+                 1025U);
+        const CUniqueNames unique = Database().Catalogue().FillArrayWithUniqueExlibNames(1);
         QCOMPARE(unique.names.size(), 1024U);
         QCOMPARE(unique.leftOut.beyond, 1);
         // Nothing is left out of a list that is just full.
         QVERIFY(Database().Exlib().Delete(0));
-        QVERIFY(!Database().FillCategoryList(kExercises, 1).leftOut.IsAnything());
-        QVERIFY(!Database().FillArrayWithUniqueExlibNames(1).leftOut.IsAnything());
+        QVERIFY(!Database().Catalogue().FillCategoryList(kExercises, 1).leftOut.IsAnything());
+        QVERIFY(!Database().Catalogue().FillArrayWithUniqueExlibNames(1).leftOut.IsAnything());
     }
 
     void damageIsPassedOverAndCounted() {
@@ -163,38 +164,38 @@ class TestDatabase : public CCatalogueTest {
             }
             return names.join(u' ');
         };
-        const CCategoryList list = Database().FillCategoryList(kFoods, 1);
+        const CCategoryList list = Database().Catalogue().FillCategoryList(kFoods, 1);
         QCOMPARE(namesOf(list.entries), u"Apple Carrot Egg"_s);
         QCOMPARE(list.leftOut.damaged, 2);
         QCOMPARE(list.leftOut.beyond, 0);
-        const CUniqueNames unique = Database().FillArrayWithUniqueFoodNames(1);
+        const CUniqueNames unique = Database().Catalogue().FillArrayWithUniqueFoodNames(1);
         QCOMPARE(namesOf(unique.names), u"Apple Carrot Egg"_s);
         QCOMPARE(unique.leftOut.damaged, 2);
-        QCOMPARE(Database().FillCategoryList(kFoods, 2).leftOut.damaged, 0);
-        const CCategories categories = Database().ReadCategories(kFoods);
+        QCOMPARE(Database().Catalogue().FillCategoryList(kFoods, 2).leftOut.damaged, 0);
+        const CCategoryEntries categories = Database().Categories().ReadEntries(kFoods);
         QCOMPARE(namesOf(categories.entries), u"B"_s);
         QCOMPARE(categories.leftOut.damaged, 1);
         // With its positions gone nobody knows what is missing.
         Change("UPDATE blocks SET entries=x'00'");
-        QVERIFY(Database().FillCategoryList(kFoods, 1).leftOut.isUnknown);
-        QVERIFY(Database().FillArrayWithUniqueFoodNames(1).leftOut.isUnknown);
+        QVERIFY(Database().Catalogue().FillCategoryList(kFoods, 1).leftOut.isUnknown);
+        QVERIFY(Database().Catalogue().FillArrayWithUniqueFoodNames(1).leftOut.isUnknown);
         m_messages->TakeShown();  // of the nutrients' names
     }
 
     void viewSettingsAreKeptOnce() {
         CViewSettings settings;
-        QVERIFY(!Database().ReadViewSettings(ECatalogueKind::Exercises, settings));
+        QVERIFY(!Database().ViewSettings(ECatalogueKind::Exercises).Read(settings));
         for (const qint16 width : {75, 120}) {
             settings.SetSetting(5, width);
-            QVERIFY(Database().SaveViewSettings(ECatalogueKind::Exercises, settings));
+            QVERIFY(Database().ViewSettings(ECatalogueKind::Exercises).Save(settings));
         }
         Reopen();
         CViewSettings read;
-        QVERIFY(Database().ReadViewSettings(ECatalogueKind::Exercises, read));
+        QVERIFY(Database().ViewSettings(ECatalogueKind::Exercises).Read(read));
         QCOMPARE(read.GetSetting(5), qint16{120});
         QCOMPARE(Database().Exlib().Count(), 1);
         Database().CloseCatalogue();
-        QVERIFY(!Database().SaveViewSettings(ECatalogueKind::Exercises, settings));
+        QVERIFY(!Database().ViewSettings(ECatalogueKind::Exercises).Save(settings));
         QCOMPARE(m_messages->Said(), u"Cannot save exlib props (error# 87)."_s);
     }
 
@@ -206,45 +207,45 @@ class TestDatabase : public CCatalogueTest {
             menu.SetItemKind(type);
             QVERIFY(Database().Menus().Write(-1, menu));
         }
-        QCOMPARE(Database().FindComponent(ECatalogueKind::Menus, 1, 500), 1);
-        QCOMPARE(Database().FindComponent(ECatalogueKind::Menus, 2, 500), -1);
-        QCOMPARE(Database().FindComponent(ECatalogueKind::Menus, 1, 501), -1);
+        QCOMPARE(Database().Composed().FindComponent(ECatalogueKind::Menus, 1, 500), 1);
+        QCOMPARE(Database().Composed().FindComponent(ECatalogueKind::Menus, 2, 500), -1);
+        QCOMPARE(Database().Composed().FindComponent(ECatalogueKind::Menus, 1, 501), -1);
     }
 
     void aProfileIsFourDatabases() {
-        QVERIFY(!Database().OpenProfile(u"Anna"_s, false));
-        QCOMPARE(Database().GetNumberOfUserProfiles(), 0);
-        QVERIFY(Database().OpenProfile(u"Anna"_s, true));
-        QVERIFY(Database().OpenProfile(QString(21, u'b'), true));
-        QCOMPARE(Database().FillProfileNames(), QStringList({u"Anna"_s, QString(21, u'b')}));
+        QVERIFY(!Database().Profiles().Open(u"Anna"_s, false));
+        QCOMPARE(Database().Profiles().GetNumberOfUserProfiles(), 0);
+        QVERIFY(Database().Profiles().Open(u"Anna"_s, true));
+        QVERIFY(Database().Profiles().Open(QString(21, u'b'), true));
+        QCOMPARE(Database().Profiles().ReadNames(), QStringList({u"Anna"_s, QString(21, u'b')}));
         QVERIFY(Database().GetStore().DeleteDatabase(u"Anna_Weight"_s, kWeightType));
-        QVERIFY(!Database().OpenProfile(u"Anna"_s, false));
+        QVERIFY(!Database().Profiles().Open(u"Anna"_s, false));
         QVERIFY(!Database().Diet().IsOpen());
-        QVERIFY(Database().DeleteProfile(u"Anna"_s));
-        QCOMPARE(Database().FillProfileNames(), QStringList{QString(21, u'b')});
-        QVERIFY(!Database().IsProfileNameTaken(u"Anna"_s));
-        QVERIFY(Database().OpenProfile(QString(21, u'b'), false));
+        QVERIFY(Database().Profiles().Delete(u"Anna"_s));
+        QCOMPARE(Database().Profiles().ReadNames(), QStringList{QString(21, u'b')});
+        QVERIFY(!Database().Profiles().IsNameTaken(u"Anna"_s));
+        QVERIFY(Database().Profiles().Open(QString(21, u'b'), false));
     }
 
     void profilesCannotTakeOtherDatabases() {
-        QVERIFY(Database().OpenProfile(u"Anna"_s, true));
+        QVERIFY(Database().Profiles().Open(u"Anna"_s, true));
         for (const QString& name : {u"foods"_s, u"Anna_Diet"_s}) {
-            QVERIFY(!Database().OpenProfile(name, true));
+            QVERIFY(!Database().Profiles().Open(name, true));
             QCOMPARE(m_messages->Said(), u"ERROR: CeOpenDatabaseEx failed (183)"_s);
-            QVERIFY(Database().DeleteProfile(name));
+            QVERIFY(Database().Profiles().Delete(name));
         }
-        QVERIFY(!Database().OpenProfile(QString(22, u'x'), true));
+        QVERIFY(!Database().Profiles().Open(QString(22, u'x'), true));
         QCOMPARE(m_messages->Said(), u"ERROR: CeOpenDatabaseEx failed (123)"_s);
         QCOMPARE(m_messages->lastIcon, EMessageIcon::Stop);
-        QVERIFY(Database().OpenProfile(u"Anna"_s, false));
+        QVERIFY(Database().Profiles().Open(u"Anna"_s, false));
     }
 
     void theProfileRecordIsKeptOnce() {
-        QVERIFY(Database().OpenProfile(u"Anna"_s, true));
+        QVERIFY(Database().Profiles().Open(u"Anna"_s, true));
         CProfileRecord record;
-        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Missing);
+        QCOMPARE(Database().Profiles().LoadRecord(record), EProfileRecord::Missing);
         record.SetHeightCm(165.0);
-        QVERIFY(Database().SaveProfileRecord(record));
+        QVERIFY(Database().Profiles().SaveRecord(record));
         // Another version is found but not taken.
         PropertyList other = record.GetProperties();
         other[1] = qint32{2};
@@ -252,16 +253,16 @@ class TestDatabase : public CCatalogueTest {
         const ObjectId id = Database().GetStore().SeekToPosition(handle, 0);
         QVERIFY(Database().GetStore().WriteRecord(handle, id, other));
         CProfileRecord untouched;
-        QCOMPARE(Database().LoadProfileRecord(untouched), EProfileRecord::Unreadable);
+        QCOMPARE(Database().Profiles().LoadRecord(untouched), EProfileRecord::Unreadable);
         QVERIFY(untouched == CProfileRecord());
-        QVERIFY(Database().SaveProfileRecord(record));
-        QCOMPARE(Database().LoadProfileRecord(untouched), EProfileRecord::Loaded);
+        QVERIFY(Database().Profiles().SaveRecord(record));
+        QCOMPARE(Database().Profiles().LoadRecord(untouched), EProfileRecord::Loaded);
         QVERIFY(untouched == record);
         QVERIFY(!Database().GetStore().SeekToPosition(handle, 1));
     }
 
     void aDayHolds128EntriesAndTheirSum() {
-        QVERIFY(Database().OpenProfile(u"Anna"_s, true));
+        QVERIFY(Database().Profiles().Open(u"Anna"_s, true));
         const QDate day(2024, 2, 29);
         CRecordGroup group(Database().GetStore());
         for (int i = 0; i < 129; ++i) {
@@ -301,7 +302,7 @@ class TestDatabase : public CCatalogueTest {
     }
 
     void theWeightInForceIsTheLatestBefore() {
-        QVERIFY(Database().OpenProfile(u"Anna"_s, true));
+        QVERIFY(Database().Profiles().Open(u"Anna"_s, true));
         const QDate day(2024, 5, 10);
         for (const auto& [hour, weightKg] : {std::pair{20, 81.0}, {8, 82.0}}) {
             CWeightEntry entry;

@@ -93,7 +93,7 @@ class TestPowerLoss : public CCatalogueTest {
             },
             [&] { return m_doc->CreateProfile(profile); },
             [&] {
-                return Database().OpenProfile(u"Ann"_s, false) &&
+                return Database().Profiles().Open(u"Ann"_s, false) &&
                        Database().Diet().Write(-1, eaten);
             },
             [&] {
@@ -101,7 +101,7 @@ class TestPowerLoss : public CCatalogueTest {
                 return CCatalogueRules(Database(), kFoods).DeleteCategory(2) && group.Commit();
             },
             [&] { return Database().DeleteItem(kFoods, 0); },
-            [&] { return Database().DeleteProfile(u"Ann"_s); },
+            [&] { return Database().Profiles().Delete(u"Ann"_s); },
         };
         recordedCalls = &m_calls;
         recordedFolder = folder.constData();

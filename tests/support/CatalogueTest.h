@@ -15,7 +15,7 @@ inline qint32 AddCategory(CDatabase& database, const QString& name,
     CCategory category;
     category.SetKind(kind);
     category.SetName(name);
-    return database.AddOrUpdateCategory(-1, category) ? category.GetId() : -1;
+    return database.Categories().AddOrUpdate(-1, category) ? category.GetId() : -1;
 }
 
 /// A weighed food with one serving, "1 cup" of 240 g.

@@ -9,7 +9,7 @@ inline qint32 AddComposed(CDatabase& database, ECatalogueKind kind, qint32 categ
     CComposedItem item(kind);
     item.SetParentId(categoryId);
     item.SetItemKind(kind == ECatalogueKind::Menus ? EItemKind::Menu : EItemKind::Recipe);
-    item.SetItemId(database.AllotItemId(kind));
+    item.SetItemId(database.Composed().AllocateItemId(kind));
     item.SetName(name);
     item.SetServingName(QStringLiteral("1 serving"));
     return database.Items(kind).Write(-1, item) ? item.GetItemId() : 0;
@@ -33,7 +33,7 @@ inline bool AddPart(CDatabase& database, ECatalogueKind kind, qint32 ownerId, co
 inline QString PartsOf(CDatabase& database, ECatalogueKind kind, qint32 ownerId) {
     QStringList names;
     CComposedItem part(kind);
-    for (const int position : database.ComponentPositions(kind, ownerId)) {
+    for (const int position : database.Composed().ComponentPositions(kind, ownerId)) {
         names.append(database.Items(kind).Read(position, part) ? part.GetName()
                                                                : QStringLiteral("?"));
     }

@@ -248,7 +248,7 @@ EStored CComposedCsv::StoreOwner(EExisting existing) {
     qint32 itemId = position < 0 ? 0 : ItemIdAt(position);
     const bool isSkipped = position >= 0 && existing == EExisting::Skip;
     if (!isSkipped && itemId < kFirstComposedId) {
-        itemId = m_database.AllotItemId(m_kind);  // new, or damaged
+        itemId = m_database.Composed().AllocateItemId(m_kind);  // new, or damaged
     }
     m_owner = {m_categoryName, m_item.GetName(), itemId, isSkipped};
     m_refused.remove({m_categoryName, m_item.GetName()});
@@ -258,7 +258,7 @@ EStored CComposedCsv::StoreOwner(EExisting existing) {
     m_taken.insert(itemId);
     m_item.SetParentId(m_categoryId);
     m_item.SetItemId(itemId);
-    if ((position >= 0 && !m_database.DeleteComponents(m_kind, itemId)) ||
+    if ((position >= 0 && !m_database.Composed().DeleteComponents(m_kind, itemId)) ||
         !m_database.Items(m_kind).Write(position, m_item)) {
         return EStored::Failed;
     }
@@ -292,7 +292,7 @@ bool CComposedCsv::WriteItem(CCsvLineWriter& line, PropertyList& properties, int
     WriteRecord(line, m_item, category, m_item);
     CComposedItem component(m_kind);
     for (const int position :
-         m_database.ComponentPositions(m_kind, m_item.GetItemId(), &m_leftOutParts)) {
+         m_database.Composed().ComponentPositions(m_kind, m_item.GetItemId(), &m_leftOutParts)) {
         if (m_database.Items(m_kind).Read(position, component)) {
             WriteRecord(line, component, category, m_item);
         } else {

@@ -43,7 +43,7 @@ CExportRun::CExportRun(CDatabase& database, ECatalogueKind kind, const CExportRe
     if (request.choice == EExportChoice::CurrentCategory) {
         m_positions.clear();
         // Of exercises the list's rows are exported, of all others the category.
-        const CCategoryList list = database.FillCategoryList(
+        const CCategoryList list = database.Catalogue().FillCategoryList(
             kind, request.categoryId,
             kind == ECatalogueKind::Exercises ? kCatalogueListCapacity : kNoCapacity);
         for (const CCategoryListEntry& entry : list.entries) {
@@ -53,7 +53,7 @@ CExportRun::CExportRun(CDatabase& database, ECatalogueKind kind, const CExportRe
     }
     m_leftOut.isUnknown = m_leftOut.isUnknown || (m_all && !database.Items(kind).RangeBetween(
                                                                0, CViewSettings::kMarker - 1));
-    m_count = m_all ? database.CountItems(kind) : static_cast<int>(m_positions.size());
+    m_count = m_all ? database.Catalogue().CountItems(kind) : static_cast<int>(m_positions.size());
 }
 
 bool CExportRun::HasItems() const {
@@ -142,7 +142,7 @@ void CExportRun::WriteItems() {
 
 /// False when the user has cancelled.
 bool CExportRun::WriteItem(int position, PropertyList& properties) {
-    if (IsBehindItems(properties)) {
+    if (IsPastLastItem(properties)) {
         return true;  // no item of ours, whatever its place
     }
     // A list that is refused is left as it was.

@@ -20,7 +20,7 @@ int CExistingItems::Find(qint32 categoryId, const QString& name, const QString& 
         return position;
     }
     // Two names share a hash, or a record cannot be read.
-    return m_database.FindItem(m_kind, categoryId, name, type);
+    return m_database.Catalogue().FindItem(m_kind, categoryId, name, type);
 }
 
 void CExistingItems::NoteAdded() {

@@ -12,7 +12,7 @@ qint32 CImportedCategories::IdOf(const QString& name) {
     if (known != m_ids.constEnd()) {
         return *known;
     }
-    const qint32 stored = m_database.CategoryIdOf(m_kind, name);
+    const qint32 stored = m_database.Categories().IdOf(m_kind, name);
     const qint32 id = stored >= 0 ? stored : Create(name);
     if (id >= 0) {
         m_ids.insert(name, id);
@@ -25,13 +25,13 @@ qint32 CImportedCategories::Create(const QString& name) {
     category.SetKind(m_kind);
     category.SetName(name);
     ReadCategoryPictures(m_folder, category);
-    return m_database.AddOrUpdateCategory(-1, category) ? category.GetId() : -1;
+    return m_database.Categories().AddOrUpdate(-1, category) ? category.GetId() : -1;
 }
 
 QString CImportedCategories::NameOf(qint32 id) {
     if (id != m_lastId) {
         m_lastId = id;
-        m_lastName = m_database.CategoryNameOf(m_kind, id);
+        m_lastName = m_database.Categories().NameOf(m_kind, id);
     }
     return m_lastName;
 }

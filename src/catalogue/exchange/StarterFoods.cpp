@@ -24,8 +24,8 @@ QString StarterFoodsPath() {
 }
 
 bool OfferStarterFoods(CDatabase& database) {
-    const bool isEmpty = database.CountItems(ECatalogueKind::Foods) == 0 &&
-                         database.ListCategories(ECatalogueKind::Foods).empty();
+    const bool isEmpty = database.Catalogue().CountItems(ECatalogueKind::Foods) == 0 &&
+                         database.Categories().List(ECatalogueKind::Foods).empty();
     CCatalogueViewSettings settings = CCatalogueViewSettings::Load(database, ECatalogueKind::Foods);
     if (!isEmpty || settings.starterOffered || StarterFoodsPath().isEmpty()) {
         return false;

@@ -100,7 +100,7 @@ QString PickerHeader(EPicker picker) {
 
 QStringList CategoryNames(CDatabase& database, ECatalogueKind kind, CLeftOut* leftOut) {
     QStringList names;
-    const CCategories categories = database.ReadCategories(kind);
+    const CCategoryEntries categories = database.Categories().ReadEntries(kind);
     for (const CCategoryEntry& category : categories.entries) {
         names.append(category.name);
     }
@@ -114,14 +114,15 @@ QStringList NamesInCategory(CDatabase& database, ECatalogueKind kind, qint32 cat
     if (CatalogueLayoutOf(kind).namesType) {
         const CUniqueNames unique =
             kind == ECatalogueKind::Foods
-                ? database.FillArrayWithUniqueFoodNames(categoryId, capacity)
-                : database.FillArrayWithUniqueExlibNames(categoryId, capacity);
+                ? database.Catalogue().FillArrayWithUniqueFoodNames(categoryId, capacity)
+                : database.Catalogue().FillArrayWithUniqueExlibNames(categoryId, capacity);
         for (const CUniqueName& entry : unique.names) {
             names.append(entry.name);
         }
         AddTo(leftOut, unique.leftOut);
     } else {
-        const CCategoryList list = database.FillCategoryList(kind, categoryId, capacity);
+        const CCategoryList list =
+            database.Catalogue().FillCategoryList(kind, categoryId, capacity);
         for (const CCategoryListEntry& item : list.entries) {
             names.append(item.name);
         }
@@ -161,7 +162,7 @@ bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodIte
 qint32 CategoryOfComponent(CDatabase& database, const CComposedItem& component) {
     const ECatalogueKind kind = CatalogueOf(component.GetItemKind());
     const int position = component.GetItemKind() == EItemKind::Recipe
-                             ? database.FindRecipeById(component.GetItemId())
+                             ? database.Composed().FindRecipe(component.GetItemId())
                              : database.Items(kind).PositionOf(component.GetItemId());
     CCatalogueItem item(kind);
     // The identifier of a deleted record may have gone to another.

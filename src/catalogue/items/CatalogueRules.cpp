@@ -52,13 +52,13 @@ qint32 CCatalogueRules::AddCategory(const QString& name) {
     CCategory category;
     category.SetKind(m_texts.kind);
     category.SetName(name);
-    if (m_database.FindCategory(m_texts.kind, category.GetName()) >= 0) {
+    if (m_database.Categories().Find(m_texts.kind, category.GetName()) >= 0) {
         ShowExists(category.GetName());
         return -1;
     }
     // The store does not tell whether the record was written.
-    if (!m_database.AddOrUpdateCategory(-1, category) ||
-        m_database.FindCategory(m_texts.kind, category.GetId()) < 0) {
+    if (!m_database.Categories().AddOrUpdate(-1, category) ||
+        m_database.Categories().Find(m_texts.kind, category.GetId()) < 0) {
         ShowMessage(u"Cannot create new category"_s);
         return -1;
     }
@@ -67,7 +67,7 @@ qint32 CCatalogueRules::AddCategory(const QString& name) {
 
 bool CCatalogueRules::RenameCategory(qint32 categoryId, const QString& typed) {
     const QString name = typed.trimmed();
-    const int position = m_database.FindCategory(m_texts.kind, categoryId);
+    const int position = m_database.Categories().Find(m_texts.kind, categoryId);
     CCategory category;
     if (name.isEmpty()) {
         ShowMessage(u"Please enter category name."_s);
@@ -81,25 +81,25 @@ bool CCatalogueRules::RenameCategory(qint32 categoryId, const QString& typed) {
     if (category.GetName() == oldName) {
         return true;
     }
-    if (m_database.FindCategory(m_texts.kind, category.GetName()) >= 0) {
+    if (m_database.Categories().Find(m_texts.kind, category.GetName()) >= 0) {
         return ShowExists(category.GetName());
     }
     // A write that failed shows in the list, which keeps the old name.
-    return m_database.AddOrUpdateCategory(position, category) &&
-           m_database.CategoryNameOf(m_texts.kind, categoryId) == category.GetName();
+    return m_database.Categories().AddOrUpdate(position, category) &&
+           m_database.Categories().NameOf(m_texts.kind, categoryId) == category.GetName();
 }
 
 bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
     const int position =
-        categoryId < 0 ? kNoPosition : m_database.FindCategory(m_texts.kind, categoryId);
+        categoryId < 0 ? kNoPosition : m_database.Categories().Find(m_texts.kind, categoryId);
     if (position < 0) {
-        ShowMessage(m_database.ListCategories(m_texts.kind).empty()
+        ShowMessage(m_database.Categories().List(m_texts.kind).empty()
                         ? kNoCategorySelected
                         : "Please select category to delete."_L1);
         return false;
     }
     if (!AskYesNo(FormatText(QLatin1StringView(m_texts.confirmDeleteCategory),
-                             {m_database.CategoryNameOf(m_texts.kind, categoryId)}))) {
+                             {m_database.Categories().NameOf(m_texts.kind, categoryId)}))) {
         return false;
     }
     const CWaitCursor wait;
@@ -110,7 +110,7 @@ bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
             ShowMessage(QString::fromLatin1(
                 m_texts.cannotEmptyCategory));  // and the category goes all the same
         }
-        isDeleted = m_database.DeleteCategory(position);
+        isDeleted = m_database.Categories().Delete(position);
         if (!isDeleted) {
             ShowMessage(u"Cannot delete category."_s);
         }
@@ -129,7 +129,7 @@ bool CCatalogueRules::DeleteItemsOf(qint32 categoryId) {
 }
 
 bool CCatalogueRules::MayAddItem(qint32 categoryId) {
-    if (m_database.ListCategories(m_texts.kind).empty()) {
+    if (m_database.Categories().List(m_texts.kind).empty()) {
         ShowMessage(QString::fromLatin1(m_texts.noCategoryForItem));
         return false;
     }
@@ -161,7 +161,7 @@ std::vector<CCategoryEntry> CCatalogueRules::MoveTargets(const Entries& selected
     if (!CheckSelection(m_texts.move, static_cast<int>(selected.size()))) {
         return {};
     }
-    std::vector<CCategoryEntry> targets = m_database.ListCategories(m_texts.kind);
+    std::vector<CCategoryEntry> targets = m_database.Categories().List(m_texts.kind);
     if (targets.size() <= 1) {
         ShowMessage(QString::fromLatin1(m_texts.onlyOneCategory));
         return {};
@@ -236,13 +236,14 @@ int CCatalogueRules::Duplicate(const Entries& selected) {
         copy.SetName(text);
     }
     const bool isAdded = HasComponents(m_texts.kind)
-                             ? m_database.AddComposedCopy(m_texts.kind, position, text)
+                             ? m_database.Composed().AddCopy(m_texts.kind, position, text)
                              : Items().Write(-1, copy);
     if (!isAdded) {
         ShowMessage(u"Cannot duplicate food."_s);
         return -1;
     }
-    return m_database.FindItem(m_texts.kind, copy.GetCategoryId(), copy.GetName(), copy.GetType());
+    return m_database.Catalogue().FindItem(m_texts.kind, copy.GetCategoryId(), copy.GetName(),
+                                           copy.GetType());
 }
 
 /// Every record of the category is looked at once, whatever the number of copies.

@@ -19,7 +19,7 @@ const CPlaces& PlacesOf(ECatalogueKind kind) {
 CCatalogueViewSettings CCatalogueViewSettings::Load(CDatabase& database, ECatalogueKind kind) {
     CCatalogueViewSettings result;
     CViewSettings stored;
-    if (!database.ReadViewSettings(kind, stored)) {
+    if (!database.ViewSettings(kind).Read(stored)) {
         return result;
     }
     const CPlaces& places = PlacesOf(kind);
@@ -45,5 +45,5 @@ bool CCatalogueViewSettings::Save(CDatabase& database, ECatalogueKind kind) cons
     write(places.splitterPerMille, splitterPerMille);
     write(places.confirmServingChange, confirmServingChange ? 1 : 0);
     write(places.starterOffered, starterOffered ? 1 : 0);
-    return database.SaveViewSettings(kind, stored);
+    return database.ViewSettings(kind).Save(stored);
 }

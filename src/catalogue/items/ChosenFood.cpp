@@ -13,7 +13,8 @@ ECatalogueKind CatalogueOf(EItemKind kind) {
 
 CFoodItem ItemFromEntry(CDatabase& database, const CDietEntry& entry) {
     CFoodItem item;
-    item.SetCategoryId(database.CategoryIdOf(CatalogueOf(entry.GetKind()), entry.GetCategory()));
+    item.SetCategoryId(
+        database.Categories().IdOf(CatalogueOf(entry.GetKind()), entry.GetCategory()));
     item.SetName(entry.GetName());
     item.SetType(entry.GetType());
     item.SetNutrientValues(entry.GetNutrientValues());

@@ -79,7 +79,8 @@ void CComposedEditDialog::AddFields() {
     m_category = new QComboBox;
     m_category->setObjectName(u"category"_s);
     m_category->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    for (const CCategoryEntry& entry : m_form.Doc().Database().ListCategories(m_form.GetKind())) {
+    for (const CCategoryEntry& entry :
+         m_form.Doc().Database().Categories().List(m_form.GetKind())) {
         m_category->addItem(entry.name, entry.id);
     }
     m_category->setCurrentIndex(m_category->findData(fields.categoryId));

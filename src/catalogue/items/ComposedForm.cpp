@@ -43,7 +43,7 @@ CComposedForm::CComposedForm(CVelmoraDoc& doc, ECatalogueKind kind, int position
       m_nutrients(doc.Preferences().DisplayedNutrients()) {
     if (position < 0) {
         m_item.SetParentId(categoryId);
-        m_item.SetItemId(doc.Database().AllotItemId(kind));
+        m_item.SetItemId(doc.Database().Composed().AllocateItemId(kind));
     } else {
         m_isLoaded = Items().Read(position, m_item);
     }
@@ -58,12 +58,12 @@ CComposedForm::~CComposedForm() {
     const bool isLost = m_doc.Database().GetStore().IsVolumeLost();
     if (m_position < 0 && !m_components.empty() && !isLost) {
         // What a failure leaves is removed when the catalogue opens again.
-        (void)m_doc.Database().DeleteComponents(m_kind, m_item.GetItemId());
+        (void)m_doc.Database().Composed().DeleteComponents(m_kind, m_item.GetItemId());
     }
 }
 
 QString CComposedForm::CategoryText() const {
-    return m_doc.Database().CategoryNameOf(m_kind, m_fields.categoryId);
+    return m_doc.Database().Categories().NameOf(m_kind, m_fields.categoryId);
 }
 
 QString CComposedForm::RowTitle(int row) const {
@@ -97,7 +97,7 @@ bool CComposedForm::TakeChosen(const CChosenFood& chosen, CComposedItem& compone
     const qint32 itemId = ComponentItemId(m_doc.Database(), chosen.kind, chosen.cataloguePosition);
     const bool isRecipeOfRecipe =
         m_kind == ECatalogueKind::Recipes && chosen.kind == EItemKind::Recipe;
-    if (isRecipeOfRecipe && m_doc.Database().RecipeHolds(itemId, m_item.GetItemId())) {
+    if (isRecipeOfRecipe && m_doc.Database().Composed().RecipeHolds(itemId, m_item.GetItemId())) {
         ShowMessage(
             FormatText("Recipe '%s' cannot be a part of itself."_L1, {chosen.item.GetName()}),
             EMessageIcon::Information);
@@ -130,7 +130,7 @@ bool CComposedForm::ReplaceComponent(int component, const CChosenFood& chosen) {
     CComposedItem item = m_components[static_cast<size_t>(component)];
     item.SetParentId(m_item.GetItemId());  // a damaged one has lost it
     const std::vector<int> positions =
-        m_doc.Database().ComponentPositions(m_kind, m_item.GetItemId());
+        m_doc.Database().Composed().ComponentPositions(m_kind, m_item.GetItemId());
     const bool isReplaced = positions.size() == m_components.size() && TakeChosen(chosen, item) &&
                             Items().Write(positions[static_cast<size_t>(component)], item);
     LoadComponents();
@@ -145,7 +145,7 @@ bool CComposedForm::DeleteComponents(const std::vector<int>& selected) {
         return false;
     }
     const std::vector<int> positions =
-        m_doc.Database().ComponentPositions(m_kind, m_item.GetItemId());
+        m_doc.Database().Composed().ComponentPositions(m_kind, m_item.GetItemId());
     // From the last on: a deletion moves everything behind it.
     const std::vector<int> descending(selected.rbegin(), selected.rend());
     const int deleted = ActOnEach(
@@ -181,7 +181,8 @@ bool CComposedForm::Confirm() {
         ShowMessage(QString::fromLatin1(texts.noName));
         return false;
     }
-    if (database.FindItem(m_kind, m_fields.categoryId, item.GetName(), {}, m_position) >= 0) {
+    if (database.Catalogue().FindItem(m_kind, m_fields.categoryId, item.GetName(), {},
+                                      m_position) >= 0) {
         ShowMessage(FormatText(QLatin1StringView(texts.exists), {item.GetName(), CategoryText()}));
         return false;
     }
@@ -197,14 +198,15 @@ bool CComposedForm::Confirm() {
         return false;
     }
     m_item = item;
-    m_position = database.FindItem(m_kind, m_fields.categoryId, item.GetName(), {});
+    m_position = database.Catalogue().FindItem(m_kind, m_fields.categoryId, item.GetName(), {});
     return true;
 }
 
 void CComposedForm::LoadComponents() {
     m_components.clear();
     CItemDatabaseBase& items = Items();
-    for (const int position : m_doc.Database().ComponentPositions(m_kind, m_item.GetItemId())) {
+    for (const int position :
+         m_doc.Database().Composed().ComponentPositions(m_kind, m_item.GetItemId())) {
         // A damaged one keeps its row, so that it can be deleted.
         (void)items.ReadQuietly(position, m_components.emplace_back(m_kind));
     }

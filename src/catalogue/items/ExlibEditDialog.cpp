@@ -37,7 +37,7 @@ CExlibEditDialog::CExlibEditDialog(CVelmoraDoc& doc, const CExerciseItem& item, 
     m_type = addField(EPicker::Type, u"Type"_s, fields.type);
     m_category =
         addField(EPicker::Category, u"Category"_s,
-                 doc.Database().CategoryNameOf(ECatalogueKind::Exercises, fields.categoryId));
+                 doc.Database().Categories().NameOf(ECatalogueKind::Exercises, fields.categoryId));
     QWidget* energyRow = MakeEnergyRow(fields);
     auto* energyLabel = new QLabel(u"Energy:"_s);
     energyLabel->setBuddy(m_energy);
@@ -89,7 +89,7 @@ void CExlibEditDialog::ChangeRating() {
 }
 
 CExlibFields CExlibEditDialog::ReadFields() const {
-    return {m_doc.Database().CategoryIdOf(ECatalogueKind::Exercises, m_category->GetText()),
+    return {m_doc.Database().Categories().IdOf(ECatalogueKind::Exercises, m_category->GetText()),
             m_name->GetText(), m_type->GetText(), m_energy->text(), m_met->isChecked()};
 }
 

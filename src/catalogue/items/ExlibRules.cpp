@@ -58,11 +58,11 @@ std::optional<QString> TakeExlibFields(CDatabase& database, const CPreferences& 
     if (item.GetType().isEmpty()) {
         return u"Please enter exercise type"_s;
     }
-    if (database.FindItem(kExercises, fields.categoryId, item.GetName(), item.GetType(),
-                          position) >= 0) {
+    if (database.Catalogue().FindItem(kExercises, fields.categoryId, item.GetName(), item.GetType(),
+                                      position) >= 0) {
         return FormatText("Exercise '%s, %s' already exists in category '%s'."_L1,
                           {item.GetName(), item.GetType(),
-                           database.CategoryNameOf(kExercises, fields.categoryId)});
+                           database.Categories().NameOf(kExercises, fields.categoryId)});
     }
     if (fields.energy.trimmed().isEmpty()) {
         return u"Please enter exercise energy value"_s;

@@ -80,7 +80,7 @@ void CFoodEditDialog::AddNames() {
     auto* category = new QComboBox;
     category->setObjectName(u"category"_s);
     category->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    for (const CCategoryEntry& entry : m_doc.Database().ListCategories(ECatalogueKind::Foods)) {
+    for (const CCategoryEntry& entry : m_doc.Database().Categories().List(ECatalogueKind::Foods)) {
         category->addItem(entry.name, entry.id);
     }
     category->setCurrentIndex(category->findData(m_food.GetCategoryId()));

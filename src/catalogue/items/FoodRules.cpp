@@ -17,11 +17,12 @@ std::optional<QString> CheckFood(CDatabase& database, const CFoodItem& food, ESe
     if (food.GetType().isEmpty()) {
         return u"Please enter food type"_s;
     }
-    if (database.FindItem(ECatalogueKind::Foods, food.GetCategoryId(), food.GetName(),
-                          food.GetType(), position) >= 0) {
-        return FormatText("Food '%s, %s' already exists in category '%s'."_L1,
-                          {food.GetName(), food.GetType(),
-                           database.CategoryNameOf(ECatalogueKind::Foods, food.GetCategoryId())});
+    if (database.Catalogue().FindItem(ECatalogueKind::Foods, food.GetCategoryId(), food.GetName(),
+                                      food.GetType(), position) >= 0) {
+        return FormatText(
+            "Food '%s, %s' already exists in category '%s'."_L1,
+            {food.GetName(), food.GetType(),
+             database.Categories().NameOf(ECatalogueKind::Foods, food.GetCategoryId())});
     }
     bool hasServing = false;
     std::optional<int> unweighed;

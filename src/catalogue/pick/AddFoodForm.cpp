@@ -116,7 +116,7 @@ EPicker CAddFoodForm::Pick(EPicker picker, const QString& row) {
     CDatabase& database = Doc().Database();
     switch (picker) {
         case EPicker::Category:
-            m_food.item.SetCategoryId(database.CategoryIdOf(Catalogue(), row));
+            m_food.item.SetCategoryId(database.Categories().IdOf(Catalogue(), row));
             ClearItem({});
             return EPicker::Name;
         case EPicker::Name:
@@ -307,7 +307,7 @@ double CAddFoodForm::Value(int nutrient) const {
 
 bool CAddFoodForm::CheckDuplicate(const QString& name, const QString& type) {
     const qint32 category = m_food.item.GetCategoryId();
-    if (Doc().Database().FindItem(Catalogue(), category, name, type) < 0) {
+    if (Doc().Database().Catalogue().FindItem(Catalogue(), category, name, type) < 0) {
         return true;
     }
     // Recipes share the wording of menus.

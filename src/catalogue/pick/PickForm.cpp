@@ -25,13 +25,13 @@ bool CPickForm::FindNext() {
 
 QString CPickForm::CategoryText() const {
     return CategoryId() < 0 ? QString()
-                            : m_doc.Database().CategoryNameOf(Catalogue(), CategoryId());
+                            : m_doc.Database().Categories().NameOf(Catalogue(), CategoryId());
 }
 
 bool CPickForm::LoadOfType(const QString& type) {
     CDatabase& database = m_doc.Database();
     const QString name = MeantName(database, Catalogue(), CategoryId(), m_name);
-    return Load(database.FindItem(Catalogue(), CategoryId(), name, type));
+    return Load(database.Catalogue().FindItem(Catalogue(), CategoryId(), name, type));
 }
 
 void CPickForm::ShowInformation(const QString& text) {

@@ -20,15 +20,15 @@ void CCatalogueView::Import() {
 
 void CCatalogueView::RunImport(const std::function<void()>& run) {
     const qint32 categoryId = m_browser->CategoryId();
-    const QString category = Database().CategoryNameOf(m_texts.kind, categoryId);
+    const QString category = Database().Categories().NameOf(m_texts.kind, categoryId);
     const QString name = m_browser->ItemName();
     const CCatalogueRules::Entries selected = m_browser->Selected();
     run();
-    m_browser->Reload(Database().CategoryIdOf(m_texts.kind, category), name);
+    m_browser->Reload(Database().Categories().IdOf(m_texts.kind, category), name);
     if (!selected.empty()) {
         const CCategoryListEntry& item = selected.front();
         m_browser->SelectItem(
-            Database().FindItem(m_texts.kind, item.categoryId, item.name, item.type));
+            Database().Catalogue().FindItem(m_texts.kind, item.categoryId, item.name, item.type));
     }
 }
 

@@ -18,7 +18,7 @@ void CCategoryTreeModel::Reload(bool withNames) {
     // Pictures come with a category and never change, so each is decoded once.
     const std::vector<CNode> known = std::exchange(m_nodes, {});
     CCategory category;
-    const CCategories categories = m_database.ReadCategories(m_kind);
+    const CCategoryEntries categories = m_database.Categories().ReadEntries(m_kind);
     m_leftOut = categories.leftOut;
     for (const CCategoryEntry& entry : categories.entries) {
         const auto old = std::ranges::find(known, entry.id, &CNode::id);
@@ -130,8 +130,8 @@ void CCategoryTreeModel::fetchMore(const QModelIndex& parent) {
     node.isRead = true;
     QStringList names;
     const CUniqueNames found = m_kind == ECatalogueKind::Exercises
-                                   ? m_database.FillArrayWithUniqueExlibNames(node.id)
-                                   : m_database.FillArrayWithUniqueFoodNames(node.id);
+                                   ? m_database.Catalogue().FillArrayWithUniqueExlibNames(node.id)
+                                   : m_database.Catalogue().FillArrayWithUniqueFoodNames(node.id);
     for (const CUniqueName& entry : found.names) {
         names.append(entry.name);
     }

@@ -115,7 +115,7 @@ void CFoodsPreferencesDialog::SaveNames() {
         const QString name = m_fields->nutrients->CellText(index, 0);
         if (name != stored[index]) {
             // A failure has shown its message; the other names are still worth keeping.
-            (void)m_doc.Database().SaveNutrientName(index, index, name);
+            (void)m_doc.Database().NutrientNames().SaveName(index, index, name);
         }
     }
     m_doc.ForgetNutrientNames();

@@ -40,8 +40,8 @@ class CTypedMainView : public CCatalogueView {
             return EEdited::Failed;
         }
         const Item& stored = dialog.GetItem();
-        ShowStored(Database().FindItem(m_kind, stored.GetCategoryId(), stored.GetName(),
-                                       stored.GetType()));
+        ShowStored(Database().Catalogue().FindItem(m_kind, stored.GetCategoryId(), stored.GetName(),
+                                                   stored.GetType()));
         return EEdited::Stored;
     }
 

@@ -17,7 +17,7 @@ const CCatalogueLayout& CatalogueLayoutOf(ECatalogueKind kind) {
     return kLayouts.at(static_cast<std::size_t>(kind));
 }
 
-bool IsBehindItems(const PropertyList& properties) {
+bool IsPastLastItem(const PropertyList& properties) {
     const auto* parent = properties.empty() ? nullptr : std::get_if<qint32>(&properties.front());
     return parent != nullptr && *parent >= CViewSettings::kMarker;
 }

@@ -23,7 +23,7 @@ constexpr bool HasComponents(ECatalogueKind kind) {
 
 /// Whether a record is no item but a component or the settings of a view: their parents are past
 /// every category identifier, so they stand behind all items.
-bool IsBehindItems(const PropertyList& properties);
+bool IsPastLastItem(const PropertyList& properties);
 
 /// An item of any kind.
 class CCatalogueItem : public CItemRecord {

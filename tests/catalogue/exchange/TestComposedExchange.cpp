@@ -206,7 +206,7 @@ class TestComposedExchange : public CCatalogueTest {
         // The category is there once its own field was accepted.
         const bool isNamed = !reason.isEmpty() && reason != u"Invalid item type"_s &&
                              reason != u"Invalid category"_s;
-        QCOMPARE(Database().FindCategory(kMenus, u"Week"_s) >= 0, isNamed);
+        QCOMPARE(Database().Categories().Find(kMenus, u"Week"_s) >= 0, isNamed);
         // Messages on lines hide the progress; the end of the run does not.
         QCOMPARE(m_messages->shownOverProgress, kind == Fatal ? 1 : 0);
     }
@@ -334,7 +334,8 @@ class TestComposedExchange : public CCatalogueTest {
     QString Stored() {
         QStringList menus;
         CMenuItem menu;
-        for (const CCategoryListEntry& entry : Database().FillCategoryList(kMenus, 1).entries) {
+        for (const CCategoryListEntry& entry :
+             Database().Catalogue().FillCategoryList(kMenus, 1).entries) {
             if (Database().Menus().Read(entry.position, menu)) {
                 menus.append(menu.GetName() + u':' + PartsOf(Database(), kMenus, menu.GetItemId()));
             }

@@ -63,7 +63,7 @@ class TestFoodsExchange : public CCatalogueTest {
                      u"Imported 1 foods."_s);
         QCOMPARE(TypesStored(), QStringList{u"thick"_s});
         // A refused line leaves the category that it names.
-        QVERIFY(reason.isEmpty() || Database().FindCategory(kFoods, u"Soups"_s) >= 0);
+        QVERIFY(reason.isEmpty() || Database().Categories().Find(kFoods, u"Soups"_s) >= 0);
     }
 
     void anErrorTooManyStopsTheImport() {
@@ -131,7 +131,7 @@ class TestFoodsExchange : public CCatalogueTest {
         QVERIFY(Database().Foods().Read(0, food));
         QCOMPARE(food.GetName(), cut);
         QCOMPARE(food.GetType(), QString(127, u'x'));
-        QCOMPARE(Database().CategoryNameOf(kFoods, food.GetCategoryId()), cut);
+        QCOMPARE(Database().Categories().NameOf(kFoods, food.GetCategoryId()), cut);
     }
 
     void existingFoodsAreTreatedAsChosen_data() {
@@ -243,7 +243,7 @@ class TestFoodsExchange : public CCatalogueTest {
     void eachChoiceHasItsOrder() {
         Import(FoodFile(FoodLine("Soups", "Soup", "b") + FoodLine("Soups", "Soup", "a") +
                         FoodLine("Other", "Soup", "c")));
-        QVERIFY(Database().SaveViewSettings(kFoods, CViewSettings()));
+        QVERIFY(Database().ViewSettings(kFoods).Save(CViewSettings()));
         const std::pair<EExportChoice, QStringList> rows[] = {
             {EExportChoice::All, {u"b"_s, u"a"_s, u"c"_s}},      // as stored
             {EExportChoice::CurrentCategory, {u"a"_s, u"b"_s}},  // as listed
@@ -284,7 +284,7 @@ class TestFoodsExchange : public CCatalogueTest {
         Import(FoodFile(FoodLine("Soups", "Soup", "b") + FoodLine("Soups", "Soup", "a") +
                         FoodLine("Soups", "Soup", "c")));
         m_messages->TakeShown();
-        QVERIFY(Database().SaveViewSettings(kFoods, CViewSettings()));
+        QVERIFY(Database().ViewSettings(kFoods).Save(CViewSettings()));
         Damage(Database().Foods(), 1);
         const QString path = Path(u"out.csv"_s);
         for (const CExportRequest& request : {CExportRequest{},
@@ -310,7 +310,7 @@ class TestFoodsExchange : public CCatalogueTest {
     }
 
     void nothingToExportIsSaidBeforeAnyFileIsAskedFor() {
-        QVERIFY(Database().SaveViewSettings(kFoods, CViewSettings()));
+        QVERIFY(Database().ViewSettings(kFoods).Save(CViewSettings()));
         for (const EExportChoice choice :
              {EExportChoice::All, EExportChoice::CurrentCategory, EExportChoice::Selected}) {
             QVERIFY(!ExportCatalogue(Database(), kFoods, {choice, -1, {}}));

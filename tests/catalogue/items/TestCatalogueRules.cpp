@@ -126,7 +126,7 @@ class TestCatalogueRules : public CCatalogueTest {
                                          {u"Buttermilk"_s, u"skimmed"_s}}) {
             QVERIFY(Database().Foods().Write(-1, MakeFood(1, name, type)));
         }
-        QVERIFY(Database().SaveViewSettings(kFoods, CViewSettings()));
+        QVERIFY(Database().ViewSettings(kFoods).Save(CViewSettings()));
         const auto found = [this](const QString& name, const QString& type, int first) {
             return FindNextItem(Database(), kFoods, name, {type}, first);
         };

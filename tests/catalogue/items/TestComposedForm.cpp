@@ -107,7 +107,7 @@ class TestComposedForm : public CDiaryTest {
         // It is no double of itself.
         CComposedForm stored(*m_doc, kind, 0, category);
         QVERIFY(stored.Confirm());
-        QCOMPARE(Database().CountItems(kind), 1);
+        QCOMPARE(Database().Catalogue().CountItems(kind), 1);
     }
 
     void whatCannotBeStoredIsSaidAndStaysOpen() {

@@ -232,7 +232,7 @@ class TestCatalogueCommands : public CCatalogueTest {
         QVERIFY(rules.DeleteCategory(first));
         QCOMPARE(Names(kind, second), u"kept"_s);
         QCOMPARE(Database().Items(kind).Count(), kind == kMenus ? 2 : 1);
-        QCOMPARE(Database().FindCategory(kind, u"First"_s), -1);
+        QCOMPARE(Database().Categories().Find(kind, u"First"_s), -1);
     }
 
     void init() { MakeVolume(); }
@@ -255,7 +255,7 @@ class TestCatalogueCommands : public CCatalogueTest {
                                : Database().Exlib().Write(-1, exercise));
     }
     CCatalogueRules::Entries Entries(ECatalogueKind kind, qint32 category) {
-        return Database().FillCategoryList(kind, category).entries;
+        return Database().Catalogue().FillCategoryList(kind, category).entries;
     }
     /// Every menu and recipe must have kept its component.
     QString Names(ECatalogueKind kind, qint32 category) {

@@ -75,8 +75,8 @@ class TestFoodsMainView : public CCatalogueViewTest {
         QTRY_COMPARE(m_messages->shown.join(u'|'), message);
         m_messages->TakeShown();
         QTRY_COMPARE(CurrentNode(), name);
-        QVERIFY(Database().FindCategory(kFoods, name) >= 0);
-        QCOMPARE(Database().ListCategories(kFoods).size(), 3U);
+        QVERIFY(Database().Categories().Find(kFoods, name) >= 0);
+        QCOMPARE(Database().Categories().List(kFoods).size(), 3U);
         if (name == u"New food category") {
             Trigger("New category");
             QCOMPARE(m_messages->Said(), u"Category 'New food category' already exists."_s);
@@ -176,7 +176,7 @@ class TestFoodsMainView : public CCatalogueViewTest {
         rename(Node(0, 1), u"Oat milk"_s);
         QCOMPARE(Listed(), u"Oat milk, dry|Oat milk, whole"_s);
         rename(Node(0), u"Not dairy"_s);
-        QCOMPARE(Database().CategoryNameOf(kFoods, 1), u"Not dairy"_s);
+        QCOMPARE(Database().Categories().NameOf(kFoods, 1), u"Not dairy"_s);
         Trigger("Rename food name");
         QCOMPARE(m_messages->Said(), u"Please select foods to rename."_s);
     }
@@ -263,7 +263,7 @@ class TestFoodsMainView : public CCatalogueViewTest {
             category.SetKind(kFoods);
             category.SetName(QString::number(Database().Categories().Count()));
             category.SetSmallPicture(stored);
-            QVERIFY(Database().AddOrUpdateCategory(-1, category));
+            QVERIFY(Database().Categories().AddOrUpdate(-1, category));
         }
         Open<CFoodsMainView>();
         for (int i = 0; i < 5; ++i) {

@@ -1,5 +1,4 @@
-// Menus and recipes with the components that stand under them.
-#include "store/Database.h"
+#include "store/ComposedItems.h"
 
 #include <QSet>
 #include <algorithm>
@@ -8,6 +7,9 @@
 
 namespace {
 constexpr qint64 kLastComposedId = std::numeric_limits<qint32>::max();
+
+// Numbers of properties.
+constexpr int kItemTypeNumber = 1;
 constexpr int kItemIdNumber = 2;
 
 // Property 2 of an item or component that is whole; 0 for any other.
@@ -61,15 +63,15 @@ qint32 LargestItemId(CItemDatabaseBase& items) {
 }
 }  // namespace
 
-int CDatabase::CountItems(ECatalogueKind kind) {
-    CItemDatabaseBase& items = Items(kind);
-    const auto range =
-        items.RangeBetween(std::numeric_limits<qint64>::min(), CViewSettings::kMarker - 1);
-    return range ? range->count : items.Count();
+CItemDatabaseBase& CComposedItems::Items(ECatalogueKind kind) const {
+    if (kind == ECatalogueKind::Menus) {
+        return m_menus;
+    }
+    return m_recipes;
 }
 
 // Food components bear record identifiers, which may be larger; the numbers between stay unused.
-qint32 CDatabase::AllotItemId(ECatalogueKind kind) {
+qint32 CComposedItems::AllocateItemId(ECatalogueKind kind) {
     qint32& last = m_lastItemIds.at(kind == ECatalogueKind::Menus ? 0 : 1);
     if (last == 0) {
         last = std::max(kFirstComposedId, LargestItemId(Items(kind)));
@@ -80,8 +82,8 @@ qint32 CDatabase::AllotItemId(ECatalogueKind kind) {
     return ++last;
 }
 
-std::vector<int> CDatabase::ComponentPositions(ECatalogueKind kind, qint32 itemId,
-                                               CLeftOut* leftOut) {
+std::vector<int> CComposedItems::ComponentPositions(ECatalogueKind kind, qint32 itemId,
+                                                    CLeftOut* leftOut) {
     if (itemId < kFirstComposedId) {
         return {};
     }
@@ -94,12 +96,12 @@ std::vector<int> CDatabase::ComponentPositions(ECatalogueKind kind, qint32 itemI
     return positions;
 }
 
-bool CDatabase::DeleteComponents(ECatalogueKind kind, qint32 itemId) {
+bool CComposedItems::DeleteComponents(ECatalogueKind kind, qint32 itemId) {
     if (itemId < kFirstComposedId) {
         return true;
     }
     const std::optional<CPositionRange> range = Items(kind).RangeOf(itemId);
-    CRecordGroup group(m_store);
+    CRecordGroup group(m_recipes.GetStore());
     bool areDeleted = range.has_value();
     for (int left = areDeleted ? range->count : 0; areDeleted && left > 0; --left) {
         areDeleted = Items(kind).Delete(range->first + left - 1);
@@ -107,7 +109,7 @@ bool CDatabase::DeleteComponents(ECatalogueKind kind, qint32 itemId) {
     return group.Commit() && areDeleted;
 }
 
-bool CDatabase::AddComposedCopy(ECatalogueKind kind, int position, const QString& name) {
+bool CComposedItems::AddCopy(ECatalogueKind kind, int position, const QString& name) {
     CItemDatabaseBase& items = Items(kind);
     CComposedItem item(kind);
     if (!items.Read(position, item)) {
@@ -120,10 +122,10 @@ bool CDatabase::AddComposedCopy(ECatalogueKind kind, int position, const QString
             return false;
         }
     }
-    const qint32 itemId = AllotItemId(kind);
+    const qint32 itemId = AllocateItemId(kind);
     records.front().SetName(name);
     records.front().SetItemId(itemId);
-    CRecordGroup group(m_store);
+    CRecordGroup group(m_recipes.GetStore());
     bool isAdded = true;
     for (CComposedItem& record : records) {
         if (&record != &records.front()) {
@@ -134,13 +136,10 @@ bool CDatabase::AddComposedCopy(ECatalogueKind kind, int position, const QString
     return group.Commit() && isAdded;
 }
 
-bool CDatabase::DeleteItem(ECatalogueKind kind, int position) {
+bool CComposedItems::Delete(ECatalogueKind kind, int position) {
     CItemDatabaseBase& items = Items(kind);
-    if (!HasComponents(kind)) {
-        return items.Delete(position);
-    }
     CComposedItem item(kind);
-    CRecordGroup group(m_store);
+    CRecordGroup group(m_recipes.GetStore());
     // Components stand behind all items, so the position holds. A damaged item goes alone.
     const bool isDeleted =
         (!items.ReadQuietly(position, item) || DeleteComponents(kind, item.GetItemId())) &&
@@ -150,18 +149,18 @@ bool CDatabase::DeleteItem(ECatalogueKind kind, int position) {
         return false;
     }
     if (!group.Commit()) {
-        m_store.ShowFailedDeletion();
+        m_recipes.GetStore().ShowFailedDeletion();
         return false;
     }
     return true;
 }
 
-int CDatabase::FindRecipeById(qint32 itemId) {
+int CComposedItems::FindRecipe(qint32 itemId) {
     int found = kNoPosition;
     m_recipes.ForEachFrom(
         0,
         [&](int position, PropertyList& properties) {
-            if (IsBehindItems(properties)) {
+            if (IsPastLastItem(properties)) {
                 return false;
             }
             found = ItemIdOf(properties) == itemId ? position : kNoPosition;
@@ -171,7 +170,7 @@ int CDatabase::FindRecipeById(qint32 itemId) {
     return found;
 }
 
-bool CDatabase::RecipeHolds(qint32 itemId, qint32 wantedId) {
+bool CComposedItems::RecipeHolds(qint32 itemId, qint32 wantedId) {
     QSet<qint32> known = {itemId};
     std::vector<qint32> waiting = {itemId};
     while (!waiting.empty()) {
@@ -193,9 +192,30 @@ bool CDatabase::RecipeHolds(qint32 itemId, qint32 wantedId) {
     return false;
 }
 
+int CComposedItems::FindComponent(ECatalogueKind kind, qint32 parentId, qint32 itemId) {
+    CItemDatabaseBase& items = Items(kind);
+    int found = kNoPosition;
+    items.ForEachFrom(
+        items.FirstPositionOf(parentId),
+        [&](int position, PropertyList& properties) {
+            if (ParentIdOf(properties) != parentId) {
+                return false;
+            }
+            if (std::ssize(properties) == items.GetLayout().Count() &&
+                properties[kItemTypeNumber] ==
+                    PropertyValue(static_cast<qint32>(EItemKind::Menu)) &&
+                properties[kItemIdNumber] == PropertyValue(itemId)) {
+                found = position;
+            }
+            return found == kNoPosition;
+        },
+        kItemIdNumber + 1);
+    return found;
+}
+
 // Left behind when the program ends while a new menu or recipe is put together. Nothing is removed
 // unless every item could be read: components of a damaged one may be wanted again.
-void CDatabase::RemoveOrphanComponents(ECatalogueKind kind) {
+void CComposedItems::RemoveOrphans(ECatalogueKind kind) {
     CItemDatabaseBase& items = Items(kind);
     int position = items.FirstPositionInRange(kFirstComposedId, kLastComposedId);
     if (position < 0 || items.KeyAt(position).value_or(0) < kFirstComposedId) {
@@ -203,7 +223,7 @@ void CDatabase::RemoveOrphanComponents(ECatalogueKind kind) {
     }
     const std::optional<QSet<qint32>> owners = ItemIds(items, position);
     // A failure is no reason not to start; what is left goes another time.
-    CRecordGroup group(m_store);
+    CRecordGroup group(m_recipes.GetStore());
     while (owners && position >= 0) {
         const qint64 owner = items.KeyAt(position).value_or(0);
         if (owner < kFirstComposedId) {

@@ -1,0 +1,152 @@
+#include "store/Catalogue.h"
+
+#include <QSet>
+#include <algorithm>
+#include <array>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kIdDigits = 10;  // of the largest identifier
+
+// Property 0 of an item; the marker of the view settings for a record that has none.
+qint32 ParentOf(const PropertyList& properties) {
+    const auto* parent = properties.empty() ? nullptr : std::get_if<qint32>(&properties.front());
+    return parent != nullptr ? *parent : CViewSettings::kMarker;
+}
+
+// As toCaseFolded, without its look into the Unicode tables for every character of a plain text.
+void FoldCase(QString& text) {
+    for (QChar& character : text) {
+        const char16_t code = character.unicode();
+        if (code >= 0x80) {
+            text = text.toCaseFolded();
+            return;
+        }
+        if (code >= u'A' && code <= u'Z') {
+            character = QChar(code + (u'a' - u'A'));
+        }
+    }
+}
+
+// Keeps the order of equal texts. Each text is folded once.
+template <typename Entry, typename ToText>
+void SortWithoutCase(std::vector<Entry>& entries, ToText toText) {
+    std::vector<std::pair<QString, std::size_t>> order;
+    order.reserve(entries.size());
+    for (const Entry& entry : entries) {
+        order.emplace_back(toText(entry), order.size());
+        FoldCase(order.back().first);
+    }
+    std::ranges::sort(order, [](const auto& left, const auto& right) {
+        const int byText = left.first.compare(right.first);
+        return byText != 0 ? byText < 0 : left.second < right.second;
+    });
+    std::vector<Entry> sorted;
+    sorted.reserve(entries.size());
+    for (const auto& [text, place] : order) {
+        sorted.push_back(std::move(entries[place]));
+    }
+    entries = std::move(sorted);
+}
+
+}  // namespace
+
+CCatalogue::CCatalogue(CRecordStore& store)
+    : m_foods(store, kFoodLayout),
+      m_menus(store, kMenuLayout),
+      m_recipes(store, kRecipeLayout),
+      m_exlib(store, kExerciseLibLayout) {}
+
+CItemDatabaseBase& CCatalogue::Items(ECatalogueKind kind) {
+    const std::array<CItemDatabaseBase*, 4> items = {&m_foods, &m_menus, &m_recipes, &m_exlib};
+    return *items.at(static_cast<std::size_t>(kind));
+}
+
+int CCatalogue::CountItems(ECatalogueKind kind) {
+    CItemDatabaseBase& items = Items(kind);
+    const auto range =
+        items.RangeBetween(std::numeric_limits<qint64>::min(), CViewSettings::kMarker - 1);
+    return range ? range->count : items.Count();
+}
+
+CCategoryList CCatalogue::FillCategoryList(ECatalogueKind kind, qint32 categoryId, int capacity) {
+    CCategoryList list;
+    // What stands behind the last category is no item.
+    if (categoryId < 0 || categoryId >= CViewSettings::kMarker) {
+        return list;
+    }
+    const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
+    list.leftOut = Items(kind).ReadList(
+        {.low = categoryId,
+         .high = categoryId,
+         .most = numbers.type + 1,
+         .lastKey = CViewSettings::kMarker - 1},
+        [&](int position, PropertyList& properties) {
+            list.entries.push_back({position, categoryId, TextOf(properties[numbers.name]),
+                                    TextOf(properties[numbers.type])});
+            return std::ssize(list.entries) < capacity ? ETake::Taken : ETake::Last;
+        });
+    SortWithoutCase(list.entries, [&numbers](const CCategoryListEntry& entry) {
+        // No text holds the separator, so a name stands before those that begin with it.
+        return numbers.namesType ? entry.name + QChar(0) + entry.type : entry.name;
+    });
+    return list;
+}
+
+CUniqueNames CCatalogue::FillArrayWithUniqueFoodNames(qint32 categoryId, int capacity) {
+    return FillUniqueNames(ECatalogueKind::Foods, categoryId, capacity);
+}
+
+CUniqueNames CCatalogue::FillArrayWithUniqueExlibNames(qint32 categoryId, int capacity) {
+    return FillUniqueNames(ECatalogueKind::Exercises, categoryId, capacity);
+}
+
+// Categories are contiguous, so names need comparing only with those of their own category, and
+// one category is read without the others.
+CUniqueNames CCatalogue::FillUniqueNames(ECatalogueKind kind, qint32 categoryId, int capacity) {
+    const bool isAll = categoryId == -1;
+    const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
+    CUniqueNames unique;
+    QSet<QString> namesOfCategory;
+    unique.leftOut = Items(kind).ReadList(
+        {.low = isAll ? std::numeric_limits<qint64>::min() : categoryId,
+         .high = isAll ? CViewSettings::kMarker - 1 : categoryId,
+         .most = numbers.name + 1,
+         .messagePrefix = kind == ECatalogueKind::Foods ? u"FillArrayWithUniqueFoodNames --> "_s
+                                                        : u"FillArrayWithUniqueExlibNames --> "_s,
+         .lastKey = CViewSettings::kMarker - 1},
+        [&](int /*position*/, PropertyList& properties) {
+            const qint32 parent = ParentOf(properties);
+            if (!unique.names.empty() && unique.names.back().categoryId != parent) {
+                namesOfCategory.clear();
+            }
+            const QString name = TextOf(properties[numbers.name]);
+            if (namesOfCategory.contains(name)) {
+                return ETake::Taken;
+            }
+            namesOfCategory.insert(name);
+            unique.names.push_back({parent, name});
+            return std::ssize(unique.names) < capacity ? ETake::Taken : ETake::Last;
+        });
+    SortWithoutCase(unique.names, [](const CUniqueName& entry) {
+        return QString::number(entry.categoryId).rightJustified(kIdDigits, u'0') + entry.name;
+    });
+    return unique;
+}
+
+int CCatalogue::FindItem(ECatalogueKind kind, qint32 categoryId, const QString& name,
+                         const QString& type, int except) {
+    const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
+    int found = kNoPosition;
+    Items(kind).ReadList({categoryId, categoryId, EWrongCount::IsDamage, numbers.type + 1},
+                         [&](int position, PropertyList& properties) {
+                             const bool isIt =
+                                 position != except && TextOf(properties[numbers.name]) == name &&
+                                 (!numbers.namesType || TextOf(properties[numbers.type]) == type);
+                             found = isIt ? position : found;
+                             return isIt ? ETake::Last : ETake::Taken;
+                         });
+    return found;
+}

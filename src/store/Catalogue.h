@@ -1,0 +1,47 @@
+// The items of the catalogue's four kinds: their databases, and the lists read from them.
+#pragma once
+
+#include "store/CatalogueLists.h"
+#include "store/ItemDatabase.h"
+#include "store/records/ComposedItem.h"
+#include "store/records/ExerciseItem.h"
+#include "store/records/FoodItem.h"
+
+/// Positions are valid until the next change of their database.
+class CCatalogue {
+  public:
+    explicit CCatalogue(CRecordStore& store);
+
+    CItemDatabase<CFoodItem>& Foods() { return m_foods; }
+    CItemDatabase<CMenuItem>& Menus() { return m_menus; }
+    CItemDatabase<CRecipeItem>& Recipes() { return m_recipes; }
+    CItemDatabase<CExerciseItem>& Exlib() { return m_exlib; }
+    /// The items of a kind without their class: for code that serves all four kinds.
+    CItemDatabaseBase& Items(ECatalogueKind kind);
+    /// Of a kind, without the settings and components that stand after them; with them when the
+    /// positions cannot be told apart.
+    int CountItems(ECatalogueKind kind);
+
+    /// The items of a category, the first `capacity` of them, sorted by name and type (menus and
+    /// recipes by name) without case. A negative identifier gives an empty list.
+    CCategoryList FillCategoryList(ECatalogueKind kind, qint32 categoryId,
+                                   int capacity = kCatalogueListCapacity);
+    /// Distinct food names of a category (-1: of all), the first `capacity` of them, sorted by
+    /// category and then by name without case.
+    CUniqueNames FillArrayWithUniqueFoodNames(qint32 categoryId,
+                                              int capacity = kCatalogueListCapacity);
+    CUniqueNames FillArrayWithUniqueExlibNames(qint32 categoryId,
+                                               int capacity = kCatalogueListCapacity);
+    /// The item of a category with exactly that name and type (menus and recipes: name alone);
+    /// -1 when there is none. `except` is a position to pass over.
+    int FindItem(ECatalogueKind kind, qint32 categoryId, const QString& name, const QString& type,
+                 int except = -1);
+
+  private:
+    CUniqueNames FillUniqueNames(ECatalogueKind kind, qint32 categoryId, int capacity);
+
+    CItemDatabase<CFoodItem> m_foods;
+    CItemDatabase<CMenuItem> m_menus;
+    CItemDatabase<CRecipeItem> m_recipes;
+    CItemDatabase<CExerciseItem> m_exlib;
+};
