@@ -8,7 +8,7 @@ class CEntryList;
 class CTotalsList;
 class QTabBar;
 
-class CDietMainView : public CDiaryView {
+class CDietMainView final : public CDiaryView {
     Q_OBJECT
   public:
     CDietMainView(CVelmoraDoc& doc, QWidget* parent);

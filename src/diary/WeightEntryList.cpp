@@ -26,6 +26,7 @@ CWeightEntryList::CWeightEntryList(CVelmoraDoc& doc, const CWeightList& weights,
 void CWeightEntryList::BuildColumns() {
     const QStringList titles = m_weights.ColumnTitles();
     std::vector<CReportColumn> columns;
+    columns.reserve(titles.size());
     for (int column = 0; column < titles.size(); ++column) {
         columns.push_back({.title = titles[column],
                            .kind = CReportColumn::EKind::Number,

@@ -138,7 +138,7 @@ std::vector<CGraphValue> CWeightGraph::Layout() {
                  Shown(targets.startWeightKg));
     QPointF to(static_cast<double>(targets.goalDate.toJulianDay()), Shown(targets.goalWeightKg));
     m_hasGoalLine = HasPlan() && ClipLine(from, to, first, last);
-    const auto inSight = [&](const CPoint& point) {
+    const auto inSight = [first = first, last = last](const CPoint& point) {
         return point.day >= first && point.day <= last;
     };
     double low = m_hasGoalLine ? std::min(from.y(), to.y()) : m_points.back().weight;

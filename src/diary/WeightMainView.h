@@ -9,7 +9,7 @@
 class CWeightEntryList;
 class CWeightGraph;
 
-class CWeightMainView : public CDiaryView {
+class CWeightMainView final : public CDiaryView {
     Q_OBJECT
   public:
     CWeightMainView(CVelmoraDoc& doc, QWidget* parent);

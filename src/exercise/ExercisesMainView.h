@@ -8,7 +8,7 @@ class CExercisesGraph;
 class CReportList;
 class QLabel;
 
-class CExercisesMainView : public CDiaryView {
+class CExercisesMainView final : public CDiaryView {
     Q_OBJECT
   public:
     CExercisesMainView(CVelmoraDoc& doc, QWidget* parent);

@@ -62,5 +62,5 @@ QIcon CategoryIcon(const QByteArray& block) {
         picture = picture.scaled(kLargestSide, kLargestSide, Qt::KeepAspectRatio,
                                  Qt::SmoothTransformation);
     }
-    return QIcon(QPixmap::fromImage(picture));
+    return QPixmap::fromImage(picture);
 }

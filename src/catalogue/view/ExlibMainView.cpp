@@ -9,7 +9,7 @@ CExlibMainView::CExlibMainView(CVelmoraDoc& doc, QWidget* parent)
     : CTypedMainView(doc, kExercisesTexts, parent) {
     Browser().AddColumn({u"Energy"_s, u"00.00 kcal/min"_s,
                          [this](const CCategoryListEntry& entry) { return EnergyCell(entry); }});
-    DataChanged();
+    CTypedMainView::DataChanged();
 }
 
 CCatalogueBrowser::CAddedCell CExlibMainView::EnergyCell(const CCategoryListEntry& entry) {

@@ -19,7 +19,7 @@ CFoodsMainView::CFoodsMainView(CVelmoraDoc& doc, QWidget* parent)
             DataChanged();
         });
     }
-    DataChanged();
+    CTypedMainView::DataChanged();
 }
 
 CFoodsMainView::EEdited CFoodsMainView::EditItem(int position, qint32 categoryId) {
