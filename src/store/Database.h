@@ -6,9 +6,9 @@
 #include "store/Categories.h"
 #include "store/ComposedItems.h"
 #include "store/DayEntries.h"
-#include "store/StoredNutrientNames.h"
 #include "store/Profiles.h"
 #include "store/RecordStore.h"
+#include "store/StoredNutrientNames.h"
 #include "store/StoredViewSettings.h"
 
 /// Lives from start-up to exit. Its parts hand out positions that are valid until the next change

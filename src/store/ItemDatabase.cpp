@@ -98,13 +98,7 @@ ObjectId CItemDatabaseBase::RecordAt(int position) {
 }
 
 int CItemDatabaseBase::PositionOf(ObjectId record) {
-    const int count = record == 0 ? 0 : Count();
-    for (int position = 0; position < count; ++position) {
-        if (RecordAt(position) == record) {
-            return position;
-        }
-    }
-    return kNoPosition;
+    return m_store.PositionOf(m_handle, record);
 }
 
 int CItemDatabaseBase::FirstPositionOf(qint64 key) {

@@ -66,7 +66,7 @@ class CItemDatabaseBase {
 
     /// Identifier of the record at a position, which outlives its moves; 0 when there is none.
     ObjectId RecordAt(int position);
-    /// Position of that record, looked for from the front; -1 when it is gone.
+    /// Position of that record; -1 when it is gone or cannot be read.
     int PositionOf(ObjectId record);
 
     /// See CRecordStore.

@@ -178,6 +178,16 @@ std::optional<CPositionRange> CRecordStore::RangeOf(const CDatabaseHandle& handl
     return isFound ? std::optional(CPositionRange{first, end - first}) : std::nullopt;
 }
 
+int CRecordStore::PositionOf(const CDatabaseHandle& handle, ObjectId record) {
+    int position = kNoPosition;
+    const int error = m_engine.FindRecord(handle.id, record, position);
+    // A record that is gone is an answer, not a failure.
+    return Note(error == kErrorFileNotFound ? static_cast<int>(kErrorSuccess) : error) &&
+                   error == kErrorSuccess
+               ? position
+               : kNoPosition;
+}
+
 std::optional<qint64> CRecordStore::KeyAt(CDatabaseHandle& handle, int position) {
     qint64 key = 0;
     return position >= 0 && Note(m_engine.KeyAt(handle.id, position, key)) ? std::optional(key)

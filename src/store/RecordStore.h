@@ -80,6 +80,8 @@ class CRecordStore {
     int FirstPositionInRange(CDatabaseHandle& handle, qint64 low, qint64 high);
     /// The positions of the keys in [low, high]; nothing when they cannot be had.
     std::optional<CPositionRange> RangeOf(const CDatabaseHandle& handle, qint64 low, qint64 high);
+    /// Position of a record; -1 when it is not in the database or cannot be found.
+    int PositionOf(const CDatabaseHandle& handle, ObjectId record);
     /// Key at a position; nothing when it cannot be had.
     std::optional<qint64> KeyAt(CDatabaseHandle& handle, int position);
 

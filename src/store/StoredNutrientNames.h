@@ -8,7 +8,8 @@
 
 class CStoredNutrientNames : public CItemDatabase<CNutrientName> {
   public:
-    explicit CStoredNutrientNames(CRecordStore& store) : CItemDatabase(store, kNutrientNameLayout) {}
+    explicit CStoredNutrientNames(CRecordStore& store)
+        : CItemDatabase(store, kNutrientNameLayout) {}
 
     /// All 54; the default stands in for one that cannot be read.
     QStringList ReadNames();

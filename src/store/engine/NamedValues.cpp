@@ -40,16 +40,18 @@ int CNamedValues::Write(ObjectId owner, const QString& name, const QString& valu
     if (!m_state.file.IsOpen()) {
         return kErrorInvalidParameter;
     }
-    return m_state.Write([&] {
-        int error = RunOnce(kCreate, {});
-        if (error == kErrorSuccess) {
-            error = RunOnce(kDropFormer, {owner});
-        }
-        if (error == kErrorSuccess) {
-            error = RunOnce(kWriteOwner, {owner});
-        }
-        return error == kErrorSuccess ? RunOnce(kWrite, {owner, name, value}) : error;
-    });
+    return m_state.Write([&] { return WriteInUnit(owner, name, value); });
+}
+
+int CNamedValues::WriteInUnit(ObjectId owner, const QString& name, const QString& value) {
+    int error = RunOnce(kCreate, {});
+    if (error == kErrorSuccess) {
+        error = RunOnce(kDropFormer, {owner});
+    }
+    if (error == kErrorSuccess) {
+        error = RunOnce(kWriteOwner, {owner});
+    }
+    return error == kErrorSuccess ? RunOnce(kWrite, {owner, name, value}) : error;
 }
 
 int CNamedValues::DropOwner(ObjectId owner) {

@@ -14,10 +14,10 @@
 /// Invariants:
 /// 1. The table is created with the first value. A volume without it is complete, and its version
 ///    stays the same: a program that does not know the table keeps it.
-/// 2. Values count for the profile alone that they were written for. Identifiers are given again,
-///    and a program that does not know the table leaves the values of a profile that it deletes
-///    behind; so the name of the profile stands among its values, and values under another name are
-///    as good as gone.
+/// 2. Values count for the profile alone that they were written for. A program that does not know
+///    the table leaves the values of a profile that it deletes behind, and may give the profile's
+///    identifier to another; so the name of the profile is stored among its values, and values
+///    under another name are ignored.
 class CNamedValues {
   public:
     explicit CNamedValues(CStorageState& state) : m_state(state) {}
@@ -27,6 +27,8 @@ class CNamedValues {
     /// Platform error numbers.
     [[nodiscard]] int Write(ObjectId owner, const QString& name, const QString& value);
     [[nodiscard]] int DropOwner(ObjectId owner);
+    /// Write as a part of the change under way.
+    [[nodiscard]] int WriteInUnit(ObjectId owner, const QString& name, const QString& value);
 
   private:
     [[nodiscard]] bool HasTable();

@@ -88,7 +88,11 @@ int CStorageEngine::CreateDatabase(const QString& name, quint32 type, quint32 so
         return found == kErrorSuccess ? static_cast<int>(kErrorAlreadyExists) : found;
     }
     return m_state->Write([&] {
-        const int error = m_state->addDatabase.Run({name, qint64{type}, qint64{sortPropertyId}});
+        qint64 id = 0;
+        int error = m_state->databaseIds.Choose(id);
+        if (error == kErrorSuccess) {
+            error = m_state->addDatabase.Run({id, name, qint64{type}, qint64{sortPropertyId}});
+        }
         info = {m_state->file.GetLastRowId(), name, type, sortPropertyId};
         return error;
     });
@@ -142,6 +146,9 @@ int CStorageEngine::DeleteDatabase(ObjectId database) {
             error = m_state->removeBlocks.Run({database});
         }
         if (error == kErrorSuccess) {
+            error = m_state->databaseIds.KeepBeforeRemoving(database);
+        }
+        if (error == kErrorSuccess) {
             error = m_state->removeDatabase.Run({database});
         }
         m_state->open.erase(database);
@@ -177,6 +184,15 @@ int CStorageEngine::LowerBound(ObjectId database, qint64 key, int& position) {
     return error == kErrorSuccess ? opened->index.LowerBound(key, position) : error;
 }
 
+int CStorageEngine::FindRecord(ObjectId database, ObjectId record, int& position) {
+    CStorageState::COpenDatabase* opened = nullptr;
+    if (const int error = m_state->Open(database, opened); error != kErrorSuccess) {
+        return error;
+    }
+    CIndexEntry entry{};
+    return m_state->Locate(*opened, record, position, entry);
+}
+
 int CStorageEngine::KeyAt(ObjectId database, int position, qint64& key) {
     CStorageState::COpenDatabase* opened = nullptr;
     if (const int error = m_state->Open(database, opened); error != kErrorSuccess) {
@@ -207,7 +223,10 @@ int CStorageEngine::AddRecord(ObjectId database, const PropertyList& properties,
     }
     return m_state->Write([&] {
         EncodeRecord(properties, m_state->body);
-        const int error = m_state->addRecord.Run({QByteArrayView(m_state->body)});
+        int error = m_state->recordIds.Choose(record);
+        if (error == kErrorSuccess) {
+            error = m_state->addRecord.Run({record, QByteArrayView(m_state->body)});
+        }
         if (error != kErrorSuccess) {
             return error;
         }
@@ -255,7 +274,7 @@ int CStorageEngine::DeleteRecord(ObjectId database, ObjectId record) {
         return found;
     }
     return m_state->Write([&] {
-        const int error = m_state->removeRecord.Run({record});
+        const int error = m_state->RemoveRecord(record);
         return error == kErrorSuccess ? opened->index.RemoveAt(position) : error;
     });
 }

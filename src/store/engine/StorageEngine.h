@@ -35,6 +35,8 @@ struct CDatabaseInfo {
     quint32 sortPropertyId = 0;  ///< property 0 with an integer or date type
 };
 
+/// Identifiers of databases and records are given once.
+///
 /// Every operation returns a platform error number, kErrorSuccess when it went well, unless it
 /// says otherwise. Keys are property 0 widened to 64 bits.
 class CStorageEngine {
@@ -71,6 +73,8 @@ class CStorageEngine {
     int SeekToPosition(ObjectId database, int position, ObjectId& record);
     /// First position whose key is not below `key`; the record count when all are below.
     int LowerBound(ObjectId database, qint64 key, int& position);
+    /// Position of a record, found by its key; kErrorFileNotFound when it is not in the database.
+    [[nodiscard]] int FindRecord(ObjectId database, ObjectId record, int& position);
     /// Key at a position.
     int KeyAt(ObjectId database, int position, qint64& key);
     /// Reads the first `most` values only: the list has the length of the record, and what lies

@@ -17,10 +17,10 @@ int CStorageState::PrepareStatements() {
     };
     const CRow rows[] = {
         {listDatabases, "SELECT id, name, type, sort FROM databases ORDER BY id"},
-        {addDatabase, "INSERT INTO databases(name, type, sort) VALUES(?,?,?)"},
+        {addDatabase, "INSERT INTO databases(id, name, type, sort) VALUES(nullif(?,0),?,?,?)"},
         {removeDatabase, "DELETE FROM databases WHERE id=?"},
         {removeBlocks, "DELETE FROM blocks WHERE database=?"},
-        {addRecord, "INSERT INTO records(body) VALUES(?)"},
+        {addRecord, "INSERT INTO records(id, body) VALUES(nullif(?,0),?)"},
         {replaceRecord, "REPLACE INTO records(body, id) VALUES(?,?)"},
         {removeRecord, "DELETE FROM records WHERE id=?"},
     };
@@ -39,6 +39,8 @@ void CStorageState::ReleaseStatements() {
         statement->Release();
     }
     generation.Release();
+    recordIds.Forget();
+    databaseIds.Forget();
     reader.Release();
     blocks.Release();
 }
@@ -102,13 +104,18 @@ int CStorageState::Locate(COpenDatabase& opened, ObjectId record, int& position,
     return error != kErrorSuccess ? error : static_cast<int>(kErrorFileNotFound);
 }
 
+int CStorageState::RemoveRecord(ObjectId record) {
+    const int error = recordIds.KeepBeforeRemoving(record);
+    return error == kErrorSuccess ? removeRecord.Run({record}) : error;
+}
+
 int CStorageState::DeleteAllRecords(COpenDatabase& opened) {
     while (opened.index.Count() > 0) {
         const int last = opened.index.Count() - 1;
         CIndexEntry entry{};
         int error = opened.index.EntryAt(last, entry);
         if (error == kErrorSuccess) {
-            error = removeRecord.Run({entry.record});
+            error = RemoveRecord(entry.record);
         }
         if (error == kErrorSuccess) {
             error = opened.index.RemoveAt(last);
@@ -157,5 +164,7 @@ void CStorageState::Abandon() {
     reader.Pause();
     file.Rollback();
     isInUnit = false;
+    recordIds.Forget();
+    databaseIds.Forget();
     open.clear();
 }

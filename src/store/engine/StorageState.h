@@ -5,6 +5,7 @@
 #include <optional>
 #include <unordered_map>
 
+#include "store/engine/GivenIds.h"
 #include "store/engine/PositionIndex.h"
 #include "store/engine/RecordReader.h"
 #include "store/engine/SqliteFile.h"
@@ -27,6 +28,7 @@ struct CStorageState {
     /// A record's place is found again by its key, and among many equal keys by the position
     /// sought last: callers write over or delete what they have just sought.
     int Locate(COpenDatabase& opened, ObjectId record, int& position, CIndexEntry& entry);
+    int RemoveRecord(ObjectId record);
     int DeleteAllRecords(COpenDatabase& opened);
     /// Begins the transaction of a unit of work, at its first change.
     int BeginUnit();
@@ -61,6 +63,8 @@ struct CStorageState {
 
     CSqliteFile file;
     CVolumeGeneration generation{file};
+    CGivenIds recordIds{*this, "SELECT max(id) FROM records", "last record"};
+    CGivenIds databaseIds{*this, "SELECT max(id) FROM databases", "last database"};
     CBlockStatements blocks;
     CStatement listDatabases;
     CStatement addDatabase;

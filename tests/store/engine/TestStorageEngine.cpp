@@ -132,11 +132,38 @@ class TestStorageEngine : public QObject {
         const ObjectId mine = Added(*m_engine, m_database, Numbered(1));
         const ObjectId theirs = Added(*m_engine, other, Numbered(1));
         QCOMPARE(m_engine->DeleteRecord(m_database, theirs), int(kErrorFileNotFound));
+        int position = 0;
+        QCOMPARE(m_engine->FindRecord(m_database, theirs, position), int(kErrorFileNotFound));
         QCOMPARE(m_engine->DeleteDatabase(m_database), kOk);
         PropertyList read;
         QCOMPARE(m_engine->ReadRecord(mine, read), int(kErrorFileNotFound));
         QCOMPARE(m_engine->ReadRecord(theirs, read), kOk);
         QCOMPARE(CountOf(*m_engine, m_database), -1);
+    }
+
+    void identifiersAreGivenOnce() {
+        const ObjectId first = Added(*m_engine, m_database, Numbered(1));
+        const ObjectId second = Added(*m_engine, m_database, Numbered(2));
+        QCOMPARE(m_engine->DeleteRecord(m_database, second), kOk);
+        QCOMPARE(m_engine->DeleteRecord(m_database, first), kOk);
+        const ObjectId third = Added(*m_engine, m_database, Numbered(3));
+        QCOMPARE(third, second + 1);
+        QCOMPARE(m_engine->DeleteRecord(m_database, third), kOk);
+        Remount();
+        const ObjectId fourth = Added(*m_engine, m_database, Numbered(4));
+        QCOMPARE(fourth, third + 1);
+        // What was undone has been given to nobody.
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        QCOMPARE(m_engine->DeleteRecord(m_database, fourth), kOk);
+        QCOMPARE(Added(*m_engine, m_database, Numbered(5)), fourth + 1);
+        QCOMPARE(m_engine->UndoGroup(), kOk);
+        QCOMPARE(m_engine->EndGroup(), int(kErrorOperationAborted));
+        QCOMPARE(Added(*m_engine, m_database, Numbered(5)), fourth + 1);
+        QCOMPARE(m_engine->DeleteDatabase(m_database), kOk);
+        Remount();
+        const ObjectId database = Created(*m_engine, u"Numbers"_s);
+        QCOMPARE(database, m_database + 1);
+        QCOMPARE(Added(*m_engine, database, Numbered(6)), fourth + 2);
     }
 
   private:
@@ -182,6 +209,11 @@ class TestStorageEngine : public QObject {
             found.push_back({static_cast<qint32>(key), record});
         }
         QVERIFY(found == expected);
+        for (int place = 0; place < std::ssize(expected); ++place) {
+            int position = -1;
+            QCOMPARE(m_engine->FindRecord(m_database, expected[place].record, position), kOk);
+            QCOMPARE(position, place);
+        }
         for (int key = -1010; key < 1010; key += 7) {
             const auto first = std::ranges::lower_bound(expected, key, {}, &CExpected::key);
             int position = 0;

@@ -1,0 +1,63 @@
+#include "store/engine/GivenIds.h"
+
+#include "store/engine/NamedValues.h"
+#include "store/engine/StorageState.h"
+
+int CGivenIds::Choose(qint64& id) {
+    if (const int error = Load(); error != kErrorSuccess) {
+        return error;
+    }
+    id = m_isKeptAhead ? m_kept + 1 : 0;
+    m_isKeptAhead = false;
+    return kErrorSuccess;
+}
+
+int CGivenIds::KeepBeforeRemoving(qint64 id) {
+    int error = Load();
+    if (error != kErrorSuccess || id <= m_kept) {
+        return error;
+    }
+    qint64 largest = 0;
+    error = ReadLargest(largest);
+    if (error != kErrorSuccess || id < largest) {
+        return error;
+    }
+    m_kept = id;
+    m_isKeptAhead = true;
+    return CNamedValues(m_state).WriteInUnit(0, QLatin1StringView(m_name), QString::number(id));
+}
+
+void CGivenIds::Forget() {
+    m_largest.Release();
+    m_isLoaded = false;
+    m_kept = 0;
+    m_isKeptAhead = false;
+}
+
+int CGivenIds::Load() {
+    if (m_isLoaded) {
+        return kErrorSuccess;
+    }
+    qint64 largest = 0;
+    const int error = ReadLargest(largest);
+    if (error != kErrorSuccess) {
+        return error;
+    }
+    const std::optional<QString> kept = CNamedValues(m_state).Read(0, QLatin1StringView(m_name));
+    m_kept = kept ? kept->toLongLong() : 0;
+    m_isKeptAhead = m_kept >= largest && m_kept > 0;
+    m_isLoaded = true;
+    return kErrorSuccess;
+}
+
+int CGivenIds::ReadLargest(qint64& largest) {
+    if (!m_largest.IsPrepared()) {
+        if (const int error = m_largest.Prepare(m_state.file, m_largestSql);
+            error != kErrorSuccess) {
+            return error;
+        }
+    }
+    m_largest.Start({});
+    largest = m_largest.Next() ? m_largest.GetInteger(0) : 0;
+    return m_largest.Finish();
+}

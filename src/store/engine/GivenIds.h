@@ -1,0 +1,36 @@
+// Identifiers that are given once. SQLite gives the largest one again when its row is deleted.
+#pragma once
+
+#include "store/engine/SqliteFile.h"
+
+struct CStorageState;
+
+/// The identifiers of one table. When the row with the largest one goes, that number is kept among
+/// the small values of the volume, owner 0; the rest of the time SQLite counts on by itself. The
+/// engine's state outlives this.
+class CGivenIds {
+  public:
+    /// `name` is that of the kept value.
+    CGivenIds(CStorageState& state, const char* largestSql, const char* name)
+        : m_state(state), m_largestSql(largestSql), m_name(name) {}
+
+    /// Within the change that adds a row: the identifier to insert it with, or 0 when SQLite's own
+    /// choice is fine.
+    [[nodiscard]] int Choose(qint64& id);
+    /// Within the change that removes the row, before it is gone.
+    [[nodiscard]] int KeepBeforeRemoving(qint64 id);
+    /// After a rollback, and when the file is closed.
+    void Forget();
+
+  private:
+    int Load();
+    int ReadLargest(qint64& largest);
+
+    CStorageState& m_state;
+    const char* m_largestSql;
+    const char* m_name;
+    CStatement m_largest;
+    bool m_isLoaded = false;
+    qint64 m_kept = 0;           ///< 0: none
+    bool m_isKeptAhead = false;  ///< no row has an identifier as large as the kept one
+};
