@@ -27,7 +27,7 @@ class CFilledVolume {
         for (int i = 0; i < entries; ++i) {
             entry.SetMoment(ToFileTime(kFirstDay.addDays(i / kEntriesADay), QTime(12, 0)));
             entry.SetNutrientValue(0, i % 500);
-            m_database.Diet().Write(kNoPosition, entry);
+            (void)m_database.Diet().Write(kNoPosition, entry);
         }
         group.Commit();
     }
@@ -61,7 +61,7 @@ void WriteFood(benchmark::State& state) {
     }
     CRecordGroup group(volume.Database().GetStore());
     for (auto _ : state) {
-        volume.Database().Foods().Write(kNoPosition, food);
+        benchmark::DoNotOptimize(volume.Database().Foods().Write(kNoPosition, food));
     }
     group.Commit();
 }
@@ -74,9 +74,9 @@ void ReadFood(benchmark::State& state) {
     for (int i = 0; i < kFirstUserNutrient; ++i) {
         food.SetNutrientValue(i, i * 1.5);
     }
-    volume.Database().Foods().Write(kNoPosition, food);
+    (void)volume.Database().Foods().Write(kNoPosition, food);
     for (auto _ : state) {
-        volume.Database().Foods().Read(0, food);
+        benchmark::DoNotOptimize(volume.Database().Foods().Read(0, food));
     }
 }
 BENCHMARK(ReadFood);

@@ -140,13 +140,13 @@ int CCatalogue::FindItem(ECatalogueKind kind, qint32 categoryId, const QString& 
                          const QString& type, int except) {
     const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
     int found = kNoPosition;
-    Items(kind).ReadList({categoryId, categoryId, EWrongCount::IsDamage, numbers.type + 1},
-                         [&](int position, PropertyList& properties) {
-                             const bool isIt =
-                                 position != except && TextOf(properties[numbers.name]) == name &&
-                                 (!numbers.namesType || TextOf(properties[numbers.type]) == type);
-                             found = isIt ? position : found;
-                             return isIt ? ETake::Last : ETake::Taken;
-                         });
+    (void)Items(kind).ReadList(
+        {categoryId, categoryId, EWrongCount::IsDamage, numbers.type + 1},
+        [&](int position, PropertyList& properties) {
+            const bool isIt = position != except && TextOf(properties[numbers.name]) == name &&
+                              (!numbers.namesType || TextOf(properties[numbers.type]) == type);
+            found = isIt ? position : found;
+            return isIt ? ETake::Last : ETake::Taken;
+        });
     return found;
 }

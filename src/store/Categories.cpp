@@ -30,7 +30,7 @@ bool CCategories::AddOrUpdate(int position, CCategory& category) {
         }
     }
     // The write's own result is not looked at: callers find the category in the list or not.
-    Write(position, category);
+    (void)Write(position, category);
     return true;
 }
 

@@ -59,7 +59,7 @@ class CDatabase {
 
   private:
     QString m_volumePath;
-    int m_refusal = kErrorSuccess;
+    EPlatformError m_refusal = kErrorSuccess;
     CRecordStore m_store;
     CStoredNutrientNames m_nutrientNames;
     CCatalogue m_catalogue;

@@ -44,7 +44,7 @@ class CItemDatabaseBase {
     CItemDatabaseBase(CRecordStore& store, const CRecordLayout& layout);
 
     /// Opens under the layout's own name, or under `name` when given (profile databases).
-    bool Open(bool openOnly, const QString& name = QString());
+    [[nodiscard]] bool Open(bool openOnly, const QString& name = QString());
     void Close();
     [[nodiscard]] bool IsOpen() const { return m_handle.IsValid(); }
     /// Of the database itself; 0 when it is not open.
@@ -53,16 +53,16 @@ class CItemDatabaseBase {
     int Count();
     /// False without a message when there is no such position; a wrong number of properties shows
     /// "Database error. Wrong number of properties, record #%d, props = %d (%d)".
-    bool Read(int position, CItemRecord& item);
+    [[nodiscard]] bool Read(int position, CItemRecord& item);
     /// As Read, without the message: for scans that must go on.
-    bool ReadQuietly(int position, CItemRecord& item);
+    [[nodiscard]] bool ReadQuietly(int position, CItemRecord& item);
     /// Position -1 adds. A position past the end fails silently; a failed write shows the layout's
     /// own message, unless that is empty.
-    bool Write(int position, const CItemRecord& item);
+    [[nodiscard]] bool Write(int position, const CItemRecord& item);
     /// Failure shows "Cannot delete record. Error=%d".
-    bool Delete(int position);
+    [[nodiscard]] bool Delete(int position);
     /// The same without the message.
-    bool DeleteQuietly(int position);
+    [[nodiscard]] bool DeleteQuietly(int position);
 
     /// Identifier of the record at a position, which outlives its moves; 0 when there is none.
     ObjectId RecordAt(int position);
@@ -92,8 +92,8 @@ class CItemDatabaseBase {
     /// Reads a list: hands the records with keys from `low` to `high` and the right number of
     /// properties to `take`, and returns what was left out. A record that cannot be read, or whose
     /// property 0 is not the key it is stored under, is passed over.
-    CLeftOut ReadList(const CListQuery& query,
-                      const std::function<ETake(int position, PropertyList&)>& take);
+    [[nodiscard]] CLeftOut ReadList(const CListQuery& query,
+                                    const std::function<ETake(int position, PropertyList&)>& take);
 
     [[nodiscard]] CRecordStore& GetStore() { return m_store; }
     [[nodiscard]] const CRecordLayout& GetLayout() const { return m_layout; }
@@ -113,6 +113,10 @@ template <typename Item>
 class CItemDatabase : public CItemDatabaseBase {
   public:
     using CItemDatabaseBase::CItemDatabaseBase;
-    bool Read(int position, Item& item) { return CItemDatabaseBase::Read(position, item); }
-    bool Write(int position, const Item& item) { return CItemDatabaseBase::Write(position, item); }
+    [[nodiscard]] bool Read(int position, Item& item) {
+        return CItemDatabaseBase::Read(position, item);
+    }
+    [[nodiscard]] bool Write(int position, const Item& item) {
+        return CItemDatabaseBase::Write(position, item);
+    }
 };

@@ -70,7 +70,7 @@ QStringList CProfiles::ReadNames() {
     QStringList names;
     std::vector<CDatabaseInfo> databases;
     if (!m_store.EnumerateDatabases(kProfileType, databases)) {
-        const int error = m_store.GetLastError();
+        const EPlatformError error = m_store.GetLastError();
         const bool isMemory = error == kErrorOutOfMemory || error == kErrorNotEnoughMemory;
         m_store.ShowFailure(isMemory ? u"GetNumberOfUserProfiles:: Out of memory."_s
                                      : u"GetNumberOfUserProfiles:: Unknown error."_s);
@@ -102,17 +102,16 @@ bool CProfiles::Open(const QString& name, bool mayCreate) {
     for (const CDatabaseInfo& database : databases) {
         if (OwnershipOf(database, name) == EOwnership::Foreign) {
             if (mayCreate) {
-                ShowMessage(FormatText("ERROR: CeOpenDatabaseEx failed (%ld)"_L1,
-                                       {static_cast<int>(kErrorAlreadyExists)}),
-                            EMessageIcon::Stop);
+                ShowMessage(
+                    FormatText("ERROR: CeOpenDatabaseEx failed (%ld)"_L1, {kErrorAlreadyExists}),
+                    EMessageIcon::Stop);
             }
             return false;
         }
     }
     const QString longest = name + QLatin1StringView(kProfileDatabases[3].suffix);
     if (mayCreate && longest.size() > kMaximumDatabaseName) {
-        ShowMessage(FormatText("ERROR: CeOpenDatabaseEx failed (%ld)"_L1,
-                               {static_cast<int>(kErrorInvalidName)}),
+        ShowMessage(FormatText("ERROR: CeOpenDatabaseEx failed (%ld)"_L1, {kErrorInvalidName}),
                     EMessageIcon::Stop);
         return false;
     }

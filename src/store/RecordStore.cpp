@@ -25,7 +25,7 @@ QStringList CreateFolders(const QString& path) {
 bool CRecordStore::MountVolume(const QString& path) {
     m_path = path;
     m_createdFolders = CreateFolders(QFileInfo(path).path());
-    const bool isMounted = Note(m_engine.Mount(path));
+    const bool isMounted = SetLastError(m_engine.Mount(path));
     if (const QString kept = m_engine.GetKeptJournal(); !kept.isEmpty()) {
         ShowMessage(KeptJournalText(kept, path), EMessageIcon::Warning);
     }
@@ -39,7 +39,7 @@ bool CRecordStore::MountVolume(const QString& path) {
 }
 
 bool CRecordStore::UnmountVolume() {
-    if (Note(m_engine.Unmount())) {
+    if (SetLastError(m_engine.Unmount())) {
         return true;
     }
     ShowMessage(u"Failed unmounting the database."_s, EMessageIcon::Stop);
@@ -47,7 +47,7 @@ bool CRecordStore::UnmountVolume() {
 }
 
 void CRecordStore::DiscardVolume() {
-    const int reason = m_lastError;
+    const EPlatformError reason = m_lastError;
     (void)m_engine.Discard();  // The failure to report is the one that led here.
     RemoveCreatedFolders();
     m_lastError = reason;
@@ -63,7 +63,7 @@ void CRecordStore::RemoveCreatedFolders() {
 CDatabaseHandle CRecordStore::OpenDatabase(const QString& name, quint32 sortPropertyId,
                                            quint32 type, bool openOnly) {
     CDatabaseInfo info;
-    if (Note(m_engine.FindDatabase(name, info))) {
+    if (SetLastError(m_engine.FindDatabase(name, info))) {
         return {info.id};
     }
     if (m_lastError == kErrorNotEnoughMemory || m_lastError == kErrorOutOfMemory) {
@@ -73,7 +73,7 @@ CDatabaseHandle CRecordStore::OpenDatabase(const QString& name, quint32 sortProp
     if (openOnly) {
         return {};
     }
-    if (Note(m_engine.CreateDatabase(name, type, sortPropertyId, info))) {
+    if (SetLastError(m_engine.CreateDatabase(name, type, sortPropertyId, info))) {
         return {info.id};
     }
     ShowFailure(FormatText("ERROR: CeOpenDatabaseEx failed (%ld)"_L1, {m_lastError}),
@@ -87,12 +87,12 @@ void CRecordStore::CloseDatabase(CDatabaseHandle& handle) {
 
 int CRecordStore::CountRecords(const CDatabaseHandle& handle) {
     int count = 0;
-    return Note(m_engine.CountRecords(handle.id, count)) ? count : 0;
+    return SetLastError(m_engine.CountRecords(handle.id, count)) ? count : 0;
 }
 
 ObjectId CRecordStore::SeekToPosition(CDatabaseHandle& handle, int position) {
     ObjectId record = 0;
-    if (!Note(m_engine.SeekToPosition(handle.id, position, record))) {
+    if (!SetLastError(m_engine.SeekToPosition(handle.id, position, record))) {
         return 0;
     }
     handle.nextPosition = position;
@@ -105,18 +105,18 @@ bool CRecordStore::ReadCurrent(CDatabaseHandle& handle, PropertyList& properties
         return false;
     }
     ++handle.nextPosition;
-    return Note(m_engine.ReadRecord(record, properties, most));
+    return SetLastError(m_engine.ReadRecord(record, properties, most));
 }
 
 bool CRecordStore::WriteRecord(CDatabaseHandle& handle, ObjectId record,
                                const PropertyList& properties) {
-    return Note(record == 0 ? m_engine.AddRecord(handle.id, properties, record)
-                            : m_engine.ReplaceRecord(handle.id, record, properties));
+    return SetLastError(record == 0 ? m_engine.AddRecord(handle.id, properties, record)
+                                    : m_engine.ReplaceRecord(handle.id, record, properties));
 }
 
 bool CRecordStore::DropRecord(CDatabaseHandle& handle, int position) {
     const ObjectId record = SeekToPosition(handle, position);
-    return record != 0 && Note(m_engine.DeleteRecord(handle.id, record));
+    return record != 0 && SetLastError(m_engine.DeleteRecord(handle.id, record));
 }
 
 bool CRecordStore::DeleteRecord(CDatabaseHandle& handle, int position) {
@@ -132,16 +132,15 @@ void CRecordStore::ShowFailedDeletion() {
 }
 
 bool CRecordStore::EnumerateDatabases(quint32 type, std::vector<CDatabaseInfo>& databases) {
-    return Note(m_engine.ListDatabases(type, databases));
+    return SetLastError(m_engine.ListDatabases(type, databases));
 }
 
 bool CRecordStore::DeleteDatabase(const QString& name, quint32 type) {
     CDatabaseInfo info;
-    if (!Note(m_engine.FindDatabase(name, info))) {
+    if (!SetLastError(m_engine.FindDatabase(name, info))) {
         return false;
     }
-    return Note(info.type == type ? m_engine.DeleteDatabase(info.id)
-                                  : static_cast<int>(kErrorFileNotFound));
+    return SetLastError(info.type == type ? m_engine.DeleteDatabase(info.id) : kErrorFileNotFound);
 }
 
 int CRecordStore::FirstPositionOf(CDatabaseHandle& handle, qint64 key) {
@@ -154,14 +153,14 @@ int CRecordStore::FirstPositionInRange(CDatabaseHandle& handle, qint64 low, qint
         return kNoPosition;
     }
     int position = 0;
-    if (!Note(m_engine.LowerBound(handle.id, low, position))) {
+    if (!SetLastError(m_engine.LowerBound(handle.id, low, position))) {
         return 0;
     }
     qint64 key = 0;
     if (position == count) {
         return kNoPosition;
     }
-    if (!Note(m_engine.KeyAt(handle.id, position, key))) {
+    if (!SetLastError(m_engine.KeyAt(handle.id, position, key))) {
         return 0;
     }
     return key <= high ? position : kNoPosition;
@@ -171,18 +170,18 @@ std::optional<CPositionRange> CRecordStore::RangeOf(const CDatabaseHandle& handl
                                                     qint64 high) {
     int first = 0;
     int end = 0;
-    const bool isFound = Note(m_engine.LowerBound(handle.id, low, first)) &&
-                         Note(high == std::numeric_limits<qint64>::max()
-                                  ? m_engine.CountRecords(handle.id, end)
-                                  : m_engine.LowerBound(handle.id, high + 1, end));
+    const bool isFound = SetLastError(m_engine.LowerBound(handle.id, low, first)) &&
+                         SetLastError(high == std::numeric_limits<qint64>::max()
+                                          ? m_engine.CountRecords(handle.id, end)
+                                          : m_engine.LowerBound(handle.id, high + 1, end));
     return isFound ? std::optional(CPositionRange{first, end - first}) : std::nullopt;
 }
 
 int CRecordStore::PositionOf(const CDatabaseHandle& handle, ObjectId record) {
     int position = kNoPosition;
-    const int error = m_engine.FindRecord(handle.id, record, position);
+    const EPlatformError error = m_engine.FindRecord(handle.id, record, position);
     // A record that is gone is an answer, not a failure.
-    return Note(error == kErrorFileNotFound ? static_cast<int>(kErrorSuccess) : error) &&
+    return SetLastError(error == kErrorFileNotFound ? kErrorSuccess : error) &&
                    error == kErrorSuccess
                ? position
                : kNoPosition;
@@ -190,8 +189,9 @@ int CRecordStore::PositionOf(const CDatabaseHandle& handle, ObjectId record) {
 
 std::optional<qint64> CRecordStore::KeyAt(CDatabaseHandle& handle, int position) {
     qint64 key = 0;
-    return position >= 0 && Note(m_engine.KeyAt(handle.id, position, key)) ? std::optional(key)
-                                                                           : std::nullopt;
+    return position >= 0 && SetLastError(m_engine.KeyAt(handle.id, position, key))
+               ? std::optional(key)
+               : std::nullopt;
 }
 
 std::optional<QString> CRecordStore::ReadValue(ObjectId owner, const QString& name) {
@@ -199,23 +199,23 @@ std::optional<QString> CRecordStore::ReadValue(ObjectId owner, const QString& na
 }
 
 bool CRecordStore::WriteValue(ObjectId owner, const QString& name, const QString& value) {
-    return Note(CNamedValues(m_engine.State()).Write(owner, name, value));
+    return SetLastError(CNamedValues(m_engine.State()).Write(owner, name, value));
 }
 
 bool CRecordStore::DropValues(ObjectId owner) {
-    return Note(CNamedValues(m_engine.State()).DropOwner(owner));
+    return SetLastError(CNamedValues(m_engine.State()).DropOwner(owner));
 }
 
 bool CRecordStore::BeginGroup() {
-    return Note(m_engine.BeginGroup());
+    return SetLastError(m_engine.BeginGroup());
 }
 
 bool CRecordStore::EndGroup() {
-    return Note(m_engine.EndGroup());
+    return SetLastError(m_engine.EndGroup());
 }
 
 bool CRecordStore::UndoGroup() {
-    return Note(m_engine.UndoGroup());
+    return SetLastError(m_engine.UndoGroup());
 }
 
 bool CRecordStore::IsVolumeLost() const {
@@ -265,7 +265,7 @@ void CRecordStore::SaveCopy() {
     if (path.isEmpty()) {
         return;
     }
-    int error = kErrorSuccess;
+    EPlatformError error = kErrorSuccess;
     {
         const CWaitCursor wait;
         error = m_engine.SaveCopy(path);
@@ -274,7 +274,7 @@ void CRecordStore::SaveCopy() {
                 error == kErrorSuccess ? EMessageIcon::Result : EMessageIcon::Stop);
 }
 
-bool CRecordStore::Note(int error) {
+bool CRecordStore::SetLastError(EPlatformError error) {
     m_lastError = error;
     if (error == kErrorFileInvalid && !m_isLossTold && m_lossHost.tell) {
         m_lossHost.tell();

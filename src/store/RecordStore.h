@@ -39,7 +39,7 @@ class CRecordStore {
     /// Creates the directory of the path when it is missing, then mounts, creating the file.
     /// Failure shows "ERROR: CeMountDBVol failed (%ld)". Says so when a journal that belongs to
     /// another volume was set aside.
-    bool MountVolume(const QString& path);
+    [[nodiscard]] bool MountVolume(const QString& path);
     /// Failure shows "Failed unmounting the database.".
     bool UnmountVolume();
     /// After a start that failed: unmounts, drops what an open group wrote, and removes the file
@@ -59,19 +59,21 @@ class CRecordStore {
     ObjectId SeekToPosition(CDatabaseHandle& handle, int position);
     /// Reads the record sought last and moves on to the next one.
     /// `most` as in CStorageEngine::ReadRecord.
-    bool ReadCurrent(CDatabaseHandle& handle, PropertyList& properties, int most = kAllProperties);
+    [[nodiscard]] bool ReadCurrent(CDatabaseHandle& handle, PropertyList& properties,
+                                   int most = kAllProperties);
     /// Identifier 0 adds a record.
-    bool WriteRecord(CDatabaseHandle& handle, ObjectId record, const PropertyList& properties);
+    [[nodiscard]] bool WriteRecord(CDatabaseHandle& handle, ObjectId record,
+                                   const PropertyList& properties);
     /// Failure shows "Cannot delete record. Error=%d".
-    bool DeleteRecord(CDatabaseHandle& handle, int position);
+    [[nodiscard]] bool DeleteRecord(CDatabaseHandle& handle, int position);
     /// The same without the message.
-    bool DropRecord(CDatabaseHandle& handle, int position);
+    [[nodiscard]] bool DropRecord(CDatabaseHandle& handle, int position);
     /// "Cannot delete record. Error=%d" with the last error.
     void ShowFailedDeletion();
 
     /// False when the enumeration cannot be started or read; type 0 matches all.
-    bool EnumerateDatabases(quint32 type, std::vector<CDatabaseInfo>& databases);
-    bool DeleteDatabase(const QString& name, quint32 type);
+    [[nodiscard]] bool EnumerateDatabases(quint32 type, std::vector<CDatabaseInfo>& databases);
+    [[nodiscard]] bool DeleteDatabase(const QString& name, quint32 type);
 
     /// First position of a key; -1 when absent, 0 when the search meets a failed read (callers
     /// then see the first record).
@@ -95,7 +97,7 @@ class CRecordStore {
     bool EndGroup();
     bool UndoGroup();
 
-    [[nodiscard]] int GetLastError() const { return m_lastError; }
+    [[nodiscard]] EPlatformError GetLastError() const { return m_lastError; }
 
     /// Shows the message of an operation that has just failed. When the volume is to blame, a
     /// second text says what became of it; saving a copy and opening what is there now are offered
@@ -109,12 +111,12 @@ class CRecordStore {
     void SetLossHost(CLossHost host) { m_lossHost = std::move(host); }
 
   private:
-    bool Note(int error);
+    bool SetLastError(EPlatformError error);
     void SaveCopy();
     void RemoveCreatedFolders();
 
     CStorageEngine m_engine;
-    int m_lastError = kErrorSuccess;
+    EPlatformError m_lastError = kErrorSuccess;
     QString m_path;
     CLossHost m_lossHost;
     bool m_isLossTold = false;

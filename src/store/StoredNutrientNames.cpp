@@ -29,7 +29,7 @@ bool CStoredNutrientNames::SaveName(int position, qint32 index, const QString& n
         return true;
     }
     // Success whatever becomes of the write: a name is no reason to stop.
-    Write(position, CNutrientName(index, name));
+    (void)Write(position, CNutrientName(index, name));
     return true;
 }
 
@@ -59,6 +59,6 @@ void CStoredNutrientNames::BringToDefault() {
     }
     for (int i = 0; i < kNutrientCount; ++i) {
         const QLatin1StringView name(NutrientNamesOf(i).displayName);
-        Write(kNoPosition, CNutrientName(i, name));
+        (void)Write(kNoPosition, CNutrientName(i, name));  // tried again at the next start
     }
 }

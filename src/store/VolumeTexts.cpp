@@ -1,13 +1,12 @@
 #include "store/VolumeTexts.h"
 
 #include "platform/Messages.h"
-#include "store/engine/PlatformError.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 struct CRefusalRow {
-    int error;
+    EPlatformError error;
     QLatin1StringView text;  ///< with the path
 };
 constexpr CRefusalRow kRefusals[] = {
@@ -22,7 +21,7 @@ constexpr CRefusalRow kRefusals[] = {
 };
 }  // namespace
 
-QString RefusalText(int error, const QString& path) {
+QString RefusalText(EPlatformError error, const QString& path) {
     for (const CRefusalRow& row : kRefusals) {
         if (row.error == error) {
             return FormatText(row.text, {path});
@@ -55,7 +54,7 @@ QString LostVolumeText(EVolumeState state, const QString& path) {
     return {};
 }
 
-QString CopyText(int error, const QString& path) {
+QString CopyText(EPlatformError error, const QString& path) {
     switch (error) {
         case kErrorSuccess:
             return FormatText("A copy was saved as '%s' and checked."_L1, {path});

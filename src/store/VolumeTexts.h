@@ -3,13 +3,14 @@
 
 #include <QString>
 
+#include "store/engine/PlatformError.h"
 #include "store/engine/VolumeState.h"
 
 /// Why the volume at `path` could not be opened; `error` is the platform's number.
-QString RefusalText(int error, const QString& path);
+QString RefusalText(EPlatformError error, const QString& path);
 /// What became of the open volume; empty when it is sound.
 QString LostVolumeText(EVolumeState state, const QString& path);
 /// How saving a copy as `path` went; `error` as of SaveVolumeCopy.
-QString CopyText(int error, const QString& path);
+QString CopyText(EPlatformError error, const QString& path);
 /// That the journal now at `kept` was found beside the volume at `path` and does not belong to it.
 QString KeptJournalText(const QString& kept, const QString& path);

@@ -3,8 +3,8 @@
 #include "store/engine/NamedValues.h"
 #include "store/engine/StorageState.h"
 
-int CGivenIds::Choose(qint64& id) {
-    if (const int error = Load(); error != kErrorSuccess) {
+EPlatformError CGivenIds::Choose(qint64& id) {
+    if (const EPlatformError error = Load(); error != kErrorSuccess) {
         return error;
     }
     id = m_isKeptAhead ? m_kept + 1 : 0;
@@ -12,8 +12,8 @@ int CGivenIds::Choose(qint64& id) {
     return kErrorSuccess;
 }
 
-int CGivenIds::KeepBeforeRemoving(qint64 id) {
-    int error = Load();
+EPlatformError CGivenIds::KeepBeforeRemoving(qint64 id) {
+    EPlatformError error = Load();
     if (error != kErrorSuccess || id <= m_kept) {
         return error;
     }
@@ -34,12 +34,12 @@ void CGivenIds::Forget() {
     m_isKeptAhead = false;
 }
 
-int CGivenIds::Load() {
+EPlatformError CGivenIds::Load() {
     if (m_isLoaded) {
         return kErrorSuccess;
     }
     qint64 largest = 0;
-    const int error = ReadLargest(largest);
+    const EPlatformError error = ReadLargest(largest);
     if (error != kErrorSuccess) {
         return error;
     }
@@ -50,9 +50,9 @@ int CGivenIds::Load() {
     return kErrorSuccess;
 }
 
-int CGivenIds::ReadLargest(qint64& largest) {
+EPlatformError CGivenIds::ReadLargest(qint64& largest) {
     if (!m_largest.IsPrepared()) {
-        if (const int error = m_largest.Prepare(m_state.file, m_largestSql);
+        if (const EPlatformError error = m_largest.Prepare(m_state.file, m_largestSql);
             error != kErrorSuccess) {
             return error;
         }

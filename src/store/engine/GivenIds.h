@@ -16,15 +16,15 @@ class CGivenIds {
 
     /// Within the change that adds a row: the identifier to insert it with, or 0 when SQLite's own
     /// choice is fine.
-    [[nodiscard]] int Choose(qint64& id);
+    EPlatformError Choose(qint64& id);
     /// Within the change that removes the row, before it is gone.
-    [[nodiscard]] int KeepBeforeRemoving(qint64 id);
+    EPlatformError KeepBeforeRemoving(qint64 id);
     /// After a rollback, and when the file is closed.
     void Forget();
 
   private:
-    int Load();
-    int ReadLargest(qint64& largest);
+    EPlatformError Load();
+    EPlatformError ReadLargest(qint64& largest);
 
     CStorageState& m_state;
     const char* m_largestSql;

@@ -1,6 +1,5 @@
 #include "store/engine/JournalCheck.h"
 
-#include "store/engine/PlatformError.h"
 #include "store/engine/VolumeIdentity.h"
 
 #include <sys/stat.h>
@@ -100,7 +99,7 @@ bool CJournalCheck::IsUnfilled() const {
     return count.size() < qsizetype{sizeof(quint16)} || qFromBigEndian<quint16>(count.data()) == 0;
 }
 
-int CJournalCheck::KeepAside(QByteArray& kept) const {
+EPlatformError CJournalCheck::KeepAside(QByteArray& kept) const {
     for (int n = 1;; ++n) {
         kept = m_path + ".kept-" + QByteArray::number(n);
         struct stat status {};

@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <functional>
 
+#include "store/engine/PlatformError.h"
+
 /// Reads the volume's bytes as they are on the disk; fewer than `size` at its end.
 using VolumeReader = std::function<QByteArray(qint64 offset, qint64 size)>;
 
@@ -22,7 +24,7 @@ class CJournalCheck {
     [[nodiscard]] bool MayBePlayed() const;
     /// Renames the journal to "<name>.kept-<n>" with the first free n, which comes back in `kept`.
     /// Returns a platform error number.
-    [[nodiscard]] int KeepAside(QByteArray& kept) const;
+    EPlatformError KeepAside(QByteArray& kept) const;
 
   private:
     struct CHeader;

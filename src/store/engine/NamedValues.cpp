@@ -36,15 +36,16 @@ std::optional<QString> CNamedValues::Read(ObjectId owner, const QString& name) {
     return read.Finish() == kErrorSuccess ? value : std::nullopt;
 }
 
-int CNamedValues::Write(ObjectId owner, const QString& name, const QString& value) {
+EPlatformError CNamedValues::Write(ObjectId owner, const QString& name, const QString& value) {
     if (!m_state.file.IsOpen()) {
         return kErrorInvalidParameter;
     }
     return m_state.Write([&] { return WriteInUnit(owner, name, value); });
 }
 
-int CNamedValues::WriteInUnit(ObjectId owner, const QString& name, const QString& value) {
-    int error = RunOnce(kCreate, {});
+EPlatformError CNamedValues::WriteInUnit(ObjectId owner, const QString& name,
+                                         const QString& value) {
+    EPlatformError error = RunOnce(kCreate, {});
     if (error == kErrorSuccess) {
         error = RunOnce(kDropFormer, {owner});
     }
@@ -54,7 +55,7 @@ int CNamedValues::WriteInUnit(ObjectId owner, const QString& name, const QString
     return error == kErrorSuccess ? RunOnce(kWrite, {owner, name, value}) : error;
 }
 
-int CNamedValues::DropOwner(ObjectId owner) {
+EPlatformError CNamedValues::DropOwner(ObjectId owner) {
     if (!HasTable()) {
         return kErrorSuccess;
     }
@@ -71,8 +72,8 @@ bool CNamedValues::HasTable() {
     return find.Finish() == kErrorSuccess && isThere;
 }
 
-int CNamedValues::RunOnce(const char* sql, std::initializer_list<CSqlValue> values) {
+EPlatformError CNamedValues::RunOnce(const char* sql, std::initializer_list<CSqlValue> values) {
     CStatement statement;
-    const int error = statement.Prepare(m_state.file, sql);
+    const EPlatformError error = statement.Prepare(m_state.file, sql);
     return error == kErrorSuccess ? statement.Run(values) : error;
 }

@@ -25,14 +25,14 @@ class CNamedValues {
     /// Nothing when there is no such value or it cannot be read.
     [[nodiscard]] std::optional<QString> Read(ObjectId owner, const QString& name);
     /// Platform error numbers.
-    [[nodiscard]] int Write(ObjectId owner, const QString& name, const QString& value);
-    [[nodiscard]] int DropOwner(ObjectId owner);
+    EPlatformError Write(ObjectId owner, const QString& name, const QString& value);
+    EPlatformError DropOwner(ObjectId owner);
     /// Write as a part of the change under way.
-    [[nodiscard]] int WriteInUnit(ObjectId owner, const QString& name, const QString& value);
+    EPlatformError WriteInUnit(ObjectId owner, const QString& name, const QString& value);
 
   private:
     [[nodiscard]] bool HasTable();
-    int RunOnce(const char* sql, std::initializer_list<CSqlValue> values);
+    EPlatformError RunOnce(const char* sql, std::initializer_list<CSqlValue> values);
 
     CStorageState& m_state;
 };

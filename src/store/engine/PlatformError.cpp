@@ -5,7 +5,7 @@
 namespace {
 struct CErrorRow {
     int sqliteResult;
-    int platformError;
+    EPlatformError platformError;
 };
 
 // Primary codes unless an extended one means something else; an extended row stands above its
@@ -42,7 +42,7 @@ constexpr CErrorRow kErrorTable[] = {
 constexpr int kPrimaryMask = 0xFF;
 }  // namespace
 
-int PlatformErrorOf(int sqliteResult) {
+EPlatformError PlatformErrorOf(int sqliteResult) {
     for (const CErrorRow& row : kErrorTable) {
         if (row.sqliteResult == sqliteResult || row.sqliteResult == (sqliteResult & kPrimaryMask)) {
             return row.platformError;

@@ -19,7 +19,7 @@ bool IsBelowKey(qint64 key, const CIndexEntry& entry) {
 }
 }  // namespace
 
-int CBlockStatements::Prepare(CSqliteFile& file) {
+EPlatformError CBlockStatements::Prepare(CSqliteFile& file) {
     struct CRow {
         CStatement& statement;
         const char* sql;
@@ -35,7 +35,8 @@ int CBlockStatements::Prepare(CSqliteFile& file) {
         {remove, "DELETE FROM blocks WHERE id=?"},
     };
     for (const CRow& row : rows) {
-        if (const int error = row.statement.Prepare(file, row.sql); error != kErrorSuccess) {
+        if (const EPlatformError error = row.statement.Prepare(file, row.sql);
+            error != kErrorSuccess) {
             return error;
         }
     }
@@ -52,7 +53,7 @@ void CBlockStatements::Release() {
 CPositionIndex::CPositionIndex(CSqliteFile& file, CBlockStatements& statements, qint64 database)
     : m_file(file), m_statements(statements), m_database(database) {}
 
-int CPositionIndex::Load() {
+EPlatformError CPositionIndex::Load() {
     CStatement& directory = m_statements.readDirectory;
     bool isSound = true;
     directory.Start({m_database});
@@ -72,7 +73,7 @@ int CPositionIndex::Load() {
         block->count = static_cast<int>(count);
         m_blocks.push_back(std::move(block));
     }
-    if (const int error = directory.Finish(); error != kErrorSuccess) {
+    if (const EPlatformError error = directory.Finish(); error != kErrorSuccess) {
         return error;
     }
     if (!isSound) {
@@ -82,16 +83,16 @@ int CPositionIndex::Load() {
     return kErrorSuccess;
 }
 
-int CPositionIndex::EntryAt(int position, CIndexEntry& entry) {
+EPlatformError CPositionIndex::EntryAt(int position, CIndexEntry& entry) {
     const CPlace place = Locate(position);
-    if (const int error = LoadEntries(place.block); error != kErrorSuccess) {
+    if (const EPlatformError error = LoadEntries(place.block); error != kErrorSuccess) {
         return error;
     }
     entry = m_blocks[place.block]->entries[place.offset];
     return kErrorSuccess;
 }
 
-int CPositionIndex::LowerBound(qint64 key, int& position) {
+EPlatformError CPositionIndex::LowerBound(qint64 key, int& position) {
     const auto next = std::ranges::partition_point(
         m_blocks, [key](const auto& block) { return block->firstKey < key; });
     const int block = static_cast<int>(next - m_blocks.begin()) - 1;
@@ -100,7 +101,7 @@ int CPositionIndex::LowerBound(qint64 key, int& position) {
         return kErrorSuccess;
     }
     // All before this block are below the key, all behind it are not.
-    if (const int error = LoadEntries(block); error != kErrorSuccess) {
+    if (const EPlatformError error = LoadEntries(block); error != kErrorSuccess) {
         return error;
     }
     const auto& entries = m_blocks[block]->entries;
@@ -109,7 +110,7 @@ int CPositionIndex::LowerBound(qint64 key, int& position) {
     return kErrorSuccess;
 }
 
-int CPositionIndex::Insert(const CIndexEntry& entry) {
+EPlatformError CPositionIndex::Insert(const CIndexEntry& entry) {
     if (m_blocks.empty()) {
         Append(entry);
         return kErrorSuccess;
@@ -117,7 +118,7 @@ int CPositionIndex::Insert(const CIndexEntry& entry) {
     const auto next = std::ranges::partition_point(
         m_blocks, [&entry](const auto& block) { return block->firstKey <= entry.key; });
     int target = std::max(static_cast<int>(next - m_blocks.begin()) - 1, 0);
-    if (const int error = LoadEntries(target); error != kErrorSuccess) {
+    if (const EPlatformError error = LoadEntries(target); error != kErrorSuccess) {
         return error;
     }
     if (m_blocks[target]->count == kBlockCapacity) {
@@ -138,9 +139,9 @@ int CPositionIndex::Insert(const CIndexEntry& entry) {
     return kErrorSuccess;
 }
 
-int CPositionIndex::RemoveAt(int position) {
+EPlatformError CPositionIndex::RemoveAt(int position) {
     const CPlace place = Locate(position);
-    if (const int error = LoadEntries(place.block); error != kErrorSuccess) {
+    if (const EPlatformError error = LoadEntries(place.block); error != kErrorSuccess) {
         return error;
     }
     CBlock& block = *m_blocks[place.block];
@@ -153,22 +154,22 @@ int CPositionIndex::RemoveAt(int position) {
     return kErrorSuccess;
 }
 
-int CPositionIndex::Flush() {
+EPlatformError CPositionIndex::Flush() {
     for (const qint64 row : m_removed) {
-        if (const int error = m_statements.remove.Run({row}); error != kErrorSuccess) {
+        if (const EPlatformError error = m_statements.remove.Run({row}); error != kErrorSuccess) {
             return error;
         }
     }
     if (m_isRenumbered) {
         for (const auto& block : m_blocks) {
-            const int error = m_statements.setOrdinal.Run({block->ordinal, block->row});
+            const EPlatformError error = m_statements.setOrdinal.Run({block->ordinal, block->row});
             if (error != kErrorSuccess) {
                 return error;
             }
         }
     }
     for (CBlock* block : m_changed) {
-        if (const int error = WriteBlock(*block); error != kErrorSuccess) {
+        if (const EPlatformError error = WriteBlock(*block); error != kErrorSuccess) {
             return error;
         }
         block->isChanged = false;
@@ -200,7 +201,7 @@ int CPositionIndex::PositionOfBlock(int block) const {
     return position;
 }
 
-int CPositionIndex::LoadEntries(int at) {
+EPlatformError CPositionIndex::LoadEntries(int at) {
     CBlock& block = *m_blocks[at];
     if (block.isLoaded) {
         return kErrorSuccess;
@@ -218,7 +219,7 @@ int CPositionIndex::LoadEntries(int at) {
             }
         }
     }
-    if (const int error = read.Finish(); error != kErrorSuccess) {
+    if (const EPlatformError error = read.Finish(); error != kErrorSuccess) {
         block.entries.clear();
         return error;
     }
@@ -330,7 +331,7 @@ void CPositionIndex::RebuildCounts() {
     }
 }
 
-int CPositionIndex::WriteBlock(CBlock& block) {
+EPlatformError CPositionIndex::WriteBlock(CBlock& block) {
     QByteArray bytes(qsizetype{block.count} * kEntrySize, Qt::Uninitialized);
     char* to = bytes.data();
     for (const CIndexEntry& entry : block.entries) {
@@ -343,7 +344,7 @@ int CPositionIndex::WriteBlock(CBlock& block) {
         return m_statements.update.Run(
             {block.ordinal, block.firstKey, qint64{block.count}, entries, block.row});
     }
-    const int error = m_statements.insert.Run(
+    const EPlatformError error = m_statements.insert.Run(
         {m_database, block.ordinal, block.firstKey, qint64{block.count}, entries});
     block.row = m_file.GetLastRowId();
     return error;

@@ -32,7 +32,7 @@ struct CBlockStatements {
     CStatement setOrdinal;
     CStatement remove;
 
-    int Prepare(CSqliteFile& file);
+    EPlatformError Prepare(CSqliteFile& file);
     void Release();
 };
 
@@ -43,18 +43,18 @@ class CPositionIndex {
     CPositionIndex(CSqliteFile& file, CBlockStatements& statements, qint64 database);
 
     /// Reads the directory of blocks.
-    int Load();
+    EPlatformError Load();
     [[nodiscard]] int Count() const { return m_count; }
 
     /// `position` must lie in 0 to Count() - 1, here and in RemoveAt.
-    int EntryAt(int position, CIndexEntry& entry);
+    EPlatformError EntryAt(int position, CIndexEntry& entry);
     /// First position whose key is not below `key`; Count() when all are below.
-    int LowerBound(qint64 key, int& position);
+    EPlatformError LowerBound(qint64 key, int& position);
     /// Inserts behind all entries of the same key.
-    int Insert(const CIndexEntry& entry);
-    int RemoveAt(int position);
+    EPlatformError Insert(const CIndexEntry& entry);
+    EPlatformError RemoveAt(int position);
     /// Writes what changed into the file, within the caller's transaction.
-    int Flush();
+    EPlatformError Flush();
 
   private:
     struct CBlock {
@@ -73,7 +73,7 @@ class CPositionIndex {
 
     [[nodiscard]] CPlace Locate(int position) const;
     [[nodiscard]] int PositionOfBlock(int block) const;
-    int LoadEntries(int block);
+    EPlatformError LoadEntries(int block);
     [[nodiscard]] bool AreEntriesSound(int block) const;
     void Changed(CBlock& block);
     void Resized(int block, int difference);
@@ -83,7 +83,7 @@ class CPositionIndex {
     void Halve(int block);
     void Renumber();
     void RebuildCounts();
-    int WriteBlock(CBlock& block);
+    EPlatformError WriteBlock(CBlock& block);
 
     CSqliteFile& m_file;
     CBlockStatements& m_statements;

@@ -7,7 +7,7 @@ namespace {
 constexpr qint64 kReach = 4;
 }  // namespace
 
-int CRecordReader::Prepare(CSqliteFile& file) {
+EPlatformError CRecordReader::Prepare(CSqliteFile& file) {
     return m_statement.Prepare(file, "SELECT id, body FROM records WHERE id>=? ORDER BY id");
 }
 
@@ -16,7 +16,7 @@ void CRecordReader::Release() {
     m_statement.Release();
 }
 
-int CRecordReader::Read(qint64 record, PropertyList& properties, int most) {
+EPlatformError CRecordReader::Read(qint64 record, PropertyList& properties, int most) {
     if (!m_isOpen || record <= m_last || record > m_last + kReach) {
         Pause();
         m_statement.Start({record});
@@ -28,13 +28,12 @@ int CRecordReader::Read(qint64 record, PropertyList& properties, int most) {
     }
     m_last = record;
     if (id == record) {
-        return DecodeRecord(m_statement.GetBlob(1), properties, most)
-                   ? kErrorSuccess
-                   : static_cast<int>(kErrorCorrupt);
+        return DecodeRecord(m_statement.GetBlob(1), properties, most) ? kErrorSuccess
+                                                                      : kErrorCorrupt;
     }
     m_isOpen = false;
-    const int error = m_statement.Finish();
-    return error == kErrorSuccess ? static_cast<int>(kErrorFileNotFound) : error;
+    const EPlatformError error = m_statement.Finish();
+    return error == kErrorSuccess ? kErrorFileNotFound : error;
 }
 
 void CRecordReader::Pause() {

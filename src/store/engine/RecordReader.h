@@ -8,11 +8,11 @@
 /// read stays open for the next, which then costs a step instead of a search.
 class CRecordReader {
   public:
-    int Prepare(CSqliteFile& file);
+    EPlatformError Prepare(CSqliteFile& file);
     void Release();
 
     /// kErrorFileNotFound when there is no such record; `most` as in CStorageEngine::ReadRecord.
-    int Read(qint64 record, PropertyList& properties, int most);
+    EPlatformError Read(qint64 record, PropertyList& properties, int most);
     /// Closes the statement: to be called before every change of the file.
     void Pause();
 

@@ -46,17 +46,17 @@ bool CreateFile(const QByteArray& path) {
 }  // namespace
 
 CSqliteFile::~CSqliteFile() {
-    Close();
+    (void)Close();  // nobody is left to hear of a failure
 }
 
-int CSqliteFile::Open(const QString& path) {
+EPlatformError CSqliteFile::Open(const QString& path) {
     // What starts with a slash or a point is taken for a URI or a special name by neither SQLite
     // nor Qt. The current folder itself may have a name that cannot be decoded.
     const QString plainPath = path.startsWith(u'/') ? path : QLatin1StringView("./") + path;
     m_path = QFile::encodeName(plainPath);
     m_keptJournal.clear();
     m_created = CreateFile(m_path) ? StampOf(m_path) : std::nullopt;
-    int error = OpenConnection();
+    EPlatformError error = OpenConnection();
     if (error == kErrorSuccess) {
         error = LockAndCheck();
     }
@@ -72,7 +72,7 @@ int CSqliteFile::Open(const QString& path) {
         if (error != kErrorSharingViolation) {
             RemoveCreated();
         }
-        Close();
+        (void)Close();  // The first failure is the one to report.
     }
     return error;
 }
@@ -86,7 +86,7 @@ void CSqliteFile::RemoveCreated() {
     }
 }
 
-int CSqliteFile::OpenConnection() {
+EPlatformError CSqliteFile::OpenConnection() {
     const int result =
         sqlite3_open_v2(m_path.constData(), &m_connection,
                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
@@ -109,9 +109,9 @@ int CSqliteFile::OpenConnection() {
 // The header is judged before SQLite touches the file and again under the lock, when a journal
 // left by a process that died has been played back. Only the creation of a volume can leave a
 // blank header behind, and only with its journal.
-int CSqliteFile::LockAndCheck() {
+EPlatformError CSqliteFile::LockAndCheck() {
     bool isEmpty = false;
-    int error = CheckHeader(HasJournal(m_path), isEmpty);
+    EPlatformError error = CheckHeader(HasJournal(m_path), isEmpty);
     if (error == kErrorSuccess) {
         error = AdmitJournal();
     }
@@ -130,7 +130,7 @@ int CSqliteFile::LockAndCheck() {
 
 // The file's own lock keeps writers out from the look at the journal until SQLite, which finds the
 // lock taken, has looked at it as well.
-int CSqliteFile::AdmitJournal() {
+EPlatformError CSqliteFile::AdmitJournal() {
     sqlite3_file* file = OwnFile();
     int isWriting = 0;
     sqlite3_int64 size = 0;
@@ -147,7 +147,7 @@ int CSqliteFile::AdmitJournal() {
     const CJournalCheck check(m_path + kJournalSuffix, size, [this](qint64 offset, qint64 bytes) {
         return ReadRaw(offset, bytes);
     });
-    return check.MayBePlayed() ? static_cast<int>(kErrorSuccess) : check.KeepAside(m_keptJournal);
+    return check.MayBePlayed() ? kErrorSuccess : check.KeepAside(m_keptJournal);
 }
 
 // SQLite's own descriptor: closing another one of the same file would drop the locks that this
@@ -172,7 +172,7 @@ QString CSqliteFile::GetKeptJournal() const {
     return QFile::decodeName(m_keptJournal);
 }
 
-int CSqliteFile::CheckHeader(bool mayBeBlank, bool& isEmpty) const {
+EPlatformError CSqliteFile::CheckHeader(bool mayBeBlank, bool& isEmpty) const {
     sqlite3_file* file = OwnFile();
     if (file == nullptr || file->pMethods == nullptr) {
         return kErrorInputOutput;
@@ -190,14 +190,13 @@ int CSqliteFile::CheckHeader(bool mayBeBlank, bool& isEmpty) const {
     if (result != SQLITE_OK && result != SQLITE_IOERR_SHORT_READ) {
         return ErrorOf(result);
     }
-    return IsBlank(header) && mayBeBlank ? static_cast<int>(kErrorSuccess)
-                                         : JudgeHeader(header, size);
+    return IsBlank(header) && mayBeBlank ? kErrorSuccess : JudgeHeader(header, size);
 }
 
-int CSqliteFile::Close() {
+EPlatformError CSqliteFile::Close() {
     // A journal at the path of a file that is not ours any more may be somebody else's.
     if (m_watch.Detach() != EVolumeState::Sound) {
-        Execute("PRAGMA journal_mode=PERSIST");
+        (void)Execute("PRAGMA journal_mode=PERSIST");  // a failure leaves the mode as it is
     }
     const int result = sqlite3_close(m_connection);
     if (result == SQLITE_OK) {
@@ -206,12 +205,11 @@ int CSqliteFile::Close() {
     return PlatformErrorOf(result);
 }
 
-int CSqliteFile::CheckPlace() {
-    return m_watch.Look() == EVolumeState::Sound ? kErrorSuccess
-                                                 : static_cast<int>(kErrorFileInvalid);
+EPlatformError CSqliteFile::CheckPlace() {
+    return m_watch.Look() == EVolumeState::Sound ? kErrorSuccess : kErrorFileInvalid;
 }
 
-int CSqliteFile::CopyTo(const QString& path) {
+EPlatformError CSqliteFile::CopyTo(const QString& path) {
     sqlite3* copy = nullptr;
     int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &copy,
                                  SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
@@ -224,39 +222,39 @@ int CSqliteFile::CopyTo(const QString& path) {
     return ErrorOf(result);
 }
 
-int CSqliteFile::Begin() {
+EPlatformError CSqliteFile::Begin() {
     return Execute("BEGIN");
 }
 
-int CSqliteFile::Commit() {
+EPlatformError CSqliteFile::Commit() {
     return Execute("COMMIT");
 }
 
 void CSqliteFile::Rollback() {
     if (m_connection != nullptr && sqlite3_get_autocommit(m_connection) == 0) {
         // A rollback that fails leaves its journal, which the next use of the file plays back.
-        Execute("ROLLBACK");
+        (void)Execute("ROLLBACK");
     }
 }
 
-int CSqliteFile::Execute(const char* sql) {
+EPlatformError CSqliteFile::Execute(const char* sql) {
     return ErrorOf(sqlite3_exec(m_connection, sql, nullptr, nullptr, nullptr));
 }
 
-int CSqliteFile::Prepare(const char* sql, sqlite3_stmt*& statement) {
+EPlatformError CSqliteFile::Prepare(const char* sql, sqlite3_stmt*& statement) {
     return ErrorOf(
         sqlite3_prepare_v3(m_connection, sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr));
 }
 
-int CSqliteFile::ErrorOf(int sqliteResult) const {
-    const int error = PlatformErrorOf(sqliteResult);
+EPlatformError CSqliteFile::ErrorOf(int sqliteResult) const {
+    const EPlatformError error = PlatformErrorOf(sqliteResult);
     // SQLite knows a full disk by ENOSPC alone; a quota or a limit is the same to a user. It keeps
     // the system's number of some failures only, but errno still holds that of the last.
     const bool isFull = error == kErrorInputOutput && (errno == EDQUOT || errno == EFBIG);
     if (error != kErrorSuccess && GetState() == EVolumeState::Overwritten) {
         return kErrorFileInvalid;
     }
-    return isFull ? static_cast<int>(kErrorDiskFull) : error;
+    return isFull ? kErrorDiskFull : error;
 }
 
 qint64 CSqliteFile::GetLastRowId() const {
@@ -267,7 +265,7 @@ CStatement::~CStatement() {
     Release();
 }
 
-int CStatement::Prepare(CSqliteFile& file, const char* sql) {
+EPlatformError CStatement::Prepare(CSqliteFile& file, const char* sql) {
     m_file = &file;
     return file.Prepare(sql, m_statement);
 }
@@ -305,13 +303,13 @@ bool CStatement::Next() {
     return m_result == SQLITE_ROW;
 }
 
-int CStatement::Finish() {
-    const int error = m_file->ErrorOf(m_result);
+EPlatformError CStatement::Finish() {
+    const EPlatformError error = m_file->ErrorOf(m_result);
     sqlite3_reset(m_statement);
     return error;
 }
 
-int CStatement::Run(std::initializer_list<CSqlValue> values) {
+EPlatformError CStatement::Run(std::initializer_list<CSqlValue> values) {
     Start(values);
     while (Next()) {
     }

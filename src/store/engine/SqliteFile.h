@@ -22,42 +22,42 @@ class CSqliteFile {
 
     /// Opens a volume; a missing or empty file becomes one. A refused file keeps every byte, and a
     /// file that this call created goes again when it fails.
-    int Open(const QString& path);
+    EPlatformError Open(const QString& path);
     /// Takes the file away again if Open created it: for a volume that could not be filled.
     void RemoveCreated();
     /// All statements must be gone.
-    int Close();
+    EPlatformError Close();
     [[nodiscard]] bool IsOpen() const { return m_connection != nullptr; }
 
     /// kErrorFileInvalid when the path no longer leads to this file as our last write left it.
-    [[nodiscard]] int CheckPlace();
+    EPlatformError CheckPlace();
     /// As of the last look. Of an overwritten file nothing more can be read.
     [[nodiscard]] EVolumeState GetState() const { return m_watch.GetState(); }
     void SetOverwritten() { m_watch.SetOverwritten(); }
     /// Writes what the open file holds to another one. Not within a transaction.
-    [[nodiscard]] int CopyTo(const QString& path);
+    EPlatformError CopyTo(const QString& path);
 
-    int Begin();
-    int Commit();
+    EPlatformError Begin();
+    EPlatformError Commit();
     /// Safe when SQLite has rolled back on its own already.
     void Rollback();
 
-    int Execute(const char* sql);
-    int Prepare(const char* sql, sqlite3_stmt*& statement);
+    EPlatformError Execute(const char* sql);
+    EPlatformError Prepare(const char* sql, sqlite3_stmt*& statement);
     /// Bytes as the file has them, past every cache; fewer than `size` at its end.
     [[nodiscard]] QByteArray ReadRaw(qint64 offset, qint64 size) const;
     /// The journal of another volume that Open found beside this one and renamed: its new path.
     /// Empty when there was none.
     [[nodiscard]] QString GetKeptJournal() const;
     /// The platform number of a result that the connection gave last.
-    [[nodiscard]] int ErrorOf(int sqliteResult) const;
+    EPlatformError ErrorOf(int sqliteResult) const;
     [[nodiscard]] qint64 GetLastRowId() const;
 
   private:
-    int OpenConnection();
-    int LockAndCheck();
-    int CheckHeader(bool mayBeBlank, bool& isEmpty) const;
-    int AdmitJournal();
+    EPlatformError OpenConnection();
+    EPlatformError LockAndCheck();
+    EPlatformError CheckHeader(bool mayBeBlank, bool& isEmpty) const;
+    EPlatformError AdmitJournal();
     [[nodiscard]] sqlite3_file* OwnFile() const;
 
     sqlite3* m_connection = nullptr;
@@ -79,16 +79,16 @@ class CStatement {
     CStatement(const CStatement&) = delete;
     CStatement& operator=(const CStatement&) = delete;
 
-    int Prepare(CSqliteFile& file, const char* sql);
+    EPlatformError Prepare(CSqliteFile& file, const char* sql);
     [[nodiscard]] bool IsPrepared() const { return m_statement != nullptr; }
     void Release();
 
     void Start(std::initializer_list<CSqlValue> values);
     /// False at the end and on failure.
     bool Next();
-    int Finish();
+    EPlatformError Finish();
     /// Start, every row, Finish.
-    int Run(std::initializer_list<CSqlValue> values);
+    EPlatformError Run(std::initializer_list<CSqlValue> values);
 
     [[nodiscard]] qint64 GetInteger(int column) const;
     [[nodiscard]] QString GetText(int column) const;

@@ -22,14 +22,14 @@ bool IsSortable(quint32 sortPropertyId) {
 CStorageEngine::CStorageEngine() : m_state(std::make_unique<CStorageState>()) {}
 
 CStorageEngine::~CStorageEngine() {
-    Unmount();
+    (void)Unmount();  // nobody is left to hear of a failure
 }
 
-int CStorageEngine::Mount(const QString& path) {
+EPlatformError CStorageEngine::Mount(const QString& path) {
     if (IsMounted()) {
         return kErrorInvalidParameter;
     }
-    int error = m_state->file.Open(path);
+    EPlatformError error = m_state->file.Open(path);
     if (error == kErrorSuccess) {
         error = m_state->PrepareStatements();
     }
@@ -42,7 +42,7 @@ int CStorageEngine::Mount(const QString& path) {
     return error;
 }
 
-int CStorageEngine::Unmount() {
+EPlatformError CStorageEngine::Unmount() {
     m_state->Abandon();
     m_state->groupDepth = 0;
     m_state->groupError = kErrorSuccess;
@@ -50,7 +50,7 @@ int CStorageEngine::Unmount() {
     return m_state->file.Close();
 }
 
-int CStorageEngine::Discard() {
+EPlatformError CStorageEngine::Discard() {
     m_state->file.RemoveCreated();
     return Unmount();
 }
@@ -59,12 +59,11 @@ EVolumeState CStorageEngine::GetVolumeState() const {
     return m_state->file.GetState();
 }
 
-int CStorageEngine::SaveCopy(const QString& path) {
-    if (const int error = m_state->CheckReadable(); error != kErrorSuccess) {
+EPlatformError CStorageEngine::SaveCopy(const QString& path) {
+    if (const EPlatformError error = m_state->CheckReadable(); error != kErrorSuccess) {
         return error;
     }
-    return m_state->isInUnit ? static_cast<int>(kErrorInvalidParameter)
-                             : SaveVolumeCopy(m_state->file, path);
+    return m_state->isInUnit ? kErrorInvalidParameter : SaveVolumeCopy(m_state->file, path);
 }
 
 QString CStorageEngine::GetKeptJournal() const {
@@ -75,21 +74,21 @@ bool CStorageEngine::IsMounted() const {
     return m_state->file.IsOpen();
 }
 
-int CStorageEngine::CreateDatabase(const QString& name, quint32 type, quint32 sortPropertyId,
-                                   CDatabaseInfo& info) {
+EPlatformError CStorageEngine::CreateDatabase(const QString& name, quint32 type,
+                                              quint32 sortPropertyId, CDatabaseInfo& info) {
     if (name.isEmpty() || name.size() > kMaximumDatabaseName) {
         return kErrorInvalidName;
     }
     if (!IsSortable(sortPropertyId)) {
         return kErrorInvalidParameter;
     }
-    const int found = FindDatabase(name, info);
+    const EPlatformError found = FindDatabase(name, info);
     if (found != kErrorFileNotFound) {
-        return found == kErrorSuccess ? static_cast<int>(kErrorAlreadyExists) : found;
+        return found == kErrorSuccess ? kErrorAlreadyExists : found;
     }
     return m_state->Write([&] {
         qint64 id = 0;
-        int error = m_state->databaseIds.Choose(id);
+        EPlatformError error = m_state->databaseIds.Choose(id);
         if (error == kErrorSuccess) {
             error = m_state->addDatabase.Run({id, name, qint64{type}, qint64{sortPropertyId}});
         }
@@ -99,9 +98,9 @@ int CStorageEngine::CreateDatabase(const QString& name, quint32 type, quint32 so
 }
 
 // Compared here, since SQLite folds the case of ASCII letters only.
-int CStorageEngine::FindDatabase(const QString& name, CDatabaseInfo& info) {
+EPlatformError CStorageEngine::FindDatabase(const QString& name, CDatabaseInfo& info) {
     std::vector<CDatabaseInfo> databases;
-    if (const int error = ListDatabases(0, databases); error != kErrorSuccess) {
+    if (const EPlatformError error = ListDatabases(0, databases); error != kErrorSuccess) {
         return error;
     }
     const auto found = std::ranges::find_if(databases, [&name](const CDatabaseInfo& database) {
@@ -114,9 +113,9 @@ int CStorageEngine::FindDatabase(const QString& name, CDatabaseInfo& info) {
     return kErrorSuccess;
 }
 
-int CStorageEngine::ListDatabases(quint32 type, std::vector<CDatabaseInfo>& databases) {
+EPlatformError CStorageEngine::ListDatabases(quint32 type, std::vector<CDatabaseInfo>& databases) {
     databases.clear();
-    if (const int error = m_state->CheckReadable(); error != kErrorSuccess) {
+    if (const EPlatformError error = m_state->CheckReadable(); error != kErrorSuccess) {
         return error;
     }
     CStatement& list = m_state->listDatabases;
@@ -134,14 +133,14 @@ int CStorageEngine::ListDatabases(quint32 type, std::vector<CDatabaseInfo>& data
 
 // A damaged database can be deleted too: the records that its index no longer names stay behind,
 // unreachable.
-int CStorageEngine::DeleteDatabase(ObjectId database) {
+EPlatformError CStorageEngine::DeleteDatabase(ObjectId database) {
     CStorageState::COpenDatabase* opened = nullptr;
-    const int found = m_state->Open(database, opened);
+    const EPlatformError found = m_state->Open(database, opened);
     if (found != kErrorSuccess && found != kErrorCorrupt) {
         return found;
     }
     return m_state->Write([&] {
-        int error = found == kErrorSuccess ? m_state->DeleteAllRecords(*opened) : found;
+        EPlatformError error = found == kErrorSuccess ? m_state->DeleteAllRecords(*opened) : found;
         if (error == kErrorCorrupt) {
             error = m_state->removeBlocks.Run({database});
         }
@@ -156,74 +155,75 @@ int CStorageEngine::DeleteDatabase(ObjectId database) {
     });
 }
 
-int CStorageEngine::CountRecords(ObjectId database, int& count) {
+EPlatformError CStorageEngine::CountRecords(ObjectId database, int& count) {
     CStorageState::COpenDatabase* opened = nullptr;
-    const int error = m_state->Open(database, opened);
+    const EPlatformError error = m_state->Open(database, opened);
     count = error == kErrorSuccess ? opened->index.Count() : 0;
     return error;
 }
 
-int CStorageEngine::SeekToPosition(ObjectId database, int position, ObjectId& record) {
+EPlatformError CStorageEngine::SeekToPosition(ObjectId database, int position, ObjectId& record) {
     CStorageState::COpenDatabase* opened = nullptr;
-    if (const int error = m_state->Open(database, opened); error != kErrorSuccess) {
+    if (const EPlatformError error = m_state->Open(database, opened); error != kErrorSuccess) {
         return error;
     }
     if (position < 0 || position >= opened->index.Count()) {
         return kErrorFileNotFound;
     }
     CIndexEntry entry{};
-    const int error = opened->index.EntryAt(position, entry);
+    const EPlatformError error = opened->index.EntryAt(position, entry);
     record = entry.record;
     opened->lastSought = position;
     return error;
 }
 
-int CStorageEngine::LowerBound(ObjectId database, qint64 key, int& position) {
+EPlatformError CStorageEngine::LowerBound(ObjectId database, qint64 key, int& position) {
     CStorageState::COpenDatabase* opened = nullptr;
-    const int error = m_state->Open(database, opened);
+    const EPlatformError error = m_state->Open(database, opened);
     return error == kErrorSuccess ? opened->index.LowerBound(key, position) : error;
 }
 
-int CStorageEngine::FindRecord(ObjectId database, ObjectId record, int& position) {
+EPlatformError CStorageEngine::FindRecord(ObjectId database, ObjectId record, int& position) {
     CStorageState::COpenDatabase* opened = nullptr;
-    if (const int error = m_state->Open(database, opened); error != kErrorSuccess) {
+    if (const EPlatformError error = m_state->Open(database, opened); error != kErrorSuccess) {
         return error;
     }
     CIndexEntry entry{};
     return m_state->Locate(*opened, record, position, entry);
 }
 
-int CStorageEngine::KeyAt(ObjectId database, int position, qint64& key) {
+EPlatformError CStorageEngine::KeyAt(ObjectId database, int position, qint64& key) {
     CStorageState::COpenDatabase* opened = nullptr;
-    if (const int error = m_state->Open(database, opened); error != kErrorSuccess) {
+    if (const EPlatformError error = m_state->Open(database, opened); error != kErrorSuccess) {
         return error;
     }
     if (position < 0 || position >= opened->index.Count()) {
         return kErrorFileNotFound;
     }
     CIndexEntry entry{};
-    const int error = opened->index.EntryAt(position, entry);
+    const EPlatformError error = opened->index.EntryAt(position, entry);
     key = entry.key;
     return error;
 }
 
-int CStorageEngine::ReadRecord(ObjectId record, PropertyList& properties, int most) {
-    const int error = m_state->CheckReadable();
+EPlatformError CStorageEngine::ReadRecord(ObjectId record, PropertyList& properties, int most) {
+    const EPlatformError error = m_state->CheckReadable();
     return error == kErrorSuccess ? m_state->reader.Read(record, properties, most) : error;
 }
 
-int CStorageEngine::AddRecord(ObjectId database, const PropertyList& properties, ObjectId& record) {
+EPlatformError CStorageEngine::AddRecord(ObjectId database, const PropertyList& properties,
+                                         ObjectId& record) {
     const std::optional<qint64> key = KeyOf(properties);
     if (!key) {
         return kErrorInvalidParameter;
     }
     CStorageState::COpenDatabase* opened = nullptr;
-    if (const int error = m_state->Open(database, opened); error != kErrorSuccess) {
+    if (const EPlatformError error = m_state->Open(database, opened); error != kErrorSuccess) {
         return error;
     }
     return m_state->Write([&] {
         EncodeRecord(properties, m_state->body);
-        int error = m_state->recordIds.Choose(record);
+        EPlatformError error = m_state->recordIds.Choose(record);
         if (error == kErrorSuccess) {
             error = m_state->addRecord.Run({record, QByteArrayView(m_state->body)});
         }
@@ -235,8 +235,8 @@ int CStorageEngine::AddRecord(ObjectId database, const PropertyList& properties,
     });
 }
 
-int CStorageEngine::ReplaceRecord(ObjectId database, ObjectId record,
-                                  const PropertyList& properties) {
+EPlatformError CStorageEngine::ReplaceRecord(ObjectId database, ObjectId record,
+                                             const PropertyList& properties) {
     const std::optional<qint64> key = KeyOf(properties);
     if (!key) {
         return kErrorInvalidParameter;
@@ -244,7 +244,7 @@ int CStorageEngine::ReplaceRecord(ObjectId database, ObjectId record,
     CStorageState::COpenDatabase* opened = nullptr;
     int position = 0;
     CIndexEntry old{};
-    int found = m_state->Open(database, opened);
+    EPlatformError found = m_state->Open(database, opened);
     if (found == kErrorSuccess) {
         found = m_state->Locate(*opened, record, position, old);
     }
@@ -253,7 +253,7 @@ int CStorageEngine::ReplaceRecord(ObjectId database, ObjectId record,
     }
     return m_state->Write([&] {
         EncodeRecord(properties, m_state->body);
-        int error = m_state->replaceRecord.Run({QByteArrayView(m_state->body), record});
+        EPlatformError error = m_state->replaceRecord.Run({QByteArrayView(m_state->body), record});
         if (error != kErrorSuccess || old.key == *key) {
             return error;
         }
@@ -262,11 +262,11 @@ int CStorageEngine::ReplaceRecord(ObjectId database, ObjectId record,
     });
 }
 
-int CStorageEngine::DeleteRecord(ObjectId database, ObjectId record) {
+EPlatformError CStorageEngine::DeleteRecord(ObjectId database, ObjectId record) {
     CStorageState::COpenDatabase* opened = nullptr;
     int position = 0;
     CIndexEntry old{};
-    int found = m_state->Open(database, opened);
+    EPlatformError found = m_state->Open(database, opened);
     if (found == kErrorSuccess) {
         found = m_state->Locate(*opened, record, position, old);
     }
@@ -274,12 +274,12 @@ int CStorageEngine::DeleteRecord(ObjectId database, ObjectId record) {
         return found;
     }
     return m_state->Write([&] {
-        const int error = m_state->RemoveRecord(record);
+        const EPlatformError error = m_state->RemoveRecord(record);
         return error == kErrorSuccess ? opened->index.RemoveAt(position) : error;
     });
 }
 
-int CStorageEngine::BeginGroup() {
+EPlatformError CStorageEngine::BeginGroup() {
     if (!IsMounted()) {
         return kErrorInvalidParameter;
     }
@@ -287,7 +287,7 @@ int CStorageEngine::BeginGroup() {
     return kErrorSuccess;
 }
 
-int CStorageEngine::EndGroup() {
+EPlatformError CStorageEngine::EndGroup() {
     if (m_state->groupDepth == 0) {
         return kErrorInvalidParameter;
     }
@@ -295,7 +295,7 @@ int CStorageEngine::EndGroup() {
     if (m_state->groupDepth > 0) {
         return m_state->groupError;
     }
-    int error = std::exchange(m_state->groupError, kErrorSuccess);
+    EPlatformError error = std::exchange(m_state->groupError, kErrorSuccess);
     if (error == kErrorSuccess) {
         error = m_state->CommitUnit();
         if (error != kErrorSuccess) {
@@ -305,7 +305,7 @@ int CStorageEngine::EndGroup() {
     return error;
 }
 
-int CStorageEngine::UndoGroup() {
+EPlatformError CStorageEngine::UndoGroup() {
     if (m_state->groupDepth == 0) {
         return kErrorInvalidParameter;
     }

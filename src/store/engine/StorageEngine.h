@@ -45,54 +45,55 @@ class CStorageEngine {
     ~CStorageEngine();
 
     /// Creates the file when it is missing.
-    int Mount(const QString& path);
-    int Unmount();
+    EPlatformError Mount(const QString& path);
+    EPlatformError Unmount();
     /// Unmounts, and takes the file away again if Mount created it.
-    [[nodiscard]] int Discard();
+    EPlatformError Discard();
     [[nodiscard]] bool IsMounted() const;
     /// What had become of the open file when it was last looked at.
     [[nodiscard]] EVolumeState GetVolumeState() const;
     /// See SaveVolumeCopy. Outside of groups that have written only.
-    [[nodiscard]] int SaveCopy(const QString& path);
+    EPlatformError SaveCopy(const QString& path);
     /// See CSqliteFile.
     [[nodiscard]] QString GetKeptJournal() const;
 
     /// kErrorInvalidName past 31 characters, kErrorAlreadyExists when the name is taken
     /// (compared without case), kErrorInvalidParameter for a sort on anything but an integer or
     /// date property 0.
-    int CreateDatabase(const QString& name, quint32 type, quint32 sortPropertyId,
-                       CDatabaseInfo& info);
-    int FindDatabase(const QString& name, CDatabaseInfo& info);
+    EPlatformError CreateDatabase(const QString& name, quint32 type, quint32 sortPropertyId,
+                                  CDatabaseInfo& info);
+    EPlatformError FindDatabase(const QString& name, CDatabaseInfo& info);
     /// All databases of a type in order of creation; type 0 matches all.
-    int ListDatabases(quint32 type, std::vector<CDatabaseInfo>& databases);
+    EPlatformError ListDatabases(quint32 type, std::vector<CDatabaseInfo>& databases);
     /// Deletes the database with its records.
-    int DeleteDatabase(ObjectId database);
+    EPlatformError DeleteDatabase(ObjectId database);
 
-    int CountRecords(ObjectId database, int& count);
+    EPlatformError CountRecords(ObjectId database, int& count);
     /// kErrorFileNotFound when there is no such position.
-    int SeekToPosition(ObjectId database, int position, ObjectId& record);
+    EPlatformError SeekToPosition(ObjectId database, int position, ObjectId& record);
     /// First position whose key is not below `key`; the record count when all are below.
-    int LowerBound(ObjectId database, qint64 key, int& position);
+    EPlatformError LowerBound(ObjectId database, qint64 key, int& position);
     /// Position of a record, found by its key; kErrorFileNotFound when it is not in the database.
-    [[nodiscard]] int FindRecord(ObjectId database, ObjectId record, int& position);
+    EPlatformError FindRecord(ObjectId database, ObjectId record, int& position);
     /// Key at a position.
-    int KeyAt(ObjectId database, int position, qint64& key);
+    EPlatformError KeyAt(ObjectId database, int position, qint64& key);
     /// Reads the first `most` values only: the list has the length of the record, and what lies
     /// past them is unspecified.
-    int ReadRecord(ObjectId record, PropertyList& properties, int most = kAllProperties);
+    EPlatformError ReadRecord(ObjectId record, PropertyList& properties, int most = kAllProperties);
     /// Adds a record; its identifier comes back in `record`.
-    int AddRecord(ObjectId database, const PropertyList& properties, ObjectId& record);
+    EPlatformError AddRecord(ObjectId database, const PropertyList& properties, ObjectId& record);
     /// Writes over a record, moving it when its key changed.
-    int ReplaceRecord(ObjectId database, ObjectId record, const PropertyList& properties);
-    int DeleteRecord(ObjectId database, ObjectId record);
+    EPlatformError ReplaceRecord(ObjectId database, ObjectId record,
+                                 const PropertyList& properties);
+    EPlatformError DeleteRecord(ObjectId database, ObjectId record);
 
     /// Groups nest; only the outermost EndGroup makes durable. When a write inside a group or
     /// EndGroup fails, the whole group is undone and every following write of the group fails
     /// with the same number until the outermost EndGroup, which returns it too.
-    int BeginGroup();
-    int EndGroup();
+    EPlatformError BeginGroup();
+    EPlatformError EndGroup();
     /// Undoes the whole group at once, nested or not, as a failed write in it does.
-    int UndoGroup();
+    EPlatformError UndoGroup();
 
     /// What CNamedValues works on, which lives as long as the engine.
     [[nodiscard]] CStorageState& State() { return *m_state; }

@@ -2,15 +2,14 @@
 
 #include "store/engine/RecordCodec.h"
 
-int CStorageState::CheckReadable() const {
+EPlatformError CStorageState::CheckReadable() const {
     if (!file.IsOpen()) {
         return kErrorInvalidParameter;
     }
-    return file.GetState() == EVolumeState::Overwritten ? static_cast<int>(kErrorFileInvalid)
-                                                        : kErrorSuccess;
+    return file.GetState() == EVolumeState::Overwritten ? kErrorFileInvalid : kErrorSuccess;
 }
 
-int CStorageState::PrepareStatements() {
+EPlatformError CStorageState::PrepareStatements() {
     struct CRow {
         CStatement& statement;
         const char* sql;
@@ -25,11 +24,12 @@ int CStorageState::PrepareStatements() {
         {removeRecord, "DELETE FROM records WHERE id=?"},
     };
     for (const CRow& row : rows) {
-        if (const int error = row.statement.Prepare(file, row.sql); error != kErrorSuccess) {
+        if (const EPlatformError error = row.statement.Prepare(file, row.sql);
+            error != kErrorSuccess) {
             return error;
         }
     }
-    const int error = reader.Prepare(file);
+    const EPlatformError error = reader.Prepare(file);
     return error == kErrorSuccess ? blocks.Prepare(file) : error;
 }
 
@@ -45,8 +45,8 @@ void CStorageState::ReleaseStatements() {
     blocks.Release();
 }
 
-int CStorageState::Open(ObjectId database, COpenDatabase*& opened) {
-    if (const int error = CheckReadable(); error != kErrorSuccess) {
+EPlatformError CStorageState::Open(ObjectId database, COpenDatabase*& opened) {
+    if (const EPlatformError error = CheckReadable(); error != kErrorSuccess) {
         return error;
     }
     if (const auto found = open.find(database); found != open.end()) {
@@ -58,23 +58,23 @@ int CStorageState::Open(ObjectId database, COpenDatabase*& opened) {
     while (listDatabases.Next()) {
         isKnown = isKnown || listDatabases.GetInteger(0) == database;
     }
-    if (const int error = listDatabases.Finish(); error != kErrorSuccess) {
+    if (const EPlatformError error = listDatabases.Finish(); error != kErrorSuccess) {
         return error;
     }
     if (!isKnown) {
         return kErrorFileNotFound;
     }
     COpenDatabase fresh{CPositionIndex(file, blocks, database)};
-    if (const int error = fresh.index.Load(); error != kErrorSuccess) {
+    if (const EPlatformError error = fresh.index.Load(); error != kErrorSuccess) {
         return error;
     }
     opened = &open.emplace(database, std::move(fresh)).first->second;
     return kErrorSuccess;
 }
 
-int CStorageState::Locate(COpenDatabase& opened, ObjectId record, int& position,
-                          CIndexEntry& entry) {
-    int error = kErrorSuccess;
+EPlatformError CStorageState::Locate(COpenDatabase& opened, ObjectId record, int& position,
+                                     CIndexEntry& entry) {
+    EPlatformError error = kErrorSuccess;
     if (opened.lastSought < opened.index.Count()) {
         position = opened.lastSought;
         error = opened.index.EntryAt(position, entry);
@@ -101,19 +101,19 @@ int CStorageState::Locate(COpenDatabase& opened, ObjectId record, int& position,
             break;
         }
     }
-    return error != kErrorSuccess ? error : static_cast<int>(kErrorFileNotFound);
+    return error != kErrorSuccess ? error : kErrorFileNotFound;
 }
 
-int CStorageState::RemoveRecord(ObjectId record) {
-    const int error = recordIds.KeepBeforeRemoving(record);
+EPlatformError CStorageState::RemoveRecord(ObjectId record) {
+    const EPlatformError error = recordIds.KeepBeforeRemoving(record);
     return error == kErrorSuccess ? removeRecord.Run({record}) : error;
 }
 
-int CStorageState::DeleteAllRecords(COpenDatabase& opened) {
+EPlatformError CStorageState::DeleteAllRecords(COpenDatabase& opened) {
     while (opened.index.Count() > 0) {
         const int last = opened.index.Count() - 1;
         CIndexEntry entry{};
-        int error = opened.index.EntryAt(last, entry);
+        EPlatformError error = opened.index.EntryAt(last, entry);
         if (error == kErrorSuccess) {
             error = RemoveRecord(entry.record);
         }
@@ -129,9 +129,9 @@ int CStorageState::DeleteAllRecords(COpenDatabase& opened) {
 
 // Whether the file is still the one we left is asked before the first byte of a unit is written
 // and again before the unit counts.
-int CStorageState::BeginUnit() {
+EPlatformError CStorageState::BeginUnit() {
     isInUnit = true;
-    int error = file.CheckPlace();
+    EPlatformError error = file.CheckPlace();
     if (error == kErrorSuccess && !generation.IsInPlace()) {
         file.SetOverwritten();
         error = kErrorFileInvalid;
@@ -139,17 +139,17 @@ int CStorageState::BeginUnit() {
     return error == kErrorSuccess ? generation.Begin() : error;
 }
 
-int CStorageState::CommitUnit() {
+EPlatformError CStorageState::CommitUnit() {
     reader.Pause();
     if (!isInUnit) {
         return CheckReadable();
     }
     for (auto& [id, opened] : open) {
-        if (const int error = opened.index.Flush(); error != kErrorSuccess) {
+        if (const EPlatformError error = opened.index.Flush(); error != kErrorSuccess) {
             return error;
         }
     }
-    int error = file.CheckPlace();
+    EPlatformError error = file.CheckPlace();
     if (error == kErrorSuccess) {
         error = file.Commit();
     }

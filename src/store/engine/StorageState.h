@@ -20,20 +20,21 @@ struct CStorageState {
     };
 
     /// kErrorFileInvalid when what the file holds is not ours any more.
-    [[nodiscard]] int CheckReadable() const;
-    int PrepareStatements();
+    EPlatformError CheckReadable() const;
+    EPlatformError PrepareStatements();
     void ReleaseStatements();
     /// Loads the index at the first use; `opened` holds until the database goes or a write fails.
-    int Open(ObjectId database, COpenDatabase*& opened);
+    EPlatformError Open(ObjectId database, COpenDatabase*& opened);
     /// A record's place is found again by its key, and among many equal keys by the position
     /// sought last: callers write over or delete what they have just sought.
-    int Locate(COpenDatabase& opened, ObjectId record, int& position, CIndexEntry& entry);
-    int RemoveRecord(ObjectId record);
-    int DeleteAllRecords(COpenDatabase& opened);
+    EPlatformError Locate(COpenDatabase& opened, ObjectId record, int& position,
+                          CIndexEntry& entry);
+    EPlatformError RemoveRecord(ObjectId record);
+    EPlatformError DeleteAllRecords(COpenDatabase& opened);
     /// Begins the transaction of a unit of work, at its first change.
-    int BeginUnit();
+    EPlatformError BeginUnit();
     /// Commits what the unit changed, if anything.
-    int CommitUnit();
+    EPlatformError CommitUnit();
     /// Rolls back. The indexes hold what the file has not kept; they are read again when they are
     /// needed.
     void Abandon();
@@ -41,13 +42,13 @@ struct CStorageState {
     /// Runs a change as a transaction of its own, or as part of the group. What can be refused
     /// without touching the file is refused before and leaves a group as it is.
     template <typename Change>
-    int Write(Change change) {
+    EPlatformError Write(Change change) {
         if (groupError != kErrorSuccess) {
             return groupError;
         }
         reader.Pause();
         const bool isAlone = groupDepth == 0;
-        int error = isInUnit ? static_cast<int>(kErrorSuccess) : BeginUnit();
+        EPlatformError error = isInUnit ? kErrorSuccess : BeginUnit();
         if (error == kErrorSuccess) {
             error = change();
         }
@@ -56,7 +57,7 @@ struct CStorageState {
         }
         if (error != kErrorSuccess) {
             Abandon();
-            groupError = isAlone ? static_cast<int>(kErrorSuccess) : error;
+            groupError = isAlone ? kErrorSuccess : error;
         }
         return error;
     }
@@ -78,5 +79,5 @@ struct CStorageState {
     QByteArray body;
     bool isInUnit = false;
     int groupDepth = 0;
-    int groupError = kErrorSuccess;
+    EPlatformError groupError = kErrorSuccess;
 };

@@ -11,9 +11,9 @@ constexpr char kCounts[] =
     "SELECT count(*) FROM records UNION ALL SELECT count(*) FROM databases "
     "UNION ALL SELECT * FROM (SELECT sum(count) FROM blocks GROUP BY database ORDER BY database)";
 
-int ReadCounts(CSqliteFile& file, std::vector<qint64>& counts) {
+EPlatformError ReadCounts(CSqliteFile& file, std::vector<qint64>& counts) {
     CStatement read;
-    if (const int error = read.Prepare(file, kCounts); error != kErrorSuccess) {
+    if (const EPlatformError error = read.Prepare(file, kCounts); error != kErrorSuccess) {
         return error;
     }
     read.Start({});
@@ -23,24 +23,24 @@ int ReadCounts(CSqliteFile& file, std::vector<qint64>& counts) {
     return read.Finish();
 }
 
-int CheckIntegrity(CSqliteFile& file) {
+EPlatformError CheckIntegrity(CSqliteFile& file) {
     CStatement check;
-    if (const int error = check.Prepare(file, "PRAGMA integrity_check(1)");
+    if (const EPlatformError error = check.Prepare(file, "PRAGMA integrity_check(1)");
         error != kErrorSuccess) {
         return error;
     }
     check.Start({});
     const bool isSound = check.Next() && check.GetText(0) == "ok"_L1;
-    const int error = check.Finish();
-    return error == kErrorSuccess && !isSound ? static_cast<int>(kErrorCorrupt) : error;
+    const EPlatformError error = check.Finish();
+    return error == kErrorSuccess && !isSound ? kErrorCorrupt : error;
 }
 
 /// kErrorInputOutput when the copy does not hold what the volume holds.
-int Compare(CSqliteFile& volume, const QString& copyPath) {
+EPlatformError Compare(CSqliteFile& volume, const QString& copyPath) {
     CSqliteFile copy;
     std::vector<qint64> wanted;
     std::vector<qint64> found;
-    int error = ReadCounts(volume, wanted);
+    EPlatformError error = ReadCounts(volume, wanted);
     if (error == kErrorSuccess) {
         error = copy.Open(copyPath);
     }
@@ -54,10 +54,10 @@ int Compare(CSqliteFile& volume, const QString& copyPath) {
 }
 }  // namespace
 
-int SaveVolumeCopy(CSqliteFile& volume, const QString& path) {
+EPlatformError SaveVolumeCopy(CSqliteFile& volume, const QString& path) {
     const QString part = path + u".part"_s;
     QFile::remove(part);
-    int error = volume.CopyTo(part);
+    EPlatformError error = volume.CopyTo(part);
     if (error == kErrorSuccess) {
         error = Compare(volume, part);
     }
@@ -68,5 +68,5 @@ int SaveVolumeCopy(CSqliteFile& volume, const QString& path) {
     // Takes the place of a file of that name at once.
     const bool isNamed =
         std::rename(QFile::encodeName(part).constData(), QFile::encodeName(path).constData()) == 0;
-    return isNamed ? error : static_cast<int>(kErrorAccessDenied);
+    return isNamed ? error : kErrorAccessDenied;
 }

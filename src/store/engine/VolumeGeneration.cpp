@@ -6,9 +6,9 @@ namespace {
 constexpr qint64 kPageSize = 8192;
 }
 
-int CVolumeGeneration::Load() {
+EPlatformError CVolumeGeneration::Load() {
     m_stored.reset();
-    int error = FindPage();
+    EPlatformError error = FindPage();
     if (error != kErrorSuccess || m_page == 0) {
         return error;
     }
@@ -22,14 +22,14 @@ int CVolumeGeneration::Load() {
         error = read.Finish();
     }
     // Damage here says nothing about the records; it stops the first write.
-    return error == kErrorCorrupt ? static_cast<int>(kErrorSuccess) : error;
+    return error == kErrorCorrupt ? kErrorSuccess : error;
 }
 
-int CVolumeGeneration::FindPage() {
+EPlatformError CVolumeGeneration::FindPage() {
     m_page = 0;
     m_place = 0;
     CStatement find;
-    const int error =
+    const EPlatformError error =
         find.Prepare(m_file, "SELECT rootpage FROM sqlite_schema WHERE name='identity'");
     if (error != kErrorSuccess) {
         return error;
@@ -63,8 +63,8 @@ void CVolumeGeneration::Release() {
     m_stored.reset();
 }
 
-int CVolumeGeneration::Begin() {
-    int error = m_stored ? static_cast<int>(kErrorSuccess) : CreateRow();
+EPlatformError CVolumeGeneration::Begin() {
+    EPlatformError error = m_stored ? kErrorSuccess : CreateRow();
     if (error == kErrorSuccess && !m_update.IsPrepared()) {
         error = m_update.Prepare(m_file, "UPDATE identity SET body=? WHERE id=1");
     }
@@ -82,9 +82,9 @@ void CVolumeGeneration::Confirm() {
     m_stored = m_next;
 }
 
-int CVolumeGeneration::CreateRow() {
+EPlatformError CVolumeGeneration::CreateRow() {
     const CVolumeIdentity created = CVolumeIdentity::Create();
-    int error = m_file.Begin();
+    EPlatformError error = m_file.Begin();
     if (error == kErrorSuccess) {
         error = m_file.Execute(
             "CREATE TABLE IF NOT EXISTS identity(id INTEGER PRIMARY KEY, body BLOB NOT NULL)");

@@ -10,20 +10,20 @@ class CVolumeGeneration {
     explicit CVolumeGeneration(CSqliteFile& file) : m_file(file) {}
 
     /// Reads the row. A volume of an older program has none, and neither has a new one.
-    [[nodiscard]] int Load();
+    EPlatformError Load();
     void Release();
     /// False when the file holds another row than we left there.
     [[nodiscard]] bool IsInPlace();
     /// Begins a unit of work: to be called before its first change, so that the row's page comes
     /// first in the journal. A volume without a row gets one, in a transaction before that of the
     /// unit, so that the unit's own journal is tied to it.
-    [[nodiscard]] int Begin();
+    EPlatformError Begin();
     /// The unit is durable.
     void Confirm();
 
   private:
-    int CreateRow();
-    int FindPage();
+    EPlatformError CreateRow();
+    EPlatformError FindPage();
 
     CSqliteFile& m_file;
     CStatement m_update;

@@ -17,7 +17,7 @@ bool IsBlank(const VolumeHeader& header) {
     return std::ranges::all_of(header, [](uchar byte) { return byte == 0; });
 }
 
-int JudgeHeader(const VolumeHeader& header, qint64 fileSize) {
+EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize) {
     if (std::memcmp(header.data(), kMagic, sizeof(kMagic)) != 0 ||
         qFromBigEndian<quint32>(&header[kApplicationIdAt]) != kVolumeApplicationId) {
         return kErrorBadFormat;

@@ -14,4 +14,4 @@ using VolumeHeader = std::array<uchar, kVolumeHeaderSize>;
 [[nodiscard]] bool IsBlank(const VolumeHeader& header);
 /// kErrorBadFormat for what is not a volume, kErrorNewerVersion, or kErrorCorrupt. `fileSize` in
 /// bytes; what a shorter file lacks of the header is zero.
-[[nodiscard]] int JudgeHeader(const VolumeHeader& header, qint64 fileSize);
+EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize);
