@@ -19,12 +19,8 @@ bool IsDiaryTab(int command) {
     return command >= kDietTabCommand && command <= kMonthTabCommand;
 }
 
-/// By kind: the profile's value with the texts of the last find, a list of name and types.
-constexpr const char* kFindValues[] = {"find.foods", "find.menus", "find.recipes",
-                                       "find.exercises"};
-
 QString FindValueOf(ECatalogueKind kind) {
-    return QLatin1StringView(kFindValues[static_cast<std::size_t>(kind)]);
+    return QLatin1StringView(CatalogueLayoutOf(kind).findValue);
 }
 
 void ShowSaveFailure(CRecordStore& store) {

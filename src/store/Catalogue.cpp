@@ -5,8 +5,6 @@
 #include <array>
 #include <limits>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 constexpr int kIdDigits = 10;  // of the largest identifier
 
@@ -114,8 +112,7 @@ CUniqueNames CCatalogue::FillUniqueNames(ECatalogueKind kind, qint32 categoryId,
         {.low = isAll ? std::numeric_limits<qint64>::min() : categoryId,
          .high = isAll ? CViewSettings::kMarker - 1 : categoryId,
          .most = numbers.name + 1,
-         .messagePrefix = kind == ECatalogueKind::Foods ? u"FillArrayWithUniqueFoodNames --> "_s
-                                                        : u"FillArrayWithUniqueExlibNames --> "_s,
+         .messagePrefix = QString::fromLatin1(numbers.namesPrefix),
          .lastKey = CViewSettings::kMarker - 1},
         [&](int /*position*/, PropertyList& properties) {
             const qint32 parent = ParentOf(properties);

@@ -83,8 +83,7 @@ bool CDatabase::IsVolume(const QString& path) const {
 }
 
 CStoredViewSettings CDatabase::ViewSettings(ECatalogueKind kind) {
-    return {Items(kind), kind == ECatalogueKind::Foods ? "Cannot save foods props (error# %d)."_L1
-                                                       : "Cannot save exlib props (error# %d)."_L1};
+    return {Items(kind), QLatin1StringView(CatalogueLayoutOf(kind).settingsFailure)};
 }
 
 bool CDatabase::DeleteItem(ECatalogueKind kind, int position) {

@@ -6,10 +6,42 @@ namespace {
 constexpr int kCategoryId = 0;
 
 const std::array<CCatalogueLayout, 4> kLayouts = {{
-    {kFoodLayout, 1, 2, true},
-    {kMenuLayout, 3, 4, false},
-    {kRecipeLayout, 3, 4, false},
-    {kExerciseLibLayout, 1, 2, true},
+    {
+        .layout = kFoodLayout,
+        .name = 1,
+        .type = 2,
+        .namesType = true,
+        .hasComponents = false,
+        .findValue = "find.foods",
+        .namesPrefix = "FillArrayWithUniqueFoodNames --> ",
+        .settingsFailure = "Cannot save foods props (error# %d).",
+    },
+    {
+        .layout = kMenuLayout,
+        .name = 3,
+        .type = 4,
+        .namesType = false,
+        .hasComponents = true,
+        .findValue = "find.menus",
+    },
+    {
+        .layout = kRecipeLayout,
+        .name = 3,
+        .type = 4,
+        .namesType = false,
+        .hasComponents = true,
+        .findValue = "find.recipes",
+    },
+    {
+        .layout = kExerciseLibLayout,
+        .name = 1,
+        .type = 2,
+        .namesType = true,
+        .hasComponents = false,
+        .findValue = "find.exercises",
+        .namesPrefix = "FillArrayWithUniqueExlibNames --> ",
+        .settingsFailure = "Cannot save exlib props (error# %d).",
+    },
 }};
 }  // namespace
 

@@ -7,18 +7,22 @@
 /// What a diet entry or the component of a menu or recipe was made of, as stored.
 enum class EItemKind : qint32 { Food = 0, Menu = 1, Recipe = 2 };
 
-/// Where the records of a kind keep it.
+/// How a kind is stored.
 struct CCatalogueLayout {
     const CRecordLayout& layout;
-    int name;        ///< property number
-    int type;        ///< property number
-    bool namesType;  ///< whether name and type together tell items apart, or the name alone
+    int name;               ///< property number
+    int type;               ///< property number
+    bool namesType;         ///< whether name and type together tell items apart, or the name alone
+    bool hasComponents;     ///< which stand under their item in the same database
+    const char* findValue;  ///< the profile's value with the texts of the last find
+    /// Where the kind has a list of distinct names: what the messages of reading it begin with.
+    const char* namesPrefix = "";
+    /// Where the kind has view settings: that they cannot be saved.
+    const char* settingsFailure = "";
 };
 const CCatalogueLayout& CatalogueLayoutOf(ECatalogueKind kind);
-
-/// Menus and recipes have components, which stand under them in the same database.
-constexpr bool HasComponents(ECatalogueKind kind) {
-    return kind == ECatalogueKind::Menus || kind == ECatalogueKind::Recipes;
+inline bool HasComponents(ECatalogueKind kind) {
+    return CatalogueLayoutOf(kind).hasComponents;
 }
 
 /// Whether a record is no item but a component or the settings of a view: their parents are past
