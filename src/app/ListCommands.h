@@ -14,7 +14,7 @@
 /// "Please select entry to edit." and "Please select only one entry to edit.".
 struct CSelectionTexts {
     const char* none;
-    const char* several;  ///< null when several are welcome
+    const char* several = nullptr;  ///< null when several are welcome
 };
 
 /// Shows the text that applies and returns false when the selection does not fit the command.

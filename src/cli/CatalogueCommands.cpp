@@ -33,12 +33,12 @@ constexpr COption kItemYes[] = {kCategory, kName, kYesOption};
 constexpr COption kFindTyped[] = {
     {"--type", EValue::Text, "TEXT", "what the item's type holds besides"}};
 
-const CCatalogueTexts& TextsOf(const CCommandContext& context) {
-    return CatalogueTextsOf(context.kind);
+const CItemTexts& TextsOf(const CCommandContext& context) {
+    return KindOf(context.kind).item;
 }
 
-CListWords WordsOf(const CCommandContext& context) {
-    return {KindOf(context.kind).singular, KindOf(context.kind).plural};
+const CListWords& WordsOf(const CCommandContext& context) {
+    return KindOf(context.kind).words;
 }
 
 /// The item that --category, --name and --type name; nothing after a message.
@@ -241,7 +241,7 @@ std::span<const CCommand> CatalogueCommands() {
             const bool isTyped = CatalogueLayoutOf(kind).namesType;
             for (CCommand command : isTyped ? std::span<const CCommand>(kTypedCommands)
                                             : std::span<const CCommand>(kNamedCommands)) {
-                command.group = KindOf(kind).plural;
+                command.group = KindOf(kind).words.many;
                 command.kind = kind;
                 all.push_back(command);
             }

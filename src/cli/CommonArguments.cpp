@@ -1,7 +1,6 @@
 #include "cli/CommonArguments.h"
 
 #include "catalogue/items/CatalogueKinds.h"
-#include "catalogue/items/CatalogueTexts.h"
 #include "catalogue/items/ChosenFood.h"
 #include "cli/TableOutput.h"
 #include "platform/Messages.h"
@@ -18,9 +17,8 @@ bool CheckOffered(const QStringList& choices, const QString& row, EPicker picker
         return true;
     }
     if (!choices.isEmpty()) {
-        ShowMessage(picker == EPicker::Category
-                        ? kNoCategorySelected
-                        : QLatin1StringView(CatalogueTextsOf(kind).notFound));
+        ShowMessage(picker == EPicker::Category ? kNoCategorySelected
+                                                : QLatin1StringView(KindOf(kind).item.notFound));
     }
     return false;
 }
@@ -47,7 +45,7 @@ bool ReportDamage(const CLeftOut& leftOut, const CListWords& words) {
 }
 
 QString KindName(EItemKind kind) {
-    return QString::fromLatin1(KindOf(CatalogueOf(kind)).singular);
+    return QString::fromLatin1(KindOf(CatalogueOf(kind)).words.one);
 }
 
 bool CheckProfileExists(CVelmoraDoc& doc, const QString& name) {

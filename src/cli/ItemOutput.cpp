@@ -1,6 +1,6 @@
 #include "cli/ItemOutput.h"
 
-#include "catalogue/items/CatalogueTexts.h"
+#include "catalogue/items/CatalogueKinds.h"
 #include "cli/CommonArguments.h"
 #include "cli/TableOutput.h"
 #include "platform/NumberText.h"
@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 bool ReportUnread(ECatalogueKind kind) {
-    ShowMessage(QString::fromLatin1(CatalogueTextsOf(kind).cannotLoad));
+    ShowMessage(QString::fromLatin1(KindOf(kind).item.cannotLoad));
     return false;
 }
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "catalogue/items/CatalogueTexts.h"
+#include "catalogue/items/CatalogueKinds.h"
 #include "exercise/ExerciseRules.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
@@ -124,7 +124,7 @@ void CExerciseForm::ClearExercise(const QString& name) {
 bool CExerciseForm::Load(int position) {
     CExerciseItem exercise;
     if (!Doc().Database().Exlib().Read(position, exercise)) {
-        ShowInformation(QString::fromLatin1(CatalogueTextsOf(kKind).cannotLoad));
+        ShowInformation(QString::fromLatin1(KindOf(kKind).item.cannotLoad));
         return false;
     }
     m_picked = exercise;

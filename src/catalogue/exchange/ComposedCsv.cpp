@@ -12,35 +12,6 @@ constexpr int kFirstValue = 5;
 /// One more than there are nutrients.
 constexpr int kValuesRead = kNutrientCount + 1;
 
-constexpr CCsvManners kManners = {0, true, "Too many errors. Import stopped."};
-
-/// What the two kinds say and are called in the file.
-struct CComposedWords {
-    const char* marker;
-    const char* item;  ///< item type of a menu (recipe) line
-    const char* header;
-    const char* invalidName;
-    const char* noOwner;
-};
-constexpr CComposedWords kMenuWords = {
-    "<Menus>",
-    "Menu",
-    "NDB_No,Item type,Category,Menu name,Food name",
-    "Invalid menu name in line %d. Skipped.",
-    "Cannot find menu for food in line %d. Skipped.",
-};
-constexpr CComposedWords kRecipeWords = {
-    "<Recipes>",
-    "Recipe",
-    "NDB_No,Item type,Category,Recipe name,Food name",
-    "Invalid recipe name in line %d. Skipped.",
-    "Cannot find recipe for food in line %d. Skipped.",
-};
-
-const CComposedWords& WordsOf(ECatalogueKind kind) {
-    return kind == ECatalogueKind::Menus ? kMenuWords : kRecipeWords;
-}
-
 CCsvVerdict Error(const char* message) {
     return {ECsvLine::Error, message};
 }
@@ -57,17 +28,10 @@ bool HasLength(QStringView field, int most) {
 CComposedCsv::CComposedCsv(CDatabase& database, ECatalogueKind kind, const QString& folder)
     : m_database(database),
       m_kind(kind),
+      m_texts(KindOf(kind).exchange),
       m_categories(database, kind, folder),
       m_existing(database, kind),
       m_item(kind) {}
-
-const char* CComposedCsv::Marker() const {
-    return WordsOf(m_kind).marker;
-}
-
-const CCsvManners& CComposedCsv::Manners() const {
-    return kManners;
-}
 
 CCsvVerdict CComposedCsv::ReadLine(QStringView line) {
     CCsvFields fields(line);
@@ -99,7 +63,7 @@ std::optional<CCsvVerdict> CComposedCsv::ReadItemType(const std::optional<QStrin
     if (!field) {
         return WrongFieldCount(1);
     }
-    const bool isOwner = *field == QLatin1StringView(WordsOf(m_kind).item);
+    const bool isOwner = *field == QLatin1StringView(m_texts.itemType);
     if (!isOwner && *field != "Food"_L1 && *field != "Recipe"_L1) {
         return Error("Invalid item type in line %d. Skipped.");
     }
@@ -125,11 +89,11 @@ std::optional<CCsvVerdict> CComposedCsv::ReadOwnerNames(CCsvFields& fields) {
         return WrongFieldCount(3);
     }
     if (!HasLength(*name, kLongestText)) {
-        return Fatal(WordsOf(m_kind).invalidName);
+        return Fatal(m_texts.invalidName);
     }
     m_item.SetName(name->toString());  // cut to what a record holds
     if (m_isComponent && !FindOwner(m_categoryName, m_item.GetName())) {
-        return Fatal(WordsOf(m_kind).noOwner);
+        return Fatal(m_texts.noOwner);
     }
     if (m_isComponent && m_refused.contains({m_categoryName, m_item.GetName()})) {
         return CCsvVerdict{};
@@ -205,7 +169,7 @@ void CComposedCsv::NoteRefused(QStringView line) {
     const bool isComponent = itemType == "Food"_L1 || itemType == "Recipe"_L1;
     // A line of no known type is a menu's (recipe's) own when it names no food.
     const bool isOwner =
-        itemType == QLatin1StringView(WordsOf(m_kind).item) || (!isComponent && next().isEmpty());
+        itemType == QLatin1StringView(m_texts.itemType) || (!isComponent && next().isEmpty());
     if (isOwner) {
         m_refused.insert({category, m_item.GetName()});
     }
@@ -270,7 +234,7 @@ EStored CComposedCsv::StoreOwner(EExisting existing) {
 }
 
 void CComposedCsv::WriteHeader(CCsvLineWriter& line) {
-    line.Raw(WordsOf(m_kind).header);
+    line.Raw(m_texts.columns);
     for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
         line.Raw(QByteArray(",").append(NutrientNamesOf(nutrient).csvName));
     }
@@ -307,7 +271,7 @@ void CComposedCsv::WriteRecord(CCsvLineWriter& line, const CComposedItem& record
     const bool isOwner = &record == &owner;
     line.Raw(QByteArray::number(owner.GetItemId()) + ',');
     if (isOwner) {
-        line.Raw(WordsOf(m_kind).item);
+        line.Raw(m_texts.itemType);
         line.Raw(",");
     } else if (record.GetItemKind() == EItemKind::Food) {
         line.Raw("Food,");

@@ -7,6 +7,7 @@
 #include "catalogue/exchange/CsvLayout.h"
 #include "catalogue/exchange/ExistingItems.h"
 #include "catalogue/exchange/ImportedCategories.h"
+#include "catalogue/items/CatalogueKinds.h"
 
 /// Menus are written in 61 columns and recipes in 62, and read with one column more, between the
 /// nutrients and the serving: files are read by field position, and the difference is kept. That
@@ -19,8 +20,6 @@ class CComposedCsv : public CCsvLayout {
   public:
     CComposedCsv(CDatabase& database, ECatalogueKind kind, const QString& folder);
 
-    [[nodiscard]] const char* Marker() const override;
-    [[nodiscard]] const CCsvManners& Manners() const override;
     CCsvVerdict ReadLine(QStringView line) override;
     EStored Store(EExisting existing) override;
     void WriteHeader(CCsvLineWriter& line) override;
@@ -60,6 +59,7 @@ class CComposedCsv : public CCsvLayout {
 
     CDatabase& m_database;
     ECatalogueKind m_kind;
+    const CKindExchange& m_texts;
     CImportedCategories m_categories;
     CExistingItems m_existing;
     CComposedItem m_item;

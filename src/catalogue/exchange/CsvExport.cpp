@@ -22,7 +22,7 @@ class CExportRun {
     bool WriteItem(int position, PropertyList& properties);
 
     CDatabase& m_database;
-    const CCatalogueKind& m_words;
+    const CCatalogueKind& m_kind;
     bool m_all;
     std::vector<int> m_positions;
     int m_count;
@@ -36,16 +36,15 @@ class CExportRun {
 
 CExportRun::CExportRun(CDatabase& database, ECatalogueKind kind, const CExportRequest& request)
     : m_database(database),
-      m_words(KindOf(kind)),
+      m_kind(KindOf(kind)),
       m_all(request.choice == EExportChoice::All),
       m_positions(request.positions),
       m_layout(MakeCsvLayout(database, kind, QString())) {
     if (request.choice == EExportChoice::CurrentCategory) {
         m_positions.clear();
-        // Of exercises the list's rows are exported, of all others the category.
         const CCategoryList list = database.Catalogue().FillCategoryList(
             kind, request.categoryId,
-            kind == ECatalogueKind::Exercises ? kCatalogueListCapacity : kNoCapacity);
+            m_kind.exchange.exportsListedRows ? kCatalogueListCapacity : kNoCapacity);
         for (const CCategoryListEntry& entry : list.entries) {
             m_positions.push_back(entry.position);
         }
@@ -60,9 +59,9 @@ bool CExportRun::HasItems() const {
     if (m_count > 0) {
         return true;
     }
-    ShowMessage(
-        {FormatText("There are no %s found to export."_L1, {QString::fromLatin1(m_words.plural)}),
-         EMessageIcon::Plain, LeftOutText()});
+    ShowMessage({FormatText("There are no %s found to export."_L1,
+                            {QString::fromLatin1(m_kind.words.many)}),
+                 EMessageIcon::Plain, LeftOutText()});
     return false;
 }
 
@@ -71,12 +70,12 @@ bool CExportRun::Run(const QString& path) {
         ShowMessage(u"Cannot create file."_s);
         return false;
     }
-    const QString plural = QString::fromLatin1(m_words.plural);
+    const QString plural = QString::fromLatin1(m_kind.words.many);
     m_progress = CreateProgress(u"Velmora: Export"_s);
     m_progress->SetStatus(FormatText("Exporting %s..."_L1, {plural}));
     m_progress->SetRange(0, m_count, 1);
     m_progress->Show();
-    m_file.WriteLine(QString::fromLatin1(m_layout->Marker()));
+    m_file.WriteLine(QString::fromLatin1(m_kind.exchange.marker));
     m_layout->WriteHeader(m_line);
     WriteItems();
     const bool whole = !m_progress->IsCancelled();
@@ -90,7 +89,7 @@ bool CExportRun::Run(const QString& path) {
     if (whole) {
         m_leftOut.damaged += m_count - m_written;  // these could not be read
     }
-    if (whole || m_layout->Manners().countsCancelled) {
+    if (whole || m_kind.exchange.countsCancelled) {
         ShowMessage({FormatText("Exported %d %s."_L1, {m_written, plural}), EMessageIcon::Result,
                      LeftOutText()});
     }
@@ -99,7 +98,7 @@ bool CExportRun::Run(const QString& path) {
 }
 
 QString CExportRun::LeftOutText() const {
-    const QString items = ::LeftOutText(m_leftOut, {m_words.singular, m_words.plural}, m_written,
+    const QString items = ::LeftOutText(m_leftOut, m_kind.words, m_written,
                                         "Only %s of %s %s are listed and exported.");
     const QString parts = DamageText(m_layout->LeftOutParts(), kComponentWords);
     return items.isEmpty() || parts.isEmpty() ? items + parts : items + u' ' + parts;
@@ -121,7 +120,7 @@ void CExportRun::ReportLosses() const {
 }
 
 void CExportRun::WriteItems() {
-    CItemDatabaseBase& items = m_database.Items(m_words.kind);
+    CItemDatabaseBase& items = m_database.Items(m_kind.code);
     if (m_all) {
         items.ForEachFrom(0, [this](int position, PropertyList& properties) {
             return position < m_count && WriteItem(position, properties);
@@ -148,14 +147,14 @@ bool CExportRun::WriteItem(int position, PropertyList& properties) {
     // A list that is refused is left as it was.
     if (!m_layout->WriteItem(m_line, properties, m_written)) {
         ReportWrongPropertyCount(position, properties,
-                                 m_database.Items(m_words.kind).GetLayout().Count());
+                                 m_database.Items(m_kind.code).GetLayout().Count());
         return true;
     }
     ++m_written;
     m_progress->Step();
     m_progress->Pump();
     if (m_progress->IsCancelled()) {
-        if (m_layout->Manners().hidesProgress) {
+        if (m_kind.exchange.hidesProgress) {
             m_progress->Hide();
         }
         ShowMessage(u"Export cancelled."_s);
@@ -175,7 +174,7 @@ bool ExportCatalogue(CDatabase& database, ECatalogueKind kind, const CExportRequ
         return false;
     }
     const QString path = ChooseFileToSave(
-        CsvFileChoice(FormatText("Export %s"_L1, {QString::fromLatin1(KindOf(kind).plural)})));
+        CsvFileChoice(FormatText("Export %s"_L1, {QString::fromLatin1(KindOf(kind).words.many)})));
     return !path.isEmpty() && run.Run(path);
 }
 

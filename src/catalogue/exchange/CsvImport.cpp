@@ -23,7 +23,7 @@ class CImportRun {
   public:
     CImportRun(CDatabase& database, ECatalogueKind kind, EExisting existing, const QString& path)
         : m_database(database),
-          m_words(KindOf(kind)),
+          m_kind(KindOf(kind)),
           m_existing(existing),
           m_path(path),
           m_layout(MakeCsvLayout(database, kind, FolderOf(path))) {}
@@ -40,11 +40,11 @@ class CImportRun {
     void ReportStoreFailure() const;
     void ReportSummary() const;
     [[nodiscard]] int ShownLineNumber() const {
-        return m_lineNumber + m_layout->Manners().lineNumberShift;
+        return m_lineNumber + m_kind.exchange.lineNumberShift;
     }
 
     CDatabase& m_database;
-    const CCatalogueKind& m_words;
+    const CCatalogueKind& m_kind;
     EExisting m_existing;
     QString m_path;
     std::unique_ptr<CCsvLayout> m_layout;
@@ -69,7 +69,8 @@ bool CImportRun::Run() {
         return false;
     }
     m_progress = CreateProgress(u"Velmora: Import"_s);
-    m_progress->SetStatus(FormatText("Importing %s..."_L1, {QString::fromLatin1(m_words.plural)}));
+    m_progress->SetStatus(
+        FormatText("Importing %s..."_L1, {QString::fromLatin1(m_kind.words.many)}));
     m_progress->SetRange(0, m_file.GetLength(), 1);
     m_progress->Show();
     m_layout->SetProgress(m_progress.get());
@@ -107,7 +108,7 @@ bool CImportRun::ReadLine() {
 bool CImportRun::ReadToMarker() {
     while (ReadLine()) {
         const std::optional<QStringView> field = CCsvFields(m_line).Next();
-        if (field && field->contains(QLatin1StringView(m_layout->Marker()))) {
+        if (field && field->contains(QLatin1StringView(m_kind.exchange.marker))) {
             return true;
         }
         if (ShowProgress()) {
@@ -189,7 +190,7 @@ void CImportRun::Report(const CCsvVerdict& verdict) {
     m_errors = verdict.isFatal ? kFatalErrors : m_errors + 1;
     const QLatin1StringView message(verdict.message);
     const bool namesCount = verdict.fieldCount >= 0;
-    const bool hides = namesCount || m_layout->Manners().hidesProgress;
+    const bool hides = namesCount || m_kind.exchange.hidesProgress;
     if (hides) {
         m_progress->Hide();
     }
@@ -217,12 +218,12 @@ bool CImportRun::CommitGroup() {
 void CImportRun::ReportStoreFailure() const {
     m_database.GetStore().ShowFailure(
         FormatText("Cannot add %s from line %d."_L1,
-                   {QString::fromLatin1(m_words.singular), ShownLineNumber()}));
-    ShowMessage(QString::fromLatin1(m_layout->Manners().afterFailure));
+                   {QString::fromLatin1(m_kind.words.one), ShownLineNumber()}));
+    ShowMessage(QString::fromLatin1(m_kind.exchange.afterFailure));
 }
 
 void CImportRun::ReportSummary() const {
-    const QString plural = QString::fromLatin1(m_words.plural);
+    const QString plural = QString::fromLatin1(m_kind.words.many);
     QString summary = FormatText("Imported %d %s."_L1, {m_imported, plural});
     if (m_existing == EExisting::Overwrite && m_replaced > 0) {
         summary += FormatText(" Replaced %d existing %s."_L1, {m_replaced, plural});
@@ -235,7 +236,7 @@ void CImportRun::ReportSummary() const {
 
 bool ImportCatalogue(CDatabase& database, ECatalogueKind kind, EExisting existing) {
     const QString path = ChooseFileToOpen(
-        CsvFileChoice(FormatText("Import %s"_L1, {QString::fromLatin1(KindOf(kind).plural)})));
+        CsvFileChoice(FormatText("Import %s"_L1, {QString::fromLatin1(KindOf(kind).words.many)})));
     return !path.isEmpty() && ImportCatalogueFile(database, kind, existing, path);
 }
 

@@ -1,5 +1,6 @@
 // What one kind of the catalogue adds to the exchange: its lines and what they mean. The runs of
-// CsvImport and CsvExport know nothing else of a kind, so a further kind is one more layout.
+// CsvImport and CsvExport know nothing else of a kind but its words and manners (CKindExchange),
+// so a further kind is one more layout.
 #pragma once
 
 #include <memory>
@@ -37,14 +38,6 @@ enum class EStored {
     Failed,
 };
 
-/// Where the kinds report differently.
-struct CCsvManners {
-    int lineNumberShift;          ///< added to a line's position in the file, counted from 1
-    bool hidesProgress;           ///< while each of its messages shows
-    const char* afterFailure;     ///< said after an item that could not be stored
-    bool countsCancelled = true;  ///< a cancelled export still says how many it wrote
-};
-
 /// One layout serves one run. It holds the item that is being read or written, so that nothing is
 /// made anew for every line.
 class CCsvLayout {
@@ -53,9 +46,6 @@ class CCsvLayout {
     virtual ~CCsvLayout() = default;
     CCsvLayout(const CCsvLayout&) = delete;
     CCsvLayout& operator=(const CCsvLayout&) = delete;
-
-    [[nodiscard]] virtual const char* Marker() const = 0;
-    [[nodiscard]] virtual const CCsvManners& Manners() const = 0;
 
     /// Shown while the layout reads; null where there is none.
     void SetProgress(CProgress* progress) { m_progress = progress; }

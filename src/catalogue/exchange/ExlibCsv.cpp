@@ -6,14 +6,7 @@ namespace {
 CCsvVerdict Error(const char* message) {
     return {ECsvLine::Error, message};
 }
-
-// As with foods, messages name the line after the offending one; kept.
-constexpr CCsvManners kManners = {1, false, "Import stopped.", false};
 }  // namespace
-
-const CCsvManners& CExlibCsv::Manners() const {
-    return kManners;
-}
 
 CCsvVerdict CExlibCsv::ReadLine(QStringView line) {
     CCsvFields fields(line);
@@ -34,11 +27,11 @@ CCsvVerdict CExlibCsv::ReadLine(QStringView line) {
     m_exercise.SetCategoryId(CategoryIdOf(*category));
     const QStringView name = fields.Next().value_or(QStringView());
     if (name.isEmpty()) {
-        return Error("Invalid exercise name in line %d. Skipped.");
+        return Error(Texts().invalidName);
     }
     const QStringView type = fields.Next().value_or(QStringView());
     if (type.isEmpty()) {
-        return Error("Invalid exercise type in line %d. Skipped.");
+        return Error(Texts().invalidType);
     }
     m_exercise.SetName(CutImportedText(name));
     m_exercise.SetType(CutImportedText(type));
@@ -48,7 +41,8 @@ CCsvVerdict CExlibCsv::ReadLine(QStringView line) {
 }
 
 void CExlibCsv::WriteHeader(CCsvLineWriter& line) {
-    line.Raw("NDB_No,Category,Exercise name,Exercise type,Energy (MET),Energy (kcal/min)");
+    line.Raw(Texts().columns);
+    line.Raw(",Energy (MET),Energy (kcal/min)");
     line.EndLine();
 }
 

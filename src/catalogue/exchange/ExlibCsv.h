@@ -8,8 +8,6 @@ class CExlibCsv : public CTypedItemsCsv {
     CExlibCsv(CDatabase& database, const QString& folder)
         : CTypedItemsCsv(database, ECatalogueKind::Exercises, folder) {}
 
-    [[nodiscard]] const char* Marker() const override { return "<Exercises>"; }
-    [[nodiscard]] const CCsvManners& Manners() const override;
     CCsvVerdict ReadLine(QStringView line) override;
     EStored Store(EExisting existing) override { return StoreTyped(m_exercise, existing); }
     void WriteHeader(CCsvLineWriter& line) override;

@@ -12,17 +12,10 @@ constexpr int kFewestFields = 59;  ///< through the name of serving 1
 CCsvVerdict Error(const char* message) {
     return {ECsvLine::Error, message};
 }
-
-// Foods name the line after the offending one; kept.
-constexpr CCsvManners kManners = {1, false, "Import stopped."};
 }  // namespace
 
 CFoodsCsv::CFoodsCsv(CDatabase& database, const QString& folder)
     : CTypedItemsCsv(database, ECatalogueKind::Foods, folder) {}
-
-const CCsvManners& CFoodsCsv::Manners() const {
-    return kManners;
-}
 
 CCsvVerdict CFoodsCsv::ReadLine(QStringView line) {
     CCsvFields fields(line);
@@ -39,14 +32,14 @@ CCsvVerdict CFoodsCsv::ReadLine(QStringView line) {
         return WrongFieldCount(2);
     }
     if (name->isEmpty()) {
-        return Error("Invalid food name in line %d. Skipped.");
+        return Error(Texts().invalidName);
     }
     const std::optional<QStringView> type = fields.Next();
     if (!type) {
         return WrongFieldCount(3);
     }
     if (type->isEmpty()) {
-        return Error("Invalid food type in line %d. Skipped.");
+        return Error(Texts().invalidType);
     }
     int count = kTextFields + ReadNumbers(fields);
     count += ReadServings(fields);
@@ -90,7 +83,7 @@ int CFoodsCsv::ReadServings(CCsvFields& fields) {
 }
 
 void CFoodsCsv::WriteHeader(CCsvLineWriter& line) {
-    line.Raw("NDB_No,Category,Food name,Food type");
+    line.Raw(Texts().columns);
     for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
         line.Raw(QByteArray(",").append(NutrientNamesOf(nutrient).csvName));
     }

@@ -7,8 +7,6 @@ class CFoodsCsv : public CTypedItemsCsv {
   public:
     CFoodsCsv(CDatabase& database, const QString& folder);
 
-    [[nodiscard]] const char* Marker() const override { return "<Foods>"; }
-    [[nodiscard]] const CCsvManners& Manners() const override;
     CCsvVerdict ReadLine(QStringView line) override;
     EStored Store(EExisting existing) override { return StoreTyped(m_food, existing); }
     void WriteHeader(CCsvLineWriter& line) override;

@@ -5,6 +5,7 @@
 #include "catalogue/exchange/CsvLayout.h"
 #include "catalogue/exchange/ExistingItems.h"
 #include "catalogue/exchange/ImportedCategories.h"
+#include "catalogue/items/CatalogueKinds.h"
 
 class CTypedItemsCsv : public CCsvLayout {
   protected:
@@ -48,6 +49,7 @@ class CTypedItemsCsv : public CCsvLayout {
         }
         return EStored::Added;
     }
+    [[nodiscard]] const CKindExchange& Texts() const { return KindOf(m_kind).exchange; }
     /// Empty when there is no such category.
     QString CategoryNameOf(qint32 categoryId) { return m_categories.NameOf(categoryId); }
 

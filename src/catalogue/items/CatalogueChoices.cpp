@@ -3,7 +3,6 @@
 #include "app/LeftOutText.h"
 #include "catalogue/items/CatalogueKinds.h"
 #include "catalogue/items/CatalogueRules.h"
-#include "catalogue/items/CatalogueTexts.h"
 #include "catalogue/items/ChosenFood.h"
 
 #include <algorithm>
@@ -41,29 +40,13 @@ QStringList SortedOnce(QStringList texts) {
     return texts;
 }
 
-template <typename Item>
-bool ReadComposed(CItemDatabase<Item>& items, int position, CFoodItem& food) {
-    Item item;
-    if (!items.Read(position, item)) {
-        return false;
-    }
-    food.Clear();
-    food.SetCategoryId(item.GetParentId());
-    food.SetName(item.GetName());
-    food.SetType(item.GetType());
-    food.SetNutrientValues(item.GetNutrientValues());
-    const QString serving = item.GetServingName();
-    food.SetServingName(0, serving.isEmpty() ? QStringLiteral("1 serving") : serving);
-    return true;
-}
-
 }  // namespace
 
 CPickChoices PickChoices(CDatabase& database, ECatalogueKind kind, EPicker picker,
                          qint32 categoryId, const QString& name, int capacity) {
     CPickChoices choices{{}, QLatin1StringView(RowOf(picker).empty), {}};
     CLeftOut leftOut;
-    CListWords words = {KindOf(kind).singular, KindOf(kind).plural};
+    CListWords words = KindOf(kind).words;
     if (picker == EPicker::Category) {
         choices.rows = CategoryNames(database, kind, &leftOut);
         words = kCategoryWords;
@@ -149,14 +132,21 @@ bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodIte
     if (position < 0) {
         return false;
     }
-    switch (kind) {
-        case ECatalogueKind::Menus:
-            return ReadComposed(database.Menus(), position, food);
-        case ECatalogueKind::Recipes:
-            return ReadComposed(database.Recipes(), position, food);
-        default:
-            return database.Foods().Read(position, food);
+    if (!HasComponents(kind)) {
+        return database.Foods().Read(position, food);
     }
+    CComposedItem item(kind);
+    if (!database.Items(kind).Read(position, item)) {
+        return false;
+    }
+    food.Clear();
+    food.SetCategoryId(item.GetParentId());
+    food.SetName(item.GetName());
+    food.SetType(item.GetType());
+    food.SetNutrientValues(item.GetNutrientValues());
+    const QString serving = item.GetServingName();
+    food.SetServingName(0, serving.isEmpty() ? QStringLiteral("1 serving") : serving);
+    return true;
 }
 
 qint32 CategoryOfComponent(CDatabase& database, const CComposedItem& component) {

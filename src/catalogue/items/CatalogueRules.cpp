@@ -44,21 +44,19 @@ std::vector<int> PositionsOf(const CCatalogueRules::Entries& entries, bool desce
 }  // namespace
 
 CCatalogueRules::CCatalogueRules(CDatabase& database, ECatalogueKind kind)
-    : m_database(database),
-      m_texts(CatalogueTextsOf(kind)),
-      m_namesType(CatalogueLayoutOf(kind).namesType) {}
+    : m_database(database), m_kind(KindOf(kind)), m_namesType(m_kind.Layout().namesType) {}
 
 qint32 CCatalogueRules::AddCategory(const QString& name) {
     CCategory category;
-    category.SetKind(m_texts.kind);
+    category.SetKind(m_kind.code);
     category.SetName(name);
-    if (m_database.Categories().Find(m_texts.kind, category.GetName()) >= 0) {
+    if (m_database.Categories().Find(m_kind.code, category.GetName()) >= 0) {
         ShowExists(category.GetName());
         return -1;
     }
     // The store does not tell whether the record was written.
     if (!m_database.Categories().AddOrUpdate(-1, category) ||
-        m_database.Categories().Find(m_texts.kind, category.GetId()) < 0) {
+        m_database.Categories().Find(m_kind.code, category.GetId()) < 0) {
         ShowMessage(u"Cannot create new category"_s);
         return -1;
     }
@@ -67,7 +65,7 @@ qint32 CCatalogueRules::AddCategory(const QString& name) {
 
 bool CCatalogueRules::RenameCategory(qint32 categoryId, const QString& typed) {
     const QString name = typed.trimmed();
-    const int position = m_database.Categories().Find(m_texts.kind, categoryId);
+    const int position = m_database.Categories().Find(m_kind.code, categoryId);
     CCategory category;
     if (name.isEmpty()) {
         ShowMessage(u"Please enter category name."_s);
@@ -81,25 +79,25 @@ bool CCatalogueRules::RenameCategory(qint32 categoryId, const QString& typed) {
     if (category.GetName() == oldName) {
         return true;
     }
-    if (m_database.Categories().Find(m_texts.kind, category.GetName()) >= 0) {
+    if (m_database.Categories().Find(m_kind.code, category.GetName()) >= 0) {
         return ShowExists(category.GetName());
     }
     // A write that failed shows in the list, which keeps the old name.
     return m_database.Categories().AddOrUpdate(position, category) &&
-           m_database.Categories().NameOf(m_texts.kind, categoryId) == category.GetName();
+           m_database.Categories().NameOf(m_kind.code, categoryId) == category.GetName();
 }
 
 bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
     const int position =
-        categoryId < 0 ? kNoPosition : m_database.Categories().Find(m_texts.kind, categoryId);
+        categoryId < 0 ? kNoPosition : m_database.Categories().Find(m_kind.code, categoryId);
     if (position < 0) {
-        ShowMessage(m_database.Categories().List(m_texts.kind).empty()
+        ShowMessage(m_database.Categories().List(m_kind.code).empty()
                         ? kNoCategorySelected
                         : "Please select category to delete."_L1);
         return false;
     }
-    if (!AskYesNo(FormatText(QLatin1StringView(m_texts.confirmDeleteCategory),
-                             {m_database.Categories().NameOf(m_texts.kind, categoryId)}))) {
+    if (!AskYesNo(FormatText(QLatin1StringView(m_kind.category.confirmDelete),
+                             {m_database.Categories().NameOf(m_kind.code, categoryId)}))) {
         return false;
     }
     const CWaitCursor wait;
@@ -108,7 +106,7 @@ bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
         const bool isEmptied = DeleteItemsOf(categoryId);
         if (!isEmptied) {
             ShowMessage(QString::fromLatin1(
-                m_texts.cannotEmptyCategory));  // and the category goes all the same
+                m_kind.category.cannotEmpty));  // and the category goes all the same
         }
         isDeleted = m_database.Categories().Delete(position);
         if (!isDeleted) {
@@ -123,14 +121,14 @@ bool CCatalogueRules::DeleteItemsOf(qint32 categoryId) {
     const std::optional<CPositionRange> range = Items().RangeOf(categoryId);
     bool areDeleted = range.has_value();
     for (int left = areDeleted ? range->count : 0; areDeleted && left > 0; --left) {
-        areDeleted = m_database.DeleteItem(m_texts.kind, range->first + left - 1);
+        areDeleted = m_database.DeleteItem(m_kind.code, range->first + left - 1);
     }
     return areDeleted;
 }
 
 bool CCatalogueRules::MayAddItem(qint32 categoryId) {
-    if (m_database.Categories().List(m_texts.kind).empty()) {
-        ShowMessage(QString::fromLatin1(m_texts.noCategoryForItem));
+    if (m_database.Categories().List(m_kind.code).empty()) {
+        ShowMessage(QString::fromLatin1(m_kind.category.noneForItem));
         return false;
     }
     if (categoryId < 0) {
@@ -141,29 +139,29 @@ bool CCatalogueRules::MayAddItem(qint32 categoryId) {
 }
 
 bool CCatalogueRules::MayEdit(const Entries& selected) {
-    return CheckSelection(m_texts.edit, static_cast<int>(selected.size()));
+    return CheckSelection(m_kind.item.edit, static_cast<int>(selected.size()));
 }
 
 int CCatalogueRules::Delete(const Entries& selected) {
     const auto count = static_cast<int>(selected.size());
-    if (!CheckSelection(m_texts.remove, count) ||
-        !ConfirmFor(m_texts.confirmDelete, count, NamesOf(selected.front()))) {
+    if (!CheckSelection(m_kind.item.remove, count) ||
+        !ConfirmFor(m_kind.item.confirmDelete, count, NamesOf(selected.front()))) {
         return 0;
     }
     // From the last on: a deletion moves everything behind it.
     return ActOnEach(
         m_database.GetStore(), PositionsOf(selected, true),
-        [this](int position) { return m_database.DeleteItem(m_texts.kind, position); },
-        QString::fromLatin1(m_texts.cannotDelete));
+        [this](int position) { return m_database.DeleteItem(m_kind.code, position); },
+        QString::fromLatin1(m_kind.item.cannotDelete));
 }
 
 std::vector<CCategoryEntry> CCatalogueRules::MoveTargets(const Entries& selected) {
-    if (!CheckSelection(m_texts.move, static_cast<int>(selected.size()))) {
+    if (!CheckSelection(m_kind.item.move, static_cast<int>(selected.size()))) {
         return {};
     }
-    std::vector<CCategoryEntry> targets = m_database.Categories().List(m_texts.kind);
+    std::vector<CCategoryEntry> targets = m_database.Categories().List(m_kind.code);
     if (targets.size() <= 1) {
-        ShowMessage(QString::fromLatin1(m_texts.onlyOneCategory));
+        ShowMessage(QString::fromLatin1(m_kind.item.onlyOneCategory));
         return {};
     }
     std::erase_if(targets, [&](const CCategoryEntry& category) {
@@ -181,8 +179,8 @@ int CCatalogueRules::Move(const Entries& selected, const CCategoryEntry& target)
     const auto count = static_cast<int>(selected.size());
     const QString question =
         count == 1
-            ? FormatText(QLatin1StringView(m_texts.confirmMove.one), names)
-            : FormatText(QLatin1StringView(m_texts.confirmMove.several), {count, target.name});
+            ? FormatText(QLatin1StringView(m_kind.item.confirmMove.one), names)
+            : FormatText(QLatin1StringView(m_kind.item.confirmMove.several), {count, target.name});
     if (!AskYesNo(question)) {
         return 0;
     }
@@ -198,13 +196,13 @@ int CCatalogueRules::Move(const Entries& selected, const CCategoryEntry& target)
         Texts failedNames =
             NamesOf(*std::ranges::find(selected, failed, &CCategoryListEntry::position));
         failedNames.emplace_back(target.name);
-        ShowMessage(FormatText(QLatin1StringView(m_texts.cannotMove), failedNames));
+        ShowMessage(FormatText(QLatin1StringView(m_kind.item.cannotMove), failedNames));
     }
     return moved;
 }
 
 bool CCatalogueRules::MoveItem(int position, qint32 categoryId) {
-    CCatalogueItem item(m_texts.kind);
+    CCatalogueItem item(m_kind.code);
     if (!Items().Read(position, item)) {
         return false;
     }
@@ -213,14 +211,14 @@ bool CCatalogueRules::MoveItem(int position, qint32 categoryId) {
 }
 
 int CCatalogueRules::Duplicate(const Entries& selected) {
-    if (!CheckSelection(m_texts.duplicate, static_cast<int>(selected.size())) ||
-        !AskYesNo(
-            FormatText(QLatin1StringView(m_texts.confirmDuplicate), NamesOf(selected.front())))) {
+    if (!CheckSelection(m_kind.item.duplicate, static_cast<int>(selected.size())) ||
+        !AskYesNo(FormatText(QLatin1StringView(m_kind.item.confirmDuplicate),
+                             NamesOf(selected.front())))) {
         return -1;
     }
     // Menus and recipes share the wording of foods.
     const int position = selected.front().position;
-    CCatalogueItem copy(m_texts.kind);
+    CCatalogueItem copy(m_kind.code);
     if (!Items().Read(position, copy)) {
         ShowMessage(u"Cannot load food to duplicate."_s);
         return -1;
@@ -235,21 +233,20 @@ int CCatalogueRules::Duplicate(const Entries& selected) {
     } else {
         copy.SetName(text);
     }
-    const bool isAdded = HasComponents(m_texts.kind)
-                             ? m_database.Composed().AddCopy(m_texts.kind, position, text)
+    const bool isAdded = HasComponents(m_kind.code)
+                             ? m_database.Composed().AddCopy(m_kind.code, position, text)
                              : Items().Write(-1, copy);
     if (!isAdded) {
         ShowMessage(u"Cannot duplicate food."_s);
         return -1;
     }
-    return m_database.Catalogue().FindItem(m_texts.kind, copy.GetCategoryId(), copy.GetName(),
-                                           copy.GetType());
+    return m_database.Catalogue().FindItem(m_kind.code, copy.GetCategoryId(), copy.GetName(), copy.GetType());
 }
 
 /// Every record of the category is looked at once, whatever the number of copies.
 QString CCatalogueRules::FreeCopyText(const CCatalogueItem& item) {
     QSet<QString> taken;
-    ForEachItemOf(m_database, m_texts.kind, item.GetCategoryId(),
+    ForEachItemOf(m_database, m_kind.code, item.GetCategoryId(),
                   [&](int, const QString& name, const QString& type) {
                       if (!m_namesType) {
                           taken.insert(name);
@@ -257,7 +254,7 @@ QString CCatalogueRules::FreeCopyText(const CCatalogueItem& item) {
                           taken.insert(type);
                       }
                   });
-    const CCatalogueLayout& numbers = CatalogueLayoutOf(m_texts.kind);
+    const CCatalogueLayout& numbers = m_kind.Layout();
     const auto property = static_cast<size_t>(m_namesType ? numbers.type : numbers.name);
     // As much as the record and a file keep.
     const int room = std::min(numbers.layout.properties[property].capacity, kLongestText);
@@ -274,11 +271,11 @@ QString CCatalogueRules::FreeCopyText(const CCatalogueItem& item) {
 
 QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
                                      const QString& typed) {
-    CCatalogueItem item(m_texts.kind);
+    CCatalogueItem item(m_kind.code);
     item.SetName(typed.trimmed());
     QString name = item.GetName();
     if (name.isEmpty()) {
-        ShowMessage(QString::fromLatin1(m_texts.noNewName));
+        ShowMessage(QString::fromLatin1(m_kind.rename.noNewName));
         return {};
     }
     if (name == oldName) {
@@ -296,7 +293,7 @@ QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
         },
         QString());
     if (renamed < static_cast<int>(positions.size())) {
-        ShowMessage(QString::fromLatin1(m_texts.cannotRename));
+        ShowMessage(QString::fromLatin1(m_kind.rename.cannotRename));
         return {};
     }
     return name;
@@ -304,7 +301,7 @@ QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
 
 CCategoryList CCatalogueRules::ItemsOfName(qint32 categoryId, const QString& name) {
     CCategoryList list;
-    list.leftOut = ForEachItemOf(m_database, m_texts.kind, categoryId,
+    list.leftOut = ForEachItemOf(m_database, m_kind.code, categoryId,
                                  [&](int position, const QString& found, const QString& type) {
                                      if (found == name) {
                                          list.entries.push_back({position, categoryId, name, type});

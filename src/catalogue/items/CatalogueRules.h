@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "catalogue/items/CatalogueTexts.h"
+#include "catalogue/items/CatalogueKinds.h"
 #include "store/Database.h"
 
 /// Items are given as list entries, whose positions must be current. All records that one command
@@ -51,7 +51,7 @@ class CCatalogueRules {
   private:
     using Texts = std::vector<CTextArgument>;
 
-    CItemDatabaseBase& Items() { return m_database.Items(m_texts.kind); }
+    CItemDatabaseBase& Items() { return m_database.Items(m_kind.code); }
     [[nodiscard]] Texts NamesOf(const CCategoryListEntry& entry) const;
     bool DeleteItemsOf(qint32 categoryId);
     bool MoveItem(int position, qint32 categoryId);
@@ -59,6 +59,6 @@ class CCatalogueRules {
     QString FreeCopyText(const CCatalogueItem& item);
 
     CDatabase& m_database;
-    const CCatalogueTexts& m_texts;
+    const CCatalogueKind& m_kind;
     bool m_namesType;
 };

@@ -1,20 +1,6 @@
 #include "catalogue/items/CatalogueViewSettings.h"
 
-namespace {
-/// Places of the values among the six of the record; -1 where the kind has no such value.
-struct CPlaces {
-    int namesInTree;
-    int splitterPerMille;
-    int confirmServingChange;
-    int starterOffered;
-};
-constexpr CPlaces kFoodsPlaces = {1, 2, 0, 3};
-constexpr CPlaces kExercisesPlaces = {0, 1, -1, -1};
-
-const CPlaces& PlacesOf(ECatalogueKind kind) {
-    return kind == ECatalogueKind::Exercises ? kExercisesPlaces : kFoodsPlaces;
-}
-}  // namespace
+#include "catalogue/items/CatalogueKinds.h"
 
 CCatalogueViewSettings CCatalogueViewSettings::Load(CDatabase& database, ECatalogueKind kind) {
     CCatalogueViewSettings result;
@@ -22,20 +8,22 @@ CCatalogueViewSettings CCatalogueViewSettings::Load(CDatabase& database, ECatalo
     if (!database.ViewSettings(kind).Read(stored)) {
         return result;
     }
-    const CPlaces& places = PlacesOf(kind);
-    const auto read = [&](int place, bool& flag) {
-        flag = place < 0 ? flag : stored.GetSetting(place) != 0;
+    const CSettingPlaces& places = KindOf(kind).settings;
+    const auto value = [&](int place, int otherwise) {
+        return place < 0 ? otherwise : int{stored.GetSetting(place)};
     };
-    read(places.namesInTree, result.namesInTree);
-    read(places.confirmServingChange, result.confirmServingChange);
-    read(places.starterOffered, result.starterOffered);
-    result.splitterPerMille = qBound<int>(0, stored.GetSetting(places.splitterPerMille), 1000);
+    result.namesInTree = value(places.namesInTree, result.namesInTree) != 0;
+    result.confirmServingChange =
+        value(places.confirmServingChange, result.confirmServingChange) != 0;
+    result.starterOffered = value(places.starterOffered, result.starterOffered) != 0;
+    result.splitterPerMille =
+        qBound(0, value(places.splitterPerMille, result.splitterPerMille), 1000);
     return result;
 }
 
 bool CCatalogueViewSettings::Save(CDatabase& database, ECatalogueKind kind) const {
     CViewSettings stored;
-    const CPlaces& places = PlacesOf(kind);
+    const CSettingPlaces& places = KindOf(kind).settings;
     const auto write = [&](int place, int value) {
         if (place >= 0) {
             stored.SetSetting(place, static_cast<qint16>(value));

@@ -1,14 +1,12 @@
 #include "catalogue/items/ChosenFood.h"
 
+#include "catalogue/items/CatalogueKinds.h"
+
+#include <algorithm>
+
 ECatalogueKind CatalogueOf(EItemKind kind) {
-    switch (kind) {
-        case EItemKind::Menu:
-            return ECatalogueKind::Menus;
-        case EItemKind::Recipe:
-            return ECatalogueKind::Recipes;
-        default:
-            return ECatalogueKind::Foods;
-    }
+    const auto* const row = std::ranges::find(CatalogueKinds(), kind, &CCatalogueKind::itemKind);
+    return row == CatalogueKinds().end() ? ECatalogueKind::Foods : row->code;
 }
 
 CFoodItem ItemFromEntry(CDatabase& database, const CDietEntry& entry) {

@@ -17,7 +17,7 @@ struct CChosenFood {
     int cataloguePosition = -1;
 };
 
-/// The catalogue that an entry's kind comes from.
+/// The catalogue that an entry's kind comes from; foods for a damaged one.
 ECatalogueKind CatalogueOf(EItemKind kind);
 
 /// The catalogue item that stands for an entry. The category identifier is -1 when the catalogue

@@ -13,6 +13,7 @@
 #include <QTabWidget>
 #include <algorithm>
 
+#include "catalogue/items/CatalogueKinds.h"
 #include "catalogue/items/TextLimits.h"
 #include "controls/Grid.h"
 #include "controls/ReportList.h"
@@ -42,7 +43,7 @@ QVBoxLayout* HeadedPage(QWidget* page, const QString& heading, QWidget* content)
 
 CComposedEditDialog::CComposedEditDialog(CComposedForm& form, CComposedEditServices services,
                                          QWidget* parent)
-    : CDialog(form.GetKind() == ECatalogueKind::Menus ? u"Menu"_s : u"Recipe"_s, parent),
+    : CDialog(QString::fromLatin1(KindOf(form.GetKind()).capitalized), parent),
       m_form(form),
       m_services(std::move(services)) {
     AddFields();
@@ -164,9 +165,7 @@ void CComposedEditDialog::AddRecalculate() {
     m_recalculate = new QPushButton;
     m_recalculate->setObjectName(u"recalculate"_s);
     m_recalculate->setAutoDefault(false);
-    const QString text = m_form.GetKind() == ECatalogueKind::Menus
-                             ? u"Recalculate menu nutrients from foods"_s
-                             : u"Recalculate recipe nutrients from foods"_s;
+    const QString text = QString::fromLatin1(KindOf(m_form.GetKind()).component.recalculate);
     m_recalculate->setAccessibleName(text);
     m_recalculate->setToolTip(text);
     connect(m_recalculate, &QPushButton::clicked, this, &CComposedEditDialog::Recalculate);

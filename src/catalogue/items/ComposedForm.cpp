@@ -2,36 +2,15 @@
 
 #include "app/ListCommands.h"
 #include "catalogue/items/CatalogueChoices.h"
-#include "catalogue/items/CatalogueTexts.h"
+#include "catalogue/items/CatalogueKinds.h"
 #include "platform/NumberText.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-/// What menus and recipes say differently.
-struct CComposedTexts {
-    EItemKind itemKind;
-    const char* noName;
-    const char* exists;
-    CConfirmTexts confirmDelete;
-};
-constexpr CComposedTexts kMenuTexts = {
-    EItemKind::Menu,
-    "Please enter menu name",
-    "Menu '%s' already exists in category '%s'.",
-    {"Are you sure you want to delete food '%s' from menu?",
-     "Are you sure you want to delete %d foods from menu?"},
-};
-constexpr CComposedTexts kRecipeTexts = {
-    EItemKind::Recipe,
-    "Please enter recipe name",
-    "Recipe '%s' already exists in category '%s'.",
-    {"Are you sure you want to delete food '%s' from recipe?",
-     "Are you sure you want to delete %d foods from recipe?"},
-};
-
-const CComposedTexts& TextsOf(ECatalogueKind kind) {
-    return kind == ECatalogueKind::Menus ? kMenuTexts : kRecipeTexts;
+/// Components are called foods, whatever they are.
+const CItemTexts& FoodTexts() {
+    return KindOf(ECatalogueKind::Foods).item;
 }
 }  // namespace
 
@@ -90,7 +69,7 @@ QString CComposedForm::ServingText(int component) const {
 }
 
 bool CComposedForm::MayEditComponent(int selected) {
-    return CheckSelection(kFoodsTexts.edit, selected);
+    return CheckSelection(FoodTexts().edit, selected);
 }
 
 bool CComposedForm::TakeChosen(const CChosenFood& chosen, CComposedItem& component) {
@@ -139,8 +118,8 @@ bool CComposedForm::ReplaceComponent(int component, const CChosenFood& chosen) {
 
 bool CComposedForm::DeleteComponents(const std::vector<int>& selected) {
     const auto count = static_cast<int>(selected.size());
-    if (!CheckSelection(kFoodsTexts.remove, count) ||
-        !ConfirmFor(TextsOf(m_kind).confirmDelete, count,
+    if (!CheckSelection(FoodTexts().remove, count) ||
+        !ConfirmFor(KindOf(m_kind).component.confirmDelete, count,
                     {m_components[static_cast<size_t>(selected.front())].GetName()})) {
         return false;
     }
@@ -151,7 +130,7 @@ bool CComposedForm::DeleteComponents(const std::vector<int>& selected) {
     const int deleted = ActOnEach(
         m_doc.Database().GetStore(), descending,
         [&](int row) { return Items().Delete(positions[static_cast<size_t>(row)]); },
-        QString::fromLatin1(kFoodsTexts.cannotDelete));
+        QString::fromLatin1(FoodTexts().cannotDelete));
     LoadComponents();
     return deleted > 0;
 }
@@ -168,22 +147,22 @@ void CComposedForm::Recalculate() {
 
 bool CComposedForm::Confirm() {
     CDatabase& database = m_doc.Database();
-    const CComposedTexts& texts = TextsOf(m_kind);
+    const CCatalogueKind& kind = KindOf(m_kind);
     if (m_fields.categoryId < 0) {
         ShowMessage(kNoCategorySelected);
         return false;
     }
     CComposedItem item = m_item;
     item.SetParentId(m_fields.categoryId);
-    item.SetItemKind(texts.itemKind);
+    item.SetItemKind(*kind.itemKind);
     item.SetName(m_fields.name.trimmed());  // cut to what the record holds
     if (item.GetName().isEmpty()) {
-        ShowMessage(QString::fromLatin1(texts.noName));
+        ShowMessage(QString::fromLatin1(kind.item.noName));
         return false;
     }
-    if (database.Catalogue().FindItem(m_kind, m_fields.categoryId, item.GetName(), {},
-                                      m_position) >= 0) {
-        ShowMessage(FormatText(QLatin1StringView(texts.exists), {item.GetName(), CategoryText()}));
+    if (database.Catalogue().FindItem(m_kind, m_fields.categoryId, item.GetName(), {}, m_position) >= 0) {
+        ShowMessage(
+            FormatText(QLatin1StringView(kind.item.exists), {item.GetName(), CategoryText()}));
         return false;
     }
     item.SetType({});
@@ -192,9 +171,8 @@ bool CComposedForm::Confirm() {
     item.SetServingX(1.0);
     item.SetInstructions(m_fields.instructions);
     if (!Items().Write(m_position, item)) {
-        const CCatalogueTexts& catalogue = CatalogueTextsOf(m_kind);
         ShowMessage(
-            QString::fromLatin1(m_position < 0 ? catalogue.cannotAdd : catalogue.cannotUpdate));
+            QString::fromLatin1(m_position < 0 ? kind.item.cannotAdd : kind.item.cannotUpdate));
         return false;
     }
     m_item = item;

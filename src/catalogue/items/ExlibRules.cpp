@@ -1,6 +1,6 @@
 #include "catalogue/items/ExlibRules.h"
 
-#include "catalogue/items/CatalogueTexts.h"
+#include "catalogue/items/CatalogueKinds.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
 
@@ -45,6 +45,7 @@ CExlibFields ExlibFieldsOf(const CExerciseItem& item, const CPreferences& prefer
 std::optional<QString> TakeExlibFields(CDatabase& database, const CPreferences& preferences,
                                        const CExlibFields& fields, int position,
                                        CExerciseItem& item) {
+    const CItemTexts& texts = KindOf(kExercises).item;
     const CExlibFields filled = ExlibFieldsOf(item, preferences);
     if (fields.categoryId < 0) {
         return kNoCategorySelected;
@@ -52,15 +53,15 @@ std::optional<QString> TakeExlibFields(CDatabase& database, const CPreferences& 
     item.SetCategoryId(fields.categoryId);
     item.SetName(fields.name.trimmed());
     if (item.GetName().isEmpty()) {
-        return u"Please enter exercise name"_s;
+        return QString::fromLatin1(texts.noName);
     }
     item.SetType(fields.type.trimmed());
     if (item.GetType().isEmpty()) {
-        return u"Please enter exercise type"_s;
+        return QString::fromLatin1(texts.noType);
     }
     if (database.Catalogue().FindItem(kExercises, fields.categoryId, item.GetName(), item.GetType(),
-                                      position) >= 0) {
-        return FormatText("Exercise '%s, %s' already exists in category '%s'."_L1,
+                          position) >= 0) {
+        return FormatText(QLatin1StringView(texts.exists),
                           {item.GetName(), item.GetType(),
                            database.Categories().NameOf(kExercises, fields.categoryId)});
     }

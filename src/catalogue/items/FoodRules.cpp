@@ -1,6 +1,6 @@
 #include "catalogue/items/FoodRules.h"
 
-#include "catalogue/items/CatalogueTexts.h"
+#include "catalogue/items/CatalogueKinds.h"
 #include "platform/Messages.h"
 
 using namespace Qt::StringLiterals;
@@ -11,18 +11,18 @@ EServingMode ServingModeOf(const CFoodItem& food) {
 
 std::optional<QString> CheckFood(CDatabase& database, const CFoodItem& food, EServingMode mode,
                                  int position) {
+    const CItemTexts& texts = KindOf(ECatalogueKind::Foods).item;
     if (food.GetName().isEmpty()) {
-        return u"Please enter food name"_s;
+        return QString::fromLatin1(texts.noName);
     }
     if (food.GetType().isEmpty()) {
-        return u"Please enter food type"_s;
+        return QString::fromLatin1(texts.noType);
     }
     if (database.Catalogue().FindItem(ECatalogueKind::Foods, food.GetCategoryId(), food.GetName(),
-                                      food.GetType(), position) >= 0) {
-        return FormatText(
-            "Food '%s, %s' already exists in category '%s'."_L1,
-            {food.GetName(), food.GetType(),
-             database.Categories().NameOf(ECatalogueKind::Foods, food.GetCategoryId())});
+                          food.GetType(), position) >= 0) {
+        return FormatText(QLatin1StringView(texts.exists),
+                          {food.GetName(), food.GetType(),
+                           database.Categories().NameOf(ECatalogueKind::Foods, food.GetCategoryId())});
     }
     bool hasServing = false;
     std::optional<int> unweighed;

@@ -9,7 +9,7 @@
 #include <QTabBar>
 #include <QTimeEdit>
 
-#include "catalogue/items/CatalogueTexts.h"
+#include "catalogue/items/CatalogueKinds.h"
 #include "controls/Grid.h"
 #include "controls/PickField.h"
 
@@ -25,15 +25,16 @@ constexpr int kServingCharacters = 4;
 constexpr int kAmountCharacters = 7;
 constexpr int kValueCharacters = 11;
 
-/// Tab texts by item kind.
-constexpr const char* kKindNames[] = {"Food", "Menu", "Recipe"};
+const CCatalogueKind& Foods() {
+    return KindOf(ECatalogueKind::Foods);
+}
 
 }  // namespace
 
 CAddFoodDialog::CAddFoodDialog(CAddFoodForm& form, QWidget* parent)
     : CPickDialog(u"Add Food"_s, form,
-                  {kFoodsTexts.findPrompt, CFindDialog::EFields::NameAndType, kFoodsTexts.findTip,
-                   kFoodsTexts.findNextTip},
+                  {Foods().item.findPrompt, CFindDialog::EFields::NameAndType, Foods().tips.find,
+                   Foods().tips.findNext},
                   parent),
       m_form(form) {
     SetPreferredSize(kPreferredWidth, kPreferredHeight);
@@ -63,7 +64,7 @@ void CAddFoodDialog::AddKindTabs() {
     m_kinds->setAccessibleName(u"Kind"_s);
     m_kinds->setDrawBase(false);
     for (const EItemKind kind : m_form.Kinds()) {
-        const int tab = m_kinds->addTab(QLatin1StringView(kKindNames[static_cast<int>(kind)]));
+        const int tab = m_kinds->addTab(QLatin1StringView(KindOf(CatalogueOf(kind)).capitalized));
         if (kind == m_form.GetKind()) {
             m_kinds->setCurrentIndex(tab);
         }

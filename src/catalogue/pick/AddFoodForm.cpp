@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "catalogue/items/CatalogueChoices.h"
-#include "catalogue/items/CatalogueTexts.h"
+#include "catalogue/items/CatalogueKinds.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
 
@@ -198,7 +198,7 @@ bool CAddFoodForm::Confirm() {
     const QString name = NameText().trimmed();
     const QString type = TypeText().trimmed();
     if (name.isEmpty()) {
-        ShowInformation(u"Please enter food name"_s);
+        ShowInformation(QString::fromLatin1(KindOf(ECatalogueKind::Foods).item.noName));
         return false;
     }
     if (m_refuseDuplicates && !CheckDuplicate(name, type)) {
@@ -239,7 +239,7 @@ void CAddFoodForm::ClearItem(const QString& name) {
 bool CAddFoodForm::Load(int position) {
     CFoodItem food;
     if (!ReadAsFood(Doc().Database(), Catalogue(), position, food)) {
-        ShowInformation(QString::fromLatin1(kFoodsTexts.cannotLoad));
+        ShowInformation(QString::fromLatin1(KindOf(ECatalogueKind::Foods).item.cannotLoad));
         return false;
     }
     TakeItem(food);
@@ -310,11 +310,11 @@ bool CAddFoodForm::CheckDuplicate(const QString& name, const QString& type) {
     if (Doc().Database().Catalogue().FindItem(Catalogue(), category, name, type) < 0) {
         return true;
     }
+    const bool isFood = m_food.kind == EItemKind::Food;
     // Recipes share the wording of menus.
-    ShowInformation(
-        m_food.kind == EItemKind::Food
-            ? FormatText("Food '%s, %s' already exists in category '%s'."_L1,
-                         {name, type, CategoryText()})
-            : FormatText("Menu '%s' already exists in category '%s'."_L1, {name, CategoryText()}));
+    const CCatalogueKind& kind = KindOf(isFood ? ECatalogueKind::Foods : ECatalogueKind::Menus);
+    const QLatin1StringView exists(kind.item.exists);
+    ShowInformation(isFood ? FormatText(exists, {name, type, CategoryText()})
+                           : FormatText(exists, {name, CategoryText()}));
     return false;
 }

@@ -1,6 +1,6 @@
 #include "catalogue/pick/PickForm.h"
 
-#include "catalogue/items/CatalogueTexts.h"
+#include "catalogue/items/CatalogueKinds.h"
 #include "catalogue/pick/FindItems.h"
 #include "platform/Messages.h"
 
@@ -40,7 +40,7 @@ void CPickForm::ShowInformation(const QString& text) {
 
 bool CPickForm::LoadFound(int position) {
     if (position < 0) {
-        ShowInformation(QString::fromLatin1(CatalogueTextsOf(Catalogue()).notFound));
+        ShowInformation(QString::fromLatin1(KindOf(Catalogue()).item.notFound));
         return false;
     }
     return Load(position);

@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "app/LeftOutText.h"
-#include "catalogue/items/CatalogueKinds.h"
 #include "catalogue/view/CategoryTreeModel.h"
 #include "controls/InputPanel.h"
 #include "controls/ListPane.h"
@@ -23,16 +22,16 @@ constexpr int kTypeShare = 11;
 constexpr int kTextCharacters = 6;
 }  // namespace
 
-CCatalogueBrowser::CCatalogueBrowser(CVelmoraDoc& doc, CCatalogueRules& rules,
-                                     const CCatalogueTexts& texts)
+CCatalogueBrowser::CCatalogueBrowser(CVelmoraDoc& doc, CCatalogueRules& rules, ECatalogueKind kind)
     : m_doc(doc),
       m_rules(rules),
-      m_kind(texts.kind),
+      m_kind(KindOf(kind)),
       m_tree(new QTreeView),
-      m_model(new CCategoryTreeModel(doc.Database(), m_kind, texts.renameItems != nullptr, this)),
-      m_list(new CReportList(QString::fromLatin1(KindOf(m_kind).plural))),
+      m_model(new CCategoryTreeModel(doc.Database(), kind, m_kind.commands.renameItems != nullptr,
+                                     this)),
+      m_list(new CReportList(QString::fromLatin1(m_kind.words.many))),
       m_listPane(new CListPane),
-      m_namesInTree(CatalogueLayoutOf(m_kind).namesType) {
+      m_namesInTree(m_kind.Layout().namesType) {
     MakeTree();
     MakeList();
     setChildrenCollapsible(false);
@@ -74,7 +73,7 @@ void CCatalogueBrowser::SetColumns() {
     const int least = m_list->fontMetrics().averageCharWidth() * kTextCharacters;
     std::vector<CReportColumn> columns = {
         {.title = u"Name"_s, .least = least, .share = kNameShare}};
-    if (CatalogueLayoutOf(m_kind).namesType) {
+    if (m_kind.Layout().namesType) {
         columns.push_back({.title = u"Type"_s, .least = least, .share = kTypeShare});
     }
     if (m_added) {
@@ -94,7 +93,7 @@ void CCatalogueBrowser::AddColumn(CAddedColumn column) {
 }
 
 int& CCatalogueBrowser::SplitterPerMille() {
-    return m_doc.CatalogueState(m_kind).splitterPerMille;
+    return m_doc.CatalogueState(m_kind.code).splitterPerMille;
 }
 
 void CCatalogueBrowser::SetSplitterPerMille(int perMille) {
@@ -186,7 +185,7 @@ void CCatalogueBrowser::SelectInTree(const QModelIndex& index) {
 void CCatalogueBrowser::FillList() {
     const QString name = ItemName();
     CCategoryList list = name.isEmpty()
-                             ? m_doc.Database().Catalogue().FillCategoryList(m_kind, CategoryId())
+                             ? m_doc.Database().Catalogue().FillCategoryList(m_kind.code, CategoryId())
                              : m_rules.ItemsOfName(CategoryId(), name);
     m_entries = std::move(list.entries);
     m_leftOut = list.leftOut;
@@ -194,9 +193,8 @@ void CCatalogueBrowser::FillList() {
 }
 
 void CCatalogueBrowser::ShowNote() {
-    const CCatalogueKind& kind = KindOf(m_kind);
-    QStringList notes = {LeftOutText(m_leftOut, {kind.singular, kind.plural},
-                                     static_cast<int>(m_entries.size()), "Showing %s of %s %s."),
+    QStringList notes = {LeftOutText(m_leftOut, m_kind.words, static_cast<int>(m_entries.size()),
+                                     "Showing %s of %s %s."),
                          DamageText(m_model->LeftOut(), kCategoryWords)};
     notes.removeAll(QString());
     m_listPane->SetNote(notes.join(u' '));
@@ -255,8 +253,8 @@ void CCatalogueBrowser::SelectItem(int position) {
 }
 
 bool CCatalogueBrowser::ReadEntry(int position, CCategoryListEntry& entry) {
-    CCatalogueItem item(m_kind);
-    if (position < 0 || !m_doc.Database().Items(m_kind).ReadQuietly(position, item)) {
+    CCatalogueItem item(m_kind.code);
+    if (position < 0 || !m_doc.Database().Items(m_kind.code).ReadQuietly(position, item)) {
         return false;
     }
     entry = {position, item.GetCategoryId(), item.GetName(), item.GetType()};

@@ -20,7 +20,7 @@ class QTreeView;
 class CCatalogueBrowser : public QSplitter {
     Q_OBJECT
   public:
-    CCatalogueBrowser(CVelmoraDoc& doc, CCatalogueRules& rules, const CCatalogueTexts& texts);
+    CCatalogueBrowser(CVelmoraDoc& doc, CCatalogueRules& rules, ECatalogueKind kind);
 
     /// A column after name and type. Its cells are asked for when the list is filled.
     struct CAddedCell {
@@ -90,7 +90,7 @@ class CCatalogueBrowser : public QSplitter {
 
     CVelmoraDoc& m_doc;
     CCatalogueRules& m_rules;
-    ECatalogueKind m_kind;
+    const CCatalogueKind& m_kind;
     QTreeView* m_tree;
     CCategoryTreeModel* m_model;
     CReportList* m_list;

@@ -12,47 +12,46 @@ using namespace Qt::StringLiterals;
 
 void CCatalogueView::Import() {
     const std::optional<EExisting> existing =
-        AskImportOptions(m_texts.kind, EExisting::Overwrite, this);
+        AskImportOptions(m_kind.code, EExisting::Overwrite, this);
     if (existing) {
-        RunImport([&] { (void)ImportCatalogue(Database(), m_texts.kind, *existing); });
+        RunImport([&] { (void)ImportCatalogue(Database(), m_kind.code, *existing); });
     }
 }
 
 void CCatalogueView::RunImport(const std::function<void()>& run) {
     const qint32 categoryId = m_browser->CategoryId();
-    const QString category = Database().Categories().NameOf(m_texts.kind, categoryId);
+    const QString category = Database().Categories().NameOf(m_kind.code, categoryId);
     const QString name = m_browser->ItemName();
     const CCatalogueRules::Entries selected = m_browser->Selected();
     run();
-    m_browser->Reload(Database().Categories().IdOf(m_texts.kind, category), name);
+    m_browser->Reload(Database().Categories().IdOf(m_kind.code, category), name);
     if (!selected.empty()) {
         const CCategoryListEntry& item = selected.front();
         m_browser->SelectItem(
-            Database().Catalogue().FindItem(m_texts.kind, item.categoryId, item.name, item.type));
+            Database().Catalogue().FindItem(m_kind.code, item.categoryId, item.name, item.type));
     }
 }
 
 void CCatalogueView::Export() {
     const std::optional<EExportChoice> choice =
-        AskExportOptions(m_texts.kind, EExportChoice::All, this);
+        AskExportOptions(m_kind.code, EExportChoice::All, this);
     if (!choice) {
         return;
     }
     CExportRequest request{*choice, m_browser->CategoryId(), {}};
     CCatalogueRules::Entries entries = m_browser->Selected();
-    // The current category of exercises is what the list shows of it.
-    if (m_texts.kind == ECatalogueKind::Exercises && *choice == EExportChoice::CurrentCategory) {
+    if (m_kind.exchange.exportsListedRows && *choice == EExportChoice::CurrentCategory) {
         request.choice = EExportChoice::Selected;
         entries = m_browser->Listed();
     }
     for (const CCategoryListEntry& entry : entries) {
         request.positions.push_back(entry.position);
     }
-    (void)ExportCatalogue(Database(), m_texts.kind, request);
+    (void)ExportCatalogue(Database(), m_kind.code, request);
 }
 
 void CCatalogueView::NewCategory() {
-    const qint32 categoryId = m_rules.AddCategory(Text(m_texts.newCategoryName));
+    const qint32 categoryId = m_rules.AddCategory(Text(m_kind.category.newName));
     if (categoryId < 0) {
         return;
     }
@@ -74,9 +73,9 @@ void CCatalogueView::RenameItems() {
     if (!m_browser->ItemName().isEmpty()) {
         m_browser->EditLabel();
     } else if (!m_browser->HasCategories()) {
-        ShowMessage(Text(m_texts.noNames));
+        ShowMessage(Text(m_kind.rename.noNames));
     } else {
-        ShowMessage(Text(m_texts.noNameSelected));
+        ShowMessage(Text(m_kind.rename.noNameSelected));
     }
 }
 
@@ -95,9 +94,9 @@ void CCatalogueView::DeleteCategory() {
     const int row = m_browser->CategoryRow();
     const qint32 categoryId = row < 0 ? -1 : m_browser->CategoryId();
     const CPositionRange range =
-        Database().Items(m_texts.kind).RangeOf(categoryId).value_or(CPositionRange{});
+        Database().Items(m_kind.code).RangeOf(categoryId).value_or(CPositionRange{});
     if (m_rules.DeleteCategory(categoryId)) {
-        CFindState& find = m_doc.FindState(m_texts.kind);
+        CFindState& find = m_doc.FindState(m_kind.code);
         NoteDeleted(find, std::clamp(find.next - range.first, 0, range.count));
     }
     // The one that takes its place, or the last. A category may have lost its items and stayed.
@@ -109,7 +108,7 @@ void CCatalogueView::DeleteCategory() {
 void CCatalogueView::NewItem() {
     const qint32 categoryId = m_browser->CategoryId();
     if (m_rules.MayAddItem(categoryId) && EditItem(-1, categoryId) == EEdited::Failed) {
-        ShowMessage(Text(m_texts.cannotAdd));
+        ShowMessage(Text(m_kind.item.cannotAdd));
     }
 }
 
@@ -117,7 +116,7 @@ void CCatalogueView::EditSelected() {
     const CCatalogueRules::Entries selected = m_browser->Selected();
     if (m_rules.MayEdit(selected) &&
         EditItem(selected.front().position, selected.front().categoryId) == EEdited::Failed) {
-        ShowMessage(Text(m_texts.cannotUpdate));
+        ShowMessage(Text(m_kind.item.cannotUpdate));
     }
 }
 
@@ -129,7 +128,7 @@ void CCatalogueView::DeleteSelected() {
         return;
     }
     // "Find next" goes on behind the same item, also when it is among those that went.
-    CFindState& find = m_doc.FindState(m_texts.kind);
+    CFindState& find = m_doc.FindState(m_kind.code);
     if (deleted == static_cast<int>(selected.size())) {
         const auto inFront = std::ranges::count_if(
             selected, [&](const auto& entry) { return entry.position < find.next; });
@@ -145,7 +144,7 @@ void CCatalogueView::MoveSelected() {
     if (targets.empty()) {
         return;
     }
-    CCategoryPickDialog dialog(Text(m_texts.movePickerTitle), targets, this);
+    CCategoryPickDialog dialog(Text(m_kind.item.movePickerTitle), targets, this);
     if (dialog.exec() == QDialog::Accepted && m_rules.Move(selected, dialog.GetCategory()) > 0) {
         m_browser->Reload();
     }
@@ -159,36 +158,35 @@ void CCatalogueView::DuplicateSelected() {
 }
 
 void CCatalogueView::Find() {
-    const auto fields = CatalogueLayoutOf(m_texts.kind).namesType
-                            ? CFindDialog::EFields::NameAndType
-                            : CFindDialog::EFields::Name;
-    CFindState& state = m_doc.FindState(m_texts.kind);
-    CFindDialog dialog(Text(m_texts.findPrompt), state, fields, this);
+    const auto fields =
+        m_kind.Layout().namesType ? CFindDialog::EFields::NameAndType : CFindDialog::EFields::Name;
+    CFindState& state = m_doc.FindState(m_kind.code);
+    CFindDialog dialog(Text(m_kind.item.findPrompt), state, fields, this);
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }
     // Texts that cannot be stored are good for this run of the program.
-    (void)m_doc.KeepFindTexts(m_texts.kind, dialog.GetName(), dialog.GetTypes());
-    ShowFound(FindFirst(Database(), m_texts.kind, state));
+    (void)m_doc.KeepFindTexts(m_kind.code, dialog.GetName(), dialog.GetTypes());
+    ShowFound(FindFirst(Database(), m_kind.code, state));
 }
 
 void CCatalogueView::FindAgain() {
-    CFindState& state = m_doc.FindState(m_texts.kind);
+    CFindState& state = m_doc.FindState(m_kind.code);
     if (!state.HasTexts()) {
         Find();
     } else {
-        ShowFound(FindNext(Database(), m_texts.kind, state));
+        ShowFound(FindNext(Database(), m_kind.code, state));
     }
 }
 
 void CCatalogueView::ShowFound(int position) {
     if (position < 0) {
-        ShowMessage(Text(m_texts.notFound));
+        ShowMessage(Text(m_kind.item.notFound));
         return;
     }
     CCategoryListEntry entry{};
     if (!m_browser->ReadEntry(position, entry)) {
-        ShowMessage(Text(m_texts.cannotLoad));
+        ShowMessage(Text(m_kind.item.cannotLoad));
         return;
     }
     m_browser->SelectItem(position);

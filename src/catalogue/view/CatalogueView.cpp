@@ -8,34 +8,18 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
-#include "app/FrameCommands.h"
 #include "controls/PaintedIcons.h"
 #include "controls/ReportList.h"
 
 using namespace Qt::StringLiterals;
 
-namespace {
-/// The windows of the catalogue, each reached from the others.
-struct CCatalogueWindow {
-    EFrameCommand command;
-    const char* text;
-    ECatalogueKind kind;
-};
-constexpr CCatalogueWindow kCatalogueWindows[] = {
-    {kSwitchToFoods, "Foods...", ECatalogueKind::Foods},
-    {kSwitchToMenus, "Menus...", ECatalogueKind::Menus},
-    {kSwitchToRecipes, "Recipes...", ECatalogueKind::Recipes},
-    {kSwitchToExlib, "Exercises...", ECatalogueKind::Exercises},
-};
-}  // namespace
-
-CCatalogueView::CCatalogueView(CVelmoraDoc& doc, const CCatalogueTexts& texts, QWidget* parent)
+CCatalogueView::CCatalogueView(CVelmoraDoc& doc, ECatalogueKind kind, QWidget* parent)
     : CMainView(parent),
       m_doc(doc),
-      m_texts(texts),
-      m_rules(doc.Database(), texts.kind),
+      m_kind(KindOf(kind)),
+      m_rules(doc.Database(), kind),
       m_pages(new QStackedWidget),
-      m_browser(new CCatalogueBrowser(doc, m_rules, texts)) {
+      m_browser(new CCatalogueBrowser(doc, m_rules, kind)) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pages);
@@ -60,22 +44,24 @@ struct CCatalogueView::CCommand {
 
 void CCatalogueView::MakeActions() {
     using View = CCatalogueView;
+    const CKindCommands& texts = m_kind.commands;
+    const CKindTips& tips = m_kind.tips;
     const std::array<CCommand, kCommandCount> commands = {{
-        {m_texts.importItems, {}, &View::Import},
-        {m_texts.exportItems, {}, &View::Export},
-        {m_texts.close, QKeySequence::Close, &View::CloseView},
-        {"New category", Qt::CTRL | Qt::SHIFT | Qt::Key_N, &View::NewCategory,
-         m_texts.newCategoryTip, EIcon::NewFolder},
+        {texts.importItems, {}, &View::Import},
+        {texts.exportItems, {}, &View::Export},
+        {texts.close, QKeySequence::Close, &View::CloseView},
+        {"New category", Qt::CTRL | Qt::SHIFT | Qt::Key_N, &View::NewCategory, tips.newCategory,
+         EIcon::NewFolder},
         {"Rename category", Qt::Key_F2, &View::RenameCategory},
         {"Delete category...", QKeySequence::Delete, &View::DeleteCategory},
-        {m_texts.renameItems, {}, &View::RenameItems},
-        {m_texts.newItem, QKeySequence::New, &View::NewItem, m_texts.newItemTip, EIcon::Add},
-        {m_texts.editItem, Qt::Key_Return, &View::EditSelected},
-        {m_texts.deleteItems, QKeySequence::Delete, &View::DeleteSelected},
-        {m_texts.moveItems, Qt::CTRL | Qt::Key_M, &View::MoveSelected},
-        {m_texts.duplicateItem, Qt::CTRL | Qt::Key_D, &View::DuplicateSelected},
-        {m_texts.find, QKeySequence::Find, &View::Find, m_texts.findTip, EIcon::Find},
-        {m_texts.findNext, Qt::Key_F3, &View::FindAgain, m_texts.findNextTip, EIcon::FindNext},
+        {texts.renameItems, {}, &View::RenameItems},
+        {texts.newItem, QKeySequence::New, &View::NewItem, tips.newItem, EIcon::Add},
+        {texts.editItem, Qt::Key_Return, &View::EditSelected},
+        {texts.deleteItems, QKeySequence::Delete, &View::DeleteSelected},
+        {texts.moveItems, Qt::CTRL | Qt::Key_M, &View::MoveSelected},
+        {texts.duplicateItem, Qt::CTRL | Qt::Key_D, &View::DuplicateSelected},
+        {texts.find, QKeySequence::Find, &View::Find, tips.find, EIcon::Find},
+        {texts.findNext, Qt::Key_F3, &View::FindAgain, tips.findNext, EIcon::FindNext},
     }};
     for (size_t i = 0; i < commands.size(); ++i) {
         m_actions[i] = commands[i].text == nullptr ? nullptr : MakeAction(commands[i]);
@@ -115,21 +101,20 @@ void CCatalogueView::LeaveKeysToPanes() {
 }
 
 void CCatalogueView::MakeWindowActions() {
-    for (const auto& [command, text, kind] : kCatalogueWindows) {
-        if (kind == m_texts.kind) {
+    for (const CCatalogueKind& kind : CatalogueKinds()) {
+        if (kind.code == m_kind.code) {
             continue;
         }
-        auto* action = new QAction(Text(text), this);
+        auto* action = new QAction(Text(kind.view.menuText), this);
         action->setObjectName(action->text());
         connect(action, &QAction::triggered, this,
-                [this, command = command] { emit FrameCommand(command); });
+                [this, command = kind.view.switchTo] { emit FrameCommand(command); });
         m_windows.push_back(action);
     }
 }
 
 void CCatalogueView::CloseView() {
-    const bool isExercises = m_texts.kind == ECatalogueKind::Exercises;
-    emit FrameCommand(isExercises ? kSwitchToExercises : kSwitchToDiet);
+    emit FrameCommand(m_kind.view.closeTo);
 }
 
 void CCatalogueView::PlaceRenameKey() {
@@ -168,7 +153,7 @@ void CCatalogueView::ConnectBrowser() {
 QWidget* CCatalogueView::MakeEmptyPage() {
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
-    auto* label = new QLabel(Text(m_texts.empty));
+    auto* label = new QLabel(Text(m_kind.view.empty));
     label->setObjectName(u"empty"_s);
     label->setWordWrap(true);
     label->setAlignment(Qt::AlignCenter);
@@ -232,7 +217,7 @@ void CCatalogueView::ShowMenu(QWidget* widget, const QPoint& at,
         if (command == kCommandCount) {
             menu.addSeparator();
         } else if (command == kDeleteCategory) {
-            QAction* action = menu.addAction(Text(m_texts.deleteCategoryPopUp));
+            QAction* action = menu.addAction(Text(m_kind.commands.deleteCategoryPopUp));
             connect(action, &QAction::triggered, m_actions[command], &QAction::trigger);
         } else if (m_actions[command] != nullptr) {
             menu.addAction(m_actions[command]);

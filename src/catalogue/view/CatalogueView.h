@@ -1,5 +1,5 @@
 // The view that all kinds of the catalogue share: the panes with what there is, and the commands on
-// it. A kind adds its texts and its item dialog.
+// it. A kind adds its item dialog.
 #pragma once
 
 #include <array>
@@ -16,7 +16,7 @@ class QStackedWidget;
 class CCatalogueView : public CMainView {
     Q_OBJECT
   public:
-    CCatalogueView(CVelmoraDoc& doc, const CCatalogueTexts& texts, QWidget* parent);
+    CCatalogueView(CVelmoraDoc& doc, ECatalogueKind kind, QWidget* parent);
     ~CCatalogueView() override;
 
     std::vector<CCommandMenu> CommandBar() override;
@@ -91,10 +91,10 @@ class CCatalogueView : public CMainView {
     void ShowFound(int position);
     /// F2 belongs to the command that fits the tree's current item.
     void PlaceRenameKey();
-    CCatalogueState& State() { return m_doc.CatalogueState(m_texts.kind); }
+    CCatalogueState& State() { return m_doc.CatalogueState(m_kind.code); }
 
     CVelmoraDoc& m_doc;
-    const CCatalogueTexts& m_texts;
+    const CCatalogueKind& m_kind;
     CCatalogueRules m_rules;
     std::array<QAction*, kCommandCount> m_actions{};  ///< null where the kind has none
     std::vector<QAction*> m_windows;

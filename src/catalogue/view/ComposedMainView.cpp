@@ -4,9 +4,8 @@
 #include "catalogue/items/ComposedEditDialog.h"
 #include "catalogue/pick/AddFoodDialog.h"
 
-CComposedMainView::CComposedMainView(CVelmoraDoc& doc, const CCatalogueTexts& texts,
-                                     QWidget* parent)
-    : CCatalogueView(doc, texts, parent), m_kind(texts.kind) {
+CComposedMainView::CComposedMainView(CVelmoraDoc& doc, ECatalogueKind kind, QWidget* parent)
+    : CCatalogueView(doc, kind, parent), m_kind(kind) {
     CComposedMainView::DataChanged();
 }
 

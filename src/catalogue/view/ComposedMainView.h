@@ -6,7 +6,7 @@
 class CComposedMainView : public CCatalogueView {
     Q_OBJECT
   public:
-    CComposedMainView(CVelmoraDoc& doc, const CCatalogueTexts& texts, QWidget* parent);
+    CComposedMainView(CVelmoraDoc& doc, ECatalogueKind kind, QWidget* parent);
 
   protected:
     EEdited EditItem(int position, qint32 categoryId) override;
@@ -19,12 +19,12 @@ class CMenusMainView : public CComposedMainView {
     Q_OBJECT
   public:
     CMenusMainView(CVelmoraDoc& doc, QWidget* parent)
-        : CComposedMainView(doc, kMenusTexts, parent) {}
+        : CComposedMainView(doc, ECatalogueKind::Menus, parent) {}
 };
 
 class CRecipesMainView : public CComposedMainView {
     Q_OBJECT
   public:
     CRecipesMainView(CVelmoraDoc& doc, QWidget* parent)
-        : CComposedMainView(doc, kRecipesTexts, parent) {}
+        : CComposedMainView(doc, ECatalogueKind::Recipes, parent) {}
 };

@@ -6,7 +6,7 @@
 using namespace Qt::StringLiterals;
 
 CExlibMainView::CExlibMainView(CVelmoraDoc& doc, QWidget* parent)
-    : CTypedMainView(doc, kExercisesTexts, parent) {
+    : CTypedMainView(doc, ECatalogueKind::Exercises, parent) {
     Browser().AddColumn({u"Energy"_s, u"00.00 kcal/min"_s,
                          [this](const CCategoryListEntry& entry) { return EnergyCell(entry); }});
     CTypedMainView::DataChanged();

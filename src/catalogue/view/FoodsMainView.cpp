@@ -10,7 +10,7 @@
 using namespace Qt::StringLiterals;
 
 CFoodsMainView::CFoodsMainView(CVelmoraDoc& doc, QWidget* parent)
-    : CTypedMainView(doc, kFoodsTexts, parent) {
+    : CTypedMainView(doc, ECatalogueKind::Foods, parent) {
     if (!StarterFoodsPath().isEmpty()) {
         QPushButton* button = AddEmptyPageButton(u"Import starter foods"_s);
         button->setObjectName(u"importStarterFoods"_s);

@@ -31,7 +31,7 @@ int COptionsDialog::GetChoice() const {
 
 std::optional<EExportChoice> AskExportOptions(ECatalogueKind kind, EExportChoice preselected,
                                               QWidget* parent) {
-    const QString plural = QString::fromLatin1(KindOf(kind).plural);
+    const QString plural = QString::fromLatin1(KindOf(kind).words.many);
     COptionsDialog dialog(u"Export options"_s, u"Export options:"_s,
                           {FormatText("Export all %s"_L1, {plural}), u"Export current category"_s,
                            FormatText("Export selected %s"_L1, {plural})},
@@ -44,13 +44,12 @@ std::optional<EExportChoice> AskExportOptions(ECatalogueKind kind, EExportChoice
 
 std::optional<EExisting> AskImportOptions(ECatalogueKind kind, EExisting preselected,
                                           QWidget* parent) {
-    const QString plural = QString::fromLatin1(KindOf(kind).plural);
-    COptionsDialog dialog(
-        u"Import options"_s, u"Import options:"_s,
-        {FormatText("Overwrite existing %s"_L1, {plural}),
-         FormatText("Skip existing %s"_L1, {plural}),
-         kind == ECatalogueKind::Exercises ? u"Don't check"_s : u"Do not check"_s},
-        static_cast<int>(preselected), parent);
+    const QString plural = QString::fromLatin1(KindOf(kind).words.many);
+    COptionsDialog dialog(u"Import options"_s, u"Import options:"_s,
+                          {FormatText("Overwrite existing %s"_L1, {plural}),
+                           FormatText("Skip existing %s"_L1, {plural}),
+                           QString::fromLatin1(KindOf(kind).exchange.doNotCheck)},
+                          static_cast<int>(preselected), parent);
     if (dialog.exec() != QDialog::Accepted) {
         return std::nullopt;
     }

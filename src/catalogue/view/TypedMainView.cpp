@@ -4,9 +4,9 @@
 
 using namespace Qt::StringLiterals;
 
-CTypedMainView::CTypedMainView(CVelmoraDoc& doc, const CCatalogueTexts& texts, QWidget* parent)
-    : CCatalogueView(doc, texts, parent),
-      m_kind(texts.kind),
+CTypedMainView::CTypedMainView(CVelmoraDoc& doc, ECatalogueKind kind, QWidget* parent)
+    : CCatalogueView(doc, kind, parent),
+      m_kind(kind),
       m_settings(CCatalogueViewSettings::Load(doc.Database(), m_kind)) {
     Browser().SetSplitterPerMille(m_settings.splitterPerMille);
 }

@@ -15,7 +15,7 @@ class CTypedMainView : public CCatalogueView {
 
   protected:
     /// A derived view calls DataChanged once its columns stand.
-    CTypedMainView(CVelmoraDoc& doc, const CCatalogueTexts& texts, QWidget* parent);
+    CTypedMainView(CVelmoraDoc& doc, ECatalogueKind kind, QWidget* parent);
 
     /// Shows the preferences; true when they were left with OK.
     virtual bool AskPreferences() = 0;
