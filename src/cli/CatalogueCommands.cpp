@@ -218,36 +218,39 @@ constexpr CCommand kNamedCommands[] = {
     {"", "duplicate", "", kItem, EAccess::Writes, "copy an item within its category", Duplicate},
     {"", "delete", "", kItemYes, EAccess::Writes, "delete an item", Delete},
 };
-constexpr CCommand kTextCommand = {"recipes", "text",         "FILE",
-                                   kItem,     EAccess::Reads, "write a recipe to a text file",
-                                   Text,      nullptr,        ECatalogueKind::Recipes};
-constexpr CCommand kExlibCommands[] = {
-    {"exlib", "import", "FILE", kImportOptions, EAccess::Writes, "add the items of a CSV file",
-     Import, nullptr, ECatalogueKind::Exercises},
-    {"exlib", "export", "FILE", kInCategory, EAccess::Reads, "write the items to a CSV file",
-     Export, nullptr, ECatalogueKind::Exercises},
-    {"exlib", "list", "", kInCategory, EAccess::Reads, "list the items", List, nullptr,
-     ECatalogueKind::Exercises},
-    {"exlib", "find", "TEXT", kFindTyped, EAccess::Reads, "list the items whose names hold a text",
-     Find, nullptr, ECatalogueKind::Exercises},
+constexpr CCommand kTextCommands[] = {
+    {"", "text", "FILE", kItem, EAccess::Reads, "write a recipe to a text file", Text},
+};
+constexpr CCommand kLibraryCommands[] = {
+    {"", "import", "FILE", kImportOptions, EAccess::Writes, "add the items of a CSV file", Import},
+    {"", "export", "FILE", kInCategory, EAccess::Reads, "write the items to a CSV file", Export},
+    {"", "list", "", kInCategory, EAccess::Reads, "list the items", List},
+    {"", "find", "TEXT", kFindTyped, EAccess::Reads, "list the items whose names hold a text",
+     Find},
+};
+
+/// The commands of a kind, which gives them its group.
+struct CKindGroup {
+    ECatalogueKind kind;
+    std::span<const CCommand> commands;
+};
+constexpr CKindGroup kGroups[] = {
+    {ECatalogueKind::Foods, kTypedCommands},       {ECatalogueKind::Menus, kNamedCommands},
+    {ECatalogueKind::Recipes, kNamedCommands},     {ECatalogueKind::Recipes, kTextCommands},
+    {ECatalogueKind::Exercises, kLibraryCommands},
 };
 }  // namespace
 
 std::span<const CCommand> CatalogueCommands() {
     static const std::vector<CCommand> commands = [] {
         std::vector<CCommand> all;
-        for (const ECatalogueKind kind :
-             {ECatalogueKind::Foods, ECatalogueKind::Menus, ECatalogueKind::Recipes}) {
-            const bool isTyped = CatalogueLayoutOf(kind).namesType;
-            for (CCommand command : isTyped ? std::span<const CCommand>(kTypedCommands)
-                                            : std::span<const CCommand>(kNamedCommands)) {
-                command.group = KindOf(kind).words.many;
-                command.kind = kind;
+        for (const CKindGroup& group : kGroups) {
+            for (CCommand command : group.commands) {
+                command.group = KindOf(group.kind).commandGroup;
+                command.kind = group.kind;
                 all.push_back(command);
             }
         }
-        all.push_back(kTextCommand);
-        all.insert(all.end(), std::begin(kExlibCommands), std::end(kExlibCommands));
         return all;
     }();
     return commands;

@@ -7,6 +7,7 @@ constexpr std::array<CCatalogueKind, 4> kKinds = {{
         .itemKind = EItemKind::Food,
         .words = {.one = "food", .many = "foods"},
         .capitalized = "Food",
+        .commandGroup = "foods",
         .commands =
             {
                 .importItems = "Import foods...",
@@ -103,6 +104,7 @@ constexpr std::array<CCatalogueKind, 4> kKinds = {{
         .itemKind = EItemKind::Menu,
         .words = {.one = "menu", .many = "menus"},
         .capitalized = "Menu",
+        .commandGroup = "menus",
         .commands =
             {
                 .importItems = "Import menus...",
@@ -189,6 +191,7 @@ constexpr std::array<CCatalogueKind, 4> kKinds = {{
         .itemKind = EItemKind::Recipe,
         .words = {.one = "recipe", .many = "recipes"},
         .capitalized = "Recipe",
+        .commandGroup = "recipes",
         .commands =
             {
                 .importItems = "Import recipes...",
@@ -275,6 +278,7 @@ constexpr std::array<CCatalogueKind, 4> kKinds = {{
         .code = ECatalogueKind::Exercises,
         .words = {.one = "exercise", .many = "exercises"},
         .capitalized = "Exercise",
+        .commandGroup = "exlib",
         .commands =
             {
                 .importItems = "Import exercises...",

@@ -124,6 +124,7 @@ struct CCatalogueKind {
     std::optional<EItemKind> itemKind = {};  ///< of what diaries and components take from it
     CListWords words;                        ///< "food" and "foods"
     const char* capitalized;                 ///< "Food"
+    const char* commandGroup;                ///< of the command line
     CKindCommands commands;
     CKindTips tips;
     CKindView view;
