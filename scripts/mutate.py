@@ -158,17 +158,21 @@ class Copy:
         return run_limited(test.command, self.environment | test.environment, seconds, self.scratch)
 
     def order(self, fault, area):
-        """Tests of the file first, then of its folder, the quick ones before the slow."""
+        """Tests of the file first, then of its folder, the quick ones before the slow. Those that
+        do not link or start the program with the fault are left out."""
         header = f'"{fault.path[4:-4]}.h"'
         folder = os.path.dirname(fault.path).removeprefix("src/")
+
+        def reaches(test):
+            if area == "cli":
+                return "VELMORA_CLI" in (self.folder / test.source).read_text()
+            return test.is_ui or area == "core"
 
         def rank(test):
             text = (self.folder / test.source).read_text()
             is_near = test.source.startswith(f"tests/{folder}/")
-            runs_cli = area == "cli" and "VELMORA_CLI" in text
-            return (not runs_cli, not (is_near and header in text), not is_near,
-                    header not in text, test.seconds)
-        return sorted((t for t in self.tests if t.is_ui or area != "windows"), key=rank)
+            return not (is_near and header in text), not is_near, header not in text, test.seconds
+        return sorted(filter(reaches, self.tests), key=rank)
 
     def judge(self, fault, area):
         """Returns "does not compile", the test that noticed the fault, or None."""
