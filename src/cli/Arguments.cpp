@@ -10,8 +10,7 @@ namespace {
 constexpr auto kOptionMark = "--"_L1;
 
 QStringView NameOf(QStringView word) {
-    const qsizetype sign = word.indexOf(u'=');
-    return sign < 0 ? word : word.first(sign);
+    return word.left(word.indexOf(u'='));
 }
 
 const COption* FindOption(std::span<const COption> options, QStringView name) {

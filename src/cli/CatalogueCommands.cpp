@@ -170,7 +170,7 @@ bool Duplicate(CCommandContext& context) {
     }
     const int position = CCatalogueRules(context.doc.Database(), context.kind).Duplicate({*entry});
     CCatalogueItem copy(context.kind);
-    if (position < 0 || !context.doc.Database().Items(context.kind).Read(position, copy)) {
+    if (!context.doc.Database().Items(context.kind).Read(position, copy)) {
         return false;
     }
     PrintItemHeader(context.kind);

@@ -63,7 +63,7 @@ bool Add(CCommandContext& context) {
     const QTime time = arguments.Time("--time");
     const int meal = arguments.Choice("--meal");
     const EItemKind kind = KindArgument(arguments);
-    if (!LoadProfileArgument(context) || !MayAddToMeal(meal)) {
+    if (!LoadProfileArgument(context)) {
         return false;
     }
     CAddFoodForm form(context.doc, CAddFoodRequest::ForNewEntry(time));
