@@ -1,8 +1,8 @@
 """The small faults that can be put into a C++ source: operators turned, a statement deleted, a
 number off by one, true and false swapped, a return value turned, a condition negated.
 
-Comments, texts, preprocessor lines, attributes, static_asserts and declarations stay as they are,
-and so do statements without which a sound program does the same: assertions and reserved memory.
+Comments, texts, preprocessor lines, attributes, assertions and declarations stay as they are, and
+so do statements that reserve memory: without them a sound program does the same.
 """
 import re
 from dataclasses import dataclass
@@ -26,7 +26,8 @@ DECLARATION = re.compile(
     r"(const|constinit|static|constexpr|auto|using|typename|struct|class|enum|extern|template|"
     r"case|default|friend|goto|namespace|public|private|protected)\b|"
     r"[\w:]+(<.*>)?(::\w+)*[\s*&]+[*&]*\w+\s*[=;({\[]|[\w:]+<[^=;]*>\s+\w+", re.S)
-WITHOUT_EFFECT = re.compile(r"Q_ASSERT\(|[\w.]+(\.|->)reserve\(")
+ASSERTIONS = ("static_assert", "Q_ASSERT", "Q_ASSERT_X")
+RESERVES = re.compile(r"[\w.>-]+(\.|->)reserve\(")
 SAME_AS_EMPTY = re.compile(r"(\{.*|nullptr|std::nullopt|false|0|Q\w+\(\)|-?\d+|true)", re.S)
 
 
@@ -63,7 +64,7 @@ def read_tokens(source):
               for m in TOKEN.finditer(source) if m.lastgroup != "skip"]
     kept, skipping = [], False
     for token in tokens:
-        skipping = skipping or token.text == "static_assert"
+        skipping = skipping or token.text in ASSERTIONS
         if not skipping:
             kept.append(token)
         skipping = skipping and token.text != ";"
@@ -159,7 +160,7 @@ def statement_faults(source, tokens, at):
     statement = source[token.start:tokens[end].end]
     if text != "return":
         plain = re.sub(r"^(emit|Q_EMIT|delete)\s+", "", statement)
-        return [] if DECLARATION.match(plain) or WITHOUT_EFFECT.match(plain) else [whole]
+        return [] if DECLARATION.match(plain) or RESERVES.match(plain) else [whole]
     # Only an early return can go: one that ends its function has to return something.
     follows = tokens[end + 1].start if end + 1 < len(tokens) else len(source)
     column = follows - source.rfind("\n", 0, follows) - 1
