@@ -58,8 +58,8 @@ struct CRows {
     std::array<CPropertyDescription, size> rows{};
     std::size_t used = 0;
 
-    constexpr void Add(EPropertyType type, int capacity, const char* name) {
-        rows.at(used++) = {type, capacity, name};
+    constexpr void Add(EPropertyType type, const char* name, int capacity = 0) {
+        rows.at(used++) = {type, name, capacity};
     }
     constexpr void Add(std::initializer_list<CPropertyDescription> list) {
         for (const CPropertyDescription& row : list) {
@@ -68,7 +68,7 @@ struct CRows {
     }
     constexpr void AddNutrients() {
         for (const CNutrientNames& names : kNutrientNames) {
-            Add(Double, 0, names.longName);
+            Add(Double, names.longName);
         }
     }
     // All rows must have been filled.
@@ -79,25 +79,25 @@ struct CRows {
 
 consteval auto FoodRows() {
     CRows<77> rows;
-    rows.Add({{Int32, 0, "Category ID"}, {Text, kCatalogueText, "Name"}});
-    rows.Add(Text, kCatalogueText, "Type");
+    rows.Add({{Int32, "Category ID"}, {Text, "Name", kCatalogueText}});
+    rows.Add(Text, "Type", kCatalogueText);
     rows.AddNutrients();
     for (int i = 0; i < kServingCount; ++i) {
-        rows.Add(Text, kShortText, kServingSizeNames[i].data());
-        rows.Add(Double, 0, kServingWeightNames[i].data());
+        rows.Add(Text, kServingSizeNames[i].data(), kShortText);
+        rows.Add(Double, kServingWeightNames[i].data());
     }
     return rows.Done();
 }
 
 template <std::size_t size>
 constexpr void AddComposed(CRows<size>& rows) {
-    rows.Add({{Int32, 0, "Parent ID"},
-              {Int32, 0, "Item Type"},
-              {Int32, 0, "Item ID"},
-              {Text, kShortText, "Name"},
-              {Text, kShortText, "Type"}});
+    rows.Add({{Int32, "Parent ID"},
+              {Int32, "Item Type"},
+              {Int32, "Item ID"},
+              {Text, "Name", kShortText},
+              {Text, "Type", kShortText}});
     rows.AddNutrients();
-    rows.Add({{Text, kShortText, "Serving name"}, {Double, 0, "Serving X"}});
+    rows.Add({{Text, "Serving name", kShortText}, {Double, "Serving X"}});
 }
 
 consteval auto MenuRows() {
@@ -109,56 +109,56 @@ consteval auto MenuRows() {
 consteval auto RecipeRows() {
     CRows<62> rows;
     AddComposed(rows);
-    rows.Add(Text, kInstructionsText, "Instructions");
+    rows.Add(Text, "Instructions", kInstructionsText);
     return rows.Done();
 }
 
 consteval auto ProfileRows() {
     CRows<159> rows;
-    rows.Add({{Int32, 0, "Marker"},
-              {Int32, 0, "Version"},
-              {Int32, 0, "Last tab"},
-              {Int16, 0, "Weight unit"},
-              {Int16, 0, "Height unit"},
-              {Int16, 0, "Energy unit"},
-              {Int16, 0, "Decimal places"},
-              {Text, kShortText, "User name"},
-              {Int16, 0, "Sex"},
-              {Int16, 0, "Birth year"},
-              {Int16, 0, "Birth month"},
-              {Int16, 0, "Birth day"},
-              {Double, 0, "Height (cm)"},
-              {Int16, 0, "Activity level"}});
+    rows.Add({{Int32, "Marker"},
+              {Int32, "Version"},
+              {Int32, "Last tab"},
+              {Int16, "Weight unit"},
+              {Int16, "Height unit"},
+              {Int16, "Energy unit"},
+              {Int16, "Decimal places"},
+              {Text, "User name", kShortText},
+              {Int16, "Sex"},
+              {Int16, "Birth year"},
+              {Int16, "Birth month"},
+              {Int16, "Birth day"},
+              {Double, "Height (cm)"},
+              {Int16, "Activity level"}});
     for (const CText& name : kSettingNames) {
-        rows.Add(Int16, 0, name.data());
+        rows.Add(Int16, name.data());
     }
-    rows.Add({{Int16, 0, "Start year"},
-              {Int16, 0, "Start month"},
-              {Int16, 0, "Start day"},
-              {Double, 0, "Start weight (kg)"},
-              {Int16, 0, "Goal year"},
-              {Int16, 0, "Goal month"},
-              {Int16, 0, "Goal day"},
-              {Double, 0, "Goal weight (kg)"},
-              {Double, 0, "Weekly rate (kg)"},
-              {Double, 0, "Daily energy (kcal)"},
-              {Int16, 0, "Diet type"}});
+    rows.Add({{Int16, "Start year"},
+              {Int16, "Start month"},
+              {Int16, "Start day"},
+              {Double, "Start weight (kg)"},
+              {Int16, "Goal year"},
+              {Int16, "Goal month"},
+              {Int16, "Goal day"},
+              {Double, "Goal weight (kg)"},
+              {Double, "Weekly rate (kg)"},
+              {Double, "Daily energy (kcal)"},
+              {Int16, "Diet type"}});
     for (const CText& name : kTargetNames) {
-        rows.Add(Double, 0, name.data());
+        rows.Add(Double, name.data());
     }
     return rows.Done();
 }
 
 consteval auto DietRows() {
     CRows<62> rows;
-    rows.Add({{FileTime, 0, "Date and time"},
-              {Int32, 0, "Meal"},
-              {Int32, 0, "Kind"},
-              {Text, kShortText, "Category"},
-              {Text, kShortText, "Name"},
-              {Text, kShortText, "Type"}});
+    rows.Add({{FileTime, "Date and time"},
+              {Int32, "Meal"},
+              {Int32, "Kind"},
+              {Text, "Category", kShortText},
+              {Text, "Name", kShortText},
+              {Text, "Type", kShortText}});
     rows.AddNutrients();
-    rows.Add({{Text, kShortText, "Serving name"}, {Double, 0, "Amount"}});
+    rows.Add({{Text, "Serving name", kShortText}, {Double, "Amount"}});
     return rows.Done();
 }
 
@@ -169,45 +169,42 @@ constexpr auto kProfileRows = ProfileRows();
 constexpr auto kDietRows = DietRows();
 
 constexpr CPropertyDescription kExerciseLibRows[] = {
-    {Int32, 0, "Category ID"},
-    {Text, kCatalogueText, "Name"},
-    {Text, kCatalogueText, "Type"},
-    {Double, 0, "Energy rate (kcal/minute)"},
-    {Double, 0, "MET"},
+    {Int32, "Category ID"},
+    {Text, "Name", kCatalogueText},
+    {Text, "Type", kCatalogueText},
+    {Double, "Energy rate (kcal/minute)"},
+    {Double, "MET"},
 };
 
 constexpr CPropertyDescription kCategoryRows[] = {
-    {Int16, 0, "Kind"},         {Int32, 0, "Category ID"},  {Text, kCategoryText, "Name"},
-    {Blob, 0, "Large picture"}, {Blob, 0, "Small picture"},
+    {Int16, "Kind"},         {Int32, "Category ID"},  {Text, "Name", kCategoryText},
+    {Blob, "Large picture"}, {Blob, "Small picture"},
 };
 
 constexpr CPropertyDescription kNutrientNameRows[] = {
-    {Int32, 0, "Nutrient"},
-    {Int32, 0, "Nutrient again"},
-    {Text, kShortText, "Name"},
+    {Int32, "Nutrient"},
+    {Int32, "Nutrient again"},
+    {Text, "Name", kShortText},
 };
 
 constexpr CPropertyDescription kWeightRows[] = {
-    {FileTime, 0, "Date and time"}, {Double, 0, "Weight (kg)"}, {Double, 0, "Chest (cm)"},
-    {Double, 0, "Waist (cm)"},      {Double, 0, "Hips (cm)"},   {Double, 0, "Bicep (cm)"},
-    {Double, 0, "Forearm (cm)"},    {Double, 0, "Thigh (cm)"},  {Double, 0, "Calf (cm)"},
-    {Double, 0, "Body fat (%)"},    {Double, 0, "Reserved 1"},  {Double, 0, "Reserved 2"},
-    {Double, 0, "Reserved 3"},      {Double, 0, "Reserved 4"},  {Double, 0, "Reserved 5"},
+    {FileTime, "Date and time"}, {Double, "Weight (kg)"}, {Double, "Chest (cm)"},
+    {Double, "Waist (cm)"},      {Double, "Hips (cm)"},   {Double, "Bicep (cm)"},
+    {Double, "Forearm (cm)"},    {Double, "Thigh (cm)"},  {Double, "Calf (cm)"},
+    {Double, "Body fat (%)"},    {Double, "Reserved 1"},  {Double, "Reserved 2"},
+    {Double, "Reserved 3"},      {Double, "Reserved 4"},  {Double, "Reserved 5"},
 };
 
 constexpr CPropertyDescription kExercisesRows[] = {
-    {FileTime, 0, "Date and time"}, {Text, kShortText, "Category"},
-    {Text, kShortText, "Name"},     {Text, kShortText, "Type"},
-    {Double, 0, "Time (minutes)"},  {Double, 0, "Energy burned (kcal)"},
-    {Double, 0, "Reserved 1"},      {Double, 0, "Reserved 2"},
-    {Double, 0, "Reserved 3"},      {Double, 0, "Reserved 4"},
-    {Double, 0, "Reserved 5"},
+    {FileTime, "Date and time"}, {Text, "Category", kShortText}, {Text, "Name", kShortText},
+    {Text, "Type", kShortText},  {Double, "Time (minutes)"},     {Double, "Energy burned (kcal)"},
+    {Double, "Reserved 1"},      {Double, "Reserved 2"},         {Double, "Reserved 3"},
+    {Double, "Reserved 4"},      {Double, "Reserved 5"},
 };
 
 constexpr CPropertyDescription kViewSettingsRows[] = {
-    {Int32, 0, "Marker"},    {Int32, 0, "Reserved"},  {Int16, 0, "Setting 1"},
-    {Int16, 0, "Setting 2"}, {Int16, 0, "Setting 3"}, {Int16, 0, "Setting 4"},
-    {Int16, 0, "Setting 5"}, {Int16, 0, "Setting 6"},
+    {Int32, "Marker"},    {Int32, "Reserved"},  {Int16, "Setting 1"}, {Int16, "Setting 2"},
+    {Int16, "Setting 3"}, {Int16, "Setting 4"}, {Int16, "Setting 5"}, {Int16, "Setting 6"},
 };
 }  // namespace
 

@@ -11,8 +11,8 @@
 /// One property. The number is its place in the layout.
 struct CPropertyDescription {
     EPropertyType type;
-    int capacity;      ///< longest text in UTF-16 units; 0 where it does not apply
     const char* name;  ///< as people call it; unique within the layout
+    int capacity = 0;  ///< longest text in UTF-16 units; 0 where it does not apply
 };
 
 /// A whole database: its fixed name (empty for the databases of a profile), type and properties.
