@@ -44,30 +44,18 @@ const auto kApple =
     "--type \"raw, with skin\""_s;
 const auto kAnnsDay = u"--profile Ann --date 2026-06-02"_s;
 // They write nothing, and where there is no volume they make none.
-const QStringList kReading = {
-    u"profile list"_s,
-    u"profile show Ann"_s,
-    u"foods list"_s,
-    u"foods find x"_s,
-    u"foods export x.csv"_s,
-    u"foods show --category C --name N --type T"_s,
-    u"recipes text x.txt --category C --name N"_s,
-    u"categories --kind foods list"_s,
-    u"diet list @"_s,
-    u"diet day @"_s,
-    u"weight list --profile Ann"_s,
-    u"bmi @"_s,
-    u"exercises list @"_s,
-    u"report --profile Ann --from 2026-06-02 --to 2026-06-02 --by type x.csv"_s};
-const QStringList kWriting = {
-    kApple,
-    u"profile set Ann --height 181"_s,
-    u"profile delete Ann --yes"_s,
-    u"weight add @ --time 07:30 --weight 81"_s,
-    u"weight delete @ --time 07:30 --yes"_s,
-    u"exercises add @ --time 07:30 --category C --name N --type T --minutes 5"_s,
-    u"exercises delete @ --time 07:30 --yes"_s,
-    u"purge --profile Ann --from 2026-06-02 --to 2026-06-02 --diet"_s};
+const QStringList kReading =
+    u"profile list|profile show Ann|foods list|foods find x|foods export x.csv|"
+    "foods show --category C --name N --type T|recipes text x.txt --category C --name N|"
+    "categories --kind foods list|diet list @|diet day @|weight list --profile Ann|bmi @|"
+    "exercises list @|report --profile Ann --from 2026-06-02 --to 2026-06-02 --by type x.csv"_s
+        .split(u'|');
+const QStringList kWriting =
+    u"profile set Ann --height 181|profile delete Ann --yes|weight add @ --time 07:30 --weight 81|"
+    "weight delete @ --time 07:30 --yes|exercises delete @ --time 07:30 --yes|"
+    "exercises add @ --time 07:30 --category C --name N --type T --minutes 5|"
+    "purge --profile Ann --from 2026-06-02 --to 2026-06-02 --diet"_s.split(u'|') +
+    QStringList(kApple);
 }  // namespace
 
 class TestCommandLine : public QObject {

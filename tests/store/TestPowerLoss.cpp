@@ -96,10 +96,7 @@ class TestPowerLoss : public CCatalogueTest {
                 return Database().Profiles().Open(u"Ann"_s, false) &&
                        Database().Diet().Write(-1, eaten);
             },
-            [&] {
-                CRecordGroup group(Database().GetStore());
-                return CCatalogueRules(Database(), kFoods).DeleteCategory(2) && group.Commit();
-            },
+            [&] { return CCatalogueRules(Database(), kFoods).DeleteCategory(2); },
             [&] { return Database().DeleteItem(kFoods, 0); },
             [&] { return Database().Profiles().Delete(u"Ann"_s); },
         };

@@ -24,14 +24,24 @@ class TestVolumeStart : public QObject {
 
     void aRefusalNamesTheFileAndTheReason_data() {
         const QByteArray volume = NewVolume();
-        QByteArray newer = volume;
-        newer[63] = 2;
+        const auto with = [&volume](int place, char byte) {
+            QByteArray changed = volume;
+            changed[place] = byte;
+            return changed;
+        };
+        const QString foreign = u"is not a data file of Velmora"_s;
+        const QString damaged = u"is damaged"_s;
         AddRows<QByteArray, QString>({
-            {"not ours", "Apple,raw\r\n", u"is not a data file of Velmora"_s},
-            {"one byte", "x", u"is not a data file of Velmora"_s},
-            {"newer", newer, u"was written by a newer version of Velmora"_s},
-            {"cut inside its header", volume.first(80), u"is damaged"_s},
-            {"cut", volume.first(30'000), u"is damaged"_s},
+            {"not ours", "Apple,raw\r\n", foreign},
+            {"one byte", "x", foreign},
+            {"one zero", QByteArray(1, '\0'), foreign},
+            {"zeros", QByteArray(8192, '\0'), foreign},
+            {"another program's", with(71, 'X'), foreign},
+            {"newer", with(63, 2), u"was written by a newer version of Velmora"_s},
+            {"another journal format", with(18, 2), damaged},
+            {"cut after what names it", volume.first(72), damaged},
+            {"cut inside its header", volume.first(95), damaged},
+            {"cut", volume.first(30'000), damaged},
         });
     }
 

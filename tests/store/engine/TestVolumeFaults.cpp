@@ -1,4 +1,4 @@
-// Foreign and damaged files, full disks, a second owner, and death in the middle of a write.
+// Damaged files, full disks, and death in the middle of a write.
 
 #include <sys/mount.h>
 
@@ -13,40 +13,17 @@
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <csignal>
-#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int kPageBytes = 8192;
-constexpr auto kWriteMode = "--write-until-killed";
 constexpr auto kDieMode = "--die-in-a-write";
 
 ObjectId OpenNumbers(CStorageEngine& engine) {
     CDatabaseInfo info;
     const bool isThere = engine.FindDatabase(u"Numbers"_s, info) == kErrorSuccess;
     return isThere ? info.id : Created(engine, u"Numbers"_s);
-}
-
-// Numbers go in fours: the first alone, the other three as a group. A number is printed once it
-// is confirmed.
-int WriteUntilKilled(const QString& path) {
-    CStorageEngine engine;
-    engine.Mount(path);
-    const ObjectId database = OpenNumbers(engine);
-    int next = CountOf(engine, database);
-    while (true) {
-        const int size = next % 4 == 0 ? 1 : 3;
-        engine.BeginGroup();
-        for (int i = 0; i < size; ++i) {
-            Added(engine, database, Numbered(next++));
-        }
-        if (engine.EndGroup() != kErrorSuccess) {
-            return 1;
-        }
-        std::printf("%d\n", next - 1);
-        std::fflush(stdout);
-    }
 }
 
 // A unit of work larger than the cache, so that it reaches the file before it is over.
@@ -94,34 +71,6 @@ class TestVolumeFaults : public QObject {
     void init() {
         m_folder = std::make_unique<QTemporaryDir>();
         m_path = m_folder->filePath(u"volume.db"_s);
-    }
-
-    void otherFilesAreRefusedAndLeftAlone() {
-        const QByteArray volume = SmallVolume();
-        const auto with = [&volume](int place, char byte) {
-            QByteArray changed = volume;
-            changed[place] = byte;
-            return changed;
-        };
-        const std::pair<QByteArray, int> rows[] = {
-            {"Apple,raw\r\n", kErrorBadFormat},
-            {QByteArray(1, '\0'), kErrorBadFormat},
-            {QByteArray(8192, '\0'), kErrorBadFormat},
-            {with(71, 'X'), kErrorBadFormat},  // another program's database
-            {with(63, 2), kErrorNewerVersion},
-            {with(18, 2), kErrorCorrupt},  // another journal format
-            {volume.first(72), kErrorCorrupt},
-            {volume.first(95), kErrorCorrupt},
-            {volume.first(volume.size() / 2), kErrorCorrupt},
-        };
-        for (const auto& [contents, error] : rows) {
-            Save(m_path, contents);
-            CStorageEngine engine;
-            QCOMPARE(engine.Mount(m_path), error);
-            QVERIFY(!engine.IsMounted());
-            QCOMPARE(Load(m_path), contents);
-            QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{u"volume.db"_s});
-        }
     }
 
     void aPathIsNeverTakenForMore() {
@@ -187,31 +136,6 @@ class TestVolumeFaults : public QObject {
     void aLimitedFileSizeLosesNothing() {
         std::optional<CFileSizeLimit> limit(256 * 1024);
         FillUpAndGoOn([&limit] { limit.reset(); });
-    }
-
-    void whatWasConfirmedSurvivesAKill() {
-        QRandomGenerator random(100);
-        int confirmed = -1;
-        for (int round = 0; round < 100; ++round) {
-            QProcess child;
-            child.start(QCoreApplication::applicationFilePath(),
-                        {QLatin1StringView(kWriteMode), m_path});
-            for (int lines = random.bounded(0, 12); lines > 0; --lines) {
-                QVERIFY(child.canReadLine() || child.waitForReadyRead());
-                confirmed = child.readLine().trimmed().toInt();
-            }
-            QTest::qSleep(random.bounded(3));
-            child.kill();
-            QVERIFY(child.waitForFinished());
-            while (child.canReadLine()) {
-                confirmed = child.readLine().trimmed().toInt();
-            }
-            VerifyNumbersUpTo(confirmed);
-            if (QTest::currentTestFailed()) {
-                return;
-            }
-        }
-        QVERIFY(confirmed > 100);
     }
 
     void aJournalIsPlayedIntoItsOwnVolumeAlone_data() {
@@ -369,24 +293,6 @@ class TestVolumeFaults : public QObject {
         return Load(path);
     }
 
-    void VerifyNumbersUpTo(int confirmed) {
-        CStorageEngine engine;
-        QCOMPARE(engine.Mount(m_path), kOk);
-        const ObjectId database = OpenNumbers(engine);
-        const int count = CountOf(engine, database);
-        QVERIFY(count > confirmed);
-        QVERIFY2(count % 4 <= 1, "a group was cut in two");
-        for (int position = 0; position < count; ++position) {
-            ObjectId record = 0;
-            PropertyList properties;
-            QCOMPARE(engine.SeekToPosition(database, position, record), kOk);
-            QCOMPARE(engine.ReadRecord(record, properties), kOk);
-            QVERIFY(properties == Numbered(position));
-        }
-        engine.Unmount();
-        VerifySound();
-    }
-
     void VerifySound() {
         CSqliteFile file;
         QCOMPARE(file.Open(m_path), kOk);
@@ -405,9 +311,6 @@ class TestVolumeFaults : public QObject {
 int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() == 3 && arguments[1] == QLatin1StringView(kWriteMode)) {
-        return WriteUntilKilled(arguments[2]);
-    }
     if (arguments.size() == 3 && arguments[1] == QLatin1StringView(kDieMode)) {
         return DieInAWrite(arguments[2]);
     }
