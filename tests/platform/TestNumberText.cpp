@@ -36,20 +36,38 @@ class TestNumberText : public QObject {
 
     void typedNumbersFollowTheLocale() {
         const std::tuple<QString, QString, std::optional<double>> rows[] = {
-            {u" 70,5 "_s, u"de_DE"_s, 70.5}, {u"70.5"_s, u"de_DE"_s, 70.5},
+            {u" 70,5 "_s, u"de_DE"_s, 70.5},
+            {u"70.5"_s, u"de_DE"_s, 70.5},
             {u"1,500.5"_s, u"en_US"_s, 1.0},  // group separators end the number
-            {u"12 g"_s, u"en_US"_s, 12.0},   {u"\u00A04\u00A0"_s, u"fr_FR"_s, 4.0},
-            {u"0"_s, u"en_US"_s, 0.0},       {u""_s, u"en_US"_s, {}},
-            {u"abc"_s, u"en_US"_s, {}},      {u","_s, u"de_DE"_s, {}},
-            {u"1e999"_s, u"en_US"_s, {}},    {u"1e9"_s, u"en_US"_s, 1e9},
-            {u"-1e9"_s, u"en_US"_s, -1e9},   {u"1000000000.1"_s, u"en_US"_s, {}},
-            {u"-1e10"_s, u"en_US"_s, {}},    {u"\u0667\u0660\u066B\u0665"_s, u"ar_EG"_s, 70.5},
+            {u"12 g"_s, u"en_US"_s, 12.0},
+            {u"\u00A04\u00A0"_s, u"fr_FR"_s, 4.0},
+            {u"0"_s, u"en_US"_s, 0.0},
+            {u""_s, u"en_US"_s, {}},
+            {u"abc"_s, u"en_US"_s, {}},
+            {u","_s, u"de_DE"_s, {}},
+            {u"1e999"_s, u"en_US"_s, {}},
+            {u"1e9"_s, u"en_US"_s, 1e9},
+            {u"-1e9"_s, u"en_US"_s, -1e9},
+            {u"1000000000.1"_s, u"en_US"_s, {}},
+            {u"-1e10"_s, u"en_US"_s, {}},
+            {u"1E999"_s, u"en_US"_s, {}},
+            {u"-1e999"_s, u"en_US"_s, {}},
+            {QString(400, u'9'), u"en_US"_s, {}},
+            {u"1e-999"_s, u"en_US"_s, 0.0},
+            {u'.' + QString(400, u'0') + u'1', u"en_US"_s, 0.0},
+            {u"-1E-999"_s, u"en_US"_s, 0.0},
+            {QString(400, u'0') + u".5"_s, u"en_US"_s, 0.5},
+            {u"0."_s + QString(400, u'0') + u'1', u"en_US"_s, 0.0},
+            {u"\u0667\u0660\u066B\u0665"_s, u"ar_EG"_s, 70.5},
         };
         for (const auto& [text, locale, number] : rows) {
             QVERIFY2(TypedNumber(text, QLocale(locale)) == number, qPrintable(text));
+            const bool isTooLarge = !number && !text.isEmpty() && text.back().isDigit();
+            QVERIFY2(IsTypedTooLarge(text, QLocale(locale)) == isTooLarge, qPrintable(text));
         }
         QCOMPARE(ShownValue(u" 5000000000,5 ", QLocale(u"de_DE"_s)), 5000000000.5);
         QCOMPARE(ShownValue(u"none", QLocale::c()), 0.0);
+        QCOMPARE(ShownValue(u"-1e999", QLocale::c()), -std::numeric_limits<double>::infinity());
     }
 
     void fixedNumbersAreRoundedExactly() {

@@ -36,6 +36,14 @@ class TestTextCodec : public QObject {
         }
         QCOMPARE(codec.Encode(codec.Decode(all)), all);
         QCOMPARE(codec.Decode(all.first(128)), QString::fromLatin1(all.first(128)));
+        // Plain text comes in blocks: one letter beyond ASCII at every place of them.
+        for (int place = 0; place < 40; ++place) {
+            QByteArray plain(40, 'x');
+            QString decoded(40, u'x');
+            plain[place] = bytes[0];
+            decoded[place] = text[0];
+            QCOMPARE(codec.Decode(plain), decoded);
+        }
     }
 
     void whatThePageCannotHoldBecomesAQuestionMark() {
