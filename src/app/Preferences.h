@@ -16,6 +16,7 @@ struct CPreferences {
     int decimals = 2;  ///< 0 to kMaximumDecimals
     /// Which nutrients appear in lists, by nutrient index.
     std::bitset<kNutrientCount> displayed{0x5FULL};  // energy to fiber, and sugar
+    bool operator==(const CPreferences&) const = default;
 
     /// A value as the lists show it: the profile's decimals, the locale's separator.
     [[nodiscard]] QString FormatNumber(double value) const;

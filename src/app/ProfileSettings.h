@@ -29,6 +29,7 @@ struct CDietTabSettings {
     std::optional<quint32> backgroundColor;
     /// Logical pixels; 0 until the user drags a column. Nutrient columns by nutrient index.
     std::array<int, kColumnCount> columnWidths{};
+    bool operator==(const CDietTabSettings&) const = default;
 };
 
 struct CWeightTabSettings {
@@ -43,6 +44,7 @@ struct CWeightTabSettings {
     std::optional<quint32> backgroundColor;
     /// Logical pixels; 0 until the user drags a column.
     std::array<int, kColumnCount> columnWidths{};
+    bool operator==(const CWeightTabSettings&) const = default;
 };
 
 struct CExerciseTabSettings {
@@ -53,6 +55,7 @@ struct CExerciseTabSettings {
     quint32 lineColor = Rgb(255, 0, 0);
     quint32 barColor = Rgb(0, 255, 0);
     std::array<int, kColumnCount> columnWidths = {75, 75, 75};  ///< logical pixels
+    bool operator==(const CExerciseTabSettings&) const = default;
 };
 
 struct CProfileSettings {
@@ -63,6 +66,7 @@ struct CProfileSettings {
     CDietTabSettings dietTab;
     CWeightTabSettings weightTab;
     CExerciseTabSettings exerciseTab;
+    bool operator==(const CProfileSettings&) const = default;
 
     /// What a new profile starts from: today's dates, no name.
     static CProfileSettings ForNewProfile(QDate today);

@@ -261,36 +261,23 @@ class TestVelmoraDoc : public CCatalogueTest {
         CProfileSettings settings = CProfileSettings::ForNewProfile({2024, 2, 29});
         settings.user = {u"Anna"_s, false, {1990, 12, 31}, 171.25, 4};
         settings.preferences = {EWeightUnit::StonesAndPounds, EHeightUnit::Inches, EEnergyUnit::KJ,
-                                6};
-        settings.preferences.displayed = 0x0020'0000'8001'8001;
-        settings.targets.dietType = kCustomDiet;
+                                6, 0x0020'0000'8001'8001};
+        settings.targets = {{2024, 3, 1}, 81.5, {2025, 2, 28}, 74.25, 0.375, 1800.5, kCustomDiet};
+        settings.targets.nutrients[0] = 1801;
         settings.targets.nutrients[53] = 0.125;
+        settings.lastTabCommand = kMonthTabCommand;
         settings.dietTab.splitterPerMille = 1000;
         settings.dietTab.backgroundColor = Rgb(0xFE, 0x80, 0xFF);
         auto& widths = settings.dietTab.columnWidths;
         std::tie(widths[0], widths[2], widths[3], widths[55]) = std::tuple(40000, 1, 1020, 5000);
         settings.weightTab = {0, false, Rgb(1, 2, 3), {}, 0, Rgb(255, 255, 255), {1, 2, 3}};
+        settings.weightTab.columnWidths[10] = 44;
         settings.exerciseTab = {999, Rgb(9, 8, 7), 0, Rgb(0, 0, 255), 1, {5, 6, 7}};
         CProfileRecord record;
         settings.ToRecord(record);
-        const CProfileSettings read = CProfileSettings::FromRecord(record);
-        const auto fieldsOf = [](const CProfileSettings& from) {
-            const auto& [user, targets, preferences, tab, diet, weight, exercise] = from;
-            return std::tie(user.name, user.isMale, user.birthDate, user.heightCm,
-                            user.activityLevel, targets.startDate, targets.nutrients,
-                            targets.dietType, preferences.weightUnit, preferences.heightUnit,
-                            preferences.energyUnit, preferences.decimals, diet.splitterPerMille,
-                            diet.backgroundColor, weight.splitterPerMille, weight.showGoalLine,
-                            weight.textColor, weight.weightLineColor, weight.goalLineColor,
-                            weight.backgroundColor, weight.columnWidths, exercise.splitterPerMille,
-                            exercise.textColor, exercise.backgroundColor, exercise.lineColor,
-                            exercise.barColor, exercise.columnWidths);
-        };
-        QVERIFY(fieldsOf(read) == fieldsOf(settings));
-        QCOMPARE(read.preferences.DisplayedNutrients(), (std::vector<int>{0, 15, 16, 31, 53}));
         // Limited by their slots: 16 bits with a sign; steps of 4 up to 255.
         std::tie(widths[0], widths[2], widths[55]) = std::tuple(32767, 4, 1020);
-        QVERIFY(read.dietTab.columnWidths == widths);
+        QVERIFY(CProfileSettings::FromRecord(record) == settings);
     }
 
     void whatNobodyChangedIsNotWrittenBack() {
@@ -386,19 +373,28 @@ class TestVelmoraDoc : public CCatalogueTest {
         record.SetActivityLevel(99);
         record.SetDietType(-1);
         record.SetHeightCm(kNan);
+        record.SetStartWeightKg(-1);
         record.SetGoalWeightKg(kNan);
+        record.SetRateKgPerWeek(-1);
+        record.SetDailyEnergyKcal(kNan);
         record.SetTarget(0, kNan);
         record.SetBirthDate({});
         for (int i = 0; i < CProfileRecord::kSettingCount; ++i) {
             record.SetSetting(i, -1);
         }
-        const auto [user, targets, preferences, tab, dietTab, weightTab, exerciseTab] =
-            CProfileSettings::FromRecord(record);
-        QVERIFY(preferences.energyUnit == EEnergyUnit::Kcal && preferences.decimals == 2);
-        QVERIFY(user.activityLevel == 0 && user.heightCm == 170 && user.birthDate.isValid());
-        QVERIFY(targets.dietType == 3 && targets.goalWeightKg == 70 && targets.nutrients[0] == 0);
-        QVERIFY(dietTab.splitterPerMille == 500 && dietTab.columnWidths[0] == 0);
-        QVERIFY(weightTab.splitterPerMille == 500 && exerciseTab.columnWidths[0] == 0);
+        CProfileSettings read = CProfileSettings::FromRecord(record);
+        QVERIFY(read.user.birthDate.isValid());
+        CProfileSettings expected = CProfileSettings::ForNewProfile({2024, 1, 1});
+        expected.user.birthDate = read.user.birthDate;
+        // All bits set: colours are white, nutrients' columns as wide as they can be.
+        constexpr quint32 kWhite = 0xFFFFFF;
+        expected.preferences.displayed.set();
+        expected.dietTab.backgroundColor = kWhite;
+        expected.dietTab.columnWidths.fill(1020);
+        expected.dietTab.columnWidths[0] = expected.dietTab.columnWidths[1] = 0;
+        expected.weightTab = {500, false, kWhite, kWhite, kWhite, kWhite, {}};
+        expected.exerciseTab = {500, kWhite, kWhite, kWhite, kWhite, {}};
+        QVERIFY(read == expected);
     }
 
     void newProfileSpeaksTheLocalesUnits() {
