@@ -9,6 +9,7 @@
 #include "support/DataRows.h"
 #include "support/RecordingMessages.h"
 
+#include <QSet>
 #include <QTemporaryDir>
 #include <limits>
 
@@ -71,6 +72,12 @@ class TestItemRecords : public QObject {
         const auto& [layout, count, sort] = DataRow<const CRecordLayout*, int, quint32>();
         QCOMPARE(layout->Count(), count);
         QCOMPARE(layout->SortPropertyId(), sort);
+        QSet<QString> names;
+        for (const CPropertyDescription& property : layout->properties) {
+            names.insert(QLatin1StringView(property.name));
+            QCOMPARE(property.capacity > 0, property.type == EPropertyType::Text);
+        }
+        QCOMPARE(names.size(), count);
         CItemDatabaseBase database(*m_store, *layout);
         QVERIFY(database.Open(false, u"Any"_s));
         CItemRecord written(*layout);
@@ -89,6 +96,16 @@ class TestItemRecords : public QObject {
         CItemRecord empty(*layout);
         QVERIFY(database.Read(1 - place, empty));
         QVERIFY(empty == read);
+    }
+
+    void numberedPropertiesAreNamedInOrder() {
+        const auto named = [](const CRecordLayout& layout, int number) {
+            return QString::fromLatin1(layout.properties[number].name);
+        };
+        QCOMPARE(named(kFoodLayout, 57) + u", "_s + named(kFoodLayout, 76),
+                 u"Serving size 1, Serving weight (gm) 10"_s);
+        QCOMPARE(named(kProfileLayout, 93) + u", "_s + named(kProfileLayout, 158),
+                 u"Setting 80, Target of User defined 20"_s);
     }
 
     void wrongRecordsAreReported() {
@@ -134,6 +151,12 @@ class TestItemRecords : public QObject {
         // The character that would be cut in two is left out.
         menu.SetName(QString(63, u'm') + u"\U0001F34E"_s);
         QCOMPARE(menu.GetName(), QString(63, u'm'));
+        CCategory category;
+        category.SetName(QString(200, u'c'));
+        QCOMPARE(category.GetName(), QString(127, u'c'));
+        CRecipeItem recipe;
+        recipe.SetInstructions(QString(40'000, u'i'));
+        QCOMPARE(recipe.GetInstructions(), QString(32'767, u'i'));
         PropertyList stored = CDietEntry().GetProperties();
         stored[3] = QString(65, u'c');
         stored[6] = std::numeric_limits<double>::quiet_NaN();
