@@ -1,5 +1,6 @@
 // The engine against a plain sorted list, and its refusals.
 #include "store/engine/EngineSteps.h"
+#include "store/engine/SqliteFile.h"
 #include "support/DataRows.h"
 
 #include <QDir>
@@ -124,7 +125,15 @@ class TestStorageEngine : public QObject {
         ObjectId record = 0;
         QCOMPARE(m_engine->AddRecord(m_database, {QString()}, record), int(kErrorInvalidParameter));
         QCOMPARE(m_engine->AddRecord(99, Numbered(1), record), int(kErrorFileNotFound));
-        QCOMPARE(m_engine->SeekToPosition(m_database, -1, record), int(kErrorFileNotFound));
+        qint64 key = 0;
+        for (const int position : {-1, 0}) {
+            QCOMPARE(m_engine->SeekToPosition(m_database, position, record),
+                     int(kErrorFileNotFound));
+            QCOMPARE(m_engine->KeyAt(m_database, position, key), int(kErrorFileNotFound));
+        }
+        QCOMPARE(m_engine->Mount(m_path), int(kErrorInvalidParameter));
+        QCOMPARE(m_engine->UndoGroup(), int(kErrorInvalidParameter));
+        QCOMPARE(CStorageEngine().BeginGroup(), int(kErrorInvalidParameter));
     }
 
     void aDeletedDatabaseTakesItsRecordsAlong() {
@@ -164,6 +173,58 @@ class TestStorageEngine : public QObject {
         const ObjectId database = Created(*m_engine, u"Numbers"_s);
         QCOMPARE(database, m_database + 1);
         QCOMPARE(Added(*m_engine, database, Numbered(6)), fourth + 2);
+    }
+
+    // Three blocks with keys 0 to 489, 490 to 979, and 980 to 989.
+    void blocksThatContradictThemselvesAreDamage_data() {
+        constexpr bool kAtOnce = true;
+        constexpr bool kWhenRead = false;
+        AddRows<const char*, bool>({
+            {"empty block", "count=0 WHERE firstKey=0", kAtOnce},
+            {"block too large", "count=491 WHERE firstKey=0", kAtOnce},
+            {"no ordinal", "ordinal=0 WHERE firstKey=0", kAtOnce},
+            {"ordinal too large", "ordinal=1<<62 WHERE firstKey=980", kAtOnce},
+            {"equal ordinals", "ordinal=1<<32", kAtOnce},
+            {"keys out of order", "firstKey=-1 WHERE firstKey=980", kAtOnce},
+            {"count too small", "count=489 WHERE firstKey=490", kWhenRead},
+            {"another first key", "firstKey=491 WHERE firstKey=490", kWhenRead},
+            {"keys past the next block", "firstKey=978 WHERE firstKey=980", kWhenRead},
+            {"entry cut off", "entries=substr(entries, 1, 7839) WHERE firstKey=490", kWhenRead},
+            {"no entries", "entries=x'' WHERE firstKey=490", kWhenRead},
+            {"unsorted",
+             "entries=substr(entries, 1, 16) || substr(entries, 33, 16) || substr(entries, 17, 16) "
+             "|| substr(entries, 49) WHERE firstKey=490",
+             kWhenRead},
+            {"no record",
+             "entries=substr(entries, 1, 7832) || x'0000000000000000' WHERE firstKey=490",
+             kWhenRead},
+        });
+    }
+
+    void blocksThatContradictThemselvesAreDamage() {
+        const auto& [change, isSeenAtOnce] = DataRow<const char*, bool>();
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        for (int i = 0; i < 990; ++i) {
+            QVERIFY(Added(*m_engine, m_database, Numbered(i)) != 0);
+        }
+        QCOMPARE(m_engine->EndGroup(), kOk);
+        QCOMPARE(m_engine->Unmount(), kOk);
+        {
+            CSqliteFile file;
+            QCOMPARE(file.Open(m_path), kOk);
+            QCOMPARE(file.Execute((QByteArray("UPDATE blocks SET ") + change).constData()), kOk);
+        }
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        int count = 0;
+        ObjectId record = 0;
+        const int first = isSeenAtOnce ? int(kErrorCorrupt) : kOk;
+        QCOMPARE(m_engine->CountRecords(m_database, count), first);
+        QCOMPARE(m_engine->SeekToPosition(m_database, 489, record), first);
+        QCOMPARE(m_engine->SeekToPosition(m_database, 490, record), int(kErrorCorrupt));
+        QCOMPARE(m_engine->LowerBound(m_database, 700, count), int(kErrorCorrupt));
+        QCOMPARE(m_engine->AddRecord(m_database, Numbered(700), record), int(kErrorCorrupt));
+        QCOMPARE(m_engine->DeleteDatabase(m_database), kOk);
+        QCOMPARE(CountOf(*m_engine, m_database), -1);
     }
 
   private:
