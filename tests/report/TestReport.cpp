@@ -173,15 +173,6 @@ class TestReport : public CDiaryTest {
         QVERIFY(Written({kFirst, kFirst}).contains("From: ,14/4/2006\r\n"));
     }
 
-    void aDayOfManyEntriesIsReportedWhole() {
-        for (int i = 0; i < 130; ++i) {
-            AddFoodEntry({kFirst, {12, 0}}, 2, u"Pea"_s, u""_s, 1, u"pod"_s, 0.5, 0);
-        }
-        const QByteArray written = Written({kFirst, kFirst});
-        QCOMPARE(written.count("Pea,1.0xpod,0.5,0.0\r\n"), 130);
-        QVERIFY(written.endsWith("Total,,65.0,0.0\r\n\r\n"));
-    }
-
     void aDamagedEntryIsToldAndEndsItsDay() {
         AddThreeDays();
         CItemDatabaseBase& diet = Database().Diet();
