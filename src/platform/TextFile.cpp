@@ -50,7 +50,7 @@ CTextFile::CTextFile() : m_codec(COemCodec::CodePageOf(QLocale())) {}
 CTextFile::~CTextFile() = default;
 
 bool CTextFile::OpenForReading(const QString& path, qint64 mostStreamBytes) {
-    Q_ASSERT(!m_input && !m_output);
+    Q_ASSERT(m_buffer.isEmpty());
     // Without O_NONBLOCK opening a pipe waits for its other end.
     const int descriptor =
         open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
@@ -63,14 +63,14 @@ bool CTextFile::OpenForReading(const QString& path, qint64 mostStreamBytes) {
         return false;
     }
     m_input = std::move(input);
-    StartBuffer();
+    m_buffer.resize(kBufferBytes);
     m_isStream = !S_ISREG(status.st_mode);
     m_streamBytesLeft = mostStreamBytes;
     return true;
 }
 
 bool CTextFile::Create(const QString& path, EReaders readers) {
-    Q_ASSERT(!m_input && !m_output);
+    Q_ASSERT(m_buffer.isEmpty());
     if (HasLostBytes(path)) {
         return false;
     }
@@ -92,7 +92,7 @@ bool CTextFile::Create(const QString& path, EReaders readers) {
         return false;
     }
     m_output = std::move(output);
-    StartBuffer();
+    m_buffer.resize(kBufferBytes);
     return true;
 }
 
@@ -102,9 +102,7 @@ bool CTextFile::Close() {
     }
     m_output.reset();
     m_input.reset();
-    m_buffer.clear();
-    m_begin = 0;
-    m_end = 0;
+    m_begin = m_end;
     return !m_hasFailed;
 }
 
@@ -181,19 +179,6 @@ void CTextFile::AppendText(QByteArray& bytes, QStringView text) const {
     const qsizetype end = bytes.size();
     bytes.resize(end + text.size());
     m_codec.EncodeTo(bytes.data() + end, text);
-}
-
-void CTextFile::StartBuffer() {
-    m_buffer.resize(kBufferBytes);
-    m_begin = 0;
-    m_end = 0;
-    m_isStream = false;
-    m_isStarted = false;
-    m_isTooLong = false;
-    m_isUtf8 = false;
-    m_isAtEnd = false;
-    m_isLineFeedDue = false;
-    m_hasFailed = false;
 }
 
 void CTextFile::ReadMark() {

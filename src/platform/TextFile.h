@@ -11,10 +11,10 @@
 
 #include "platform/TextCodec.h"
 
-/// Open for reading or for writing, never both. A file being written replaces the old one only
-/// when Close succeeds, so a full disk leaves the old file as it was. Two targets are written
-/// directly instead: what is no regular file (a pipe, a device), and a file in a folder where
-/// nothing can be created. A file that is not closed before this object goes is discarded.
+/// Opens one file in its life, for reading or for writing. A file being written replaces the old
+/// one only when Close succeeds, so a full disk leaves the old file as it was. Two targets are
+/// written directly instead: what is no regular file (a pipe, a device), and a file in a folder
+/// where nothing can be created. A file that is not closed before this object goes is discarded.
 ///
 /// What is no regular file when it is read (a pipe, a device) is a stream: it may make the reader
 /// wait, and at most a gigabyte of it is taken.
@@ -60,7 +60,6 @@ class CTextFile {
     void EncodeTo(char* bytes, QStringView text) const { m_codec.EncodeTo(bytes, text); }
 
   private:
-    void StartBuffer();
     void ReadMark();
     bool FillBuffer();
     bool WaitForBytes();
