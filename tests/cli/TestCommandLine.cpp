@@ -247,7 +247,7 @@ class TestCommandLine : public QObject {
              u"rate\t0.5|energy\t1680.9924444444441|target Food energy (kcal)\t1681"_s},
             {u"profile set Ann --rate 1 --energy 1500"_s,
              u"goal\t2026-07-06|energy\t1500|target Protein(g)\t75"_s},  // 1500 x 0.2 x 0.25
-            {u"profile set Ann --height 181"_s, u"height\t181|energy\t1500|diet\t3"_s},
+            {u"profile set Ann --height 1"_s, u"height\t1|energy\t1500|diet\t3"_s},
             // Targets that the diet decides make it the custom one, where they differ.
             {u"profile set Ann --target 1=75 --target 34=2"_s,
              u"diet\t3|target User defined 1\t2"_s},
