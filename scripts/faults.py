@@ -30,7 +30,8 @@ ASSERTIONS = ("static_assert", "Q_ASSERT", "Q_ASSERT_X")
 RESERVES = re.compile(r"[\w.>-]+(\.|->)reserve\(")
 # Of our constants, those that are 0 or the first of their enum.
 SAME_AS_EMPTY = re.compile(
-    r"(\{.*|nullptr|std::nullopt|false|0|kErrorSuccess|E\w+::None|ETake::Taken|EVolumeState::Sound|Q\w+\(\)|-?\d+|true)", re.S)
+    r"(\{.*|nullptr|std::nullopt|false|0|Q\w+\(\)|-?\d+|true|"
+    r"kErrorSuccess|E\w+::None|ETake::Taken|EVolumeState::Sound)", re.S)
 
 
 @dataclass(frozen=True)

@@ -11,6 +11,9 @@ class TestComposedItems : public CCatalogueTest {
     void aCopyHasComponentsOfItsOwn() {
         const qint32 lunch = Menu(u"Lunch"_s, {u"Soup"_s, u"Bread"_s});
         QVERIFY(Database().Composed().AddCopy(kMenus, 0, u"Late lunch"_s));
+        QVERIFY(!Database().Composed().AddCopy(kMenus, 6, u"Nothing"_s));
+        QCOMPARE(Database().Catalogue().CountItems(kMenus), 2);
+        QCOMPARE(Database().Menus().Count(), 6);
         CMenuItem copy;
         QVERIFY(Database().Menus().Read(1, copy));
         QCOMPARE(copy.GetName(), u"Late lunch"_s);
@@ -29,7 +32,12 @@ class TestComposedItems : public CCatalogueTest {
         QVERIFY(AddPart(Database(), kRecipes, pie, u"Dough"_s, 0, EItemKind::Recipe, dough));
         QVERIFY(Database().DeleteItem(kRecipes, 1));
         Reopen();
-        QVERIFY(AddComposed(Database(), kRecipes, 1, u"Tart"_s) > dough);
+        const qint32 tart = AddComposed(Database(), kRecipes, 1, u"Tart"_s);
+        QVERIFY(tart > dough);
+        QVERIFY(AddPart(Database(), kMenus, lunch, u"Tart"_s, 0, EItemKind::Recipe, tart));
+        QVERIFY(Database().DeleteItem(kRecipes, 1));
+        Reopen();
+        QCOMPARE(AddComposed(Database(), kRecipes, 1, u"Cake"_s), tart + 1);
     }
 
     void componentsLeftBehindByACrashGoWhenTheCatalogueOpens() {
@@ -48,6 +56,10 @@ class TestComposedItems : public CCatalogueTest {
         Reopen();
         QCOMPARE(Database().Menus().Count(), 2);
         QCOMPARE(PartsOf(Database(), kMenus, lunch), u"Soup"_s);
+        // Components of a damaged menu may be wanted again.
+        QVERIFY(AddPart(Database(), kMenus, unfinished, u"Milk"_s));
+        Damage(Database().Menus(), 0);
+        QCOMPARE(Database().Menus().Count(), 3);
     }
 
     // First the journal finds no room, then one page of the file after the other.
@@ -80,6 +92,9 @@ class TestComposedItems : public CCatalogueTest {
         put(crust, pie);
         QVERIFY(Database().Composed().RecipeHolds(pie, dough));
         QVERIFY(!Database().Composed().RecipeHolds(dough, pie));
+        QCOMPARE(Database().Composed().FindRecipe(dough), 0);
+        QCOMPARE(Database().Composed().FindRecipe(pie), 2);
+        QCOMPARE(Database().Composed().FindRecipe(pie + 1), -1);
         // Only a foreign program writes this; it must not go round for ever.
         put(pie, dough);
         QVERIFY(!Database().Composed().RecipeHolds(dough, pie + 1));
