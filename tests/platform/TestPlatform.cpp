@@ -4,6 +4,7 @@
 
 #include "platform/FileTime.h"
 #include "platform/Messages.h"
+#include "platform/Process.h"
 #include "platform/RegistrySettings.h"
 #include "platform/VolumePlace.h"
 #include "support/Files.h"
@@ -87,6 +88,12 @@ class TestPlatform : public QObject {
         ShowMessage(u"Four"_s);
         QCOMPARE(outer.shown, QStringList{u"Four"_s});
         QCOMPARE(outer.waits, 0);
+    }
+
+    void bytesThatAreNoTextAreShownByTheirNumbers() {
+        const char* const words[] = {"\xFF", "plain", "z\x1F ~\x7F\x80", "\xFE"};
+        QCOMPARE(FirstUndecodableWord(2, words), std::nullopt);
+        QCOMPARE(FirstUndecodableWord(4, words), u"z\\x1f ~\\x7f\\x80"_s);
     }
 
     void theVolumeStandsBesideTheProgramWhereItCan() {

@@ -61,12 +61,12 @@ EPlatformError SaveVolumeCopy(CSqliteFile& volume, const QString& path) {
     if (error == kErrorSuccess) {
         error = Compare(volume, part);
     }
-    if (error != kErrorSuccess && error != kErrorCorrupt) {
-        QFile::remove(part);
-        return error;
-    }
     // Takes the place of a file of that name at once.
-    const bool isNamed =
-        std::rename(QFile::encodeName(part).constData(), QFile::encodeName(path).constData()) == 0;
-    return isNamed ? error : kErrorAccessDenied;
+    if ((error == kErrorSuccess || error == kErrorCorrupt) &&
+        std::rename(QFile::encodeName(part).constData(), QFile::encodeName(path).constData()) !=
+            0) {
+        error = kErrorAccessDenied;
+    }
+    QFile::remove(part);  // unless it has its name
+    return error;
 }

@@ -109,6 +109,19 @@ class TestVolumeLost : public QObject {
         }
     }
 
+    void aCopyThatCannotBeMadeLeavesNothing() {
+        const QString folder = m_folder->filePath(u"folder"_s);
+        QVERIFY(QDir().mkdir(folder));
+        QCOMPARE(m_engine->SaveCopy(folder), int(kErrorAccessDenied));
+        QVERIFY(m_engine->SaveCopy(m_folder->filePath(u"none/copy.db"_s)) != kOk);
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        QVERIFY(Added(*m_engine, m_database, Numbered(kCount)) != 0);
+        QCOMPARE(m_engine->SaveCopy(m_folder->filePath(u"copy.db"_s)), int(kErrorInvalidParameter));
+        QCOMPARE(m_engine->EndGroup(), kOk);
+        const QStringList copies = {u"copy.db*"_s, u"*.part"_s};
+        QCOMPARE(QDir(m_folder->path()).entryList(copies), QStringList());
+    }
+
     void aVolumePutBackGoesOn() {
         QVERIFY(QFile::rename(m_path, m_path + u".away"_s));
         QVERIFY(Added(*m_engine, m_database, Numbered(kCount)) == 0);
