@@ -365,34 +365,19 @@ class TestCommandLine : public QObject {
         }
     }
 
-    void filesComeOutAsTheyWentIn_data() {
-        AddRows<QString, QString, QByteArray>({
-            {"foods", u"foods "_s, u"foods"_s, Load(QStringLiteral(VELMORA_STARTER_FOODS))},
-            // Letters beyond ASCII, commas and quotes, rates in both units.
-            {"exercises", u"exlib "_s, u"exercises"_s,
-             "<Exercises>\r\nNDB_No,Category,Exercise name,Exercise type,Energy (MET),"
-             "Energy (kcal/min)\r\n0000,\"Group 0\",\"Caf\x82 \"no 0\" walk\",\"slow, 0\",3.562,"
-             "0.000,\r\n0001,\"Group 1\",\"Run\",\"fast\",0.000,0.137,\r\n<End>\r\n"},
-        });
-    }
     void filesComeOutAsTheyWentIn() {
-        const auto& [group, word, bytes] = DataRow<QString, QString, QByteArray>();
-        const QString source = Path(u"in.csv"_s);
-        Save(source, bytes);
-        const int items = static_cast<int>(bytes.count('\n')) - 3;  // marker, header, end
-        const auto told = [&, items](const QString& text) {
-            return u"0|"_s + QString(text).replace(u'#', QString::number(items)).arg(word) + u'\n';
-        };
-        const auto import = [&, this](const QString& option) {
-            const COutcome outcome = Run(group + u"import "_s + source + option);
-            return QString::number(outcome.status) + u'|' + outcome.output;
-        };
-        QCOMPARE(import({}), told(u"Imported # %1."_s));
-        QCOMPARE(Run(group + u"export out.csv"_s).status, 0);
-        QVERIFY(Load(Path(u"out.csv"_s)) == bytes);
-        QCOMPARE(import(u" --existing skip"_s), told(u"Imported 0 %1. Skipped # existing %1."_s));
-        QCOMPARE(import({}), told(u"Imported # %1. Replaced # existing %1."_s));
-        QCOMPARE(import(u" --existing add"_s), told(u"Imported # %1."_s));
+        const QString foods = QStringLiteral(VELMORA_STARTER_FOODS);
+        for (const auto& [option, told] :
+             {std::pair(""_L1, "Imported # foods.\n"_L1),
+              {" --existing skip"_L1, "Imported 0 foods. Skipped # existing foods.\n"_L1},
+              {" --existing overwrite"_L1, "Imported # foods. Replaced # existing foods.\n"_L1},
+              {""_L1, "Imported # foods. Replaced # existing foods.\n"_L1}}) {
+            QCOMPARE(Run(u"foods import "_s + foods + option).output,
+                     QString(told).replace(u'#', u"68"_s));
+            QCOMPARE(Run(u"foods export out.csv"_s).status, 0);
+            QVERIFY(Load(Path(u"out.csv"_s)) == Load(foods));
+        }
+        QCOMPARE(Run(u"foods import --existing add "_s + foods).output, u"Imported 68 foods.\n"_s);
     }
 
     void lunchIsScaledAndSetAgainstTheTargets() {
