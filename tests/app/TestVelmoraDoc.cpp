@@ -358,7 +358,8 @@ class TestVelmoraDoc : public CCatalogueTest {
         Reopen();
         QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));
         QCOMPARE(m_messages->Said(), QString());
-        QCOMPARE(m_doc->Settings().user.name, u"Anna"_s);
+        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Loaded);
+        QCOMPARE(record.GetUserName(), u"Anna"_s);
         QCOMPARE(m_doc->Settings().dietTab.splitterPerMille, 300);
         QVERIFY(m_doc->Preferences().DisplayedNutrients() == CPreferences().DisplayedNutrients());
     }
