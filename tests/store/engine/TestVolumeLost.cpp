@@ -122,6 +122,15 @@ class TestVolumeLost : public QObject {
         QCOMPARE(QDir(m_folder->path()).entryList(copies), QStringList());
     }
 
+    void aCopyOfDamageIsMadeAndSaysSo() {
+        m_engine->Unmount();
+        WriteInPlace(10 * 8192 + 4096, QByteArray(4096, '\0'));  // half a page of records
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        const QString copy = m_folder->filePath(u"copy.db"_s);
+        QCOMPARE(m_engine->SaveCopy(copy), int(kErrorCorrupt));
+        QCOMPARE(Load(copy).size(), Load(m_path).size());
+    }
+
     void aVolumePutBackGoesOn() {
         QVERIFY(QFile::rename(m_path, m_path + u".away"_s));
         QVERIFY(Added(*m_engine, m_database, Numbered(kCount)) == 0);
