@@ -398,7 +398,7 @@ class TestVelmoraDoc : public CCatalogueTest {
         QVERIFY(read == expected);
     }
 
-    void newProfileSpeaksTheLocalesUnits() {
+    void aNewProfileHasDefaultsInTheLocalesUnits() {
         for (const auto& [locale, weight, height] :
              {std::tuple("de_DE", EWeightUnit::Kilograms, EHeightUnit::Centimetres),
               {"en_US", EWeightUnit::Pounds, EHeightUnit::Feet},
@@ -407,6 +407,10 @@ class TestVelmoraDoc : public CCatalogueTest {
             const auto settings = CProfileSettings::ForNewProfile({2024, 1, 1});
             QCOMPARE(settings.preferences.weightUnit, weight);
             QCOMPARE(settings.preferences.heightUnit, height);
+            // Thirty years old; twelve weeks without a change on the pyramid.
+            QVERIFY(settings.user == (CUserInformation{{}, true, {1994, 1, 1}, 170, 0}));
+            QVERIFY(settings.targets ==
+                    (CTargets{{2024, 1, 1}, 70, {2024, 3, 25}, 70, 0, 0, 3, {}}));
         }
         QLocale::setDefault(QLocale::c());
     }
