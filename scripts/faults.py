@@ -30,7 +30,7 @@ ASSERTIONS = ("static_assert", "Q_ASSERT", "Q_ASSERT_X")
 RESERVES = re.compile(r"[\w.>-]+(\.|->)reserve\(")
 # Of our constants, those that are 0 or the first of their enum.
 SAME_AS_EMPTY = re.compile(
-    r"(\{.*|nullptr|std::nullopt|false|0|Q\w+\(\)|-?\d+|true|"
+    r"(\{.*|nullptr|std::nullopt|false|0\.0|Q\w+\(\)|-?\d+|true|"
     r"kErrorSuccess|E\w+::None|ETake::Taken|EVolumeState::Sound)", re.S)
 
 

@@ -74,7 +74,7 @@ bool CVelmoraDoc::OpenCatalogue() {
     SaveViewState();
     m_settingsLoaded = false;
     m_nutrientNames.clear();
-    m_database.reset();  // one owner of the volume at a time
+    // The one before closes the volume here: it has one owner at a time.
     m_database = std::make_unique<CDatabase>(m_volumePath);
     m_database->GetStore().SetLossHost(m_lossHost);
     if (!m_database->OpenCatalogue()) {

@@ -242,11 +242,15 @@ class TestVelmoraDoc : public CCatalogueTest {
     }
 
     void failedSwitchKeepsTheActiveProfile() {
-        QVERIFY(CreateProfile(u"Anna"_s) && m_doc->SetActiveProfile(u"Anna"_s));
-        QVERIFY(!m_doc->SetActiveProfile(u"Foods"_s));
-        QCOMPARE(m_doc->GetActiveProfile(), u"Anna"_s);
-        QCOMPARE(CRegistrySettings::Read().userProfileName, u"Anna"_s);
-        QVERIFY(m_doc->Database().Diet().IsOpen());
+        QVERIFY(CreateProfile(u"Bert"_s) && CreateProfile(u"Anna"_s));
+        QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));
+        QVERIFY(Database().GetStore().DeleteDatabase(u"Bert_Weight"_s, kWeightType));
+        for (const QString& name : {u"Foods"_s, u"Bert"_s}) {
+            QVERIFY(!m_doc->SetActiveProfile(name));
+            QCOMPARE(m_doc->GetActiveProfile(), u"Anna"_s);
+            QCOMPARE(CRegistrySettings::Read().userProfileName, u"Anna"_s);
+            QVERIFY(Database().Diet().IsOpen());
+        }
     }
 
     void titleIsCutAfter18Characters() {

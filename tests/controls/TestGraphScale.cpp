@@ -20,6 +20,7 @@ class TestGraphScale : public QObject {
             {"zero", 0, 0, 5, u"-1 -0.5 0 0.5 1"_s, 1},
             {"below zero", -800, 450, 6, u"-1000 -500 0 500"_s, 0},
             {"two ticks", 3, 97, 2, u"0 100"_s, 0},
+            {"room for one", 3, 97, 1, u"0 100"_s, 0},
             {"two ticks over a round number", 95, 105, 2, u"90 110"_s, 0},
             {"two ticks around zero", -80, 45, 2, u"-200 200"_s, 0},
             {"nothing to tell apart", 70, 70.0000001, 4, u"65 70 75"_s, 0},
