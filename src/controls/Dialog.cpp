@@ -24,7 +24,8 @@ constexpr int kSmallScreenWidth = 400;
 /// Lets three buttons stand side by side on the narrowest screen, and a click on one leave the
 /// focus where it is, so that an open editor is still there to be ended.
 void MakeCompact(QPushButton* button) {
-    button->setMinimumWidth(button->fontMetrics().horizontalAdvance(button->text()) + 4 * kMargin);
+    const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
+    button->setMinimumWidth(text.width() + 4 * kMargin);
     button->setFocusPolicy(Qt::TabFocus);
 }
 

@@ -130,7 +130,8 @@ QWidget* CComposedEditDialog::MakeFoodsPage() {
         auto* button = new QPushButton(text);
         button->setObjectName(name);
         button->setAutoDefault(false);
-        button->setMinimumWidth(button->fontMetrics().horizontalAdvance(text) + 2 * kPageMargin);
+        const QSize size = button->fontMetrics().size(Qt::TextShowMnemonic, text);
+        button->setMinimumWidth(size.width() + 2 * kPageMargin);
         button->setToolTip(shortcut.toString(QKeySequence::NativeText));
         connect(button, &QPushButton::clicked, this, run);
         auto* key = new QShortcut(shortcut, m_components);
