@@ -167,22 +167,23 @@ class CPortrait {
     /// Titles, then rows, of cells between two '|'; "*" is selected, "x" checked.
     static QString Rows(const QTreeView& view) {
         const QAbstractItemModel& model = *view.model();
-        const auto aligned = [](const QVariant& is) {
-            return Aligned(Qt::Alignment::fromInt(is.toInt()),
-                           is.isNull() ? Qt::Alignment() : Qt::AlignLeft);
+        const auto alignment = [](const QVariant& is) {
+            return Qt::Alignment::fromInt(is.isNull() ? Qt::AlignLeft : is.toInt());
         };
         QStringList rows;
         for (int row = -1; row < model.rowCount(); ++row) {
             QStringList cells;
             for (int column = 0; column < model.columnCount(); ++column) {
+                const auto title =
+                    alignment(model.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole));
                 const QModelIndex cell = model.index(row, column);
-                cells.append(row < 0 ? model.headerData(column, Qt::Horizontal).toString() +
-                                           aligned(model.headerData(column, Qt::Horizontal,
-                                                                    Qt::TextAlignmentRole))
-                                     : cell.data().toString() +
-                                           aligned(cell.data(Qt::TextAlignmentRole)) +
-                                           If(cell.data(Qt::CheckStateRole).toInt() > 0, u"x"_s) +
-                                           If(view.selectionModel()->isSelected(cell), u"*"_s));
+                cells.append(row < 0
+                                 ? model.headerData(column, Qt::Horizontal).toString() +
+                                       Aligned(title, Qt::AlignLeft)
+                                 : cell.data().toString() +
+                                       Aligned(alignment(cell.data(Qt::TextAlignmentRole)), title) +
+                                       If(cell.data(Qt::CheckStateRole).toInt() > 0, u"x"_s) +
+                                       If(view.selectionModel()->isSelected(cell), u"*"_s));
             }
             rows.append(cells.join(u'|'));
         }
