@@ -90,19 +90,6 @@ class TestDialog : public QObject {
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
     }
 
-    void tabGoesThroughTheFieldsBeforeTheButtons() {
-        CSampleDialog dialog;
-        QCOMPARE(dialog.focusWidget(), dialog.m_first);
-        QStringList order;
-        for (int i = 0; i < 20 && dialog.focusWidget() != nullptr; ++i) {
-            order.append(dialog.focusWidget()->objectName());
-            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
-        }
-        QVERIFY2(order.indexOf(u"ok"_s) > 0, qPrintable(order.join(u' ')));
-        QCOMPARE(order.indexOf(u"cancel"_s), order.indexOf(u"ok"_s) + 1);
-        QCOMPARE(order.value(order.indexOf(u"cancel"_s) + 1), order.first());  // and round again
-    }
-
     void anOpenPickListIsAllThatCloses() {
         CSampleDialog dialog;
         QSignalSpy picked(&dialog.m_pickList, &CPickList::Picked);

@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "support/Clicks.h"
+#include "support/Portrait.h"
 
 using namespace Qt::StringLiterals;
 
@@ -211,6 +212,7 @@ class TestGrid : public QObject {
         m_grid->setColumnWidth(0, 50);
         m_window->resize(400, 320);
         QCOMPARE(m_grid->columnWidth(0), 50);
+        QCOMPARE(CPortrait::TraitsOf(*m_grid), u"flat closed uniform locked fixed short thin"_s);
     }
 };
 

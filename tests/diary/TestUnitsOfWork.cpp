@@ -242,8 +242,7 @@ class TestUnitsOfWork : public CDiaryTest {
 
     /// Texts of the records of a database; "?" for one that cannot be read.
     template <typename Item>
-    QString Texts(CItemDatabase<Item>& database,
-                  const std::function<QString(const Item&)>& textOf) {
+    QString Texts(CItemDatabase<Item>& database, auto textOf) {
         QStringList texts;
         for (int position = 0; position < database.Count(); ++position) {
             Item item;
@@ -253,27 +252,24 @@ class TestUnitsOfWork : public CDiaryTest {
         return texts.join(u',');
     }
     QString Meals() {
-        return Texts<CDietEntry>(Database().Diet(), [](const CDietEntry& entry) {
+        return Texts(Database().Diet(), [](const auto& entry) {
             return DateOf(entry.GetMoment()) == kDay ? entry.GetName() : QString();
         });
     }
     QString Weights() {
-        return Texts<CWeightEntry>(Database().Weight(), [](const CWeightEntry& entry) {
-            return kPeople[TimeOf(entry.GetMoment()).hour()];
-        });
+        return Texts(Database().Weight(),
+                     [](const auto& entry) { return kPeople[TimeOf(entry.GetMoment()).hour()]; });
     }
     QString Done() {
-        return Texts<CExerciseEntry>(Database().Exercises(),
-                                     [](const CExerciseEntry& entry) { return entry.GetName(); });
+        return Texts(Database().Exercises(), [](const auto& done) { return done.GetName(); });
     }
     QString FoodNames() {
-        return Texts<CFoodItem>(Database().Foods(), [this](const CFoodItem& food) {
+        return Texts(Database().Foods(), [this](const auto& food) {
             return food.GetCategoryId() == m_high ? food.GetName() : QString();
         });
     }
     QString MenuNames() {
-        return Texts<CMenuItem>(Database().Menus(),
-                                [](const CMenuItem& menu) { return menu.GetName(); });
+        return Texts(Database().Menus(), [](const auto& menu) { return menu.GetName(); });
     }
     CCatalogueRules Foods() { return {Database(), kFoods}; }
     CCatalogueRules::Entries Listed(ECatalogueKind kind, qint32 category) {

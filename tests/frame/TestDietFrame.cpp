@@ -109,32 +109,6 @@ class TestDietFrame : public CDiaryTest {
         QCOMPARE(m_doc->Settings().lastTabCommand, 65008);
     }
 
-    void theCommandBarIsThatOfTheView() {
-        CDietFrame frame(*m_doc);
-        QStringList commands;
-        for (const QAction* menu : frame.menuBar()->actions()) {
-            commands.append(menu->text());
-            for (const QAction* action : menu->menu()->actions()) {
-                commands.append(action->text());
-            }
-        }
-        QCOMPARE(commands.join(u'|'),
-                 u"&File|Open profile...|Report...|&Exit|"
-                 "&Edit|Add entry...|Edit entry...|Delete entry...|Move entry...|"
-                 "Duplicate entry...|"
-                 "&Tools|Preferences...|User...|Targets...|Foods...|Purge...|"
-                 "About Velmora...|&Help|Velmora help"_s);
-        QStringList tips;
-        for (const QAction* action : Find<QToolBar>(frame, "commands")->actions()) {
-            tips.append(action->isSeparator() ? QString() : action->toolTip());
-        }
-        tips.removeAll(QString());
-        QCOMPARE(tips.join(u'|'),
-                 u"Add food/menu/recipe to meal|Delete food/menu/recipe from meal|"
-                 "Diet monitor tab|Weight monitor tab|Exercises monitor tab|Foods tab|Menus tab|"
-                 "Recipes tab|Exlib tab"_s);
-    }
-
     void switchButtonsStayWhereTheyAre() {
         CDietFrame frame(*m_doc);
         frame.show();

@@ -1,41 +1,20 @@
 // What the windows do when the volume is removed, replaced or written over beneath them.
-#include "diary/DiaryFixture.h"
+#include "FrameFixture.h"
 
-#include <QAction>
 #include <QSpinBox>
 
 #include "app/FrameCommands.h"
 #include "controls/Dialog.h"
 #include "controls/ReportList.h"
-#include "frame/DietFrame.h"
 #include "support/Clicks.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
 
-class TestVolumeLoss : public CDiaryTest {
+class TestVolumeLoss : public CFrameTest {
     Q_OBJECT
 
   private slots:
-    void init() {
-        MakeDiary();
-        AddCatalogue();
-        AddEntry(u"Tea"_s, QTime(8, 0), 2, 20);
-        AddDone(u"Walking"_s, kDay, QTime(9, 0), 30, 100);
-        QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay, QTime(7, 0), 80)));
-        AddCategory(Database(), u"Menus"_s, kMenus);
-        AddCategory(Database(), u"Sport"_s, kExercises);
-        CMenuItem menu;
-        menu.SetParentId(1);
-        menu.SetItemId(Database().Composed().AllocateItemId(kMenus));
-        menu.SetName(u"Breakfast"_s);
-        QVERIFY(Database().Menus().Write(-1, menu));
-        CExerciseItem exercise;
-        exercise.SetCategoryId(1);
-        exercise.SetName(u"Rowing"_s);
-        exercise.SetType(u"fast"_s);
-        exercise.SetMet(5);
-        QVERIFY(Database().Exlib().Write(-1, exercise));
-    }
+    void init() { FillEveryView(); }
 
     void aDialogKeepsWhatCannotBeStored_data() {
         AddRows<int, QString, QString, QString, QString>({
@@ -43,11 +22,7 @@ class TestVolumeLoss : public CDiaryTest {
              u"Cannot add weight (error# 1006).|Cannot add weight."_s},
             {"weight edited", kSwitchToWeight, u"Edit weight..."_s, u"weightMajor"_s, u"81"_s,
              u"Cannot add weight (error# 1006).|Cannot add weight."_s},
-            {"entry",
-             kSwitchToDiet,
-             u"Edit entry..."_s,
-             {},
-             {},
+            {"entry", kSwitchToDiet, u"Edit entry..."_s, u""_s, u""_s,
              u"Cannot add to diet (error# 1006).|Cannot add entry."_s},
             {"exercise done", kSwitchToExercises, u"Edit exercise..."_s, u"energy"_s, u"120"_s,
              u"Cannot add exercise (error# 1006)."_s},
@@ -57,11 +32,7 @@ class TestVolumeLoss : public CDiaryTest {
              u"Cannot add menu (error# 1006).|Cannot update menu."_s},
             {"library", kSwitchToExlib, u"Edit exercise..."_s, u"energy"_s, u"6"_s,
              u"Cannot add exercise (error# 1006)."_s},
-            {"preferences",
-             kSwitchToDiet,
-             u"Preferences..."_s,
-             {},
-             {},
+            {"preferences", kSwitchToDiet, u"Preferences..."_s, u""_s, u""_s,
              u"Cannot save user profile (error# 1006)."_s},
         });
     }
@@ -189,16 +160,6 @@ class TestVolumeLoss : public CDiaryTest {
                 act(*dialog);
             }
         });
-    }
-
-    static void Trigger(CDietFrame& frame, const QString& command) {
-        for (auto* action : frame.ActiveView()->findChildren<QAction*>()) {
-            if (action->text() == command) {
-                action->trigger();
-                return;
-            }
-        }
-        qFatal("There is no such command.");
     }
 };
 

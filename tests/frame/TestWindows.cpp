@@ -1,7 +1,6 @@
 // What each view shows and offers, and each dialog that its commands open.
-#include "diary/DiaryFixture.h"
+#include "FrameFixture.h"
 
-#include <QAction>
 #include <QMenu>
 #include <QMenuBar>
 #include <QRegularExpression>
@@ -11,9 +10,7 @@
 
 #include "controls/Dialog.h"
 #include "controls/ReportList.h"
-#include "frame/DietFrame.h"
 #include "support/Clicks.h"
-#include "support/ComposedSamples.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
 #include "support/Portrait.h"
@@ -23,7 +20,7 @@ namespace {
 const QString kOkAndCancel = u"(6,0,6,6 ~0 ( ~0 ok=[OK]!? w+24 cancel=[Cancel]? w+24)))"_s;
 }  // namespace
 
-class TestWindows : public CDiaryTest {
+class TestWindows : public CFrameTest {
     Q_OBJECT
 
   private slots:
@@ -86,37 +83,14 @@ class TestWindows : public CDiaryTest {
             QCoreApplication::processEvents();
             QCOMPARE(Find<QScrollArea>(dialog, "content")->horizontalScrollBar()->maximum(), 0);
         });
-        for (auto* action : frame.ActiveView()->findChildren<QAction*>()) {
-            if (action->text() == command) {
-                action->trigger();
-                break;
-            }
-        }
+        Trigger(frame, command);
         // Of the libraries and of this program.
         static const QRegularExpression versions(u"\\d+(\\.\\d+){2}|v\\d+\\.\\d+"_s);
         shown.replace(versions, u"#"_s).replace(kOkAndCancel, u"OK Cancel"_s);
         Compare(shown, QTest::currentDataTag());
     }
 
-    void init() {
-        MakeDiary();
-        AddCatalogue();
-        AddCategory(Database(), u"Drinks"_s);
-        AddEntry(u"Tea"_s, QTime(8, 0), 2, 20);
-        AddDone(u"Walking"_s, kDay, QTime(9, 0), 30, 100);
-        QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay, QTime(7, 0), 80)));
-        for (const auto kind : {kMenus, kRecipes}) {
-            const qint32 id =
-                AddComposed(Database(), kind, AddCategory(Database(), u"Week"_s, kind), u"Stew"_s);
-            QVERIFY(AddPart(Database(), kind, id, u"Soup"_s, 80));
-        }
-        CExerciseItem exercise;
-        exercise.SetCategoryId(AddCategory(Database(), u"Sport"_s, kExercises));
-        exercise.SetName(u"Rowing"_s);
-        exercise.SetType(u"fast"_s);
-        exercise.SetEnergyRateKcalPerMinute(5);
-        QVERIFY(Database().Exlib().Write(-1, exercise));
-    }
+    void init() { FillEveryView(); }
 
   private:
     /// The words of windows.txt after "# name".

@@ -16,11 +16,11 @@
 
 using namespace Qt::StringLiterals;
 
-/// In the order of the layouts, each in brackets with the margins ("+" are the
-/// style's) and the spacing it sets. After
-/// a widget's name and texts comes what differs from the start of its class; least widths and
-/// heights are in lines of its font, those of buttons in pixels around the text. "^" has the
-/// focus, "*n" is a share of the room, "~" takes what is left, "@" an alignment in hexadecimal.
+/// In the order of the layouts, each in brackets with the margins ("+" are the style's) and the
+/// spacing it sets. After a widget's name and texts comes what differs from the start of its
+/// class; least heights are in lines of its font, least widths of buttons in pixels around their
+/// texts. "^" has the focus, "*n" is a share of the room, "~" a gap, "@" an alignment in
+/// hexadecimal, "says" an accessible name, "said" one that is the widget's name.
 class CPortrait {
   public:
     static QString Of(const QWidget& window) {
@@ -29,18 +29,29 @@ class CPortrait {
         QStringList tabs;
         for (const QWidget* next = window.nextInFocusChain(); next != &window;
              next = next->nextInFocusChain()) {
-            const bool isReached = (next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled() &&
-                                   next->isVisibleTo(&window) &&
-                                   !next->objectName().startsWith(u"qt_"_s);
-            tabs.append(isReached ? next->objectName() : QString());
+            if ((next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled() &&
+                next->isVisibleTo(&window) && !next->objectName().startsWith(u"qt_"_s)) {
+                tabs.append(next->objectName());
+            }
         }
-        tabs.removeAll(QString());
         // A size that nobody chose depends on the font.
         const bool isChosen = window.width() % 10 == 0 && window.height() % 10 == 0;
         return If(window.isWindow(), window.windowTitle() + u' ') +
                If(window.isWindow() && isChosen,
                   u"%1x%2 "_s.arg(window.width()).arg(window.height())) +
                portrait.m_parts.join(u' ') + u" Tab: "_s + tabs.join(u' ');
+    }
+    /// How a list or tree behaves.
+    static QString TraitsOf(const QTreeView& list) {
+        const QHeaderView& header = *list.header();
+        return If(!list.rootIsDecorated(), u"flat "_s) + If(!list.itemsExpandable(), u"closed "_s) +
+               If(list.uniformRowHeights(), u"uniform "_s) +
+               If(list.allColumnsShowFocus(), u"rows "_s) +
+               If(list.editTriggers() == QTreeView::NoEditTriggers, u"locked "_s) +
+               If(!header.sectionsMovable(), u"fixed "_s) +
+               If(!header.stretchLastSection(), u"short "_s) +
+               If(header.isSortIndicatorClearable(), u"clearable "_s) +
+               If(header.minimumSectionSize() < 10, u"thin"_s);
     }
 
   private:
@@ -69,16 +80,18 @@ class CPortrait {
         }
     }
     void DrawLayout(const QLayout& layout) {
+        const auto* style = qApp->style();
         const QMargins margins = layout.contentsMargins();
-        const int usual = qApp->style()->pixelMetric(QStyle::PM_LayoutLeftMargin);
-        const int gap = qApp->style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing);
+        const int usual = style->pixelMetric(QStyle::PM_LayoutLeftMargin);
+        const QString edges = u"%1,%2,%3,%4"_s.arg(margins.left())
+                                  .arg(margins.top())
+                                  .arg(margins.right())
+                                  .arg(margins.bottom());
+        const int gap = style->pixelMetric(QStyle::PM_LayoutVerticalSpacing);
         m_parts.append(u'(' +
                        (margins == QMargins(usual, usual, usual, usual)
                             ? u"+"_s
-                            : If(!margins.isNull(), u"%1,%2,%3,%4"_s.arg(margins.left())
-                                                        .arg(margins.top())
-                                                        .arg(margins.right())
-                                                        .arg(margins.bottom()))) +
+                            : If(!margins.isNull(), edges)) +
                        If(layout.spacing() != gap, u'/' + QString::number(layout.spacing())));
         const auto* box = qobject_cast<const QBoxLayout*>(&layout);
         for (int i = 0; i < layout.count(); ++i) {
@@ -93,9 +106,9 @@ class CPortrait {
             } else {
                 m_parts.append(u'~' + QString::number(item.sizeHint().height()));
             }
+            const int share = box != nullptr ? box->stretch(i) : 0;
             m_parts.last() +=
-                Aligned(item.alignment(), {}) +
-                If(box && box->stretch(i) > 0, u'*' + QString::number(box ? box->stretch(i) : 0));
+                Aligned(item.alignment(), {}) + If(share > 0, u'*' + QString::number(share));
         }
         m_parts.last() += u')';
     }
@@ -104,11 +117,9 @@ class CPortrait {
     static QString Own(const QWidget& widget) {
         const QString named = widget.objectName() + u'=';
         if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
-            return named.chopped(1) + u'\'' + label->text() + u'\'' +
-                   If(label->buddy(),
-                      u'>' + (label->buddy() ? label->buddy()->objectName() : QString())) +
+            const QString buddy = label->buddy() ? u'>' + label->buddy()->objectName() : QString();
+            return named.chopped(1) + u'\'' + label->text() + u'\'' + buddy +
                    If(label->wordWrap(), u" wraps"_s) +
-                   If(label->textFormat() == Qt::PlainText, u" plain"_s) +
                    If(label->margin() > 0, u" in "_s + QString::number(label->margin())) +
                    Aligned(label->alignment(), Qt::AlignLeft);
         }
@@ -125,10 +136,10 @@ class CPortrait {
             for (int i = 0; i < box->count(); ++i) {
                 items.append(box->itemText(i));
             }
+            const int characters = box->minimumContentsLength();
             return named + (box->isEditable() ? Field(*box->lineEdit()) : box->currentText()) +
                    u'{' + Ends(items).join(u',') + u'}' + If(box->completer(), u" completes"_s) +
-                   If(box->minimumContentsLength() > 0,
-                      u" of %1"_s.arg(box->minimumContentsLength()));
+                   If(characters > 0, u" of "_s + QString::number(characters));
         }
         if (const auto* moment = qobject_cast<const QDateTimeEdit*>(&widget)) {
             return named + moment->displayFormat() + If(moment->calendarPopup(), u"+"_s);
@@ -154,15 +165,13 @@ class CPortrait {
         return u'"' + edit.text() + u'"' +
                If(edit.maxLength() < 32767, QString::number(edit.maxLength())) +
                If(edit.cursorPosition() < edit.text().size(),
-                  u" from %1"_s.arg(edit.cursorPosition())) +
-               If(edit.hasSelectedText(), u" selected"_s) +
-               Aligned(edit.alignment(), Qt::AlignLeft);
+                  u" from "_s + QString::number(edit.cursorPosition())) +
+               If(edit.hasSelectedText(), u" selected"_s);
     }
     /// The first two and the last.
     static QStringList Ends(const QStringList& texts) {
-        return texts.size() < 5
-                   ? texts
-                   : texts.first(2) + QStringList{u"..%1.."_s.arg(texts.size()), texts.last()};
+        const QStringList middle{u"..%1.."_s.arg(texts.size())};
+        return texts.size() < 5 ? texts : texts.first(2) + middle + texts.last(1);
     }
     /// Titles, then rows, of cells between two '|'; "*" is selected, "x" checked.
     static QString Rows(const QTreeView& view) {
@@ -174,61 +183,42 @@ class CPortrait {
         for (int row = -1; row < model.rowCount(); ++row) {
             QStringList cells;
             for (int column = 0; column < model.columnCount(); ++column) {
-                const auto title =
-                    alignment(model.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole));
+                const auto title = [&](int role) {
+                    return model.headerData(column, Qt::Horizontal, role);
+                };
+                const auto usual = alignment(title(Qt::TextAlignmentRole));
                 const QModelIndex cell = model.index(row, column);
+                const auto own = alignment(cell.data(Qt::TextAlignmentRole));
                 cells.append(row < 0
-                                 ? model.headerData(column, Qt::Horizontal).toString() +
-                                       Aligned(title, Qt::AlignLeft)
-                                 : cell.data().toString() +
-                                       Aligned(alignment(cell.data(Qt::TextAlignmentRole)), title) +
+                                 ? title(Qt::DisplayRole).toString() + Aligned(usual, Qt::AlignLeft)
+                                 : cell.data().toString() + Aligned(own, usual) +
                                        If(cell.data(Qt::CheckStateRole).toInt() > 0, u"x"_s) +
                                        If(view.selectionModel()->isSelected(cell), u"*"_s));
             }
             rows.append(cells.join(u'|'));
         }
         return u'{' + If(view.isHeaderHidden(), u"-"_s) + Ends(rows).join(u"; "_s) + u'}' +
-               If(view.selectionMode() == QAbstractItemView::ExtendedSelection, u" many"_s) +
+               If(view.selectionMode() == QTreeView::ExtendedSelection, u" many"_s) +
                If(view.horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff, u" unscrolled"_s);
     }
-
-  public:
-    /// How a list behaves, where the class would have it otherwise.
-    static QString TraitsOf(const QTreeView& list) {
-        const QHeaderView& header = *list.header();
-        return If(!list.rootIsDecorated(), u"flat "_s) + If(!list.itemsExpandable(), u"closed "_s) +
-               If(list.uniformRowHeights(), u"uniform "_s) +
-               If(list.allColumnsShowFocus(), u"rows "_s) +
-               If(list.horizontalScrollMode() == QTreeView::ScrollPerPixel, u"smooth "_s) +
-               If(list.editTriggers() == QTreeView::NoEditTriggers, u"locked "_s) +
-               If(list.expandsOnDoubleClick(), u"opening "_s) +
-               If(!header.sectionsMovable(), u"fixed "_s) +
-               If(!header.stretchLastSection(), u"short "_s) +
-               If(header.isSortIndicatorShown(), u"sorted "_s) +
-               If(header.isSortIndicatorClearable(), u"clearable "_s) +
-               u"least %1"_s.arg(header.minimumSectionSize());
-    }
-
-  private:
     static QString Facts(const QWidget& widget) {
         const QString said = widget.accessibleName();
+        const bool isNamed = said.compare(widget.objectName(), Qt::CaseInsensitive) == 0;
         const auto* button = qobject_cast<const QAbstractButton*>(&widget);
-        const int line = widget.fontMetrics().height();
-        const int around =
-            button ? widget.fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() : 0;
+        const QFontMetrics font = widget.fontMetrics();
+        const int text = button ? font.size(Qt::TextShowMnemonic, button->text()).width() : 0;
         const int width = widget.minimumWidth();
         const int height = widget.minimumHeight();
-        return If(!said.isEmpty(), said.compare(widget.objectName(), Qt::CaseInsensitive) == 0
-                                       ? u" said"_s
-                                       : u" says '"_s + said + u'\'') +
+        return If(!said.isEmpty(), isNamed ? u" said"_s : u" says '"_s + said + u'\'') +
                If(!widget.toolTip().isEmpty() && widget.toolTip() != said,
                   u" tip '"_s + widget.toolTip() + u'\'') +
                If(!widget.isEnabled(), u" off"_s) +
                If(widget.contextMenuPolicy() == Qt::CustomContextMenu, u" menu"_s) +
                If(widget.window()->focusWidget() == &widget, u"^"_s) + If(width == 1, u" w1"_s) +
-               If(width > 1 && button, u" w+%1"_s.arg(width - around)) +
-               If(height > 0,
-                  height % line == 0 ? u" h%1"_s.arg(height / line) : u" h%1px"_s.arg(height));
+               If(width > 1 && button, u" w+"_s + QString::number(width - text)) +
+               If(height > 0, height % font.height() == 0
+                                  ? u" h"_s + QString::number(height / font.height())
+                                  : u" h%1px"_s.arg(height));
     }
 
     QStringList m_parts;

@@ -1,4 +1,4 @@
-// Import and export of foods over real files and a real volume.
+// Import and export of foods and exercises over real files and a real volume.
 #include <sys/stat.h>
 
 #include <QDir>
@@ -24,6 +24,12 @@ QByteArray FoodLine(const QByteArray& category, const QByteArray& name, const QB
 
 QByteArray FoodFile(const QByteArray& lines) {
     return "<Foods>\r\nNDB_No,Category\r\n" + lines + "<End>\r\n";
+}
+
+QByteArray ExerciseFile(const QByteArray& lines) {
+    return "<Exercises>\r\n"
+           "NDB_No,Category,Exercise name,Exercise type,Energy (MET),Energy (kcal/min)\r\n" +
+           lines + "<End>\r\n";
 }
 
 QByteArray Numbered(int from, int count) {
@@ -200,6 +206,9 @@ class TestFoodsExchange : public CCatalogueTest {
         QVERIFY(Import(FoodFile(FoodLine("Category 0", "a", "b") + Numbered(0, 2)))
                     .endsWith(u"|Cannot add food from line 5.|Import stopped.|Imported 1 foods."));
         QCOMPARE(TypesStored(), QStringList{u"b"_s});
+        QVERIFY(Import(ExerciseFile("1,Sport,Run,fast,8,0\r\n"), EExisting::Skip, kExercises)
+                    .endsWith(u"|Cannot add exercise from line 4.|Import stopped.|"
+                              "Imported 0 exercises."));
     }
 
     void aFullDiskStopsTheImportAndCountsNothingLost() {
@@ -394,21 +403,84 @@ class TestFoodsExchange : public CCatalogueTest {
         QCOMPARE(m_messages->TakeShown(), QStringList(2, u"Cannot create file."_s));
     }
 
+    void exercisesAreTakenOrSkippedWithOrWithoutAWord_data() {
+        AddRows<QByteArray, QString>({
+            {"MET", "7,Sport,Run,fast,8.5,0", u"Sport/Run/fast/8.5/0"_s},
+            {"kcal a minute", "7,Sport,Run,fast,0.000,12.25,", u"Sport/Run/fast/0/12.25"_s},
+            {"no number", ",Sport,Run,\"up, down\",8,0,more", u"Sport/Run/up, down/8/0"_s},
+            {"no rates", "7,Sport,Run,fast", u"Sport/Run/fast/0/0"_s},
+            {"category", "7,,Run,fast,8,0", u"Invalid category name"_s},
+            {"name", "7,Sport,\"\",fast,8,0", u"Invalid exercise name"_s},
+            {"blanks", "7,\" Sport \",Run ,\" fast \",8,0", u"Sport/Run/fast/8/0"_s},
+            {"blanks in inner quotes", "7,Sport,\"\" Run \"\",\"fast\",8,0",
+             u"Sport/ Run /fast/8/0"_s},
+            {"type", "7,Sport,Run,\" \",8,0", u"Invalid exercise type"_s},
+            {"2 fields", "7,Sport", u"Invalid exercise name"_s},
+            {"1 field", "7", {}},
+            {"blank", "", {}},
+            {"header again", "NDB_No,Sport,Run,fast,8,0", {}},
+        });
+    }
+    void exercisesAreTakenOrSkippedWithOrWithoutAWord() {
+        const auto& [line, outcome] = DataRow<QByteArray, QString>();
+        const QString said = Import(ExerciseFile(line + "\r\n"), EExisting::DoNotCheck, kExercises);
+        const bool isTaken = outcome.contains(u'/');
+        const bool isError = !isTaken && !outcome.isEmpty();
+        // The line is the third of the file; messages name the next number.
+        QCOMPARE(said, (isError ? outcome + u" in line 4. Skipped.|"_s : QString()) +
+                           u"Imported %1 exercises."_s.arg(isTaken ? 1 : 0));
+        QCOMPARE(ExercisesStored(), isTaken ? outcome : QString());
+        // A skipped line leaves the category that it names.
+        const bool namesCategory = isTaken || outcome.contains(u"exercise"_s);
+        QCOMPARE(Database().FindCategory(kExercises, u"Sport"_s) >= 0, namesCategory);
+    }
+
+    void exercisesAreWrittenWithEveryRateAndTheLostCategory() {
+        CExerciseItem row;
+        row.SetCategoryId(77);
+        row.SetName(u"Row"_s);
+        row.SetType(u"hard"_s);
+        row.SetEnergyRateKcalPerMinute(9.1234);
+        QVERIFY(Database().Exlib().Write(-1, row));
+        Import(ExerciseFile("1,Sport,Run,fast,8.5,0\r\n"), EExisting::DoNotCheck, kExercises);
+        QCOMPARE(Export({}, kExercises),
+                 ExerciseFile("0000,\"Sport\",\"Run\",\"fast\",8.500,0.000,\r\n"
+                              "0001,\"Undefined\",\"Row\",\"hard\",0.000,9.123,\r\n"));
+        QCOMPARE(m_messages->Said(), u"Exported 2 exercises."_s);
+        m_messages->progress.cancelAfterPumps = m_messages->progress.pumps + 1;
+        QCOMPARE(Export({}, kExercises),
+                 ExerciseFile("0000,\"Sport\",\"Run\",\"fast\",8.500,0.000,\r\n"));
+        QCOMPARE(m_messages->Said(), u"Export cancelled."_s);
+    }
+
     void init() { MakeVolume(); }
     void cleanup() { DropVolume(); }
 
   private:
     /// What was shown.
-    QString Import(const QByteArray& bytes, EExisting existing = EExisting::DoNotCheck) {
+    QString Import(const QByteArray& bytes, EExisting existing = EExisting::DoNotCheck,
+                   ECatalogueKind kind = kFoods) {
         m_messages->chosenFile = Path(u"in.csv"_s);
         Save(m_messages->chosenFile, bytes);
-        ImportCatalogue(Database(), kFoods, existing);
+        ImportCatalogue(Database(), kind, existing);
         return m_messages->Said();
     }
-    QByteArray Export(const CExportRequest& request) {
+    QByteArray Export(const CExportRequest& request, ECatalogueKind kind = kFoods) {
         m_messages->chosenFile = Path(u"out.csv"_s);
-        ExportCatalogue(Database(), kFoods, request);
+        ExportCatalogue(Database(), kind, request);
         return Load(m_messages->chosenFile);
+    }
+    /// "category/name/type/MET/rate", an item between two '|'.
+    QString ExercisesStored() {
+        QStringList items;
+        CExerciseItem item;
+        for (int i = 0; Database().Exlib().ReadQuietly(i, item); ++i) {
+            items.append(u"%1/%2/%3/%4/%5"_s.arg(
+                Database().CategoryNameOf(kExercises, item.GetCategoryId()), item.GetName(),
+                item.GetType(), QString::number(item.GetMet()),
+                QString::number(item.GetEnergyRateKcalPerMinute())));
+        }
+        return items.join(u'|');
     }
     QStringList TypesStored() {
         QStringList types;

@@ -1,4 +1,5 @@
-// The menus and the recipes window with their dialog, by mouse and keyboard.
+// The dialog that picks a food, the menus and the recipes window with theirs, by mouse and
+// keyboard.
 #include <QAction>
 #include <QComboBox>
 #include <QPlainTextEdit>
@@ -18,6 +19,35 @@ class TestComposedViews : public CDiaryTest {
     Q_OBJECT
 
   private slots:
+    void keysAloneBringAFoodToTheEntry() {
+        CAddFoodForm form(*m_doc, CAddFoodRequest::ForNewEntry(QTime(12, 30, 15)));
+        CAddFoodDialog dialog(form, nullptr);
+        Show(dialog);
+        auto* category = Find<QComboBox>(dialog, "category");
+        QVERIFY(category->hasFocus());
+        auto* values = Find<CGrid>(dialog, "values");
+        QVERIFY(TypeInto(values, 1, 1, u"3.5"_s));
+        Press(dialog, "ok");  // refused for want of a name
+        QCOMPARE(form.RowText(1), u"3.5"_s);
+        QTest::keyClick(category, Qt::Key_Down);
+        for (const auto key : {Qt::Key_Return, Qt::Key_Return, Qt::Key_R, Qt::Key_Return}) {
+            QTest::keyClick(Find<CReportList>(dialog, "pickListRows"), key);
+        }
+        auto* serving = Find<QComboBox>(dialog, "serving");
+        QCOMPARE(QApplication::focusWidget(), serving);
+        QTest::keyClick(serving, Qt::Key_Down);
+        QCOMPARE(values->CellText(0, 1), u"65.00"_s);  // 52 * 1.25
+        QTest::keyClick(serving, Qt::Key_Tab);
+        QTest::keyClicks(QApplication::focusWidget(), u"2"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        const CFoodItem& food = form.GetResult().item;
+        QCOMPARE(food.GetType() + u'/' + food.GetServingName(0), u"raw/1 cup"_s);
+        QCOMPARE(food.GetNutrientValue(kEnergyIndex), 130.0);
+        QCOMPARE(form.GetResult().time, QTime(12, 30, 15));
+        QCOMPARE(m_messages->Said(), u"Please enter food name"_s);
+    }
+
     void aRecipeIsMadeInItsWindow() {
         CRecipesMainView view(*m_doc, nullptr);
         Show(view);

@@ -12,6 +12,7 @@
 #include "catalogue/view/FoodsMainView.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
+#include "support/Portrait.h"
 
 class TestFoodsMainView : public CCatalogueViewTest {
     Q_OBJECT
@@ -31,6 +32,9 @@ class TestFoodsMainView : public CCatalogueViewTest {
         QVERIFY(settings.Save(Database(), kFoods));
         Open<CFoodsMainView>();
         QVERIFY(!m_tree->model()->hasChildren(Node(0)));
+        QCOMPARE(CPortrait::TraitsOf(*m_tree), u"uniform locked "_s);
+        QCOMPARE(CPortrait::TraitsOf(*m_list),
+                 u"flat closed uniform rows fixed short clearable "_s);
     }
 
     void whatTheListLeavesOutIsSaidUnderIt() {
@@ -83,23 +87,20 @@ class TestFoodsMainView : public CCatalogueViewTest {
         }
     }
 
-    void commandsWantASelection() {
+    void renamingWantsASelection() {
         Open<CFoodsMainView>();
-        Trigger("New food");
         Trigger("Rename category");
         Trigger("Rename food name");
         Fill();
         m_view->DataChanged();
-        Trigger("Edit food");
-        Trigger("Delete food");
+        Trigger("Edit food");  // the rules are asked
         m_tree->setCurrentIndex(Node(0, 0));
         Trigger("Rename category");
         Trigger("Delete category");
         QCOMPARE(CurrentNode(), u"Butter"_s);
         QCOMPARE(m_messages->Said(),
-                 u"Please create a category before adding new food.|There is no category selected.|"
-                 "There are no foods selected.|Please select food to edit.|"
-                 "Please select food to delete.|Please select category to rename.|"
+                 u"There is no category selected.|There are no foods selected.|"
+                 "Please select food to edit.|Please select category to rename.|"
                  "Please select category to delete."_s);
     }
 
@@ -299,8 +300,7 @@ class TestFoodsMainView : public CCatalogueViewTest {
     }
 
   private:
-    const QString m_starter =
-        QCoreApplication::applicationDirPath() + u"/data/starter-foods.csv"_s;
+    const QString m_starter = QCoreApplication::applicationDirPath() + u"/data/starter-foods.csv"_s;
 
     void Fill() {
         const qint32 dairy = AddCategory(Database(), u"Dairy"_s);

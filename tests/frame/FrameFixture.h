@@ -1,0 +1,39 @@
+// The frame over a volume with something in every view.
+#pragma once
+
+#include <QAction>
+
+#include "diary/DiaryFixture.h"
+#include "frame/DietFrame.h"
+#include "support/ComposedSamples.h"
+
+class CFrameTest : public CDiaryTest {
+  protected:
+    void FillEveryView() {
+        MakeDiary();
+        AddCatalogue();
+        AddEntry(u"Tea"_s, QTime(8, 0), 2, 20);
+        AddDone(u"Walking"_s, kDay, QTime(9, 0), 30, 100);
+        QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay, QTime(7, 0), 80)));
+        for (const auto kind : {kMenus, kRecipes}) {
+            const qint32 category = AddCategory(Database(), u"Week"_s, kind);
+            const qint32 id = AddComposed(Database(), kind, category, u"Stew"_s);
+            QVERIFY(AddPart(Database(), kind, id, u"Soup"_s, 80));
+        }
+        CExerciseItem exercise;
+        exercise.SetCategoryId(AddCategory(Database(), u"Sport"_s, kExercises));
+        exercise.SetName(u"Rowing"_s);
+        exercise.SetType(u"fast"_s);
+        exercise.SetEnergyRateKcalPerMinute(5);
+        QVERIFY(Database().Exlib().Write(-1, exercise));
+    }
+    static void Trigger(CDietFrame& frame, const QString& command) {
+        for (auto* action : frame.ActiveView()->findChildren<QAction*>()) {
+            if (action->text() == command) {
+                action->trigger();
+                return;
+            }
+        }
+        qFatal("There is no such command.");
+    }
+};
