@@ -12,6 +12,7 @@
 #include "controls/ReportList.h"
 #include "support/Clicks.h"
 #include "support/DataRows.h"
+#include "support/Drawing.h"
 #include "support/Files.h"
 #include "support/Portrait.h"
 
@@ -88,6 +89,31 @@ class TestWindows : public CFrameTest {
         static const QRegularExpression versions(u"\\d+(\\.\\d+){2}|v\\d+\\.\\d+"_s);
         shown.replace(versions, u"#"_s).replace(kOkAndCancel, u"OK Cancel"_s);
         Compare(shown, QTest::currentDataTag());
+    }
+
+    void aGraphDrawsItsData_data() {
+        AddRows<int>({{"weight graph", kSwitchToWeight}, {"exercises graph", kSwitchToExercises}});
+    }
+    void aGraphDrawsItsData() {
+        const auto& [command] = DataRow<int>();
+        for (const auto& [day, kg] : {std::pair(-40, 90.0), {-20, 82}, {-10, 84}}) {
+            QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay.addDays(day), QTime(12, 0), kg)));
+        }
+        AddDone(u"Row"_s, kDay.addDays(-2), QTime(8, 0), 10, 500);
+        AddEntry(u"Feast"_s, QTime(12, 0), 2, 2600);
+        CTargets& targets = m_doc->Settings().targets;
+        targets.startDate = kDay.addDays(-100);
+        targets.goalDate = kDay.addDays(100);
+        targets.startWeightKg = 100;
+        targets.goalWeightKg = 60;
+        targets.nutrients[kEnergyIndex] = 2000;
+        CDietFrame frame(*m_doc);
+        frame.resize(900, 700);
+        Show(frame);
+        QVERIFY(frame.ShowView(command));
+        auto* graph = Find<QWidget>(*frame.ActiveView(), "graph");
+        Compare(CDrawing(*graph).Text() + u" says "_s + graph->accessibleDescription(),
+                QTest::currentDataTag());
     }
 
     void init() { FillEveryView(); }
