@@ -149,12 +149,10 @@ bool CGrid::EndEditing() {
     return true;
 }
 
-bool CGrid::CancelEditing() {
-    if (m_control == nullptr) {
-        return false;
+void CGrid::CancelEditing() {
+    if (m_control != nullptr) {
+        m_control->Cancel();
     }
-    m_control->Cancel();
-    return true;
 }
 
 QSize CGrid::sizeHint() const {

@@ -53,7 +53,7 @@ class CGrid : public QTreeView {
     /// Ends an in-place edit so that its text reaches the owner; false when there was none.
     bool EndEditing();
     /// The same without its text.
-    bool CancelEditing();
+    void CancelEditing();
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;

@@ -191,7 +191,6 @@ void CDietFrame::RunCommand(int command) {
             RunReport(m_doc, this);
             return;
         case kCommandPurge:
-            ActiveView()->StoreLayout();
             RunPurge(m_doc, this, [this] { ActiveView()->DataChanged(); });
             return;
         case kCommandAbout:

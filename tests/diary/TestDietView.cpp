@@ -1,5 +1,6 @@
 #include <QComboBox>
 #include <QPainter>
+#include <QTabBar>
 
 #include "catalogue/pick/AddFoodDialog.h"
 #include "diary/DietMainView.h"
@@ -113,6 +114,13 @@ class TestDietView : public CDiaryTest {
         QTest::keyClick(open.list, Qt::Key_M, Qt::ControlModifier);
         QCOMPARE(Stored(), (QStringList{u"Tea 31 08:00 E"_s, u"Bun 31 08:00 E"_s}));
         QCOMPARE(open.list->RowCount(), 0);  // lunch is shown
+        Find<QTabBar>(open.view, "meals")->setCurrentIndex(kAllMeals);
+        open.Trigger(u"Add entry..."_s);
+        QVERIFY(m_messages->Said().startsWith(u"Please select a meal."_s));
+        open.list->SelectRow(0);
+        open.Trigger(u"Duplicate entry..."_s);
+        QCOMPARE(open.list->RowCount(), 3);
+        QCOMPARE(open.list->SelectedRows(), std::vector<int>{0});
     }
 
     void theButtonsWalkThroughTheDays() {

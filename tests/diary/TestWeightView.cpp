@@ -96,7 +96,10 @@ class TestWeightView : public CDiaryTest {
             QCOMPARE(Find<QLabel>(dialog, "bmi")->text(), u"Your BMI is  22.86"_s);  // 70 / 3.0625
             auto* table = Find<CReportList>(dialog, "bmiTable");
             QCOMPARE(table->SelectedRows(), std::vector<int>{11});
-            QCOMPARE(table->columnWidth(0), table->width() / 4);
+            const int rest =
+                table->width() / 2 - table->verticalScrollBar()->sizeHint().width() - 3;
+            QCOMPARE(table->GetColumnWidths(),
+                     (std::vector<int>{table->width() / 4, table->width() / 4, rest}));
             for (const auto& [row, color] :
                  {std::pair(0, "#7f7f7f"), {1, "#ff4b4b"}, {11, "#00ff00"}, {20, "#ffff00"}}) {
                 const QModelIndex cell = table->model()->index(row, 1);

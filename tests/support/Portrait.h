@@ -68,6 +68,8 @@ class CPortrait {
                 DrawLayout(*tabs->widget(page)->layout());
             }
         } else if (const auto* split = qobject_cast<const QSplitter*>(&widget)) {
+            m_parts.append(split->orientation() == Qt::Horizontal ? u"beside"_s : u"above"_s);
+            m_parts.last() += If(split->childrenCollapsible(), u" or nothing"_s);
             for (int i = 0; i < split->count(); ++i) {
                 Draw(*split->widget(i));
             }

@@ -108,8 +108,11 @@ class TestFoodsDialogs : public CCatalogueTest {
 
     void aServingsNameIsNoLongerThanAFileKeeps() {
         m_milk.SetServingName(1, QString(64, u'o'));
+        m_doc->Settings().preferences.displayed = 1U << 10U;
         CFoodEditDialog dialog(*m_doc, m_milk, 0, nullptr);
         Show(dialog);
+        QCOMPARE(NamesIn(Find<CGrid>(dialog, "nutrients")).first(2).join(u'|'),
+                 u"Iron (mg)|Energy "_s);  // what is in use, then the others
         auto* grid = Find<CGrid>(dialog, "servings");
         QVERIFY(Type(grid, 0, 0, QString(64, u'x')));
         QCOMPARE(grid->CellText(0, 0), QString(63, u'x'));

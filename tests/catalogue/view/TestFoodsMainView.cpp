@@ -201,6 +201,12 @@ class TestFoodsMainView : public CCatalogueViewTest {
 
     void aCopyAndACategorysEndShowAtOnce() {
         OpenFilled();
+        AddCategory(Database(), u"Last"_s);
+        m_view->DataChanged();
+        m_tree->setCurrentIndex(Node(2));
+        Trigger("Delete category");
+        QCOMPARE(CurrentNode(), u"Fruit"_s);
+        m_tree->setCurrentIndex(Node(0));
         m_list->SelectRow(1);
         Trigger("Duplicate food");
         QCOMPARE(Selected(), u"Milk, dry_Copy01"_s);

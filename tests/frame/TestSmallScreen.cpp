@@ -1,0 +1,76 @@
+// The program on a screen of 240 x 320.
+#include "FrameFixture.h"
+
+#include <QFileDialog>
+#include <QScreen>
+#include <QSplitter>
+
+#include "controls/Dialog.h"
+#include "controls/ReportList.h"
+#include "controls/WindowMessages.h"
+#include "support/Clicks.h"
+#include "support/Files.h"
+
+class TestSmallScreen : public CFrameTest {
+    Q_OBJECT
+
+  private slots:
+    void init() {
+        FillEveryView();
+        QCOMPARE(QGuiApplication::primaryScreen()->geometry(), kScreen);
+    }
+
+    void viewsAndDialogsFillTheScreen() {
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        QCOMPARE(frame.size(), kScreen.size());
+        for (const int command : {kSwitchToDiet, kSwitchToWeight, kSwitchToExercises,
+                                  kSwitchToFoods, kSwitchToMenus, kSwitchToExlib}) {
+            QVERIFY(frame.ShowView(command));
+            QCoreApplication::processEvents();
+            QCOMPARE(frame.ActiveView()->contentsMargins(), QMargins(2, 0, 2, 2));
+            QCOMPARE(frame.ActiveView()->width(), kScreen.width());
+            const auto* list = frame.ActiveView()->findChild<CReportList*>();
+            QVERIFY(list->sizeHintForRow(0) < list->fontMetrics().height() * 3 / 2);
+            QVERIFY(list->viewport()->height() >= list->sizeHintForRow(0));
+            // One above the other.
+            QCOMPARE(frame.ActiveView()->findChild<QSplitter*>()->orientation(), Qt::Vertical);
+        }
+        frame.ShowView(kSwitchToMenus);
+        Find<CReportList>(*frame.ActiveView(), "items")->SelectRow(0);
+        OnDialog<CDialog>([](CDialog& dialog) {
+            QCOMPARE(dialog.size(), kScreen.size());
+            QCOMPARE(Find<QPushButton>(dialog, "recalculate")->text(), u"&Recalculate"_s);
+        });
+        Trigger(frame, u"Edit menu..."_s);
+    }
+
+    void theFileDialogLeavesOutWhatHasNoRoom() {
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        CWindowMessages messages;
+        OnDialog<QFileDialog>([](QFileDialog& dialog) {
+            QCOMPARE(dialog.size(), kScreen.size());
+            QCOMPARE(dialog.viewMode(), QFileDialog::List);
+            QVERIFY(Find<QWidget>(dialog, "sidebar")->isHidden());
+            QVERIFY(Find<QWidget>(dialog, "fileTypeLabel")->isHidden());
+            QVERIFY(!Find<QWidget>(dialog, "fileNameEdit")->isHidden());
+        });
+        QCOMPARE(ChooseFileToOpen({u"Import"_s, {}, {}, {}}), QString());
+    }
+
+  private:
+    static constexpr QRect kScreen{0, 0, 240, 320};
+};
+
+int main(int argc, char** argv) {
+    const QTemporaryDir folder;
+    const QString screen = folder.filePath(u"screen.json"_s);
+    Save(screen, R"({"screens": [{"name": "small", "x": 0, "y": 0, "width": 240, "height": 320,
+                     "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screen.toUtf8());
+    const QApplication application(argc, argv);
+    TestSmallScreen test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "TestSmallScreen.moc"
