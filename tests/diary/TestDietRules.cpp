@@ -82,17 +82,6 @@ class TestDietRules : public CDiaryTest {
         QVERIFY(copy == tea);
     }
 
-    void deletingSeveralStopsAtTheFirstFailure() {
-        const CDietEntry tea = AddEntry(u"Tea"_s, QTime(8, 0));
-        const CDietEntry gone;
-        const CDietEntry bun = AddEntry(u"Bun"_s, QTime(9, 0));
-        const CDietEntry egg = AddEntry(u"Egg"_s, QTime(9, 0));
-        QCOMPARE(DeleteDietEntries(*m_doc, {tea, gone, bun}), 1);
-        QCOMPARE(m_messages->Said(), u"Cannot delete entry."_s);
-        QCOMPARE(DeleteDietEntries(*m_doc, {bun, egg}), 2);
-        QCOMPARE(Stored(), QStringList());
-    }
-
     void movedEntriesAllGetTheSamePlace() {
         const std::pair<QDate, QTime> places[] = {
             {QDate(2026, 5, 1), QTime(7, 0)},
