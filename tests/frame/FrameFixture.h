@@ -12,7 +12,6 @@ class CFrameTest : public CDiaryTest {
     void FillEveryView() {
         MakeDiary();
         AddCatalogue();
-        m_doc->Settings().user.birthDate = QDate::currentDate().addYears(-30);
         AddEntry(u"Tea"_s, QTime(8, 0), 2, 20);
         AddDone(u"Walking"_s, kDay, QTime(9, 0), 30, 100);
         QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay, QTime(7, 0), 80)));
