@@ -64,10 +64,17 @@ class TestWindows : public CFrameTest {
     }
 
     void aGraphDrawsItsData_data() {
-        AddRows<int>({{"weight graph", kSwitchToWeight}, {"exercises graph", kSwitchToExercises}});
+        AddRows<int, EWeightUnit, EEnergyUnit>({
+            {"weight graph", kSwitchToWeight, EWeightUnit::Kilograms, {}},
+            {"weight graph in pounds", kSwitchToWeight, EWeightUnit::StonesAndPounds, {}},
+            {"exercises graph", kSwitchToExercises, {}, EEnergyUnit::Kcal},
+            {"exercises graph in kJ", kSwitchToExercises, {}, EEnergyUnit::KJ},
+        });
     }
     void aGraphDrawsItsData() {
-        const auto& [command] = DataRow<int>();
+        const auto& [command, weightUnit, energyUnit] = DataRow<int, EWeightUnit, EEnergyUnit>();
+        m_doc->Settings().preferences.weightUnit = weightUnit;
+        m_doc->Settings().preferences.energyUnit = energyUnit;
         for (const auto& [day, kg] : {std::pair(-40, 90.0), {-20, 82}, {-10, 84}}) {
             QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay.addDays(day), QTime(12, 0), kg)));
         }

@@ -218,6 +218,9 @@ class CPortrait {
                If(widget.contextMenuPolicy() == Qt::CustomContextMenu, u" menu"_s) +
                If(widget.window()->focusWidget() == &widget, u"^"_s) + If(width == 1, u" w1"_s) +
                If(width > 1 && button, u" w+"_s + QString::number(width - text)) +
+               If(widget.maximumWidth() < QWIDGETSIZE_MAX && widget.maximumWidth() != width,
+                  u" <%1"_s.arg((widget.maximumWidth() - font.height()) /
+                                font.averageCharWidth())) +
                If(height > 0, height % font.height() == 0
                                   ? u" h"_s + QString::number(height / font.height())
                                   : u" h%1px"_s.arg(height));
