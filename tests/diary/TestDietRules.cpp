@@ -1,7 +1,11 @@
+// The diary of meals: entries, commands, totals, and the purge of all diaries.
 #include "DiaryFixture.h"
 
 #include "catalogue/pick/AddFoodForm.h"
 #include "diary/DietDay.h"
+#include "diary/DietTotals.h"
+#include "diary/ListSizes.h"
+#include "diary/PurgeRules.h"
 
 class TestDietRules : public CDiaryTest {
     Q_OBJECT
@@ -121,6 +125,133 @@ class TestDietRules : public CDiaryTest {
         // No type, no comma; 300 * 4.18.
         QCOMPARE(day.CellText(1, 0) + u' ' + day.CellText(1, 1) + u' ' + day.CellText(1, 2),
                  u"Soup 1.00x1 serving 1254.00"_s);
+    }
+
+    void totalsAreShortAndUseTheReadersSeparator() {
+        const std::pair<double, QString> texts[] = {
+            {0, u"0/"_s},   {0.05, u"0/"_s},  {0.1, u"0.1/"_s},          {9.5, u"9.5/"_s},
+            {10, u"10/"_s}, {10.5, u"11/"_s}, {1e300, u"2147483647/"_s},
+        };
+        for (const auto& [value, text] : texts) {
+            QCOMPARE(TotalText(value), text);
+        }
+        QLocale::setDefault(QLocale(QLocale::German));
+        QCOMPARE(TotalText(9.5), u"9,5/"_s);
+        QLocale::setDefault(QLocale::c());
+    }
+
+    void aRowSetsTheTotalAgainstItsTarget() {
+        using enum EBarFill;
+        const std::tuple<int, double, double, QString, EBarFill> rows[] = {
+            // nutrient; total, target and percentage
+            {1, 50, 0, u"50/"_s, Empty},
+            {1, 50, 0.001, u"50/"_s, Empty},
+            {1, 0.5, 0.01, u"0.5/0/50%"_s, Partial},  // up to 0.01 the total is set against 1
+            {1, 0.99, 100, u"1.0/100/1%"_s, Empty},
+            {1, 1, 100, u"1.0/100/1%"_s, Partial},
+            {1, 99.6, 100, u"100/100/100%"_s, Partial},
+            {1, 100, 100, u"100/100/100%"_s, Over},
+            {1, 413, 100, u"413/100/413%"_s, Over},
+            // The one that is in kJ: times 4.18.
+            {kEnergyIndex, 500, 2000, u"2090/8360/25%"_s, Partial},
+        };
+        for (const auto& [nutrient, total, target, texts, fill] : rows) {
+            const CTotalsRow row = TotalsRow(nutrient, {}, total, target, EEnergyUnit::KJ);
+            QCOMPARE(row.total + row.target + row.percent, texts);
+            QCOMPARE(row.bar.fill, fill);
+        }
+    }
+
+    void aLongNameIsCutFromItsEnd() {
+        const auto widthOf = [](const QString& text) { return static_cast<int>(text.size()); };
+        QCOMPARE(FittedName(u"Protein (g)"_s, 12, widthOf), u"Protein (g):"_s);
+        QCOMPARE(FittedName(u"Protein (g)"_s, 11, widthOf), u"Protein...:"_s);
+        QCOMPARE(FittedName(u"Protein (g)"_s, 2, widthOf), u"...:"_s);
+    }
+
+    // At six pixels a character: "9999/" and a pixel are 31, "999%" and a pixel 25; the three
+    // together 87. The scroll bar takes 16 and the list's margin 4.
+    void columnsShareTheWidth() {
+        const std::pair<int, CTotalsColumns> rows[] = {
+            {600, {100, 393, 31, 31, 25}},  // the name is as wide as needed
+            {240, {80, 53, 31, 31, 25}},    // at most a third
+            {150, {33, 10, 31, 31, 25}},    // the least bar
+            {123, {6, 10, 31, 31, 25}},     // the least name
+            {122, {6, 10, 43, 43, 0}},     {10, {6, 10, 0, 0, 0}},
+        };
+        for (const auto& [listWidth, widths] : rows) {
+            const CTotalsColumns columns = TotalsColumnWidths(
+                listWidth, 16, 95, [](const QString& text) { return 6 * int(text.size()); });
+            QCOMPARE(columns, widths);
+        }
+    }
+
+    void theSplitIsAShareOfTheHeight() {
+        QCOMPARE(EntryListHeight(500, 301), 151);  // 150.5 + 0.5
+        QCOMPARE(EntryListHeight(333, 100), 34);   // 33.3 + 0.5, rounded
+        QCOMPARE(PerMilleOf(151, 301), 502);       // 501.66 rounded
+        QCOMPARE(PerMilleOf(500, 0), 0);
+        QCOMPARE(PerMilleOf(500, 400), 1000);
+    }
+
+    void everySecondOneOfAdjacentEntriesStays() {
+        for (const auto& [name, hour] : {std::pair(u"Tea"_s, 8), {u"Bun"_s, 9}, {u"Egg"_s, 10}}) {
+            AddEntry(name, QTime(hour, 0));
+        }
+        const CPurgeRequest request{kDay, kDay, true};
+        QCOMPARE(Purged(request), u"2 0 0"_s);
+        QCOMPARE(Stored(), QStringList{u"Bun 31 09:00 L"_s});
+        QCOMPARE(Purged(request), u"1 0 0"_s);
+        QCOMPARE(Stored(), QStringList());
+        QCOMPARE(m_messages->asked.value(1),
+                 u"You are about to remove data entries. Are you sure?"_s);
+        Reopen();
+        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
+        QCOMPARE(Stored(), QStringList());
+    }
+
+    void bothBoundsBelongToTheRange() {
+        const auto purged = [this](int from, int to) {
+            return Purged({kDay.addDays(from), kDay.addDays(to), true});
+        };
+        AddEntry(u"Tea"_s, QTime(0, 0));
+        QCOMPARE(purged(-9, -1) + u'|' + purged(1, -1), u"0 0 0|0 0 0"_s);
+        QCOMPARE(purged(0, 9), u"1 0 0"_s);
+        AddEntry(u"Tea"_s, QTime(23, 59, 59));
+        QCOMPARE(purged(1, 9) + u'|' + purged(-9, 0), u"0 0 0|1 0 0"_s);
+    }
+
+    void onlyTheKindsChosenGoAndRecordsOfAnotherLayoutStay() {
+        AddEntry(u"Tea"_s, QTime(8, 0));
+        auto weight = MakeEntry<CWeightEntry>(kDay, {7, 0});
+        auto exercise = MakeEntry<CExerciseEntry>(kDay, {7, 0});
+        CItemDatabaseBase& diet = Database().Diet();
+        QVERIFY(Database().Weight().Write(-1, weight) && diet.Write(-1, weight));
+        QVERIFY(Database().Exercises().Write(-1, exercise));
+        m_messages->answer = false;
+        QCOMPARE(Purged({kDay, kDay, true, true, true}), u"asked"_s);
+        m_messages->answer = true;
+        QCOMPARE(Purged({kDay, kDay}), u"0 0 0"_s);
+        QCOMPARE(Purged({kDay, kDay, false, true, true}), u"0 1 1"_s);
+        QCOMPARE(Purged({kDay, kDay, true, true, true}), u"1 0 0"_s);
+        QCOMPARE(diet.Count(), 1);
+    }
+
+    void aDiaryThatCannotBeReadIsNotEmpty() {
+        Database().CloseProfile();
+        QVERIFY(!Database().Diet().RangeOf(0));
+        QVERIFY(!PurgeDiaries(Database(), {kDay, kDay, true}));
+        QVERIFY(m_messages->Said().startsWith(u"Cannot delete record. Error=2|Total purged:"_s));
+    }
+
+  private:
+    /// The three totals, "1 0 0"; "asked" when that is all.
+    QString Purged(const CPurgeRequest& request) {
+        const bool isDone = PurgeDiaries(Database(), request);
+        QString said = m_messages->TakeShown().value(0);
+        said.replace(u"Total purged:\n\nDiet entries: "_s, QString());
+        said.replace(u"\nWeight entries: "_s, u" "_s).replace(u"\nExersises: "_s, u" "_s);
+        return isDone ? said.trimmed() : said + u"asked"_s;
     }
 };
 

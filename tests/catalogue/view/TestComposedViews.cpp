@@ -56,10 +56,7 @@ class TestComposedViews : public CDiaryTest {
         AddCategory(Database(), u"Desserts"_s, kRecipes);
         view.DataChanged();
         OnDialog<CComposedEditDialog>([this](CComposedEditDialog& dialog) {
-            QCOMPARE(dialog.windowTitle(), u"Recipe"_s);
             Replace(Find<QLineEdit>(dialog, "name"), u"Compote"_s);
-            Replace(Find<QLineEdit>(dialog, "servings"), QString(64, u'x'));
-            QCOMPARE(Find<QLineEdit>(dialog, "servings")->text().size(), 63);
             Replace(Find<QLineEdit>(dialog, "servings"), u"2 bowls"_s);
             Page(dialog, 1);
             OnDialog<CAddFoodDialog>([](CAddFoodDialog& add) {
