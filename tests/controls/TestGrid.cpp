@@ -205,6 +205,9 @@ class TestGrid : public QObject {
     }
 
     void namesTakeWhatTheValuesLeave() {
+        const CGrid grid(EGridKind::Values, {u"A"_s, u"B"_s}, u"Nutrients"_s);
+        QCOMPARE(grid.columnWidth(1),
+                 grid.fontMetrics().horizontalAdvance(u"99999.99"_s) + grid.fontMetrics().height());
         Make(EGridKind::Values, 2);
         m_grid->setColumnWidth(0, m_grid->viewport()->width() - 80);
         m_window->resize(240, 320);

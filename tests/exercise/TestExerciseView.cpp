@@ -27,6 +27,7 @@ class TestExerciseView : public CExercisesTest {
                     .startsWith(u"Neither food nor exercise"_s));
         OnDialog<CExerciseEditDialog>([](CExerciseEditDialog& dialog) {
             OnDialog<CFindDialog>([](CFindDialog& find) {
+                QCOMPARE(Find<QLineEdit>(find, "type2")->accessibleName(), u"Type 2"_s);
                 Replace(Find<QLineEdit>(find, "type3"), u"FAST"_s);
                 find.accept();
             });
