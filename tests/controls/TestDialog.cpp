@@ -199,7 +199,8 @@ class TestDialog : public QObject {
         QCOMPARE(ColorOf(dialog.GetRgb()), QColor(255, 0, 52));
         QCOMPARE(RgbOf(QColor(255, 0, 52)), 0x3400FFU);
         auto* sample = Find<QLabel>(dialog, "sample");
-        QCOMPARE(sample->grab().toImage().pixelColor(sample->rect().center()), QColor(255, 0, 52));
+        const QPoint middle = sample->mapTo(&dialog, sample->rect().center());
+        QCOMPARE(dialog.grab().toImage().pixelColor(middle), QColor(255, 0, 52));
     }
 };
 

@@ -90,9 +90,13 @@ class TestDietView : public CDiaryTest {
             AddEntry(name, QTime(8, 0));
         }
         COpenView<CDietMainView> open(*m_doc, "entries");
+        open.list->selectAll();
+        m_messages->answers = {false};
+        QTest::keyClick(open.list, Qt::Key_Delete);
+        QCOMPARE(open.list->SelectedRows().size(), 3U);
         open.list->SelectRow(2);
         QTest::keyClick(open.list, Qt::Key_Delete);
-        QCOMPARE(m_messages->asked, QStringList{u"Are you sure you want to delete entry 'Egg'?"_s});
+        QCOMPARE(m_messages->asked.last(), u"Are you sure you want to delete entry 'Egg'?"_s);
         QCOMPARE(open.list->SelectedRows(), std::vector<int>{1});
         open.list->selectAll();
         QTest::keyClick(open.list, Qt::Key_Delete);

@@ -79,6 +79,10 @@ class TestWeightView : public CDiaryTest {
         QTest::keyClick(open.list, Qt::Key_Return);
         QCOMPARE(open.Row(1, 2), u"1 Jun 2026 75.00"_s);
         QCOMPARE(open.list->SelectedRows(), std::vector<int>{1});
+        open.list->selectAll();
+        m_messages->answers = {false};
+        open.Trigger(u"Delete weight..."_s);
+        QCOMPARE(open.list->SelectedRows().size(), 3U);
         open.list->SelectRow(2);
         open.Trigger(u"Delete weight..."_s);
         QCOMPARE(open.list->RowCount(), 2);

@@ -99,6 +99,10 @@ class TestExerciseView : public CExercisesTest {
             AddDone(name, kDay, QTime(8, 0), 10, 50);
         }
         COpenView<CExercisesMainView> open(*m_doc, "exercises", {240, 320});
+        open.list->selectAll();
+        m_messages->answers = {false};
+        QTest::keyClick(open.list, Qt::Key_Delete);
+        QCOMPARE(open.list->SelectedRows().size(), 3U);
         open.list->SelectRow(1);
         for (const int selected : {1, 0}) {
             QTest::keyClick(open.list, Qt::Key_Delete);

@@ -141,6 +141,8 @@ class CPortrait {
             const int characters = box->minimumContentsLength();
             return named + (box->isEditable() ? Field(*box->lineEdit()) : box->currentText()) +
                    u'{' + Ends(items).join(u',') + u'}' + If(box->completer(), u" completes"_s) +
+                   If(box->sizeAdjustPolicy() == QComboBox::AdjustToMinimumContentsLengthWithIcon,
+                      u" short"_s) +
                    If(characters > 0, u" of "_s + QString::number(characters));
         }
         if (const auto* moment = qobject_cast<const QDateTimeEdit*>(&widget)) {

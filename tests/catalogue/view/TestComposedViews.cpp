@@ -14,6 +14,7 @@
 #include "diary/DiaryFixture.h"
 #include "support/Clicks.h"
 #include "support/ComposedSamples.h"
+#include "support/Files.h"
 
 class TestComposedViews : public CDiaryTest {
     Q_OBJECT
@@ -37,6 +38,10 @@ class TestComposedViews : public CDiaryTest {
         QCOMPARE(QApplication::focusWidget(), serving);
         QTest::keyClick(serving, Qt::Key_Down);
         QCOMPARE(values->CellText(0, 1), u"65.00"_s);  // 52 * 1.25
+        auto* amount = Find<QLineEdit>(dialog, "amount");
+        Replace(amount, u"0"_s);
+        serving->setFocus();
+        QCOMPARE(amount->text(), u"1.00"_s);  // what counts for nothing is one
         QTest::keyClick(serving, Qt::Key_Tab);
         QTest::keyClicks(QApplication::focusWidget(), u"2"_s);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
@@ -74,6 +79,9 @@ class TestComposedViews : public CDiaryTest {
             QTest::keyClicks(instructions, u"Boil"_s);
             QTest::keyClick(instructions, Qt::Key_Return);
             QTest::keyClicks(instructions, u"Cool"_s);
+            m_messages->chosenFile = Path(u"recipe.txt"_s);
+            Press(dialog, "saveAsText");
+            QVERIFY(Load(m_messages->chosenFile).endsWith("Protein (g): 7.80\r\n"));
             // The second cell is still open: the first OK ends it alone.
             Page(dialog, 0);
             dialog.activateWindow();

@@ -132,6 +132,7 @@ class TestFoodsMainView : public CCatalogueViewTest {
         m_messages->answers = {false, true};
         QTest::keyClick(m_list, Qt::Key_Delete);
         QCOMPARE(m_list->RowCount(), 4);
+        QCOMPARE(m_list->SelectedRows().size(), 2U);
         QTest::keyClick(m_list, Qt::Key_Delete);
         QCOMPARE(m_messages->asked.last(), u"Are you sure you want to delete 2 foods?"_s);
         QCOMPARE(Listed(), u"Milk, whole|Yoghurt, mild"_s);
