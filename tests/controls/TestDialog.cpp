@@ -124,6 +124,7 @@ class TestDialog : public QObject {
             dialog.m_pickList.Open(dialog.m_first, {u"Name"_s, kNames}, current);
             auto* list = dialog.findChild<CReportList*>();
             QCOMPARE(QApplication::focusWidget(), list);
+            QCOMPARE(list->selectionMode(), CReportList::SingleSelection);
             if (typed == u"click") {
                 const QModelIndex index = list->model()->index(1, 0);
                 QTest::mouseClick(list->viewport(), Qt::LeftButton, {},

@@ -122,6 +122,9 @@ class TestGrid : public QObject {
         QCOMPARE(box->view()->sizeHintForRow(0), height);
         QCOMPARE(box->maxVisibleItems(), 8);
 
+        m_grid->OpenCell(11, 1);  // below what is in sight
+        QVERIFY(m_grid->viewport()->rect().contains(Cell(11, 1)));
+
         // Twice as wide as the client area: scrolled to the cell's beginning, and clipped there.
         const int client = m_grid->viewport()->width();
         m_grid->setColumnWidth(1, 2 * client);

@@ -186,7 +186,10 @@ class TestDietFrame : public CDiaryTest {
 
     void aPlaceOutsideTheScreensIsIgnored() {
         CRegistrySettings& registry = m_doc->Registry();
-        for (const int x : {20000, -490}) {
+        // At least 40 pixels are to be seen.
+        registry = {-460, 10, 500, 400, registry.userProfileName};
+        QCOMPARE(CDietFrame(*m_doc).x(), -460);
+        for (const int x : {20000, -461}) {
             registry = {x, 10, 500, 400, registry.userProfileName};
             const CDietFrame frame(*m_doc);
             QVERIFY(frame.x() != x);

@@ -201,7 +201,9 @@ class CPortrait {
             }
             rows.append(cells.join(u'|'));
         }
-        return u'{' + If(view.isHeaderHidden(), u"-"_s) + Ends(rows).join(u"; "_s) + u'}' +
+        const auto* hint = view.findChild<QLabel*>(u"emptyHint"_s);
+        return If(hint && hint->isVisible(), u"("_s + (hint ? Own(*hint) : QString()) + u") "_s) +
+               u'{' + If(view.isHeaderHidden(), u"-"_s) + Ends(rows).join(u"; "_s) + u'}' +
                If(view.selectionMode() == QTreeView::ExtendedSelection, u" many"_s) +
                If(view.horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff, u" unscrolled"_s);
     }
