@@ -92,18 +92,22 @@ int CRecordStore::CountRecords(const CDatabaseHandle& handle) {
 
 ObjectId CRecordStore::SeekToPosition(CDatabaseHandle& handle, int position) {
     ObjectId record = 0;
+    handle.sought = 0;
     if (!SetLastError(m_engine.SeekToPosition(handle.id, position, record))) {
         return 0;
     }
     handle.nextPosition = position;
+    handle.sought = record;
     return record;
 }
 
 bool CRecordStore::ReadCurrent(CDatabaseHandle& handle, PropertyList& properties, int most) {
-    const ObjectId record = SeekToPosition(handle, handle.nextPosition);
+    const ObjectId record =
+        handle.sought != 0 ? handle.sought : SeekToPosition(handle, handle.nextPosition);
     if (record == 0) {
         return false;
     }
+    handle.sought = 0;
     ++handle.nextPosition;
     return SetLastError(m_engine.ReadRecord(record, properties, most));
 }

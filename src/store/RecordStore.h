@@ -16,6 +16,7 @@ inline constexpr int kNoPosition = -1;
 struct CDatabaseHandle {
     ObjectId id = 0;
     int nextPosition = 0;  ///< where ReadCurrent reads; moves on with every read
+    ObjectId sought = 0;   ///< the record there, as long as it is known
     [[nodiscard]] bool IsValid() const { return id != 0; }
 };
 
