@@ -99,7 +99,8 @@ bool List(CCommandContext& context) {
         header.append(QLatin1StringView(NutrientNamesOf(i).csvName));
     }
     PrintRow(header);
-    for (const CDietEntry& entry : day->Entries()) {
+    for (const CListed<CDietEntry>& listed : day->Entries()) {
+        const CDietEntry& entry = listed.entry;
         QStringList row = {DateOf(entry.GetMoment()).toString(Qt::ISODate),
                            TimeOf(entry.GetMoment()).toString(Qt::ISODate),
                            MealNames().value(entry.GetMeal()),

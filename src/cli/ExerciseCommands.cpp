@@ -1,6 +1,7 @@
 // velmora-cli exercises ...
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
+#include "cli/MinuteEntries.h"
 #include "cli/TableOutput.h"
 #include "exercise/ExerciseForm.h"
 #include "exercise/ExerciseRules.h"
@@ -52,8 +53,8 @@ bool List(CCommandContext& context) {
     }
     PrintRow(
         {u"date"_s, u"time"_s, u"category"_s, u"name"_s, u"type"_s, u"minutes"_s, u"energy"_s});
-    const CExerciseList list = ListExercises(context.doc.Database(), day, day);
-    for (const CListedExercise& listed : list.entries) {
+    const CEntryRange<CExerciseEntry> list = ListExercises(context.doc.Database(), day, day);
+    for (const CListed<CExerciseEntry>& listed : list.entries) {
         const CExerciseEntry& entry = listed.entry;
         PrintRow({DateOf(entry.GetMoment()).toString(Qt::ISODate),
                   TimeOf(entry.GetMoment()).toString(Qt::ISODate), entry.GetCategory(),
@@ -65,18 +66,12 @@ bool List(CCommandContext& context) {
 
 /// Deletes what was done in that minute.
 bool Delete(CCommandContext& context) {
-    const QDate day = context.arguments.Date("--date");
-    const QTime time = context.arguments.Time("--time");
     if (!LoadProfileArgument(context)) {
         return false;
     }
-    ListedExercises selected = ListExercises(context.doc.Database(), day, day).entries;
-    std::erase_if(selected, [&](const CListedExercise& listed) {
-        const QTime at = TimeOf(listed.entry.GetMoment());
-        return at.hour() != time.hour() || at.minute() != time.minute();
-    });
-    return DeleteExercises(context.doc.Database(), selected) == std::ssize(selected) &&
-           !selected.empty();
+    CDatabase& database = context.doc.Database();
+    const auto selected = ReadMinute(database.Exercises(), context.arguments);
+    return DeleteExercises(database, selected) == std::ssize(selected) && !selected.empty();
 }
 
 constexpr CCommand kCommands[] = {

@@ -1,6 +1,7 @@
 // velmora-cli weight ... and bmi
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
+#include "cli/MinuteEntries.h"
 #include "cli/TableOutput.h"
 #include "diary/BmiTable.h"
 #include "diary/WeightForm.h"
@@ -84,24 +85,11 @@ bool List(CCommandContext& context) {
 
 /// All entries of the minute.
 bool Delete(CCommandContext& context) {
-    const CArguments& arguments = context.arguments;
-    const QDate day = arguments.Date("--date");
-    const QTime time = arguments.Time("--time");
     if (!LoadProfileArgument(context)) {
         return false;
     }
-    CWeightList weights(context.doc);
-    weights.Reload();
-    std::vector<int> rows;
-    for (int row = 0; row < weights.Count(); ++row) {
-        const FileTime moment = weights.Entry(row).GetMoment();
-        const QTime at = TimeOf(moment);
-        if (DateOf(moment) == day && at.hour() == time.hour() && at.minute() == time.minute()) {
-            rows.push_back(row);
-        }
-    }
-    const auto count = static_cast<int>(rows.size());
-    return DeleteWeights(context.doc, weights.PositionsOf(rows)) == count && count > 0;
+    const auto selected = ReadMinute(context.doc.Database().Weight(), context.arguments);
+    return DeleteWeights(context.doc, selected) == std::ssize(selected) && !selected.empty();
 }
 
 bool ShowBmi(CCommandContext& context) {

@@ -18,9 +18,9 @@ void CDietDay::Reload() {
     CDayEntries day = m_doc.Database().LoadDietDay(m_doc.dayShown);
     m_day = std::move(day);
     m_rows.clear();
-    for (size_t place = 0; place < m_day.Entries().size(); ++place) {
+    for (int place = 0; place < m_day.Count(); ++place) {
         if (m_doc.selectedMeal == kAllMeals ||
-            m_day.Entries()[place].GetMeal() == m_doc.selectedMeal) {
+            m_day.Entries()[place].entry.GetMeal() == m_doc.selectedMeal) {
             m_rows.push_back(place);
         }
     }
@@ -32,11 +32,11 @@ QString CDietDay::LeftOutText() const {
                          "The list and the totals cover the first %s of this day's %s entries.");
 }
 
-std::vector<CDietEntry> CDietDay::EntriesAt(const std::vector<int>& rows) const {
-    std::vector<CDietEntry> entries;
+ListedEntries<CDietEntry> CDietDay::EntriesAt(const std::vector<int>& rows) const {
+    ListedEntries<CDietEntry> entries;
     entries.reserve(rows.size());
     for (const int row : rows) {
-        entries.push_back(Entry(row));
+        entries.push_back(Listed(row));
     }
     return entries;
 }

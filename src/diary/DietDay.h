@@ -17,12 +17,15 @@ class CDietDay {
     void Reload();
     [[nodiscard]] int Count() const { return static_cast<int>(m_rows.size()); }
     /// `row` 0 to Count() - 1.
-    [[nodiscard]] const CDietEntry& Entry(int row) const { return m_day.Entries()[m_rows[row]]; }
+    [[nodiscard]] const CDietEntry& Entry(int row) const { return Listed(row).entry; }
+    [[nodiscard]] const CListed<CDietEntry>& Listed(int row) const {
+        return m_day.Entries()[m_rows[row]];
+    }
     /// Of the whole day's entries loaded, whatever the meal.
     [[nodiscard]] double Total(int nutrient) const { return m_day.GetTotal(nutrient); }
     /// What neither the rows nor the totals cover, as a sentence; empty when that is nothing.
     [[nodiscard]] QString LeftOutText() const;
-    [[nodiscard]] std::vector<CDietEntry> EntriesAt(const std::vector<int>& rows) const;
+    [[nodiscard]] ListedEntries<CDietEntry> EntriesAt(const std::vector<int>& rows) const;
 
     /// "Name", "Serving" and the names of the displayed nutrients.
     [[nodiscard]] QStringList ColumnTitles() const;
@@ -34,7 +37,7 @@ class CDietDay {
   private:
     CVelmoraDoc& m_doc;
     CDayEntries m_day;
-    std::vector<size_t> m_rows;  ///< places among the day's entries
+    std::vector<int> m_rows;  ///< places among the day's entries
     std::vector<int> m_nutrients;
 };
 

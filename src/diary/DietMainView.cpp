@@ -122,7 +122,7 @@ void CDietMainView::ShowColors() {
     m_totals->SetBackgroundColor(background);
 }
 
-std::vector<CDietEntry> CDietMainView::SelectedEntries() const {
+ListedEntries<CDietEntry> CDietMainView::SelectedEntries() const {
     return m_day.EntriesAt(m_entries->SelectedRows());
 }
 
@@ -146,11 +146,11 @@ void CDietMainView::Edit() {
     if (!MayEdit(static_cast<int>(rows.size()))) {
         return;
     }
-    const CDietEntry entry = m_day.Entry(rows.front());
-    CAddFoodForm form(Doc(), CAddFoodRequest::ForEntry(Doc().Database(), entry));
+    const CListed<CDietEntry> before = m_day.Listed(rows.front());
+    CAddFoodForm form(Doc(), CAddFoodRequest::ForEntry(Doc().Database(), before.entry));
     CAddFoodDialog dialog(form, this);
     dialog.SetOnConfirmed(
-        [&] { return Doc().MayClose(EditDietEntry(Doc(), entry, form.GetResult())); });
+        [&] { return Doc().MayClose(EditDietEntry(Doc(), before, form.GetResult())); });
     if (dialog.exec() == QDialog::Accepted) {
         Reload(rows.front());
     }
@@ -165,13 +165,14 @@ void CDietMainView::Delete() {
 
 void CDietMainView::Move() {
     const std::vector<int> rows = m_entries->SelectedRows();
-    const std::vector<CDietEntry> entries = SelectedEntries();
-    if (!MayMove(entries)) {
+    const ListedEntries<CDietEntry> selected = SelectedEntries();
+    if (!MayMove(selected)) {
         return;
     }
-    CDietMoveDialog dialog({entries.front().GetMoment(), entries.front().GetMeal()}, this);
+    const CDietEntry& first = selected.front().entry;
+    CDietMoveDialog dialog({first.GetMoment(), first.GetMeal()}, this);
     if (dialog.exec() == QDialog::Accepted) {
-        MoveDietEntries(Doc(), entries, dialog.GetPlace());
+        MoveDietEntries(Doc(), selected, dialog.GetPlace());
         Reload(rows.front());
     }
 }

@@ -35,7 +35,7 @@ class CDietMainView final : public CDiaryView {
     void Move();
     void Duplicate();
     void ChooseBackgroundColor();
-    [[nodiscard]] std::vector<CDietEntry> SelectedEntries() const;
+    [[nodiscard]] ListedEntries<CDietEntry> SelectedEntries() const;
 
     CDietDay m_day;
     QTabBar* m_meals = nullptr;

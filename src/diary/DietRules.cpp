@@ -1,6 +1,6 @@
 #include "diary/DietRules.h"
 
-#include "app/ListCommands.h"
+#include "diary/DiaryCommands.h"
 #include "platform/Messages.h"
 
 using namespace Qt::StringLiterals;
@@ -9,46 +9,18 @@ namespace {
 
 constexpr auto kCannotAdd = "Cannot add entry."_L1;
 
-/// Position of the record that equals `entry`; -1 when there is none. Of several equal records
-/// any one will do.
-int PositionOf(CDatabase& database, const CDietEntry& entry) {
-    auto& diet = database.Diet();
-    const int first = diet.FirstPositionOf(entry.GetMoment());
-    if (first < 0) {
-        return -1;
-    }
-    int found = -1;
-    diet.ForEachFrom(first, [&](int position, PropertyList& properties) {
-        // Compared as it is listed, which may have mended what the record holds.
-        CDietEntry stored;
-        if (!stored.SetProperties(std::move(properties))) {
-            return true;
-        }
-        if (stored == entry) {
-            found = position;
-        }
-        return found < 0 && stored.GetMoment() == entry.GetMoment();
-    });
-    return found;
-}
-
-bool Rewrite(CVelmoraDoc& doc, const CDietEntry& before, const CDietEntry& after) {
-    const int position = PositionOf(doc.Database(), before);
-    return position >= 0 && doc.Database().Diet().Write(position, after);
-}
-
-std::vector<int> IndexesOf(const std::vector<CDietEntry>& entries) {
-    std::vector<int> indexes(entries.size());
-    for (int index = 0; index < static_cast<int>(entries.size()); ++index) {
-        indexes[index] = index;
-    }
-    return indexes;
-}
-
-/// Asks about the selected entries, one by its name.
-bool Confirm(const CConfirmTexts& texts, const std::vector<CDietEntry>& entries) {
-    return ConfirmFor(texts, static_cast<int>(entries.size()), {entries.front().GetName()});
-}
+constexpr CEntryCommand kDelete = {
+    {"Please select entry to delete.", nullptr},
+    {"Are you sure you want to delete entry '%s'?", "Are you sure you want to delete %d entries?"},
+    "Cannot delete entry."};
+constexpr CEntryCommand kMove = {
+    {"Please select entry to move.", nullptr},
+    {"Are you sure you want to move entry '%s'?", "Are you sure you want to move %d entries?"},
+    "Cannot move entry."};
+constexpr CEntryCommand kDuplicate = {
+    {"Please select entry to duplicate.", "Please select only one entry to duplicate."},
+    {"Are you sure you want to duplicate entry '%s'?", nullptr},
+    "Cannot duplicate entry."};
 
 }  // namespace
 
@@ -91,62 +63,42 @@ bool MayEdit(int selected) {
                           selected);
 }
 
-bool EditDietEntry(CVelmoraDoc& doc, const CDietEntry& entry, const CChosenFood& food) {
-    CDietEntry edited = entry;
-    edited.SetMoment(ToFileTime(DateOf(entry.GetMoment()), food.time));
+bool EditDietEntry(CVelmoraDoc& doc, const CListed<CDietEntry>& before, const CChosenFood& food) {
+    CDietEntry edited = before.entry;
+    edited.SetMoment(ToFileTime(DateOf(edited.GetMoment()), food.time));
     TakeChosenFood(doc.Database(), food, edited);
-    const bool written = Rewrite(doc, entry, edited);
-    if (!written) {
+    const bool isWritten =
+        ReplaceEntry(doc.Database().Diet(), before.record, edited) == EReplaced::Yes;
+    if (!isWritten) {
         ShowMessage(kCannotAdd, EMessageIcon::Information);
     }
-    return written;
+    return isWritten;
 }
 
-int DeleteDietEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries) {
-    if (!CheckSelection({"Please select entry to delete.", nullptr},
-                        static_cast<int>(entries.size())) ||
-        !Confirm({"Are you sure you want to delete entry '%s'?",
-                  "Are you sure you want to delete %d entries?"},
-                 entries)) {
-        return 0;
-    }
-    const auto remove = [&](int index) {
-        const int position = PositionOf(doc.Database(), entries[index]);
-        return position >= 0 && doc.Database().Diet().Delete(position);
-    };
-    return ActOnEach(doc.Database().GetStore(), IndexesOf(entries), remove,
-                     u"Cannot delete entry."_s);
+int DeleteDietEntries(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected) {
+    return DeleteEntries(doc.Database().Diet(), selected, kDelete, EAfterFailure::Stop);
 }
 
-bool MayMove(const std::vector<CDietEntry>& entries) {
-    return CheckSelection({"Please select entry to move.", nullptr},
-                          static_cast<int>(entries.size())) &&
-           Confirm({"Are you sure you want to move entry '%s'?",
-                    "Are you sure you want to move %d entries?"},
-                   entries);
+bool MayMove(const ListedEntries<CDietEntry>& selected) {
+    return MayRun(kMove, selected);
 }
 
-int MoveDietEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries,
+int MoveDietEntries(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected,
                     const CDietPlace& place) {
-    const auto move = [&](int index) {
-        CDietEntry moved = entries[index];
-        moved.SetMoment(place.moment);
-        moved.SetMeal(place.meal);
-        return Rewrite(doc, entries[index], moved);
+    const auto move = [&place](CDietEntry& entry) {
+        entry.SetMoment(place.moment);
+        entry.SetMeal(place.meal);
     };
-    return ActOnEach(doc.Database().GetStore(), IndexesOf(entries), move, u"Cannot move entry."_s);
+    return ChangeEntries<CDietEntry>(doc.Database().Diet(), selected, move, kMove.failure);
 }
 
-bool DuplicateDietEntry(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries) {
-    if (!CheckSelection(
-            {"Please select entry to duplicate.", "Please select only one entry to duplicate."},
-            static_cast<int>(entries.size())) ||
-        !Confirm({"Are you sure you want to duplicate entry '%s'?", nullptr}, entries)) {
+bool DuplicateDietEntry(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected) {
+    if (!MayRun(kDuplicate, selected)) {
         return false;
     }
-    const bool added = doc.Database().Diet().Write(-1, entries.front());
-    if (!added) {
-        ShowMessage(u"Cannot duplicate entry."_s, EMessageIcon::Information);
+    const bool isAdded = doc.Database().Diet().Write(kNoPosition, selected.front().entry);
+    if (!isAdded) {
+        ShowMessage(QString::fromLatin1(kDuplicate.failure), EMessageIcon::Information);
     }
-    return added;
+    return isAdded;
 }

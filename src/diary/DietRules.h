@@ -2,8 +2,6 @@
 // asked, what is stored.
 #pragma once
 
-#include <vector>
-
 #include "app/VelmoraDoc.h"
 #include "catalogue/items/ChosenFood.h"
 
@@ -24,20 +22,19 @@ bool AddDietEntry(CVelmoraDoc& doc, QDate day, qint32 meal, const CChosenFood& f
 
 /// False after a message unless exactly one entry is selected.
 bool MayEdit(int selected);
-/// Rewrites `entry` with the food; date and meal stay. Failure shows "Cannot add entry.".
-bool EditDietEntry(CVelmoraDoc& doc, const CDietEntry& entry, const CChosenFood& food);
+/// Rewrites the record with the food; date and meal stay. Failure shows "Cannot add entry.".
+bool EditDietEntry(CVelmoraDoc& doc, const CListed<CDietEntry>& before, const CChosenFood& food);
 
-// The commands below take copies of the selected entries in list order. They find each record by
-// its content, so the positions that shift under them do not matter.
+// The commands below take the selected entries in list order.
 
 /// Asks and deletes; stops at the first failure. Returns how many are gone.
-int DeleteDietEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries);
+int DeleteDietEntries(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected);
 
 /// False when the selection is empty (after a message) or the question is not answered with Yes.
-bool MayMove(const std::vector<CDietEntry>& entries);
+bool MayMove(const ListedEntries<CDietEntry>& selected);
 /// Gives all entries the same place; stops at the first failure. Returns how many were moved.
-int MoveDietEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries,
+int MoveDietEntries(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected,
                     const CDietPlace& place);
 
 /// Asks and appends a copy of the one selected entry. True when there is a new record.
-bool DuplicateDietEntry(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries);
+bool DuplicateDietEntry(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected);

@@ -18,36 +18,18 @@ static_assert(kBodyFatColumn + 1 == CWeightTabSettings::kColumnCount);
 }  // namespace
 
 void CWeightList::Reload() {
-    auto& database = m_doc.Database().Weight();
-    std::vector<CRow> rows;
-    rows.reserve(database.Count());
     constexpr auto kAnyMoment = std::numeric_limits<FileTime>();
-    const CLeftOut leftOut = database.ReadList(
-        {kAnyMoment.min(), kAnyMoment.max()}, [&](int position, PropertyList& properties) {
-            CWeightEntry entry;
-            if (!entry.SetProperties(std::move(properties))) {
-                return ETake::Damaged;
-            }
-            rows.push_back({position, std::move(entry)});
-            return ETake::Taken;
-        });
-    m_rows = std::move(rows);
-    m_leftOut = leftOut;
-}
-
-std::vector<int> CWeightList::PositionsOf(const std::vector<int>& rows) const {
-    std::vector<int> positions;
-    positions.reserve(rows.size());
-    for (const int row : rows) {
-        positions.push_back(m_rows[row].position);
-    }
-    return positions;
+    // A message on the way may have the old rows painted once more.
+    CEntryRange<CWeightEntry> all =
+        ReadEntries(m_doc.Database().Weight(), {kAnyMoment.min(), kAnyMoment.max()});
+    m_all = std::move(all);
 }
 
 int CWeightList::RowOfMoment(FileTime moment) const {
     const auto later = std::ranges::upper_bound(
-        m_rows, moment, {}, [](const CRow& row) { return row.entry.GetMoment(); });
-    const int row = static_cast<int>(later - m_rows.begin()) - 1;
+        m_all.entries, moment, {},
+        [](const CListed<CWeightEntry>& listed) { return listed.entry.GetMoment(); });
+    const int row = static_cast<int>(later - m_all.entries.begin()) - 1;
     return std::min(std::max(row, 0), Count() - 1);
 }
 

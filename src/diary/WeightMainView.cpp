@@ -125,8 +125,8 @@ void CWeightMainView::Edit() {
         return;
     }
     const int place = m_entries->FirstSelectedPlace();
-    const int position = m_weights.PositionsOf(rows).front();
-    const std::optional<CWeightEntry> entry = WeightToEdit(Doc(), position);
+    const ObjectId record = m_weights.Record(rows.front());
+    const std::optional<CWeightEntry> entry = WeightToEdit(Doc(), record);
     if (!entry) {
         return;
     }
@@ -134,7 +134,7 @@ void CWeightMainView::Edit() {
     CWeightForm form(*entry, settings.preferences, settings.user.isMale);
     CWeightEditDialog dialog(form, this);
     dialog.SetOnConfirmed(
-        [&] { return Doc().MayClose(EditWeight(Doc(), position, form.GetEntry())); });
+        [&] { return Doc().MayClose(EditWeight(Doc(), record, form.GetEntry())); });
     if (dialog.exec() == QDialog::Accepted) {
         ReloadAndSelect(place);
     }
@@ -142,7 +142,7 @@ void CWeightMainView::Edit() {
 
 void CWeightMainView::Delete() {
     const int place = m_entries->FirstSelectedPlace();
-    if (DeleteWeights(Doc(), m_weights.PositionsOf(m_entries->SelectedRows())) > 0) {
+    if (DeleteWeights(Doc(), m_weights.EntriesAt(m_entries->SelectedRows())) > 0) {
         ReloadAndSelect(place);
     }
 }

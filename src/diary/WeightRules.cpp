@@ -1,8 +1,7 @@
 #include "diary/WeightRules.h"
 
-#include "app/ListCommands.h"
+#include "diary/DiaryCommands.h"
 #include "platform/Messages.h"
-#include "store/UnitOfWork.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,8 +11,12 @@ constexpr auto kCannotAdd = "Cannot add weight."_L1;
 /// The last one that a date field shows.
 constexpr int kLastYear = 9999;
 
-bool WriteWeight(CVelmoraDoc& doc, int position, const CWeightEntry& entry) {
-    const bool isWritten = doc.Database().Weight().Write(position, entry);
+constexpr CEntryCommand kDelete = {{"Please select weight to delete.", nullptr},
+                                   {"Are you sure you want to delete selected weight?",
+                                    "Are you sure you want to delete %d weights?"},
+                                   "Cannot delete weight."};
+
+bool ReportUnlessWritten(bool isWritten) {
     if (!isWritten) {
         ShowMessage(kCannotAdd, EMessageIcon::Information);
     }
@@ -41,7 +44,7 @@ CWeightEntry NewWeightEntry(CVelmoraDoc& doc, QTime time) {
 }
 
 bool AddWeight(CVelmoraDoc& doc, const CWeightEntry& entry) {
-    return WriteWeight(doc, kNoPosition, entry);
+    return ReportUnlessWritten(doc.Database().Weight().Write(kNoPosition, entry));
 }
 
 bool MayEditWeight(int selected) {
@@ -49,9 +52,10 @@ bool MayEditWeight(int selected) {
         {"Please select weight to edit.", "Please select only one weight to edit."}, selected);
 }
 
-std::optional<CWeightEntry> WeightToEdit(CVelmoraDoc& doc, int position) {
+std::optional<CWeightEntry> WeightToEdit(CVelmoraDoc& doc, ObjectId record) {
+    auto& database = doc.Database().Weight();
     CWeightEntry entry;
-    if (!doc.Database().Weight().Read(position, entry)) {
+    if (!database.Read(database.PositionOf(record), entry)) {
         ShowMessage(kCannotAdd, EMessageIcon::Information);
         return std::nullopt;
     }
@@ -62,32 +66,11 @@ std::optional<CWeightEntry> WeightToEdit(CVelmoraDoc& doc, int position) {
     return entry;
 }
 
-bool EditWeight(CVelmoraDoc& doc, int position, const CWeightEntry& entry) {
-    return WriteWeight(doc, position, entry);
+bool EditWeight(CVelmoraDoc& doc, ObjectId record, const CWeightEntry& entry) {
+    return ReportUnlessWritten(ReplaceEntry(doc.Database().Weight(), record, entry) ==
+                               EReplaced::Yes);
 }
 
-int DeleteWeights(CVelmoraDoc& doc, const std::vector<int>& positions) {
-    const int count = static_cast<int>(positions.size());
-    if (!CheckSelection({"Please select weight to delete.", nullptr}, count) ||
-        !ConfirmFor({"Are you sure you want to delete selected weight?",
-                     "Are you sure you want to delete %d weights?"},
-                    count, {})) {
-        return 0;
-    }
-    // From the last one, so that the positions before it hold.
-    const std::vector<int> fromTheLast(positions.rbegin(), positions.rend());
-    const CWaitCursor wait;
-    int deleted = 0;
-    RunAsUnit(doc.Database().GetStore(), [&] {
-        deleted = 0;
-        for (const int position : fromTheLast) {
-            if (doc.Database().Weight().Delete(position)) {
-                ++deleted;
-            } else {
-                ShowMessage(u"Cannot delete weight."_s, EMessageIcon::Information);
-            }
-        }
-        return deleted == count;
-    });
-    return deleted;
+int DeleteWeights(CVelmoraDoc& doc, const ListedEntries<CWeightEntry>& selected) {
+    return DeleteEntries(doc.Database().Weight(), selected, kDelete, EAfterFailure::GoOn);
 }

@@ -4,7 +4,6 @@
 
 #include <QTime>
 #include <optional>
-#include <vector>
 
 #include "app/VelmoraDoc.h"
 
@@ -20,12 +19,12 @@ bool AddWeight(CVelmoraDoc& doc, const CWeightEntry& entry);
 
 /// False after a message unless exactly one entry is selected.
 bool MayEditWeight(int selected);
-/// The record at `position` as the dialog shows it: one whose date is damaged starts from the day
+/// The entry of a record as the dialog shows it: one whose date is damaged starts from the day
 /// shown. Nothing after "Cannot add weight." when it cannot be read.
-std::optional<CWeightEntry> WeightToEdit(CVelmoraDoc& doc, int position);
-/// Rewrites the record at `position`. Failure shows "Cannot add weight.".
-bool EditWeight(CVelmoraDoc& doc, int position, const CWeightEntry& entry);
+std::optional<CWeightEntry> WeightToEdit(CVelmoraDoc& doc, ObjectId record);
+/// Replaces the entry of a record. Failure shows "Cannot add weight.".
+bool EditWeight(CVelmoraDoc& doc, ObjectId record, const CWeightEntry& entry);
 
-/// Asks and deletes the records at these ascending positions. Every one that stays shows "Cannot
-/// delete weight.", and the others go all the same. Returns how many are gone.
-int DeleteWeights(CVelmoraDoc& doc, const std::vector<int>& positions);
+/// Asks and deletes. Every one that stays shows "Cannot delete weight.", and the others go all the
+/// same. Returns how many are gone.
+int DeleteWeights(CVelmoraDoc& doc, const ListedEntries<CWeightEntry>& selected);

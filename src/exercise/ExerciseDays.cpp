@@ -31,7 +31,7 @@ ExerciseWeek ExerciseWeekOf(CVelmoraDoc& doc, QDate last) {
         day.surplusKcal = database.LoadDietDay(day.day, kNoCapacity).GetTotal(kEnergyIndex) -
                           doc.Settings().targets.nutrients[kEnergyIndex];
     }
-    for (const CListedExercise& listed :
+    for (const CListed<CExerciseEntry>& listed :
          ListExercises(database, week.front().day, last, EWrongCount::IsDamage).entries) {
         const QDate day = DateOf(listed.entry.GetMoment());
         week[week.front().day.daysTo(day)].burnedKcal += listed.entry.GetEnergyKcal();

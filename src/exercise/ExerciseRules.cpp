@@ -1,8 +1,6 @@
 #include "exercise/ExerciseRules.h"
 
-#include <numeric>
-
-#include "app/ListCommands.h"
+#include "diary/DiaryCommands.h"
 #include "platform/NumberText.h"
 #include "store/engine/PlatformError.h"
 
@@ -11,26 +9,20 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double kPresetMinutes = 1;
+constexpr CEntryCommand kDelete = {{"Please select exercise to delete.", nullptr},
+                                   {"Are you sure you want to delete exercise '%s'?",
+                                    "Are you sure you want to delete %d exercises?"},
+                                   "Cannot delete exercise."};
 
 }  // namespace
 
-CExerciseList ListExercises(CDatabase& database, QDate first, QDate last, EWrongCount wrongCount) {
-    CExerciseList list;
+CEntryRange<CExerciseEntry> ListExercises(CDatabase& database, QDate first, QDate last,
+                                          EWrongCount wrongCount) {
     if (!first.isValid() || !last.isValid()) {
-        return list;
+        return {};
     }
-    auto& exercises = database.Exercises();
-    list.leftOut = exercises.ReadList(
-        {FirstMomentOf(first), LastMomentOf(last), wrongCount},
-        [&](int position, PropertyList& properties) {
-            CExerciseEntry entry;
-            if (!entry.SetProperties(std::move(properties))) {
-                return ETake::Damaged;
-            }
-            list.entries.push_back({exercises.RecordAt(position), std::move(entry)});
-            return ETake::Taken;
-        });
-    return list;
+    return ReadEntries(database.Exercises(),
+                       {FirstMomentOf(first), LastMomentOf(last), wrongCount});
 }
 
 QString ExerciseNameText(const CExerciseEntry& entry) {
@@ -67,31 +59,17 @@ bool MayEditExercise(int selected) {
         {"Please select exercise to edit.", "Please select only one exercise to edit."}, selected);
 }
 
-bool EditExercise(CDatabase& database, const CListedExercise& before, const CExerciseEntry& after) {
-    const int position = database.Exercises().PositionOf(before.record);
-    if (position < 0) {
+bool EditExercise(CDatabase& database, ObjectId record, const CExerciseEntry& entry) {
+    const EReplaced replaced = ReplaceEntry(database.Exercises(), record, entry);
+    if (replaced == EReplaced::NoRecord) {
         ShowMessage(FormatText(QLatin1StringView(kExercisesLayout.writeFailure),
                                {static_cast<int>(kErrorFileNotFound)}));
-        return false;
     }
-    return database.Exercises().Write(position, after);
+    return replaced == EReplaced::Yes;
 }
 
-int DeleteExercises(CDatabase& database, const ListedExercises& selected) {
-    const int count = static_cast<int>(selected.size());
-    if (!CheckSelection({"Please select exercise to delete.", nullptr}, count) ||
-        !ConfirmFor({"Are you sure you want to delete exercise '%s'?",
-                     "Are you sure you want to delete %d exercises?"},
-                    count, {selected.front().entry.GetName()})) {
-        return 0;
-    }
-    std::vector<int> indexes(selected.size());
-    std::iota(indexes.begin(), indexes.end(), 0);
-    const auto remove = [&](int index) {
-        const int position = database.Exercises().PositionOf(selected[index].record);
-        return position >= 0 && database.Exercises().Delete(position);
-    };
-    return ActOnEach(database.GetStore(), indexes, remove, u"Cannot delete exercise."_s);
+int DeleteExercises(CDatabase& database, const ListedEntries<CExerciseEntry>& selected) {
+    return DeleteEntries(database.Exercises(), selected, kDelete, EAfterFailure::Stop);
 }
 
 int ExerciseListHeight(int perMille, int viewHeight) {

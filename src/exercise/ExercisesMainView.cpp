@@ -146,7 +146,8 @@ void CExercisesMainView::BuildColumns() {
 }
 
 void CExercisesMainView::Reload(int select) {
-    CExerciseList list = ListExercises(Doc().Database(), Doc().dayShown, Doc().dayShown);
+    CEntryRange<CExerciseEntry> list =
+        ListExercises(Doc().Database(), Doc().dayShown, Doc().dayShown);
     m_exercises = std::move(list.entries);
     ShowRows();
     ShowNote(DamageText(list.leftOut, kEntryWords));
@@ -174,14 +175,6 @@ void CExercisesMainView::ShowGraph() {
     m_graph->Show(week);
 }
 
-ListedExercises CExercisesMainView::SelectedExercises() const {
-    ListedExercises selected;
-    for (const int row : m_list->SelectedRows()) {
-        selected.push_back(m_exercises[row]);
-    }
-    return selected;
-}
-
 void CExercisesMainView::Add() {
     CExerciseForm form(Doc(), NewExercise(Doc().dayShown, QTime::currentTime()));
     CExerciseEditDialog dialog(form, this);
@@ -207,16 +200,17 @@ void CExercisesMainView::Edit() {
     if (!MayEditExercise(static_cast<int>(rows.size()))) {
         return;
     }
-    const CListedExercise exercise = m_exercises[rows.front()];
-    CExerciseForm form(Doc(), exercise.entry);
+    const CListed<CExerciseEntry> before = m_exercises[rows.front()];
+    CExerciseForm form(Doc(), before.entry);
     CExerciseEditDialog dialog(form, this);
-    dialog.SetOnConfirmed(
-        [&] { return Doc().MayClose(EditExercise(Doc().Database(), exercise, form.GetResult())); });
+    dialog.SetOnConfirmed([&] {
+        return Doc().MayClose(EditExercise(Doc().Database(), before.record, form.GetResult()));
+    });
     if (dialog.exec() == QDialog::Accepted) {
         Reload(rows.front());
         // A new time may have moved it.
         const auto moved =
-            std::ranges::find(m_exercises, exercise.record, &CListedExercise::record);
+            std::ranges::find(m_exercises, before.record, &CListed<CExerciseEntry>::record);
         if (moved != m_exercises.end()) {
             m_list->SelectRow(static_cast<int>(moved - m_exercises.begin()));
         }
@@ -225,7 +219,7 @@ void CExercisesMainView::Edit() {
 
 void CExercisesMainView::Delete() {
     const int focused = std::max(0, m_list->CurrentPlace());
-    if (DeleteExercises(Doc().Database(), SelectedExercises()) > 0) {
+    if (DeleteExercises(Doc().Database(), EntriesOf(m_exercises, m_list->SelectedRows())) > 0) {
         Reload(focused);
     }
 }

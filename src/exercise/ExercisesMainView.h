@@ -37,9 +37,8 @@ class CExercisesMainView final : public CDiaryView {
     void Edit();
     void Delete();
     void ChooseColor(const QString& prompt, quint32 CExerciseTabSettings::*setting);
-    [[nodiscard]] ListedExercises SelectedExercises() const;
 
-    ListedExercises m_exercises;  ///< of the day shown, one a row
+    ListedEntries<CExerciseEntry> m_exercises;  ///< of the day shown, one a row
     CReportList* m_list = nullptr;
     QWidget* m_pane = nullptr;
     QLabel* m_headline = nullptr;

@@ -2,6 +2,7 @@
 
 namespace {
 constexpr qint64 kUnitsPerMillisecond = 10'000;
+constexpr qint64 kUnitsPerMinute = 60'000 * kUnitsPerMillisecond;
 constexpr qint64 kUnitsPerDay = 86'400'000 * kUnitsPerMillisecond;
 const qint64 kEpochJulianDay = QDate(1601, 1, 1).toJulianDay();
 }  // namespace
@@ -35,4 +36,8 @@ FileTime FirstMomentOf(QDate date) {
 
 FileTime LastMomentOf(QDate date) {
     return FirstMomentOf(date) + kUnitsPerDay - 1;
+}
+
+FileTime LastMomentOfMinute(QDate date, QTime time) {
+    return ToFileTime(date, time) + kUnitsPerMinute - 1;
 }

@@ -17,3 +17,5 @@ QTime TimeOf(FileTime moment);
 /// First and last moment of a day, both belonging to it.
 FileTime FirstMomentOf(QDate date);
 FileTime LastMomentOf(QDate date);
+/// The same of the minute that begins at `time`.
+FileTime LastMomentOfMinute(QDate date, QTime time);

@@ -7,17 +7,7 @@ CDayEntries CDatabase::LoadDietDay(QDate day, int capacity) {
     if (!day.isValid()) {
         return {};
     }
-    std::vector<CDietEntry> entries;
-    const CLeftOut leftOut = Diet().ReadList(
-        {FirstMomentOf(day), LastMomentOf(day)}, [&](int /*position*/, PropertyList& properties) {
-            CDietEntry entry;
-            if (!entry.SetProperties(std::move(properties))) {
-                return ETake::Damaged;
-            }
-            entries.push_back(std::move(entry));
-            return std::ssize(entries) < capacity ? ETake::Taken : ETake::Last;
-        });
-    return {std::move(entries), leftOut};
+    return CDayEntries(ReadEntries(Diet(), {FirstMomentOf(day), LastMomentOf(day)}, capacity));
 }
 
 double CDatabase::WeightOnDate(QDate day, double fallbackKg) {

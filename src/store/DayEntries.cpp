@@ -6,10 +6,9 @@
 
 using namespace Qt::StringLiterals;
 
-CDayEntries::CDayEntries(std::vector<CDietEntry> entries, CLeftOut leftOut)
-    : m_entries(std::move(entries)), m_leftOut(leftOut) {
-    for (const CDietEntry& entry : m_entries) {
-        const NutrientValues values = entry.GetNutrientValues();
+CDayEntries::CDayEntries(CEntryRange<CDietEntry> range) : m_range(std::move(range)) {
+    for (const CListed<CDietEntry>& listed : Entries()) {
+        const NutrientValues values = listed.entry.GetNutrientValues();
         for (int i = 0; i < kNutrientCount; ++i) {
             m_totals[i] += values[i];
         }
@@ -21,7 +20,7 @@ const CDietEntry* CDayEntries::GetEntry(int index) const {
         ShowMessage(u"Invalid index"_s);
         return nullptr;
     }
-    return &m_entries[index];
+    return &Entries()[index].entry;
 }
 
 double CDayEntries::GetTotal(int nutrient) const {

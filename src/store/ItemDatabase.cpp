@@ -115,7 +115,7 @@ void CItemDatabaseBase::ForEachFrom(int first,
     const int count = Count();
     PropertyList properties;
     for (int position = first; position >= 0 && position < count; ++position) {
-        if (ReadProperties(position, properties, most) && !take(position, properties)) {
+        if (ReadProperties(position, properties, most) != 0 && !take(position, properties)) {
             return;
         }
     }
@@ -123,6 +123,19 @@ void CItemDatabaseBase::ForEachFrom(int first,
 
 CLeftOut CItemDatabaseBase::ReadList(const CListQuery& query,
                                      const std::function<ETake(int, PropertyList&)>& take) {
+    return Walk(query, [&take](int position, ObjectId, PropertyList& properties) {
+        return take(position, properties);
+    });
+}
+
+CLeftOut CItemDatabaseBase::ReadRecords(const CListQuery& query,
+                                        const std::function<ETake(ObjectId, PropertyList&)>& take) {
+    return Walk(query, [&take](int, ObjectId record, PropertyList& properties) {
+        return take(record, properties);
+    });
+}
+
+CLeftOut CItemDatabaseBase::Walk(const CListQuery& query, const TakeRecord& take) {
     if (!IsOpen()) {
         return {};
     }
@@ -134,7 +147,8 @@ CLeftOut CItemDatabaseBase::ReadList(const CListQuery& query,
     leftOut.isUnknown = !range;
     PropertyList properties;
     for (int position = std::max(first, query.from); position < end; ++position) {
-        if (!ReadProperties(position, properties, query.most)) {
+        const ObjectId record = ReadProperties(position, properties, query.most);
+        if (record == 0) {
             ++leftOut.damaged;
             continue;
         }
@@ -151,7 +165,8 @@ CLeftOut CItemDatabaseBase::ReadList(const CListQuery& query,
             leftOut.isEnded = true;
             return leftOut;
         }
-        const ETake taken = isWhole && isInRange ? take(position, properties) : ETake::Damaged;
+        const ETake taken =
+            isWhole && isInRange ? take(position, record, properties) : ETake::Damaged;
         leftOut.damaged += taken == ETake::Damaged ? 1 : 0;
         if (taken == ETake::Last) {
             leftOut.beyond = end - position - 1;
@@ -168,7 +183,7 @@ void CItemDatabaseBase::LookPast(int end, const CListQuery& query) {
     const int count = Count();
     PropertyList properties;
     int position = end;
-    while (position < count && !ReadProperties(position, properties, 1)) {
+    while (position < count && ReadProperties(position, properties, 1) == 0) {
         ++position;
     }
     if (position < count && std::ssize(properties) != m_layout.Count() &&
@@ -177,7 +192,7 @@ void CItemDatabaseBase::LookPast(int end, const CListQuery& query) {
     }
 }
 
-bool CItemDatabaseBase::ReadProperties(int position, PropertyList& properties, int most) {
-    return m_store.SeekToPosition(m_handle, position) != 0 &&
-           m_store.ReadCurrent(m_handle, properties, most);
+ObjectId CItemDatabaseBase::ReadProperties(int position, PropertyList& properties, int most) {
+    const ObjectId record = m_store.SeekToPosition(m_handle, position);
+    return record != 0 && m_store.ReadCurrent(m_handle, properties, most) ? record : 0;
 }

@@ -94,12 +94,18 @@ class CItemDatabaseBase {
     /// property 0 is not the key it is stored under, is passed over.
     [[nodiscard]] CLeftOut ReadList(const CListQuery& query,
                                     const std::function<ETake(int position, PropertyList&)>& take);
+    /// The same for a list that remembers its records.
+    [[nodiscard]] CLeftOut ReadRecords(
+        const CListQuery& query, const std::function<ETake(ObjectId record, PropertyList&)>& take);
 
     [[nodiscard]] CRecordStore& GetStore() { return m_store; }
     [[nodiscard]] const CRecordLayout& GetLayout() const { return m_layout; }
 
   private:
-    bool ReadProperties(int position, PropertyList& properties, int most);
+    using TakeRecord = std::function<ETake(int position, ObjectId record, PropertyList&)>;
+    CLeftOut Walk(const CListQuery& query, const TakeRecord& take);
+    /// Identifier of the record read; 0 when it cannot be read.
+    ObjectId ReadProperties(int position, PropertyList& properties, int most);
     /// A list ends at the first record that is not its own, and reports a damaged one.
     void LookPast(int end, const CListQuery& query);
 

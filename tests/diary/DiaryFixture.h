@@ -55,7 +55,8 @@ class CDiaryTest : public CCatalogueTest {
         entry.SetWeightKg(weightKg);
         return entry;
     }
-    CDietEntry AddEntry(const QString& name, QTime time, qint32 meal = 2, double energyKcal = 100) {
+    CListed<CDietEntry> AddEntry(const QString& name, QTime time, qint32 meal = 2,
+                                 double energyKcal = 100) {
         auto entry = MakeEntry<CDietEntry>(kDay, time);
         entry.SetMeal(meal);
         entry.SetName(name);
@@ -65,7 +66,9 @@ class CDiaryTest : public CCatalogueTest {
         if (!Database().Diet().Write(-1, entry)) {
             qFatal("The fixture's entry cannot be written.");
         }
-        return entry;
+        // After all others of its moment.
+        const CPositionRange same = Database().Diet().RangeOf(entry.GetMoment()).value();
+        return {Database().Diet().RecordAt(same.first + same.count - 1), entry};
     }
 
     CExerciseEntry AddDone(const QString& name, QDate day, QTime time, double minutes,

@@ -40,20 +40,21 @@ class TestDietRules : public CDiaryTest {
     }
 
     void editingKeepsDateMealAndALostCategory() {
-        CDietEntry entry = AddEntry(u"Tea"_s, QTime(8, 0), 0);
+        CListed<CDietEntry> tea = AddEntry(u"Tea"_s, QTime(8, 0), 0);
+        CDietEntry& entry = tea.entry;
         entry.SetCategory(u"Drinks of old"_s);
         QVERIFY(Database().Diet().Write(0, entry));
         CChosenFood food{EItemKind::Food, QTime(9, 15), 1, ItemFromEntry(Database(), entry)};
         food.item.SetName(u"Green tea"_s);
         m_doc->dayShown = kDay.addDays(3);
-        QVERIFY(EditDietEntry(*m_doc, entry, food));
+        QVERIFY(EditDietEntry(*m_doc, tea, food));
         QCOMPARE(Stored(), QStringList{u"Green tea 31 09:15 B"_s});
         QVERIFY(Database().Diet().Read(0, entry));
         QCOMPARE(entry.GetCategory(), u"Drinks of old"_s);
     }
 
     void aCommandRefusesWhatItCannotDo() {
-        const std::vector<CDietEntry> two(2, AddEntry(u"Tea"_s, QTime(8, 0)));
+        const ListedEntries<CDietEntry> two(2, AddEntry(u"Tea"_s, QTime(8, 0)));
         QVERIFY(!MayEdit(0) && !MayEdit(2) && MayEdit(1));
         QVERIFY(DeleteDietEntries(*m_doc, {}) == 0 && !MayMove({}));
         QVERIFY(!DuplicateDietEntry(*m_doc, {}) && !DuplicateDietEntry(*m_doc, two));
@@ -65,10 +66,11 @@ class TestDietRules : public CDiaryTest {
     }
 
     void questionsNameOneEntryAndCountSeveral() {
-        const CDietEntry tea = AddEntry(u"Tea %s"_s, QTime(8, 0));
-        const CDietEntry bun = AddEntry(u"Bun"_s, QTime(8, 0));
+        const auto tea = AddEntry(u"Tea %s"_s, QTime(8, 0));
+        const auto bun = AddEntry(u"Bun"_s, QTime(8, 0));
         m_messages->answer = false;
-        for (const std::vector<CDietEntry>& entries : {std::vector{tea}, {tea, bun}}) {
+        for (const ListedEntries<CDietEntry>& entries :
+             {ListedEntries<CDietEntry>{tea}, {tea, bun}}) {
             QVERIFY(DeleteDietEntries(*m_doc, entries) == 0 && !MayMove(entries));
         }
         QVERIFY(!DuplicateDietEntry(*m_doc, {tea}));
@@ -83,7 +85,35 @@ class TestDietRules : public CDiaryTest {
         QVERIFY(DuplicateDietEntry(*m_doc, {tea}));
         CDietEntry copy;
         QVERIFY(Database().Diet().Read(2, copy));
-        QVERIFY(copy == tea);
+        QVERIFY(copy == tea.entry);
+    }
+
+    void deletingSeveralStopsAtTheFirstFailure() {
+        const auto tea = AddEntry(u"Tea"_s, QTime(8, 0));
+        const CListed<CDietEntry> gone;
+        const auto bun = AddEntry(u"Bun"_s, QTime(9, 0));
+        const auto egg = AddEntry(u"Egg"_s, QTime(9, 0));
+        QCOMPARE(DeleteDietEntries(*m_doc, {tea, gone, bun}), 1);
+        QCOMPARE(m_messages->Said(), u"Cannot delete entry."_s);
+        QCOMPARE(DeleteDietEntries(*m_doc, {bun, egg}), 2);
+        QCOMPARE(Stored(), QStringList());
+    }
+
+    void equalEntriesOfAMomentAreToldApart() {
+        const auto tea = AddEntry(u"Tea"_s, QTime(8, 0), 0);
+        const auto second = AddEntry(u"Tea"_s, QTime(8, 0), 0);
+        const auto third = AddEntry(u"Tea"_s, QTime(8, 0), 0);
+        QCOMPARE(DeleteDietEntries(*m_doc, {tea}), 1);
+        AddEntry(u"Bun"_s, QTime(8, 0));
+        QCOMPARE(MoveDietEntries(*m_doc, {third}, {third.entry.GetMoment(), 4}), 1);
+        QCOMPARE(Stored().join(u'|'), u"Tea 31 08:00 B|Tea 31 08:00 D|Bun 31 08:00 L"_s);
+        CChosenFood food{EItemKind::Food, QTime(8, 0), 1, {}};
+        food.item.SetName(u"Egg"_s);
+        QVERIFY(EditDietEntry(*m_doc, third, food));
+        QCOMPARE(DeleteDietEntries(*m_doc, {second}), 1);
+        QCOMPARE(Stored().join(u'|'), u"Egg 31 08:00 B|Bun 31 08:00 L"_s);
+        QVERIFY(!EditDietEntry(*m_doc, second, food));
+        QCOMPARE(m_messages->Said(), u"Cannot add entry."_s);
     }
 
     void movedEntriesAllGetTheSamePlace() {
@@ -95,11 +125,11 @@ class TestDietRules : public CDiaryTest {
         };
         for (const auto& [day, time] : places) {
             MakeDiary();
-            const CDietEntry tea = AddEntry(u"Tea"_s, QTime(8, 0), 0);
+            const auto tea = AddEntry(u"Tea"_s, QTime(8, 0), 0);
             AddEntry(u"Bun"_s, QTime(8, 0), 0);
-            const CDietEntry soup = AddEntry(u"Soup"_s, QTime(12, 0));
-            const CDietEntry pear = AddEntry(u"Pear"_s, QTime(13, 0));
-            const CDietEntry twin = AddEntry(u"Pear"_s, QTime(13, 0));
+            const auto soup = AddEntry(u"Soup"_s, QTime(12, 0));
+            const auto pear = AddEntry(u"Pear"_s, QTime(13, 0));
+            const auto twin = AddEntry(u"Pear"_s, QTime(13, 0));
             const CDietPlace place{ToFileTime(day, time), 4};
             QCOMPARE(MoveDietEntries(*m_doc, {tea, soup, pear, twin}, place), 4);
             QStringList stored = Stored();

@@ -65,7 +65,7 @@ class TestUnitsOfWork : public CDiaryTest {
     void allRecordsOfACommandAreOneUnit() {
         const CCommandCase command = Case();
         AddOnPagesOfTheirOwn(command);
-        m_selected = Listed(kFoods, m_high);
+        List();
         command.run();
         QCOMPARE(command.left(), QLatin1StringView(command.leftAfterSuccess));
         QVERIFY(!m_messages->Said().contains(u"Cannot"_s));
@@ -117,17 +117,11 @@ class TestUnitsOfWork : public CDiaryTest {
              },
              [this] { return Meals(); }, "", "?,Dan", "Cannot move entry.", 2},
             {"delete weights", Fixed, [this](int person) { AddWeightOf(person); },
-             [this] {
-                 return DeleteWeights(*m_doc, {0, 1, 2, 3});
-             },
-             [this] { return Weights(); }, "", "Cid",
-             "Cannot delete record. Error=1392|Cannot delete weight.", 3},
+             [this] { return DeleteWeights(*m_doc, m_weights); }, [this] { return Weights(); }, "",
+             "Cid", "Cannot delete record. Error=1392|Cannot delete weight.", 3},
             {"delete exercises", Fixed, [this](int person) { AddDoneBy(person); },
-             [this] {
-                 return DeleteExercises(Database(), ListExercises(Database(), kDay, kDay).entries);
-             },
-             [this] { return Done(); }, "", "Cid,Dan",
-             "Cannot delete record. Error=1392|Cannot delete exercise.", 2},
+             [this] { return DeleteExercises(Database(), m_done); }, [this] { return Done(); }, "",
+             "Cid,Dan", "Cannot delete record. Error=1392|Cannot delete exercise.", 2},
             {"purge", Fixed,
              [this](int person) {
                  AddMeal(person);
@@ -210,7 +204,7 @@ class TestUnitsOfWork : public CDiaryTest {
         QVERIFY(Database().Categories().AddOrUpdate(-1, filler));
     }
     void DamagePagesOfCid(EDamage damage) {
-        m_selected = Listed(kFoods, m_high);
+        List();
         m_doc.reset();
         QByteArray bytes = Load(Path(u"v.db"_s));
         for (const QByteArray& text : {InFile(kPeople[kCid]), InFile(WeightKgOf(kCid))}) {
@@ -227,10 +221,7 @@ class TestUnitsOfWork : public CDiaryTest {
         QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
     }
 
-    void AddMeal(int person) {
-        m_meals.resize(kPeople.size());
-        m_meals[person] = AddEntry(kPeople[person], QTime(person, 0));
-    }
+    void AddMeal(int person) { AddEntry(kPeople[person], QTime(person, 0)); }
     void AddWeightOf(int person) {
         QVERIFY(
             Database().Weight().Write(-1, MakeWeight(kDay, QTime(person, 0), WeightKgOf(person))));
@@ -271,6 +262,13 @@ class TestUnitsOfWork : public CDiaryTest {
     QString MenuNames() {
         return Texts(Database().Menus(), [](const auto& menu) { return menu.GetName(); });
     }
+    void List() {
+        const CListQuery day = {FirstMomentOf(kDay), LastMomentOf(kDay)};
+        m_meals = ReadEntries(Database().Diet(), day).entries;
+        m_weights = ReadEntries(Database().Weight(), day).entries;
+        m_done = ReadEntries(Database().Exercises(), day).entries;
+        m_selected = Listed(kFoods, m_high);
+    }
     CCatalogueRules Foods() { return {Database(), kFoods}; }
     CCatalogueRules::Entries Listed(ECatalogueKind kind, qint32 category) {
         return Database().Catalogue().FillCategoryList(kind, category).entries;
@@ -280,8 +278,11 @@ class TestUnitsOfWork : public CDiaryTest {
     qint32 m_high = 0;
     qint32 m_menus = 0;
     qint32 m_menu = 0;
-    std::vector<CDietEntry> m_meals;
-    CCatalogueRules::Entries m_selected;  ///< foods of "High", listed before any damage
+    // Listed before any damage.
+    ListedEntries<CDietEntry> m_meals;
+    ListedEntries<CWeightEntry> m_weights;
+    ListedEntries<CExerciseEntry> m_done;
+    CCatalogueRules::Entries m_selected;  ///< foods of "High"
 };
 
 QTEST_GUILESS_MAIN(TestUnitsOfWork)

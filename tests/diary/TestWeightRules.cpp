@@ -19,6 +19,9 @@ class TestWeightRules : public CDiaryTest {
         list.Reload();
         return list;
     }
+    ListedEntries<CWeightEntry> Rows(const std::vector<int>& rows) {
+        return Loaded().EntriesAt(rows);
+    }
     QString StoredWeights() {
         const CWeightList list = Loaded();
         QStringList texts;
@@ -162,18 +165,37 @@ class TestWeightRules : public CDiaryTest {
                  "Please select weight to delete."_s);
         // To the end of the list
         const CWeightEntry latest = MakeWeight(kDay.addDays(9), QTime(7, 30), 70);
-        QVERIFY(EditWeight(*m_doc, 1, latest));
+        QVERIFY(EditWeight(*m_doc, Loaded().Record(1), latest));
         QCOMPARE(StoredWeights(), u"80 82 83 84 70"_s);
         m_messages->answers = {false};
-        QCOMPARE(DeleteWeights(*m_doc, {0}), 0);
-        QCOMPARE(DeleteWeights(*m_doc, {0}), 1);
-        QCOMPARE(DeleteWeights(*m_doc, {1, 3}), 2);
+        QCOMPARE(DeleteWeights(*m_doc, Rows({0})), 0);
+        QCOMPARE(DeleteWeights(*m_doc, Rows({0})), 1);
+        QCOMPARE(DeleteWeights(*m_doc, Rows({1, 3})), 2);
         QCOMPARE(m_messages->asked.sliced(1),
                  (QStringList{u"Are you sure you want to delete selected weight?"_s,
                               u"Are you sure you want to delete 2 weights?"_s}));
         QCOMPARE(StoredWeights(), u"82 84"_s);
-        QVERIFY(!EditWeight(*m_doc, 7, latest));
+        // What cannot go is told, and the others go.
+        const CListed<CWeightEntry> gone;
+        QCOMPARE(DeleteWeights(*m_doc, {gone, Rows({1})[0], gone, gone}), 1);
+        QCOMPARE(StoredWeights(), u"82"_s);
+        const auto failure = u"Cannot delete record. Error=2|Cannot delete weight."_s;
+        QCOMPARE(m_messages->Said(), failure + u'|' + failure + u'|' + failure);
+        QVERIFY(!EditWeight(*m_doc, gone.record, latest));
         QCOMPARE(m_messages->Said(), u"Cannot add weight."_s);
+    }
+
+    void aListedEntryIsFoundAgainBesideOthersOfItsMoment() {
+        for (const double weightKg : {80.0, 81.0, 82.0, 83.0}) {
+            AddWeightEntry(kDay, QTime(7, 30), weightKg);
+        }
+        const ListedEntries<CWeightEntry> listed = Rows({0, 1, 2, 3});
+        QCOMPARE(DeleteWeights(*m_doc, {listed[0]}), 1);
+        AddWeightEntry(kDay, QTime(7, 30), 84);
+        QCOMPARE(WeightToEdit(*m_doc, listed[1].record)->GetWeightKg(), 81.0);
+        QVERIFY(EditWeight(*m_doc, listed[1].record, MakeWeight(kDay, QTime(7, 30), 90)));
+        QCOMPARE(DeleteWeights(*m_doc, {listed[0], listed[2]}), 1);
+        QCOMPARE(StoredWeights(), u"90 83 84"_s);
     }
 
     void damagedEntriesAreToldAndMended() {
@@ -183,13 +205,14 @@ class TestWeightRules : public CDiaryTest {
             QVERIFY(AddWeight(*m_doc, undated));
         }
         for (const int position : {0, 1}) {
-            QCOMPARE(WeightToEdit(*m_doc, position)->GetMoment(), ToFileTime(kDay, QTime(0, 0)));
+            const ObjectId record = Database().Weight().RecordAt(position);
+            QCOMPARE(WeightToEdit(*m_doc, record)->GetMoment(), ToFileTime(kDay, QTime(0, 0)));
         }
         CDietEntry alien;
         CItemDatabaseBase& weights = Database().Weight();
         QVERIFY(weights.Write(-1, alien));  // behind the first
         QCOMPARE(Loaded().Count(), 1);
-        QVERIFY(!WeightToEdit(*m_doc, 1) && !WeightToEdit(*m_doc, 9));
+        QVERIFY(!WeightToEdit(*m_doc, weights.RecordAt(1)) && !WeightToEdit(*m_doc, 0));
         const QString wrong =
             u"Database error. Wrong number of properties, record #1, props = 62 (15)|"_s;
         QCOMPARE(m_messages->Said(), wrong + wrong + u"Cannot add weight.|Cannot add weight."_s);

@@ -34,7 +34,8 @@ class CExercisesTest : public CDiaryTest {
     /// Of the day shown: "Running,slow 02:15 294|...".
     QString Listed() {
         QStringList texts;
-        for (const CListedExercise& listed : ListExercises(Database(), kDay, kDay).entries) {
+        for (const CListed<CExerciseEntry>& listed :
+             ListExercises(Database(), kDay, kDay).entries) {
             const CExerciseEntry& entry = listed.entry;
             texts.append(ExerciseNameText(entry) + u' ' + ExerciseTimeText(entry.GetMinutes()) +
                          u' ' + ExerciseEnergyText(entry.GetEnergyKcal(), EEnergyUnit::Kcal));

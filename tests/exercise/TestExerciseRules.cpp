@@ -114,7 +114,7 @@ class TestExerciseRules : public CExercisesTest {
         for (const int hour : {23, 0, 12}) {
             AddDone(u"Row %d"_s, kDay, QTime(hour, 0), hour, 0);
         }
-        const ListedExercises all = ListExercises(Database(), kDay, kDay).entries;
+        const auto all = ListExercises(Database(), kDay, kDay).entries;
         m_messages->answers = {false, true, true};
         QCOMPARE(DeleteExercises(Database(), {all[1]}), 0);
         QCOMPARE(DeleteExercises(Database(), {all[1]}), 1);
@@ -129,15 +129,19 @@ class TestExerciseRules : public CExercisesTest {
     void anEditedEntryTakesThePlaceOfTheOldOne() {
         AddDone(u"Row"_s, kDay, QTime(8, 0), 30, 100);
         AddDone(u"Row"_s, kDay, QTime(8, 0), 30, 100);
-        const ListedExercises both = ListExercises(Database(), kDay, kDay).entries;
+        const auto both = ListExercises(Database(), kDay, kDay).entries;
         CExerciseEntry later = both[0].entry;
         later.SetMoment(ToFileTime(kDay, QTime(20, 0)));
         later.SetName(u"Swim"_s);
-        QVERIFY(EditExercise(Database(), both[0], later));
+        QVERIFY(EditExercise(Database(), both[0].record, later));
         QCOMPARE(Listed(), u"Row,slow 00:30 100|Swim,slow 00:30 100"_s);
         QCOMPARE(DeleteExercises(Database(), {both[0]}), 1);
-        QVERIFY(!EditExercise(Database(), both[0], later));
+        QVERIFY(!EditExercise(Database(), both[0].record, later));
         QCOMPARE(m_messages->Said(), u"Cannot add exercise (error# 2)."_s);
+        AddDone(u"Row"_s, kDay, QTime(8, 0), 45, 150);
+        later.SetMoment(both[1].entry.GetMoment());
+        QVERIFY(EditExercise(Database(), both[1].record, later));
+        QCOMPARE(Listed(), u"Swim,slow 00:30 100|Row,slow 00:45 150"_s);
     }
 
     void theWeekEndsWithTheDayAndTakesAllOfIt() {

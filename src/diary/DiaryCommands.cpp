@@ -1,0 +1,47 @@
+#include "diary/DiaryCommands.h"
+
+#include <numeric>
+#include <ranges>
+
+namespace {
+
+int DeleteAllPossible(CItemDatabaseBase& diary, const std::vector<ObjectId>& records,
+                      const char* failure) {
+    const CWaitCursor wait;
+    int deleted = 0;
+    RunAsUnit(diary.GetStore(), [&] {
+        deleted = 0;
+        for (const ObjectId record : std::views::reverse(records)) {
+            // One that is gone has the message of a failed deletion, too.
+            if (diary.Delete(diary.PositionOf(record))) {
+                ++deleted;
+            } else {
+                ShowMessage(QString::fromLatin1(failure), EMessageIcon::Information);
+            }
+        }
+        return deleted == std::ssize(records);
+    });
+    return deleted;
+}
+
+}  // namespace
+
+int ActOnRecords(CItemDatabaseBase& diary, const std::vector<ObjectId>& records,
+                 const std::function<bool(int)>& act, const char* failure) {
+    std::vector<int> indexes(records.size());
+    std::iota(indexes.begin(), indexes.end(), 0);
+    const auto actOn = [&](int index) {
+        const int position = diary.PositionOf(records[index]);
+        return position >= 0 && act(position);
+    };
+    return ActOnEach(diary.GetStore(), indexes, actOn, QString::fromLatin1(failure));
+}
+
+int DeleteRecords(CItemDatabaseBase& diary, const std::vector<ObjectId>& records,
+                  const char* failure, EAfterFailure afterFailure) {
+    if (afterFailure == EAfterFailure::GoOn) {
+        return DeleteAllPossible(diary, records, failure);
+    }
+    return ActOnRecords(
+        diary, records, [&diary](int position) { return diary.Delete(position); }, failure);
+}
