@@ -24,18 +24,27 @@ CPurged PurgeDiary(CItemDatabaseBase& diary, const CPurgeRequest& request) {
         purged.isWhole = false;
         return purged;
     }
+    // Without the range, what can be read of the diary is sifted by what the records say
+    // themselves.
+    const std::optional<CPositionRange> range = diary.RangeBetween(first, last);
+    int end = range ? range->first + range->count : diary.Count();
     const auto purge = [&](int position, PropertyList& properties) {
+        if (position >= end) {
+            return false;
+        }
         if (std::ssize(properties) != expected) {
             return true;
         }
         const auto* moment = std::get_if<FileTime>(&properties.front());
         if (moment != nullptr && *moment >= first && *moment <= last) {
             ++purged.count;
-            purged.isWhole = diary.Delete(position) && purged.isWhole;
+            const bool isDeleted = diary.Delete(position);
+            end -= isDeleted ? 1 : 0;
+            purged.isWhole = purged.isWhole && isDeleted;
         }
         return true;
     };
-    diary.ForEachFrom(0, purge, 1);
+    diary.ForEachFrom(range ? range->first : 0, purge, 1);
     return purged;
 }
 }  // namespace
