@@ -362,7 +362,7 @@ class TestVelmoraDoc : public CCatalogueTest {
         Reopen();
         QVERIFY(m_doc->SetActiveProfile(u"Anna"_s));
         QCOMPARE(m_messages->Said(), QString());
-        QCOMPARE(Database().LoadProfileRecord(record), EProfileRecord::Loaded);
+        QCOMPARE(Database().Profiles().LoadRecord(record), EProfileRecord::Loaded);
         QCOMPARE(record.GetUserName(), u"Anna"_s);
         QCOMPARE(m_doc->Settings().dietTab.splitterPerMille, 300);
         QVERIFY(m_doc->Preferences().DisplayedNutrients() == CPreferences().DisplayedNutrients());

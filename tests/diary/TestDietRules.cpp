@@ -268,7 +268,7 @@ class TestDietRules : public CDiaryTest {
     }
 
     void aDiaryThatCannotBeReadIsNotEmpty() {
-        Database().CloseProfile();
+        Database().Profiles().Close();
         QVERIFY(!Database().Diet().RangeOf(0));
         QVERIFY(!PurgeDiaries(Database(), {kDay, kDay, true}));
         QVERIFY(m_messages->Said().startsWith(u"Cannot delete record. Error=2|Total purged:"_s));

@@ -432,7 +432,7 @@ class TestFoodsExchange : public CCatalogueTest {
         QCOMPARE(ExercisesStored(), isTaken ? outcome : QString());
         // A skipped line leaves the category that it names.
         const bool namesCategory = isTaken || outcome.contains(u"exercise"_s);
-        QCOMPARE(Database().FindCategory(kExercises, u"Sport"_s) >= 0, namesCategory);
+        QCOMPARE(Database().Categories().Find(kExercises, u"Sport"_s) >= 0, namesCategory);
     }
 
     void exercisesAreWrittenWithEveryRateAndTheLostCategory() {
@@ -476,7 +476,7 @@ class TestFoodsExchange : public CCatalogueTest {
         CExerciseItem item;
         for (int i = 0; Database().Exlib().ReadQuietly(i, item); ++i) {
             items.append(u"%1/%2/%3/%4/%5"_s.arg(
-                Database().CategoryNameOf(kExercises, item.GetCategoryId()), item.GetName(),
+                Database().Categories().NameOf(kExercises, item.GetCategoryId()), item.GetName(),
                 item.GetType(), QString::number(item.GetMet()),
                 QString::number(item.GetEnergyRateKcalPerMinute())));
         }
