@@ -120,6 +120,9 @@ class TestCommandLine : public QObject {
 
     void Start(QProcess& process, const QString& command) const {
         process.setWorkingDirectory(m_folder->path());
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"LC_ALL"_s, u"en_US.UTF-8"_s);
+        process.setProcessEnvironment(environment);
         process.start(
             QStringLiteral(VELMORA_CLI),
             QStringList{u"--volume"_s, Volume()}.mid(command.contains(u"--volume"_s) ? 2 : 0) +
@@ -166,6 +169,8 @@ class TestCommandLine : public QObject {
         // 2237 kcal, 55 % of it as carbohydrate at 4 kcal a gram
         QVERIFY(shown.contains(u"\ntarget Carbohydrate(g)\t307.5875"_s));
         QVERIFY(shown.contains(u"\ntarget Vitamin A (IU)\t5000\n"_s));
+        // kg and cm, wherever the script is run.
+        QVERIFY(shown.contains(u"\nweight-unit\t1\nheight-unit\t1\n"_s));
         Play({{"profile delete Ann", 1, "", nullptr},
               {"profile list", 0, "name\nAnn\n", ""},
               {"profile delete Ann --yes", 0, "", nullptr},
@@ -309,6 +314,13 @@ class TestCommandLine : public QObject {
         QVERIFY(set.contains(u" [--goal DATE] "_s) &&
                 set.contains(u" [--target NUTRIENT=VALUE]... ["_s));
         QCOMPARE(Run(u"--version"_s).output, u"velmora-cli v2.1\n"_s);
+        // A line has 79 characters at the most; this one has all of them.
+        QVERIFY(Run(u"help weight add"_s).output.contains(u" [--chest CM]\n        [--waist "_s));
+        QVERIFY(Run(u"help purge"_s).output.contains(u"\n        [--exercises]"_s));
+        QCOMPARE(Run(u"bmi"_s).messages,
+                 u"velmora-cli: --profile is missing\n"
+                 "\"velmora-cli help COMMAND\" explains a command, --help lists them all.\n"
+                 "    bmi --profile NAME --date DATE\n"_s);
         QCOMPARE(Run(u"help dite"_s).status, 2);
     }
 
@@ -446,6 +458,7 @@ class TestCommandLine : public QObject {
              ""},
         });
         const QString bmi = Run(u"bmi @"_s).output;
+        QCOMPARE(Run(u"bmi @"_s).status, 0);
         QVERIFY(bmi.startsWith(u"Your BMI is  25.00\n"_s));  // 81 / 3.24
         QVERIFY(bmi.endsWith(u"\n90\t27.78\tHigh\n"_s));     // 81 + 10 - 1
         const char* question = "You are about to remove data entries. Are you sure?\n";
