@@ -64,9 +64,10 @@ def draw(options, area_of):
     longest = max(map(len, lines), default=0)
     faults = [line[turn] for turn in range(longest) for line in lines if turn < len(line)]
     if options.again:
-        listed = {line.split("  ", 2)[2].strip() for line in open(options.again)
-                  if line.startswith("UNNOTICED  ")}
-        faults = [f for f in faults if fault_text(f) in listed]
+        # Lines may have moved since.
+        listed = {(place.rsplit(":", 1)[0], text.strip()) for mark, place, text in (
+            line.split("  ", 2) for line in open(options.again) if line.startswith("UNNOTICED  "))}
+        faults = [f for f in faults if (f.path, fault_text(f)) in listed]
     return faults
 
 
