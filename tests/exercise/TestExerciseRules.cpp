@@ -1,7 +1,7 @@
 #include "exercise/ExerciseFixture.h"
 
-#include "exercise/ExerciseDays.h"
 #include "catalogue/items/ExlibRules.h"
+#include "exercise/ExerciseDays.h"
 
 namespace {
 constexpr auto kKcal = EEnergyUnit::Kcal;

@@ -3,6 +3,7 @@
 
 #include <QAction>
 
+#include "app/FrameCommands.h"
 #include "diary/DiaryFixture.h"
 #include "frame/DietFrame.h"
 #include "support/ComposedSamples.h"

@@ -18,7 +18,7 @@ using CContents = std::map<QString, std::vector<PropertyList>>;
 CContents ContentsOf(CRecordStore& store) {
     CContents contents;
     std::vector<CDatabaseInfo> databases;
-    store.EnumerateDatabases(0, databases);
+    (void)store.EnumerateDatabases(0, databases);
     for (const CDatabaseInfo& info : databases) {
         CDatabaseHandle handle =
             store.OpenDatabase(info.name, info.sortPropertyId, info.type, true);

@@ -240,7 +240,8 @@ int CCatalogueRules::Duplicate(const Entries& selected) {
         ShowMessage(u"Cannot duplicate food."_s);
         return -1;
     }
-    return m_database.Catalogue().FindItem(m_kind.code, copy.GetCategoryId(), copy.GetName(), copy.GetType());
+    return m_database.Catalogue().FindItem(m_kind.code, copy.GetCategoryId(), copy.GetName(),
+                                           copy.GetType());
 }
 
 /// Every record of the category is looked at once, whatever the number of copies.

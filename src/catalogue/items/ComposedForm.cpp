@@ -160,7 +160,8 @@ bool CComposedForm::Confirm() {
         ShowMessage(QString::fromLatin1(kind.item.noName));
         return false;
     }
-    if (database.Catalogue().FindItem(m_kind, m_fields.categoryId, item.GetName(), {}, m_position) >= 0) {
+    if (database.Catalogue().FindItem(m_kind, m_fields.categoryId, item.GetName(), {},
+                                      m_position) >= 0) {
         ShowMessage(
             FormatText(QLatin1StringView(kind.item.exists), {item.GetName(), CategoryText()}));
         return false;

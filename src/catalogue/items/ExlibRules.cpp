@@ -60,7 +60,7 @@ std::optional<QString> TakeExlibFields(CDatabase& database, const CPreferences& 
         return QString::fromLatin1(texts.noType);
     }
     if (database.Catalogue().FindItem(kExercises, fields.categoryId, item.GetName(), item.GetType(),
-                          position) >= 0) {
+                                      position) >= 0) {
         return FormatText(QLatin1StringView(texts.exists),
                           {item.GetName(), item.GetType(),
                            database.Categories().NameOf(kExercises, fields.categoryId)});

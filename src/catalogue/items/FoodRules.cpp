@@ -19,10 +19,11 @@ std::optional<QString> CheckFood(CDatabase& database, const CFoodItem& food, ESe
         return QString::fromLatin1(texts.noType);
     }
     if (database.Catalogue().FindItem(ECatalogueKind::Foods, food.GetCategoryId(), food.GetName(),
-                          food.GetType(), position) >= 0) {
-        return FormatText(QLatin1StringView(texts.exists),
-                          {food.GetName(), food.GetType(),
-                           database.Categories().NameOf(ECatalogueKind::Foods, food.GetCategoryId())});
+                                      food.GetType(), position) >= 0) {
+        return FormatText(
+            QLatin1StringView(texts.exists),
+            {food.GetName(), food.GetType(),
+             database.Categories().NameOf(ECatalogueKind::Foods, food.GetCategoryId())});
     }
     bool hasServing = false;
     std::optional<int> unweighed;

@@ -184,9 +184,9 @@ void CCatalogueBrowser::SelectInTree(const QModelIndex& index) {
 
 void CCatalogueBrowser::FillList() {
     const QString name = ItemName();
-    CCategoryList list = name.isEmpty()
-                             ? m_doc.Database().Catalogue().FillCategoryList(m_kind.code, CategoryId())
-                             : m_rules.ItemsOfName(CategoryId(), name);
+    CCategoryList list =
+        name.isEmpty() ? m_doc.Database().Catalogue().FillCategoryList(m_kind.code, CategoryId())
+                       : m_rules.ItemsOfName(CategoryId(), name);
     m_entries = std::move(list.entries);
     m_leftOut = list.leftOut;
     ShowEntries();

@@ -27,9 +27,9 @@ ObjectId OpenNumbers(CStorageEngine& engine) {
 // A unit of work larger than the cache, so that it reaches the file before it is over.
 int DieInAWrite(const QString& path) {
     CStorageEngine engine;
-    engine.Mount(path);
+    (void)engine.Mount(path);
     const ObjectId database = OpenNumbers(engine);
-    engine.BeginGroup();
+    (void)engine.BeginGroup();
     for (int i = 0; i < 1200; ++i) {
         Added(engine, database, {qint32{i}, QByteArray(8000, 'n')});
     }
@@ -40,8 +40,8 @@ int DieInAWrite(const QString& path) {
 // Everything a reader could do to a volume, and a write and a deletion in each database.
 void WalkEverything(CStorageEngine& engine) {
     std::vector<CDatabaseInfo> databases;
-    engine.ListDatabases(0, databases);
-    engine.BeginGroup();
+    (void)engine.ListDatabases(0, databases);
+    (void)engine.BeginGroup();
     for (const CDatabaseInfo& database : databases) {
         const int count = CountOf(engine, database.id);
         ObjectId record = 0;
@@ -49,16 +49,16 @@ void WalkEverything(CStorageEngine& engine) {
         int bound = 0;
         PropertyList properties;
         for (int position = 0; position < count; ++position) {
-            engine.KeyAt(database.id, position, key);
-            engine.LowerBound(database.id, key, bound);
+            (void)engine.KeyAt(database.id, position, key);
+            (void)engine.LowerBound(database.id, key, bound);
             if (engine.SeekToPosition(database.id, position, record) == kErrorSuccess) {
-                engine.ReadRecord(record, properties);
+                (void)engine.ReadRecord(record, properties);
             }
         }
-        engine.DeleteRecord(database.id, record);
+        (void)engine.DeleteRecord(database.id, record);
         Added(engine, database.id, Numbered(3));
     }
-    engine.EndGroup();
+    (void)engine.EndGroup();
 }
 }  // namespace
 
@@ -112,7 +112,7 @@ class TestVolumeFaults : public QObject {
                 QCOMPARE(Load(m_path), damaged);
                 QVERIFY(!QFile::exists(m_path + u"-journal"_s));
             }
-            engine.Unmount();
+            (void)engine.Unmount();
             QFile::remove(m_path + u"-journal"_s);
         }
         QVERIFY(mounted[0] > 0 && mounted[0] < kRounds && mounted[1] > 0 && mounted[1] < kRounds);
@@ -143,7 +143,7 @@ class TestVolumeFaults : public QObject {
         QCOMPARE(engine.Unmount(), kOk);
         QCOMPARE(engine.Mount(m_path), kOk);
         QCOMPARE(CountOf(engine, database), written + 1);
-        engine.Unmount();
+        (void)engine.Unmount();
         VerifySound();
     }
 
@@ -215,7 +215,7 @@ class TestVolumeFaults : public QObject {
         QCOMPARE(engine.Mount(m_path), kOk);
         QCOMPARE(!engine.GetKeptJournal().isEmpty(), isKept);
         QCOMPARE(Load(m_path + u"-journal.kept-1"_s), isKept ? bytes : QByteArray());
-        engine.Unmount();
+        (void)engine.Unmount();
         QCOMPARE(Load(m_path), before);
     }
 
@@ -233,9 +233,9 @@ class TestVolumeFaults : public QObject {
     QByteArray WithoutIdentity(const QByteArray& volume) {
         Save(m_path, volume);
         CSqliteFile file;
-        file.Open(m_path);
-        file.Execute("DROP TABLE identity");
-        file.Close();
+        (void)file.Open(m_path);
+        (void)file.Execute("DROP TABLE identity");
+        (void)file.Close();
         return Load(m_path);
     }
 
@@ -244,10 +244,10 @@ class TestVolumeFaults : public QObject {
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"volume.db"_s);
         CStorageEngine engine;
-        engine.Mount(path);
+        (void)engine.Mount(path);
         const ObjectId numbers = OpenNumbers(engine);
         const ObjectId pictures = Created(engine, u"Pictures"_s, 1);
-        engine.BeginGroup();
+        (void)engine.BeginGroup();
         for (int i = 0; i < 400; ++i) {
             Added(engine, numbers, Numbered(i));
             if (i % 20 == 0) {
@@ -255,8 +255,8 @@ class TestVolumeFaults : public QObject {
                       {qint32{i}, QByteArray(1500, 'p'), 0.5, qint64{1}, qint16{2}});
             }
         }
-        engine.EndGroup();
-        engine.Unmount();
+        (void)engine.EndGroup();
+        (void)engine.Unmount();
         return Load(path);
     }
 

@@ -82,7 +82,7 @@ class TestVolumeLost : public QObject {
 
     // Pages that are not in memory any more are read from a file that is not ours.
     void whatWasOverwrittenIsNotRead() {
-        m_engine->Unmount();
+        (void)m_engine->Unmount();
         QCOMPARE(m_engine->Mount(m_path), kOk);
         QCOMPARE(CountOf(*m_engine, m_database), int(kCount));
         Suffer(EFate::Overwritten);
@@ -102,7 +102,7 @@ class TestVolumeLost : public QObject {
             const QByteArray put = Load(m_path);
             QCOMPARE(m_engine->EndGroup(), int(kErrorFileInvalid));
             QCOMPARE(CountOf(*m_engine, m_database), fate == EFate::Replaced ? kCount : -1);
-            m_engine->Unmount();
+            (void)m_engine->Unmount();
             QCOMPARE(Load(m_path), put);
             QCOMPARE(m_engine->Mount(m_path), kOk);
             QCOMPARE(CountOf(*m_engine, m_database), 1);
@@ -123,7 +123,7 @@ class TestVolumeLost : public QObject {
     }
 
     void aCopyOfDamageIsMadeAndSaysSo() {
-        m_engine->Unmount();
+        (void)m_engine->Unmount();
         WriteInPlace(10 * 8192 + 4096, QByteArray(4096, '\0'));  // half a page of records
         QCOMPARE(m_engine->Mount(m_path), kOk);
         const QString copy = m_folder->filePath(u"copy.db"_s);
