@@ -1,17 +1,17 @@
 #include "diary/DiaryCommands.h"
 
 #include <numeric>
-#include <ranges>
 
 namespace {
 
 int DeleteAllPossible(CItemDatabaseBase& diary, const std::vector<ObjectId>& records,
                       const char* failure) {
+    const std::vector<ObjectId> fromTheLast(records.rbegin(), records.rend());
     const CWaitCursor wait;
     int deleted = 0;
     RunAsUnit(diary.GetStore(), [&] {
         deleted = 0;
-        for (const ObjectId record : std::views::reverse(records)) {
+        for (const ObjectId record : fromTheLast) {
             // One that is gone has the message of a failed deletion, too.
             if (diary.Delete(diary.PositionOf(record))) {
                 ++deleted;
