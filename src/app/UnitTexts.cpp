@@ -13,6 +13,11 @@ double Typed(const QString& text) {
     return TypedNumber(text).value_or(0);
 }
 
+CUnitTexts StonesTexts(double kg, const NumberFormat& number) {
+    const auto [stones, pounds] = KgToStones(kg);
+    return {QString::number(stones), number(pounds)};
+}
+
 // Inches that round to a full foot are carried, so that nobody reads "5 ft 12 in"; those that the
 // conversion leaves a rounding error below none are none.
 CUnitTexts FeetTexts(double cm) {
@@ -48,17 +53,19 @@ CUnitTexts WeightTexts(double kg, EWeightUnit unit) {
     if (IsPair(unit)) {
         return StonesTexts(kg, FieldNumber);
     }
-    return {FieldNumber(unit == EWeightUnit::Pounds ? KgToPounds(kg) : kg), {}};
+    return {FieldNumber(WeightShown(kg, unit)), {}};
 }
 
-CUnitTexts StonesTexts(double kg, const NumberFormat& number) {
-    const auto [stones, pounds] = KgToStones(kg);
-    return {QString::number(stones), number(pounds)};
+QString WeightText(double kg, EWeightUnit unit, const NumberFormat& number) {
+    if (IsPair(unit)) {
+        const auto [stones, pounds] = StonesTexts(kg, number);
+        return stones + u',' + pounds;
+    }
+    return number(WeightShown(kg, unit));
 }
 
-QString StonesText(double kg, const NumberFormat& number) {
-    const auto [stones, pounds] = StonesTexts(kg, number);
-    return stones + u',' + pounds;
+QString WeightChangeText(double kg, EWeightUnit unit, const NumberFormat& number) {
+    return number(WeightShown(kg, unit));
 }
 
 double ReadWeightKg(const CUnitTexts& texts, EWeightUnit unit) {

@@ -23,11 +23,11 @@ QString FieldNumber(double value);
 /// The units' abbreviations: "st" and "lb", or "kg" alone.
 CUnitTexts WeightLabels(EWeightUnit unit);
 CUnitTexts WeightTexts(double kg, EWeightUnit unit);
-/// Whole stones, and the pounds left over as `number` writes them. Pounds that it rounds to 14 are
-/// not carried: the stones are those of the stored weight.
-CUnitTexts StonesTexts(double kg, const NumberFormat& number);
-/// The same in one text: "11,3.50".
-QString StonesText(double kg, const NumberFormat& number);
+/// A weight in one text, "71.50" or "11,3.50". Pounds left over that `number` rounds to 14 are not
+/// carried: the stones are those of the stored weight.
+QString WeightText(double kg, EWeightUnit unit, const NumberFormat& number);
+/// A difference of weights, which has no stones: all of it is in pounds.
+QString WeightChangeText(double kg, EWeightUnit unit, const NumberFormat& number);
 /// Texts that are no numbers count 0.
 double ReadWeightKg(const CUnitTexts& texts, EWeightUnit unit);
 

@@ -64,6 +64,14 @@ QString UnitName(EEnergyUnit unit, EUnitForm form) {
     return NameOf(kEnergyUnits.at(static_cast<size_t>(unit)), form);
 }
 
+EWeightUnit SingleWeightUnit(EWeightUnit unit) {
+    return unit == EWeightUnit::Kilograms ? EWeightUnit::Kilograms : EWeightUnit::Pounds;
+}
+
+double WeightShown(double kg, EWeightUnit unit) {
+    return SingleWeightUnit(unit) == EWeightUnit::Kilograms ? kg : KgToPounds(kg);
+}
+
 double KgToPounds(double kg) {
     return kg * kPoundsPerKg;
 }

@@ -15,6 +15,12 @@ QString UnitName(EWeightUnit unit, EUnitForm form);
 QString UnitName(EHeightUnit unit, EUnitForm form);
 QString UnitName(EEnergyUnit unit, EUnitForm form);
 
+/// What a weight is shown in where it is a single number, on an axis or as a change: kilograms or
+/// pounds.
+EWeightUnit SingleWeightUnit(EWeightUnit unit);
+/// kg in that unit.
+double WeightShown(double kg, EWeightUnit unit);
+
 double KgToPounds(double kg);
 double PoundsToKg(double pounds);
 /// Whole stones, and the pounds left over.

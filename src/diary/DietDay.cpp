@@ -1,7 +1,7 @@
 #include "diary/DietDay.h"
 
+#include "app/ItemTexts.h"
 #include "app/LeftOutText.h"
-#include "platform/Messages.h"
 
 using namespace Qt::StringLiterals;
 
@@ -54,9 +54,10 @@ QString CDietDay::CellText(int row, int column) const {
     const CDietEntry& entry = Entry(row);
     switch (column) {
         case kNameColumn:
-            return EntryNameText(entry);
+            return NameAndType(entry.GetName(), entry.GetType());
         case kServingColumn:
-            return EntryServingText(entry, m_doc.Preferences());
+            return ServingText(m_doc.Preferences().FormatNumber(entry.GetAmount()),
+                               entry.GetServingName());
         default:
             break;
     }
@@ -68,14 +69,4 @@ int CDietDay::SettingOfColumn(int column) const {
     return column < kFirstNutrientColumn
                ? column
                : kFirstNutrientColumn + m_nutrients[column - kFirstNutrientColumn];
-}
-
-QString EntryNameText(const CDietEntry& entry) {
-    const QString type = entry.GetType();
-    return type.isEmpty() ? entry.GetName() : entry.GetName() + u',' + type;
-}
-
-QString EntryServingText(const CDietEntry& entry, const CPreferences& preferences) {
-    return FormatText("%sx%s"_L1,
-                      {preferences.FormatNumber(entry.GetAmount()), entry.GetServingName()});
 }

@@ -40,8 +40,3 @@ class CDietDay {
     std::vector<int> m_rows;  ///< places among the day's entries
     std::vector<int> m_nutrients;
 };
-
-/// "Apple,raw"; the name alone when the type is empty.
-QString EntryNameText(const CDietEntry& entry);
-/// "1.00x1 serving".
-QString EntryServingText(const CDietEntry& entry, const CPreferences& preferences);

@@ -86,16 +86,11 @@ void CWeightGraph::Reload() {
 }
 
 double CWeightGraph::Shown(double weightKg) const {
-    return m_doc.Preferences().weightUnit == EWeightUnit::Kilograms ? weightKg
-                                                                    : KgToPounds(weightKg);
+    return WeightShown(weightKg, m_doc.Preferences().weightUnit);
 }
 
-QString CWeightGraph::WeightText(double weight) const {
-    const EWeightUnit unit = m_doc.Preferences().weightUnit == EWeightUnit::Kilograms
-                                 ? EWeightUnit::Kilograms
-                                 : EWeightUnit::Pounds;
-    return m_doc.Preferences().FormatNumber(weight).trimmed() + u' ' +
-           UnitName(unit, EUnitForm::Abbreviated);
+QString CWeightGraph::UnitText() const {
+    return UnitName(SingleWeightUnit(m_doc.Preferences().weightUnit), EUnitForm::Abbreviated);
 }
 
 QString CWeightGraph::EmptyText() const {
@@ -149,11 +144,7 @@ std::vector<CGraphValue> CWeightGraph::Layout() {
             high = std::max(high, point.weight);
         }
     }
-    const bool isKg = m_doc.Preferences().weightUnit == EWeightUnit::Kilograms;
-    SetValueAxis(low, high,
-                 u"Weight, "_s + UnitName(isKg ? EWeightUnit::Kilograms : EWeightUnit::Pounds,
-                                          EUnitForm::Abbreviated),
-                 m_spans->height() / 2);
+    SetValueAxis(low, high, u"Weight, "_s + UnitText(), m_spans->height() / 2);
     const CScale days{first, last, Plot().left(), Plot().right()};
     m_line.clear();
     std::vector<CGraphValue> values;
@@ -184,7 +175,7 @@ void CWeightGraph::LabelDays(const CScale& days) {
 QString CWeightGraph::TextOf(size_t datum) const {
     const CPoint& point = m_points[datum];
     return ShownDate(QDate::fromJulianDay(static_cast<qint64>(point.day))) + u": "_s +
-           WeightText(point.weight);
+           m_doc.Preferences().FormatNumber(point.weight) + u' ' + UnitText();
 }
 
 void CWeightGraph::PaintData(QPainter& painter) {

@@ -41,7 +41,7 @@ class CWeightGraph : public CGraphPane {
     /// Whether there is a line from start to goal to show.
     [[nodiscard]] bool HasPlan() const;
     [[nodiscard]] double Shown(double weightKg) const;
-    [[nodiscard]] QString WeightText(double weight) const;
+    [[nodiscard]] QString UnitText() const;
     /// First and last day in sight.
     [[nodiscard]] std::pair<double, double> Span() const;
     void LabelDays(const CScale& days);

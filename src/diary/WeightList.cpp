@@ -49,13 +49,19 @@ QStringList CWeightList::ColumnTitles() const {
 QString CWeightList::CellText(int row, int column) const {
     const CWeightEntry& entry = Entry(row);
     const CPreferences& preferences = m_doc.Preferences();
+    const EWeightUnit unit = preferences.weightUnit;
+    const auto number = [&](double value) { return preferences.FormatNumber(value); };
+    // Unlike a report, the list shows nothing in stones and pounds as a unit of their own.
+    const bool isBlank = unit == EWeightUnit::StonesAndPounds;
     switch (column) {
         case kDateColumn:
             return ShownDate(DateOf(entry.GetMoment()));
         case kWeightColumn:
-            return WeightText(entry.GetWeightKg());
-        case kChangeColumn:
-            return ChangeText(entry.GetWeightKg() - m_doc.Settings().targets.startWeightKg);
+            return isBlank ? QString() : WeightText(entry.GetWeightKg(), unit, number);
+        case kChangeColumn: {
+            const double changeKg = entry.GetWeightKg() - m_doc.Settings().targets.startWeightKg;
+            return isBlank ? QString() : WeightChangeText(changeKg, unit, number);
+        }
         case kBodyFatColumn:
             return preferences.FormatNumber(entry.GetMeasurement(kBodyFatSlot));
         default:
@@ -76,33 +82,5 @@ double CWeightList::SortKey(int row, int column) const {
             return entry.GetMeasurement(kBodyFatSlot);
         default:
             return entry.GetMeasurement(column - kFirstTapeColumn);
-    }
-}
-
-QString CWeightList::WeightText(double kg) const {
-    const CPreferences& preferences = m_doc.Preferences();
-    switch (preferences.weightUnit) {
-        case EWeightUnit::Pounds:
-            return preferences.FormatNumber(KgToPounds(kg));
-        case EWeightUnit::Kilograms:
-            return preferences.FormatNumber(kg);
-        case EWeightUnit::Stones:
-            return StonesText(kg, [&](double pounds) { return preferences.FormatNumber(pounds); });
-        default:
-            return {};
-    }
-}
-
-/// Stones read it in plain pounds.
-QString CWeightList::ChangeText(double kg) const {
-    const CPreferences& preferences = m_doc.Preferences();
-    switch (preferences.weightUnit) {
-        case EWeightUnit::Kilograms:
-            return preferences.FormatNumber(kg);
-        case EWeightUnit::Pounds:
-        case EWeightUnit::Stones:
-            return preferences.FormatNumber(KgToPounds(kg));
-        default:
-            return {};
     }
 }

@@ -34,9 +34,6 @@ class CWeightList {
     [[nodiscard]] double SortKey(int row, int column) const;
 
   private:
-    [[nodiscard]] QString WeightText(double kg) const;
-    [[nodiscard]] QString ChangeText(double kg) const;
-
     CVelmoraDoc& m_doc;
     CEntryRange<CWeightEntry> m_all;
 };

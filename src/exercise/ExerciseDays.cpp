@@ -4,16 +4,10 @@
 
 #include "exercise/ExerciseRules.h"
 #include "platform/Messages.h"
-#include "platform/NumberText.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// A sum for the headline: whole kJ are rounded, whole kcal are cut off.
-int WholeShown(double kcal, EEnergyUnit unit) {
-    return unit == EEnergyUnit::KJ ? WholeEnergy(kcal, unit) : Whole(kcal);
-}
 
 /// In whole numbers, so that no percent is lost to a fraction that has no exact double.
 qint64 BurnedPercent(int burned, int surplus) {
@@ -40,8 +34,8 @@ ExerciseWeek ExerciseWeekOf(CVelmoraDoc& doc, QDate last) {
 }
 
 QString ExerciseHeadline(const CExerciseDay& day, EEnergyUnit unit) {
-    const int burned = WholeShown(day.burnedKcal, unit);
-    const int surplus = WholeShown(day.surplusKcal, unit);
+    const int burned = WholeExerciseEnergy(day.burnedKcal, unit);
+    const int surplus = WholeExerciseEnergy(day.surplusKcal, unit);
     return FormatText("Total energy burned: %d/%d/%d%%"_L1,
                       {burned, surplus, BurnedPercent(burned, surplus)});
 }

@@ -25,22 +25,17 @@ CEntryRange<CExerciseEntry> ListExercises(CDatabase& database, QDate first, QDat
                        {FirstMomentOf(first), LastMomentOf(last), wrongCount});
 }
 
-QString ExerciseNameText(const CExerciseEntry& entry) {
-    const QString type = entry.GetType();
-    return type.isEmpty() ? entry.GetName() : entry.GetName() + u',' + type;
-}
-
 QString ExerciseTimeText(double minutes) {
     const int whole = Whole(minutes);
     return TwoDigits(whole / kMinutesPerHour) + u':' + TwoDigits(whole % kMinutesPerHour);
 }
 
+int WholeExerciseEnergy(double energyKcal, EEnergyUnit unit) {
+    return unit == EEnergyUnit::KJ ? WholeEnergy(energyKcal, unit) : Whole(energyKcal);
+}
+
 QString ExerciseEnergyText(double energyKcal, EEnergyUnit unit) {
-    if (!(energyKcal > 0)) {
-        return {};
-    }
-    return QString::number(unit == EEnergyUnit::KJ ? WholeEnergy(energyKcal, unit)
-                                                   : Whole(energyKcal));
+    return energyKcal > 0 ? QString::number(WholeExerciseEnergy(energyKcal, unit)) : QString();
 }
 
 CExerciseEntry NewExercise(QDate day, QTime time) {

@@ -12,11 +12,11 @@ inline constexpr int kMinutesPerHour = 60;
 CEntryRange<CExerciseEntry> ListExercises(CDatabase& database, QDate first, QDate last,
                                           EWrongCount wrongCount = EWrongCount::EndsList);
 
-/// "Running,slow"; the name alone when the type is empty.
-QString ExerciseNameText(const CExerciseEntry& entry);
 /// "02:15"; hours take as many digits as they need.
 QString ExerciseTimeText(double minutes);
-/// Whole kJ are rounded, whole kcal are cut off; empty for zero and less.
+/// Whole kJ are rounded, whole kcal are cut off.
+int WholeExerciseEnergy(double energyKcal, EEnergyUnit unit);
+/// The same as a text; empty for zero and less.
 QString ExerciseEnergyText(double energyKcal, EEnergyUnit unit);
 
 /// What "Add exercise..." begins with: one minute, nothing else.

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "app/FrameCommands.h"
+#include "app/ItemTexts.h"
 #include "app/LeftOutText.h"
 #include "controls/ColorDialog.h"
 #include "controls/ReportList.h"
@@ -31,7 +32,7 @@ constexpr auto kNothingDone =
 QString CellText(const CExerciseEntry& entry, int column, EEnergyUnit unit) {
     switch (column) {
         case kExercise:
-            return ExerciseNameText(entry);
+            return NameAndType(entry.GetName(), entry.GetType());
         case kExerciseTime:
             return ExerciseTimeText(entry.GetMinutes());
         default:

@@ -1,7 +1,9 @@
 #include "report/ReportFormat.h"
 
 #include "app/DateText.h"
+#include "app/ItemTexts.h"
 #include "app/UnitTexts.h"
+#include "diary/WeightForm.h"
 #include "exercise/ExerciseRules.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
@@ -12,11 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr double kZeroReach = 0.0001;
-constexpr int kBodyFatSlot = kReportLengths;
-
-// By slot of the weight entry, each with the blank before its unit.
-constexpr std::array<const char*, kReportLengths> kLengthNames = {
-    "Chest ", "Waist ", "Hips ", "Bicep ", "Forearm ", "Thigh ", "Calf "};
 
 bool IsZero(double value) {
     return std::abs(value) <= kZeroReach;
@@ -48,12 +45,12 @@ QString CReportFormat::Date(QDate date) {
     return text.removeIf(IsDirectionMark);
 }
 
-QString CReportFormat::Item(const QString& name, const QString& type) {
+QString CReportFormat::NameAndTypeInOneField(const QString& name, const QString& type) {
     return type.isEmpty() ? name : name + u' ' + type;
 }
 
 QString CReportFormat::Serving(const CDietEntry& entry) const {
-    return Number(entry.GetAmount()) + u'x' + entry.GetServingName();
+    return ServingText(Number(entry.GetAmount()), entry.GetServingName());
 }
 
 void CReportFormat::AppendNutrient(QByteArray& line, int index, double value) const {
@@ -80,10 +77,12 @@ QString CReportFormat::ExerciseHeader() const {
 }
 
 QString CReportFormat::WeightFields(const CWeightEntry& entry) const {
-    QString fields =
-        Weight(entry.GetWeightKg()) + u',' + WeightChange(entry.GetWeightKg() - m_startWeightKg);
-    for (int slot = 0; slot < kReportLengths; ++slot) {
-        fields += u',' + Length(entry.GetMeasurement(slot));
+    const EWeightUnit unit = m_preferences.weightUnit;
+    const auto number = [this](double value) { return Number(value); };
+    QString fields = WeightText(entry.GetWeightKg(), unit, number) + u',' +
+                     WeightChangeText(entry.GetWeightKg() - m_startWeightKg, unit, number);
+    for (int slot = 0; slot < kTapeCount; ++slot) {
+        fields += u',' + NumberOrEmpty(TapeShown(entry.GetMeasurement(slot), m_preferences));
     }
     return fields + u',' + NumberOrEmpty(entry.GetMeasurement(kBodyFatSlot));
 }
@@ -94,29 +93,13 @@ QString CReportFormat::WeightHeader() const {
                  EUnitForm::Abbreviated);
     const QString lengthUnit = UnitName(m_preferences.heightUnit, EUnitForm::Abbreviated);
     QString header = FormatText("Weight (%s),Weight change (%s),"_L1, {weightUnit, weightUnit});
-    for (const char* name : kLengthNames) {
-        header += QLatin1StringView(name) + u'(' + lengthUnit + "),"_L1;
+    for (int slot = 0; slot < kTapeCount; ++slot) {
+        header += MeasurementName(slot) + u'(' + lengthUnit + "),"_L1;
     }
-    return header + "Body fat(%)"_L1;
+    return header + MeasurementName(kBodyFatSlot);
 }
 
 bool CReportFormat::HasStones() const {
     return m_preferences.weightUnit == EWeightUnit::Stones ||
            m_preferences.weightUnit == EWeightUnit::StonesAndPounds;
-}
-
-QString CReportFormat::Weight(double kg) const {
-    if (HasStones()) {
-        return StonesText(kg, [this](double pounds) { return Number(pounds); });
-    }
-    return Number(m_preferences.weightUnit == EWeightUnit::Pounds ? KgToPounds(kg) : kg);
-}
-
-QString CReportFormat::WeightChange(double kg) const {
-    return Number(m_preferences.weightUnit == EWeightUnit::Kilograms ? kg : KgToPounds(kg));
-}
-
-QString CReportFormat::Length(double cm) const {
-    return NumberOrEmpty(m_preferences.heightUnit == EHeightUnit::Centimetres ? cm
-                                                                              : CmToInches(cm));
 }

@@ -8,9 +8,6 @@
 #include "app/Preferences.h"
 #include "store/records/DiaryEntries.h"
 
-/// Body measurements of a report: seven lengths, then the body fat.
-inline constexpr int kReportLengths = 7;
-
 class CReportFormat {
   public:
     /// The preferences outlive it.
@@ -19,8 +16,8 @@ class CReportFormat {
     /// With the profile's decimals; a value within 0.0001 of zero is written as zero.
     [[nodiscard]] QString Number(double value) const;
     static QString Date(QDate date);
-    /// "Apple raw"; the name alone when the type is empty.
-    static QString Item(const QString& name, const QString& type);
+    /// "Apple raw", since a comma ends a field; the name alone when the type is empty.
+    static QString NameAndTypeInOneField(const QString& name, const QString& type);
     /// "1.0xcup".
     [[nodiscard]] QString Serving(const CDietEntry& entry) const;
     /// A number behind a comma, energy in its unit.
@@ -45,9 +42,6 @@ class CReportFormat {
   private:
     [[nodiscard]] bool HasStones() const;
     [[nodiscard]] QString NumberOrEmpty(double value) const;
-    [[nodiscard]] QString Weight(double kg) const;
-    [[nodiscard]] QString WeightChange(double kg) const;
-    [[nodiscard]] QString Length(double cm) const;
 
     const CPreferences& m_preferences;
     double m_startWeightKg;

@@ -262,7 +262,7 @@ void CReportWriter::StepProgress() {
 }
 
 void CReportWriter::AppendDiet(QByteArray& line, const CDietEntry& entry) const {
-    m_file.AppendText(line, CReportFormat::Item(entry.GetName(), entry.GetType()));
+    m_file.AppendText(line, CReportFormat::NameAndTypeInOneField(entry.GetName(), entry.GetType()));
     m_file.AppendText(line.append(','), m_format.Serving(entry));
     for (const int index : m_nutrients) {
         m_format.AppendNutrient(line, index, entry.GetNutrientValue(index));
@@ -270,7 +270,7 @@ void CReportWriter::AppendDiet(QByteArray& line, const CDietEntry& entry) const 
 }
 
 QString CReportWriter::ExerciseFields(const CExerciseEntry& entry) const {
-    return CReportFormat::Item(entry.GetName(), entry.GetType()) + u',' +
+    return CReportFormat::NameAndTypeInOneField(entry.GetName(), entry.GetType()) + u',' +
            CReportFormat::Time(entry.GetMinutes()) + u',' +
            m_format.EntryEnergy(entry.GetEnergyKcal());
 }

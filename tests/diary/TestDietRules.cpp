@@ -33,8 +33,10 @@ class TestDietRules : public CDiaryTest {
         QVERIFY(Database().Diet().Read(0, entry));
         QCOMPARE(entry.GetMoment(), ToFileTime(kDay, QTime(12, 30, 15)));
         QCOMPARE(Stored(), QStringList{u"Apple 31 12:30 D"_s});
-        QCOMPARE(entry.GetCategory() + u'/' + EntryNameText(entry) + u'/' +
-                     EntryServingText(entry, m_doc->Preferences()),
+        m_doc->selectedMeal = 4;
+        CDietDay shown(*m_doc);
+        shown.Reload();
+        QCOMPARE(entry.GetCategory() + u'/' + shown.CellText(0, 0) + u'/' + shown.CellText(0, 1),
                  u"Fruit/Apple,raw/2.00x1 medium"_s);
         QCOMPARE(entry.GetNutrientValue(53), 0.25);
     }

@@ -1,6 +1,7 @@
 // A profile of 70 kg and a library: "Sports" with running in MET and in kcal per minute.
 #pragma once
 
+#include "app/ItemTexts.h"
 #include "diary/DiaryFixture.h"
 #include "exercise/ExerciseForm.h"
 #include "exercise/ExerciseRules.h"
@@ -37,8 +38,9 @@ class CExercisesTest : public CDiaryTest {
         for (const CListed<CExerciseEntry>& listed :
              ListExercises(Database(), kDay, kDay).entries) {
             const CExerciseEntry& entry = listed.entry;
-            texts.append(ExerciseNameText(entry) + u' ' + ExerciseTimeText(entry.GetMinutes()) +
-                         u' ' + ExerciseEnergyText(entry.GetEnergyKcal(), EEnergyUnit::Kcal));
+            texts.append(NameAndType(entry.GetName(), entry.GetType()) + u' ' +
+                         ExerciseTimeText(entry.GetMinutes()) + u' ' +
+                         ExerciseEnergyText(entry.GetEnergyKcal(), EEnergyUnit::Kcal));
         }
         return texts.join(u'|');
     }

@@ -90,7 +90,8 @@ class TestExerciseRules : public CExercisesTest {
         form.SetDurationTexts(u"1"_s, u"-90"_s);
         QVERIFY(form.Confirm());
         const CExerciseEntry& entry = form.GetResult();
-        QCOMPARE(entry.GetCategory() + u'/' + ExerciseNameText(entry), u"garden/Skating,on ice"_s);
+        QCOMPARE(entry.GetCategory() + u'/' + NameAndType(entry.GetName(), entry.GetType()),
+                 u"garden/Skating,on ice"_s);
         QCOMPARE(entry.GetMinutes() + entry.GetEnergyKcal(), 0.0);
     }
 

@@ -88,7 +88,7 @@ class TestExerciseView : public CExercisesTest {
         QCOMPARE(Find<QLineEdit>(dialog, "energy")->text(), u"294"_s);
         QTest::keyClick(minutes, Qt::Key_Return);
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
-        QCOMPARE(ExerciseNameText(form.GetResult()), u"Running,slow"_s);
+        QCOMPARE(form.GetResult().GetName() + form.GetResult().GetType(), u"Runningslow"_s);
     }
 
     void deletingSelectsTheRowThatFollows() {

@@ -1,5 +1,6 @@
 #include "catalogue/items/ComposedForm.h"
 
+#include "app/ItemTexts.h"
 #include "app/ListCommands.h"
 #include "catalogue/items/CatalogueChoices.h"
 #include "catalogue/items/CatalogueKinds.h"
@@ -64,8 +65,8 @@ void CComposedForm::SetRowText(int row, const QString& typed) {
 
 QString CComposedForm::ServingText(int component) const {
     const CComposedItem& item = m_components[static_cast<size_t>(component)];
-    return FormatText("%sx%s"_L1, {m_doc.Preferences().FormatNumber(item.GetServingX()).trimmed(),
-                                   item.GetServingName()});
+    return ::ServingText(m_doc.Preferences().FormatNumber(item.GetServingX()),
+                         item.GetServingName());
 }
 
 bool CComposedForm::MayEditComponent(int selected) {
