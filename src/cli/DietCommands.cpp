@@ -101,15 +101,14 @@ bool List(CCommandContext& context) {
     PrintRow(header);
     for (const CListed<CDietEntry>& listed : day->Entries()) {
         const CDietEntry& entry = listed.entry;
-        QStringList row = {DateOf(entry.GetMoment()).toString(Qt::ISODate),
-                           TimeOf(entry.GetMoment()).toString(Qt::ISODate),
-                           MealNames().value(entry.GetMeal()),
-                           KindName(entry.GetKind()),
-                           entry.GetCategory(),
-                           entry.GetName(),
-                           entry.GetType(),
-                           entry.GetServingName(),
-                           ShortestNumber(entry.GetAmount())};
+        QStringList row =
+            MomentCells(entry.GetMoment()) + QStringList{MealNames().value(entry.GetMeal()),
+                                                         KindName(entry.GetKind()),
+                                                         entry.GetCategory(),
+                                                         entry.GetName(),
+                                                         entry.GetType(),
+                                                         entry.GetServingName(),
+                                                         ShortestNumber(entry.GetAmount())};
         for (int nutrient = 0; nutrient < kNutrientCount; ++nutrient) {
             row.append(ShortestNumber(entry.GetNutrientValue(nutrient)));
         }

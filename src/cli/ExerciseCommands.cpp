@@ -56,10 +56,10 @@ bool List(CCommandContext& context) {
     const CEntryRange<CExerciseEntry> list = ListExercises(context.doc.Database(), day, day);
     for (const CListed<CExerciseEntry>& listed : list.entries) {
         const CExerciseEntry& entry = listed.entry;
-        PrintRow({DateOf(entry.GetMoment()).toString(Qt::ISODate),
-                  TimeOf(entry.GetMoment()).toString(Qt::ISODate), entry.GetCategory(),
-                  entry.GetName(), entry.GetType(), ShortestNumber(entry.GetMinutes()),
-                  ShortestNumber(entry.GetEnergyKcal())});
+        PrintRow(MomentCells(entry.GetMoment()) +
+                 QStringList{entry.GetCategory(), entry.GetName(), entry.GetType(),
+                             ShortestNumber(entry.GetMinutes()),
+                             ShortestNumber(entry.GetEnergyKcal())});
     }
     return ReportDamage(list.leftOut, kEntryWords);
 }

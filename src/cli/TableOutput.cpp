@@ -26,6 +26,10 @@ void PrintRow(const QStringList& cells) {
     PrintLine(stdout, escaped.join(u'\t'));
 }
 
+QStringList MomentCells(FileTime moment) {
+    return {DateOf(moment).toString(Qt::ISODate), TimeOf(moment).toString(Qt::ISODate)};
+}
+
 bool FinishOutput() {
     return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
 }

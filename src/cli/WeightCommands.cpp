@@ -72,9 +72,8 @@ bool List(CCommandContext& context) {
     weights.Reload();
     for (int row = 0; row < weights.Count(); ++row) {
         const CWeightEntry& entry = weights.Entry(row);
-        QStringList cells = {DateOf(entry.GetMoment()).toString(Qt::ISODate),
-                             TimeOf(entry.GetMoment()).toString(Qt::ISODate),
-                             ShortestNumber(entry.GetWeightKg())};
+        QStringList cells = MomentCells(entry.GetMoment());
+        cells.append(ShortestNumber(entry.GetWeightKg()));
         for (int slot = 0; slot <= kBodyFatSlot; ++slot) {
             cells.append(ShortestNumber(entry.GetMeasurement(slot)));
         }
