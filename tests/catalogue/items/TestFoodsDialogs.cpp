@@ -76,6 +76,14 @@ class TestFoodsDialogs : public CCatalogueTest {
         PressRadio(dialog, "oneServing");
         QCOMPARE(std::exchange(m_messages->asked, {}).size(), 1);
         QCOMPARE(grid->CellText(2, 1), u"15"_s);
+        QVERIFY(grid->OpenCell(0, 0));
+        const auto* words = grid->findChild<QComboBox*>();
+        QStringList offered;
+        for (int i = 0; i < words->count(); ++i) {
+            offered << words->itemText(i);
+        }
+        QCOMPARE(offered.join(u'|'),
+                 u"gm|mg|oz|ml|tsp|tbsp|fl oz|cup|pt|qt|of(ea)|piece|serving"_s);
     }
 
     void aNewFoodIsTakenAsItWasTyped() {
