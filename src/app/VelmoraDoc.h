@@ -1,5 +1,5 @@
 // The document: the database object, the active profile with its settings, and the view state
-// that outlives a view. Owned by the application and handed by reference to whoever needs it.
+// that outlives a view. Owned by the application; views, dialogs and rules get a reference.
 #pragma once
 
 #include <QDate>

@@ -71,7 +71,7 @@ CDialog::CDialog(const QString& title, QWidget* parent)
 }
 
 CDialog::~CDialog() {
-    // Hiding on the way out moves the focus; whoever listened for that is gone by now.
+    // Hiding moves the focus while the dialog is destroyed; the receiver is gone by now.
     disconnect(qApp, nullptr, this, nullptr);
     EndInPlaceControls(this, EInPlaceEnd::Abandon);
 }

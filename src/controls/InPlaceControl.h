@@ -9,7 +9,7 @@
 
 class QTreeView;
 
-/// The cell an editor stands over, and whom it tells.
+/// The cell that an editor covers, and what it calls when it ends.
 struct CInPlaceCell {
     QTreeView* list;  ///< becomes the editor's home and gets the focus back
     int row;

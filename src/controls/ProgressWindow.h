@@ -34,7 +34,7 @@ class CProgressWindow : public QDialog, public CProgress {
     void reject() override;
 
   private:
-    CModalLoop m_loop;  ///< it handles events while whoever made it works
+    CModalLoop m_loop;  ///< it handles events while the work goes on
     QString m_caption;
     QPointer<QWidget> m_mainWindow;
     QPointer<QWidget> m_focusBefore;

@@ -41,7 +41,7 @@ CDiaryView::CDiaryView(CVelmoraDoc& doc, int& splitterPerMille, QWidget* parent)
 }
 
 CDiaryView::~CDiaryView() {
-    // The day is still to lose the focus, and would tell what is no CDiaryView any more.
+    // The date field emits while it is destroyed; by then this is no longer a CDiaryView.
     m_date->disconnect(this);
 }
 

@@ -19,7 +19,7 @@ class CExerciseForm : public CPickForm {
 
     [[nodiscard]] QString HoursText() const { return m_hours; }
     [[nodiscard]] QString MinutesText() const { return m_minutes; }
-    /// Computes the energy when either has changed; what is no number counts 0.
+    /// Computes the energy when either has changed; a text without a number counts 0.
     void SetDurationTexts(const QString& hours, const QString& minutes);
 
     /// In the energy unit; a typed value stands until the next computed one.

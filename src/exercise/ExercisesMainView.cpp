@@ -186,7 +186,7 @@ void CExercisesMainView::Add() {
     });
     if (dialog.exec() == QDialog::Accepted && isAdded) {
         Reload();
-        // What was added stands behind all others of its moment.
+        // A new entry comes after all others of its moment.
         for (int row = static_cast<int>(m_exercises.size()) - 1; row >= 0; --row) {
             if (m_exercises[row].entry == form.GetResult()) {
                 m_list->SelectRow(row);

@@ -1,4 +1,4 @@
-// The one seam between the rules and whoever talks to the user: boxes in the window program,
+// The one seam between the rules and the user's interface: boxes in the window program,
 // standard error in the command line, a script in the tests.
 #pragma once
 

@@ -95,7 +95,7 @@ qint64 LastDecimals(double value, int decimals) {
 }
 
 /// Sums and conversions of large values may leave the range of a double: files and lists get the
-/// largest number there is then, and 0 for what is no number.
+/// largest double then, and 0 for NaN.
 double Finite(double value) {
     constexpr double kLargest = std::numeric_limits<double>::max();
     return std::isnan(value) ? 0 : std::clamp(value, -kLargest, kLargest);

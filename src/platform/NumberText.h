@@ -50,5 +50,5 @@ QString ShortestNumber(double value);
 /// "05"; more digits where the number has them.
 QString TwoDigits(int number);
 
-/// Truncation toward zero, limited to what an int holds; 0 for what is no number.
+/// Truncation toward zero, limited to what an int holds; 0 for NaN.
 int Whole(double value);

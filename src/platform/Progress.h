@@ -1,4 +1,4 @@
-// What long work tells about itself, and how it learns that the user wants it to stop.
+// How long work shows its progress, and learns that the user wants it to stop.
 #pragma once
 
 #include <QString>

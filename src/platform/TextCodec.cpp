@@ -157,7 +157,7 @@ bool FindHighHalf(int codePage, CHighHalf& half) {
     }
     const QByteArray name = "CP" + QByteArray::number(codePage);
     iconv_t conversion = iconv_open("UTF-8", name.constData());
-    // The C library tells failure by an address of all ones.
+    // The C library reports failure by an address of all ones.
     if (reinterpret_cast<intptr_t>(conversion) == -1) {
         return false;
     }

@@ -13,7 +13,7 @@
 
 /// Opens one file in its life, for reading or for writing. A file being written replaces the old
 /// one only when Close succeeds, so a full disk leaves the old file as it was. Two targets are
-/// written directly instead: what is no regular file (a pipe, a device), and a file in a folder
+/// written directly instead: anything but a regular file (a pipe, a device), and a file in a folder
 /// where nothing can be created. A file that is not closed before this object goes is discarded.
 ///
 /// What is no regular file when it is read (a pipe, a device) is a stream: it may make the reader

@@ -26,7 +26,7 @@ CUnitEdit::CUnitEdit(const CUnitTexts& labels, const QString& accessibleName,
 }
 
 CUnitEdit::~CUnitEdit() {
-    // A field that has the focus is still to lose it, and would tell what is no CUnitEdit any more.
+    // The focused field emits editingFinished while it is destroyed; by then no CUnitEdit is left.
     for (QLineEdit* field : {m_major, m_minor}) {
         if (field != nullptr) {
             field->disconnect(this);

@@ -21,7 +21,7 @@ class CDiaryCursor {
         m_leftOut.isUnknown = !range;
     }
 
-    /// Hands the entries up to and including `day` to `take(const Entry&)` and stands behind them.
+    /// Hands the entries up to and including `day` to `take(const Entry&)` and moves past them.
     /// A record with a wrong number of properties shows its message and ends the day, as in every
     /// list of a day; any other damaged one is passed over.
     template <typename Take>

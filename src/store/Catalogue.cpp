@@ -71,7 +71,7 @@ int CCatalogue::CountItems(ECatalogueKind kind) {
 
 CCategoryList CCatalogue::FillCategoryList(ECatalogueKind kind, qint32 categoryId, int capacity) {
     CCategoryList list;
-    // What stands behind the last category is no item.
+    // After the last category come no items.
     if (categoryId < 0 || categoryId >= CViewSettings::kMarker) {
         return list;
     }

@@ -34,7 +34,7 @@ bool CCategories::AddOrUpdate(int position, CCategory& category) {
     return true;
 }
 
-// The pictures behind the name are not decoded.
+// The pictures after the name are not decoded.
 CCategoryEntries CCategories::ReadEntries(ECatalogueKind kind) {
     constexpr int kIdNumber = 1;
     constexpr int kNameNumber = 2;

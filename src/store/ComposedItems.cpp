@@ -140,7 +140,7 @@ bool CComposedItems::Delete(ECatalogueKind kind, int position) {
     CItemDatabaseBase& items = Items(kind);
     CComposedItem item(kind);
     CRecordGroup group(m_recipes.GetStore());
-    // Components stand behind all items, so the position holds. A damaged item goes alone.
+    // Components come after all items, so the position holds. A damaged item goes alone.
     const bool isDeleted =
         (!items.ReadQuietly(position, item) || DeleteComponents(kind, item.GetItemId())) &&
         items.Delete(position);

@@ -17,7 +17,7 @@ class CComposedItems {
 
     /// An identifier that no menu (recipe) has and no component refers to.
     qint32 AllocateItemId(ECatalogueKind kind);
-    /// In stored order; empty for what is no identifier of a menu or recipe, and when the positions
+    /// In stored order; empty for a number that no menu or recipe can have, and when the positions
     /// cannot be had, which `leftOut` reports, if given.
     std::vector<int> ComponentPositions(ECatalogueKind kind, qint32 itemId,
                                         CLeftOut* leftOut = nullptr);

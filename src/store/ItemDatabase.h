@@ -25,9 +25,9 @@ struct CListQuery {
     EWrongCount wrongCount = EWrongCount::EndsList;
     int most = kAllProperties;   ///< see CItemDatabaseBase::ForEachFrom
     QString messagePrefix = {};  ///< of the message of a wrong number of properties
-    int from = 0;                ///< records in front of this position are left alone
-    /// A wrong number of properties is reported of the record behind the list, too, as far as its
-    /// key is not past this.
+    int from = 0;                ///< records before this position are left alone
+    /// A wrong number of properties is also reported for the record after the list, unless its key
+    /// is past this.
     qint64 lastKey = std::numeric_limits<qint64>::max();
 };
 

@@ -16,7 +16,7 @@ QStringList CreateFolders(const QString& path) {
     for (QFileInfo folder(path); !folder.exists(); folder.setFile(folder.path())) {
         created.append(folder.filePath());
     }
-    // A folder that cannot be created fails the mount, which tells the user.
+    // A folder that cannot be created fails the mount, which shows a message.
     QDir().mkpath(path);
     return created;
 }

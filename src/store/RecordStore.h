@@ -33,7 +33,7 @@ struct CLossHost {
     std::function<void()> reopen;  ///< opens the file that is at the volume's path now
 };
 
-/// Operations return success; GetLastError tells the platform number of the last failure.
+/// Operations return success; GetLastError returns the platform number of the last failure.
 /// Positions are valid until the next write or delete in their database.
 class CRecordStore {
   public:
@@ -124,7 +124,7 @@ class CRecordStore {
     QStringList m_createdFolders;  ///< by MountVolume, the innermost first
 };
 
-/// A group that ends when it goes out of scope, for loops that may be left early. Commit tells
+/// A group that ends when it goes out of scope, for loops that may be left early. Commit returns
 /// whether everything written is durable.
 class CRecordGroup {
   public:

@@ -45,7 +45,7 @@ class CComposedCsv : public CCsvLayout {
     /// Category and name of the menu or recipe, which for a component must be there.
     std::optional<CCsvVerdict> ReadOwnerNames(CCsvFields& fields);
     std::optional<CCsvVerdict> ReadFoodName(const std::optional<QStringView>& field);
-    /// The fields behind the names.
+    /// The fields after the names.
     CCsvVerdict ReadValues(CCsvFields& fields);
     /// Remembers the menu or recipe of a refused line; nothing for the line of a component.
     void NoteRefused(QStringView line);

@@ -39,7 +39,7 @@ enum class EStored {
 };
 
 /// One layout serves one run. It holds the item that is being read or written, so that nothing is
-/// made anew for every line.
+/// allocated for every line.
 class CCsvLayout {
   public:
     CCsvLayout() = default;

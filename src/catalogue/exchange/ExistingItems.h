@@ -6,9 +6,9 @@
 #include "store/Database.h"
 
 /// An index over the categories that the run has touched, each read once. It relies on two things:
-/// 1. while it lives, items are only added through the run, which tells it, or replaced without
+/// 1. while it lives, the run alone adds items, and reports each, or replaces them without
 ///    a change of category, name and type;
-/// 2. the store puts a new record behind all others of its category, so that an item keeps its
+/// 2. the store puts a new record after all others of its category, so that an item keeps its
 ///    place within the category.
 class CExistingItems {
   public:

@@ -69,7 +69,7 @@ int CFoodsCsv::ReadServings(CCsvFields& fields) {
         const std::optional<QStringView> name = fields.Next();
         const std::optional<double> weight = name ? fields.NextNumber() : std::nullopt;
         count += (name ? 1 : 0) + (weight ? 1 : 0);
-        // Serving 1 stands by now, and its weight has decided the mode.
+        // Serving 1 has been read, and its weight has decided the mode.
         const bool taken = (serving == 0 || m_food.IsWeighed()) && name && !name->isEmpty() &&
                            name->size() <= kLongestServingName;
         if (taken) {

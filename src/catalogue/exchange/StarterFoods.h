@@ -9,7 +9,7 @@ class CDatabase;
 /// is nowhere.
 QString StarterFoodsPath();
 
-/// Adds them to the catalogue; a message tells how it went.
+/// Adds them to the catalogue; a message shows the result.
 void ImportStarterFoods(CDatabase& database);
 /// Asks whether an empty catalogue should start with them; a No is kept, so that the question comes
 /// once. True when an import has run, whatever came of it.

@@ -1,4 +1,4 @@
-// A food, menu or recipe taken from the catalogue, and what a diary entry says of its own.
+// A food, menu or recipe taken from the catalogue, and what a diary entry adds to it.
 #pragma once
 
 #include <QTime>

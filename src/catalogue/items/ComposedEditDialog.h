@@ -14,7 +14,7 @@ class QPlainTextEdit;
 class QPushButton;
 class QTabWidget;
 
-/// What the dialog asks of whoever shows it.
+/// What the view that shows the dialog does for it.
 struct CComposedEditServices {
     /// Lets the user choose a food or recipe, starting from `component` unless that is null. `take`
     /// stores the choice and returns whether the choosing is over. False when it was cancelled.

@@ -265,8 +265,8 @@ void CAddFoodForm::TakeItem(const CFoodItem& item) {
     m_typed = {};
 }
 
-/// Typed values give way to those of a picked item; where the item's values are totals, or there
-/// is no item behind them, they follow the amount like any total.
+/// Typed values give way to those of a picked item; where the item's values are totals, or do not
+/// come from the catalogue, they follow the amount like any total.
 void CAddFoodForm::Recompute(double amount) {
     const double ratio = amount / m_food.amount;
     m_food.amount = amount;

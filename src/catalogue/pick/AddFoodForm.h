@@ -98,7 +98,7 @@ class CAddFoodForm : public CPickForm {
     int m_allowedKinds;
     bool m_refuseDuplicates;
     bool m_hasTime;
-    /// The item as it came from the catalogue or the entry, with the amount shown.
+    /// The item as the catalogue or the entry has it, with the amount shown.
     CChosenFood m_food;
     CChosenFood m_result;
     std::vector<int> m_nutrients;

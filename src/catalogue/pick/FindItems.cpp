@@ -30,7 +30,7 @@ int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name,
     int found = -1;
     const CLeftOut passedOver = database.Items(kind).ReadList(
         {.low = std::numeric_limits<qint64>::min(),
-         .high = CViewSettings::kMarker - 1,  // no item stands behind these
+         .high = CViewSettings::kMarker - 1,  // the last key of an item
          .wrongCount = EWrongCount::IsDamage,
          .most = numbers.type + 1,
          .from = first},

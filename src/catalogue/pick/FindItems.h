@@ -10,8 +10,8 @@
 int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name,
                  const QStringList& types, int first, CLeftOut* leftOut = nullptr);
 
-/// Finds from the first item on, and behind the last match wherever that stands by now. Both note
-/// the match in the state. -1 when there is none.
+/// Finds from the first item on, and after the last match wherever that is now. Both keep the
+/// match in the state. -1 when there is none.
 int FindFirst(CDatabase& database, ECatalogueKind kind, CFindState& state);
 int FindNext(CDatabase& database, ECatalogueKind kind, CFindState& state);
 /// To be called after `count` items in front of where "find next" goes on were deleted.

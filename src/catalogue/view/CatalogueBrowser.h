@@ -15,8 +15,8 @@ class CListPane;
 class CReportList;
 class QTreeView;
 
-/// Both panes are read anew after every change; what is open and where the tree is scrolled to
-/// outlive that. Document and rules outlive the browser.
+/// Both panes are read again after every change; what is open and where the tree is scrolled to
+/// stays. Document and rules outlive the browser.
 class CCatalogueBrowser : public QSplitter {
     Q_OBJECT
   public:

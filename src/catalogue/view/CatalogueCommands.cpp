@@ -127,7 +127,7 @@ void CCatalogueView::DeleteSelected() {
     if (deleted == 0) {
         return;
     }
-    // "Find next" goes on behind the same item, also when it is among those that went.
+    // "Find next" goes on after the same item, also when that was deleted.
     CFindState& find = m_doc.FindState(m_kind.code);
     if (deleted == static_cast<int>(selected.size())) {
         const auto inFront = std::ranges::count_if(

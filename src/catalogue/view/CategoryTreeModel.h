@@ -13,7 +13,7 @@
 class CCategoryTreeModel : public QAbstractItemModel {
     Q_OBJECT
   public:
-    /// `renamesItems` tells whether names can be edited as categories can.
+    /// `renamesItems`: names can be edited as categories can.
     CCategoryTreeModel(CDatabase& database, ECatalogueKind kind, bool renamesItems,
                        QObject* parent);
 

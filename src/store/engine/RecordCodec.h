@@ -2,7 +2,7 @@
 //
 // A 16-bit property count; one tag byte a property: its type, with the high bit set when the value
 // is zero or empty; then the values of the others in order. Numbers are little-endian, texts are
-// UTF-16 behind a 32-bit count of units, blobs stand behind a 32-bit count of bytes.
+// UTF-16 after a 32-bit count of units, blobs follow a 32-bit count of bytes.
 #pragma once
 
 #include <QByteArray>
@@ -18,5 +18,5 @@ void EncodeRecord(const PropertyList& properties, QByteArray& body);
 /// the record, but only its first `most` values are read: the rest are unspecified.
 bool DecodeRecord(QByteArrayView body, PropertyList& properties, int most = kAllProperties);
 
-/// Property 0 widened to 64 bits; nothing for what is no record or has no sortable key.
+/// Property 0 widened to 64 bits; nothing unless it is a record with a sortable key.
 std::optional<qint64> KeyOf(const PropertyList& properties);

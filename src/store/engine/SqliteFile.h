@@ -70,8 +70,8 @@ class CSqliteFile {
 /// One value to bind. Texts and blobs must stay alive until the statement is finished.
 using CSqlValue = std::variant<qint64, QByteArrayView, QStringView>;
 
-/// A prepared statement: Start binds, Next steps through the rows, Finish resets and tells how it
-/// went.
+/// A prepared statement: Start binds, Next steps through the rows, Finish resets and returns the
+/// result.
 class CStatement {
   public:
     CStatement() = default;

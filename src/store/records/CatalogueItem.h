@@ -26,7 +26,7 @@ inline bool HasComponents(ECatalogueKind kind) {
 }
 
 /// Whether a record is no item but a component or the settings of a view: their parents are past
-/// every category identifier, so they stand behind all items.
+/// every category identifier, so they come after all items.
 bool IsPastLastItem(const PropertyList& properties);
 
 /// An item of any kind.
