@@ -7,8 +7,6 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDesktopServices>
-#include <QDir>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QLayout>
 #include <QMenu>
@@ -32,6 +30,7 @@
 #include "exercise/ExercisesMainView.h"
 #include "frame/AboutDialog.h"
 #include "platform/Messages.h"
+#include "platform/ShippedFiles.h"
 #include "profile/SelectProfileDialog.h"
 #include "profile/StartDialogs.h"
 #include "report/ReportCommand.h"
@@ -79,20 +78,6 @@ constexpr int kNarrowMargin = 2;
 constexpr int kLeastVisible = 40;
 constexpr int kNeverSaved = -1;
 constexpr int kIdleCheckMs = 20;
-
-/// Help page beside the program, in its source folder or where packages put it; empty when it is
-/// nowhere.
-QString HelpPagePath() {
-    const QDir program(QCoreApplication::applicationDirPath());
-    for (const QLatin1StringView place :
-         {"Velmora.htm"_L1, "docs/Velmora.htm"_L1, "../docs/Velmora.htm"_L1,
-          "../share/velmora/Velmora.htm"_L1}) {
-        if (program.exists(place)) {
-            return QFileInfo(program, place).canonicalFilePath();
-        }
-    }
-    return {};
-}
 
 /// `length` from `start`; cut down to the desktop's and moved into it where it is longer.
 std::pair<int, int> SpanWithin(int desktopStart, int desktopLength, int start, int length) {
@@ -398,7 +383,7 @@ void CDietFrame::ReopenVolume() {
 }
 
 void CDietFrame::ShowHelp() {
-    const QString page = HelpPagePath();
+    const QString page = ShippedFile(u"Velmora.htm"_s);
     if (page.isEmpty() || !QDesktopServices::openUrl(QUrl::fromLocalFile(page))) {
         ShowMessage(u"Cannot show the help page Velmora.htm."_s, EMessageIcon::Stop);
     }

@@ -6,6 +6,7 @@
 #include "platform/Messages.h"
 #include "platform/Process.h"
 #include "platform/RegistrySettings.h"
+#include "platform/ShippedFiles.h"
 #include "platform/VolumePlace.h"
 #include "support/Files.h"
 #include "support/RecordingMessages.h"
@@ -104,6 +105,26 @@ class TestPlatform : public QObject {
                  folder.filePath(u"VelmoraDb.db"_s));
         QCOMPARE(DefaultVolumePath(folder.filePath(u"missing/velmora"_s)),
                  folder.filePath(u"velmora/VelmoraDb.db"_s));
+    }
+
+    void shippedFilesAreFoundUnderAnyPrefix() {
+        const QTemporaryDir system;
+        qputenv("XDG_DATA_DIRS", system.path().toUtf8());
+        const QDir program(QCoreApplication::applicationDirPath());
+        const QString name = u"shipped %1.txt"_s.arg(QCoreApplication::applicationPid());
+        QCOMPARE(ShippedFile(name), QString());
+        // The one sought first comes last.
+        for (const QString& place :
+             {system.filePath(u"velmora/"_s), program.filePath(u"../share/velmora/"_s),
+              program.filePath(u"../docs/"_s), program.filePath(u"data/"_s)}) {
+            QVERIFY(QDir().mkpath(place));
+            Save(place + name, {});
+            QCOMPARE(ShippedFile(name), QFileInfo(place + name).canonicalFilePath());
+        }
+        for (const QString& folder : {u"../share/velmora/"_s, u"../docs/"_s, u"data/"_s}) {
+            QVERIFY(QFile::remove(program.filePath(folder + name)));
+        }
+        (void)program.rmpath(u"../share/velmora"_s);
     }
 };
 

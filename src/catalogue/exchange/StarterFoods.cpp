@@ -1,26 +1,15 @@
 #include "catalogue/exchange/StarterFoods.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
-
 #include "catalogue/exchange/CsvExchange.h"
 #include "catalogue/items/CatalogueViewSettings.h"
 #include "platform/Messages.h"
+#include "platform/ShippedFiles.h"
 #include "store/Database.h"
 
 using namespace Qt::StringLiterals;
 
 QString StarterFoodsPath() {
-    const QString program = QCoreApplication::applicationDirPath();
-    for (const QString& folder :
-         {program + u"/data"_s, program + u"/../data"_s, u"/usr/share/velmora"_s}) {
-        const QString path = folder + u"/starter-foods.csv"_s;
-        if (QFileInfo(path).isFile()) {
-            return QDir::cleanPath(path);
-        }
-    }
-    return {};
+    return ShippedFile(u"starter-foods.csv"_s);
 }
 
 bool OfferStarterFoods(CDatabase& database) {

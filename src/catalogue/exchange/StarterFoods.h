@@ -5,8 +5,7 @@
 
 class CDatabase;
 
-/// Looked for beside the program, beside its folder and where packages install it; empty when it
-/// is nowhere.
+/// Empty when it is not installed.
 QString StarterFoodsPath();
 
 /// Adds them to the catalogue; a message shows the result.
