@@ -93,17 +93,10 @@ CCategoryList CCatalogue::FillCategoryList(ECatalogueKind kind, qint32 categoryI
     return list;
 }
 
-CUniqueNames CCatalogue::FillArrayWithUniqueFoodNames(qint32 categoryId, int capacity) {
-    return FillUniqueNames(ECatalogueKind::Foods, categoryId, capacity);
-}
-
-CUniqueNames CCatalogue::FillArrayWithUniqueExlibNames(qint32 categoryId, int capacity) {
-    return FillUniqueNames(ECatalogueKind::Exercises, categoryId, capacity);
-}
-
 // Categories are contiguous, so names need comparing only with those of their own category, and
 // one category is read without the others.
-CUniqueNames CCatalogue::FillUniqueNames(ECatalogueKind kind, qint32 categoryId, int capacity) {
+CUniqueNames CCatalogue::FillArrayWithUniqueNames(ECatalogueKind kind, qint32 categoryId,
+                                                  int capacity) {
     const bool isAll = categoryId == -1;
     const CCatalogueLayout& numbers = CatalogueLayoutOf(kind);
     CUniqueNames unique;

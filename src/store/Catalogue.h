@@ -26,20 +26,22 @@ class CCatalogue {
     /// recipes by name) without case. A negative identifier gives an empty list.
     CCategoryList FillCategoryList(ECatalogueKind kind, qint32 categoryId,
                                    int capacity = kCatalogueListCapacity);
-    /// Distinct food names of a category (-1: of all), the first `capacity` of them, sorted by
+    /// Distinct item names of a category (-1: of all), the first `capacity` of them, sorted by
     /// category and then by name without case.
-    CUniqueNames FillArrayWithUniqueFoodNames(qint32 categoryId,
-                                              int capacity = kCatalogueListCapacity);
-    CUniqueNames FillArrayWithUniqueExlibNames(qint32 categoryId,
-                                               int capacity = kCatalogueListCapacity);
+    CUniqueNames FillArrayWithUniqueNames(ECatalogueKind kind, qint32 categoryId,
+                                          int capacity = kCatalogueListCapacity);
+    CUniqueNames FillArrayWithUniqueFoodNames(qint32 categoryId) {
+        return FillArrayWithUniqueNames(ECatalogueKind::Foods, categoryId);
+    }
+    CUniqueNames FillArrayWithUniqueExlibNames(qint32 categoryId) {
+        return FillArrayWithUniqueNames(ECatalogueKind::Exercises, categoryId);
+    }
     /// The item of a category with exactly that name and type (menus and recipes: name alone);
     /// -1 when there is none. `except` is a position to pass over.
     int FindItem(ECatalogueKind kind, qint32 categoryId, const QString& name, const QString& type,
                  int except = -1);
 
   private:
-    CUniqueNames FillUniqueNames(ECatalogueKind kind, qint32 categoryId, int capacity);
-
     CItemDatabase<CFoodItem> m_foods;
     CItemDatabase<CMenuItem> m_menus;
     CItemDatabase<CRecipeItem> m_recipes;

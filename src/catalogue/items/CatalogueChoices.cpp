@@ -96,9 +96,7 @@ QStringList NamesInCategory(CDatabase& database, ECatalogueKind kind, qint32 cat
     QStringList names;
     if (CatalogueLayoutOf(kind).namesType) {
         const CUniqueNames unique =
-            kind == ECatalogueKind::Foods
-                ? database.Catalogue().FillArrayWithUniqueFoodNames(categoryId, capacity)
-                : database.Catalogue().FillArrayWithUniqueExlibNames(categoryId, capacity);
+            database.Catalogue().FillArrayWithUniqueNames(kind, categoryId, capacity);
         for (const CUniqueName& entry : unique.names) {
             names.append(entry.name);
         }

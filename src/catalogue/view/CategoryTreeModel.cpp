@@ -129,9 +129,7 @@ void CCategoryTreeModel::fetchMore(const QModelIndex& parent) {
     CNode& node = m_nodes[static_cast<size_t>(parent.row())];
     node.isRead = true;
     QStringList names;
-    const CUniqueNames found = m_kind == ECatalogueKind::Exercises
-                                   ? m_database.Catalogue().FillArrayWithUniqueExlibNames(node.id)
-                                   : m_database.Catalogue().FillArrayWithUniqueFoodNames(node.id);
+    const CUniqueNames found = m_database.Catalogue().FillArrayWithUniqueNames(m_kind, node.id);
     for (const CUniqueName& entry : found.names) {
         names.append(entry.name);
     }
