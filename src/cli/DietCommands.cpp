@@ -84,7 +84,7 @@ bool Add(CCommandContext& context) {
 std::optional<CDayEntries> LoadDay(CCommandContext& context) {
     const QDate day = context.arguments.Date("--date");
     return LoadProfileArgument(context)
-               ? std::optional(context.doc.Database().LoadDietDay(day, kNoCapacity))
+               ? std::optional(ReadDay(context.doc.Database().Diet(), day, kNoCapacity))
                : std::nullopt;
 }
 

@@ -15,7 +15,7 @@ constexpr int kFirstNutrientColumn = 2;
 
 void CDietDay::Reload() {
     // A message on the way may have the old rows painted once more.
-    CDayEntries day = m_doc.Database().LoadDietDay(m_doc.dayShown);
+    CDayEntries day = ReadDay(m_doc.Database().Diet(), m_doc.dayShown);
     m_day = std::move(day);
     m_rows.clear();
     for (int place = 0; place < m_day.Count(); ++place) {

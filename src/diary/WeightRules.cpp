@@ -1,5 +1,7 @@
 #include "diary/WeightRules.h"
 
+#include <limits>
+
 #include "diary/DiaryCommands.h"
 #include "platform/Messages.h"
 
@@ -26,7 +28,23 @@ bool ReportUnlessWritten(bool isWritten) {
 }  // namespace
 
 double WeightOnDay(CVelmoraDoc& doc, QDate day) {
-    return doc.Database().WeightOnDate(day, doc.Settings().targets.startWeightKg);
+    auto& database = doc.Database().Weight();
+    const int count = database.Count();
+    const FileTime dayAfter = day.isValid() ? LastMomentOf(day) + 1 : 0;
+    const int found = database.FirstPositionInRange(dayAfter, std::numeric_limits<FileTime>::max());
+    const int firstLater = found == kNoPosition ? count : found;
+    CWeightEntry entry;
+    for (int position = firstLater - 1; position >= 0; --position) {
+        if (database.ReadQuietly(position, entry)) {
+            return entry.GetWeightKg();
+        }
+    }
+    for (int position = firstLater; position < count; ++position) {
+        if (database.ReadQuietly(position, entry)) {
+            return entry.GetWeightKg();
+        }
+    }
+    return doc.Settings().targets.startWeightKg;
 }
 
 CWeightEntry NewWeightEntry(CVelmoraDoc& doc, QTime time) {

@@ -22,7 +22,7 @@ ExerciseWeek ExerciseWeekOf(CVelmoraDoc& doc, QDate last) {
     for (int index = 0; index < kGraphDays; ++index) {
         CExerciseDay& day = week[index];
         day.day = last.addDays(index - (kGraphDays - 1));
-        day.surplusKcal = database.LoadDietDay(day.day, kNoCapacity).GetTotal(kEnergyIndex) -
+        day.surplusKcal = ReadDay(database.Diet(), day.day, kNoCapacity).GetTotal(kEnergyIndex) -
                           doc.Settings().targets.nutrients[kEnergyIndex];
     }
     for (const CListed<CExerciseEntry>& listed :

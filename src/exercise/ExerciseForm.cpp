@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "catalogue/items/CatalogueKinds.h"
+#include "diary/WeightRules.h"
 #include "exercise/ExerciseRules.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
@@ -46,8 +47,7 @@ qint32 CategoryOf(CDatabase& database, const CExerciseEntry& entry) {
 CExerciseForm::CExerciseForm(CVelmoraDoc& doc, const CExerciseEntry& entry)
     : CPickForm(doc),
       m_entry(entry),
-      m_weightKg(doc.Database().WeightOnDate(DateOf(entry.GetMoment()),
-                                             doc.Settings().targets.startWeightKg)),
+      m_weightKg(WeightOnDay(doc, DateOf(entry.GetMoment()))),
       m_categoryId(doc.Database().Categories().IdOf(kKind, entry.GetCategory())) {
     SetNameText(entry.GetName());
     SetTypeText(entry.GetType());

@@ -51,12 +51,6 @@ class CDatabase {
     CItemDatabase<CWeightEntry>& Weight() { return m_profiles.Weight(); }
     CItemDatabase<CExerciseEntry>& Exercises() { return m_profiles.Exercises(); }
 
-    /// The day's diet entries, the first `capacity` of them, and their totals.
-    CDayEntries LoadDietDay(QDate day, int capacity = kDietListCapacity);
-    /// Weight in force on a date, in kg: the latest entry on or before it; with none, the earliest
-    /// after it; with none at all, `fallbackKg`.
-    double WeightOnDate(QDate day, double fallbackKg);
-
   private:
     QString m_volumePath;
     EPlatformError m_refusal = kErrorSuccess;

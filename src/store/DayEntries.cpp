@@ -26,3 +26,9 @@ const CDietEntry* CDayEntries::GetEntry(int index) const {
 double CDayEntries::GetTotal(int nutrient) const {
     return nutrient >= 0 && nutrient < kNutrientCount ? m_totals[nutrient] : -1.0;
 }
+
+CDayEntries ReadDay(CItemDatabase<CDietEntry>& diary, QDate day, int capacity) {
+    return day.isValid()
+               ? CDayEntries(ReadEntries(diary, {FirstMomentOf(day), LastMomentOf(day)}, capacity))
+               : CDayEntries();
+}

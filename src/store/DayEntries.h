@@ -23,3 +23,6 @@ class CDayEntries {
     CEntryRange<CDietEntry> m_range;
     NutrientValues m_totals{};
 };
+
+/// The first `capacity` entries of a day; none for a day that is no date.
+CDayEntries ReadDay(CItemDatabase<CDietEntry>& diary, QDate day, int capacity = kDietListCapacity);

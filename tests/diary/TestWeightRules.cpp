@@ -67,6 +67,17 @@ class TestWeightRules : public CDiaryTest {
         QCOMPARE(Loaded().CellText(1, 1), u"10,14.00"_s);  // 153.999 - 10 x 14
     }
 
+    void theWeightInForceIsTheLatestBefore() {
+        m_doc->Settings().targets.startWeightKg = 70;
+        QCOMPARE(WeightOnDay(*m_doc, kDay), 70.0);
+        AddWeightEntry(kDay, QTime(20, 0), 81);
+        AddWeightEntry(kDay, QTime(8, 0), 82);
+        for (const auto& [days, weightKg] : {std::pair{-1, 82.0}, {0, 81.0}, {1, 81.0}}) {
+            QCOMPARE(WeightOnDay(*m_doc, kDay.addDays(days)), weightKg);
+        }
+        QCOMPARE(WeightOnDay(*m_doc, {}), 82.0);
+    }
+
     void theWeightMustLieBetweenOneAndAThousandKilograms() {
         const auto stored = [this](EWeightUnit unit, const QString& major, const QString& minor) {
             CWeightForm form(MakeWeight(kDay, QTime(7, 30), 80),

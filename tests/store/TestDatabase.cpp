@@ -272,9 +272,9 @@ class TestDatabase : public CCatalogueTest {
             QVERIFY(Database().Diet().Write(-1, entry));
         }
         QVERIFY(group.Commit());
-        const CDayEntries loaded = Database().LoadDietDay(day);
+        const CDayEntries loaded = ReadDay(Database().Diet(), day);
         // What others read leaves a day as it is.
-        const CDayEntries before = Database().LoadDietDay(day.addDays(-1));
+        const CDayEntries before = ReadDay(Database().Diet(), day.addDays(-1));
         QCOMPARE(before.Count(), 1);
         QVERIFY(!before.LeftOut().IsAnything());
         QCOMPARE(loaded.Count(), 128);
@@ -285,27 +285,14 @@ class TestDatabase : public CCatalogueTest {
         QCOMPARE(loaded.GetTotal(54), -1.0);
         QCOMPARE(loaded.GetEntry(0)->GetName(), u"0"_s);
         QCOMPARE(loaded.GetEntry(127)->GetName(), u"127"_s);
-        const CDayEntries whole = Database().LoadDietDay(day, kNoCapacity);
+        const CDayEntries whole = ReadDay(Database().Diet(), day, kNoCapacity);
         QCOMPARE(whole.Count(), 129);
         QCOMPARE(whole.GetTotal(0), 64.5);
         QVERIFY(!whole.LeftOut().IsAnything());
-        QCOMPARE(Database().LoadDietDay(QDate()).Count(), 0);
+        QCOMPARE(ReadDay(Database().Diet(), QDate()).Count(), 0);
         QVERIFY(loaded.GetEntry(128) == nullptr);
         QVERIFY(loaded.GetEntry(-1) == nullptr);
         QCOMPARE(m_messages->Said(), u"Invalid index|Invalid index"_s);
-    }
-
-    void theWeightInForceIsTheLatestBefore() {
-        QVERIFY(Database().Profiles().Open(u"Anna"_s, true));
-        const QDate day(2024, 5, 10);
-        for (const auto& [hour, weightKg] : {std::pair{20, 81.0}, {8, 82.0}}) {
-            CWeightEntry entry;
-            entry.SetMoment(ToFileTime(day, QTime(hour, 0)));
-            entry.SetWeightKg(weightKg);
-            QVERIFY(Database().Weight().Write(-1, entry));
-        }
-        QCOMPARE(Database().WeightOnDate(day, 70.0), 81.0);
-        QCOMPARE(Database().WeightOnDate(day.addDays(-1), 70.0), 82.0);
     }
 
   private:
