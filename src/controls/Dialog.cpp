@@ -14,6 +14,7 @@
 
 #include "controls/InPlaceControl.h"
 #include "controls/ModalLoop.h"
+#include "controls/Silence.h"
 
 namespace {
 
@@ -71,9 +72,8 @@ CDialog::CDialog(const QString& title, QWidget* parent)
 }
 
 CDialog::~CDialog() {
-    // Hiding moves the focus while the dialog is destroyed; the receiver is gone by now.
     disconnect(qApp, nullptr, this, nullptr);
-    EndInPlaceControls(this, EInPlaceEnd::Abandon);
+    SilenceChildren(this);
 }
 
 void CDialog::accept() {

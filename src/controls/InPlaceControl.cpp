@@ -175,16 +175,10 @@ bool EndInPlaceControls(QWidget* window, EInPlaceEnd how) {
             continue;
         }
         ended = true;
-        switch (how) {
-            case EInPlaceEnd::Commit:
-                control->Commit();
-                break;
-            case EInPlaceEnd::Cancel:
-                control->Cancel();
-                break;
-            case EInPlaceEnd::Abandon:
-                control->Abandon();
-                break;
+        if (how == EInPlaceEnd::Commit) {
+            control->Commit();
+        } else {
+            control->Cancel();
         }
     }
     return ended;

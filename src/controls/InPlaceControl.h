@@ -31,8 +31,6 @@ class CInPlaceControl {
 
     void Commit() { Finish(false); }
     void Cancel() { Finish(true); }
-    /// Will tell nobody.
-    void Abandon() { m_ended = true; }
     /// Stands over the cell at `cell` from now on.
     virtual void Place(const QRect& cell) = 0;
 
@@ -92,7 +90,7 @@ class CInPlaceList : public QComboBox, public CInPlaceControl {
     bool focusNextPrevChild(bool next) override;
 };
 
-enum class EInPlaceEnd { Commit, Cancel, Abandon };
+enum class EInPlaceEnd { Commit, Cancel };
 
 /// Ends every editor inside `window`; false when there was none.
 bool EndInPlaceControls(QWidget* window, EInPlaceEnd how);

@@ -5,6 +5,8 @@
 #include <QWidget>
 #include <vector>
 
+#include "controls/Silence.h"
+
 class QAction;
 
 /// One menu of the command bar; a null action stands for a separator.
@@ -19,6 +21,7 @@ class CMainView : public QWidget {
     Q_OBJECT
   public:
     using QWidget::QWidget;
+    ~CMainView() override { SilenceChildren(this); }
 
     /// Menus of the command bar, in order.
     virtual std::vector<CCommandMenu> CommandBar() = 0;

@@ -40,11 +40,6 @@ CDiaryView::CDiaryView(CVelmoraDoc& doc, int& splitterPerMille, QWidget* parent)
     });
 }
 
-CDiaryView::~CDiaryView() {
-    // The date field emits while it is destroyed; by then this is no longer a CDiaryView.
-    m_date->disconnect(this);
-}
-
 std::vector<QAction*> CDiaryView::ToolButtons() {
     return {m_commands[kAdd], m_commands[kDelete]};
 }

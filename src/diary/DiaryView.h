@@ -19,7 +19,6 @@ class QSplitter;
 class CDiaryView : public CMainView {
     Q_OBJECT
   public:
-    ~CDiaryView() override;
     std::vector<CCommandMenu> CommandBar() override { return m_menus; }
     /// Adding and deleting.
     std::vector<QAction*> ToolButtons() override;

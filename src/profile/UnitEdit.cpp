@@ -25,15 +25,6 @@ CUnitEdit::CUnitEdit(const CUnitTexts& labels, const QString& accessibleName,
     setFocusProxy(m_major);
 }
 
-CUnitEdit::~CUnitEdit() {
-    // The focused field emits editingFinished while it is destroyed; by then no CUnitEdit is left.
-    for (QLineEdit* field : {m_major, m_minor}) {
-        if (field != nullptr) {
-            field->disconnect(this);
-        }
-    }
-}
-
 void CUnitEdit::SetTexts(const CUnitTexts& texts) {
     m_major->setText(texts.major);
     if (m_minor != nullptr) {

@@ -13,7 +13,6 @@ class CUnitEdit : public QWidget {
     /// `labels` as WeightLabels and HeightLabels give them; the fields are called `objectName`
     /// with "Major" and "Minor".
     CUnitEdit(const CUnitTexts& labels, const QString& accessibleName, const QString& objectName);
-    ~CUnitEdit() override;
 
     void SetTexts(const CUnitTexts& texts);
     [[nodiscard]] CUnitTexts GetTexts() const;
