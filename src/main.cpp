@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 int Refuse(const QString& path) {
-    std::fprintf(stderr, "velmora: %s is no UTF-8 text\n", qPrintable(path));
+    std::fprintf(stderr, "velmora: %s is not valid UTF-8\n", qPrintable(path));
     return 2;
 }
 }  // namespace

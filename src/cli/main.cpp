@@ -21,7 +21,7 @@ int Refuse(const CNamedCommand& named, const QString& error) {
 }
 
 int RefusePath(const QString& path) {
-    PrintLine(stderr, u"velmora-cli: "_s + path + u" is no UTF-8 text"_s);
+    PrintLine(stderr, u"velmora-cli: "_s + path + u" is not valid UTF-8"_s);
     return kExitUsage;
 }
 

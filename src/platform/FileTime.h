@@ -8,14 +8,14 @@
 
 using FileTime = qint64;
 
-/// Seconds are the finest part kept. An invalid date or time gives 0 (1601-01-01 00:00).
+/// Milliseconds are dropped. An invalid date or time gives 0 (1601-01-01 00:00).
 FileTime ToFileTime(QDate date, QTime time);
-/// An out-of-range moment gives an invalid date.
+/// A negative moment gives an invalid date or time.
 QDate DateOf(FileTime moment);
 QTime TimeOf(FileTime moment);
 
-/// First and last moment of a day, both belonging to it.
+/// First and last moment of a day, both inclusive.
 FileTime FirstMomentOf(QDate date);
 FileTime LastMomentOf(QDate date);
-/// The same of the minute that begins at `time`.
+/// Last moment of the minute that begins at `time`.
 FileTime LastMomentOfMinute(QDate date, QTime time);

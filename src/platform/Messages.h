@@ -13,13 +13,13 @@
 
 #include "platform/Progress.h"
 
-/// Result is the summary of finished work.
+/// Result: the summary of a finished operation.
 enum class EMessageIcon { Plain, Stop, Warning, Information, Result };
 
-/// What a message offers to do besides being read; a window makes a button of it.
+/// An action offered with a message; windows show it as a button.
 struct CMessageAction {
     QString text;
-    std::function<bool()> run;  ///< true: nothing is left to say, so the message goes
+    std::function<bool()> run;  ///< true: the message is settled and closes
 };
 
 struct CMessage {
@@ -37,8 +37,8 @@ struct CFileChoice {
     QString initialName;       ///< proposed name, may be empty
 };
 
-/// Answers for the user interface. Exactly one is installed while the program runs; it installs
-/// itself when made and gives the place back to its predecessor when it goes (newest first).
+/// What rules ask of the user interface. Exactly one is in use while the program runs: the
+/// constructor installs it, the destructor reinstalls its predecessor (destroy the newest first).
 class CMessageSeam {
   public:
     CMessageSeam();
@@ -69,8 +69,8 @@ QString ChooseFileToOpen(const CFileChoice& choice);
 QString ChooseFileToSave(const CFileChoice& choice);
 std::unique_ptr<CProgress> CreateProgress(const QString& caption);
 
-/// While it lives ShowMessage shows nothing: for an attempt that is made again, with its messages,
-/// when it has failed.
+/// Silences ShowMessage while it lives: for a first attempt that is repeated, with its messages, if
+/// it fails.
 class CMuteMessages {
   public:
     CMuteMessages();

@@ -9,7 +9,7 @@
 
 namespace {
 constexpr int kMaxDecimals = 100;
-/// Longer numbers than this are read all the same, from the heap.
+/// Numbers up to this length are read without allocating.
 constexpr qsizetype kOrdinaryLength = 64;
 /// The shortest form of a double has at most 24 characters.
 constexpr size_t kMaxShortestLength = 32;
@@ -26,8 +26,7 @@ bool IsNumberPart(char16_t c) {
     return IsDigit(c) || c == u'.' || c == u'e' || c == u'E' || c == u'+' || c == u'-';
 }
 
-/// Which of the two a number without its sign is that lies outside the range of a double: too large
-/// or too small.
+/// For an unsigned number outside the range of a double: whether it is too large, not too small.
 bool IsTooLarge(QByteArrayView number) {
     const qsizetype exponent = std::max(number.indexOf('e'), number.indexOf('E'));
     return exponent < 0 ? number[0] != '0' && number[0] != '.' : number[exponent + 1] != '-';
@@ -55,7 +54,7 @@ std::optional<double> FindLeadingNumber(QStringView text, char16_t separator) {
         }
         number.append(static_cast<char>(c));
     }
-    // What from_chars would take besides: a second sign.
+    // from_chars would accept a second minus sign.
     if (number.size() == firstDigit || number[firstDigit] == '-') {
         return {};
     }
@@ -76,8 +75,9 @@ std::optional<double> FindLocaleNumber(QStringView text, const QLocale& locale) 
                              separator.size() == 1 ? separator[0].unicode() : u'.');
 }
 
-/// The number in units of its last decimal, where rounding it is beyond doubt; -1 elsewhere: near
-/// halves, which depend on the binary value, and for what is negative, large or has many decimals.
+/// The rounded number in units of its last decimal. -1 where this quick way does not apply: near
+/// halves, which depend on the exact binary value, and for negative or large numbers or many
+/// decimals.
 qint64 LastDecimals(double value, int decimals) {
     static constexpr std::array<double, 7> kPowers = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6};
     constexpr double kLargest = 1e12;
@@ -88,14 +88,14 @@ qint64 LastDecimals(double value, int decimals) {
     if (!(scaled < kLargest)) {
         return -1;
     }
-    // What this rounds wrongly, near halves, is turned away in the next line.
+    // Only values near halves are rounded wrongly, and the next line rejects those.
     // NOLINTNEXTLINE(bugprone-incorrect-roundings)
     const auto whole = static_cast<qint64>(scaled + 0.5);
     return std::abs(scaled - static_cast<double>(whole)) < 0.499 ? whole : -1;
 }
 
-/// Sums and conversions of large values may leave the range of a double: files and lists get the
-/// largest double then, and 0 for NaN.
+/// Sums and conversions of large values may overflow; files and lists then show the largest double,
+/// and 0 for NaN.
 double Finite(double value) {
     constexpr double kLargest = std::numeric_limits<double>::max();
     return std::isnan(value) ? 0 : std::clamp(value, -kLargest, kLargest);
@@ -147,7 +147,7 @@ char* WriteFixed(char* to, double value, int decimals) {
         Q_ASSERT(result.ec == std::errc{});
         return result.ptr;
     }
-    // From the last digit on, at least one of them before the point.
+    // Written backwards from the last digit, with at least one digit before the point.
     std::array<char, 24> digits;
     char* at = digits.end();
     auto rest = static_cast<quint64>(last);

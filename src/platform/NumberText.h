@@ -9,7 +9,7 @@
 /// 0 when there is none or when it is not finite.
 double LeadingNumber(QStringView text);
 
-/// The digits of every script as 0 to 9.
+/// `text` with the digits of every script replaced by 0 to 9.
 QString WithAsciiDigits(QString text);
 
 /// What a person typed, blanks trimmed: the locale's decimal separator and the point are both
@@ -17,28 +17,27 @@ QString WithAsciiDigits(QString text);
 /// in LeadingNumber. Nothing when there is no number from -1e9 to 1e9.
 std::optional<double> TypedNumber(QStringView text, const QLocale& locale = QLocale());
 
-/// No quantity of a diary comes near it; what is typed beyond it is a slip.
+/// Far above any quantity in a diary: a larger number is a typing mistake.
 inline constexpr double kLargestTyped = 1e9;
-/// Whether a typed number is beyond kLargestTyped, where TypedNumber has nothing.
+/// Whether TypedNumber returns nothing because the number's magnitude exceeds kLargestTyped.
 bool IsTypedTooLarge(QStringView text, const QLocale& locale = QLocale());
 
-/// The number in a text that the program shows, which may be of any size; 0 when there is none.
+/// The number in a text that the program itself shows, of any size; 0 when there is none.
 double ShownValue(QStringView text, const QLocale& locale = QLocale());
 
-/// What counts of a typed amount, as the shortest form with the locale's decimal separator; empty
-/// for an empty text. Nothing when it is negative or no number of TypedNumber.
+/// A typed amount in its shortest form, with the locale's decimal separator; empty for an empty
+/// text. Nothing when it is negative or TypedNumber finds none.
 std::optional<QString> TypedAmount(const QString& text, const QLocale& locale = QLocale());
 
-/// "%<width>.<decimals>f" with a point, whatever the locale. Here and below, what is not finite
-/// reads as the largest number of its sign, and as 0 when it is no number.
+/// "%<width>.<decimals>f" with a point, whatever the locale. Here and below, infinity is written as
+/// the largest double of its sign and NaN as 0.
 QString FixedNumber(double value, int decimals, int width = 1);
 
 /// The same in ASCII, appended to `line`.
 void AppendFixed(QByteArray& line, double value, int decimals);
-/// The largest double has 309 digits before the point, and there are 100 decimals at most; sign and
-/// point come with them.
+/// The 309 digits of the largest double, at most 100 decimals, sign and point.
 inline constexpr int kMaxFixedLength = 309 + 100 + 2;
-/// The same at `to`, where there is room for kMaxFixedLength. Returns its end.
+/// The same written to `to`, which has room for kMaxFixedLength bytes. Returns its end.
 char* WriteFixed(char* to, double value, int decimals);
 
 /// FixedNumber with the locale's decimal separator, for a person to read.

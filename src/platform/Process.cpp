@@ -17,7 +17,7 @@ void PrepareProcess() {
 
 CUsersFileMask::CUsersFileMask() : m_before(umask(usersMask.value_or(kOwnerOnly))) {
     if (!usersMask) {
-        umask(m_before);  // the process has kept the user's own
+        umask(m_before);  // PrepareProcess was not called: this is the user's own
     }
 }
 

@@ -1,4 +1,4 @@
-// What both programs set up before anything else, and how their words arrive.
+// What both programs set up first, and checks of their command lines.
 #pragma once
 
 #include <sys/types.h>
@@ -6,11 +6,11 @@
 #include <QString>
 #include <optional>
 
-/// From now on new files and folders are the user's alone, and a write past a limit on file sizes
-/// fails instead of ending the program.
+/// Makes files and folders created from now on private to the user, and lets a write past the
+/// file size limit fail instead of ending the program.
 void PrepareProcess();
 
-/// While it lives new files get what the user's own mask allows: for files made to be passed on.
+/// Restores the user's own umask while it lives: for files that are made to be shared.
 class CUsersFileMask {
   public:
     CUsersFileMask();
@@ -22,8 +22,8 @@ class CUsersFileMask {
     mode_t m_before;
 };
 
-/// The first word of a command line that is no UTF-8 text, with the bytes that are not printable
-/// ASCII as "\xff"; nothing when there is none. Decoded, such a word would name another file.
+/// The first argument of a command line that is not valid UTF-8, with bytes that are not printable
+/// ASCII shown as "\xff"; nothing when all are valid. Decoded, it would name another file.
 std::optional<QString> FirstUndecodableWord(int argc, const char* const argv[]);
-/// Whether a path held bytes that are no UTF-8 text before it was decoded.
+/// Whether a decoded path came from bytes that are not valid UTF-8.
 bool HasLostBytes(const QString& path);

@@ -1,4 +1,4 @@
-// How long work shows its progress, and learns that the user wants it to stop.
+// How a long operation shows its progress and learns that the user cancelled it.
 #pragma once
 
 #include <QString>

@@ -3,7 +3,7 @@
 
 #include <QString>
 
-/// Company "Quillon", application "Velmora for PPC". -1 stands for a placement never saved.
+/// Company "Quillon", application "Velmora for PPC". -1: the placement was never saved.
 struct CRegistrySettings {
     int positionX = -1;
     int positionY = -1;
@@ -13,7 +13,7 @@ struct CRegistrySettings {
 
     /// Absent values keep their defaults.
     static CRegistrySettings Read();
-    /// Values that stand there already are not written again.
+    /// Writes nothing when the stored values are the same.
     void Write() const;
 
     bool operator==(const CRegistrySettings&) const = default;

@@ -13,10 +13,10 @@ constexpr int kFallbackPage = 437;
 constexpr char kSubstitute = '?';
 constexpr int kFirstHighByte = 128;
 constexpr int kByteCount = 256;
-/// Where bytes without a character of their own go when the character of their number is taken.
+/// Added to the number of an undefined byte when the character of that number is taken.
 constexpr char16_t kPrivateUse = 0xF700;
 
-/// Pages the C library does not know, or that must be there whatever it knows: bytes 128 to 255.
+/// Bytes 128 to 255 of pages that the C library lacks or that must not depend on it.
 struct CBuiltInPage {
     int codePage;
     QStringView highHalf;
@@ -35,7 +35,8 @@ constexpr CBuiltInPage kBuiltIn[] = {
      u"≡\u064B\u064C\u064D\u064E\u064F\u0650≈°∙·√ⁿ²■\u00A0"},
 };
 
-/// The OEM pages of Windows. The first row that fits counts; AnyScript and AnyTerritory fit all.
+/// The OEM pages of Windows. The first row that matches counts; AnyScript and AnyTerritory match
+/// all.
 struct CLocalePage {
     QLocale::Language language;
     QLocale::Script script;
@@ -47,7 +48,7 @@ constexpr auto kAnyScript = QLocale::AnyScript;
 constexpr auto kAnywhere = QLocale::AnyTerritory;
 
 // Languages without a row get 437. Among them are Japanese, Chinese and Korean: their OEM pages
-// take two bytes a character, which this codec does not do.
+// take two bytes per character, which this codec does not support.
 constexpr CLocalePage kLocalePages[] = {
     {QLocale::English, kAnyScript, QLocale::UnitedStates, 437},
     {QLocale::English, kAnyScript, QLocale::HongKong, 437},
@@ -138,7 +139,7 @@ char16_t CharacterOf(iconv_t conversion, char byte) {
     size_t inputLeft = 1;
     size_t outputLeft = utf8.size();
     iconv(conversion, nullptr, nullptr, nullptr, nullptr);
-    // Vietnamese letters wait for a tone mark; the second call brings them out.
+    // iconv holds Vietnamese letters back for a tone mark; the second call flushes them.
     if (iconv(conversion, &input, &inputLeft, &output, &outputLeft) != 0 ||
         iconv(conversion, nullptr, nullptr, &output, &outputLeft) != 0) {
         return 0;
@@ -167,6 +168,7 @@ bool FindHighHalf(int codePage, CHighHalf& half) {
     iconv_close(conversion);
     return true;
 }
+
 /// Of 16 bytes.
 bool IsAscii(const char* bytes) {
     std::array<quint64, 2> words{};

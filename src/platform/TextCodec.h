@@ -12,16 +12,16 @@
 /// codecs and kept until the program ends.
 class COemCodec {
   public:
-    /// The single-byte page of that number (437, 850, 852, ...); 437 for one that is not known.
+    /// The single-byte page of that number (437, 850, 852, ...); 437 for an unknown one.
     explicit COemCodec(int codePage = 437);
     /// The OEM code page that belongs to a locale: 437 for US English and the C locale.
     static int CodePageOf(const QLocale& locale);
 
     [[nodiscard]] QString Decode(QByteArrayView bytes) const;
-    /// One byte a UTF-16 unit; '?' for what the code page cannot hold.
+    /// One byte per UTF-16 unit; '?' for what the code page cannot hold.
     [[nodiscard]] QByteArray Encode(QStringView text) const;
 
-    /// The same into memory of the caller's, which holds as many units as there is input.
+    /// The same into the caller's memory, which has room for as many units as the input.
     void DecodeTo(QChar* units, QByteArrayView bytes) const;
     void EncodeTo(char* bytes, QStringView text) const;
 

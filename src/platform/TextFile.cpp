@@ -18,7 +18,7 @@ constexpr qsizetype kBufferBytes = 65536;
 constexpr int kWaitMilliseconds = 100;
 constexpr QByteArrayView kUtf8Mark = "\xEF\xBB\xBF";
 constexpr QByteArrayView kLineEnd = "\r\n";
-/// A UTF-8 character has up to three bytes behind its first one.
+/// A UTF-8 character has up to three bytes after its first one.
 constexpr qsizetype kMaxContinuationBytes = 3;
 
 /// Position of the first CR or LF; the size when there is none.
@@ -75,7 +75,7 @@ bool CTextFile::Create(const QString& path, EReaders readers) {
         return false;
     }
     const QFileInfo target(path);
-    // What replaces a file takes over its mode and is private until then.
+    // A replacement takes over the old file's mode at the end and is private until then.
     std::optional<CUsersFileMask> mask;
     if (readers == EReaders::AsUserLikes && !target.exists()) {
         mask.emplace();
@@ -212,7 +212,7 @@ bool CTextFile::FillBuffer() {
     return !m_isAtEnd;
 }
 
-/// False when the patience is at its end before there is anything to read, be it the end.
+/// False when m_isPatient gives up before there is data or the end of the stream.
 bool CTextFile::WaitForBytes() {
     pollfd input{m_input->handle(), POLLIN, 0};
     int ready = 0;
@@ -233,7 +233,7 @@ void CTextFile::FlushBuffer() {
 
 bool CTextFile::FinishOutput() {
     FlushBuffer();
-    // A commit does not notice that the last bytes in the device's own buffer found no place.
+    // commit() does not notice when the last bytes in the device's own buffer cannot be written.
     if (m_hasFailed || !m_output->flush()) {
         return false;
     }

@@ -11,19 +11,20 @@
 
 #include "platform/TextCodec.h"
 
-/// Opens one file in its life, for reading or for writing. A file being written replaces the old
-/// one only when Close succeeds, so a full disk leaves the old file as it was. Two targets are
+/// Opens one file in its lifetime, for reading or for writing. A file being written replaces the
+/// old one only when Close succeeds, so a full disk leaves the old file as it was. Two targets are
 /// written directly instead: anything but a regular file (a pipe, a device), and a file in a folder
-/// where nothing can be created. A file that is not closed before this object goes is discarded.
+/// where nothing can be created. A file that is not closed before this object is destroyed is
+/// discarded.
 ///
-/// What is no regular file when it is read (a pipe, a device) is a stream: it may make the reader
-/// wait, and at most a gigabyte of it is taken.
+/// Anything but a regular file is read as a stream: reading may wait for data, and stops at
+/// kMaxStreamBytes.
 ///
 /// Text is in the OEM code page of the user's locale.
 class CTextFile {
   public:
     static constexpr qint64 kMaxStreamBytes = 1LL << 30U;
-    /// Longest line in bytes; what follows is handed out as the next line.
+    /// Longest line in bytes; the rest is returned as the next line.
     static constexpr int kMaxLineBytes = 4095;
 
     CTextFile();
@@ -32,17 +33,17 @@ class CTextFile {
     /// False when the file cannot be opened. A UTF-8 mark at the start makes the text UTF-8. Never
     /// waits for the other end of a pipe.
     bool OpenForReading(const QString& path, qint64 mostStreamBytes = kMaxStreamBytes);
-    /// `isPatient` is asked about ten times a second while a stream has nothing to read; the file
-    /// ends where it says no.
+    /// `isPatient` is called about ten times a second while a stream has no data; when it returns
+    /// false, the file ends there.
     void SetPatience(std::function<bool()> isPatient) { m_isPatient = std::move(isPatient); }
     /// Who may read a file that did not exist before.
     enum class EReaders { OwnerAlone, AsUserLikes };
     /// False when the file cannot be created.
     bool Create(const QString& path, EReaders readers = EReaders::OwnerAlone);
-    /// False when something written did not reach the file, the old file, if any, then being kept;
-    /// or when reading broke off before the end of the file.
+    /// False when not everything written reached the file (an old file is then kept), or when
+    /// reading stopped before the end of the file.
     bool Close();
-    /// Whether that was because a stream went on past the most that is taken of it.
+    /// Whether reading stopped because a stream exceeded its limit.
     [[nodiscard]] bool IsTooLong() const { return m_isTooLong; }
 
     /// False at the end of the file. NUL bytes are kept as NUL characters.
@@ -53,10 +54,10 @@ class CTextFile {
     void WriteBytes(QByteArrayView bytes);
     void WriteText(QStringView text);
     void WriteLine(QStringView text);
-    /// Adds to `bytes` what WriteText would write: for lines that are put together before their
-    /// turn comes.
+    /// Appends to `bytes` what WriteText would write: for lines that are composed before they can
+    /// be written.
     void AppendText(QByteArray& bytes, QStringView text) const;
-    /// The same into as many bytes as the text has characters.
+    /// Encodes `text` to `bytes`, which has room for one byte per UTF-16 unit.
     void EncodeTo(char* bytes, QStringView text) const { m_codec.EncodeTo(bytes, text); }
 
   private:
@@ -78,8 +79,7 @@ class CTextFile {
     std::function<bool()> m_isPatient;
     std::unique_ptr<QFile> m_input;
     std::unique_ptr<QFileDevice> m_output;
-    // Bytes m_begin to m_end of the buffer are read and not yet handed out, or written and not yet
-    // passed on.
+    // Bytes m_begin to m_end of the buffer are read ahead, or written and not yet flushed.
     QByteArray m_buffer;
     qsizetype m_begin = 0;
     qsizetype m_end = 0;

@@ -14,7 +14,7 @@ QString VolumePathBeside(const QString& programPath) {
 
 QString DefaultVolumePath(const QString& programPath) {
     QString beside = VolumePathBeside(programPath);
-    // The program's own path is unknown where it cannot be decoded.
+    // The program's path is empty when it cannot be decoded.
     if (!programPath.isEmpty() && QFileInfo(QFileInfo(beside).path()).isWritable()) {
         return beside;
     }

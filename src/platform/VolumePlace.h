@@ -1,4 +1,4 @@
-// Where the volume file lives.
+// Where the volume file is by default.
 #pragma once
 
 #include <QString>

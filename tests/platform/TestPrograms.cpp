@@ -100,17 +100,17 @@ class TestPrograms : public QObject {
     void pathsThatAreNoUtf8AreRefusedOrWork_data() {
         AddRows<QString, QString>({
             {"volume", u"exec $cli --volume \"$(printf 'a\\377.db')\" profile list"_s,
-             u"2|velmora-cli: a\\xff.db is no UTF-8 text\n"_s},
+             u"2|velmora-cli: a\\xff.db is not valid UTF-8\n"_s},
             {"export", u"exec $cli --volume v.db foods export \"$(printf '\\377.csv')\""_s,
-             u"2|velmora-cli: \\xff.csv is no UTF-8 text\n"_s},
+             u"2|velmora-cli: \\xff.csv is not valid UTF-8\n"_s},
             {"window", u"exec $window --volume \"$(printf 'a\\377.db')\""_s,
-             u"2|velmora: a\\xff.db is no UTF-8 text\n"_s},
+             u"2|velmora: a\\xff.db is not valid UTF-8\n"_s},
             {"data folder",
              u"bad=\"$(printf '\\377')\" && mkdir \"$bad\" && cp $cli \"$bad/cli\" && "
              "XDG_DATA_HOME=\"$PWD/$bad\" \"$bad/cli\" profile list 2> told; status=$?; "
-             "grep -o 'VelmoraDb.db is no UTF-8 text' told >&2; rm -r \"$bad\" told; "
+             "grep -o 'VelmoraDb.db is not valid UTF-8' told >&2; rm -r \"$bad\" told; "
              "exit $status"_s,
-             u"2|VelmoraDb.db is no UTF-8 text\n"_s},
+             u"2|VelmoraDb.db is not valid UTF-8\n"_s},
             {"folder",
              u"mkdir \"$(printf '\\377')\" && cd \"$(printf '\\377')\" && "
              "$cli --volume v.db foods import "_s +
