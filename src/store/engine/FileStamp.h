@@ -1,10 +1,10 @@
-// Which file a path leads to, and when it was last written.
+// Which file a path names, and when it was last written.
 #pragma once
 
 #include <QString>
 #include <optional>
 
-/// Two stamps are equal as long as nobody wrote to the file or put another one in its place.
+/// Two stamps are equal as long as nobody writes to the file or puts another one in its place.
 struct CFileStamp {
     quint64 device = 0;
     quint64 inode = 0;
@@ -17,5 +17,5 @@ struct CFileStamp {
     }
 };
 
-/// Follows symbolic links; nothing when the path leads nowhere.
+/// Follows symbolic links; nothing when there is no such file.
 std::optional<CFileStamp> StampOf(const QByteArray& path);

@@ -1,23 +1,24 @@
-// Identifiers that are given once. SQLite gives the largest one again when its row is deleted.
+// Row identifiers that are never reused. SQLite on its own reuses the largest one when its row is
+// deleted.
 #pragma once
 
 #include "store/engine/SqliteFile.h"
 
 struct CStorageState;
 
-/// The identifiers of one table. When the row with the largest one goes, that number is kept among
-/// the small values of the volume, owner 0; the rest of the time SQLite counts on by itself. The
-/// engine's state outlives this.
+/// The identifiers of one table. When the row with the largest one is deleted, that number is kept
+/// as a named value of the volume (owner 0); otherwise SQLite's own numbering is used. The engine's
+/// state outlives this.
 class CGivenIds {
   public:
-    /// `name` is that of the kept value.
+    /// `largestSql` selects the largest identifier in use, `name` is that of the kept value.
     CGivenIds(CStorageState& state, const char* largestSql, const char* name)
         : m_state(state), m_largestSql(largestSql), m_name(name) {}
 
-    /// Within the change that adds a row: the identifier to insert it with, or 0 when SQLite's own
-    /// choice is fine.
+    /// Within the change that adds a row: the identifier to insert it with, or 0 to let SQLite
+    /// choose.
     EPlatformError Choose(qint64& id);
-    /// Within the change that removes the row, before it is gone.
+    /// Within the change that removes the row, before it is removed.
     EPlatformError KeepBeforeRemoving(qint64 id);
     /// After a rollback, and when the file is closed.
     void Forget();

@@ -12,18 +12,18 @@
 #include <utility>
 
 namespace {
-// The format of a rollback journal; numbers are big-endian. A header fills a sector; behind it
-// come records of a page number, the page as it was before, and a checksum.
+// The format of a rollback journal; numbers are big-endian. The header fills a sector; then come
+// records of a page number, the page's old content and a checksum.
 constexpr char kMagic[] = "\xD9\xD5\x05\xF9\x20\xA1\x63\xD7";
 constexpr int kMagicSize = 8;
 constexpr int kHeaderSize = 28;
 constexpr quint32 kCountFromSize = 0xFFFFFFFF;  ///< as many records as the file holds
 constexpr int kRecordFrame = 8;                 ///< page number and checksum
-// At the end of a journal that is one of several files' stands the name of their common journal,
-// its length, a checksum, and the magic again.
+// The journal of a transaction over several files ends with the name of their common journal, its
+// length, a checksum, and the magic again.
 
 constexpr qint64 kVolumePage = 8192;
-/// Behind the page's kind and its first free block: the number of its cells.
+/// Offset of the number of cells in a page, after the page's kind and its first free block.
 constexpr int kCellCountAt = 3;
 
 bool IsPowerOfTwo(quint32 value, quint32 low, quint32 high) {
@@ -50,19 +50,19 @@ CJournalCheck::CJournalCheck(QByteArray journalPath, qint64 volumeSize, VolumeRe
 bool CJournalCheck::MayBePlayed() const {
     struct stat status {};
     QFile journal(QFile::decodeName(m_path));
-    // What is no file, or cannot be read, SQLite refuses.
+    // SQLite itself refuses a journal that is not a file or cannot be read.
     if (::stat(m_path.constData(), &status) != 0 || !S_ISREG(status.st_mode) ||
         !journal.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         return true;
     }
     const QByteArray bytes = journal.read(kHeaderSize);
     if (bytes.isEmpty() || bytes[0] == '\0') {
-        return true;  // its unit is over
+        return true;  // its transaction has ended
     }
     journal.seek(std::max<qint64>(0, journal.size() - kMagicSize));
     const bool isOneOfSeveral = journal.read(kMagicSize) == QByteArrayView(kMagic);
     if (bytes.size() < kHeaderSize || !bytes.startsWith(kMagic) || isOneOfSeveral) {
-        return false;  // no journal of ours
+        return false;  // not a journal of ours
     }
     const auto number = [&bytes](int at) { return qFromBigEndian<quint32>(bytes.data() + at); };
     const CHeader header{number(8), number(16), number(20), number(24)};
@@ -70,7 +70,7 @@ bool CJournalCheck::MayBePlayed() const {
 }
 
 bool CJournalCheck::IsOfVolume(QFile& journal, const CHeader& header) const {
-    // The unit that creates a volume: it leaves an empty file.
+    // The transaction that creates a volume; undoing it leaves an empty file.
     if (header.volumePages == 0) {
         return IsUnfilled();
     }
@@ -93,7 +93,7 @@ bool CJournalCheck::IsOfVolume(QFile& journal, const CHeader& header) const {
     return m_volumeSize > 0;
 }
 
-// The table of databases is on page 2 from the start.
+// The table of databases is always on page 2.
 bool CJournalCheck::IsUnfilled() const {
     const QByteArray count = m_readVolume(kVolumePage + kCellCountAt, sizeof(quint16));
     return count.size() < qsizetype{sizeof(quint16)} || qFromBigEndian<quint16>(count.data()) == 0;

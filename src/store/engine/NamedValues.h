@@ -1,5 +1,4 @@
-// Small values that no record has a place for, in one table of the volume: find texts, kept
-// answers and the like.
+// Small values that belong to no record, in one table of the volume: find texts, kept answers.
 #pragma once
 
 #include <QString>
@@ -9,25 +8,25 @@
 #include "store/engine/StorageEngine.h"
 
 /// A value has an owner, the database identifier of a profile or 0 for the volume, and a name,
-/// which is not empty. The engine's state outlives this. Writes are part of an open group.
+/// which is not empty. The engine's state outlives this. A write joins an open group, or is a unit
+/// of work by itself.
 ///
 /// Invariants:
-/// 1. The table is created with the first value. A volume without it is complete, and its version
-///    stays the same: a program that does not know the table keeps it.
-/// 2. Values count for the profile alone that they were written for. A program that does not know
-///    the table leaves the values of a profile that it deletes behind, and may give the profile's
-///    identifier to another; so the name of the profile is stored among its values, and values
-///    under another name are ignored.
+/// 1. The table is created with the first value. A volume without it is complete and has the same
+///    version; a program that does not know the table leaves it alone.
+/// 2. A value is read only for the profile it was written for. A program that does not know the
+///    table leaves the values of a profile that it deletes, and may reuse the profile's identifier;
+///    so the profile's name is stored with its values, and values under another name are ignored.
 class CNamedValues {
   public:
     explicit CNamedValues(CStorageState& state) : m_state(state) {}
 
     /// Nothing when there is no such value or it cannot be read.
     [[nodiscard]] std::optional<QString> Read(ObjectId owner, const QString& name);
-    /// Platform error numbers.
     EPlatformError Write(ObjectId owner, const QString& name, const QString& value);
+    /// Deletes all values of an owner.
     EPlatformError DropOwner(ObjectId owner);
-    /// Write as a part of the change under way.
+    /// Write, called from within the change of a unit of work.
     EPlatformError WriteInUnit(ObjectId owner, const QString& name, const QString& value);
 
   private:

@@ -8,8 +8,7 @@ struct CErrorRow {
     EPlatformError platformError;
 };
 
-// Primary codes unless an extended one means something else; an extended row stands above its
-// primary code's.
+// Primary codes; an extended code that means something else has a row above its primary code's.
 constexpr CErrorRow kErrorTable[] = {
     {SQLITE_OK, kErrorSuccess},
     {SQLITE_ROW, kErrorSuccess},
@@ -30,7 +29,7 @@ constexpr CErrorRow kErrorTable[] = {
     {SQLITE_TOOBIG, kErrorInvalidParameter},
     {SQLITE_RANGE, kErrorInvalidParameter},
     {SQLITE_MISUSE, kErrorInvalidParameter},
-    // Our statements are fixed, so these only come from tables that are not as we made them.
+    // Our statements are fixed, so these come only from tables that differ from what we created.
     {SQLITE_CORRUPT, kErrorCorrupt},
     {SQLITE_ERROR, kErrorCorrupt},
     {SQLITE_SCHEMA, kErrorCorrupt},

@@ -100,7 +100,7 @@ EPlatformError CPositionIndex::LowerBound(qint64 key, int& position) {
         position = 0;
         return kErrorSuccess;
     }
-    // All before this block are below the key, all behind it are not.
+    // All entries before this block are below the key, none after it is.
     if (const EPlatformError error = LoadEntries(block); error != kErrorSuccess) {
         return error;
     }
@@ -122,7 +122,7 @@ EPlatformError CPositionIndex::Insert(const CIndexEntry& entry) {
         return error;
     }
     if (m_blocks[target]->count == kBlockCapacity) {
-        // Records mostly arrive in order: the full last block then stays full.
+        // Records mostly arrive in order: leave the last block full and begin a new one.
         if (next == m_blocks.end() && m_blocks[target]->entries.back().key <= entry.key) {
             Append(entry);
             return kErrorSuccess;

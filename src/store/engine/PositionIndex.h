@@ -1,13 +1,13 @@
-// The order of one database's records: which record stands at which position.
+// The order of one database's records: which record is at which position.
 //
-// Entries (key, record) stand in ascending order of key, equal keys in order of insertion, in
-// blocks of up to kBlockCapacity. A block is one row of the file; its first key and its count
-// stand beside the entries, so that the whole directory is read without them.
+// Entries (key, record) are kept in ascending order of key, equal keys in order of insertion, in
+// blocks of up to kBlockCapacity. A block is one row of the file; its first key and its count have
+// columns of their own, so that the directory of blocks is read without the entries.
 //
 // Invariants:
 // 1. No block is empty; first keys ascend; ordinals ascend strictly, with gaps to insert into.
 // 2. A block's entries are loaded when they are first needed, and checked against its row.
-// 3. What is in memory and not in the file is in m_changed, m_removed or m_isRenumbered.
+// 3. Every difference between memory and file is noted in m_changed, m_removed or m_isRenumbered.
 #pragma once
 
 #include <memory>
@@ -23,7 +23,7 @@ struct CIndexEntry {
     qint64 record;
 };
 
-/// The statements that every index shares, prepared once a mount.
+/// The statements that every index shares, prepared once per mount.
 struct CBlockStatements {
     CStatement readDirectory;
     CStatement readEntries;
@@ -36,8 +36,7 @@ struct CBlockStatements {
     void Release();
 };
 
-/// Operations return platform error numbers. After a rollback of the file an index is wrong and
-/// must be thrown away.
+/// After a rollback of the file an index is wrong and must be discarded.
 class CPositionIndex {
   public:
     CPositionIndex(CSqliteFile& file, CBlockStatements& statements, qint64 database);
@@ -50,7 +49,7 @@ class CPositionIndex {
     EPlatformError EntryAt(int position, CIndexEntry& entry);
     /// First position whose key is not below `key`; Count() when all are below.
     EPlatformError LowerBound(qint64 key, int& position);
-    /// Inserts behind all entries of the same key.
+    /// Inserts after all entries of the same key.
     EPlatformError Insert(const CIndexEntry& entry);
     EPlatformError RemoveAt(int position);
     /// Writes what changed into the file, within the caller's transaction.

@@ -3,7 +3,7 @@
 #include "store/engine/RecordCodec.h"
 
 namespace {
-/// Neighbours passed over rather than searched past.
+/// Records up to this many identifiers ahead are reached by stepping, others by a new search.
 constexpr qint64 kReach = 4;
 }  // namespace
 
@@ -39,7 +39,7 @@ EPlatformError CRecordReader::Read(qint64 record, PropertyList& properties, int 
 void CRecordReader::Pause() {
     if (m_isOpen) {
         m_isOpen = false;
-        // Whatever went wrong was told by the read that met it.
+        // The failing read has already reported the error.
         (void)m_statement.Finish();
     }
 }

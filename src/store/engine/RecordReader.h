@@ -4,8 +4,8 @@
 #include "store/engine/PropertyValue.h"
 #include "store/engine/SqliteFile.h"
 
-/// Lists are read in the order in which their records were added, mostly. So the statement of one
-/// read stays open for the next, which then costs a step instead of a search.
+/// Records are mostly read in the order in which they were added. So the statement of one read
+/// stays open for the next, which then costs a step instead of a search.
 class CRecordReader {
   public:
     EPlatformError Prepare(CSqliteFile& file);
@@ -13,7 +13,7 @@ class CRecordReader {
 
     /// kErrorFileNotFound when there is no such record; `most` as in CStorageEngine::ReadRecord.
     EPlatformError Read(qint64 record, PropertyList& properties, int most);
-    /// Closes the statement: to be called before every change of the file.
+    /// Resets the statement. Call before every change of the file.
     void Pause();
 
   private:

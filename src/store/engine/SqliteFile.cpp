@@ -23,8 +23,8 @@ constexpr char kSchema[] =
     " entries BLOB NOT NULL);"
     "CREATE INDEX directory ON blocks(database, ordinal, firstKey, count);";
 
-// FULL syncs the journal, the file and the journal's invalidation, so a commit is on the medium
-// when it returns. The cache is 8 MB: an import's working set, yet no growth with the file.
+// FULL syncs the journal, the file and the journal's invalidation, so a commit is durable when it
+// returns. The cache is 8 MB: the working set of an import, whatever the size of the file.
 constexpr char kSettings[] =
     "PRAGMA synchronous=FULL;"
     "PRAGMA cell_size_check=ON;"
@@ -37,7 +37,7 @@ bool HasJournal(const QByteArray& path) {
     return journal.exists() && journal.size() > 0;
 }
 
-/// False when something is there already.
+/// False when the path is taken or the file cannot be created.
 bool CreateFile(const QByteArray& path) {
     constexpr mode_t kMode = 0644;  // as SQLite's own
     const int file = ::open(path.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, kMode);
@@ -46,12 +46,12 @@ bool CreateFile(const QByteArray& path) {
 }  // namespace
 
 CSqliteFile::~CSqliteFile() {
-    (void)Close();  // nobody is left to hear of a failure
+    (void)Close();  // a destructor cannot report a failure
 }
 
 EPlatformError CSqliteFile::Open(const QString& path) {
-    // What starts with a slash or a point is taken for a URI or a special name by neither SQLite
-    // nor Qt. The current folder itself may have a name that cannot be decoded.
+    // Neither SQLite nor Qt takes a path that starts with a slash or a point for a URI or a special
+    // name. An absolute path would not do: the current folder's name may not be decodable.
     const QString plainPath = path.startsWith(u'/') ? path : QLatin1StringView("./") + path;
     m_path = QFile::encodeName(plainPath);
     m_keptJournal.clear();
@@ -68,7 +68,7 @@ EPlatformError CSqliteFile::Open(const QString& path) {
     }
     if (error != kErrorSuccess) {
         Rollback();
-        // Who has it in use may have begun to fill it.
+        // Another program that uses the file may have begun to fill it.
         if (error != kErrorSharingViolation) {
             RemoveCreated();
         }
@@ -80,7 +80,7 @@ EPlatformError CSqliteFile::Open(const QString& path) {
 void CSqliteFile::RemoveCreated() {
     const std::optional<CFileStamp> now = StampOf(m_path);
     if (m_created && now && now->IsSameFile(*m_created)) {
-        // Gone by our own hand: the journal goes with it when the file is closed.
+        // Stop watching: it is us who remove the file, and its journal goes when it is closed.
         (void)m_watch.Detach();
         ::unlink(m_path.constData());
     }
@@ -97,7 +97,7 @@ EPlatformError CSqliteFile::OpenConnection() {
         return kErrorAccessDenied;
     }
     sqlite3_extended_result_codes(m_connection, 1);
-    // A file from elsewhere may bring more than tables.
+    // A file from elsewhere may contain triggers and views.
     sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     for (const int feature : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_TRIGGER,
                               SQLITE_DBCONFIG_ENABLE_VIEW}) {
@@ -106,9 +106,9 @@ EPlatformError CSqliteFile::OpenConnection() {
     return kErrorSuccess;
 }
 
-// The header is judged before SQLite touches the file and again under the lock, when a journal
-// left by a process that died has been played back. Only the creation of a volume can leave a
-// blank header behind, and only with its journal.
+// The header is checked before SQLite touches the file and again under the lock, after a journal
+// left by a killed process has been played back. Only an interrupted creation of a volume leaves a
+// blank header, and it leaves its journal too.
 EPlatformError CSqliteFile::LockAndCheck() {
     bool isEmpty = false;
     EPlatformError error = CheckHeader(HasJournal(m_path), isEmpty);
@@ -116,7 +116,7 @@ EPlatformError CSqliteFile::LockAndCheck() {
         error = AdmitJournal();
     }
     if (error == kErrorSuccess) {
-        // The page size matters to a new file alone: see kBlockCapacity.
+        // The page size affects only a new file: see kBlockCapacity.
         error = Execute("PRAGMA page_size=8192; PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE;");
     }
     if (error == kErrorSuccess) {
@@ -128,8 +128,8 @@ EPlatformError CSqliteFile::LockAndCheck() {
     return error == kErrorSuccess ? Commit() : error;
 }
 
-// The file's own lock keeps writers out from the look at the journal until SQLite, which finds the
-// lock taken, has looked at it as well.
+// The shared lock keeps writers out from this check of the journal until SQLite has made its own;
+// SQLite finds the lock already taken and keeps it.
 EPlatformError CSqliteFile::AdmitJournal() {
     sqlite3_file* file = OwnFile();
     int isWriting = 0;
@@ -150,8 +150,7 @@ EPlatformError CSqliteFile::AdmitJournal() {
     return check.MayBePlayed() ? kErrorSuccess : check.KeepAside(m_keptJournal);
 }
 
-// SQLite's own descriptor: closing another one of the same file would drop the locks that this
-// process holds on it.
+// SQLite's own descriptor: closing a second one of the same file would drop this process's locks.
 sqlite3_file* CSqliteFile::OwnFile() const {
     sqlite3_file* file = nullptr;
     sqlite3_file_control(m_connection, "main", SQLITE_FCNTL_FILE_POINTER, &file);
@@ -179,7 +178,7 @@ EPlatformError CSqliteFile::CheckHeader(bool mayBeBlank, bool& isEmpty) const {
     }
     sqlite3_int64 size = 0;
     int result = file->pMethods->xFileSize(file, &size);
-    // SQLite calls a file of one byte empty.
+    // SQLite reports the size of a one-byte file as 0.
     uchar first = 0;
     isEmpty = size == 0 && file->pMethods->xRead(file, &first, 1, 0) != SQLITE_OK;
     if (result != SQLITE_OK || isEmpty) {
@@ -194,7 +193,7 @@ EPlatformError CSqliteFile::CheckHeader(bool mayBeBlank, bool& isEmpty) const {
 }
 
 EPlatformError CSqliteFile::Close() {
-    // A journal at the path of a file that is not ours any more may be somebody else's.
+    // When the file at the path is no longer ours, the journal there may not be ours either.
     if (m_watch.Detach() != EVolumeState::Sound) {
         (void)Execute("PRAGMA journal_mode=PERSIST");  // a failure leaves the mode as it is
     }
@@ -232,7 +231,7 @@ EPlatformError CSqliteFile::Commit() {
 
 void CSqliteFile::Rollback() {
     if (m_connection != nullptr && sqlite3_get_autocommit(m_connection) == 0) {
-        // A rollback that fails leaves its journal, which the next use of the file plays back.
+        // A failed rollback leaves its journal, which is played back when the file is next used.
         (void)Execute("ROLLBACK");
     }
 }
@@ -248,8 +247,8 @@ EPlatformError CSqliteFile::Prepare(const char* sql, sqlite3_stmt*& statement) {
 
 EPlatformError CSqliteFile::ErrorOf(int sqliteResult) const {
     const EPlatformError error = PlatformErrorOf(sqliteResult);
-    // SQLite knows a full disk by ENOSPC alone; a quota or a limit is the same to a user. It keeps
-    // the system's number of some failures only, but errno still holds that of the last.
+    // SQLite reports a full disk for ENOSPC only; to a user a quota or a limit is the same. It does
+    // not keep the system's error number of every failure, but errno still holds the last one.
     const bool isFull = error == kErrorInputOutput && (errno == EDQUOT || errno == EFBIG);
     if (error != kErrorSuccess && GetState() == EVolumeState::Overwritten) {
         return kErrorFileInvalid;

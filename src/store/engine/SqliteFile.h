@@ -1,5 +1,5 @@
 // The SQLite file under the engine: opening it safely, transactions, and statements that are
-// prepared once. Results are platform error numbers.
+// prepared once.
 #pragma once
 
 #include <QByteArrayView>
@@ -20,36 +20,36 @@ class CSqliteFile {
     CSqliteFile(const CSqliteFile&) = delete;
     CSqliteFile& operator=(const CSqliteFile&) = delete;
 
-    /// Opens a volume; a missing or empty file becomes one. A refused file keeps every byte, and a
-    /// file that this call created goes again when it fails.
+    /// Opens a volume; a missing or empty file becomes one. A refused file is not changed, and a
+    /// file that this call created is removed again when it fails.
     EPlatformError Open(const QString& path);
-    /// Takes the file away again if Open created it: for a volume that could not be filled.
+    /// Removes the file if Open created it: for a volume that could not be filled.
     void RemoveCreated();
-    /// All statements must be gone.
+    /// All statements must have been released.
     EPlatformError Close();
     [[nodiscard]] bool IsOpen() const { return m_connection != nullptr; }
 
-    /// kErrorFileInvalid when the path no longer leads to this file as our last write left it.
+    /// kErrorFileInvalid when the path no longer names this file as our last write left it.
     EPlatformError CheckPlace();
-    /// As of the last look. Of an overwritten file nothing more can be read.
+    /// As of the last check. Nothing more can be read from an overwritten file.
     [[nodiscard]] EVolumeState GetState() const { return m_watch.GetState(); }
     void SetOverwritten() { m_watch.SetOverwritten(); }
-    /// Writes what the open file holds to another one. Not within a transaction.
+    /// Copies the content of the open file to another one. Not within a transaction.
     EPlatformError CopyTo(const QString& path);
 
     EPlatformError Begin();
     EPlatformError Commit();
-    /// Safe when SQLite has rolled back on its own already.
+    /// Safe when SQLite has already rolled back by itself.
     void Rollback();
 
     EPlatformError Execute(const char* sql);
     EPlatformError Prepare(const char* sql, sqlite3_stmt*& statement);
-    /// Bytes as the file has them, past every cache; fewer than `size` at its end.
+    /// Reads the file past every cache; fewer bytes than `size` at its end, none on failure.
     [[nodiscard]] QByteArray ReadRaw(qint64 offset, qint64 size) const;
     /// The journal of another volume that Open found beside this one and renamed: its new path.
     /// Empty when there was none.
     [[nodiscard]] QString GetKeptJournal() const;
-    /// The platform number of a result that the connection gave last.
+    /// The platform number of the connection's latest result.
     EPlatformError ErrorOf(int sqliteResult) const;
     [[nodiscard]] qint64 GetLastRowId() const;
 

@@ -22,7 +22,7 @@ bool IsSortable(quint32 sortPropertyId) {
 CStorageEngine::CStorageEngine() : m_state(std::make_unique<CStorageState>()) {}
 
 CStorageEngine::~CStorageEngine() {
-    (void)Unmount();  // nobody is left to hear of a failure
+    (void)Unmount();  // a destructor cannot report a failure
 }
 
 EPlatformError CStorageEngine::Mount(const QString& path) {
@@ -131,7 +131,7 @@ EPlatformError CStorageEngine::ListDatabases(quint32 type, std::vector<CDatabase
     return list.Finish();
 }
 
-// A damaged database can be deleted too: the records that its index no longer names stay behind,
+// A damaged database can be deleted too; records that its index no longer lists stay in the file,
 // unreachable.
 EPlatformError CStorageEngine::DeleteDatabase(ObjectId database) {
     CStorageState::COpenDatabase* opened = nullptr;

@@ -1,17 +1,17 @@
 // The engine under the record store: named, typed databases of typed records in one SQLite file.
-// It knows no food.
+// It knows nothing of what the records mean.
 //
 // Invariants:
-// 1. A write that reported success outside a group survives the end of the process and of power.
+// 1. A write that reported success outside a group survives a kill and a loss of power.
 // 2. A group becomes durable as a whole at EndGroup, or not at all.
-// 3. Records stand in ascending order of property 0; equal keys in order of insertion.
+// 3. Records are in ascending order of property 0, equal keys in order of insertion.
 // 4. Seek, lower bound, insert and delete cost O(log n); mounting reads no record, and the first
 //    use of a database reads only the directory of its position blocks.
 // 5. One process holds the volume; another one gets kErrorSharingViolation and changes nothing.
 // 6. A file that is not a volume, or is of a newer version, is refused and left as it is.
-// 7. When the open file is removed, replaced or written over by somebody else, no write succeeds:
-//    each gets kErrorFileInvalid. Of a file written over nothing is read or written any more.
-// 8. A journal is played into the volume it was written for, and into no other file.
+// 7. When another program removes, replaces or overwrites the open file, every write fails with
+//    kErrorFileInvalid. From an overwritten file nothing more is read either.
+// 8. A journal is played back only into the volume it was written for.
 #pragma once
 
 #include <QString>
@@ -24,7 +24,7 @@
 
 struct CStorageState;
 
-using ObjectId = qint64;  ///< of a database or a record; 0 stands for none
+using ObjectId = qint64;  ///< of a database or a record; 0: none
 
 inline constexpr int kMaximumDatabaseName = 31;
 
@@ -35,10 +35,7 @@ struct CDatabaseInfo {
     quint32 sortPropertyId = 0;  ///< property 0 with an integer or date type
 };
 
-/// Identifiers of databases and records are given once.
-///
-/// Every operation returns a platform error number, kErrorSuccess when it went well, unless it
-/// says otherwise. Keys are property 0 widened to 64 bits.
+/// Identifiers of databases and records are never reused. Keys are property 0 widened to 64 bits.
 class CStorageEngine {
   public:
     CStorageEngine();
@@ -47,12 +44,12 @@ class CStorageEngine {
     /// Creates the file when it is missing.
     EPlatformError Mount(const QString& path);
     EPlatformError Unmount();
-    /// Unmounts, and takes the file away again if Mount created it.
+    /// Unmounts, and removes the file if Mount created it.
     EPlatformError Discard();
     [[nodiscard]] bool IsMounted() const;
-    /// What had become of the open file when it was last looked at.
+    /// What had become of the open file when it was last checked.
     [[nodiscard]] EVolumeState GetVolumeState() const;
-    /// See SaveVolumeCopy. Outside of groups that have written only.
+    /// See SaveVolumeCopy. kErrorInvalidParameter inside a group that has written.
     EPlatformError SaveCopy(const QString& path);
     /// See CSqliteFile.
     [[nodiscard]] QString GetKeptJournal() const;
@@ -77,12 +74,12 @@ class CStorageEngine {
     EPlatformError FindRecord(ObjectId database, ObjectId record, int& position);
     /// Key at a position.
     EPlatformError KeyAt(ObjectId database, int position, qint64& key);
-    /// Reads the first `most` values only: the list has the length of the record, and what lies
-    /// past them is unspecified.
+    /// Reads the first `most` values only: the list has the length of the record, and the rest of
+    /// it is unspecified. kErrorFileNotFound when there is no such record.
     EPlatformError ReadRecord(ObjectId record, PropertyList& properties, int most = kAllProperties);
-    /// Adds a record; its identifier comes back in `record`.
+    /// Sets `record` to the identifier of the new record.
     EPlatformError AddRecord(ObjectId database, const PropertyList& properties, ObjectId& record);
-    /// Writes over a record, moving it when its key changed.
+    /// Overwrites a record and moves it when its key changed.
     EPlatformError ReplaceRecord(ObjectId database, ObjectId record,
                                  const PropertyList& properties);
     EPlatformError DeleteRecord(ObjectId database, ObjectId record);
@@ -95,7 +92,7 @@ class CStorageEngine {
     /// Undoes the whole group at once, nested or not, as a failed write in it does.
     EPlatformError UndoGroup();
 
-    /// What CNamedValues works on, which lives as long as the engine.
+    /// For CNamedValues; lives as long as the engine.
     [[nodiscard]] CStorageState& State() { return *m_state; }
 
   private:

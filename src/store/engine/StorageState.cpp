@@ -127,8 +127,8 @@ EPlatformError CStorageState::DeleteAllRecords(COpenDatabase& opened) {
     return opened.index.Flush();
 }
 
-// Whether the file is still the one we left is asked before the first byte of a unit is written
-// and again before the unit counts.
+// The file is checked to be still as we left it before a unit writes its first byte and again
+// before it commits.
 EPlatformError CStorageState::BeginUnit() {
     isInUnit = true;
     EPlatformError error = file.CheckPlace();

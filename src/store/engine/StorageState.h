@@ -12,35 +12,37 @@
 #include "store/engine/StorageEngine.h"
 #include "store/engine/VolumeGeneration.h"
 
-/// Owned by the engine. Operations return platform error numbers.
+/// Owned by the engine.
 struct CStorageState {
     struct COpenDatabase {
         CPositionIndex index;
         int lastSought = 0;
     };
 
-    /// kErrorFileInvalid when what the file holds is not ours any more.
+    /// kErrorInvalidParameter when nothing is mounted, kErrorFileInvalid when another program has
+    /// overwritten the file.
     EPlatformError CheckReadable() const;
     EPlatformError PrepareStatements();
     void ReleaseStatements();
-    /// Loads the index at the first use; `opened` holds until the database goes or a write fails.
+    /// Loads the index at first use; `opened` is valid until the database is deleted or a write
+    /// fails.
     EPlatformError Open(ObjectId database, COpenDatabase*& opened);
-    /// A record's place is found again by its key, and among many equal keys by the position
-    /// sought last: callers write over or delete what they have just sought.
+    /// Finds a record by its key, after trying the position sought last: callers overwrite or
+    /// delete what they have just sought, and equal keys may be many.
     EPlatformError Locate(COpenDatabase& opened, ObjectId record, int& position,
                           CIndexEntry& entry);
     EPlatformError RemoveRecord(ObjectId record);
     EPlatformError DeleteAllRecords(COpenDatabase& opened);
     /// Begins the transaction of a unit of work, at its first change.
     EPlatformError BeginUnit();
-    /// Commits what the unit changed, if anything.
+    /// Commits what the unit has changed, if anything. On failure the caller calls Abandon.
     EPlatformError CommitUnit();
-    /// Rolls back. The indexes hold what the file has not kept; they are read again when they are
-    /// needed.
+    /// Rolls back, and drops the indexes, which no longer match the file; they are loaded again
+    /// when needed.
     void Abandon();
 
-    /// Runs a change as a transaction of its own, or as part of the group. What can be refused
-    /// without touching the file is refused before and leaves a group as it is.
+    /// Runs a change as a unit of work by itself or as part of the open group; a failure undoes the
+    /// whole group. So callers first refuse whatever they can without touching the file.
     template <typename Change>
     EPlatformError Write(Change change) {
         if (groupError != kErrorSuccess) {

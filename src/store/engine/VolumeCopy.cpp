@@ -35,7 +35,7 @@ EPlatformError CheckIntegrity(CSqliteFile& file) {
     return error == kErrorSuccess && !isSound ? kErrorCorrupt : error;
 }
 
-/// kErrorInputOutput when the copy does not hold what the volume holds.
+/// kErrorInputOutput when the copy's content differs from the volume's.
 EPlatformError Compare(CSqliteFile& volume, const QString& copyPath) {
     CSqliteFile copy;
     std::vector<qint64> wanted;
@@ -61,12 +61,12 @@ EPlatformError SaveVolumeCopy(CSqliteFile& volume, const QString& path) {
     if (error == kErrorSuccess) {
         error = Compare(volume, part);
     }
-    // Takes the place of a file of that name at once.
+    // A rename replaces an existing file in one step.
     if ((error == kErrorSuccess || error == kErrorCorrupt) &&
         std::rename(QFile::encodeName(part).constData(), QFile::encodeName(path).constData()) !=
             0) {
         error = kErrorAccessDenied;
     }
-    QFile::remove(part);  // unless it has its name
+    QFile::remove(part);  // only there when something failed
     return error;
 }

@@ -3,7 +3,7 @@
 
 #include "store/engine/SqliteFile.h"
 
-/// Writes what `volume` holds to `path` by way of a file beside it, which is opened again, checked
-/// and compared before it takes the name. Returns a platform error number; kErrorCorrupt when the
-/// copy stands there and is as damaged as the volume.
+/// Copies `volume` to a file beside `path`, reopens, checks and compares it, then renames it to
+/// `path`, replacing a file of that name. kErrorCorrupt when the copy was saved but is as damaged
+/// as the volume.
 EPlatformError SaveVolumeCopy(CSqliteFile& volume, const QString& path);

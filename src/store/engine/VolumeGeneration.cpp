@@ -21,7 +21,7 @@ EPlatformError CVolumeGeneration::Load() {
         }
         error = read.Finish();
     }
-    // Damage here says nothing about the records; it stops the first write.
+    // A damaged row does not affect reading records; the first write fails.
     return error == kErrorCorrupt ? kErrorSuccess : error;
 }
 
@@ -41,13 +41,13 @@ EPlatformError CVolumeGeneration::FindPage() {
     return find.Finish();
 }
 
-// The row keeps its place, so the whole page is rarely needed.
+// The row is mostly where it was found last, so the whole page is rarely read.
 bool CVolumeGeneration::IsInPlace() {
     if (!m_stored) {
         return true;
     }
     const auto isOurs = [this](const std::optional<CVolumeIdentity>& row) {
-        // The next one is there when a unit failed and could not be rolled back yet.
+        // The next row is there when a failed unit could not be rolled back yet.
         return row == *m_stored || row == m_next;
     };
     if (isOurs(CVolumeIdentity::FindIn(m_file.ReadRaw(m_place, CVolumeIdentity::kSize)))) {

@@ -1,24 +1,23 @@
-// The identity row of the open volume, and its turn from one unit of work to the next.
+// The identity row of the open volume, which every unit of work advances by one generation.
 #pragma once
 
 #include "store/engine/SqliteFile.h"
 #include "store/engine/VolumeIdentity.h"
 
-/// Operations return platform error numbers.
 class CVolumeGeneration {
   public:
     explicit CVolumeGeneration(CSqliteFile& file) : m_file(file) {}
 
-    /// Reads the row. A volume of an older program has none, and neither has a new one.
+    /// Reads the row. A new volume has none, nor has one that only an older program has written.
     EPlatformError Load();
     void Release();
-    /// False when the file holds another row than we left there.
+    /// False when the row in the file is not the one that we left there.
     [[nodiscard]] bool IsInPlace();
-    /// Begins a unit of work: to be called before its first change, so that the row's page comes
-    /// first in the journal. A volume without a row gets one, in a transaction before that of the
-    /// unit, so that the unit's own journal is tied to it.
+    /// Begins a unit of work. Call before its first change, so that the row's page comes first in
+    /// the journal. A volume without a row gets one in an earlier transaction, so that the unit's
+    /// journal is already tied to it.
     EPlatformError Begin();
-    /// The unit is durable.
+    /// Call when the unit is durable.
     void Confirm();
 
   private:

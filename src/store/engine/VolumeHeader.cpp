@@ -5,12 +5,12 @@
 #include <cstring>
 
 namespace {
-// Places in the header of an SQLite file; numbers in it are big-endian.
+// Offsets in the header of an SQLite file; its numbers are big-endian.
 constexpr int kWriteFormatAt = 18;
 constexpr int kReadFormatAt = 19;
 constexpr int kUserVersionAt = 60;
 constexpr int kApplicationIdAt = 68;
-constexpr char kMagic[] = "SQLite format 3";  // its final NUL belongs to it
+constexpr char kMagic[] = "SQLite format 3";  // with its final NUL
 }  // namespace
 
 bool IsBlank(const VolumeHeader& header) {
@@ -26,8 +26,8 @@ EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize) {
     if (version != kVolumeVersion) {
         return version > kVolumeVersion ? kErrorNewerVersion : kErrorBadFormat;
     }
-    // We never write any other format; with one, SQLite would make files beside this one. It would
-    // take a file without a whole header for an empty one.
+    // Format 1 is the only one we write; with another, SQLite would create files beside this one.
+    // A file shorter than its header SQLite would treat as empty.
     if (header[kWriteFormatAt] != 1 || header[kReadFormatAt] != 1 || fileSize < kVolumeHeaderSize) {
         return kErrorCorrupt;
     }

@@ -12,6 +12,6 @@ inline constexpr int kVolumeHeaderSize = 100;
 using VolumeHeader = std::array<uchar, kVolumeHeaderSize>;
 
 [[nodiscard]] bool IsBlank(const VolumeHeader& header);
-/// kErrorBadFormat for what is not a volume, kErrorNewerVersion, or kErrorCorrupt. `fileSize` in
-/// bytes; what a shorter file lacks of the header is zero.
+/// kErrorBadFormat for a file that is not a volume, kErrorNewerVersion, or kErrorCorrupt.
+/// `fileSize` in bytes; a header beyond the end of a shorter file is filled up with zeros.
 EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize);

@@ -7,7 +7,7 @@
 namespace {
 constexpr std::array<char, 16> kMarker = {'\x9A', 'V', '\x1D', 'l', 'm', '\xE3', 'r',    'a',
                                           '\x07', 'i', '\xF0', 'd', 'n', '\x84', '\x3B', '\xC6'};
-// Places in the row; numbers are little-endian.
+// Offsets in the row; numbers are little-endian.
 constexpr int kVolumeAt = 16;
 constexpr int kGenerationAt = 32;
 constexpr int kNonceAt = 40;

@@ -3,7 +3,7 @@
 /// What has become of the open volume.
 enum class EVolumeState {
     Sound,
-    Removed,      ///< its path leads nowhere; the open file still holds everything
-    Replaced,     ///< its path leads to another file; the open file still holds everything
-    Overwritten,  ///< the file has content of somebody else; stays so until the volume is closed
+    Removed,      ///< no file at its path; the open file still holds everything
+    Replaced,     ///< another file at its path; the open file still holds everything
+    Overwritten,  ///< another program wrote into the file; stays so until the volume is closed
 };

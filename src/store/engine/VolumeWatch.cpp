@@ -42,7 +42,7 @@ const CVolumeWatch::CMethods& CVolumeWatch::MethodsOf(sqlite3_file* file) {
     return *static_cast<const CMethods*>(file->pMethods);
 }
 
-// The look comes after the read: who wrote before it has changed the file's time by then.
+// Looks after the read: a write that the read has seen has changed the file's time by then.
 int CVolumeWatch::Read(sqlite3_file* file, void* data, int size, sqlite3_int64 offset) {
     const CMethods& methods = MethodsOf(file);
     const int result = methods.original->xRead(file, data, size, offset);

@@ -1,5 +1,5 @@
-// Notices when somebody else puts a file in the open volume's place or writes into it: a sync
-// client, a restored back-up.
+// Notices when another program replaces the open volume or writes into it: a sync client, a
+// restored backup.
 #pragma once
 
 #include <sqlite3.h>
@@ -9,8 +9,8 @@
 #include "store/engine/FileStamp.h"
 #include "store/engine/VolumeState.h"
 
-/// Stands between SQLite and its file while attached. From the moment at which the file has been
-/// written by somebody else, not a byte is read from it or written to it.
+/// While attached it sits between SQLite and its file. Once another program has written to the
+/// file, nothing is read from it or written to it any more.
 class CVolumeWatch {
   public:
     CVolumeWatch() = default;
@@ -18,18 +18,17 @@ class CVolumeWatch {
     CVolumeWatch(const CVolumeWatch&) = delete;
     CVolumeWatch& operator=(const CVolumeWatch&) = delete;
 
-    /// `file` is SQLite's own, open and locked, and was found under `path`.
+    /// `file` is SQLite's own, open and locked; `path` is where it was opened.
     void Attach(sqlite3_file* file, const QByteArray& path);
-    /// Must come before SQLite closes the file. A last look says what had become of it; Sound when
-    /// nothing was attached.
+    /// Call before SQLite closes the file. Returns the result of a last Look; Sound when nothing
+    /// was attached.
     EVolumeState Detach();
 
-    /// Looks at the path. The reads and writes of pages look for themselves whether the file was
-    /// overwritten.
+    /// Compares the file at the path with the stamp. Reads and writes of pages do so too.
     EVolumeState Look();
     /// As of the last look.
     [[nodiscard]] EVolumeState GetState() const { return m_state; }
-    /// For content that is not ours though nothing else shows it.
+    /// When the content shows that the file was overwritten, though the stamp does not.
     void SetOverwritten() { m_state = EVolumeState::Overwritten; }
 
   private:
