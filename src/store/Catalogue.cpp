@@ -14,7 +14,7 @@ qint32 ParentOf(const PropertyList& properties) {
     return parent != nullptr ? *parent : CViewSettings::kMarker;
 }
 
-// As toCaseFolded, without its look into the Unicode tables for every character of a plain text.
+// As toCaseFolded, but without its look-up in the Unicode tables for ASCII texts.
 void FoldCase(QString& text) {
     for (QChar& character : text) {
         const char16_t code = character.unicode();
@@ -87,14 +87,14 @@ CCategoryList CCatalogue::FillCategoryList(ECatalogueKind kind, qint32 categoryI
             return std::ssize(list.entries) < capacity ? ETake::Taken : ETake::Last;
         });
     SortWithoutCase(list.entries, [&numbers](const CCategoryListEntry& entry) {
-        // No text holds the separator, so a name stands before those that begin with it.
+        // No text contains the separator, so a name sorts before longer names that begin with it.
         return numbers.namesType ? entry.name + QChar(0) + entry.type : entry.name;
     });
     return list;
 }
 
-// Categories are contiguous, so names need comparing only with those of their own category, and
-// one category is read without the others.
+// Categories are contiguous, so a name is compared only with those of its own category, and one
+// category is read without the others.
 CUniqueNames CCatalogue::FillArrayWithUniqueNames(ECatalogueKind kind, qint32 categoryId,
                                                   int capacity) {
     const bool isAll = categoryId == -1;

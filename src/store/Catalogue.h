@@ -1,4 +1,4 @@
-// The items of the catalogue's four kinds: their databases, and the lists read from them.
+// The items of the catalogue's four kinds: their databases and the lists read from them.
 #pragma once
 
 #include "store/CatalogueLists.h"
@@ -16,10 +16,10 @@ class CCatalogue {
     CItemDatabase<CMenuItem>& Menus() { return m_menus; }
     CItemDatabase<CRecipeItem>& Recipes() { return m_recipes; }
     CItemDatabase<CExerciseItem>& Exlib() { return m_exlib; }
-    /// The items of a kind without their class: for code that serves all four kinds.
+    /// The database of a kind without the item's class: for code that serves all four kinds.
     CItemDatabaseBase& Items(ECatalogueKind kind);
-    /// Of a kind, without the settings and components that stand after them; with them when the
-    /// positions cannot be told apart.
+    /// Number of items of a kind, without the settings and components stored after them; with
+    /// those when the index cannot be read.
     int CountItems(ECatalogueKind kind);
 
     /// The items of a category, the first `capacity` of them, sorted by name and type (menus and
@@ -37,7 +37,7 @@ class CCatalogue {
         return FillArrayWithUniqueNames(ECatalogueKind::Exercises, categoryId);
     }
     /// The item of a category with exactly that name and type (menus and recipes: name alone);
-    /// -1 when there is none. `except` is a position to pass over.
+    /// -1 when there is none. `except` is a position to skip.
     int FindItem(ECatalogueKind kind, qint32 categoryId, const QString& name, const QString& type,
                  int except = -1);
 

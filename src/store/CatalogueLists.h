@@ -1,4 +1,4 @@
-// What the catalogue's lists hold.
+// The lists of the catalogue as values.
 #pragma once
 
 #include <QString>
@@ -7,7 +7,7 @@
 
 #include "store/LeftOut.h"
 
-// Capacities of the windows' lists; scripts and files take everything.
+// Capacities of the windows' lists; scripts and files have no limit.
 inline constexpr int kCatalogueListCapacity = 1024;
 inline constexpr int kDietListCapacity = 128;
 inline constexpr int kNoCapacity = std::numeric_limits<int>::max();

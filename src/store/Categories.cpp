@@ -21,7 +21,7 @@ bool CCategories::AddOrUpdate(int position, CCategory& category) {
             largestId = std::max(largestId, entry.id);
         }
         if (largestId >= CViewSettings::kMarker - 1) {
-            return false;  // only a damaged record numbers its category so high
+            return false;  // only a damaged record has so large an identifier
         }
         category.SetId(largestId + 1);
         if (Count() >= kMaximumCategories) {
@@ -29,7 +29,7 @@ bool CCategories::AddOrUpdate(int position, CCategory& category) {
             return false;
         }
     }
-    // The write's own result is not looked at: callers find the category in the list or not.
+    // The result is ignored: callers see in the list whether the category was stored.
     (void)Write(position, category);
     return true;
 }

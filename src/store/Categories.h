@@ -8,14 +8,14 @@
 #include "store/ItemDatabase.h"
 #include "store/records/Category.h"
 
-/// Identifiers are counted in each kind. Positions are valid until the next change.
+/// Each kind has its own identifiers, from 1 on. Positions are valid until the next change.
 class CCategories : public CItemDatabase<CCategory> {
   public:
     explicit CCategories(CRecordStore& store) : CItemDatabase(store, kCategoryLayout) {}
 
-    /// Adds (position -1) or updates a category. False without a message when its name exists in
-    /// the kind; with "Cannot add category. Maximum number of categories has been reached." at
-    /// 256 categories. `category` has its identifier afterwards.
+    /// Adds (position -1) or updates a category, and sets its identifier. An addition fails without
+    /// a message when the name exists in the kind, and at 256 categories with "Cannot add category.
+    /// Maximum number of categories has been reached.". A failed write still returns true.
     bool AddOrUpdate(int position, CCategory& category);
     /// In stored order, which is the order of creation.
     CCategoryEntries ReadEntries(ECatalogueKind kind);

@@ -12,7 +12,7 @@ constexpr qint64 kLastComposedId = std::numeric_limits<qint32>::max();
 constexpr int kItemTypeNumber = 1;
 constexpr int kItemIdNumber = 2;
 
-// Property 2 of an item or component that is whole; 0 for any other.
+// Property 2 of an item or component; 0 for a damaged record.
 qint32 ItemIdOf(const PropertyList& properties) {
     const auto* id = std::ssize(properties) > kItemIdNumber
                          ? std::get_if<qint32>(&properties[kItemIdNumber])
@@ -25,7 +25,7 @@ qint32 ParentIdOf(const PropertyList& properties) {
     return id != nullptr ? *id : 0;
 }
 
-/// Identifiers of the items in front of `count`; nothing unless every one could be read.
+/// Identifiers of the first `count` items; nothing unless every one could be read.
 std::optional<QSet<qint32>> ItemIds(CItemDatabaseBase& items, int count) {
     QSet<qint32> ids;
     int seen = 0;
@@ -45,8 +45,8 @@ std::optional<QSet<qint32>> ItemIds(CItemDatabaseBase& items, int count) {
     return seen == count ? std::optional(ids) : std::nullopt;
 }
 
-/// The largest identifier that the records of a menus or recipes database bear, own or those of
-/// recipes they are made of. What only a damaged record can bear does not count.
+/// The largest identifier in the records of a menus or recipes database, be it their own or that
+/// of a recipe they contain. Values that only a damaged record can have are ignored.
 qint32 LargestItemId(CItemDatabaseBase& items) {
     constexpr qint32 kLargestPlausible = std::numeric_limits<qint32>::max() / 2;
     qint32 largest = 0;
@@ -70,13 +70,14 @@ CItemDatabaseBase& CComposedItems::Items(ECatalogueKind kind) const {
     return m_recipes;
 }
 
-// Food components bear record identifiers, which may be larger; the numbers between stay unused.
+// Components that are foods have record identifiers, which may be larger; the numbers in between
+// stay unused.
 qint32 CComposedItems::AllocateItemId(ECatalogueKind kind) {
     qint32& last = m_lastItemIds.at(kind == ECatalogueKind::Menus ? 0 : 1);
     if (last == 0) {
         last = std::max(kFirstComposedId, LargestItemId(Items(kind)));
         if (kind == ECatalogueKind::Recipes) {
-            last = std::max(last, LargestItemId(m_menus));  // made of recipes, too
+            last = std::max(last, LargestItemId(m_menus));  // menus contain recipes, too
         }
     }
     return ++last;
@@ -115,7 +116,7 @@ bool CComposedItems::AddCopy(ECatalogueKind kind, int position, const QString& n
     if (!items.Read(position, item)) {
         return false;
     }
-    // Everything is read before anything is written: what cannot be copied leaves no half of it.
+    // Everything is read before anything is written, so a failed read leaves no half copy.
     std::vector<CComposedItem> records = {item};
     for (const int component : ComponentPositions(kind, item.GetItemId())) {
         if (!items.Read(component, records.emplace_back(kind))) {
@@ -140,7 +141,8 @@ bool CComposedItems::Delete(ECatalogueKind kind, int position) {
     CItemDatabaseBase& items = Items(kind);
     CComposedItem item(kind);
     CRecordGroup group(m_recipes.GetStore());
-    // Components come after all items, so the position holds. A damaged item goes alone.
+    // Components come after all items, so the position stays valid. A damaged item is deleted
+    // without its components.
     const bool isDeleted =
         (!items.ReadQuietly(position, item) || DeleteComponents(kind, item.GetItemId())) &&
         items.Delete(position);
@@ -213,8 +215,8 @@ int CComposedItems::FindComponent(ECatalogueKind kind, qint32 parentId, qint32 i
     return found;
 }
 
-// Left behind when the program ends while a new menu or recipe is put together. Nothing is removed
-// unless every item could be read: components of a damaged one may be wanted again.
+// Orphans remain when the program ends while a new menu or recipe is being put together. Nothing is
+// removed unless every item can be read: the components of a damaged one may still be needed.
 void CComposedItems::RemoveOrphans(ECatalogueKind kind) {
     CItemDatabaseBase& items = Items(kind);
     int position = items.FirstPositionInRange(kFirstComposedId, kLastComposedId);
@@ -222,7 +224,7 @@ void CComposedItems::RemoveOrphans(ECatalogueKind kind) {
         return;
     }
     const std::optional<QSet<qint32>> owners = ItemIds(items, position);
-    // A failure is no reason not to start; what is left goes another time.
+    // A failure does not stop the start; the rest is removed next time.
     CRecordGroup group(m_recipes.GetStore());
     while (owners && position >= 0) {
         const qint64 owner = items.KeyAt(position).value_or(0);

@@ -9,7 +9,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// The file that is written when `path` is, whether it exists or not.
+/// The file that writing to `path` would change, with links resolved; it need not exist.
 QString TargetOf(const QString& path) {
     constexpr int kMostLinks = 40;
     QFileInfo file(path);
@@ -48,7 +48,7 @@ bool CDatabase::OpenCatalogue() {
              &Foods(), &Menus(), &Recipes(), &Exlib(), &m_categories}) {
         isOpen = isOpen && database->Open(false);
     }
-    // What was created before a failure goes with the volume's group: a refused file stays as it
+    // After a failure the group is discarded with everything it created: a refused file stays as it
     // is.
     if (!isOpen || !group.Commit()) {
         m_refusal = m_store.GetLastError();

@@ -28,7 +28,7 @@ class CDatabase {
     /// After a failed OpenCatalogue: which file it was, and why.
     [[nodiscard]] QString GetRefusal() const;
     CRecordStore& GetStore() { return m_store; }
-    /// Whether a path leads to the volume itself or to its journal, which no export may write over.
+    /// Whether a path is the volume itself or its journal, which no export may overwrite.
     [[nodiscard]] bool IsVolume(const QString& path) const;
 
     CCatalogue& Catalogue() { return m_catalogue; }

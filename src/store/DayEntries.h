@@ -16,7 +16,7 @@ class CDayEntries {
     [[nodiscard]] const CDietEntry* GetEntry(int index) const;
     /// Sum over the entries of this list; -1.0 for an index outside 0 to 53.
     [[nodiscard]] double GetTotal(int nutrient) const;
-    /// What the day holds besides.
+    /// What the day has beyond this list.
     [[nodiscard]] const CLeftOut& LeftOut() const { return m_range.leftOut; }
 
   private:

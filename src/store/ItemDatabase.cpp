@@ -83,7 +83,7 @@ std::optional<qint64> CItemDatabaseBase::KeyAt(int position) {
 std::optional<CPositionRange> CItemDatabaseBase::RangeOf(qint64 key) {
     const int first = FirstPositionOf(key);
     if (first < 0) {
-        // An empty range, or a database whose records cannot even be counted.
+        // Either there is no such key or the records cannot be counted.
         return m_store.GetLastError() == kErrorSuccess ? std::optional(CPositionRange{})
                                                        : std::nullopt;
     }
@@ -140,7 +140,7 @@ CLeftOut CItemDatabaseBase::Walk(const CListQuery& query, const TakeRecord& take
         return {};
     }
     const std::optional<CPositionRange> range = RangeBetween(query.low, query.high);
-    // Without it, what can be read of the database is sifted by what the records say themselves.
+    // Without a range, every readable record is filtered by its own property 0.
     const int first = range ? range->first : FirstPositionInRange(query.low, query.high);
     const int end = range ? range->first + range->count : Count();
     CLeftOut leftOut;

@@ -1,5 +1,4 @@
-// One open database of one kind of record: reading, writing and deleting by position, written
-// once for all ten.
+// One open database of one kind of record: reading, writing and deleting by position.
 #pragma once
 
 #include <functional>
@@ -14,8 +13,8 @@
 void ReportWrongPropertyCount(int position, const PropertyList& found, int expected,
                               const QString& prefix = QString());
 
-/// What a list does about a record with a wrong number of properties: it ends after the message, or
-/// counts it as any other damaged one.
+/// What a list does about a record with a wrong number of properties: show the message and end
+/// there, or count it like any other damaged record.
 enum class EWrongCount { EndsList, IsDamage };
 
 /// Which records a list reads, and how.
@@ -25,20 +24,20 @@ struct CListQuery {
     EWrongCount wrongCount = EWrongCount::EndsList;
     int most = kAllProperties;   ///< see CItemDatabaseBase::ForEachFrom
     QString messagePrefix = {};  ///< of the message of a wrong number of properties
-    int from = 0;                ///< records before this position are left alone
+    int from = 0;                ///< records before this position are skipped
     /// A wrong number of properties is also reported for the record after the list, unless its key
-    /// is past this.
+    /// is larger than this.
     qint64 lastKey = std::numeric_limits<qint64>::max();
 };
 
-/// What became of a record that a list was handed.
+/// What a list did with a record.
 enum class ETake {
-    Taken,    ///< listed, or of no concern to the list
-    Last,     ///< listed in the last place of a list that is full now
-    Damaged,  ///< holds something else than it should
+    Taken,    ///< listed, or not wanted
+    Last,     ///< listed, and the list is now full
+    Damaged,  ///< not listed: its values have the wrong types
 };
 
-/// The part that does not depend on the item's class. Owns the handle; the store outlives it.
+/// The part that does not depend on the item's class. The store outlives it.
 class CItemDatabaseBase {
   public:
     CItemDatabaseBase(CRecordStore& store, const CRecordLayout& layout);
@@ -47,7 +46,7 @@ class CItemDatabaseBase {
     [[nodiscard]] bool Open(bool openOnly, const QString& name = QString());
     void Close();
     [[nodiscard]] bool IsOpen() const { return m_handle.IsValid(); }
-    /// Of the database itself; 0 when it is not open.
+    /// Identifier of the database; 0 when it is not open.
     [[nodiscard]] ObjectId GetId() const { return m_handle.id; }
 
     int Count();
@@ -64,37 +63,35 @@ class CItemDatabaseBase {
     /// The same without the message.
     [[nodiscard]] bool DeleteQuietly(int position);
 
-    /// Identifier of the record at a position, which outlives its moves; 0 when there is none.
+    /// Identifier of the record at a position, which it keeps when it moves; 0 when there is none.
     ObjectId RecordAt(int position);
-    /// Position of that record; -1 when it is gone or cannot be read.
+    /// Position of a record; -1 when it no longer exists or cannot be read.
     int PositionOf(ObjectId record);
 
     /// See CRecordStore.
     int FirstPositionOf(qint64 key);
     int FirstPositionInRange(qint64 low, qint64 high);
     std::optional<qint64> KeyAt(int position);
-    /// The records of a key, none of them when the count is 0; nothing when the positions cannot
-    /// be had. Unlike the searches above, whose answer after a failed read is a guess, this is
-    /// fit to delete by.
+    /// The positions of the records of a key (possibly none); nothing when they cannot be read.
+    /// Unlike the searches above, which guess after a failed read, this is safe to delete by.
     std::optional<CPositionRange> RangeOf(qint64 key);
-    /// The positions of the keys from `low` to `high`; nothing when they cannot be had.
+    /// The positions of the keys from `low` to `high`; nothing when they cannot be read.
     std::optional<CPositionRange> RangeBetween(qint64 low, qint64 high) {
         return m_store.RangeOf(m_handle, low, high);
     }
 
-    /// Reads on from `first` (-1: nothing) and hands each property list to `take` until it returns
-    /// false. A record that cannot be read is skipped.
-    /// A list that needs the first `most` values alone is spared the rest, see
-    /// CStorageEngine::ReadRecord.
+    /// Reads from position `first` on (-1: nothing) and passes each property list to `take` until
+    /// it returns false. A record that cannot be read is skipped. Only the first `most` values are
+    /// read, see CStorageEngine::ReadRecord.
     void ForEachFrom(int first, const std::function<bool(int position, PropertyList&)>& take,
                      int most = kAllProperties);
 
-    /// Reads a list: hands the records with keys from `low` to `high` and the right number of
+    /// Reads a list: passes the records with keys from `low` to `high` and the right number of
     /// properties to `take`, and returns what was left out. A record that cannot be read, or whose
-    /// property 0 is not the key it is stored under, is passed over.
+    /// property 0 is outside the keys, is skipped and counts as damaged.
     [[nodiscard]] CLeftOut ReadList(const CListQuery& query,
                                     const std::function<ETake(int position, PropertyList&)>& take);
-    /// The same for a list that remembers its records.
+    /// The same with the record's identifier, for lists that remember their records.
     [[nodiscard]] CLeftOut ReadRecords(
         const CListQuery& query, const std::function<ETake(ObjectId record, PropertyList&)>& take);
 
@@ -106,7 +103,7 @@ class CItemDatabaseBase {
     CLeftOut Walk(const CListQuery& query, const TakeRecord& take);
     /// Identifier of the record read; 0 when it cannot be read.
     ObjectId ReadProperties(int position, PropertyList& properties, int most);
-    /// A list ends at the first record that is not its own, and reports a damaged one.
+    /// Reports the first readable record after the list when its number of properties is wrong.
     void LookPast(int end, const CListQuery& query);
 
     CRecordStore& m_store;

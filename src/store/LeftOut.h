@@ -1,12 +1,12 @@
 // What a list leaves out of what is stored, and why.
 #pragma once
 
-/// Counts of one list, or of several added up. The record that ends a list is among the damaged.
+/// Counts of one list, or of several added up. A record that ends its list counts as damaged.
 struct CLeftOut {
-    int beyond = 0;          ///< records past the capacity, or after one that ends the list
-    int damaged = 0;         ///< records that cannot be read or hold something else
+    int beyond = 0;          ///< records past the capacity, or after one that ended the list
+    int damaged = 0;         ///< records that cannot be read or have unexpected content
     bool isEnded = false;    ///< a record with a wrong number of properties ended the list
-    bool isUnknown = false;  ///< the positions cannot be read, so nobody knows what is missing
+    bool isUnknown = false;  ///< the index cannot be read, so what is missing is unknown
 
     [[nodiscard]] bool IsAnything() const { return beyond > 0 || IsDamage(); }
     [[nodiscard]] bool IsDamage() const { return damaged > 0 || isUnknown; }

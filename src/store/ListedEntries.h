@@ -1,4 +1,4 @@
-// Entries of a diary as lists remember them: each with the record that holds it.
+// Entries of a diary as lists keep them: each with the identifier of its record.
 #pragma once
 
 #include <utility>
@@ -7,8 +7,8 @@
 #include "store/CatalogueLists.h"
 #include "store/ItemDatabase.h"
 
-/// The record outlives every change of other entries, which positions do not, and tells equal
-/// entries apart, which contents do not.
+/// Unlike a position, the record stays the same when other entries change; unlike the content, it
+/// distinguishes equal entries.
 template <typename Entry>
 struct CListed {
     ObjectId record = 0;
@@ -17,7 +17,7 @@ struct CListed {
 template <typename Entry>
 using ListedEntries = std::vector<CListed<Entry>>;
 
-/// What a list reads at once, in stored order.
+/// The entries of one query in stored order.
 template <typename Entry>
 struct CEntryRange {
     ListedEntries<Entry> entries;

@@ -8,7 +8,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-// The four databases of a profile: what follows its name, and their types.
+// The four databases of a profile: suffix to its name, and layout.
 struct CProfileDatabase {
     const char* suffix;
     const CRecordLayout& layout;
@@ -22,7 +22,7 @@ constexpr CProfileDatabase kProfileDatabases[] = {
 
 enum class EOwnership { None, OfProfile, Foreign };
 
-// Whether a database is one of a profile's four, or stands in the way of one.
+// Whether a database is one of a profile's four, or has a name that one of them needs.
 EOwnership OwnershipOf(const CDatabaseInfo& database, const QString& profile) {
     for (const CProfileDatabase& row : kProfileDatabases) {
         const QString name = profile + QLatin1StringView(row.suffix);
@@ -85,7 +85,7 @@ QStringList CProfiles::ReadNames() {
 bool CProfiles::IsNameTaken(const QString& name) {
     std::vector<CDatabaseInfo> databases;
     if (!m_store.EnumerateDatabases(0, databases)) {
-        return true;  // better than writing into somebody's profile
+        return true;  // rather than write into an existing profile
     }
     return std::ranges::any_of(databases, [&name](const CDatabaseInfo& database) {
         return OwnershipOf(database, name) != EOwnership::None;
@@ -94,7 +94,7 @@ bool CProfiles::IsNameTaken(const QString& name) {
 
 bool CProfiles::Open(const QString& name, bool mayCreate) {
     Close();
-    // A profile called like a catalogue database or another profile's diary would write into it.
+    // A profile named like a catalogue database or another profile's diary would write into it.
     std::vector<CDatabaseInfo> databases;
     if (!m_store.EnumerateDatabases(0, databases)) {
         return false;
@@ -116,7 +116,7 @@ bool CProfiles::Open(const QString& name, bool mayCreate) {
         return false;
     }
     const std::array<CItemDatabaseBase*, 4> parts = {&m_profile, &m_diet, &m_weight, &m_exercises};
-    // One group, so that a profile is never half made when the power goes.
+    // One group, so that a loss of power never leaves half a profile.
     CRecordGroup group(m_store);
     bool isOpen = true;
     for (std::size_t i = 0; isOpen && i < parts.size(); ++i) {

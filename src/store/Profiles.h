@@ -8,7 +8,7 @@
 #include "store/records/DiaryEntries.h"
 #include "store/records/ProfileRecord.h"
 
-/// What the open profile has for a record.
+/// The state of the open profile's record.
 enum class EProfileRecord {
     Missing,
     Loaded,
@@ -23,25 +23,24 @@ class CProfiles {
     int GetNumberOfUserProfiles();
     /// In order of creation.
     QStringList ReadNames();
-    /// Whether any database stands where one of the profile's four would be, names compared
-    /// without case.
+    /// Whether any of the profile's four database names is in use, compared without case; true
+    /// when that cannot be found out.
     bool IsNameTaken(const QString& name);
     /// Opens the profile's four databases; closes those of another profile first. Any failure
     /// fails the whole open.
     bool Open(const QString& name, bool mayCreate);
     void Close();
-    /// Deletes the four databases, however many of them exist. A failed deletion shows "Cannot
-    /// delete database.".
+    /// Deletes those of the four databases that exist. A failed deletion shows "Cannot delete
+    /// database.".
     bool Delete(const QString& name);
-    /// Leaves `record` as it was unless one is loaded.
+    /// Changes `record` only when the result is Loaded.
     EProfileRecord LoadRecord(CProfileRecord& record);
-    /// Writes over the stored record, or adds it when there is none to be found.
+    /// Overwrites the stored record, or adds one when none is found.
     bool SaveRecord(const CProfileRecord& record);
 
-    /// A small value of the open profile that no record has a place for; nothing when none is
-    /// stored. It goes with the profile.
+    /// A named value of the open profile; nothing when none is stored. Deleted with the profile.
     std::optional<QString> ReadValue(const QString& name);
-    /// False when it is not stored, also for want of an open profile.
+    /// False when it cannot be stored or no profile is open.
     [[nodiscard]] bool SaveValue(const QString& name, const QString& value);
 
     CItemDatabase<CDietEntry>& Diet() { return m_diet; }

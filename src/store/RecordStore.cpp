@@ -10,7 +10,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Creates a folder with those above it. Returns what was missing, the innermost first.
+/// Creates a folder with its parents. Returns the missing ones, the innermost first.
 QStringList CreateFolders(const QString& path) {
     QStringList created;
     for (QFileInfo folder(path); !folder.exists(); folder.setFile(folder.path())) {
@@ -48,14 +48,14 @@ bool CRecordStore::UnmountVolume() {
 
 void CRecordStore::DiscardVolume() {
     const EPlatformError reason = m_lastError;
-    (void)m_engine.Discard();  // The failure to report is the one that led here.
+    (void)m_engine.Discard();  // The error to report is the earlier one.
     RemoveCreatedFolders();
     m_lastError = reason;
 }
 
 void CRecordStore::RemoveCreatedFolders() {
     for (const QString& folder : m_createdFolders) {
-        QDir().rmdir(folder);  // not one that holds anything
+        QDir().rmdir(folder);  // fails, as it should, for a folder that is not empty
     }
     m_createdFolders.clear();
 }
@@ -184,7 +184,7 @@ std::optional<CPositionRange> CRecordStore::RangeOf(const CDatabaseHandle& handl
 int CRecordStore::PositionOf(const CDatabaseHandle& handle, ObjectId record) {
     int position = kNoPosition;
     const EPlatformError error = m_engine.FindRecord(handle.id, record, position);
-    // A record that is gone is an answer, not a failure.
+    // A record that no longer exists is not a failure.
     return SetLastError(error == kErrorFileNotFound ? kErrorSuccess : error) &&
                    error == kErrorSuccess
                ? position

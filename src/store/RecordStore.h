@@ -1,4 +1,4 @@
-// The eleven operations through which every database is reached, with their messages.
+// The operations through which every database is reached, with their messages.
 #pragma once
 
 #include <QStringList>
@@ -12,22 +12,22 @@
 
 inline constexpr int kNoPosition = -1;
 
-/// An open database. Invalid (id 0) until opened and after it is closed.
+/// An open database. Invalid (id 0) before it is opened and after it is closed.
 struct CDatabaseHandle {
     ObjectId id = 0;
-    int nextPosition = 0;  ///< where ReadCurrent reads; moves on with every read
-    ObjectId sought = 0;   ///< the record there, as long as it is known
+    int nextPosition = 0;  ///< the position that ReadCurrent reads; each read advances it
+    ObjectId sought = 0;   ///< the record at that position; 0: not known
     [[nodiscard]] bool IsValid() const { return id != 0; }
 };
 
-/// Neighbouring positions.
+/// Consecutive positions.
 struct CPositionRange {
     int first = 0;
     int count = 0;
 };
 
-/// What a program with windows does about a lost volume, each once the operation under way has
-/// returned. Without them nothing is offered.
+/// How a program with windows reacts to a lost volume; each function does its work only after the
+/// operation under way has returned. Unset ones are not offered.
 struct CLossHost {
     std::function<void()> tell;    ///< calls TellLoss: a read was refused
     std::function<void()> reopen;  ///< opens the file that is at the volume's path now
@@ -38,13 +38,13 @@ struct CLossHost {
 class CRecordStore {
   public:
     /// Creates the directory of the path when it is missing, then mounts, creating the file.
-    /// Failure shows "ERROR: CeMountDBVol failed (%ld)". Says so when a journal that belongs to
+    /// Failure shows "ERROR: CeMountDBVol failed (%ld)". Also shows a message when the journal of
     /// another volume was set aside.
     [[nodiscard]] bool MountVolume(const QString& path);
     /// Failure shows "Failed unmounting the database.".
     bool UnmountVolume();
-    /// After a start that failed: unmounts, drops what an open group wrote, and removes the file
-    /// and the folders if MountVolume created them. Keeps the last error.
+    /// After a failed start: unmounts, discards what an open group wrote, and removes the file and
+    /// the folders if MountVolume created them. Keeps the last error.
     void DiscardVolume();
 
     /// Opens by name; creates a missing one unless `openOnly`. Failure shows "Not enough memory"
@@ -54,7 +54,7 @@ class CRecordStore {
                                  bool openOnly);
     static void CloseDatabase(CDatabaseHandle& handle);
 
-    /// 0 when the count cannot be had.
+    /// 0 when the records cannot be counted.
     int CountRecords(const CDatabaseHandle& handle);
     /// Identifier of the record at a position, 0 when there is none.
     ObjectId SeekToPosition(CDatabaseHandle& handle, int position);
@@ -81,11 +81,11 @@ class CRecordStore {
     int FirstPositionOf(CDatabaseHandle& handle, qint64 key);
     /// First position whose key lies in [low, high]; -1 and 0 as above.
     int FirstPositionInRange(CDatabaseHandle& handle, qint64 low, qint64 high);
-    /// The positions of the keys in [low, high]; nothing when they cannot be had.
+    /// The positions of the keys in [low, high]; nothing when they cannot be read.
     std::optional<CPositionRange> RangeOf(const CDatabaseHandle& handle, qint64 low, qint64 high);
     /// Position of a record; -1 when it is not in the database or cannot be found.
     int PositionOf(const CDatabaseHandle& handle, ObjectId record);
-    /// Key at a position; nothing when it cannot be had.
+    /// Key at a position; nothing when there is none or it cannot be read.
     std::optional<qint64> KeyAt(CDatabaseHandle& handle, int position);
 
     /// See CNamedValues.
@@ -100,14 +100,14 @@ class CRecordStore {
 
     [[nodiscard]] EPlatformError GetLastError() const { return m_lastError; }
 
-    /// Shows the message of an operation that has just failed. When the volume is to blame, a
-    /// second text says what became of it; saving a copy and opening what is there now are offered
-    /// as far as they make sense.
+    /// Shows the message of an operation that has just failed. When the volume was lost, a second
+    /// text says what became of it, and saving a copy and opening the file now at its path are
+    /// offered where they are possible.
     void ShowFailure(const QString& text, EMessageIcon icon = EMessageIcon::Plain);
-    /// Whether the volume was removed, replaced or written over when it was last looked at.
+    /// Whether the volume was removed, replaced or overwritten when it was last checked.
     [[nodiscard]] bool IsVolumeLost() const;
-    /// True when the volume was written over, so that nothing can be read any more. Says so unless
-    /// a failure has said it already.
+    /// True when the volume was overwritten, so that nothing can be read any more. Shows a message
+    /// unless an earlier failure has already reported the loss.
     bool TellLoss();
     void SetLossHost(CLossHost host) { m_lossHost = std::move(host); }
 
@@ -124,20 +124,19 @@ class CRecordStore {
     QStringList m_createdFolders;  ///< by MountVolume, the innermost first
 };
 
-/// A group that ends when it goes out of scope, for loops that may be left early. Commit returns
-/// whether everything written is durable.
+/// A group that ends when it goes out of scope, for loops that may be left early.
 class CRecordGroup {
   public:
     explicit CRecordGroup(CRecordStore& store);
     ~CRecordGroup();
     CRecordGroup(const CRecordGroup&) = delete;
     CRecordGroup& operator=(const CRecordGroup&) = delete;
-    /// False when what was written in the group is lost. True when there is none: each write has
-    /// made itself durable then.
+    /// Ends the group. False when what was written in it is lost; true when the group could not be
+    /// begun, since each write was then durable by itself.
     bool Commit();
-    /// Ends the group and undoes what was written in it, and in the groups around it.
+    /// Ends the group and undoes what was written in it and in the groups around it.
     void Undo();
-    /// False when it could not be begun: writes then stand each for themselves.
+    /// False when it could not be begun: each write is then a unit of work by itself.
     [[nodiscard]] bool IsOpen() const { return m_open; }
 
   private:

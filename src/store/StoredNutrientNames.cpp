@@ -28,7 +28,7 @@ bool CStoredNutrientNames::SaveName(int position, qint32 index, const QString& n
         ShowMessage(u"Cannot save nutrient name."_s);
         return true;
     }
-    // Success whatever becomes of the write: a name is no reason to stop.
+    // A failed write still counts as success: a name is no reason to stop.
     (void)Write(position, CNutrientName(index, name));
     return true;
 }
@@ -59,6 +59,6 @@ void CStoredNutrientNames::BringToDefault() {
     }
     for (int i = 0; i < kNutrientCount; ++i) {
         const QLatin1StringView name(NutrientNamesOf(i).displayName);
-        (void)Write(kNoPosition, CNutrientName(i, name));  // tried again at the next start
+        (void)Write(kNoPosition, CNutrientName(i, name));  // the next start tries again
     }
 }

@@ -1,4 +1,4 @@
-// The names of the nutrients as the user sees them, which can be changed.
+// The names of the nutrients as the user sees them and can change them.
 #pragma once
 
 #include <QStringList>
@@ -11,15 +11,15 @@ class CStoredNutrientNames : public CItemDatabase<CNutrientName> {
     explicit CStoredNutrientNames(CRecordStore& store)
         : CItemDatabase(store, kNutrientNameLayout) {}
 
-    /// All 54; the default stands in for one that cannot be read.
+    /// All 54, with the default for any that cannot be read.
     QStringList ReadNames();
     /// Position -1 adds. A position that cannot be found shows "Cannot save nutrient name." and
     /// still counts as success.
     bool SaveName(int position, qint32 index, const QString& name);
     /// "Energy (kcal)" or "Energy (kJ)".
     static QString EnergyName(const QString& unitAbbreviation);
-    /// Names nutrient 0 so.
+    /// Stores EnergyName as the name of nutrient 0, unless it is stored already.
     void RenameEnergy(const QString& unitAbbreviation);
-    /// Writes the 54 default names unless there are exactly 54.
+    /// Replaces all names by the 54 default ones unless there are exactly 54.
     void BringToDefault();
 };

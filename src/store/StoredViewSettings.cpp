@@ -3,7 +3,7 @@
 #include "platform/Messages.h"
 
 namespace {
-// Also of a record that has lost its first property.
+// Whether a record has the marker, or a damaged first property, so that it may be the settings.
 bool IsMarked(const PropertyList& properties) {
     const auto* parent = properties.empty() ? nullptr : std::get_if<qint32>(&properties.front());
     return parent == nullptr || *parent == CViewSettings::kMarker;

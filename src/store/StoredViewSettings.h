@@ -7,13 +7,13 @@
 /// The items outlive it.
 class CStoredViewSettings {
   public:
-    /// `failure` has a place for the error number.
+    /// `failure` is the message of a failed Save, with a placeholder for the error number.
     CStoredViewSettings(CItemDatabaseBase& items, QLatin1StringView failure)
         : m_items(items), m_failure(failure) {}
 
     /// False when none are stored yet.
     bool Read(CViewSettings& settings);
-    /// Shows the failure's text.
+    /// Failure shows that message.
     bool Save(const CViewSettings& settings);
 
   private:

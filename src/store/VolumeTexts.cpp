@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 namespace {
 struct CRefusalRow {
     EPlatformError error;
-    QLatin1StringView text;  ///< with the path
+    QLatin1StringView text;  ///< "%s" is the path
 };
 constexpr CRefusalRow kRefusals[] = {
     {kErrorBadFormat, "The file '%s' is not a data file of Velmora."_L1},
@@ -39,7 +39,7 @@ QString LostVolumeText(EVolumeState state, const QString& path) {
                 {path});
         case EVolumeState::Replaced:
             return FormatText(
-                "Another program put another file in the place of '%s'. Everything "
+                "Another program replaced the file '%s'. Everything "
                 "confirmed before can still be saved as a copy."_L1,
                 {path});
         case EVolumeState::Overwritten:

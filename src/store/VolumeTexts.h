@@ -1,4 +1,4 @@
-// What is wrong with a volume, in words for its owner.
+// What is wrong with a volume, in words for the user.
 #pragma once
 
 #include <QString>
@@ -10,7 +10,7 @@
 QString RefusalText(EPlatformError error, const QString& path);
 /// What became of the open volume; empty when it is sound.
 QString LostVolumeText(EVolumeState state, const QString& path);
-/// How saving a copy as `path` went; `error` as of SaveVolumeCopy.
+/// The result of saving a copy as `path`; `error` is that of SaveVolumeCopy.
 QString CopyText(EPlatformError error, const QString& path);
 /// That the journal now at `kept` was found beside the volume at `path` and does not belong to it.
 QString KeptJournalText(const QString& kept, const QString& path);

@@ -12,12 +12,12 @@ struct CCatalogueLayout {
     const CRecordLayout& layout;
     int name;               ///< property number
     int type;               ///< property number
-    bool namesType;         ///< whether name and type together tell items apart, or the name alone
-    bool hasComponents;     ///< which stand under their item in the same database
-    const char* findValue;  ///< the profile's value with the texts of the last find
-    /// Where the kind has a list of distinct names: what the messages of reading it begin with.
+    bool namesType;         ///< whether items are identified by name and type, or by name alone
+    bool hasComponents;     ///< stored in the same database, with the item's identifier as parent
+    const char* findValue;  ///< name of the profile's value that keeps the last find texts
+    /// Prefix of the messages of reading the list of distinct names; empty where there is none.
     const char* namesPrefix = "";
-    /// Where the kind has view settings: that they cannot be saved.
+    /// Message of view settings that cannot be saved; empty where there are none.
     const char* settingsFailure = "";
 };
 const CCatalogueLayout& CatalogueLayoutOf(ECatalogueKind kind);
@@ -25,8 +25,8 @@ inline bool HasComponents(ECatalogueKind kind) {
     return CatalogueLayoutOf(kind).hasComponents;
 }
 
-/// Whether a record is no item but a component or the settings of a view: their parents are past
-/// every category identifier, so they come after all items.
+/// Whether a record is not an item but a component or the settings of a view: their property 0 is
+/// larger than every category identifier, so they come after all items.
 bool IsPastLastItem(const PropertyList& properties);
 
 /// An item of any kind.

@@ -16,8 +16,8 @@ class CCategory : public CItemRecord {
     void SetId(qint32 id);
     [[nodiscard]] QString GetName() const;
     void SetName(const QString& name);
-    /// Bitmap data from the information header on; it may end in 14 zero bytes that belong to no
-    /// picture, which readers must tolerate. Empty when there is no picture.
+    /// Bitmap data from the information header on. 14 zero bytes that are not part of the picture
+    /// may follow, which readers must tolerate. Empty when there is no picture.
     [[nodiscard]] QByteArray GetLargePicture() const;
     void SetLargePicture(const QByteArray& picture);
     [[nodiscard]] QByteArray GetSmallPicture() const;
@@ -36,7 +36,7 @@ class CNutrientName : public CItemRecord {
 /// Six 16-bit settings of a list view, kept beside the items of Foods and Exlib: 8 properties.
 class CViewSettings : public CItemRecord {
   public:
-    /// Property 0 of the record: past every category identifier.
+    /// Property 0 of the record: larger than every category identifier.
     static constexpr qint32 kMarker = 0x200000;
     static constexpr int kCount = 6;
 

@@ -1,18 +1,18 @@
-// Menus and recipes, and the components they are made of: one record type for each kind, told
-// apart by its item type.
+// Menus and recipes, and the components they are made of: one record layout per kind for both; the
+// item type distinguishes them.
 #pragma once
 
 #include "store/records/CatalogueItem.h"
 
-/// Menus and recipes are numbered from here on, past every category identifier and the marker of
-/// the view settings: both stand in property 0 of the same database.
+/// Identifiers of menus and recipes start here, above every category identifier and the marker of
+/// the view settings: all of these are property 0 of records in the same database.
 inline constexpr qint32 kFirstComposedId = 0x400000;
 
-/// What menus and recipes share. The parent is a category identifier for a menu or recipe itself
-/// and the owner's item identifier for a component.
+/// A menu or recipe, or a component of one. The parent is a category identifier for a menu or
+/// recipe itself and the owner's item identifier for a component.
 class CComposedItem : public CNutrientItem {
   public:
-    /// A menu or a recipe, or a component of one.
+    /// `kind` is Menus or Recipes.
     explicit CComposedItem(ECatalogueKind kind);
     [[nodiscard]] qint32 GetParentId() const;
     void SetParentId(qint32 id);
@@ -26,10 +26,10 @@ class CComposedItem : public CNutrientItem {
     void SetType(const QString& type);
     [[nodiscard]] QString GetServingName() const;
     void SetServingName(const QString& name);
-    /// Number of servings; a new item holds 1.0.
+    /// Number of servings; 1.0 in a new item.
     [[nodiscard]] double GetServingX() const;
     void SetServingX(double servings);
-    /// Recipes alone have them; menus give an empty text and keep none.
+    /// Only recipes have them; for menus the text is empty and setting it has no effect.
     [[nodiscard]] QString GetInstructions() const;
     void SetInstructions(const QString& text);
     /// As CItemRecord::Clear, then one serving.

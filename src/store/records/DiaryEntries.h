@@ -9,7 +9,7 @@ inline constexpr int kMealCount = 6;
 /// "Breakfast" to "Evening"; `meal` 0 to 5.
 QString MealName(int meal);
 
-/// What was eaten: a snapshot of the item, so later changes to the catalogue do not touch it.
+/// What was eaten: a snapshot of the item, which later changes to the catalogue do not affect.
 class CDietEntry : public CNutrientItem {
   public:
     CDietEntry();

@@ -23,7 +23,7 @@ PropertyValue EmptyValue(EPropertyType type) {
     Q_UNREACHABLE();
 }
 
-// Never between the two halves of a character.
+// Never splits a surrogate pair.
 void CutText(QString& text, int capacity) {
     if (text.size() > capacity) {
         text.truncate(capacity > 0 && text[capacity - 1].isHighSurrogate() ? capacity - 1

@@ -1,4 +1,4 @@
-// The in-memory form of a record: the property list that goes to the store as it stands.
+// The in-memory form of a record: the property list that is passed to the store unchanged.
 #pragma once
 
 #include <QString>
@@ -7,19 +7,19 @@
 #include "store/records/NutrientTable.h"
 #include "store/records/RecordLayout.h"
 
-/// Values in the order of a layout, always exactly as many as it has and of its types. Texts are
-/// cut to their capacity when set.
+/// The values of a layout, always exactly as many and of its types. Texts are cut to their capacity
+/// when set.
 class CItemRecord {
   public:
     explicit CItemRecord(const CRecordLayout& layout);
 
-    /// Every number 0, every text and block empty.
+    /// Sets every number to 0 and every text and blob to empty.
     void Clear();
 
     [[nodiscard]] const CRecordLayout& GetLayout() const { return *m_layout; }
     [[nodiscard]] const PropertyList& GetProperties() const { return m_properties; }
-    /// Takes a list read from the store; false (and no change) when count or types differ. The
-    /// former values go into the list, so that their memory serves the next read.
+    /// Swaps in a list read from the store, so that the memory of the former values serves the next
+    /// read. False, and nothing is changed, when count or types differ.
     bool SetProperties(PropertyList&& properties);
 
     bool operator==(const CItemRecord& other) const { return m_properties == other.m_properties; }

@@ -1,4 +1,4 @@
-// The nutrients' names as constants, for the tables that are built from them at compile time.
+// The nutrients' names as constants, for tables that are built from them at compile time.
 #pragma once
 
 #include "store/records/NutrientTable.h"

@@ -1,4 +1,4 @@
-// The one table of nutrients. Every quantity about food is addressed by its index here.
+// The nutrients. Every nutrient value is addressed by its index in this table.
 #pragma once
 
 #include <QLatin1StringView>
@@ -6,13 +6,13 @@
 #include <array>
 
 inline constexpr int kNutrientCount = 54;
-inline constexpr int kEnergyIndex = 0;  ///< held in kcal
+inline constexpr int kEnergyIndex = 0;  ///< stored in kcal
 inline constexpr int kFirstUserNutrient = 34;
 inline constexpr int kServingCount = 10;
 
 using NutrientValues = std::array<double, kNutrientCount>;
 
-/// The name forms of one nutrient; units stand in the names.
+/// The name forms of one nutrient; units are part of the names.
 struct CNutrientNames {
     const char* longName;     ///< name of the record's property
     const char* displayName;  ///< default name in the NutrientNames database

@@ -179,7 +179,7 @@ QDate CProfileRecord::GetDate(int number) const {
     return {Get<qint16>(number), Get<qint16>(number + 1), Get<qint16>(number + 2)};
 }
 
-// A date that is none is three zeros.
+// An invalid date is stored as three zeros.
 void CProfileRecord::SetDate(int number, QDate date) {
     Set(number, static_cast<qint16>(date.isValid() ? date.year() : 0));
     Set(number + 1, static_cast<qint16>(date.isValid() ? date.month() : 0));

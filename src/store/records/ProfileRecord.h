@@ -5,7 +5,7 @@
 
 #include "store/records/ItemRecord.h"
 
-/// 159 properties. The meaning of the sixteen-bit settings is app/'s.
+/// 159 properties. What the 16-bit settings mean is defined in app/ProfileSettings.h.
 class CProfileRecord : public CItemRecord {
   public:
     static constexpr qint32 kMarker = 0x40000;
@@ -13,10 +13,10 @@ class CProfileRecord : public CItemRecord {
     static constexpr int kPreferenceCount = 4;
     static constexpr int kSettingCount = 80;
 
-    /// Marker and version stand; everything else is cleared.
+    /// Sets marker and version; everything else is 0 or empty.
     CProfileRecord();
 
-    /// Takes over what differs between two other records, and leaves the rest as it is.
+    /// Takes over the values of `after` that differ from `before`, and leaves the rest as it is.
     void TakeChanges(const CProfileRecord& before, const CProfileRecord& after);
 
     [[nodiscard]] qint32 GetLastTabCommand() const;
@@ -50,7 +50,7 @@ class CProfileRecord : public CItemRecord {
     void SetDailyEnergyKcal(double energyKcal);
     [[nodiscard]] qint16 GetDietType() const;
     void SetDietType(qint16 dietType);
-    /// One daily target a nutrient index, in the nutrient's unit.
+    /// One daily target per nutrient index, in the nutrient's unit.
     [[nodiscard]] double GetTarget(int nutrient) const;
     void SetTarget(int nutrient, double value);
 

@@ -52,7 +52,7 @@ constexpr auto kServingWeightNames = Numbered<kServingCount>("Serving weight (gm
 constexpr auto kSettingNames = Numbered<80>("Setting ");
 constexpr auto kTargetNames = TargetNames();
 
-// A layout's rows, filled from the front.
+// A layout's rows, filled one after the other.
 template <std::size_t size>
 struct CRows {
     std::array<CPropertyDescription, size> rows{};

@@ -8,11 +8,11 @@
 
 #include "store/engine/PropertyValue.h"
 
-/// One property. The number is its place in the layout.
+/// One property. Its number is its index in the layout.
 struct CPropertyDescription {
     EPropertyType type;
-    const char* name;  ///< as people call it; unique within the layout
-    int capacity = 0;  ///< longest text in UTF-16 units; 0 where it does not apply
+    const char* name;  ///< for people; unique within the layout
+    int capacity = 0;  ///< longest text in UTF-16 units; 0 for other types
 };
 
 /// A whole database: its fixed name (empty for the databases of a profile), type and properties.
