@@ -1,4 +1,4 @@
-// The commands of the main frame that views put into their menus.
+// The main frame's commands, which views also put into their menus.
 #pragma once
 
 #include "app/ProfileSettings.h"

@@ -1,5 +1,5 @@
-// The pattern that every list command follows: nothing selected, exactly one needed, confirm one
-// by name or several by count, act on each and stop at the first failure.
+// The steps of every list command: check the selection, confirm one item by name or several by
+// count, act on each and stop at the first failure.
 #pragma once
 
 #include <QLatin1StringView>
@@ -14,23 +14,24 @@
 /// "Please select entry to edit." and "Please select only one entry to edit.".
 struct CSelectionTexts {
     const char* none;
-    const char* several = nullptr;  ///< null when several are welcome
+    const char* several = nullptr;  ///< null for a command that takes several
 };
 
 /// Shows the text that applies and returns false when the selection does not fit the command.
 bool CheckSelection(const CSelectionTexts& texts, int selected);
 
-/// The questions before a command on several items.
+/// The question before a command.
 struct CConfirmTexts {
-    const char* one;      ///< with the item's texts
-    const char* several;  ///< with the count, "%d"
+    const char* one;      ///< "%s" are the item's texts
+    const char* several;  ///< "%d" is the count
 };
+/// True for Yes.
 bool ConfirmFor(const CConfirmTexts& texts, int selected, std::span<const CTextArgument> itemTexts);
 bool ConfirmFor(const CConfirmTexts& texts, int selected,
                 std::initializer_list<CTextArgument> itemTexts);
 
 /// Calls `act` on each index as one unit of work (see RunAsUnit), under a wait cursor when there
-/// are several. Where the unit fails it ends at the first index that does, which shows `failure`
-/// unless that is empty; what was done before it stays. Returns how many succeeded.
+/// are several. Stops at the first index that fails and shows `failure` unless it is empty; what
+/// was done before it stays. Returns how many succeeded.
 int ActOnEach(CRecordStore& store, const std::vector<int>& indexes,
               const std::function<bool(int index)>& act, const QString& failure);

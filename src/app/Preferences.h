@@ -1,4 +1,4 @@
-// How a profile likes to see its numbers.
+// Units, decimal places and displayed nutrients of a profile, and the numbers they give.
 #pragma once
 
 #include <bitset>
@@ -22,7 +22,7 @@ struct CPreferences {
     [[nodiscard]] QString FormatNumber(double value) const;
     /// A nutrient value as shown: energy (index 0) in the energy unit.
     [[nodiscard]] QString FormatNutrient(int index, double value) const;
-    /// A typed nutrient value in its stored unit; an empty text or no number counts 0.
+    /// A typed nutrient value in its stored unit; 0 for a text without a number.
     [[nodiscard]] double ReadNutrient(int index, const QString& text) const;
     /// Indexes of the displayed nutrients, ascending.
     [[nodiscard]] std::vector<int> DisplayedNutrients() const;

@@ -6,17 +6,17 @@
 #include <limits>
 
 namespace {
-// Where each setting stands among the record's eighty sixteen-bit ones. Stored profiles depend on
-// the places: a new setting takes free slots, a used one never moves.
+// The slots of each setting among the record's 80 16-bit settings. Stored profiles depend on them:
+// a new setting takes free slots, an existing one never moves.
 struct CSlots {
     int first;
     int count;
 };
-constexpr CSlots kDisplayedNutrients = {0, 4};   // one bit a nutrient index, lowest first
+constexpr CSlots kDisplayedNutrients = {0, 4};   // one bit per nutrient index, lowest first
 constexpr CSlots kDietSplitter = {4, 1};         // per mille
 constexpr CSlots kDietBackground = {5, 2};       // 0xGGRR, then 0x01BB; 0 in both when unset
 constexpr CSlots kDietTextWidths = {7, 2};       // name, serving: logical pixels
-constexpr CSlots kDietNutrientWidths = {9, 27};  // two a slot, lower byte first, in kWidthStep
+constexpr CSlots kDietNutrientWidths = {9, 27};  // two per slot, lower byte first, in kWidthStep
 constexpr CSlots kWeightSplitter = {36, 1};
 constexpr CSlots kWeightGoalLine = {37, 1};  // 1 hidden
 constexpr CSlots kWeightWidths = {38, 11};   // logical pixels
@@ -24,13 +24,13 @@ constexpr CSlots kWeightColors = {49, 8};    // text, weight line, goal line, ba
 constexpr CSlots kExerciseSplitter = {57, 1};
 constexpr CSlots kExerciseWidths = {58, 3};
 constexpr CSlots kExerciseColors = {61, 8};  // text, background, line, bar
-constexpr CSlots kTabsAreStored = {69, 1};   // 1 once weight and exercise tab have been written
+constexpr CSlots kTabsAreStored = {69, 1};   // 1 once the weight and exercise tabs were written
 constexpr CSlots kFree = {70, 10};
 static_assert(kFree.first + kFree.count == CProfileRecord::kSettingCount);
 static_assert(kDisplayedNutrients.count * 16 >= kNutrientCount);
 static_assert(kDietNutrientWidths.count * 2 == kNutrientCount);
 
-constexpr int kWidthStep = 4;
+constexpr int kWidthStep = 4;  // logical pixels
 constexpr int kLargestStoredWidth = std::numeric_limits<qint16>::max();
 constexpr quint32 kColorIsSet = 0x100;
 constexpr int kLargestSplitter = 1000;
@@ -283,7 +283,7 @@ CProfileSettings CProfileSettings::FromRecord(const CProfileRecord& record) {
     ReadTargets(record, settings.targets);
     ReadPreferences(record, settings.preferences);
     ReadDietTab(record, settings.dietTab);
-    // Profiles written before these tabs were there keep the defaults.
+    // Profiles of older versions do not have these settings and get the defaults.
     if (record.GetSetting(kTabsAreStored.first) != 0) {
         ReadWeightTab(record, settings.weightTab);
         ReadExerciseTab(record, settings.exerciseTab);
@@ -312,7 +312,7 @@ void CProfileSettings::ChangesToRecord(const CProfileSettings& before,
         return;
     }
     record.TakeChanges(was, is);
-    // Without the mark these tabs are not read; with it all of them is.
+    // This flag makes all settings of these tabs valid, so all of them must be written.
     if (record.GetSetting(kTabsAreStored.first) == 0) {
         WriteWeightTab(weightTab, record);
         WriteExerciseTab(exerciseTab, record);

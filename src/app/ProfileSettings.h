@@ -23,9 +23,9 @@ constexpr quint32 Rgb(quint32 red, quint32 green, quint32 blue) {
 }
 
 struct CDietTabSettings {
-    static constexpr int kColumnCount = 2 + kNutrientCount;  ///< name, serving, one a nutrient
+    static constexpr int kColumnCount = 2 + kNutrientCount;  ///< name, serving, one per nutrient
     int splitterPerMille = 500;
-    /// Unset (no value) until the user chooses one: the palette's base colour then.
+    /// Without a value until the user chooses one: the palette's base colour is used.
     std::optional<quint32> backgroundColor;
     /// Logical pixels; 0 until the user drags a column. Nutrient columns by nutrient index.
     std::array<int, kColumnCount> columnWidths{};
@@ -37,7 +37,7 @@ struct CWeightTabSettings {
     static constexpr int kColumnCount = 11;
     int splitterPerMille = 500;  ///< the list's share of the tab
     bool showGoalLine = true;
-    /// Unset until the user chooses one: colours of the palette then.
+    /// Without a value until the user chooses one: colours of the palette are used.
     std::optional<quint32> textColor;
     std::optional<quint32> weightLineColor;
     std::optional<quint32> goalLineColor;
@@ -68,12 +68,13 @@ struct CProfileSettings {
     CExerciseTabSettings exerciseTab;
     bool operator==(const CProfileSettings&) const = default;
 
-    /// What a new profile starts from: today's dates, no name.
+    /// The defaults: a plan from today, no name, units of the locale.
     static CProfileSettings ForNewProfile(QDate today);
+    /// Values out of range become the defaults.
     static CProfileSettings FromRecord(const CProfileRecord& record);
-    /// Values that the record has no room for are limited, never wrapped.
+    /// Values too large for the record are limited, never wrapped.
     void ToRecord(CProfileRecord& record) const;
-    /// Writes what differs from `before` into the record that `before` was read from: what nobody
-    /// changed stays as it is there, also where a default was taken in its place.
+    /// Writes what differs from `before` into the record that `before` was read from: unchanged
+    /// values keep what the record holds, even where a default replaced it.
     void ChangesToRecord(const CProfileSettings& before, CProfileRecord& record) const;
 };

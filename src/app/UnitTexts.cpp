@@ -18,8 +18,8 @@ CUnitTexts StonesTexts(double kg, const NumberFormat& number) {
     return {QString::number(stones), number(pounds)};
 }
 
-// Inches that round to a full foot are carried, so that nobody reads "5 ft 12 in"; those that the
-// conversion leaves a rounding error below none are none.
+// Inches that round to a full foot are carried, so that "5 ft 12 in" is never shown. A remainder
+// just below 0, left by rounding, counts as 0.
 CUnitTexts FeetTexts(double cm) {
     const int feet = CmToWholeFeet(cm);
     const QString inches = FieldNumber(std::max(0.0, CmToLeftoverInches(cm)));

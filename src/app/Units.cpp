@@ -11,7 +11,7 @@ struct CUnitNames {
     const char* abbreviation;
 };
 
-// By stored code.
+// Indexed by stored code.
 constexpr std::array<CUnitNames, 4> kWeightUnits = {{
     {"Pound", "Pounds", "lb"},
     {"Kilogram", "Kilograms", "kg"},

@@ -1,5 +1,5 @@
 // Every unit the user sees, and every conversion from and to the base units: kilograms,
-// centimetres and kcal. The constants are the system's own; they stand here and nowhere else.
+// centimetres and kcal. The factors are the system's own and are defined only here.
 #pragma once
 
 #include <QString>
@@ -15,15 +15,15 @@ QString UnitName(EWeightUnit unit, EUnitForm form);
 QString UnitName(EHeightUnit unit, EUnitForm form);
 QString UnitName(EEnergyUnit unit, EUnitForm form);
 
-/// What a weight is shown in where it is a single number, on an axis or as a change: kilograms or
+/// The unit of a weight that is shown as a single number, on an axis or as a change: kilograms or
 /// pounds.
 EWeightUnit SingleWeightUnit(EWeightUnit unit);
-/// kg in that unit.
+/// `kg` in SingleWeightUnit.
 double WeightShown(double kg, EWeightUnit unit);
 
 double KgToPounds(double kg);
 double PoundsToKg(double pounds);
-/// Whole stones, and the pounds left over.
+/// Whole stones, and the remaining pounds.
 struct CStones {
     int stones = 0;
     double pounds = 0;
@@ -34,15 +34,15 @@ double StonesToKg(double stones, double pounds);
 inline constexpr int kInchesPerFoot = 12;
 double FeetToCm(double feet, double inches);
 int CmToWholeFeet(double cm);
-/// Inches left over after the whole feet.
+/// The remaining inches after the whole feet.
 double CmToLeftoverInches(double cm);
 double CmToInches(double cm);
 double InchesToCm(double inches);
 
 double KcalToKJ(double kcal);
 double KJToKcal(double kJ);
-/// The whole number shown for an energy: kcal + 0.5, or kcal in kJ + 0.5, truncated.
+/// An energy rounded to a whole number of the unit: 0.5 is added and the result truncated.
 int WholeEnergy(double kcal, EEnergyUnit unit);
-/// kcal in the unit shown, and back.
+/// kcal in the unit, and back.
 double EnergyShown(double kcal, EEnergyUnit unit);
 double EnergyStored(double shown, EEnergyUnit unit);

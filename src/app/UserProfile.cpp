@@ -14,16 +14,16 @@ constexpr double kSmallestShownRate = 0.001;  // kg per week that shows weeks
 constexpr double kSmallestChangeKg = 0.01;
 constexpr double kLargestChangeKg = 200;
 constexpr double kLowestEnergyKcal = 1200;
-constexpr double kNoEnergyKcal = 0.001;  // below: not given
+constexpr double kNoEnergyKcal = 0.001;  // less counts as missing
 
-// Limits typed in pounds miss their kilograms by the rounding of the conversion.
+// Limits typed in pounds differ from the limits in kilograms by a rounding error.
 constexpr double kWeightToleranceKg = 1e-6;
 
 constexpr double kGramsPerKcal = 0.25;  // carbohydrate and protein
 constexpr double kFatGramsPerKcal = 0.1111111111111111;
 constexpr double kFiberShare = 0.1;  // of the carbohydrate
 constexpr double kSugarShare = 0.16666666666666666;
-constexpr double kSaturatedFatShare = 0.1;  // of the energy number as it stands, in kcal
+constexpr double kSaturatedFatShare = 0.1;  // of the number of kcal, not converted to grams
 
 enum ENutrient : int {
     kProtein = 1,
@@ -36,7 +36,7 @@ enum ENutrient : int {
 
 struct CFixedTarget {
     int index;
-    double value;  // a day, in the nutrient's unit
+    double value;  // per day, in the nutrient's unit
 };
 constexpr CFixedTarget kDailyReferences[] = {
     {5, 0},      // alcohol
@@ -68,7 +68,7 @@ constexpr CFixedTarget kDailyReferences[] = {
     {33, 300},   // cholesterol
 };
 
-/// Kilograms between start and goal; nothing when no plan can be made of them.
+/// Kilograms between start and goal; nothing when they are too few or too many for a plan.
 std::optional<double> PlannedChangeKg(const CTargets& targets) {
     const double change = std::abs(targets.goalWeightKg - targets.startWeightKg);
     if (change > kSmallestChangeKg && change < kLargestChangeKg) {

@@ -1,4 +1,4 @@
-// Who the user is and where the plan leads: the data of a profile and the rules of its dialogs.
+// User information and plan of a profile, and the rules of its dialogs.
 #pragma once
 
 #include <QDate>
@@ -27,13 +27,13 @@ struct CTargets {
     double rateKgPerWeek = 0;
     double dailyEnergyKcal = 0;
     int dietType = 0;            ///< 0 to 6, see kDietTypes
-    NutrientValues nutrients{};  ///< one daily target a nutrient index, in its unit
+    NutrientValues nutrients{};  ///< daily targets, each in its nutrient's unit
     bool operator==(const CTargets&) const = default;
 };
 
 struct CActivityLevel {
     const char* name;
-    double factor;
+    double factor;  ///< daily need / resting energy
 };
 inline constexpr std::array<CActivityLevel, 5> kActivityLevels = {{
     {"Sedentary", 1.2},
@@ -43,7 +43,7 @@ inline constexpr std::array<CActivityLevel, 5> kActivityLevels = {{
     {"Extra active", 1.9},
 }};
 
-/// Shares of the daily energy.
+/// Shares of the daily energy, 0 to 1.
 struct CDietType {
     const char* name;
     double carbohydrate;
@@ -61,7 +61,7 @@ inline constexpr std::array<CDietType, 7> kDietTypes = {{
 }};
 inline constexpr int kCustomDiet = 6;
 
-/// kg per week that a rate must exceed to count as a plan.
+/// kg per week; a plan must have a larger rate.
 inline constexpr double kSmallestRate = 0.01;
 
 /// Age in whole years: days divided by 365, truncated; leap days are not counted separately.
@@ -71,36 +71,37 @@ int AgeOn(QDate date, QDate birthDate);
 /// age on `date`.
 double RestingEnergyKcal(const CUserInformation& user, const CTargets& targets, QDate date);
 
-/// Daily energy in kcal: the need (resting energy times the activity factor), less or plus what
-/// the weekly rate asks for. The age is that on the start date.
+/// Daily energy in kcal: the need (resting energy times the activity factor) minus or plus the
+/// energy of the weekly rate. The age is that on the start date.
 double PlannedEnergyKcal(const CUserInformation& user, const CTargets& targets);
 
-/// Weeks to the goal; nothing when there is nothing to show.
+/// Weeks to the goal; nothing when the weights are equal or there is no rate.
 std::optional<int> WeeksToGoal(const CTargets& targets);
 
-/// The rate decides the goal date, or the goal date the rate; both leave the targets as they are
-/// when the weights or the rate give no sensible answer.
+/// FollowRate sets the goal date from the rate, FollowGoalDate the rate from the goal date. Nothing
+/// is changed when the weights differ too little or too much, or without a rate or time to the
+/// goal.
 void FollowRate(CTargets& targets);
 void FollowGoalDate(CTargets& targets);
 
-/// Nutrient targets from the daily energy and the diet type. The custom type leaves all targets
-/// as they are; the user-defined nutrients always keep theirs.
+/// Sets the nutrient targets from the daily energy and the diet type. The custom type changes no
+/// target, and the targets of user-defined nutrients never change.
 void RecalculateNutrientTargets(CTargets& targets);
 
 inline constexpr double kLowestWeightKg = 10;
 inline constexpr double kHighestWeightKg = 250;
-/// Both limits are allowed, also when they were typed in pounds.
+/// The limits themselves are allowed, also when they were typed in pounds.
 bool IsWeightAllowed(double weightKg);
 
-/// First reason why the dialog must stay open, as its message; nothing when all is well.
+/// The message about the first invalid value; nothing when all are valid.
 std::optional<QString> CheckUserInformation(const CUserInformation& user);
 std::optional<QString> CheckTargets(const CTargets& targets);
 /// "Your daily energy intake is too low. ..." below 1200 kcal, a warning only.
 std::optional<QString> EnergyWarning(const CTargets& targets);
 
-/// The need and the rate give the daily energy when there is none (below 0.001 kcal).
+/// Sets a missing daily energy (below 0.001 kcal) to PlannedEnergyKcal.
 void FillMissingEnergy(const CUserInformation& user, CTargets& targets);
 
-/// What "OK" of the targets dialog does once CheckTargets is content: fills in a missing daily
-/// energy, shows EnergyWarning and recalculates the nutrient targets.
+/// What "OK" of the targets dialog does after CheckTargets: fills in a missing daily energy, shows
+/// EnergyWarning and recalculates the nutrient targets.
 void ConfirmTargets(const CUserInformation& user, CTargets& targets);

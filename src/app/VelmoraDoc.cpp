@@ -74,7 +74,8 @@ bool CVelmoraDoc::OpenCatalogue() {
     SaveViewState();
     m_settingsLoaded = false;
     m_nutrientNames.clear();
-    // The one before closes the volume here: it has one owner at a time.
+    // This destroys the former database object, which closes the volume: it has one owner at a
+    // time.
     m_database = std::make_unique<CDatabase>(m_volumePath);
     m_database->GetStore().SetLossHost(m_lossHost);
     if (!m_database->OpenCatalogue()) {
@@ -148,7 +149,7 @@ void CVelmoraDoc::ReadSettings(const QString& name) {
     m_settings = CProfileSettings::FromRecord(m_storedRecord);
     m_settings.user.name = name;
     m_savedSettings = m_settings;
-    m_standIn = isUnreadable ? EStandIn::Shown : EStandIn::None;
+    m_defaults = isUnreadable ? EDefaults::Unconfirmed : EDefaults::NotUsed;
     m_settingsLoaded = true;
     if (isUnreadable) {
         ShowMessage(FormatText("The settings of user profile '%s' cannot be read. Default settings "
@@ -232,8 +233,8 @@ bool CVelmoraDoc::DeleteUserProfiles(const QStringList& names) {
 }
 
 bool CVelmoraDoc::SaveSettings() {
-    if (m_standIn == EStandIn::Shown) {
-        m_standIn = EStandIn::Confirmed;
+    if (m_defaults == EDefaults::Unconfirmed) {
+        m_defaults = EDefaults::Confirmed;
     }
     if (!WriteChanges()) {
         return false;
@@ -243,7 +244,7 @@ bool CVelmoraDoc::SaveSettings() {
 }
 
 bool CVelmoraDoc::SaveViewState() {
-    return m_standIn != EStandIn::Shown && WriteChanges();
+    return m_defaults != EDefaults::Unconfirmed && WriteChanges();
 }
 
 bool CVelmoraDoc::WriteChanges() {
@@ -252,7 +253,7 @@ bool CVelmoraDoc::WriteChanges() {
     }
     CProfileRecord record = m_storedRecord;
     m_settings.ChangesToRecord(m_savedSettings, record);
-    if (record == m_storedRecord && m_standIn == EStandIn::None) {
+    if (record == m_storedRecord && m_defaults == EDefaults::NotUsed) {
         return true;
     }
     if (!m_database->Profiles().SaveRecord(record)) {
@@ -261,7 +262,7 @@ bool CVelmoraDoc::WriteChanges() {
     }
     m_savedSettings = m_settings;
     m_storedRecord = record;
-    m_standIn = EStandIn::None;
+    m_defaults = EDefaults::NotUsed;
     return true;
 }
 

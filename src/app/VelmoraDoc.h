@@ -12,7 +12,7 @@
 #include "platform/RegistrySettings.h"
 #include "store/Database.h"
 
-/// The dialogs of the start sequence, played by windows or by a test. Each returns false (or an
+/// The dialogs of the start sequence; windows or a test implement them. Each returns false (or an
 /// empty name) when it is cancelled.
 class CStartDialogs {
   public:
@@ -27,9 +27,9 @@ class CStartDialogs {
 /// The last find in a kind of the catalogue.
 struct CFindState {
     QString name;
-    QStringList types;   ///< the item's type holds them all
-    ObjectId found = 0;  ///< record of the last match
-    int next = 0;        ///< where "find next" goes on once that record is gone
+    QStringList types;   ///< all of them must occur in the item's type
+    ObjectId found = 0;  ///< record of the last match; 0: none
+    int next = 0;        ///< position where "find next" continues if that record is deleted
 
     [[nodiscard]] bool HasTexts() const {
         return !name.isEmpty() || !types.join(QString()).isEmpty();
@@ -53,17 +53,18 @@ class CVelmoraDoc {
     CVelmoraDoc(const CVelmoraDoc&) = delete;
     CVelmoraDoc& operator=(const CVelmoraDoc&) = delete;
 
-    /// The whole start sequence up to the last active tab. False after the message that says why;
-    /// the program then ends without a main window.
+    /// The whole start sequence up to the last active tab. A failure shows a message and returns
+    /// false; the program then ends without a main window.
     bool Start(CStartDialogs& dialogs);
-    /// Start over again with the file that is at the volume's path now; what the settings hold and
-    /// the lost volume does not is dropped. No view may be left.
+    /// Starts again with the file that is now at the volume's path; settings that were not saved
+    /// are lost. All views must have been destroyed.
     bool Restart(CStartDialogs& dialogs);
-    /// For this and every later database object.
+    /// Applies to this and every later database object.
     void SetLossHost(CLossHost host);
-    /// Whether a dialog may close: what was typed is stored, or staying open would not help.
+    /// Whether a dialog may close after trying to store what was typed. It stays open only when the
+    /// volume was lost, so that nothing typed is lost too.
     [[nodiscard]] bool MayClose(bool isStored) const;
-    /// Opens the volume and the catalogue alone. Failure shows "Cannot open database."
+    /// Opens the volume and the catalogue, without a profile. Failure shows "Cannot open database."
     /// with the file and the reason.
     bool OpenCatalogue();
     /// Shows "Invalid command: OnNewDocument": the document is only ever opened.
@@ -72,68 +73,70 @@ class CVelmoraDoc {
     CDatabase& Database() { return *m_database; }
     CRegistrySettings& Registry() { return m_registry; }
 
-    /// Makes a stored profile active: loads it, names the energy after its unit and remembers the
-    /// profile in the registry.
+    /// Makes a stored profile active: loads it, renames the energy nutrient after its unit and
+    /// stores the profile's name in the registry.
     bool SetActiveProfile(const QString& name);
-    /// Opens a stored profile (never creating) and loads its settings; nothing of it is written.
-    /// Defaults stand in for a record of another version or a damaged one, after a message that
-    /// says so. The profile loaded before is saved first, and stays on failure.
+    /// Opens a stored profile (never creating one) and loads its settings without writing any. For
+    /// a damaged record or one of another version a message is shown and defaults are used. The
+    /// profile loaded before is saved first, and stays loaded on failure.
     bool LoadProfile(const QString& name);
     [[nodiscard]] bool IsProfileActive() const { return m_settingsLoaded; }
     [[nodiscard]] QString GetActiveProfile() const;
 
-    /// Whether databases of that profile could be created: "Please enter user name.", "User name
-    /// is too long. Maximum is 21 characters.", "User profile '%s' already exists." when one of
-    /// the four names is taken (without case); nothing when all is well. Outer blanks do not count.
+    /// Why no profile of that name can be created: "Please enter user name.", "User name is too
+    /// long. Maximum is 21 characters.", or "User profile '%s' already exists." when one of the
+    /// four names is taken (without case); nothing when it can. Outer blanks do not count.
     std::optional<QString> CheckNewProfileName(const QString& name);
-    /// Creates the four databases and stores the settings; nothing is left behind on failure. A
-    /// name that CheckNewProfileName refuses shows its message. The active profile stays active.
+    /// Creates the four databases and stores the settings: all or nothing. A refused name shows the
+    /// message of CheckNewProfileName. The active profile stays active.
     bool CreateProfile(const CProfileSettings& settings);
     /// The three dialogs one after the other, then CreateProfile and SetActiveProfile.
     bool RunNewProfileSequence(CStartDialogs& dialogs);
-    /// Asks and deletes; see the messages in the source. `names` are the selected ones.
+    /// Deletes the selected profile after a question. Refuses, with a message, unless exactly one
+    /// is selected and it is not the active one.
     bool DeleteUserProfiles(const QStringList& names);
 
     CProfileSettings& Settings() { return m_settings; }
     [[nodiscard]] const CProfileSettings& Settings() const { return m_settings; }
     [[nodiscard]] const CPreferences& Preferences() const { return m_settings.preferences; }
     /// Writes what has changed in the settings to the profile's record, and renames the energy
-    /// after its unit; to be called after every dialog that changes them. Defaults that stand in
-    /// for a record are confirmed with it. Failure shows "Cannot save user profile (error# %d).".
+    /// nutrient after its unit. Call after every dialog that changes settings: this also confirms
+    /// defaults that replaced an unreadable record. Failure shows "Cannot save user profile
+    /// (error# %d).".
     bool SaveSettings();
-    /// The same for the state of the windows, which nobody confirms: it is lost as long as
-    /// defaults stand in for a record.
+    /// Writes changed settings that no dialog confirms, such as column widths. Writes nothing, and
+    /// returns false, while defaults replace an unreadable record.
     bool SaveViewState();
 
     /// "Velmora:" and the profile's name, cut to 18 characters and "..." when longer.
     [[nodiscard]] QString GetTitle() const;
-    /// The 54 names as the user sees them, read once until they change; the energy in the unit of
-    /// the profile loaded.
+    /// The 54 names as the user sees them, the energy with the unit of the loaded profile. Cached
+    /// until ForgetNutrientNames.
     const QStringList& NutrientNames();
     void ForgetNutrientNames() { m_nutrientNames.clear(); }
 
     // View state that outlives a view.
     QDate dayShown;
     int selectedMeal = kAllMeals;
-    bool isFirstRun = false;  ///< the start made the volume's first profile
+    bool isFirstRun = false;  ///< the start created the volume's first profile
     int weightGraphSpan = 3;  ///< EGraphSpan: all weights
     CCatalogueState& CatalogueState(ECatalogueKind kind) {
         return m_catalogueStates.at(static_cast<std::size_t>(kind));
     }
 
-    /// The last find in a kind, which begins with the texts that the active profile has kept.
+    /// The last find in a kind; at first with the texts stored with the active profile.
     CFindState& FindState(ECatalogueKind kind);
-    /// Takes the texts of a new find and keeps them with the active profile. False when they could
-    /// not be stored and last no longer than the program.
+    /// Sets the texts of a new find and stores them with the active profile. False when they could
+    /// not be stored and are kept only until the program ends.
     [[nodiscard]] bool KeepFindTexts(ECatalogueKind kind, const QString& name,
                                      const QStringList& types);
 
   private:
-    /// Whether the settings are defaults in the place of a record that could not be read.
-    enum class EStandIn {
-        None,
-        Shown,      ///< and must not be written yet
-        Confirmed,  ///< by a dialog; to be written as soon as that succeeds
+    /// Whether the settings are defaults that replace an unreadable record.
+    enum class EDefaults {
+        NotUsed,
+        Unconfirmed,  ///< must not be written yet
+        Confirmed,    ///< by a dialog, and not written yet
     };
 
     bool ChooseProfile(CStartDialogs& dialogs);
@@ -149,10 +152,10 @@ class CVelmoraDoc {
     CLossHost m_lossHost;
     std::unique_ptr<CDatabase> m_database;
     CProfileSettings m_settings;
-    CProfileSettings m_savedSettings;  ///< as they were loaded or written last
-    CProfileRecord m_storedRecord;     ///< what the profile's record holds now
+    CProfileSettings m_savedSettings;  ///< as last loaded or written
+    CProfileRecord m_storedRecord;     ///< as last loaded or written
     bool m_settingsLoaded = false;
-    EStandIn m_standIn = EStandIn::None;
+    EDefaults m_defaults = EDefaults::NotUsed;
     QStringList m_nutrientNames;
     std::array<CCatalogueState, 4> m_catalogueStates;
 };

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 QDateEdit* CreateDateEdit(QDate date, const QString& objectName, QWidget* parent) {
     auto* edit = new QDateEdit(date, parent);
     edit->setObjectName(objectName);
-    edit->setMinimumDate(DateOf(0));  // moments count from there
+    edit->setMinimumDate(DateOf(0));  // the earliest moment a diary can store
     edit->setDisplayFormat(ShownDateFormat());
     edit->setCalendarPopup(true);
     edit->setKeyboardTracking(false);
@@ -24,7 +24,7 @@ QTimeEdit* CreateTimeField(QWidget* parent) {
     QString format = QLocale().timeFormat(QLocale::ShortFormat);
     const qsizetype minutes = format.indexOf("mm"_L1);
     if (!format.contains("ss"_L1) && minutes > 0) {
-        // Behind the minutes, with the separator before them.
+        // After the minutes, with the separator that precedes them.
         format.insert(minutes + 2, format.sliced(minutes - 1, 1) + "ss"_L1);
     }
     field->setDisplayFormat(format);

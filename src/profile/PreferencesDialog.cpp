@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int kNameColumn = 0;
 constexpr int kDisplayColumn = 1;
-constexpr int kListRows = 6;  // in sight at least
+constexpr int kListRows = 6;  // visible at least
 
 void Toggle(QAbstractItemModel* model, int row) {
     const QModelIndex display = model->index(row, kDisplayColumn);
@@ -23,7 +23,7 @@ void Toggle(QAbstractItemModel* model, int row) {
     model->setData(display, shown ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
 }
 
-/// The check list: Space and a click on the name toggle the row as a click on the box does.
+/// The check list: Space and a click on the name toggle a row, just as a click on its box does.
 class CNutrientChecks : public QTreeView {
   public:
     explicit CNutrientChecks(QStandardItemModel* nutrients) {

@@ -36,7 +36,7 @@ bool CStartWindows::EditUserInformation(CUserInformation& user, const CPreferenc
 
 bool CStartWindows::EditTargets(CTargets& targets, const CUserInformation& user,
                                 const CPreferences& preferences) {
-    // The profile may not be active yet, so the names may still tell another one's energy unit.
+    // The profile may not be active yet, so the names may have another profile's energy unit.
     QStringList names = m_doc.NutrientNames();
     names[kEnergyIndex] =
         CStoredNutrientNames::EnergyName(UnitName(preferences.energyUnit, EUnitForm::Abbreviated));

@@ -1,5 +1,5 @@
-// The start sequence's dialogs as windows. The frame shows the last three again later, on the
-// active profile's settings, and then has the document save them.
+// The start sequence's dialogs as windows. The frame also uses the last three to edit the active
+// profile's settings, which the document then saves.
 #pragma once
 
 #include "app/VelmoraDoc.h"
@@ -11,7 +11,8 @@ class CStartWindows : public CStartDialogs {
     CStartWindows(CVelmoraDoc& doc, QWidget* parent);
     QString SelectUserProfile() override;
     bool EditPreferences(CPreferences& preferences) override;
-    /// A user without a name is new, and the name given must be free; a name once given stays.
+    /// A user without a name is new: the name typed must not be taken. An existing name cannot be
+    /// changed.
     bool EditUserInformation(CUserInformation& user, const CPreferences& preferences) override;
     bool EditTargets(CTargets& targets, const CUserInformation& user,
                      const CPreferences& preferences) override;

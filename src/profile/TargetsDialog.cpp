@@ -87,7 +87,7 @@ void CTargetsDialog::AddNutrients(const QStringList& names) {
     m_nutrients = new CGrid(EGridKind::Values, {u"Nutrient (unit)"_s, u"Target"_s, caption},
                             u"Nutrient targets"_s, this);
     m_nutrients->model()->setHeaderData(kCalculatedColumn, Qt::Horizontal,
-                                        u"Targets that OK and %1 put in place"_s.arg(caption),
+                                        u"Targets that OK or %1 would set"_s.arg(caption),
                                         Qt::ToolTipRole);
     m_nutrients->setObjectName(u"nutrients"_s);
     m_nutrients->SetRowCount(kNutrientCount);

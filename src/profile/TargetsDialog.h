@@ -30,7 +30,7 @@ class CTargetsDialog : public CDialog {
     void AddPlan(const CPreferences& preferences);
     void AddNutrients(const QStringList& names);
     void ConnectFields();
-    /// Hands every field to the form, then shows what became of it.
+    /// Passes every field to the form, then shows the result.
     void ReadFields();
     void ShowForm();
 

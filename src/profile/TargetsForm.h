@@ -1,12 +1,12 @@
-// What the targets dialog decides, without its window: texts in the profile's units go in and out,
-// and every change makes the rest of the plan follow.
+// The rules of the targets dialog, without its window: texts in the profile's units go in and out,
+// and every change updates the rest of the plan.
 #pragma once
 
 #include "app/Preferences.h"
 #include "app/UnitTexts.h"
 #include "app/UserProfile.h"
 
-/// The fields that the plan is typed into.
+/// The texts of the fields of the plan.
 struct CTargetsFields {
     QDate startDate;
     CUnitTexts startWeight;
@@ -17,18 +17,18 @@ struct CTargetsFields {
     bool operator==(const CTargetsFields&) const = default;
 };
 
-/// A field whose text is still the shown one keeps its stored value, so nothing is lost to the
-/// rounding of what is shown. Typed texts that are no numbers count 0.
+/// A field whose text was not changed keeps its stored value, so rounding for display loses
+/// nothing. A typed text without a number counts as 0.
 ///
-/// A new rate moves the goal date, a new goal date the rate. These, the weights and the start date
-/// compute the daily energy again; a typed daily energy stays until then.
+/// A new rate changes the goal date, a new goal date changes the rate. Both, and the weights and
+/// the start date, recalculate the daily energy; a typed daily energy stays until then.
 ///
-/// The nutrient targets are the stored or typed ones until Recalculate or Confirm: choosing a diet
-/// type or changing the plan leaves them alone, and the custom type chosen again finds them as they
-/// were. CalculatedText shows meanwhile what they would become.
+/// The nutrient targets stay as stored or typed until Recalculate or Confirm: neither another diet
+/// type nor a change of the plan touches them, so going back to the custom type loses nothing.
+/// CalculatedText shows what they would become.
 class CTargetsForm {
   public:
-    /// A missing daily energy is computed at once.
+    /// Calculates a missing daily energy at once.
     CTargetsForm(const CTargets& targets, CUserInformation user, const CPreferences& preferences);
 
     [[nodiscard]] const CTargets& GetTargets() const { return m_targets; }
@@ -38,22 +38,21 @@ class CTargetsForm {
     /// "%d wks", or empty.
     [[nodiscard]] QString WeeksText() const;
     [[nodiscard]] QString TargetText(int nutrient) const;
-    /// What the daily energy and the diet type chosen now give for the target; empty where they
-    /// decide nothing.
+    /// What Recalculate would set the target to; empty where it would not change it.
     [[nodiscard]] QString CalculatedText(int nutrient) const;
-    /// The custom type leaves the targets to the user.
+    /// False for the custom type, whose targets are the user's.
     [[nodiscard]] bool CanRecalculate() const { return m_targets.dietType != kCustomDiet; }
 
     /// Takes over the fields that differ from GetFields.
     void SetFields(const CTargetsFields& fields);
     /// 0 to 6.
     void SetDietType(int dietType);
-    /// Changing a target that the diet type decides makes the type the custom one, so that the
-    /// typed value stays.
+    /// Changing a target that follows from the diet type selects the custom type, so that the typed
+    /// value stays.
     void TypeTarget(int nutrient, const QString& text);
-    /// Nutrient targets from the daily energy (computed when missing) and the diet type.
+    /// Sets the nutrient targets from the daily energy (calculated when missing) and the diet type.
     void Recalculate();
-    /// Shows what is wrong and returns false, or completes the targets.
+    /// Shows the first error and returns false, or completes the targets.
     bool Confirm();
 
   private:

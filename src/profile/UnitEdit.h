@@ -1,4 +1,4 @@
-// A weight or height as it is typed: one field with its unit behind it, or two.
+// A weight or height as it is typed: one field followed by its unit, or two.
 #pragma once
 
 #include <QWidget>
@@ -10,8 +10,8 @@ class QLineEdit;
 class CUnitEdit : public QWidget {
     Q_OBJECT
   public:
-    /// `labels` as WeightLabels and HeightLabels give them; the fields are called `objectName`
-    /// with "Major" and "Minor".
+    /// `labels` as returned by WeightLabels and HeightLabels. The fields' object names are
+    /// `objectName` with "Major" and "Minor" appended.
     CUnitEdit(const CUnitTexts& labels, const QString& accessibleName, const QString& objectName);
 
     void SetTexts(const CUnitTexts& texts);

@@ -87,7 +87,7 @@ CUserInformation CUserInformationDialog::ReadFields() const {
     user.isMale = m_male->isChecked();
     user.birthDate = m_birthDate->date();
     user.activityLevel = m_activityLevel->currentIndex();
-    // An untouched height keeps what the shown digits leave out.
+    // An unchanged height keeps its digits beyond those shown.
     const CUnitTexts height = m_height->GetTexts();
     if (height != HeightTexts(m_user.heightCm, m_heightUnit)) {
         user.heightCm = ReadHeightCm(height, m_heightUnit);

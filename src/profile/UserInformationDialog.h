@@ -17,10 +17,10 @@ class QRadioButton;
 class CUserInformationDialog : public CDialog {
     Q_OBJECT
   public:
-    /// Tells why a new name cannot be used, as the message to show; nothing when it can.
+    /// Returns the message why a new name cannot be used; nothing when it can.
     using NameCheck = std::function<std::optional<QString>(const QString& name)>;
 
-    /// Without a name check the profile exists and its name cannot be changed.
+    /// Without `checkName` the profile exists and its name cannot be changed.
     CUserInformationDialog(CUserInformation user, const CPreferences& preferences,
                            NameCheck checkName, QWidget* parent);
     [[nodiscard]] const CUserInformation& GetUser() const { return m_user; }
