@@ -15,7 +15,7 @@ struct CChannel {
     QLatin1StringView objectName;
 };
 
-/// In the order of the sliders, which is that of the bytes from the low one up.
+/// In the order of the sliders and of the bytes, lowest first.
 constexpr std::array<CChannel, 3> kChannels = {{
     {"Red:"_L1, "red"_L1},
     {"Green:"_L1, "green"_L1},

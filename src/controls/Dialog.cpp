@@ -19,11 +19,11 @@
 namespace {
 
 constexpr int kMargin = 6;
-/// Screens narrower than this are handhelds: dialogs fill them.
+/// Dialogs fill screens narrower than this, in logical pixels.
 constexpr int kSmallScreenWidth = 400;
 
-/// Lets three buttons stand side by side on the narrowest screen, and a click on one leave the
-/// focus where it is, so that an open editor is still there to be ended.
+/// Lets three buttons fit side by side on the narrowest screen, and keeps the focus where it is on
+/// a click, so that an open editor is ended by accept or reject.
 void MakeCompact(QPushButton* button) {
     const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
     button->setMinimumWidth(text.width() + 4 * kMargin);
@@ -81,7 +81,7 @@ void CDialog::accept() {
         return;
     }
     EndInPlaceControls(this, EInPlaceEnd::Commit);
-    // A click on OK leaves the focus in the field, whose text may not be taken over yet.
+    // A click on OK leaves the focus in the field, which may not have read its text yet.
     if (auto* field = qobject_cast<QAbstractSpinBox*>(focusWidget())) {
         field->interpretText();
     }
@@ -129,7 +129,7 @@ void CDialog::SetPreferredSize(int width, int height) {
     m_preferredSize = {width, height};
 }
 
-// The fields are made after the buttons, which would make them follow the buttons with the Tab key.
+// The fields are created after the buttons, so by default Tab would reach them after the buttons.
 void CDialog::OrderTabs() {
     const QWidget* page = m_scroll->widget();
     QWidget* first = nullptr;
@@ -162,7 +162,7 @@ void CDialog::showEvent(QShowEvent* event) {
         OrderTabs();
         WatchWheel();
     }
-    // Whoever set a size already gets it.
+    // A size that the caller has set is kept.
     if (!event->spontaneous() && !testAttribute(Qt::WA_Resized)) {
         const QRect available = screen()->availableGeometry();
         if (available.width() < kSmallScreenWidth) {
@@ -199,7 +199,7 @@ void CDialog::WatchWheel() {
 }
 
 void CDialog::ShowFocusWidget(QWidget* focus) {
-    // What is being clicked is in sight and must not move away under the pointer.
+    // A clicked widget is visible already and must not move away under the pointer.
     if (focus != nullptr && m_scroll->widget()->isAncestorOf(focus) &&
         QGuiApplication::mouseButtons() == Qt::NoButton) {
         m_scroll->ensureWidgetVisible(focus);

@@ -1,5 +1,5 @@
-// The frame every dialog of the program stands in: a content that scrolls on small screens, and a
-// row of buttons that is always in sight.
+// The base of every dialog: content that scrolls on small screens, and a row of buttons that is
+// always visible.
 #pragma once
 
 #include <QDialog>
@@ -13,23 +13,23 @@ class QPushButton;
 class QScrollArea;
 class QVBoxLayout;
 
-/// Derived dialogs put their fields into Content() and decide in Confirm. The dialog opens at its
-/// preferred size, or as its content asks for, and no larger than the screen; it fills a small one.
+/// Derived dialogs put their fields into Content() and apply their rules in Confirm. A dialog opens
+/// at its preferred size, or else at that of its content, limited to the screen; it fills a small
+/// screen.
 class CDialog : public QDialog {
     Q_OBJECT
   public:
     CDialog(const QString& title, QWidget* parent);
     ~CDialog() override;
 
-    /// Closes an overlay and nothing else while there is one. Otherwise ends an in-place edit
-    /// anywhere inside, so that a pending text reaches its owner; then asks Confirm and closes
-    /// with OK when it agrees.
+    /// If an overlay is open, only closes that. Otherwise ends any in-place edit, so that its text
+    /// reaches its owner, then calls Confirm and closes with OK when it returns true.
     void accept() override;
-    /// What OK does with what Confirm took over, such as storing it; false keeps the dialog open.
+    /// What OK does after Confirm, such as storing the result; false keeps the dialog open.
     void SetOnConfirmed(std::function<bool()> store) { m_store = std::move(store); }
     int exec() override;
-    /// Closes an overlay and nothing else while there is one. Otherwise drops an in-place edit
-    /// and closes with Cancel.
+    /// If an overlay is open, only closes that. Otherwise cancels any in-place edit and closes with
+    /// Cancel.
     void reject() override;
 
   protected:
@@ -40,10 +40,9 @@ class CDialog : public QDialog {
     QFormLayout* AddForm();
     /// Extra button at the left of OK and Cancel.
     QPushButton* AddButton(const QString& text);
-    /// Where a pick list lies over the content and leaves the buttons in sight: its parent.
+    /// Parent for an overlay such as a pick list, which covers the content but not the buttons.
     [[nodiscard]] QWidget* OverlayParent() const;
-    /// Closes what OK and Cancel have to close before the dialog itself, such as a pick list;
-    /// false when nothing was open.
+    /// Closes the overlay; false when none was open.
     virtual bool CloseOverlay() { return false; }
     /// Reads the fields and applies the rules; false keeps the dialog open.
     virtual bool Confirm() { return true; }
@@ -51,7 +50,7 @@ class CDialog : public QDialog {
     void SetPreferredSize(int width, int height);
 
     void showEvent(QShowEvent* event) override;
-    /// The wheel turns the field that has the focus, and scrolls the content elsewhere.
+    /// The wheel changes a field only when it has the focus; otherwise it scrolls the content.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:

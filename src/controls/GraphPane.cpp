@@ -14,8 +14,8 @@ namespace {
 constexpr int kMargin = 6;
 constexpr int kLeastHeight = 60;
 constexpr double kGridAlpha = 0.18;
-constexpr int kReach = 24;  ///< pixels around a value that point at it
-/// The accessibility interface gets so many of the last values.
+constexpr int kReach = 24;  ///< pixels between the pointer and a value that shows its tool tip
+/// The accessible description has at most this many values, the last ones.
 constexpr size_t kMostSpoken = 31;
 }  // namespace
 

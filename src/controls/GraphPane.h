@@ -1,5 +1,5 @@
-// The frame of a graph: background, axes with their labels, what is said on hovering and to the
-// accessibility interface, and what stands there while there is nothing to draw.
+// The base of the graphs: background, axes with their labels, tool tips, the description for the
+// accessibility interface, and a text while there is nothing to draw.
 #pragma once
 
 #include <QWidget>
@@ -7,15 +7,15 @@
 
 #include "controls/GraphScale.h"
 
-/// One thing that can be pointed at.
+/// A drawn value that has a tool tip.
 struct CGraphValue {
     QPointF place;  ///< logical pixels
     size_t datum;   ///< index into the graph's own data
 };
 
-/// Derived graphs lay their data out in Layout, at every change of size too, and draw it in
-/// PaintData, both within Plot(). Words are asked for only when they are shown or spoken. All
-/// drawing is antialiased and in logical pixels, so it stays sharp on any screen.
+/// Derived graphs compute positions in Layout, which is also called at every change of size, and
+/// draw in PaintData, both within Plot(). Texts are requested only when they are shown or spoken.
+/// All drawing is antialiased and in logical pixels, so it stays sharp on any screen.
 class CGraphPane : public QWidget {
     Q_OBJECT
   public:
@@ -34,24 +34,24 @@ class CGraphPane : public QWidget {
     };
 
     virtual CColors Colors() const = 0;
-    /// What to say instead of drawing; empty when there is something to draw.
+    /// The text to show instead of a graph; empty when there is something to draw.
     virtual QString EmptyText() const = 0;
-    /// Calls SetValueAxis and SetBottomLabels, and gives the values that can be pointed at.
+    /// Calls SetValueAxis and SetBottomLabels, and returns the values that have a tool tip.
     virtual std::vector<CGraphValue> Layout() = 0;
-    /// "31 May 2026: 71.50 kg".
+    /// Tool tip of a value, "31 May 2026: 71.50 kg".
     [[nodiscard]] virtual QString TextOf(size_t datum) const = 0;
     virtual void PaintData(QPainter& painter) = 0;
 
     /// The rectangle of the data; valid from SetValueAxis on.
     [[nodiscard]] QRectF Plot() const { return m_plot; }
     [[nodiscard]] const CScale& ValueScale() const { return m_scale; }
-    /// Covers the range with as many ticks as fit; `unit` stands over the axis. `headRoom` is kept
-    /// free at the top.
+    /// Covers the range with as many ticks as fit; `unit` is written above the axis. `headRoom`
+    /// logical pixels are kept free at the top.
     void SetValueAxis(double low, double high, const QString& unit, int headRoom = 0);
     void SetBottomLabels(std::vector<CBottomLabel> labels) { m_labels = std::move(labels); }
-    /// How many labels like this one fit along the bottom.
+    /// How many labels as wide as `widest` fit along the bottom; at least 1.
     [[nodiscard]] int BottomLabelRoom(const QString& widest) const;
-    /// To be called when data, units or colours have changed.
+    /// Call when data, units or colours have changed.
     void LayOut();
 
     void paintEvent(QPaintEvent* event) override;

@@ -7,10 +7,10 @@
 
 namespace {
 constexpr int kMostDecimals = 6;
-/// Ranges below these, absolutely and as a share of the value, have no labels of their own.
+/// Ranges below these, absolute and as a share of the value, are too small for distinct labels.
 constexpr double kLeastRange = 1e-5;
 constexpr double kLeastShare = 1e-9;
-/// Damaged entries may hold anything; beyond this the arithmetic of axes would not be finite.
+/// Damaged entries may have any value; beyond this the arithmetic of axes would overflow.
 constexpr double kMostValue = 1e300;
 
 /// 1, 2 or 5 times a power of ten, not below `least`.
@@ -24,9 +24,9 @@ double RoundStep(double least) {
     return 10 * power;
 }
 
-/// A way to divide time: its first day on or after a day, its next one, its words.
+/// A step between date ticks and the format of their labels.
 struct CDateStep {
-    int days;  ///< 0 where months count
+    int days;  ///< 0 for steps in months
     int months;
     const char* format;
 };
@@ -40,13 +40,13 @@ constexpr std::array<CDateStep, 7> kDateSteps = {{
     {0, 12, "yyyy"},
 }};
 
-/// No more than one tick past `most`, which says that the step does not fit.
+/// Stops at `most` + 1 ticks, which means that the step is too small. `years` multiplies the step.
 std::vector<CDateTick> TicksOf(const CDateStep& step, int years, QDate from, QDate to, int most) {
     std::vector<CDateTick> ticks;
     const int months = step.months * years;
     QDate day = from;
     if (months > 0) {
-        // The first day of a month that the step divides the years by.
+        // The first day of a month whose number since year 0 is a multiple of the step.
         const int month = (from.year() * 12 + from.month() - 1 + months - 1) / months * months;
         day = QDate(month / 12, month % 12 + 1, 1);
         if (day < from) {

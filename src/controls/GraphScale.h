@@ -1,5 +1,5 @@
-// The scaling of the graphs: axes with round numbers, dates along the bottom, lines of no more
-// points than there are pixels.
+// The scaling of the graphs: axes with round numbers, dates along the bottom, lines with no more
+// points than pixel columns.
 #pragma once
 
 #include <QDate>
@@ -19,8 +19,7 @@ struct CAxis {
 };
 
 /// Covers `low` to `high` in steps of 1, 2 or 5 times a power of ten, with at most `mostTicks`
-/// ticks (2 or more). A single value gets room around it, and so do values that the labels could
-/// not tell apart.
+/// ticks (2 or more). A range too small for distinct labels, or of a single value, is widened.
 CAxis ValueAxis(double low, double high, int mostTicks);
 
 struct CDateTick {
@@ -43,10 +42,10 @@ struct CScale {
     }
 };
 
-/// The course of a line in pixels, sorted by x: for every two columns at most the lowest and the
+/// Thins a line in pixels, sorted by x: of every two pixel columns it keeps the lowest and the
 /// highest point, so that no peak is lost and there are no more points than columns.
 std::vector<QPointF> ThinnedLine(const std::vector<QPointF>& points);
 
-/// The part of the line between two points that lies within `left` to `right`; false when there
-/// is none.
+/// Cuts the line between two points to the part within `left` to `right`; false when there is
+/// none. Afterwards `from` is the left end.
 bool ClipLine(QPointF& from, QPointF& to, double left, double right);

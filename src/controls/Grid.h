@@ -13,8 +13,8 @@ class QStandardItemModel;
 /// Which cells of a grid open which editor. Further columns open none and show their texts in grey.
 enum class EGridKind {
     Values,   ///< column 1 opens an edit box
-    Choices,  ///< column 0 offers the grid's choices in a list, column 1 an edit box; one row is
-              ///< not enough for the edit box
+    Choices,  ///< column 0 opens a list of the grid's choices; column 1 an edit box, if there are
+              ///< two rows or more
     Checks,   ///< column 0 has a check box and opens an edit box
 };
 
@@ -35,12 +35,12 @@ class CGrid : public QTreeView {
     [[nodiscard]] int RowCount() const;
     [[nodiscard]] QString CellText(int row, int column) const;
     void SetCellText(int row, int column, const QString& text);
-    /// What is typed into a column ends after so many characters; a longer text that is there
-    /// stays whole.
+    /// Limits what is typed into a column, in UTF-16 units; a longer text that is there stays
+    /// whole.
     void SetMaxLength(int column, int length) { m_maxLengths.insert(column, length); }
-    /// What EGridKind::Choices offers.
+    /// The choices of EGridKind::Choices.
     void SetChoices(const QStringList& choices) { m_choices = choices; }
-    /// Lays the columns out for their texts, unless the user has dragged them.
+    /// Also fits the columns to their texts, unless the user has dragged them.
     void SetColumnShown(int column, bool isShown);
     /// Only of EGridKind::Checks.
     [[nodiscard]] bool IsChecked(int row) const;
@@ -52,7 +52,7 @@ class CGrid : public QTreeView {
     [[nodiscard]] bool IsEditing() const { return m_control != nullptr; }
     /// Ends an in-place edit so that its text reaches the owner; false when there was none.
     bool EndEditing();
-    /// The same without its text.
+    /// Ends an in-place edit without its text.
     void CancelEditing();
 
     [[nodiscard]] QSize sizeHint() const override;

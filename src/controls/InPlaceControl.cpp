@@ -12,11 +12,12 @@ namespace {
 
 /// The edit box leaves this much of its cell free at the right.
 constexpr int kEditRightGap = 4;
-/// The list leaves the row's beginning in sight.
+/// The list leaves the beginning of the row visible.
 constexpr int kListLeftGap = 19;
 constexpr int kMinimumListWidth = 10;
 constexpr int kDroppedRows = 8;
-/// The dropped list is as wide as the column so many to the left; where there is none, as the box.
+/// The drop-down list is as wide as the column this far to the left, or as the box if there is
+/// none.
 constexpr int kDroppedWidthColumnOffset = 16;
 /// Frame, margins and cursor of an edit box, both sides.
 constexpr int kEditPadding = 12;
@@ -70,7 +71,7 @@ void CInPlaceControl::Widen(int neededWidth) {
 void CInPlaceControl::Finish(bool cancelled) {
     m_cancelled = m_cancelled || cancelled;
     m_cell.list->setFocus();
-    // Inside an inactive window giving the focus away sends no event.
+    // In an inactive window moving the focus sends no event.
     End();
 }
 

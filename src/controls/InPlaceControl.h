@@ -11,19 +11,19 @@ class QTreeView;
 
 /// The cell that an editor covers, and what it calls when it ends.
 struct CInPlaceCell {
-    QTreeView* list;  ///< becomes the editor's home and gets the focus back
+    QTreeView* list;  ///< becomes the editor's parent and gets the focus back
     int row;
     int column;
     QRect rect;  ///< the cell in the list's viewport
     Qt::Alignment alignment;
-    /// Told once when the editor ends: the text, or nothing when it was cancelled.
+    /// Called once when the editor ends, with the text, or nothing when it was cancelled.
     std::function<void(int row, int column, const std::optional<QString>& text)> ended;
-    /// Tab or Shift+Tab ended it; comes after `ended`.
+    /// Called after `ended` when Tab or Shift+Tab ended the editor.
     std::function<void(int row, int column, bool forward)> tabbed;
 };
 
 /// What both editors share: Return commits, Escape cancels, Tab and loss of focus commit. Return
-/// and Escape give the focus back to the list. After its one notification an editor destroys
+/// and Escape give the focus back to the list. After it has called `ended`, an editor deletes
 /// itself.
 class CInPlaceControl {
   public:
@@ -31,7 +31,7 @@ class CInPlaceControl {
 
     void Commit() { Finish(false); }
     void Cancel() { Finish(true); }
-    /// Stands over the cell at `cell` from now on.
+    /// Moves the editor over the cell at `cell`.
     virtual void Place(const QRect& cell) = 0;
 
   protected:
@@ -77,7 +77,7 @@ class CInPlaceCellEdit : public QLineEdit, public CInPlaceControl {
 class CInPlaceList : public QComboBox, public CInPlaceControl {
     Q_OBJECT
   public:
-    /// `selected` is a position in `choices`, -1 for none of them.
+    /// `selected` is an index into `choices`, -1 for none of them.
     CInPlaceList(const CInPlaceCell& cell, const QStringList& choices, int selected,
                  const QString& text);
 

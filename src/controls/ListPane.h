@@ -1,4 +1,4 @@
-// A list with a line under it for what the list does not show.
+// A list with a line under it that says what the list does not show.
 #pragma once
 
 #include <QWidget>
@@ -12,9 +12,9 @@ class CListPane : public QWidget {
   public:
     explicit CListPane(QWidget* parent = nullptr);
 
-    /// Takes the list over, which is as large as the pane while there is nothing to say.
+    /// Takes ownership of the list, which fills the pane while there is no note.
     void SetList(QAbstractItemView* list);
-    /// The line "listNote", wrapped where it is long; an empty text hides it.
+    /// Sets the line under the list, wrapped when it is long; an empty text hides it.
     void SetNote(const QString& text);
 
   private:

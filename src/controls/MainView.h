@@ -1,4 +1,4 @@
-// What the main frame knows of the view it shows.
+// The interface between the main frame and the view it shows.
 #pragma once
 
 #include <QString>
@@ -9,14 +9,14 @@
 
 class QAction;
 
-/// One menu of the command bar; a null action stands for a separator.
+/// One menu of the command bar; a null action is a separator.
 struct CCommandMenu {
     QString title;  ///< "File", "Edit", "Tools"
     std::vector<QAction*> actions;
 };
 
-/// A view owns its actions; the frame only shows them. Actions carry their shortcut, and a tool
-/// tip where they also stand in the tool bar.
+/// A view owns its actions; the frame only shows them. Actions have their shortcut set, and a tool
+/// tip if they are also in the tool bar.
 class CMainView : public QWidget {
     Q_OBJECT
   public:
@@ -27,11 +27,11 @@ class CMainView : public QWidget {
     virtual std::vector<CCommandMenu> CommandBar() = 0;
     /// Buttons of the command bar, in order.
     virtual std::vector<QAction*> ToolButtons() { return {}; }
-    /// Before a dialog that may change what the view shows: keep what the document does not have
-    /// yet of the view's layout. (Dragged column widths reach it at once.)
+    /// Called before a dialog that may change what the view shows: the view passes the state of its
+    /// layout to the document. (Dragged column widths are passed at once.)
     virtual void StoreLayout() {}
-    /// After such a dialog, and after anything else that changed the stored data: build columns,
-    /// lists and totals anew.
+    /// Called after such a dialog, and after anything else that changed the stored data: the view
+    /// rebuilds its columns, lists and totals.
     virtual void DataChanged() = 0;
 
   signals:

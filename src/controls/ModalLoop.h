@@ -1,7 +1,8 @@
-// Whether some function is still waiting for a dialog, a box or a progress window.
+// Whether any function is waiting for a dialog, a message box or a progress window.
 #pragma once
 
-/// Lives while such a function runs. What must not happen beneath its feet waits until none does.
+/// Lives while such a function waits. Work that must not happen meanwhile, such as destroying a
+/// view, is put off until IsAny is false.
 class CModalLoop {
   public:
     CModalLoop() { ++s_count; }

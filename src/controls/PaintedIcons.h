@@ -1,5 +1,5 @@
-// The program's own icon set: drawn when painted, so sharp at every size and scale. No image files,
-// no icon theme.
+// The program's own icons, drawn when painted and so sharp at every size. No image files, no icon
+// theme.
 #pragma once
 
 #include <QColor>
@@ -7,7 +7,7 @@
 
 enum class EIcon { Apple, Card, Pot, Add, Delete, NewFolder, Find, FindNext };
 
-/// Without a colour, that of the palette's button texts at the moment of painting.
+/// An invalid colour is replaced by the palette's for button texts whenever the icon is painted.
 QIcon PaintedIcon(EIcon icon, const QColor& color = {});
-/// The program's own, in its own colours.
+/// The icon of the program itself, in fixed colours.
 QIcon ProgramIcon();

@@ -30,7 +30,7 @@ void CPickField::SetText(const QString& text) {
                 lineEdit()->setMaxLength(std::max(m_maxLength, static_cast<int>(text.size())));
             }
             setEditText(text);
-            lineEdit()->setCursorPosition(0);  // long names are told apart by their beginning
+            lineEdit()->setCursorPosition(0);  // show the beginning of a long text
         }
         return;
     }
@@ -48,7 +48,7 @@ void CPickField::keyPressEvent(QKeyEvent* event) {
     QComboBox::keyPressEvent(event);
 }
 
-// There is no list to turn through: the dialog scrolls instead.
+// There is no list to go through; the dialog scrolls instead.
 void CPickField::wheelEvent(QWheelEvent* event) {
     event->ignore();
 }

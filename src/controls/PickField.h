@@ -1,5 +1,4 @@
-// A field with a drop-down arrow whose list is not its own: the arrow and its keys ask for the
-// pick list of the dialog.
+// A combo box without a list of its own: its arrow and keys request the dialog's pick list.
 #pragma once
 
 #include <QComboBox>
@@ -9,7 +8,7 @@ class CPickField : public QComboBox {
   public:
     CPickField(bool isEditable, const QString& accessibleName, QWidget* parent = nullptr);
 
-    /// Limits what is typed, in UTF-16 units. A longer text that is set stands whole.
+    /// Limits what is typed, in UTF-16 units. A longer text passed to SetText is shown whole.
     void SetMaxLength(int length);
     void SetText(const QString& text);
     [[nodiscard]] QString GetText() const { return currentText(); }

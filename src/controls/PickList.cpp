@@ -93,7 +93,7 @@ void CPickList::Place() {
     const QRect area = parentWidget()->rect();
     const int below =
         m_above == nullptr ? 0 : m_above->mapTo(parentWidget(), m_above->rect().bottomLeft()).y();
-    // Half the parent is the least a list is useful in.
+    // A list lower than half its parent would be hard to use.
     const int top = std::clamp(below + 1, 0, area.height() / 2);
     setGeometry(area.adjusted(0, top, 0, 0));
 }

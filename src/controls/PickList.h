@@ -9,24 +9,24 @@
 class CListPane;
 class CReportList;
 
-/// What is offered: one column of rows, and a line under them, if any.
+/// The content of a pick list; `note` is the line under the rows, if any.
 struct CPickRows {
     QString header;
     QStringList rows;
     QString note = {};
 };
 
-/// Hidden until Open. Lies over its parent below a given widget, keyboard included: Return picks,
-/// Escape and Tab close, typing finds a row by its beginning. One click picks. The focus goes back
-/// to where it was when the list closes.
+/// Hidden until Open, then covers its parent below a given widget and takes the focus. A click or
+/// Return picks, Escape and Tab close, typing finds a row by its beginning. Closing gives the focus
+/// back to where it was.
 class CPickList : public QWidget {
     Q_OBJECT
   public:
     /// `parent` is CDialog::OverlayParent in a dialog.
     explicit CPickList(QWidget* parent);
 
-    /// Shows the rows over everything below `above`; the row `current` is selected when it is
-    /// among them. Opening an open list replaces its content.
+    /// Shows the rows over everything below `above` and selects the row `current`, if there is one.
+    /// Opening an open list replaces its content.
     void Open(QWidget* above, const CPickRows& content, const QString& current);
     [[nodiscard]] bool IsOpen() const;
     void Close();

@@ -46,7 +46,7 @@ CProgressWindow::CProgressWindow(const QString& caption, QWidget* mainWindow)
     if (m_mainWindow != nullptr) {
         m_focusBefore = m_mainWindow->focusWidget();
         m_mainWindow->setEnabled(false);
-        // The main window takes its child windows along.
+        // Disabling the main window has disabled its child windows, too.
         setEnabled(true);
     }
 }

@@ -11,8 +11,8 @@
 class QLabel;
 class QProgressBar;
 
-/// Disables its main window while it lives; null when there is none. The caption is "%s [%d%%]"
-/// once a position is set.
+/// Disables `mainWindow` (may be null) while it lives. The caption is "%s [%d%%]" once a position
+/// is set.
 class CProgressWindow : public QDialog, public CProgress {
     Q_OBJECT
   public:
@@ -25,16 +25,16 @@ class CProgressWindow : public QDialog, public CProgress {
     void Step() override;
     void Show() override;
     void Hide() override;
-    /// Handles the waiting events, but not more often than every few milliseconds; always at the
-    /// first call after Show.
+    /// Processes pending events, but at most every few milliseconds; always at the first call after
+    /// Show.
     void Pump() override;
     [[nodiscard]] bool IsCancelled() const override { return m_cancelled; }
 
-    /// Escape and the close button cancel as " Cancel " does.
+    /// Escape and the close button cancel, too.
     void reject() override;
 
   private:
-    CModalLoop m_loop;  ///< it handles events while the work goes on
+    CModalLoop m_loop;  ///< since Pump processes events while the work goes on
     QString m_caption;
     QPointer<QWidget> m_mainWindow;
     QPointer<QWidget> m_focusBefore;

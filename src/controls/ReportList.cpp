@@ -36,8 +36,8 @@ double Luminance(const QColor& color) {
 }  // namespace
 
 QColor ReadableTextColor(const QColor& background) {
-    // WCAG contrast is (lighter + 0.05) / (darker + 0.05); black and white meet where its square is
-    // 1.05 * 0.05.
+    // WCAG contrast is (lighter + 0.05) / (darker + 0.05), so that of black and that of white are
+    // equal where (luminance + 0.05) squared is 1.05 * 0.05.
     const double light = Luminance(background) + 0.05;
     return light * light > 1.05 * 0.05 ? Qt::black : Qt::white;
 }
@@ -100,7 +100,7 @@ class CReportList::CModel : public QAbstractTableModel {
         return role == Qt::DisplayRole ? m_columns[section].title : QVariant();
     }
 
-    /// Column -1 gives the owner's order back.
+    /// Column -1 restores the owner's order.
     void sort(int column, Qt::SortOrder order) override {
         emit layoutAboutToBeChanged();
         const QModelIndexList before = persistentIndexList();

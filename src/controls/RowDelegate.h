@@ -1,9 +1,9 @@
-// Rows with air around their texts.
+// Rows with room around their texts.
 #pragma once
 
 #include <QStyledItemDelegate>
 
-/// Windows and screens narrower than this, in logical pixels, have no room to spare.
+/// Windows and screens narrower than this, in logical pixels, use compact layouts.
 inline constexpr int kNarrowWidth = 480;
 
 /// Rows one and a half times as high as the font where the screen is not narrow.

@@ -22,7 +22,7 @@ QWidget* WindowInFront() {
     if (QWidget* active = QApplication::activeWindow()) {
         return active;
     }
-    // Another program is in front; the main window is still ours to cover.
+    // Another program is in front: cover the main window.
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window->isVisible() && window->windowType() == Qt::Window) {
             return window;
@@ -53,8 +53,8 @@ void MakePlain(QMessageBox& box) {
     }
 }
 
-/// The toolkit's own dialog without what a narrow screen has no room for; the platform's dialogs
-/// know their screens themselves.
+/// On a narrow screen, replaces the platform's dialog by Qt's own, without the parts that do not
+/// fit.
 void FitToNarrowScreen(QFileDialog& dialog) {
     constexpr int kNarrow = 480;
     const QRect screen = dialog.screen()->availableGeometry();
@@ -78,7 +78,7 @@ QString ChooseFile(const CFileChoice& choice, QFileDialog::AcceptMode acceptMode
     QFileDialog dialog(WindowInFront(), choice.title, {}, choice.filterName);
     dialog.setAcceptMode(acceptMode);
     dialog.setFileMode(fileMode);
-    // Leaves its point off by itself.
+    // The dialog strips the leading point.
     dialog.setDefaultSuffix(choice.defaultExtension);
     dialog.selectFile(choice.initialName);
     FitToNarrowScreen(dialog);

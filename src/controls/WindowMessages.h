@@ -1,4 +1,5 @@
-// The window program's answers: message boxes, file dialogs, the progress window, the wait cursor.
+// The message seam of the window program: message boxes, file dialogs, the progress window, the
+// wait cursor.
 #pragma once
 
 #include "platform/Messages.h"
