@@ -18,7 +18,7 @@ namespace {
 enum EColumn { kWeightColumn, kBmiColumn, kRiskColumn };
 constexpr int kRiskMargin = 3;
 
-/// Rows stand in their own colours, selected or not.
+/// Rows keep their own colours when they are selected.
 class CBmiDelegate : public QStyledItemDelegate {
   public:
     CBmiDelegate(const std::vector<CBmiTableItem>& items, QObject* parent)
@@ -54,7 +54,7 @@ class CBmiList : public CReportList {
                  [this](int row, int column) { return CellText(m_items[row], column); }});
     }
 
-    /// Brings the row of the current weight into view.
+    /// Selects the row of the current weight and scrolls it into view.
     void ShowCurrent() {
         const auto current = std::ranges::find_if(
             m_items, [](const CBmiTableItem& item) { return item.risk.endsWith("<--"_L1); });
@@ -100,7 +100,7 @@ CBmiDialog::CBmiDialog(const CBmiView& bmi, QWidget* parent) : CDialog(u"BMI"_s,
     Content()->addWidget(text);
     Content()->addWidget(heading);
     Content()->addWidget(list, 1);
-    // There is nothing to take back.
+    // There is nothing to cancel.
     findChild<QPushButton*>(u"cancel"_s)->hide();
     list->setFocus();
     SetPreferredSize(320, 420);

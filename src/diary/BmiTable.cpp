@@ -15,7 +15,7 @@ namespace {
 constexpr double kMetresPerCm = 0.01;
 constexpr double kMarginKg = 10;
 constexpr int kPoundsPerRow = 2;
-/// 64.8 kg at 180 cm are an index of 20, less the rounding of the division.
+/// 64.8 kg at 180 cm should give an index of 20 but give slightly less because of rounding.
 constexpr double kIndexTolerance = 1e-9;
 
 constexpr quint32 kHeaderColor = Rgb(127, 127, 127);
@@ -24,7 +24,7 @@ struct CRiskRow {
     const char* text;
     quint32 color;
 };
-// By EHealthRisk.
+// Indexed by EHealthRisk.
 constexpr std::array<CRiskRow, 3> kRisks = {{
     {"Low", Rgb(0, 255, 0)},
     {"Moderate", Rgb(255, 255, 0)},

@@ -1,4 +1,4 @@
-// The body mass index: what it says about a weight, and the table around the user's own weights.
+// The body mass index, its health risk, and the table around the user's own weights.
 #pragma once
 
 #include <QString>
@@ -17,7 +17,7 @@ QString RiskText(EHealthRisk risk);
 struct CBmiTableItem {
     QString weight;  ///< a whole number of kilograms or pounds
     QString bmi;
-    QString risk;            ///< with " <--" behind it where the current weight is
+    QString risk;            ///< followed by " <--" at the current weight
     quint32 background = 0;  ///< red in the low byte
 };
 
@@ -28,16 +28,17 @@ struct CBmiWeights {
 };
 
 /// Item 0 is the header. The weights go from 10 kg below the lowest of the three to less than
-/// 10 kg above the highest, one kilogram a row, or two pounds a row for pounds and stones. Weights
-/// outside 0 to kHighestEntryKg count as the nearer of the two.
+/// 10 kg above the highest, in steps of one kilogram, or of two pounds for pounds and stones.
+/// `weights` are limited to 0 to kHighestEntryKg.
 std::vector<CBmiTableItem> BmiTable(const CBmiWeights& weights, double heightCm, EWeightUnit unit);
 
 /// "Your BMI is %6.2f".
 QString BmiText(double bmi);
 
-/// What the profile's dialog shows for a day.
+/// What the "BMI" dialog shows.
 struct CBmiView {
     QString text;
     std::vector<CBmiTableItem> table;
 };
+/// With the weight in force on `day`.
 CBmiView BmiOnDay(CVelmoraDoc& doc, QDate day);

@@ -12,7 +12,7 @@ int DeleteAllPossible(CItemDatabaseBase& diary, const std::vector<ObjectId>& rec
     RunAsUnit(diary.GetStore(), [&] {
         deleted = 0;
         for (const ObjectId record : fromTheLast) {
-            // One that is gone has the message of a failed deletion, too.
+            // Position -1, of a record that no longer exists, fails with the same message.
             if (diary.Delete(diary.PositionOf(record))) {
                 ++deleted;
             } else {

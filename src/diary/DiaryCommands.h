@@ -1,5 +1,5 @@
-// The commands that the three diaries share: what is selected in a list is changed or deleted by
-// its records, whose positions are looked up when their turn comes.
+// The commands that the three diaries share. Selected entries are changed and deleted by record
+// identifier; each position is looked up only when it is needed, since every write changes them.
 #pragma once
 
 #include "app/ListCommands.h"
@@ -12,8 +12,8 @@ struct CEntryCommand {
     const char* failure;
 };
 
-/// False after a message when the selection does not fit, or when the question is not answered
-/// with Yes. A single entry is asked about by its name, if it has one.
+/// Checks the selection and asks. False after a message when the selection does not fit, or unless
+/// the answer is Yes. The question about a single entry names it, if it has a name.
 template <typename Entry>
 bool MayRun(const CEntryCommand& command, const ListedEntries<Entry>& selected) {
     const auto count = static_cast<int>(selected.size());
@@ -27,13 +27,13 @@ bool MayRun(const CEntryCommand& command, const ListedEntries<Entry>& selected) 
     }
 }
 
-/// What a deletion does after an entry that stays.
+/// What a deletion does when an entry cannot be deleted.
 enum class EAfterFailure {
-    Stop,  ///< ends with the command's message
-    GoOn,  ///< shows the command's message for each, and deletes the others
+    Stop,  ///< shows the command's message and ends
+    GoOn,  ///< shows the command's message for each such entry, and deletes the others
 };
 
-/// The identifiers in the order listed.
+/// The record identifiers in the order listed.
 template <typename Entry>
 std::vector<ObjectId> RecordsOf(const ListedEntries<Entry>& listed) {
     std::vector<ObjectId> records;
@@ -45,15 +45,15 @@ std::vector<ObjectId> RecordsOf(const ListedEntries<Entry>& listed) {
 }
 
 /// Calls `act` with the position of each record as one unit of work, see ActOnEach. A record that
-/// is gone is a failure.
+/// no longer exists is a failure.
 int ActOnRecords(CItemDatabaseBase& diary, const std::vector<ObjectId>& records,
                  const std::function<bool(int position)>& act, const char* failure);
 
-/// As one unit of work, without asking. Returns how many are gone.
+/// Deletes the records as one unit of work, without asking. Returns how many were deleted.
 int DeleteRecords(CItemDatabaseBase& diary, const std::vector<ObjectId>& records,
                   const char* failure, EAfterFailure afterFailure);
 
-/// Checks the selection, asks and deletes. Returns how many are gone.
+/// Checks the selection, asks and deletes. Returns how many were deleted.
 template <typename Entry>
 int DeleteEntries(CItemDatabase<Entry>& diary, const ListedEntries<Entry>& selected,
                   const CEntryCommand& command, EAfterFailure afterFailure) {
@@ -64,11 +64,11 @@ int DeleteEntries(CItemDatabase<Entry>& diary, const ListedEntries<Entry>& selec
 
 enum class EReplaced {
     Yes,
-    NoRecord,    ///< it is gone; nothing has been shown
+    NoRecord,    ///< it no longer exists; nothing has been shown
     NotWritten,  ///< the message of the failed write has been shown
 };
 
-/// Writes `entry` into a record of the diary.
+/// Overwrites a record of the diary with `entry`.
 template <typename Entry>
 [[nodiscard]] EReplaced ReplaceEntry(CItemDatabase<Entry>& diary, ObjectId record,
                                      const Entry& entry) {
@@ -79,8 +79,8 @@ template <typename Entry>
     return diary.Write(position, entry) ? EReplaced::Yes : EReplaced::NotWritten;
 }
 
-/// Reads each record, lets `change` change it, and writes it; stops at the first failure. Returns
-/// how many were changed.
+/// Reads each record, passes it to `change`, and writes it; stops at the first failure. Returns how
+/// many were changed.
 template <typename Entry>
 int ChangeEntries(CItemDatabase<Entry>& diary, const ListedEntries<Entry>& selected,
                   const std::function<void(Entry&)>& change, const char* failure) {

@@ -32,7 +32,7 @@ CDiaryView::CDiaryView(CVelmoraDoc& doc, int& splitterPerMille, QWidget* parent)
     if (!m_doc.dayShown.isValid()) {
         m_doc.dayShown = QDate::currentDate();
     }
-    m_dayBar = CreateDayBar();  // the first that Tab comes to
+    m_dayBar = CreateDayBar();  // before the list, for the order of Tab
     m_splitter->setObjectName(u"split"_s);
     m_splitter->setChildrenCollapsible(false);
     connect(m_splitter, &QSplitter::splitterMoved, this, [this](int position) {
@@ -71,7 +71,7 @@ QAction* CDiaryView::CreateListAction(const CListCommand& command) {
     action->setShortcutContext(command.reach == kInList ? Qt::WidgetShortcut : Qt::WindowShortcut);
     action->setToolTip(QLatin1StringView(command.toolTip));
     connect(action, &QAction::triggered, this, [this, run = command.run] {
-        m_date->interpretText();  // neither keys nor buttons take the focus out of the day typed
+        m_date->interpretText();  // a shortcut or button does not end the editing of the day
         run();
     });
     m_list->addAction(action);
@@ -127,7 +127,7 @@ void CDiaryView::resizeEvent(QResizeEvent* event) {
 
 void CDiaryView::changeEvent(QEvent* event) {
     CMainView::changeEvent(event);
-    // The palette also changes before there is anything to show.
+    // The palette also changes before the view is complete.
     if (event->type() == QEvent::PaletteChange && !m_commands.empty()) {
         ShowColors();
     }

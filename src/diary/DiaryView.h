@@ -1,5 +1,5 @@
-// What the tabs of the diary have in common: menus, the day shown, a list with its commands over a
-// second pane, colours.
+// The base of the diaries' tabs: menus, the day shown, a list with its commands over a second pane,
+// colours.
 #pragma once
 
 #include <QKeySequence>
@@ -14,13 +14,13 @@ class CReportList;
 class QDateEdit;
 class QSplitter;
 
-/// The document outlives the view. Its day shown is valid once a view is made. A derived view makes
+/// The document outlives the view; its dayShown is valid once a view exists. A derived view creates
 /// its list, and its pane in Splitter(), then calls SetCommands and LayOutTab.
 class CDiaryView : public CMainView {
     Q_OBJECT
   public:
     std::vector<CCommandMenu> CommandBar() override { return m_menus; }
-    /// Adding and deleting.
+    /// The commands to add and to delete.
     std::vector<QAction*> ToolButtons() override;
 
   protected:
@@ -34,7 +34,7 @@ class CDiaryView : public CMainView {
     /// Asks the frame to run a command (EFrameCommand).
     QAction* CreateFrameAction(const QString& text, int command);
 
-    /// Keys that fields have a use for work in the list alone.
+    /// Where a command's keys work; kInList for keys that fields use themselves.
     enum EReach { kAnywhere, kInList };
     struct CListCommand {
         const char* text;
@@ -44,28 +44,28 @@ class CDiaryView : public CMainView {
         std::function<void()> run;
     };
     static inline const QList<QKeySequence> kAddKeys = {Qt::Key_Insert, Qt::CTRL | Qt::Key_N};
-    /// Puts the list over the tab's pane. The commands on it: adding, editing and deleting first.
-    /// They stand in its menu and in Edit; activating a row edits it. `own` is the tab's own entry
-    /// of Tools.
+    /// Puts the list above the tab's pane. The first three `commands` add, edit and delete. All of
+    /// them are in the list's menu and in "Edit"; activating a row edits it. `own` is the tab's own
+    /// entry of "Tools".
     void SetCommands(CReportList* list, const std::vector<CListCommand>& commands, QAction* own);
-    /// The day, what stands `between` (if anything), the list over its pane; the list gets the
+    /// Lays out the day, `between` (if given), and the list above its pane; the list gets the
     /// focus.
     void LayOutTab(QWidget* between = nullptr);
 
-    /// The document's day shown is another one.
+    /// Called when the document's dayShown has changed.
     virtual void DayChanged() {}
-    /// The palette has changed: what is drawn in colours of the view's own stands out from it.
+    /// Called when the palette has changed: applies the view's own colours again.
     virtual void ShowColors() {}
-    /// A line under the list; an empty text hides it.
+    /// Sets the line under the list; an empty text hides it.
     void ShowNote(const QString& text);
-    /// Height in pixels of the list in a view of that height.
+    /// Height of the list in a view of `viewHeight`, both in logical pixels.
     [[nodiscard]] virtual int ListHeight(int perMille, int viewHeight) const;
     void ShowSplit();
 
     /// `position` in the coordinates of `widget`.
     static void ShowMenu(const std::vector<QAction*>& actions, QWidget* widget,
                          const QPoint& position);
-    /// "Select color" with the prompt; nothing when it is cancelled.
+    /// The colour chosen in "Select color"; nothing when it is cancelled.
     std::optional<quint32> AskColor(const QString& prompt, const QColor& current);
 
     void resizeEvent(QResizeEvent* event) override;

@@ -14,7 +14,7 @@ constexpr int kFirstNutrientColumn = 2;
 }  // namespace
 
 void CDietDay::Reload() {
-    // A message on the way may have the old rows painted once more.
+    // A message shown while reading may repaint the old rows, so they stay until the end.
     CDayEntries day = ReadDay(m_doc.Database().Diet(), m_doc.dayShown);
     m_day = std::move(day);
     m_rows.clear();

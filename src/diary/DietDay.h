@@ -7,13 +7,13 @@
 
 #include "app/VelmoraDoc.h"
 
-/// Rows are indexes into the list shown, from 0. The entries are copies: what others load or close
-/// in the database leaves them as they are until the next Reload.
+/// Rows are indexes into the list shown, from 0. The entries are copies, which change only with the
+/// next Reload.
 class CDietDay {
   public:
     explicit CDietDay(CVelmoraDoc& doc) : m_doc(doc) {}
 
-    /// Loads the document's day anew and lists what was eaten at the selected meal.
+    /// Reads the document's day again and lists the entries of the selected meal.
     void Reload();
     [[nodiscard]] int Count() const { return static_cast<int>(m_rows.size()); }
     /// `row` 0 to Count() - 1.
@@ -21,9 +21,10 @@ class CDietDay {
     [[nodiscard]] const CListed<CDietEntry>& Listed(int row) const {
         return m_day.Entries()[m_rows[row]];
     }
-    /// Of the whole day's entries loaded, whatever the meal.
+    /// Total of all entries read of the day, whatever the meal.
     [[nodiscard]] double Total(int nutrient) const { return m_day.GetTotal(nutrient); }
-    /// What neither the rows nor the totals cover, as a sentence; empty when that is nothing.
+    /// A sentence about entries that are in neither the rows nor the totals; empty when there are
+    /// none.
     [[nodiscard]] QString LeftOutText() const;
     [[nodiscard]] ListedEntries<CDietEntry> EntriesAt(const std::vector<int>& rows) const;
 
@@ -37,6 +38,6 @@ class CDietDay {
   private:
     CVelmoraDoc& m_doc;
     CDayEntries m_day;
-    std::vector<int> m_rows;  ///< places among the day's entries
+    std::vector<int> m_rows;  ///< indexes into the day's entries
     std::vector<int> m_nutrients;
 };

@@ -24,7 +24,7 @@ class CDietMainView final : public CDiaryView {
     void CreateMeals();
     void CreateLists();
 
-    /// Loads the day anew; `select` is the row to select, -1 for none.
+    /// Reads and shows the day again; `select` is the place to select, -1 for none.
     void Reload(int select = -1);
     void ShowDay();
     void ShowTotals();

@@ -1,4 +1,4 @@
-// "Diet move": the date, time and meal that entries go to.
+// "Diet move": the date, time and meal to move entries to.
 #pragma once
 
 #include "controls/Dialog.h"
@@ -12,7 +12,7 @@ class CDietMoveDialog : public CDialog {
     Q_OBJECT
   public:
     CDietMoveDialog(const CDietPlace& place, QWidget* parent);
-    /// As the fields stand.
+    /// The current values of the fields.
     [[nodiscard]] CDietPlace GetPlace() const;
 
   private:

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A target up to the first is not shown; up to the second it divides nothing.
+// Targets up to kLeastTargetShown are not shown; those up to kLeastDivisor are not divided by.
 constexpr double kLeastTargetShown = 0.001;
 constexpr double kLeastDivisor = 0.01;
 

@@ -6,7 +6,7 @@
 
 #include "app/Preferences.h"
 
-/// "%3.1f/" from 0.1 up to below 10, otherwise a rounded whole number and "/".
+/// "%3.1f/" from 0.1 to below 10, otherwise a rounded whole number and "/".
 QString TotalText(double value);
 
 /// How the bar of a nutrient is filled.
@@ -36,10 +36,10 @@ CTotalsRow TotalsRow(int nutrient, const QString& name, double total, double tar
 /// Width of a text in pixels.
 using TextWidth = std::function<int(const QString& text)>;
 
-/// The name and its colon, the name cut from its end to fit with "..." into `width` pixels.
+/// The name with a colon; a name wider than `width` pixels is cut at its end and gets "...".
 QString FittedName(const QString& name, int width, const TextWidth& widthOf);
 
-/// Pixels of the five columns; a `percent` of 0 leaves the last one out.
+/// Widths of the five columns in pixels; a `percent` of 0 hides the last one.
 struct CTotalsColumns {
     int name = 0;
     int bar = 0;
@@ -49,6 +49,6 @@ struct CTotalsColumns {
 
     bool operator==(const CTotalsColumns&) const = default;
 };
-/// `listWidth` and `scrollBarWidth` in pixels, `widestName` that of the widest displayed name.
+/// All widths in pixels; `widestName` is that of the widest displayed name with its colon.
 CTotalsColumns TotalsColumnWidths(int listWidth, int scrollBarWidth, int widestName,
                                   const TextWidth& widthOf);

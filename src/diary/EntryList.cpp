@@ -9,8 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Of the entry list's first two columns: what they need at least, in characters, and what they
-// take of the room left over, where a nutrient takes 1.
+// The first two columns: their least widths in characters, and their shares of the remaining room;
+// a nutrient's share is 1.
 constexpr int kNameCharacters = 18;
 constexpr int kServingCharacters = 14;
 constexpr int kNameShare = 16;

@@ -1,4 +1,4 @@
-// The list of what was eaten: one row an entry, with a picture of its kind.
+// The list of what was eaten: one row per entry, with an icon for its kind.
 #pragma once
 
 #include <array>
@@ -12,11 +12,11 @@ class CEntryList : public CReportList {
   public:
     CEntryList(CVelmoraDoc& doc, const CDietDay& day, QWidget* parent);
 
-    /// Columns anew, without rows.
+    /// Rebuilds the columns and removes the rows.
     void BuildColumns();
-    /// The rows of the day, or a hint where there are none.
+    /// Shows the rows of the day, or a hint if there are none.
     void ShowRows();
-    /// Background as for CReportList; pictures and hint stand out from it.
+    /// Background as for CReportList; icons and hint stay readable on it.
     void ShowColors(const QColor& background);
 
   private:

@@ -44,6 +44,6 @@ CPurgeRequest CPurgeDialog::GetRequest() const {
 void RunPurge(CVelmoraDoc& doc, QWidget* parent, const std::function<void()>& changed) {
     CPurgeDialog dialog(QDate::currentDate(), parent);
     if (dialog.exec() == QDialog::Accepted) {
-        (void)PurgeDiaries(doc.Database(), dialog.GetRequest(), changed);  // Has told all there is.
+        (void)PurgeDiaries(doc.Database(), dialog.GetRequest(), changed);  // has shown its result
     }
 }

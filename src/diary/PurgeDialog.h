@@ -13,7 +13,7 @@ class CPurgeDialog : public CDialog {
     Q_OBJECT
   public:
     CPurgeDialog(QDate today, QWidget* parent);
-    /// As the fields stand.
+    /// The current values of the fields.
     [[nodiscard]] CPurgeRequest GetRequest() const;
 
   private:
@@ -24,6 +24,6 @@ class CPurgeDialog : public CDialog {
     QCheckBox* m_weights;
 };
 
-/// The command "Purge...". When entries may have gone, `changed` is called before the totals show,
+/// The command "Purge...". `changed` is called after the removal and before the totals are shown,
 /// for views to reload.
 void RunPurge(CVelmoraDoc& doc, QWidget* parent, const std::function<void()>& changed);

@@ -9,11 +9,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 struct CPurged {
-    int count = 0;        ///< with those whose removal failed
-    bool isWhole = true;  ///< none failed
+    int count = 0;        ///< includes entries that could not be removed
+    bool isWhole = true;  ///< every removal succeeded
 };
 
-/// Positions go up after a removal too.
+/// The position advances after a removal, too: see PurgeDiaries.
 CPurged PurgeDiary(CItemDatabaseBase& diary, const CPurgeRequest& request) {
     const FileTime first = FirstMomentOf(request.begin);
     const FileTime last = LastMomentOf(request.end);
@@ -24,8 +24,7 @@ CPurged PurgeDiary(CItemDatabaseBase& diary, const CPurgeRequest& request) {
         purged.isWhole = false;
         return purged;
     }
-    // Without the range, what can be read of the diary is sifted by what the records say
-    // themselves.
+    // Without a range, every readable record is filtered by its own moment.
     const std::optional<CPositionRange> range = diary.RangeBetween(first, last);
     int end = range ? range->first + range->count : diary.Count();
     const auto purge = [&](int position, PropertyList& properties) {

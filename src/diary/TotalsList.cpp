@@ -25,8 +25,8 @@ constexpr QColor kOverColor(255, 0, 0);
 constexpr QColor kRestColor(255, 255, 0);
 constexpr QColor kPartColor(0, 255, 0);
 
-/// Bars in their column; everywhere else texts with hardly a margin, since the columns are exactly
-/// as wide as their texts.
+/// Draws bars in their column, and texts with hardly a margin in the others, since these columns
+/// are exactly as wide as their texts.
 class CTotalsDelegate : public QStyledItemDelegate {
   public:
     explicit CTotalsDelegate(CTotalsList* list) : QStyledItemDelegate(list), m_list(list) {}
@@ -121,7 +121,7 @@ QString CTotalsList::CellText(int row, int column) const {
     switch (column) {
         case kNameColumn:
             return total.name + u':';
-        // Whoever cannot see the bar is told what it shows.
+        // For screen readers and copying: the bar itself is painted.
         case kBarColumn:
             return total.percent;
         case kTotalColumn:

@@ -1,5 +1,5 @@
-// The list under the entries: each displayed nutrient's total of the day, as a bar and in figures,
-// against its target.
+// The list under the entries: each displayed nutrient's total of the day against its target, as a
+// bar and in figures.
 #pragma once
 
 #include <vector>
@@ -27,5 +27,5 @@ class CTotalsList : public CReportList {
     std::vector<CTotalsRow> m_rows;
 };
 
-/// Draws one bar into `cell`, whose background is there already.
+/// Draws one bar into `cell`, on its existing background.
 void DrawTotalsBar(QPainter& painter, const QRect& cell, const CTotalsBar& bar);

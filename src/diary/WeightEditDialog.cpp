@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What goes to a field and no further. Tab is not among them: the field itself passes it on.
+/// Keys that a field handles and does not pass on. Tab is not among them.
 bool IsKeyOfField(const QKeyEvent& event) {
     constexpr int kKeys[] = {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape,
                              Qt::Key_Delete, Qt::Key_Up,    Qt::Key_Down};
@@ -34,7 +34,7 @@ CWeightEditDialog::CWeightEditDialog(CWeightForm& form, QWidget* parent)
     for (QLineEdit* field : findChildren<QLineEdit*>()) {
         field->installEventFilter(this);
     }
-    // The fields keep Return and Escape to themselves, so the buttons have keys of their own.
+    // Return and Escape stay in the fields, so the buttons get mnemonics.
     for (const auto& [name, tip] : {std::pair{"ok", "OK"}, std::pair{"cancel", "Cancel"}}) {
         auto* button = findChild<QPushButton*>(QLatin1StringView(name));
         button->setToolTip(QLatin1StringView(tip));

@@ -1,4 +1,4 @@
-// The "Weight edit" dialog: a weight with its moment, measurements and body fat.
+// The "Weight edit" dialog: date and time, weight, measurements and body fat.
 #pragma once
 
 #include "controls/Dialog.h"
@@ -8,14 +8,14 @@ class CUnitEdit;
 class QDateEdit;
 class QTimeEdit;
 
-/// Shows a form and brings it what the user typed; the form decides and outlives it.
+/// Shows a form and passes it what the user types. The form has the rules and outlives the dialog.
 class CWeightEditDialog : public CDialog {
     Q_OBJECT
   public:
     CWeightEditDialog(CWeightForm& form, QWidget* parent);
 
-    /// The on-screen keyboard follows the focus. Keys that a dialog would take stay in a field,
-    /// where nothing typed is to be lost by a slip.
+    /// Shows the on-screen keyboard while a field has the focus. Keys that a dialog would handle,
+    /// such as Return and Escape, stay in the field, so that a slip does not lose what was typed.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   protected:

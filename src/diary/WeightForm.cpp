@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Limits typed in pounds miss their kilograms by the rounding of the conversion.
+// Limits typed in pounds differ from the limits in kilograms by a rounding error.
 constexpr double kWeightToleranceKg = 1e-9;
 
 constexpr std::array<const char*, kTapeCount + 1> kMeasurementNames = {

@@ -1,5 +1,5 @@
-// What the "Weight edit" dialog decides, without its window: texts in the profile's units go in
-// and out.
+// The rules of the "Weight edit" dialog, without its window: texts in the profile's units go in and
+// out.
 #pragma once
 
 #include <array>
@@ -12,25 +12,26 @@
 inline constexpr int kTapeCount = 7;
 inline constexpr int kWaistSlot = 1;
 inline constexpr int kBodyFatSlot = 7;
-/// "Chest " to "Calf ", with their blank, and "Body fat(%)".
+/// `slot` 0 to 7: "Chest " to "Calf ", with their blank, and "Body fat(%)".
 QString MeasurementName(int slot);
 
 /// Measurements are in inches for every length unit but centimetres.
 bool ShowsInches(const CPreferences& preferences);
 /// "cm" or "in".
 QString TapeUnitName(const CPreferences& preferences);
+/// `cm` in that unit.
 double TapeShown(double cm, const CPreferences& preferences);
 
 inline constexpr double kLowestEntryKg = 1;
 inline constexpr double kHighestEntryKg = 1000;
-/// Both limits are allowed, also when they were typed in pounds.
+/// The limits themselves are allowed, also when they were typed in pounds.
 bool IsEntryWeightAllowed(double weightKg);
 
 /// Body fat in percent of the weight from waist and weight by the YMCA equation, 0 to 100.
 /// `waistCm` in cm, `weightKg` above 0.
 double BodyFatPercent(bool isMale, double waistCm, double weightKg);
 
-/// The fields of the dialog as they stand.
+/// The texts of the dialog's fields.
 struct CWeightFields {
     QDate date;
     QTime time;
@@ -40,8 +41,8 @@ struct CWeightFields {
     bool operator==(const CWeightFields&) const = default;
 };
 
-/// A field whose text is still the shown one keeps its stored value, so nothing is lost to the
-/// rounding of what is shown. Typed texts that are no numbers count 0.
+/// A field whose text was not changed keeps its stored value, so rounding for display loses
+/// nothing. A typed text without a number counts as 0.
 class CWeightForm {
   public:
     CWeightForm(CWeightEntry entry, const CPreferences& preferences, bool isMale);
@@ -50,10 +51,10 @@ class CWeightForm {
     [[nodiscard]] const CWeightEntry& GetEntry() const { return m_entry; }
     [[nodiscard]] CWeightFields GetFields() const;
 
-    /// Text for the body fat field from waist and weight as typed. Without a weight or waist that
-    /// could be one it shows "Please enter correct weight." or "Please enter correct waist.".
+    /// Text for the body fat field from waist and weight as typed. Nothing, after "Please enter
+    /// correct weight." or "Please enter correct waist.", when one of them is invalid.
     [[nodiscard]] std::optional<QString> CalculateBodyFat(const CWeightFields& fields) const;
-    /// Takes the fields over, or shows "Please enter correct weight." and returns false.
+    /// Reads the fields into the entry, or shows "Please enter correct weight." and returns false.
     bool Confirm(const CWeightFields& fields);
 
   private:

@@ -18,7 +18,7 @@ namespace {
 constexpr int kWholeDaySeconds = 24 * 60 * 60;
 constexpr double kLineWidth = 2;
 constexpr int kPointsAtOnce = 4;
-/// Points farther apart than this get a mark.
+/// Points get a mark when they are on average farther apart than this, in logical pixels.
 constexpr double kMarkedDistance = 8;
 constexpr double kMarkRadius = 3;
 
@@ -121,7 +121,7 @@ std::pair<double, double> CWeightGraph::Span() const {
         first = std::min(first, static_cast<double>(targets.startDate.toJulianDay()));
         last = std::max(last, static_cast<double>(targets.goalDate.toJulianDay()));
     }
-    // A single day would be no line.
+    // A single day has no width, so add a day on both sides.
     return last - first >= 1 ? std::pair(std::floor(first), last)
                              : std::pair(std::floor(first) - 1, last + 1);
 }
@@ -185,7 +185,7 @@ void CWeightGraph::PaintData(QPainter& painter) {
         painter.drawLine(m_goalFrom, m_goalTo);
     }
     painter.setPen(QPen(WeightLineColor(), kLineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    // What one line costs the painter grows with the square of its points.
+    // Drawn in pieces, since the cost of a polyline grows with the square of its points.
     const auto count = static_cast<int>(m_line.size());
     for (int i = 0; i + 1 < count; i += kPointsAtOnce - 1) {
         painter.drawPolyline(m_line.data() + i, std::min(kPointsAtOnce, count - i));

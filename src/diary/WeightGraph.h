@@ -5,7 +5,7 @@
 #include "controls/GraphPane.h"
 #include "diary/WeightList.h"
 
-/// How far back the graph looks from its last day.
+/// The period that the graph shows, up to its last day.
 enum class EGraphSpan { Month, ThreeMonths, Year, All };
 
 /// The document and the list outlive it; the span is kept in the document.
@@ -13,11 +13,10 @@ class CWeightGraph : public CGraphPane {
     Q_OBJECT
   public:
     CWeightGraph(CVelmoraDoc& doc, const CWeightList& weights, QWidget* parent);
-    /// Takes the entries of the list, targets, units and colours anew; to be called before it is
-    /// shown.
+    /// Reads the entries of the list, targets, units and colours again. Call before it is shown.
     void Reload();
 
-    /// Shown where the user has chosen no colour.
+    /// The colours chosen by the user, or else ones that suit the palette.
     [[nodiscard]] QColor TextColor() const;
     [[nodiscard]] QColor WeightLineColor() const;
     [[nodiscard]] QColor GoalLineColor() const;
@@ -42,7 +41,7 @@ class CWeightGraph : public CGraphPane {
     [[nodiscard]] bool HasPlan() const;
     [[nodiscard]] double Shown(double weightKg) const;
     [[nodiscard]] QString UnitText() const;
-    /// First and last day in sight.
+    /// First and last day shown, as Julian days.
     [[nodiscard]] std::pair<double, double> Span() const;
     void LabelDays(const CScale& days);
 

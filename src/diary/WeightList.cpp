@@ -19,7 +19,7 @@ static_assert(kBodyFatColumn + 1 == CWeightTabSettings::kColumnCount);
 
 void CWeightList::Reload() {
     constexpr auto kAnyMoment = std::numeric_limits<FileTime>();
-    // A message on the way may have the old rows painted once more.
+    // A message shown while reading may repaint the old rows, so they stay until the end.
     CEntryRange<CWeightEntry> all =
         ReadEntries(m_doc.Database().Weight(), {kAnyMoment.min(), kAnyMoment.max()});
     m_all = std::move(all);
@@ -51,7 +51,7 @@ QString CWeightList::CellText(int row, int column) const {
     const CPreferences& preferences = m_doc.Preferences();
     const EWeightUnit unit = preferences.weightUnit;
     const auto number = [&](double value) { return preferences.FormatNumber(value); };
-    // Unlike a report, the list shows nothing in stones and pounds as a unit of their own.
+    // Unlike a report, the list shows no weights in the unit StonesAndPounds.
     const bool isBlank = unit == EWeightUnit::StonesAndPounds;
     switch (column) {
         case kDateColumn:

@@ -6,8 +6,8 @@
 
 #include "app/VelmoraDoc.h"
 
-/// All entries of the profile by their moments; rows count from 0. The entries are copies, read
-/// once a Reload.
+/// All entries of the profile in order of their moments; rows count from 0. The entries are copies,
+/// read by Reload.
 class CWeightList {
   public:
     explicit CWeightList(CVelmoraDoc& doc) : m_doc(doc) {}
@@ -22,8 +22,8 @@ class CWeightList {
     [[nodiscard]] ListedEntries<CWeightEntry> EntriesAt(const std::vector<int>& rows) const {
         return EntriesOf(m_all.entries, rows);
     }
-    /// The latest entry on or before the day or moment; with none, the earliest after it. -1 in an
-    /// empty list.
+    /// Row of the latest entry on or before the day or moment; with none, of the earliest after it.
+    /// -1 in an empty list.
     [[nodiscard]] int RowOfDay(QDate day) const { return RowOfMoment(LastMomentOf(day)); }
     [[nodiscard]] int RowOfMoment(FileTime moment) const;
 

@@ -1,4 +1,4 @@
-// The weight diary: all weights of the profile over their graph.
+// The weight diary: all weights of the profile above their graph.
 #pragma once
 
 #include <optional>

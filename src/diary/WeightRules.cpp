@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto kCannotAdd = "Cannot add weight."_L1;
-/// The last one that a date field shows.
+/// The last year that a date field can show.
 constexpr int kLastYear = 9999;
 
 constexpr CEntryCommand kDelete = {{"Please select weight to delete.", nullptr},

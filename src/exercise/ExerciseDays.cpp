@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// In whole numbers, so that no percent is lost to a fraction that has no exact double.
+/// In integers, so that rounding errors never lose a percent.
 qint64 BurnedPercent(int burned, int surplus) {
     return surplus == 0 ? 0 : std::max(qint64{0}, qint64{burned} * 100 / surplus);
 }

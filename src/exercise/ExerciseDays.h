@@ -1,4 +1,4 @@
-// What the exercises tab shows of a day and of the week that ends with it.
+// The energy burned and the surplus of a day, and of the seven days that end with it.
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@
 struct CExerciseDay {
     QDate day;
     double burnedKcal = 0;   ///< by the day's exercises
-    double surplusKcal = 0;  ///< eaten less the energy target: what exercise should burn
+    double surplusKcal = 0;  ///< eaten minus the energy target
 };
 
 inline constexpr int kGraphDays = 7;

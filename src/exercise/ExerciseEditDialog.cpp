@@ -106,7 +106,7 @@ void CExerciseEditDialog::ShowForm() {
     m_energy->setText(m_form.EnergyText());
 }
 
-/// The focus goes to the field that is filled next.
+/// Moves the focus to the field to fill in next.
 void CExerciseEditDialog::GoOn(EPicker next) {
     if (next == EPicker::None) {
         m_hours->setFocus();

@@ -6,7 +6,7 @@
 
 class QLineEdit;
 
-/// Shows a form and brings it what the user does; the form decides and outlives it.
+/// Shows a form and passes it what the user does. The form has the rules and outlives the dialog.
 class CExerciseEditDialog : public CPickDialog {
     Q_OBJECT
   public:
@@ -14,7 +14,6 @@ class CExerciseEditDialog : public CPickDialog {
 
   protected:
     bool Confirm() override;
-    /// Duration and energy are in the form already, and so need no reading.
     void ShowForm() override;
     void GoOn(EPicker next) override;
 

@@ -15,10 +15,10 @@ namespace {
 constexpr auto kKind = ECatalogueKind::Exercises;
 constexpr int kPickedMinutes = 10;
 
-// kcal per minute, kilogram and MET: 3.5 ml of oxygen per kilogram and minute, 5 kcal a litre.
+// kcal per minute, kilogram and MET: 3.5 ml of oxygen per kilogram and minute, 5 kcal per litre.
 constexpr double kKcalPerMet = 0.0175;
 
-/// Rounded to a whole number once it is cut off; 0 for an exercise without rates.
+/// With 0.5 added, so that truncation rounds it; 0 for an exercise without rates.
 double LibraryEnergyKcal(const CExerciseItem& exercise, double minutes, double weightKg) {
     if (exercise.GetEnergyRateKcalPerMinute() > 0) {
         return minutes * exercise.GetEnergyRateKcalPerMinute() + 0.5;
@@ -30,7 +30,7 @@ double Typed(const QString& text) {
     return TypedNumber(text).value_or(0);
 }
 
-/// The category whose name an entry keeps the beginning of, or the first one.
+/// The category whose name, cut to the entry's capacity, is the entry's; otherwise the first one.
 qint32 CategoryOf(CDatabase& database, const CExerciseEntry& entry) {
     CExerciseEntry cut;
     for (const CCategoryEntry& category : database.Categories().List(kKind)) {
@@ -141,13 +141,13 @@ double CExerciseForm::Minutes() const {
     return std::max(0.0, minutes);
 }
 
-/// Minutes stand in two digits, as the field lists them.
+/// Minutes have two digits, as in the field's list.
 void CExerciseForm::ShowDuration(int minutes) {
     m_hours = QString::number(minutes / kMinutesPerHour);
     m_minutes = TwoDigits(minutes % kMinutesPerHour);
 }
 
-/// The half that rounds a computed energy was added in kcal: what the unit adds is cut off.
+/// LibraryEnergyKcal has added the 0.5 for rounding already, in kcal; here the value is truncated.
 void CExerciseForm::ShowEnergy(double energyKcal) {
     m_energy = energyKcal > 0 ? QString::number(Whole(EnergyShown(energyKcal, Unit()))) : QString();
 }

@@ -1,28 +1,28 @@
-// Everything that the "Edit exercise" dialog decides: what can be picked, what is cleared, how the
-// energy follows the exercise and its duration, what is handed back.
+// The rules of the "Edit exercise" dialog, without its window: what can be picked, what a choice
+// clears, how exercise and duration give the energy, and the result.
 #pragma once
 
 #include <optional>
 
 #include "catalogue/pick/PickForm.h"
 
-/// Texts go in and out as the user sees them. Body weight is that of the entry's date.
+/// Texts go in and out as the user sees them. The body weight used is that on the entry's date.
 class CExerciseForm : public CPickForm {
   public:
     CExerciseForm(CVelmoraDoc& doc, const CExerciseEntry& entry);
 
-    /// Category and name clear what depends on them and set ten minutes. The energy no longer
-    /// follows the entry as it was opened.
+    /// A category or name clears what depends on it and sets ten minutes. From now on the energy is
+    /// no longer scaled from that of the original entry.
     EPicker Pick(EPicker picker, const QString& row) override;
-    /// Find next needs the name of a find before.
+    /// "Find next" needs a name from an earlier find.
     [[nodiscard]] bool HasFindTexts() const override { return !FindState().name.isEmpty(); }
 
     [[nodiscard]] QString HoursText() const { return m_hours; }
     [[nodiscard]] QString MinutesText() const { return m_minutes; }
-    /// Computes the energy when either has changed; a text without a number counts 0.
+    /// Recalculates the energy when either has changed; a text without a number counts as 0.
     void SetDurationTexts(const QString& hours, const QString& minutes);
 
-    /// In the energy unit; a typed value stands until the next computed one.
+    /// In the energy unit; a typed value stays until the next calculation.
     [[nodiscard]] QString EnergyText() const { return m_energy; }
     void SetEnergyText(const QString& text) { m_energy = text; }
     /// "kcal" or "kJ".
@@ -30,7 +30,7 @@ class CExerciseForm : public CPickForm {
         return UnitName(Unit(), EUnitForm::Abbreviated);
     }
 
-    /// Builds the result; false after the message that says why the dialog stays open.
+    /// Builds the result; false after a message when name or type is missing.
     bool Confirm();
     /// Valid after Confirm.
     [[nodiscard]] const CExerciseEntry& GetResult() const { return m_result; }
@@ -56,7 +56,7 @@ class CExerciseForm : public CPickForm {
     double m_weightKg;
     /// Duration and energy of an entry that has both: a new duration scales them.
     std::optional<CMeasured> m_measured;
-    CExerciseItem m_picked;  ///< without a name until there is one
+    CExerciseItem m_picked;  ///< its name is empty until an exercise is picked
 
     qint32 m_categoryId;  ///< -1 when there are no categories
     QString m_hours;

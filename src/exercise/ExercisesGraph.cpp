@@ -30,7 +30,7 @@ CExercisesGraph::CColors CExercisesGraph::Colors() const {
 }
 
 QString CExercisesGraph::EmptyText() const {
-    // A day without food falls short of the target by all of it.
+    // Without food the surplus of a day is minus the target.
     const double target = m_doc.Settings().targets.nutrients[kEnergyIndex];
     const bool isEmpty = std::ranges::all_of(m_week, [target](const CExerciseDay& day) {
         return day.burnedKcal <= 0 && day.surplusKcal <= -target;

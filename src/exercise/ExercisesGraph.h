@@ -1,15 +1,15 @@
-// The energy burned and the energy that should be burned, over seven days.
+// The energy burned and the energy surplus over seven days.
 #pragma once
 
 #include "controls/GraphPane.h"
 #include "exercise/ExerciseDays.h"
 
-/// Bars for what was burned, a line for the surplus of what was eaten. The document outlives it.
+/// Bars for the energy burned, a line for the surplus. The document outlives it.
 class CExercisesGraph : public CGraphPane {
     Q_OBJECT
   public:
     CExercisesGraph(CVelmoraDoc& doc, QWidget* parent);
-    /// Shows a week, with unit and colours as they are now.
+    /// Shows a week in the current unit and colours.
     void Show(const ExerciseWeek& week);
 
   protected:

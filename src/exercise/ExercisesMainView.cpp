@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int kNameCharacters = 24;
-/// Of the room left over, where the other columns take 1 each.
+/// Share of the remaining room; the other columns have a share of 1 each.
 constexpr int kNameShare = 3;
 
 enum EColumn { kExercise, kExerciseTime };
@@ -129,7 +129,7 @@ void CExercisesMainView::CreateGraphActions() {
 
 void CExercisesMainView::BuildColumns() {
     const auto& kept = Doc().Settings().exerciseTab.columnWidths;
-    // The widths a profile starts with are nobody's choice: the columns share the list then.
+    // With the default widths, which no user has chosen, the columns share the list.
     const bool isChosen = kept != CExerciseTabSettings().columnWidths;
     const QString unit = UnitName(Doc().Preferences().energyUnit, EUnitForm::Abbreviated);
     std::vector<CReportColumn> columns = {

@@ -28,7 +28,7 @@ class CExercisesMainView final : public CDiaryView {
     void CreateGraphActions();
 
     void BuildColumns();
-    /// Loads the day anew; `select` is the row to select, -1 for none.
+    /// Reads and shows the day again; `select` is the place to select, -1 for none.
     void Reload(int select = -1);
     void ShowRows();
     void ShowGraph();
@@ -38,7 +38,7 @@ class CExercisesMainView final : public CDiaryView {
     void Delete();
     void ChooseColor(const QString& prompt, quint32 CExerciseTabSettings::*setting);
 
-    ListedEntries<CExerciseEntry> m_exercises;  ///< of the day shown, one a row
+    ListedEntries<CExerciseEntry> m_exercises;  ///< of the day shown, one per row
     CReportList* m_list = nullptr;
     QWidget* m_pane = nullptr;
     QLabel* m_headline = nullptr;
