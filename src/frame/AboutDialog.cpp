@@ -34,7 +34,7 @@ CAboutDialog::CAboutDialog(QWidget* parent) : CDialog(u"About Velmora"_s, parent
                                          QString::fromLatin1(sqlite3_libversion())),
         u"libraries"_s);
     Content()->addStretch();
-    // There is nothing to confirm.
+    // There is nothing to cancel.
     findChild<QPushButton*>(u"cancel"_s)->hide();
     SetPreferredSize(360, 240);
 }

@@ -1,4 +1,4 @@
-// What this program is, and what it is built with.
+// "About Velmora": what the program is, and what it is built with.
 #pragma once
 
 #include "controls/Dialog.h"

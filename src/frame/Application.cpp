@@ -19,7 +19,7 @@ bool CVelmoraApp::Start() {
     m_frame = std::make_unique<CDietFrame>(m_doc);
     m_frame->show();
     if (m_doc.isFirstRun) {
-        // Once the window stands there: the question comes up in front of it.
+        // From the event loop, so that the question appears in front of the window.
         QTimer::singleShot(0, m_frame.get(), [this] { OfferStarterFoods(m_doc.Database()); });
     }
     return true;

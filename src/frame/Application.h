@@ -1,5 +1,4 @@
-// The window program put together: messages, document and frame, in the order in which they need
-// each other.
+// The window program: messages, document and frame, each needing the one before it.
 #pragma once
 
 #include <memory>
@@ -13,8 +12,8 @@ class CVelmoraApp {
   public:
     explicit CVelmoraApp(const QString& volumePath);
 
-    /// The start sequence; then the frame is made and shown. False when the program is to end
-    /// without one.
+    /// Runs the start sequence, then creates and shows the frame. False when the start failed and
+    /// the program must end.
     bool Start();
 
     /// Null until Start succeeded.

@@ -135,7 +135,7 @@ bool CDietFrame::ShowView(int command) {
         return true;
     }
     if (CMainView* old = ActiveView()) {
-        // The day typed last holds for the next view as well.
+        // A day that is still being typed counts for the next view, too.
         if (auto* field = qobject_cast<QAbstractSpinBox*>(focusWidget())) {
             field->interpretText();
         }
@@ -208,7 +208,7 @@ void CDietFrame::CreateSwitchActions() {
         action->setData(row.command);
         action->setShortcut(
             Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + m_switchActions->actions().size() - 1));
-        addAction(action);  // the keys work where the tool bar has no room, too
+        addAction(action);  // so that the shortcut works even if the tool bar has no room
         connect(action, &QAction::triggered, this,
                 [this, command = row.command] { RunCommand(command); });
     }
@@ -277,7 +277,7 @@ void CDietFrame::PlaceWindow() {
     }
 }
 
-/// Only the diary's tabs are come back to.
+/// Only diary tabs are remembered.
 void CDietFrame::StoreTab() {
     if (m_activeCommand >= kDietTabCommand && m_activeCommand <= kMonthTabCommand) {
         m_doc.Settings().lastTabCommand = m_activeCommand;
@@ -367,7 +367,7 @@ void CDietFrame::TellLoss() {
     m_doc.Database().GetStore().TellLoss();
 }
 
-/// Dialogs and views know positions in the old file, so none may be left.
+/// Dialogs and views hold positions in the old file, so all must be gone first.
 void CDietFrame::ReopenVolume() {
     const int command = m_activeCommand;
     delete takeCentralWidget();

@@ -1,5 +1,5 @@
-// The one top-level window: it shows one view at a time, carries the view's command bar and runs
-// the commands that belong to no view.
+// The main window: it shows one view at a time with the view's command bar, and runs the commands
+// that belong to no view.
 #pragma once
 
 #include <QMainWindow>
@@ -16,12 +16,12 @@ class QWidgetAction;
 class CDietFrame : public QMainWindow {
     Q_OBJECT
   public:
-    /// Shows the profile's last tab, the diet diary where that has no view.
+    /// Shows the profile's last tab, or the diet diary if that tab has no view.
     explicit CDietFrame(CVelmoraDoc& doc);
     ~CDietFrame() override;
 
-    /// Replaces the view by that of a switch command. Nothing happens for the view already shown;
-    /// false for a command outside the table.
+    /// Shows the view of a switch command, unless it is shown already. False for a command that is
+    /// not in the table.
     bool ShowView(int command);
     [[nodiscard]] int ActiveCommand() const { return m_activeCommand; }
     [[nodiscard]] CMainView* ActiveView() const;
@@ -35,19 +35,20 @@ class CDietFrame : public QMainWindow {
   private:
     void CreateSwitchActions();
     void BuildCommandBar();
-    /// Leaves room for the tool buttons that other views have, so that the switch buttons stay
-    /// where they are.
+    /// Fills the tool bar up to the largest number of tool buttons, so that the switch buttons are
+    /// in the same place in every view.
     void KeepToolButtonPlaces(const std::vector<QAction*>& buttons);
     void ShowTitle();
     void PlaceWindow();
     void StoreTab();
     void StorePlacement();
 
-    /// Runs a dialog that may change what the views show, between the two notifications.
-    /// `edit` returns whether something changed.
+    /// Runs a dialog that may change what the view shows: StoreLayout, `edit`, and DataChanged if
+    /// `edit` returns true.
     template <typename Edit>
     void Refreshing(Edit edit);
-    /// Runs a dialog over the settings until they are stored or it is cancelled, which drops them.
+    /// Repeats a dialog on the settings until they are stored or it is cancelled, which restores
+    /// the former settings.
     bool EditStored(const std::function<bool()>& edit);
     bool OpenProfile();
     bool EditPreferences();

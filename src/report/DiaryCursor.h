@@ -1,4 +1,4 @@
-// Reads a diary once from front to back, a stretch of time after the other.
+// Reads a diary once from front to back, one period after another.
 #pragma once
 
 #include <limits>
@@ -7,11 +7,11 @@
 
 #include "store/Database.h"
 
-/// The diary does not change while a cursor is on it.
+/// The diary must not change while a cursor is in use.
 template <typename Entry>
 class CDiaryCursor {
   public:
-    /// Stands before the first entry of `first` to `last`, both included.
+    /// For the entries from `first` to `last`, both inclusive.
     CDiaryCursor(CItemDatabase<Entry>& diary, QDate first, QDate last)
         : m_diary(diary), m_from(FirstMomentOf(first)) {
         const auto range = diary.RangeBetween(m_from, LastMomentOf(last));
@@ -21,9 +21,9 @@ class CDiaryCursor {
         m_leftOut.isUnknown = !range;
     }
 
-    /// Hands the entries up to and including `day` to `take(const Entry&)` and moves past them.
+    /// Passes the entries up to and including `day` to `take(const Entry&)` and moves past them.
     /// A record with a wrong number of properties shows its message and ends the day, as in every
-    /// list of a day; any other damaged one is passed over.
+    /// list of a day; any other damaged one is skipped.
     template <typename Take>
     void ReadUpTo(QDate day, Take take) {
         const FileTime last = LastMomentOf(day);
@@ -37,7 +37,7 @@ class CDiaryCursor {
             if (position >= m_end) {
                 return false;
             }
-            m_leftOut.damaged += position - m_position;  // those between could not be read
+            m_leftOut.damaged += position - m_position;  // skipped positions cannot be read
             m_position = position;
             const auto* moment =
                 properties.empty() ? nullptr : std::get_if<FileTime>(&properties.front());
@@ -49,7 +49,7 @@ class CDiaryCursor {
             }
             ++m_position;
             if (key < from) {
-                return true;  // the start was a guess
+                return true;  // without a range, reading starts at the first record
             }
             if (isOver) {
                 ++m_leftOut.beyond;
@@ -68,7 +68,7 @@ class CDiaryCursor {
         }
     }
 
-    /// Of the stretches read so far.
+    /// Of the periods read so far.
     [[nodiscard]] const CLeftOut& LeftOut() const { return m_leftOut; }
 
   private:
@@ -86,10 +86,10 @@ class CDiaryCursor {
     }
 
     CItemDatabase<Entry>& m_diary;
-    FileTime m_from;  ///< where the next stretch begins
+    FileTime m_from;  ///< start of the next period
     int m_position;
     int m_end;
-    FileTime m_nextMoment;  ///< no entry stands before it; kEnd when there is none left
+    FileTime m_nextMoment;  ///< no unread entry is earlier; kEnd when none is left
     Entry m_entry;
     CLeftOut m_leftOut;
 };

@@ -5,6 +5,6 @@
 
 class QWidget;
 
-/// Asks what to report and where to, and writes it; cancelling either ends it silently. Messages
-/// tell of failures, none of success.
+/// Asks for the options and the file, and writes the report; either can be cancelled. Failures show
+/// messages, success does not.
 void RunReport(CVelmoraDoc& doc, QWidget* parent);

@@ -1,5 +1,5 @@
-// How values stand in the lines of a report. Numbers have a point whatever the locale, since a
-// comma ends a field; dates read as the user's locale writes them.
+// The texts of values in a report. Numbers have a point in every locale, since a comma ends a
+// field; dates have the format of the user's locale.
 #pragma once
 
 #include <QDate>
@@ -20,20 +20,20 @@ class CReportFormat {
     static QString NameAndTypeInOneField(const QString& name, const QString& type);
     /// "1.0xcup".
     [[nodiscard]] QString Serving(const CDietEntry& entry) const;
-    /// A number behind a comma, energy in its unit.
+    /// Appends a comma and the number, energy in the profile's unit.
     void AppendNutrient(QByteArray& line, int index, double value) const;
 
     /// "01:05"; hours take as many digits as they need.
     static QString Time(double minutes);
-    /// A whole number, rounded in kJ and cut off in kcal; empty when not above 0.
+    /// A whole number, rounded in kJ and truncated in kcal; empty unless above 0.
     [[nodiscard]] QString EntryEnergy(double kcal) const;
-    /// A sum, as a number in the energy unit.
+    /// A sum in the energy unit, with the profile's decimals.
     [[nodiscard]] QString TotalEnergy(double kcal) const;
     /// "Ex. time,Energy burned (kcal),".
     [[nodiscard]] QString ExerciseHeader() const;
 
-    /// Weight, weight change, measurements and body fat; stones and pounds stand in two fields,
-    /// their change in pounds.
+    /// Weight, weight change, measurements and body fat. Stones and pounds are two fields, their
+    /// change is in pounds.
     [[nodiscard]] QString WeightFields(const CWeightEntry& entry) const;
     /// "Weight (kg),Weight change (kg),Chest (cm),...,Body fat(%)": one title for stones and
     /// pounds together.

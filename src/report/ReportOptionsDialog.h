@@ -12,7 +12,7 @@ class CReportOptionsDialog : public CDialog {
     Q_OBJECT
   public:
     CReportOptionsDialog(const CReportRequest& request, QWidget* parent);
-    /// As the fields stand.
+    /// The current values of the fields.
     [[nodiscard]] CReportRequest GetRequest() const;
 
   protected:

@@ -1,4 +1,4 @@
-// What a report is to hold.
+// The options of a report.
 #pragma once
 
 #include <QDate>
@@ -10,9 +10,9 @@ inline constexpr int kReportAll = kReportDiet | kReportWeight | kReportExercises
 enum class EReportGrouping : int { Date = 0, Type = 1 };
 
 struct CReportRequest {
-    QDate from;  ///< first day
-    QDate to;    ///< last day
-    int types = kReportAll;
+    QDate from;              ///< first day
+    QDate to;                ///< last day
+    int types = kReportAll;  ///< bits of EReportType
     EReportGrouping grouping = EReportGrouping::Date;
 
     [[nodiscard]] bool Has(EReportType type) const { return (types & type) != 0; }

@@ -21,7 +21,7 @@ CFileChoice ReportFileChoice(const QString& profileName, QDate to) {
     CFileChoice choice = CsvFileChoice(u"Report"_s);
     choice.initialName = profileName + TwoDigits(to.year() % 100) + TwoDigits(to.month()) +
                          TwoDigits(to.day()) + choice.defaultExtension;
-    // What a folder's name would end with cannot stand in a file's.
+    // A profile's name may contain a slash, a file's cannot.
     choice.initialName.replace(u'/', u'_');
     return choice;
 }
@@ -32,7 +32,7 @@ QString ReportDatePattern(const QString& shortPattern) {
     pattern.replace("M/"_L1, "MM/"_L1);
     pattern.replace("/d/"_L1, "/dd/"_L1);
     pattern.replace("yy"_L1, "yyy"_L1);
-    // Three letters and more all stand for the whole year, which has one name here.
+    // Three letters or more all mean the full year, which QLocale writes as "yyyy".
     static const QRegularExpression wholeYear(u"y{3,}"_s);
     return pattern.replace(wholeYear, u"yyyy"_s);
 }

@@ -1,4 +1,4 @@
-// What is decided about a report before it is written.
+// The checks and defaults of a report before it is written.
 #pragma once
 
 #include <QString>
@@ -7,12 +7,12 @@
 #include "platform/Messages.h"
 #include "report/ReportRequest.h"
 
-/// The first reason why there can be no such report, as its message; nothing when all is well.
+/// The message about the first invalid option; nothing when all are valid.
 std::optional<QString> CheckReportRequest(const CReportRequest& request);
 
-/// What the file dialog offers; a report of Ann's up to 15 April 2006 is named "Ann060415.csv".
+/// For the file dialog; Ann's report up to 15 April 2006 is named "Ann060415.csv".
 CFileChoice ReportFileChoice(const QString& profileName, QDate to);
 
-/// Pattern of the date pickers: days and months of two digits where the locale's short pattern is
-/// one with slashes, and the year in full.
+/// Pattern of the date fields: the locale's short pattern with the year in full, and with two-digit
+/// days and months if it has slashes.
 QString ReportDatePattern(const QString& shortPattern);

@@ -11,9 +11,9 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr QByteArrayView kLineEnd = "\r\n";
 
-/// What was eaten at one meal of a day.
+/// The entries of one meal of a day.
 struct CMealLines {
-    QByteArray lines;  ///< in the bytes of the file; empty when there is no entry
+    QByteArray lines;  ///< as bytes of the file; empty when there is no entry
     NutrientValues subtotals{};
 };
 
@@ -29,24 +29,24 @@ class CReportWriter {
     void WriteDietOf(QDate day);
     void WriteExercisesOf(QDate day);
     void WriteWeightsOf(QDate day);
-    /// The lines of one diary: the date, and what `append(line, entry)` puts behind it.
+    /// The lines of one diary: the date, and what `append(line, entry)` appends to it.
     template <typename Entry, typename Append>
     void WriteSection(const QString& title, const QString& header, CDiaryCursor<Entry>& diary,
                       bool showsProgress, Append append);
 
-    /// Writes the date line unless the day has one.
+    /// Writes the date line unless it has been written.
     void StartDay(QDate day);
     void StepProgress();
     void AppendDiet(QByteArray& line, const CDietEntry& entry) const;
     [[nodiscard]] QString ExerciseFields(const CExerciseEntry& entry) const;
-    /// The title with an empty field behind it, and each value behind a comma.
+    /// `title` ends with a comma, for an empty field; each value is preceded by another.
     void WriteSum(const char* title, const NutrientValues& values);
 
     const CReportRequest& m_request;
     QString m_profileName;
     CReportFormat m_format;
     std::vector<int> m_nutrients;  ///< indexes of the reported ones
-    QString m_nutrientTitles;      ///< each behind a comma
+    QString m_nutrientTitles;      ///< each preceded by a comma
     CDiaryCursor<CDietEntry> m_diet;
     CDiaryCursor<CWeightEntry> m_weights;
     CDiaryCursor<CExerciseEntry> m_exercises;
@@ -55,7 +55,7 @@ class CReportWriter {
     std::array<CMealLines, kMealCount> m_meals;
     QByteArray m_line;
     bool m_isDayStarted = false;
-    CLeftOut m_leftOut;  ///< entries of no meal, which a report by date has no place for
+    CLeftOut m_leftOut;  ///< entries with an invalid meal, which a report by date cannot show
 };
 
 CReportWriter::CReportWriter(CVelmoraDoc& doc, const CReportRequest& request)
@@ -135,7 +135,7 @@ void CReportWriter::WriteByDate() {
 
 void CReportWriter::WriteDietOf(QDate day) {
     for (CMealLines& meal : m_meals) {
-        meal.lines.resize(0);  // and keeps its memory
+        meal.lines.resize(0);  // unlike clear, keeps the memory
         meal.subtotals.fill(0);
     }
     NutrientValues totals{};

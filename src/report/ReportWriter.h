@@ -4,9 +4,9 @@
 #include "app/VelmoraDoc.h"
 #include "report/ReportRequest.h"
 
-/// Streams the active profile's diaries, a day at a time. `request` has passed CheckReportRequest.
-/// False after "Cannot create file.": the file could not be created or did not come out whole, and
-/// an old file of that name is as it was. Cancel of the progress window does not stop it. A record
-/// with a wrong number of properties shows its message and ends its day. False as well when entries
-/// are left out because of damage, after a message with their number.
+/// Writes the active profile's diaries, a day at a time. `request` has passed CheckReportRequest.
+/// Shows "Cannot create file." and returns false when the file could not be created or written
+/// whole; an old file of that name is then unchanged. Also returns false, after a message with
+/// their number, when damaged entries are left out. A record with a wrong number of properties
+/// shows its message and ends its day. The progress window's Cancel does not stop it.
 bool WriteReport(CVelmoraDoc& doc, const CReportRequest& request, const QString& path);
