@@ -108,14 +108,14 @@ void CArguments::TakeOption(const QStringList& words, qsizetype& at) {
     const QString name = NameOf(word).toString();
     const COption* option = FindOption(m_options, name);
     if (option == nullptr) {
-        Note(u"unknown option "_s + name +
-             DidYouMean(name, NamesOf(m_options) + NamesOf(kCommonOptions)));
+        SetError(u"unknown option "_s + name +
+                 DidYouMean(name, NamesOf(m_options) + NamesOf(kCommonOptions)));
     } else if (option->kind == EValue::None) {
         TakeValue(*option, word.mid(name.size()));
     } else if (name.size() < word.size()) {
         TakeValue(*option, word.mid(name.size() + 1));
     } else if (at + 1 == words.size()) {
-        Note(name + u" needs "_s + NeededValue(*option));
+        SetError(name + u" needs "_s + NeededValue(*option));
     } else {
         TakeValue(*option, words[++at]);
     }
@@ -124,9 +124,9 @@ void CArguments::TakeOption(const QStringList& words, qsizetype& at) {
 void CArguments::TakeValue(const COption& option, const QString& value) {
     const QString name = QLatin1StringView(option.name);
     if (m_values.contains(name) && option.need != ENeed::Repeatable) {
-        Note(name + u" is given twice"_s);
+        SetError(name + u" is given twice"_s);
     } else if (!IsReadable(option, value)) {
-        Note(name + u" needs "_s + NeededValue(option));
+        SetError(name + u" needs "_s + NeededValue(option));
     }
     m_values[name].append(value);
 }
@@ -135,10 +135,10 @@ void CArguments::CheckOptions() {
     for (const COption& option : m_options) {
         const bool hasRival = option.rival != nullptr && Has(option.rival);
         if (Has(option.name) && hasRival) {
-            Note(QLatin1StringView(option.name) + u" cannot be given beside "_s +
-                 QLatin1StringView(option.rival));
+            SetError(QLatin1StringView(option.name) + u" cannot be combined with "_s +
+                     QLatin1StringView(option.rival));
         } else if (option.need == ENeed::Required && !Has(option.name) && !hasRival) {
-            Note(QLatin1StringView(option.name) + u" is missing"_s);
+            SetError(QLatin1StringView(option.name) + u" is missing"_s);
         }
     }
 }
@@ -146,13 +146,13 @@ void CArguments::CheckOptions() {
 void CArguments::CheckWords(const char* expected) {
     const QStringList names = QString::fromLatin1(expected).split(u' ', Qt::SkipEmptyParts);
     if (m_words.size() < names.size()) {
-        Note(names[m_words.size()] + u" is missing"_s);
+        SetError(names[m_words.size()] + u" is missing"_s);
     } else if (m_words.size() > names.size()) {
-        Note(u"'%1' is one word too many"_s.arg(m_words[names.size()]));
+        SetError(u"unexpected argument '%1'"_s.arg(m_words[names.size()]));
     }
 }
 
-void CArguments::Note(const QString& error) {
+void CArguments::SetError(const QString& error) {
     if (m_error.isEmpty()) {
         m_error = error;
     }

@@ -1,4 +1,4 @@
-// The words of one command line, told apart by a table of what the command takes.
+// The words of one command line, parsed by the table of the command's options.
 #pragma once
 
 #include <QMap>
@@ -7,16 +7,16 @@
 
 #include "cli/OptionValues.h"
 
-/// Parsed words: everything is checked when they are parsed, and the first fault is kept.
+/// The constructor parses and checks all words and keeps the first error.
 class CArguments {
   public:
-    /// Besides `options` those of every command are known; a value follows its option as the next
-    /// word or after "=". Refused (see GetError) are an unknown, incomplete or missing option, one
-    /// that is given twice, a value that cannot be read, and words without dashes that are not as
-    /// many as `expected` names ("OLD NEW"). A word after "--" is never an option.
+    /// Accepts `options` and kCommonOptions; a value is the next word or follows "=". Errors (see
+    /// GetError): an option that is unknown, missing, repeated or lacks its value, a value that
+    /// cannot be read, and any other number of plain words than `expected` names ("OLD NEW"). A
+    /// word after "--" is never an option.
     CArguments(const QStringList& words, std::span<const COption> options, const char* expected);
 
-    /// Empty when everything was understood.
+    /// Empty when there is no error.
     [[nodiscard]] const QString& GetError() const { return m_error; }
 
     [[nodiscard]] QString Word(int index) const { return m_words.value(index); }
@@ -40,7 +40,8 @@ class CArguments {
     void TakeValue(const COption& option, const QString& value);
     void CheckOptions();
     void CheckWords(const char* expected);
-    void Note(const QString& error);
+    /// Keeps the first error only.
+    void SetError(const QString& error);
 
     std::span<const COption> m_options;
     QStringList m_words;
@@ -49,5 +50,5 @@ class CArguments {
 };
 
 /// Index of the first word from `from` on that is neither an option nor the value of one; -1 when
-/// there is none, or when an option before it is unknown.
+/// there is none, or when an unknown option comes first.
 qsizetype FindWord(const QStringList& words, qsizetype from, std::span<const COption> options);

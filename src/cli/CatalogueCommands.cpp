@@ -16,10 +16,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr COption kImportOptions[] = {{"--existing", EValue::Choice, "overwrite|skip|add",
-                                       "what to do with items that exist; overwrite otherwise"}};
+                                       "what to do with existing items; default overwrite"}};
 constexpr COption kInCategory[] = {kCategoryOption};
 
-// What names an item: foods by name and type, menus and recipes by name.
+// The options that identify an item: name and type for foods, name for menus and recipes.
 constexpr COption kToOption = {"--to", EValue::Text, "CATEGORY", "the category to move it to"};
 constexpr COption kCategory = Required(kCategoryOption);
 constexpr COption kName = Required(kNameOption);
@@ -31,7 +31,7 @@ constexpr COption kItemTo[] = {kCategory, kName, Required(kToOption)};
 constexpr COption kTypedItemYes[] = {kCategory, kName, kType, kYesOption};
 constexpr COption kItemYes[] = {kCategory, kName, kYesOption};
 constexpr COption kFindTyped[] = {
-    {"--type", EValue::Text, "TEXT", "what the item's type holds besides"}};
+    {"--type", EValue::Text, "TEXT", "a text that the type must contain, too"}};
 
 const CItemTexts& TextsOf(const CCommandContext& context) {
     return KindOf(context.kind).item;
@@ -41,7 +41,7 @@ const CListWords& WordsOf(const CCommandContext& context) {
     return KindOf(context.kind).words;
 }
 
-/// The item that --category, --name and --type name; nothing after a message.
+/// The item given by --category, --name and --type; nothing after a message.
 std::optional<CCategoryListEntry> FindItemArgument(CCommandContext& context) {
     const CArguments& arguments = context.arguments;
     const auto category = FindCategoryNamed(context, arguments.Text("--category"));
@@ -122,7 +122,7 @@ bool Find(CCommandContext& context) {
     int position = FindNextItem(database, context.kind, name, {type}, 0, &leftOut);
     if (position < 0) {
         ShowMessage(QString::fromLatin1(TextsOf(context).notFound));
-        (void)ReportDamage(leftOut, WordsOf(context));  // the command has failed as it is
+        (void)ReportDamage(leftOut, WordsOf(context));  // the command has failed already
         return false;
     }
     QHash<qint32, QString> categories;
@@ -229,7 +229,7 @@ constexpr CCommand kLibraryCommands[] = {
      Find},
 };
 
-/// The commands of a kind, which gives them its group.
+/// The commands of a kind; their group is that of the kind.
 struct CKindGroup {
     ECatalogueKind kind;
     std::span<const CCommand> commands;

@@ -7,7 +7,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-// The words in the order of the kinds.
+// The choices are in the order of the kinds' codes.
 constexpr COption kKindOption = Required(
     {"--kind", EValue::Choice, "foods|menus|recipes|exercises", "what the categories hold"});
 constexpr COption kOptions[] = {kKindOption};

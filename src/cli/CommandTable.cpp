@@ -24,7 +24,7 @@ QStringList GroupNames() {
     return names;
 }
 
-/// Takes the command's name out of the words; it may be left out of a group of one.
+/// Removes the command's name from the words; in a group with one command it is optional.
 void TakeName(CNamedCommand& named, qsizetype from) {
     const std::vector<const CCommand*> commands = CommandsOf(named.group);
     const qsizetype at = FindWord(named.words, from, named.Options());

@@ -9,8 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// False after a message when `row` is not among the `choices` of a form.
-/// A form has said itself why it offers nothing.
+/// False after a message when `row` is not among the `choices` of a form. If there are no choices,
+/// the form has already shown the message.
 bool CheckOffered(const QStringList& choices, const QString& row, EPicker picker,
                   ECatalogueKind kind) {
     if (choices.contains(row)) {
@@ -39,7 +39,7 @@ bool ReportDamage(const CLeftOut& leftOut, const CListWords& words) {
     if (!leftOut.IsDamage()) {
         return true;
     }
-    (void)FinishOutput();  // first; the end of the program looks at its result
+    (void)FinishOutput();  // output comes before messages; the end of the program checks the result
     ShowMessage(DamageText(leftOut, words));
     return false;
 }

@@ -1,15 +1,15 @@
-// What several commands read from their arguments in the same way.
+// Reading of arguments that several commands have in common.
 #pragma once
 
 #include "app/LeftOutText.h"
 #include "catalogue/pick/PickForm.h"
 #include "cli/Commands.h"
 
-/// The category of the command's kind with that name; nothing after "There is no category
-/// selected." when there is none.
+/// The category of the command's kind with that name. Nothing, after "There is no category
+/// selected.", when there is none.
 std::optional<CCategoryEntry> FindCategoryNamed(CCommandContext& context, const QString& name);
 
-/// Reports what damage has left out of the output so far; false when that is anything.
+/// Reports damaged records that were left out of the output; false when there are any.
 bool ReportDamage(const CLeftOut& leftOut, const CListWords& words);
 
 /// "food", "menu" or "recipe".
@@ -22,6 +22,6 @@ bool LoadProfileNamed(CVelmoraDoc& doc, const QString& name);
 /// Opens the profile that --profile names; false after a message when that fails.
 bool LoadProfileArgument(CCommandContext& context);
 
-/// Picks what --category, --name and, where items have one, --type name, from the lists that a
-/// form offers of a catalogue; false after a message when something is not on offer.
+/// Picks --category, --name and, if items have one, --type from a form's lists, as a user would in
+/// its dialog; false after a message when one of them is not in its list.
 bool PickItem(CPickForm& form, const CArguments& arguments, ECatalogueKind kind);

@@ -5,7 +5,7 @@
 #include "cli/TableOutput.h"
 
 namespace {
-/// Scripts look at exit statuses, so progress is not shown.
+/// Scripts have no use for progress.
 class CNoProgress : public CProgress {
   public:
     void SetStatus(const QString& /*text*/) override {}
@@ -22,7 +22,7 @@ class CNoProgress : public CProgress {
 void CConsoleMessages::Show(const CMessage& message) {
     PrintLine(message.icon == EMessageIcon::Result ? stdout : stderr, message.text);
     if (!message.detail.isEmpty()) {
-        (void)FinishOutput();  // first; the end of the program looks at its result
+        (void)FinishOutput();  // keeps the order; the end of the program checks the result
         PrintLine(stderr, message.detail);
     }
 }
@@ -32,7 +32,7 @@ bool CConsoleMessages::AskYesNo(const QString& text) {
     return m_answersYes;
 }
 
-// Every command that exchanges files names its file itself.
+// Commands take their file names from the arguments and never ask.
 QString CConsoleMessages::ChooseFileToOpen(const CFileChoice& /*choice*/) {
     return {};
 }

@@ -1,11 +1,12 @@
-// The command line's answers to the rules: messages on standard error, results on standard
-// output, files from the arguments, Yes only when --yes was given.
+// The message seam of the command line: messages go to standard error, results to standard output;
+// files come from the arguments; questions are answered as AnswerYes says.
 #pragma once
 
 #include "platform/Messages.h"
 
 class CConsoleMessages : public CMessageSeam {
   public:
+    /// Answers questions with Yes from now on, instead of No.
     void AnswerYes() { m_answersYes = true; }
 
     void Show(const CMessage& message) override;

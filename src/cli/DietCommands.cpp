@@ -11,7 +11,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-// The words in the order of the meals and of the kinds.
+// The choices are in the order of the meals' and kinds' codes.
 constexpr COption kMealOption = {"--meal", EValue::Choice,
                                  "Breakfast|Morning|Lunch|Afternoon|Dinner|Evening", "the meal"};
 constexpr COption kKindOption = {"--kind", EValue::Choice, "food|menu|recipe", "what was eaten"};
@@ -24,8 +24,8 @@ constexpr COption kAddOptions[] = {
     Required(kNameOption),
     kKindOption,
     {"--type", EValue::Text, "TYPE", "the food's type; menus and recipes have none"},
-    {"--serving", EValue::Text, "NAME", "the serving; the first one otherwise"},
-    {"--amount", EValue::Number, "NUMBER", "servings eaten; 1 otherwise", 0, 100000},
+    {"--serving", EValue::Text, "NAME", "the serving; default the first one"},
+    {"--amount", EValue::Number, "NUMBER", "servings eaten; default 1", 0, 100000},
 };
 constexpr COption kDayOptions[] = {Required(kProfileOption), Required(kDateOption)};
 
@@ -80,7 +80,7 @@ bool Add(CCommandContext& context) {
     return form.Confirm() && AddDietEntry(context.doc, day, meal, form.GetResult());
 }
 
-/// Nothing after a message. The day is whole, however many entries it has.
+/// The whole day, without a limit on its entries; nothing after a message.
 std::optional<CDayEntries> LoadDay(CCommandContext& context) {
     const QDate day = context.arguments.Date("--date");
     return LoadProfileArgument(context)
@@ -138,7 +138,8 @@ bool Day(CCommandContext& context) {
 constexpr CCommand kCommands[] = {
     {"diet", "add", "", kAddOptions, EAccess::Writes, "add what was eaten to a day", Add, CheckAdd},
     {"diet", "list", "", kDayOptions, EAccess::Reads, "list what was eaten on a day", List},
-    {"diet", "day", "", kDayOptions, EAccess::Reads, "set a day's totals against the targets", Day},
+    {"diet", "day", "", kDayOptions, EAccess::Reads, "compare a day's totals with the targets",
+     Day},
 };
 }  // namespace
 

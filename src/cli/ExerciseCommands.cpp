@@ -18,7 +18,7 @@ constexpr COption kAddOptions[] = {
     Required(kNameOption),
     Required(kTypeOption),
     Required({"--minutes", EValue::Whole, "NUMBER", "how long it took", 0, 7 * 24 * 60}),
-    {"--energy", EValue::Number, "KCAL", "what it burned; computed otherwise", 0, 100000},
+    {"--energy", EValue::Number, "KCAL", "the energy burned; default computed", 0, 100000},
 };
 constexpr COption kDayOptions[] = {Required(kProfileOption), Required(kDateOption)};
 constexpr COption kDeleteOptions[] = {Required(kProfileOption), Required(kDateOption),
@@ -64,7 +64,7 @@ bool List(CCommandContext& context) {
     return ReportDamage(list.leftOut, kEntryWords);
 }
 
-/// Deletes what was done in that minute.
+/// Deletes all entries of the minute.
 bool Delete(CCommandContext& context) {
     if (!LoadProfileArgument(context)) {
         return false;

@@ -6,8 +6,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int kLineLength = 79;
-constexpr int kNameColumn = 34;    // of a list of commands
-constexpr int kOptionColumn = 24;  // of a list of options
+constexpr int kNameColumn = 34;    // characters, in a list of commands
+constexpr int kOptionColumn = 24;  // characters, in a list of options
 const QString kIndent(4, u' ');
 const auto kSeeHelp = u"\"velmora-cli help COMMAND\" explains a command, --help lists them all."_s;
 
@@ -25,7 +25,7 @@ QString UsageItem(const COption& option) {
     return option.need == ENeed::Required && option.rival == nullptr ? text : u'[' + text + u']';
 }
 
-/// "diet add"; the group alone where it is its only command.
+/// "diet add"; only the group if it has one command.
 QString NameOf(const CCommand& command) {
     int count = 0;
     for (const CCommand& other : AllCommands()) {
@@ -39,7 +39,7 @@ QString NameAndWords(const CCommand& command) {
     return (NameOf(command) + u' ' + QLatin1StringView(command.words)).trimmed();
 }
 
-/// Wrapped between its items.
+/// Wraps lines between options.
 void PrintUsageOf(std::FILE* stream, const CCommand& command) {
     QString line = kIndent + NameAndWords(command);
     for (const COption& option : command.options) {
@@ -58,7 +58,7 @@ void PrintOption(const COption& option) {
     const QString limits = LimitsOf(option);
     QString help = QLatin1StringView(option.help);
     if (option.kind == EValue::Choices) {
-        help += u"; several with commas between them"_s;
+        help += u"; separate several by commas"_s;
     } else if (!limits.isEmpty()) {
         help += (option.kind == EValue::Code ? u" (or its number, "_s : u" ("_s) + limits + u')';
     }

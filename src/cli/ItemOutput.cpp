@@ -29,7 +29,7 @@ void PrintFood(const CFoodItem& food) {
     }
 }
 
-/// False after a message when one cannot be read.
+/// False after a message when a component cannot be read.
 bool PrintComponents(CDatabase& database, ECatalogueKind kind, qint32 itemId) {
     CComposedItem component(kind);
     int number = 0;

@@ -5,10 +5,9 @@
 
 /// The header of a table of items.
 void PrintItemHeader(ECatalogueKind kind);
-/// The row of the item at a position, whose texts are known. False after the message when it
-/// cannot be read.
+/// The row of the item in `entry`. False after a message when it must be read and cannot be.
 bool PrintItem(const CCommandContext& context, const QString& category,
                const CCategoryListEntry& entry);
-/// All of an item, a field a row. False after the message when it or a component cannot be read.
+/// All values of an item, one per row. False after a message when it or a component cannot be read.
 bool PrintWholeItem(const CCommandContext& context, const QString& category,
                     const CCategoryListEntry& entry);

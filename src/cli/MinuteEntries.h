@@ -1,10 +1,10 @@
-// Diary entries named by the minute of --date and --time.
+// The diary entries of the minute given by --date and --time.
 #pragma once
 
 #include "cli/Arguments.h"
 #include "store/ListedEntries.h"
 
-/// The entries of that minute in stored order. No other part of the diary is read.
+/// In stored order; nothing else of the diary is read.
 template <typename Entry>
 ListedEntries<Entry> ReadMinute(CItemDatabase<Entry>& diary, const CArguments& arguments) {
     const QDate day = arguments.Date("--date");

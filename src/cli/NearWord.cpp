@@ -6,8 +6,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Letters to insert, delete, replace or swap with their neighbour to get from one word to the
-/// other (optimal string alignment).
+/// Number of letters to insert, delete, replace or swap with their neighbour to get from one word
+/// to the other (optimal string alignment).
 int Distance(const QString& from, const QString& to) {
     std::vector<std::vector<int>> steps(from.size() + 1, std::vector<int>(to.size() + 1));
     for (qsizetype i = 0; i <= from.size(); ++i) {
@@ -28,7 +28,7 @@ int Distance(const QString& from, const QString& to) {
 }  // namespace
 
 QString DidYouMean(const QString& word, const QStringList& candidates) {
-    // Two slips, or one letter in three; a word of slips alone is another word.
+    // At most two errors, or one in three letters, and always fewer than the word has letters.
     const auto length = static_cast<int>(word.size());
     int least = std::min(std::max(2, length / 3) + 1, length);
     QString nearest;

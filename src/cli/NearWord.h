@@ -1,4 +1,4 @@
-// What a mistyped word may have been meant to be.
+// Suggestions for mistyped words.
 #pragma once
 
 #include <QString>

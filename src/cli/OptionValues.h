@@ -1,5 +1,4 @@
-// The values of options, read from their texts. Every reader gives nothing for a text that the
-// option does not take.
+// Reading the values of options from their texts. Each reader returns nothing for an invalid text.
 #pragma once
 
 #include <QDate>
@@ -23,17 +22,17 @@ std::optional<QDate> ReadDate(const QString& text);
 std::optional<QTime> ReadTime(const QString& text);
 std::optional<double> ReadNumber(const COption& option, const QString& text);
 std::optional<int> ReadWhole(const COption& option, const QString& text);
-/// Place among the words, of a Choice or a Code.
+/// Index of the choice, for a Choice or a Code.
 std::optional<int> ReadChoice(const COption& option, const QString& text);
-/// A set of bits: 1 for the first word, 2 for the second.
+/// A bit set: 1 for the first choice, 2 for the second, and so on.
 std::optional<int> ReadChoices(const COption& option, const QString& text);
 std::optional<NutrientSet> ReadNutrients(const QString& text);
 std::optional<CNutrientTarget> ReadTarget(const COption& option, const QString& text);
 
 bool IsReadable(const COption& option, const QString& text);
-/// What a readable text is, "a number from 0 to 100".
+/// Description of a valid text, "a number from 0 to 100".
 QString NeededValue(const COption& option);
-/// The words of a Choice, a Code or Choices.
+/// The choices of a Choice, a Code or Choices.
 QStringList ChoicesOf(const COption& option);
 /// "0 to 100"; empty for an option without limits.
 QString LimitsOf(const COption& option);

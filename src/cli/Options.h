@@ -1,18 +1,18 @@
-// The options of commands: one row an option.
+// The options of commands: one row per option.
 #pragma once
 
 /// How the value of an option is read.
 enum class EValue {
-    None,       ///< a flag: there is no value
+    None,       ///< a flag without a value
     Text,       ///< any text
     Date,       ///< ISO, from 1601 on
     Time,       ///< "HH:MM"
     Number,     ///< a number with a point, within the option's limits
     Whole,      ///< a whole number within the option's limits
-    Choice,     ///< one of the words, without case
-    Code,       ///< one of the words, or its place among them from 0 on
-    Choices,    ///< several of the words with commas between them
-    Nutrients,  ///< indexes or exchange names of nutrients with commas between them; may be empty
+    Choice,     ///< one of the choices, compared without case
+    Code,       ///< one of the choices, or its index from 0 on
+    Choices,    ///< several of the choices, separated by commas
+    Nutrients,  ///< indexes or exchange names of nutrients, separated by commas; may be empty
     Target,     ///< index or exchange name of a nutrient, "=" and a number within the limits
 };
 
@@ -23,12 +23,12 @@ enum class ENeed { Optional, Required, Repeatable };
 struct COption {
     const char* name;  ///< with its dashes, "--height"
     EValue kind;
-    const char* value;  ///< as help shows it, "CM"; the words to choose from, "male|female"
-    const char* help;   ///< what it is, in a line
-    double low = 0;     ///< both limits are allowed
+    const char* value;  ///< placeholder in help, "CM", or the choices, "male|female"
+    const char* help;   ///< what it is, in one line
+    double low = 0;     ///< limits are inclusive; none when `high` is 0
     double high = 0;
     ENeed need = ENeed::Optional;
-    /// An option that cannot be given beside this one and that may be given in its place.
+    /// An option that excludes this one, and replaces it where it is required.
     const char* rival = nullptr;
 };
 
@@ -48,13 +48,13 @@ inline constexpr COption kCategoryOption = {"--category", EValue::Text, "CATEGOR
 inline constexpr COption kNameOption = {"--name", EValue::Text, "NAME", "the item's name"};
 inline constexpr COption kTypeOption = {"--type", EValue::Text, "TYPE", "the item's type"};
 
-/// What a command that destroys asks for. Without the option its questions are answered with No;
-/// those of commands that do not have it are answered with Yes.
+/// For commands that delete. Without this option their questions are answered with No; the
+/// questions of all other commands are answered with Yes.
 inline constexpr COption kYesOption = {"--yes", EValue::None, "", "delete without asking"};
 
 /// Options of every command, anywhere on the line.
 inline constexpr COption kCommonOptions[] = {
-    {"--volume", EValue::Text, "FILE", "the data file, in place of the usual one"},
+    {"--volume", EValue::Text, "FILE", "the data file to use instead of the default one"},
     {"--help", EValue::None, "", "explain the command, or list all commands"},
     {"--version", EValue::None, "", "print the version"},
 };

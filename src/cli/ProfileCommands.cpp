@@ -33,8 +33,7 @@ bool Create(CCommandContext& context) {
     return context.doc.CreateProfile(settings);
 }
 
-/// As a dialog does whose fields are all left alone, it checks and computes nothing when nothing
-/// of its part changes.
+/// Like the dialogs, it checks and calculates only those parts that change.
 bool Set(CCommandContext& context) {
     if (!LoadProfileNamed(context.doc, context.arguments.Word(0))) {
         return false;
@@ -83,7 +82,7 @@ std::span<const CCommand> ProfileCommands() {
         {"profile", "create", "NAME", CreateProfileOptions(), EAccess::Writes,
          "create a user profile", Create, CheckProfileFields},
         {"profile", "set", "NAME", SetProfileOptions(), EAccess::Writes,
-         "change fields of a profile; what is not given stays", Set, CheckProfileFields},
+         "change fields of a profile; the others stay as they are", Set, CheckProfileFields},
         {"profile", "list", "", {}, EAccess::Reads, "list the user profiles", List},
         {"profile", "show", "NAME", {}, EAccess::Reads, "show all fields of a profile", Show},
         {"profile", "delete", "NAME", kDeleteOptions, EAccess::Writes,

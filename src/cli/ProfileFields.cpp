@@ -6,11 +6,11 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// The rate of the largest change of weight that a plan takes, 200 kg, in one day.
+/// kg per week: the largest change of weight that a plan allows, 200 kg, in one day.
 constexpr double kHighestRate = 1400;
 constexpr double kHighestTarget = 1e6;  // in the nutrient's unit
 
-// The words of a Code in the order of the stored codes.
+// The choices of a Code are in the order of the stored codes.
 constexpr COption kSex = {"--sex", EValue::Choice, "male|female", "the person's sex"};
 constexpr COption kBirth = {"--birth", EValue::Date, "DATE", "the date of birth"};
 constexpr COption kHeight = {"--height", EValue::Number, "CM", "the height", 1, 300};
@@ -75,7 +75,7 @@ constexpr COption kSetOptions[] = {
     kWeightUnit, kHeightUnit, kEnergyUnit, kDecimals, kShowNutrients,
 };
 
-/// Of the targets that a diet decides; the user-defined nutrients' are the user's with every diet.
+/// Whether the diet type sets the target. It never sets those of user-defined nutrients.
 bool IsDecidedByDiet(int nutrient) {
     return nutrient < kFirstUserNutrient;
 }
@@ -185,7 +185,7 @@ QString CheckProfileFields(const CArguments& arguments) {
     const bool isCustom = arguments.Choice(kDiet.name, kCustomDiet) == kCustomDiet;
     for (const CNutrientTarget& target : arguments.Targets(kTarget.name)) {
         if (!isCustom && IsDecidedByDiet(target.nutrient)) {
-            return u"--target %1 takes --diet custom"_s.arg(
+            return u"--target %1 requires --diet custom"_s.arg(
                 QLatin1StringView(NutrientNamesOf(target.nutrient).csvName));
         }
     }

@@ -1,5 +1,5 @@
-// The fields of a profile on the command line: as options of "profile create" and "profile set",
-// and as the rows of "profile show", whose values the options take.
+// The fields of a profile on the command line: the options of "profile create" and "profile set",
+// and the rows of "profile show", whose values these options accept.
 #pragma once
 
 #include <span>
@@ -10,13 +10,14 @@
 std::span<const COption> CreateProfileOptions();
 std::span<const COption> SetProfileOptions();
 
-/// What is wrong with fields that are readable one by one; empty when nothing is.
+/// The error in a combination of fields that are valid one by one; empty when there is none.
 QString CheckProfileFields(const CArguments& arguments);
 
-/// Takes over the fields that are given, and what follows from them as in the dialogs: the goal
-/// date from the rate or the rate from the goal date, a daily energy still to be computed (0) from
-/// a changed plan, the custom diet from a changed target that a diet decides.
+/// Copies the given fields to `settings`, with the same consequences as in the dialogs: a rate sets
+/// the goal date, a goal date the rate; a changed plan sets the daily energy to 0, which means
+/// still to be calculated; a changed target that follows from the diet type selects the custom
+/// diet.
 void TakeProfileFields(const CArguments& arguments, CProfileSettings& settings);
 
-/// The fields in rows, and what follows from them.
+/// Prints the fields and the values calculated from them, one per row.
 void PrintProfile(const CProfileSettings& settings);

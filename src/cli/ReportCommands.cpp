@@ -7,12 +7,12 @@
 #include "report/ReportWriter.h"
 
 namespace {
-// The words in the order of the report's types and groupings.
+// The choices are in the order of the report's types and groupings.
 constexpr COption kReportOptions[] = {
     Required(kProfileOption),
     Required(kFromOption),
     Required(kToDateOption),
-    {"--types", EValue::Choices, "diet|weight|exercises", "the diaries; all otherwise"},
+    {"--types", EValue::Choices, "diet|weight|exercises", "the diaries; default all"},
     {"--by", EValue::Choice, "date|type", "what the entries are grouped by"},
 };
 
@@ -52,7 +52,7 @@ bool Purge(CCommandContext& context) {
 constexpr CCommand kCommands[] = {
     {"report", "write", "FILE", kReportOptions, EAccess::Reads, "write the diaries to a CSV file",
      Report},
-    {"purge", "run", "", kPurgeOptions, EAccess::Writes, "delete the diaries' entries of some days",
+    {"purge", "run", "", kPurgeOptions, EAccess::Writes, "delete diary entries of some days",
      Purge},
 };
 }  // namespace

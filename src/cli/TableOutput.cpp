@@ -13,7 +13,7 @@ QString Escaped(QString cell) {
 
 void PrintLine(std::FILE* stream, const QString& text) {
     const QByteArray bytes = text.toUtf8() + '\n';
-    // A failed write leaves its mark on the stream, which FinishOutput looks at.
+    // A failed write sets the stream's error flag, which FinishOutput checks.
     (void)std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
 }
 

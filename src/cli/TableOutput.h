@@ -7,11 +7,11 @@
 
 #include "platform/FileTime.h"
 
-/// A line of UTF-8 text as it stands.
+/// Writes a line of UTF-8 text unchanged.
 void PrintLine(std::FILE* stream, const QString& text);
 
-/// Cells are separated by tabs; a tab, line break or backslash inside a cell is written as \t, \n,
-/// \r or \\, so that a row is always one line.
+/// Writes cells to standard output, separated by tabs. A tab, line break or backslash in a cell is
+/// written as \t, \n, \r or \\, so that a row is always one line.
 void PrintRow(const QStringList& cells);
 
 /// The cells "2026-05-31" and "07:30:00" of a diary entry.

@@ -12,7 +12,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-// By slot of the entry; all but the last in cm.
+// Indexed by slot of the entry; all but the last are in cm.
 constexpr const char* kMeasurementOptions[] = {"--chest",   "--waist", "--hips", "--bicep",
                                                "--forearm", "--thigh", "--calf", "--fat"};
 static_assert(std::size(kMeasurementOptions) == kBodyFatSlot + 1);
@@ -27,13 +27,13 @@ constexpr COption kAddOptions[] = {
     Required(kDateOption),
     Required(kTimeOption),
     Required({"--weight", EValue::Number, "KG", "the weight", 0, 1000}),
-    Tape("--chest", "round the chest"),
-    Tape("--waist", "round the waist"),
-    Tape("--hips", "round the hips"),
-    Tape("--bicep", "round the upper arm"),
-    Tape("--forearm", "round the forearm"),
-    Tape("--thigh", "round the thigh"),
-    Tape("--calf", "round the calf"),
+    Tape("--chest", "around the chest"),
+    Tape("--waist", "around the waist"),
+    Tape("--hips", "around the hips"),
+    Tape("--bicep", "around the upper arm"),
+    Tape("--forearm", "around the forearm"),
+    Tape("--thigh", "around the thigh"),
+    Tape("--calf", "around the calf"),
     {"--fat", EValue::Number, "PERCENT", "body fat", 0, 100},
 };
 constexpr COption kProfileOptions[] = {Required(kProfileOption)};
@@ -82,7 +82,7 @@ bool List(CCommandContext& context) {
     return ReportDamage(weights.LeftOut(), kEntryWords);
 }
 
-/// All entries of the minute.
+/// Deletes all entries of the minute.
 bool Delete(CCommandContext& context) {
     if (!LoadProfileArgument(context)) {
         return false;

@@ -1,4 +1,4 @@
-// velmora-cli: the core without windows, for scripts, back-ups and tests.
+// velmora-cli: the core without windows, for scripts and tests.
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <algorithm>
@@ -79,8 +79,8 @@ int main(int argc, char* argv[]) {
     }
     if (named.command == nullptr) {
         return Refuse(named, named.group.isEmpty()
-                                 ? u"no command is given"_s
-                                 : u"no command of '%1' is given"_s.arg(named.group));
+                                 ? u"no command given"_s
+                                 : u"no command given for '%1'"_s.arg(named.group));
     }
     const CCommand& command = *named.command;
     const QString error = command.check != nullptr ? command.check(arguments) : QString();

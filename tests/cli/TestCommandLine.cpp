@@ -59,7 +59,7 @@ const QStringList kWriting =
 
 // Status, command, and what is told. "from => to" creates Bea by Ann's options so changed.
 constexpr auto kRefusals = R"(
-2 | diet | no command of 'diet' is given
+2 | diet | no command given for 'diet'
 2 | dite add | unknown command 'dite'; did you mean 'diet'?
 2 | diet days | unknown command 'diet days'; did you mean 'day'?
 2 | xyz | unknown command 'xyz'
@@ -70,7 +70,7 @@ constexpr auto kRefusals = R"(
 2 | profile delete Ann --yes=1 | --yes needs no value
 2 | --height 180 =>  | --height is missing
 2 | foods import --existing skip | FILE is missing
-2 | foods list Fruit | 'Fruit' is one word too many
+2 | foods list Fruit | unexpected argument 'Fruit'
 2 | weight delete @ --time 24:00 --yes | --time needs a time such as 12:30
 2 | --height 180 => --height 1e308 | --height needs a number from 1 to 300
 2 | # --amount -1 | --amount needs a number from 0 to 100000
@@ -85,9 +85,9 @@ constexpr auto kRefusals = R"(
 2 | profile set --target -1=1 | --target needs a nutrient and a number from 0 to 1000000, such as Iron(mg)=18
 2 | profile set --target 10 | --target needs a nutrient and a number from 0 to 1000000, such as Iron(mg)=18
 2 | profile set --target 10=x | --target needs a nutrient and a number from 0 to 1000000, such as Iron(mg)=18
-2 | --diet 3 => --diet zone --target 34=5 --target 1=5 | --target Protein(g) takes --diet custom
+2 | --diet 3 => --diet zone --target 34=5 --target 1=5 | --target Protein(g) requires --diet custom
 2 | profile set Ann --show-nutrients 0,Gold | --show-nutrients needs nutrients such as 0,1,Iron(mg)
-2 | profile set Ann --goal 2026-09-01 --rate 0.5 | --goal cannot be given beside --rate
+2 | profile set Ann --goal 2026-09-01 --rate 0.5 | --goal cannot be combined with --rate
 2 | --goal 2026-09-01 =>  | --goal is missing
 2 | 1996-06-01 => 1996-02-30 | --birth needs a date such as 2026-05-31
 2 | 1996-06-01 => 1600-12-31 | --birth needs a date such as 2026-05-31
@@ -301,7 +301,7 @@ class TestCommandLine : public QObject {
             "    --name NAME               the item's name\n"
             "    --type TYPE               the item's type\n"
             "    --minutes NUMBER          how long it took (0 to 10080)\n"
-            "    --energy KCAL             what it burned; computed otherwise (0 to 100000)\n"_s);
+            "    --energy KCAL             the energy burned; default computed (0 to 100000)\n"_s);
         QCOMPARE(Run(u"help exercises add"_s).output, add);
         const QString group = Run(u"exercises --help"_s).output;
         QVERIFY(group.startsWith(add) && group.contains(u"\nexercises list: "_s) &&
@@ -309,7 +309,7 @@ class TestCommandLine : public QObject {
         const QString report = Run(u"help report"_s).output;
         QVERIFY(
             report.startsWith(u"report: write the diaries to a CSV file\n    report FILE --"_s));
-        QVERIFY(report.contains(u"the diaries; all otherwise; several with commas between"_s));
+        QVERIFY(report.contains(u"the diaries; default all; separate several by commas"_s));
         const QString set = Run(u"help profile set"_s).output;
         QVERIFY(set.contains(u" [--goal DATE] "_s) &&
                 set.contains(u" [--target NUTRIENT=VALUE]... ["_s));
@@ -345,7 +345,7 @@ class TestCommandLine : public QObject {
     }
 
     void refusalsCarryTheSystemsTextsAndStatus() {
-        QCOMPARE(Run({}).messages.section(u'\n', 0, 0), u"velmora-cli: no command is given"_s);
+        QCOMPARE(Run({}).messages.section(u'\n', 0, 0), u"velmora-cli: no command given"_s);
         const QStringList rows = QString::fromLatin1(kRefusals).split(u'\n', Qt::SkipEmptyParts);
         for (const QString& row : rows) {
             const QStringList parts = row.split(u" | "_s);
