@@ -14,7 +14,7 @@ bool StaysInFolder(const QString& name) {
            !name.contains(u".."_s);
 }
 
-/// The block as the store keeps it: without the file header, with as many zero bytes at its end.
+/// The picture as it is stored: without the file header, but with as many zero bytes at its end.
 QByteArray ReadPicture(const QString& path) {
     const QFileInfo info(path);
     if (!info.isFile() || info.size() < kFileHeaderBytes || info.size() > kLargestFileBytes) {

@@ -3,7 +3,7 @@
 
 #include "store/records/Category.h"
 
-/// Reads "<name>_L.bmp" and "<name>_S.bmp" of `folder`, which ends in a separator or is empty, into
-/// the category. What cannot be read, is no bitmap or is larger than a picture may be stays
-/// absent, and so does every picture of a name that leads out of the folder.
+/// Reads "<name>_L.bmp" and "<name>_S.bmp" in `folder`, which ends in a separator or is empty, into
+/// the category. A picture stays empty when its file cannot be read, is not a bitmap or is larger
+/// than 4 MB, or when the category's name leads out of the folder.
 void ReadCategoryPictures(const QString& folder, CCategory& category);

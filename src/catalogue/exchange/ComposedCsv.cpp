@@ -167,7 +167,7 @@ void CComposedCsv::NoteRefused(QStringView line) {
     const QString category = next().toString();
     m_item.SetName(next().toString());
     const bool isComponent = itemType == "Food"_L1 || itemType == "Recipe"_L1;
-    // A line of no known type is a menu's (recipe's) own when it names no food.
+    // A line of an unknown type is that of a menu (recipe) itself when its food name is empty.
     const bool isOwner =
         itemType == QLatin1StringView(m_texts.itemType) || (!isComponent && next().isEmpty());
     if (isOwner) {
@@ -206,13 +206,13 @@ EStored CComposedCsv::StoreOwner(EExisting existing) {
     if (m_categoryId < 0) {
         return EStored::Failed;
     }
-    // Sought in any case: components look for what is added here.
+    // Sought even with DoNotCheck, since components look up their owner among the items noted.
     const int found = m_existing.Find(m_categoryId, m_item.GetName(), {});
     const int position = existing == EExisting::DoNotCheck ? kNoPosition : found;
     qint32 itemId = position < 0 ? 0 : ItemIdAt(position);
     const bool isSkipped = position >= 0 && existing == EExisting::Skip;
     if (!isSkipped && itemId < kFirstComposedId) {
-        itemId = m_database.Composed().AllocateItemId(m_kind);  // new, or damaged
+        itemId = m_database.Composed().AllocateItemId(m_kind);  // a new item or a damaged one
     }
     m_owner = {m_categoryName, m_item.GetName(), itemId, isSkipped};
     m_refused.remove({m_categoryName, m_item.GetName()});
@@ -278,7 +278,7 @@ void CComposedCsv::WriteRecord(CCsvLineWriter& line, const CComposedItem& record
     } else if (record.GetItemKind() == EItemKind::Recipe && !IsRecipes()) {
         line.Raw("Recipe,");
     } else {
-        line.Raw("Undefined");  // without a comma, as files have always had it
+        line.Raw("Undefined");  // without a comma: the format has always been so
     }
     line.Text(category);
     line.Text(owner.GetName());

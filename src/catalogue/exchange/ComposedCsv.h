@@ -1,4 +1,4 @@
-// Menus and recipes as lines of an exchange file: a line each, followed by a line a component.
+// Menus and recipes as lines of an exchange file: one line each, followed by one per component.
 #pragma once
 
 #include <QSet>
@@ -10,12 +10,12 @@
 #include "catalogue/items/CatalogueKinds.h"
 
 /// Menus are written in 61 columns and recipes in 62, and read with one column more, between the
-/// nutrients and the serving: files are read by field position, and the difference is kept. That
-/// column is handed to the nutrients' accessor, which reports its wrong index.
+/// nutrients and the serving: files are read by field position, and this difference is kept. The
+/// value of the extra column is passed to the nutrients' accessor, which reports a wrong index.
 ///
-/// A menu or recipe that is replaced loses its components to those that follow it in the file; the
-/// components of a skipped one are dropped with it, and so are those of a refused line whose menu
-/// or recipe is stored already.
+/// The components of a menu or recipe that is replaced are replaced by those that follow it in the
+/// file. The components of a skipped one are skipped too, and so are those after a refused line
+/// whose menu or recipe is already stored.
 class CComposedCsv : public CCsvLayout {
   public:
     CComposedCsv(CDatabase& database, ECatalogueKind kind, const QString& folder);
@@ -31,25 +31,25 @@ class CComposedCsv : public CCsvLayout {
         QString category;
         QString name;
         qint32 itemId = 0;
-        bool isSkipped = false;  ///< and its components with it
+        bool isSkipped = false;  ///< its components are skipped, too
     };
 
     /// Category and name of a menu or recipe.
     using CNames = std::pair<QString, QString>;
 
-    /// The accessor's message on a wrong index shows without the progress.
+    /// Hides the progress window while the accessor reports a wrong index.
     void SetValue(int index, double value);
     CCsvVerdict ReadRecord(CCsvFields& fields);
-    // The fields of a record in their order; a verdict where one of them ends the line.
+    // These read the fields of a record in order; they return a verdict when the line ends there.
     std::optional<CCsvVerdict> ReadItemType(const std::optional<QStringView>& field);
-    /// Category and name of the menu or recipe, which for a component must be there.
+    /// Category and name of the menu or recipe, which must exist for a component.
     std::optional<CCsvVerdict> ReadOwnerNames(CCsvFields& fields);
     std::optional<CCsvVerdict> ReadFoodName(const std::optional<QStringView>& field);
     /// The fields after the names.
     CCsvVerdict ReadValues(CCsvFields& fields);
-    /// Remembers the menu or recipe of a refused line; nothing for the line of a component.
+    /// Remembers the menu or recipe of a refused line; ignores the line of a component.
     void NoteRefused(QStringView line);
-    /// False when no menu or recipe of that category and name is there.
+    /// Sets m_owner; false when there is no menu or recipe of that category and name.
     bool FindOwner(const QString& category, const QString& name);
     EStored StoreOwner(EExisting existing);
     [[nodiscard]] qint32 ItemIdAt(int position);
@@ -68,5 +68,5 @@ class CComposedCsv : public CCsvLayout {
     bool m_isComponent = false;
     COwner m_owner;
     QSet<qint32> m_taken;    ///< menus or recipes that this run has added or replaced
-    QSet<CNames> m_refused;  ///< those whose last line was refused
+    QSet<CNames> m_refused;  ///< menus or recipes whose last line was refused
 };

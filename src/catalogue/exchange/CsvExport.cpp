@@ -11,7 +11,7 @@ namespace {
 class CExportRun {
   public:
     CExportRun(CDatabase& database, ECatalogueKind kind, const CExportRequest& request);
-    /// Shows the message for an empty export; false then.
+    /// False, after a message, when there is nothing to export.
     [[nodiscard]] bool HasItems() const;
     bool Run(const QString& path);
 
@@ -87,7 +87,7 @@ bool CExportRun::Run(const QString& path) {
         return false;
     }
     if (whole) {
-        m_leftOut.damaged += m_count - m_written;  // these could not be read
+        m_leftOut.damaged += m_count - m_written;  // the others cannot be read
     }
     if (whole || m_kind.exchange.countsCancelled) {
         ShowMessage({FormatText("Exported %d %s."_L1, {m_written, plural}), EMessageIcon::Result,
@@ -104,7 +104,7 @@ QString CExportRun::LeftOutText() const {
     return items.isEmpty() || parts.isEmpty() ? items + parts : items + u' ' + parts;
 }
 
-/// What the file holds, but an import will not read as it was.
+/// Warns about texts and lines that an import will not read back unchanged.
 void CExportRun::ReportLosses() const {
     if (const CNotedTexts& texts = m_line.ChangedTexts(); texts.Count() > 0) {
         ShowMessage(
@@ -142,9 +142,9 @@ void CExportRun::WriteItems() {
 /// False when the user has cancelled.
 bool CExportRun::WriteItem(int position, PropertyList& properties) {
     if (IsPastLastItem(properties)) {
-        return true;  // no item of ours, whatever its place
+        return true;  // a component or settings, not an item
     }
-    // A list that is refused is left as it was.
+    // When this returns false, `properties` are unchanged.
     if (!m_layout->WriteItem(m_line, properties, m_written)) {
         ReportWrongPropertyCount(position, properties,
                                  m_database.Items(m_kind.code).GetLayout().Count());

@@ -14,10 +14,10 @@ namespace {
 constexpr int kCutText = 124;
 constexpr int kLongestNumber = 19;
 constexpr int kDecimals = 3;
-/// Of the texts in a message.
+/// How many texts a message lists.
 constexpr int kTextsNamed = 3;
 
-/// Reads digits on to what follows them.
+/// Reads digits and returns the place after them.
 const QChar* ReadDigits(const QChar* at, const QChar* end, quint64& number) {
     for (; at != end; ++at) {
         const unsigned digit = at->unicode() - u'0';
@@ -29,9 +29,8 @@ const QChar* ReadDigits(const QChar* at, const QChar* end, quint64& number) {
     return at;
 }
 
-/// The number at the beginning of a text, and where it ends, when it consists of digits and at most
-/// one point and a double holds its digits exactly, so that one division gives the nearest double.
-/// The end is null for any other form.
+/// Reads a number of digits and at most one point, if a double holds all its digits exactly, so
+/// that one division gives the nearest double. Returns its end; null for any other form.
 const QChar* ReadPlainNumber(const QChar* begin, const QChar* end, double& value) {
     constexpr std::ptrdiff_t kMostDigits = 15;
     static constexpr std::array<double, kMostDigits + 1> kPowers = {
@@ -49,7 +48,7 @@ const QChar* ReadPlainNumber(const QChar* begin, const QChar* end, double& value
     if (digits == 0 || digits > kMostDigits) {
         return nullptr;
     }
-    // As signed numbers: the conversion to double is simpler.
+    // Converting a signed number to double is faster.
     value = static_cast<double>(static_cast<qint64>(number)) / kPowers[decimals];
     return at;
 }
@@ -58,7 +57,7 @@ bool IsBlank(QChar c) {
     return c == u' ' || (c >= u'\t' && c <= u'\r') || (c > u'\x7F' && c.isSpace());
 }
 
-/// The first quote that a comma follows; null when there is none.
+/// The first quote followed by a comma; null when there is none.
 const QChar* FindClosing(const QChar* at, const QChar* end) {
     for (; end - at > 1; ++at) {
         if (*at == u'"' && at[1] == u',') {

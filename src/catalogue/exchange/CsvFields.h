@@ -1,4 +1,4 @@
-// How a line of an exchange file falls into fields, and how fields are written.
+// How a line of an exchange file is split into fields, and how fields are written.
 #pragma once
 
 #include <QByteArray>
@@ -11,11 +11,11 @@
 
 class CTextFile;
 
-/// Hands out the fields of one line, one call a field. The views point into the line given.
+/// Splits one line into fields, one per call. The views point into the line.
 ///
-/// A field that begins with a quote runs to the next quote followed by a comma, so it may hold
-/// commas but not that pair; any other runs to the next comma. Its outer blanks are trimmed, then
-/// a field of two characters or more loses one quote at each end.
+/// A field that begins with a quote ends at the next quote followed by a comma, so it may contain
+/// commas but not that pair; any other field ends at the next comma. The field is trimmed, then one
+/// quote at each end is removed if it has two characters or more.
 class CCsvFields {
   public:
     explicit CCsvFields(QStringView line);
@@ -25,12 +25,12 @@ class CCsvFields {
     std::optional<double> NextNumber();
 
   private:
-    // The rest of the line, which ends in no blank.
+    // The rest of the line, without blanks at its end.
     const QChar* m_at;
     const QChar* m_end;
 };
 
-/// Different texts: how many there are, and the first of them.
+/// Counts distinct texts and keeps the first of them for a message.
 class CNotedTexts {
   public:
     void Add(const QString& text);
@@ -43,39 +43,40 @@ class CNotedTexts {
     QStringList m_first;
 };
 
-/// Writes lines field by field, and notes what no import will read as it was. The file outlives it.
+/// Writes lines field by field, and collects what an import will not read back unchanged. The file
+/// outlives it.
 class CCsvLineWriter {
   public:
     explicit CCsvLineWriter(CTextFile& file) : m_file(file) {}
-    /// ASCII as it stands, its comma included.
+    /// Appends ASCII text unchanged; it contains its own comma.
     void Raw(QByteArrayView bytes);
-    /// Quoted; a line break becomes a blank, since it would end the line.
+    /// Appends the text in quotes; a line break becomes a blank, since it would end the line.
     void Text(QStringView text);
-    /// The same of a text whose quotes have been taken care of.
+    /// The same for a text whose quotes are already escaped.
     void EscapedText(QStringView text);
-    /// Three decimals: "1.500,". What is not finite is written as 0.
+    /// Three decimals: "1.500,". A number that is not finite is written as 0.
     void Number(double value);
-    /// `item` is whom the line belongs to.
+    /// `item` names the item of the line, for LongLines.
     void EndLine(const QString& item = QString());
 
-    /// Texts whose quotes keep them from coming back.
+    /// Texts that an import will change because of their quotes.
     [[nodiscard]] const CNotedTexts& ChangedTexts() const { return m_changedTexts; }
-    /// Items with lines longer than a reader takes in one piece.
+    /// Items with lines longer than CTextFile::kMaxLineBytes, which an import splits.
     [[nodiscard]] const CNotedTexts& LongLines() const { return m_longLines; }
 
   private:
-    /// Room for so many bytes more; they count once m_size says so.
+    /// Makes room for `bytes` more; the caller writes them and then advances m_size.
     char* Room(qsizetype bytes);
 
     CTextFile& m_file;
-    // The line not yet passed on.
+    // The line not yet written.
     std::vector<char> m_line;
     size_t m_size = 0;
     CNotedTexts m_changedTexts;
     CNotedTexts m_longLines;
 };
 
-/// Text as a file keeps it: 128 characters or more become the first 124 and "...".
+/// A text of a file as it is stored: 128 characters or more become the first 124 and "...".
 QString CutImportedText(QStringView text);
 /// A number of a file: 1 to 19 characters are read, any other length gives 0.
 double ImportedNumber(QStringView field);

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int kMostErrors = 10;
 constexpr int kFatalErrors = 65535;
-/// Records that become durable together, and with them the components of the last.
+/// Records that become durable together; the components of the last item are added to its group.
 constexpr int kGroupSize = 4096;
 
 /// Everything up to and including the last separator.
@@ -56,7 +56,7 @@ class CImportRun {
     int m_lineNumber = 0;
     int m_errors = 0;
     int m_groupRecords = 0;   ///< written, but not yet durable
-    int m_groupImported = 0;  ///< those among them that count
+    int m_groupImported = 0;  ///< of these, items that count as imported
     int m_groupReplaced = 0;
     int m_imported = 0;
     int m_replaced = 0;
@@ -96,7 +96,7 @@ bool CImportRun::Run() {
 bool CImportRun::ReadLine() {
     if (!m_file.ReadLine(m_line)) {
         if (m_progress->IsCancelled()) {
-            ShowMessage(u"Import cancelled."_s);  // while a pipe made it wait
+            ShowMessage(u"Import cancelled."_s);  // while waiting for a pipe
         }
         return false;
     }
@@ -118,7 +118,7 @@ bool CImportRun::ReadToMarker() {
     return false;
 }
 
-/// True once the user has cancelled.
+/// Updates the progress window; true after a message when the user has cancelled.
 bool CImportRun::ShowProgress() {
     m_progress->SetPosition(m_charactersRead);
     m_progress->Pump();
@@ -138,7 +138,7 @@ bool CImportRun::ReadItems() {
         }
         const bool isRecord = verdict.line == ECsvLine::Item || verdict.line == ECsvLine::Component;
         if (isRecord && !StoreItem(verdict.line)) {
-            (void)CommitGroup();  // What was written before the failure stays, if it can.
+            (void)CommitGroup();  // keep what was written before the failure, if possible
             ReportStoreFailure();
             return false;
         }

@@ -1,6 +1,5 @@
-// What one kind of the catalogue adds to the exchange: its lines and what they mean. The runs of
-// CsvImport and CsvExport know nothing else of a kind but its words and manners (CKindExchange),
-// so a further kind is one more layout.
+// The line layout of one kind of the catalogue. CsvImport and CsvExport need only this and the
+// kind's texts (CKindExchange), so a further kind is one more layout.
 #pragma once
 
 #include <memory>
@@ -10,9 +9,9 @@
 
 /// What a line of the file turned out to be.
 enum class ECsvLine {
-    Item,       ///< fit to be stored
-    Component,  ///< fit to be stored with the item before it
-    Nothing,    ///< skipped without a word
+    Item,       ///< can be stored
+    Component,  ///< can be stored as part of the item before it
+    Nothing,    ///< skipped without a message
     Error,      ///< skipped with a message
     End,        ///< the end marker
 };
@@ -20,26 +19,27 @@ enum class ECsvLine {
 struct CCsvVerdict {
     ECsvLine line = ECsvLine::Nothing;
     const char* message = nullptr;  ///< with "%d" for the line number
-    int fieldCount = -1;            ///< where given, "%d" for it comes first and the progress hides
-    bool isFatal = false;           ///< the import stops right after the line
+    /// If not -1, the first "%d" of the message; the progress window hides while it is shown.
+    int fieldCount = -1;
+    bool isFatal = false;  ///< the import stops right after the line
 };
 
-/// The verdict on a line that ended after `count` fields: too short to be worth a word, or not.
+/// The verdict on a line that ended after `count` fields; up to two are skipped without a message.
 CCsvVerdict WrongFieldCount(int count);
-/// The verdict on the first field of a line; nothing when the line may hold an item.
+/// The verdict on the first field of a line; nothing when the line may be an item's.
 std::optional<CCsvVerdict> VerdictOnNumber(const std::optional<QStringView>& number);
 
-/// What storing an item came to.
+/// The result of storing an item.
 enum class EStored {
     Added,
     Replaced,
     Skipped,
-    Uncounted,  ///< a component, stored or dropped with what it belongs to
+    Uncounted,  ///< a component, stored or skipped with its item
     Failed,
 };
 
-/// One layout serves one run. It holds the item that is being read or written, so that nothing is
-/// allocated for every line.
+/// One layout serves one import or export. It keeps the item being read or written, so that no line
+/// needs allocations.
 class CCsvLayout {
   public:
     CCsvLayout() = default;
@@ -47,19 +47,18 @@ class CCsvLayout {
     CCsvLayout(const CCsvLayout&) = delete;
     CCsvLayout& operator=(const CCsvLayout&) = delete;
 
-    /// Shown while the layout reads; null where there is none.
+    /// The progress window to hide while a message is shown; null for none.
     void SetProgress(CProgress* progress) { m_progress = progress; }
-    /// A category is created as soon as its field is accepted, whatever becomes of the line.
+    /// A category is created as soon as its field is accepted, even if the line is refused later.
     virtual CCsvVerdict ReadLine(QStringView line) = 0;
     /// Stores the item of the last line.
     virtual EStored Store(EExisting existing) = 0;
 
     virtual void WriteHeader(CCsvLineWriter& line) = 0;
-    /// Writes the item with what belongs to it. Takes the properties over. False when they are no
-    /// item of the kind: nothing is written then and they stay as they were. `number` counts the
-    /// items of the run from 0.
+    /// Writes the item and its components; `number` counts the items of the run from 0. Takes the
+    /// properties, or returns false and leaves them unchanged when they are not those of an item.
     virtual bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) = 0;
-    /// Parts of the items written that could not be read.
+    /// Components of the items written that could not be read.
     [[nodiscard]] const CLeftOut& LeftOutParts() const { return m_leftOutParts; }
 
   protected:
@@ -67,6 +66,6 @@ class CCsvLayout {
     CLeftOut m_leftOutParts;
 };
 
-/// `folder` holds the exchange file and the category pictures beside it; empty for an export.
+/// `folder` is that of the exchange file, for category pictures; empty for an export.
 std::unique_ptr<CCsvLayout> MakeCsvLayout(CDatabase& database, ECatalogueKind kind,
                                           const QString& folder);

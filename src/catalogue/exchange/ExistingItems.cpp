@@ -19,7 +19,7 @@ int CExistingItems::Find(qint32 categoryId, const QString& name, const QString& 
         m_scratch.GetName() == name && (!m_numbers.namesType || m_scratch.GetType() == type)) {
         return position;
     }
-    // Two names share a hash, or a record cannot be read.
+    // A hash collision, or a record that cannot be read.
     return m_database.Catalogue().FindItem(m_kind, categoryId, name, type);
 }
 
@@ -38,7 +38,7 @@ CExistingItems::CIndex& CExistingItems::IndexOf(qint32 categoryId) {
     const int first = m_database.Items(m_kind).FirstPositionOf(categoryId);
     ForEachItemOf(m_database, m_kind, categoryId,
                   [&](int position, const QString& name, const QString& type) {
-                      index.count = position - first;  // records of no use keep their places
+                      index.count = position - first;  // unreadable records count as places, too
                       Enter(index, HashOf(name, type));
                   });
     return index;

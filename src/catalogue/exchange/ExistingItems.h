@@ -1,13 +1,13 @@
-// Which items an import meets again, without searching the catalogue for every line.
+// Finds existing items during an import without searching the catalogue for every line.
 #pragma once
 
 #include <QHash>
 
 #include "store/Database.h"
 
-/// An index over the categories that the run has touched, each read once. It relies on two things:
-/// 1. while it lives, the run alone adds items, and reports each, or replaces them without
-///    a change of category, name and type;
+/// An index of the categories that the import has used, each read once. It relies on two things:
+/// 1. while it exists, only the import changes items: it reports every item it adds, and never
+///    changes category, name or type of an existing one;
 /// 2. the store puts a new record after all others of its category, so that an item keeps its
 ///    place within the category.
 class CExistingItems {
@@ -17,12 +17,12 @@ class CExistingItems {
     /// Position of the first item with that category, name and type (menus and recipes: name
     /// alone); -1 when there is none.
     int Find(qint32 categoryId, const QString& name, const QString& type);
-    /// To be called after the item last sought was added.
+    /// Call after the item that Find sought last was added.
     void NoteAdded();
 
   private:
     struct CIndex {
-        QHash<size_t, int> places;  ///< hash of the texts -> place of the first such item
+        QHash<size_t, int> places;  ///< hash of the texts -> place of the first item with it
         int count = 0;
     };
 

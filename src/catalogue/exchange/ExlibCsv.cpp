@@ -11,7 +11,7 @@ CCsvVerdict Error(const char* message) {
 CCsvVerdict CExlibCsv::ReadLine(QStringView line) {
     CCsvFields fields(line);
     const std::optional<QStringView> number = fields.Next();
-    // A line needs no number, only its place.
+    // The number itself may be empty.
     if (number && !number->isEmpty()) {
         if (const auto verdict = VerdictOnNumber(number)) {
             return *verdict;

@@ -1,16 +1,15 @@
-// The categories that the lines of an exchange name.
+// The categories named in the lines of an exchange file.
 #pragma once
 
 #include <QHash>
 
 #include "store/Database.h"
 
-/// Looks every name up once a run and creates what the kind does not have, with its pictures.
+/// Looks up every name once per import and creates missing categories with their pictures.
 class CImportedCategories {
   public:
     CImportedCategories(CDatabase& database, ECatalogueKind kind, QString folder);
-    /// Identifier of the category of that name, which is created when it is missing; -1 when it
-    /// cannot be.
+    /// Identifier of the category of that name, created if missing; -1 when that fails.
     qint32 IdOf(const QString& name);
     /// Name of a category; empty when there is none of that identifier.
     QString NameOf(qint32 id);
@@ -22,6 +21,6 @@ class CImportedCategories {
     ECatalogueKind m_kind;
     QString m_folder;
     QHash<QString, qint32> m_ids;
-    qint32 m_lastId = -1;  ///< items come category by category
+    qint32 m_lastId = -1;  ///< cached, since items come category by category
     QString m_lastName;
 };

@@ -1,7 +1,7 @@
 #include "catalogue/exchange/InstructionsField.h"
 
 namespace {
-/// Data link escape: the character after it stands for itself.
+/// Data link escape: the character after it is taken literally.
 constexpr QChar kLiteral = u'\x10';
 
 bool IsTakenFromTheEnds(QChar character) {

@@ -3,11 +3,12 @@
 
 #include <QString>
 
-/// CR and LF become "\r" and "\n"; a backslash before any other letter is a backslash. So that
-/// every text comes back as it was:
-/// - a text that begins or ends in a quote or a blank is put in quotes once more;
-/// - a data link escape (U+0010) separates a backslash from an "r" or "n" after it, and a quote
-///   from a comma. The reader takes the character after it literally. One in the text is doubled.
+/// CR and LF become "\r" and "\n"; a backslash before any other letter is only a backslash. To read
+/// every text back unchanged:
+/// - a text that begins or ends with a quote or a blank gets an additional pair of quotes;
+/// - a data link escape (U+0010) is inserted between a backslash and an "r" or "n", and between a
+///   quote and a comma. The reader takes the character after it literally. One in the text itself
+///   is doubled.
 QString EscapedInstructions(const QString& text);
-/// Takes a field as CCsvFields hands it out.
+/// `field` is as CCsvFields returns it.
 QString UnescapedInstructions(QStringView field);

@@ -7,7 +7,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// With a point in every locale: the file may be read anywhere.
+/// With a point in every locale, since the file may be read elsewhere.
 QString Number(double value, const CPreferences& preferences) {
     return FixedNumber(value, preferences.decimals);
 }
@@ -51,7 +51,6 @@ bool SaveRecipeTextFile(const CComposedForm& recipe, const QString& path) {
         const double value = ShownValue(recipe.RowText(row));
         file.WriteLine(FormatText("%s: %s"_L1, {recipe.RowTitle(row), Number(value, preferences)}));
     }
-    // A file that did not come out whole is not passed off as one.
     if (!file.Close()) {
         ShowMessage(u"Cannot create file."_s);
         return false;

@@ -3,8 +3,8 @@
 
 #include "catalogue/items/ComposedForm.h"
 
-/// Asks for the file and writes what the form holds at this moment. False when no file was chosen
-/// or after "Cannot create file.".
+/// Asks for the file and writes the current content of the form. False when no file was chosen or
+/// after "Cannot create file.".
 bool SaveRecipeText(const CComposedForm& recipe);
-/// The same to a file already chosen.
+/// The same to the file `path`.
 bool SaveRecipeTextFile(const CComposedForm& recipe, const QString& path);

@@ -1,4 +1,4 @@
-// What the exchange of foods and of exercises has in common: items told apart by category, name
+// What the exchange of foods and of exercises has in common: items are identified by category, name
 // and type.
 #pragma once
 
@@ -15,8 +15,8 @@ class CTypedItemsCsv : public CCsvLayout {
           m_categories(database, kind, folder),
           m_existing(database, kind) {}
 
-    /// Identifier of the category of that name, cut to what is kept, which is created when it is
-    /// missing; -1 when it cannot be.
+    /// Identifier of the category of that name (cut by CutImportedText), created if missing; -1
+    /// when that fails.
     qint32 CategoryIdOf(QStringView name) {
         // Items come category by category.
         if (m_lastCategoryId < 0 || name != m_lastCategory) {

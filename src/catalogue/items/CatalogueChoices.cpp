@@ -9,10 +9,10 @@
 
 namespace {
 
-/// What an entry of a diary keeps of a longer name, or one less.
+/// A diary entry cuts longer names to this length, or to one less.
 constexpr int kEntryTextLength = 64;
 
-/// How a picker is headed and what it says when it has nothing to list.
+/// The header of a picker, and its message when there is nothing to list.
 struct CPickerRow {
     const char* header;
     const char* empty;
@@ -112,7 +112,7 @@ QStringList NamesInCategory(CDatabase& database, ECatalogueKind kind, qint32 cat
     return SortedOnce(names);
 }
 
-// From the database itself: a category may hold more items than a list does.
+// Reads the database itself: a category may have more items than a list shows.
 QStringList TypesOfName(CDatabase& database, ECatalogueKind kind, qint32 categoryId,
                         const QString& name, CLeftOut* leftOut) {
     QStringList types;
@@ -153,7 +153,7 @@ qint32 CategoryOfComponent(CDatabase& database, const CComposedItem& component) 
                              ? database.Composed().FindRecipe(component.GetItemId())
                              : database.Items(kind).PositionOf(component.GetItemId());
     CCatalogueItem item(kind);
-    // The identifier of a deleted record may have gone to another.
+    // An older program may have reused the identifier of a deleted record.
     const bool isIt = position >= 0 && database.Items(kind).ReadQuietly(position, item) &&
                       item.GetName().startsWith(component.GetName());
     return isIt ? item.GetCategoryId() : -1;

@@ -1,4 +1,4 @@
-// What the lists offer that an item is picked from, read from the catalogue.
+// The rows of the lists from which an item is picked, read from the catalogue.
 #pragma once
 
 #include <QStringList>
@@ -11,20 +11,20 @@ enum class EPicker { None, Category, Name, Type };
 struct CPickChoices {
     QStringList rows;
     QString refusal;  ///< why there are no rows
-    QString note;     ///< what the rows leave out
+    QString note;     ///< about names that the rows leave out
 };
 /// `categoryId` is negative when none is selected; `name` is as typed. At most `capacity` names.
 CPickChoices PickChoices(CDatabase& database, ECatalogueKind kind, EPicker picker,
                          qint32 categoryId, const QString& name,
                          int capacity = kCatalogueListCapacity);
-/// The name in the category that `name` stands for: itself, the same without blanks around it (an
-/// imported name may have some, a typed one may have too many), or the longer one that a diary's
-/// entry has cut. Without any of them `name` trimmed.
+/// The item name in the category that `name` refers to: the same, the same trimmed (an imported
+/// name may have outer blanks, and so may a typed one), or a longer one that a diary entry has cut.
+/// If there is none, `name` trimmed.
 QString MeantName(CDatabase& database, ECatalogueKind kind, qint32 categoryId, const QString& name);
 /// "Category" or "Name".
 QString PickerHeader(EPicker picker);
 
-/// All sorted without case. What could not be read is added to `leftOut`, if given.
+/// All sorted without case. Records that cannot be read are added to `leftOut`, if given.
 QStringList CategoryNames(CDatabase& database, ECatalogueKind kind, CLeftOut* leftOut = nullptr);
 /// Each name once, the first `capacity` of them.
 QStringList NamesInCategory(CDatabase& database, ECatalogueKind kind, qint32 categoryId,
@@ -37,9 +37,9 @@ QStringList TypesOfName(CDatabase& database, ECatalogueKind kind, qint32 categor
 /// there is no such record.
 bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodItem& food);
 
-/// Category of the food or recipe that a component was made of; -1 when that is gone or was never
-/// known.
+/// Category of the food or recipe that a component was made of; -1 when that no longer exists or is
+/// not known.
 qint32 CategoryOfComponent(CDatabase& database, const CComposedItem& component);
-/// What a component keeps to know its catalogue item by: a recipe's own identifier, a food's
-/// record identifier; 0 for a negative position.
+/// The identifier by which a component refers to its catalogue item: a recipe's own identifier or a
+/// food's record identifier; 0 for a negative position.
 qint32 ComponentItemId(CDatabase& database, EItemKind kind, int position);

@@ -1,5 +1,5 @@
-// What differs between the kinds of the catalogue: one table with a row a kind. How their records
-// are stored differs, too, see CCatalogueLayout; the rows lead there.
+// What differs between the kinds of the catalogue: one table with one row per kind. How their
+// records are stored is in CCatalogueLayout, see CCatalogueKind::Layout.
 #pragma once
 
 #include <array>
@@ -12,15 +12,16 @@
 
 inline constexpr QLatin1StringView kNoCategorySelected("There is no category selected.");
 
-// A field without a default is one that every kind has to fill.
+// Fields without a default must be set for every kind.
 
-/// The commands of the view. Null, like all texts about it, where the kind has no such command.
+/// The texts of the view's commands. A kind without a command has null here and in all texts about
+/// it.
 struct CKindCommands {
     const char* importItems;
     const char* exportItems;
     const char* close;
     const char* deleteCategoryPopUp;    ///< in the pop-up menu of the tree
-    const char* renameItems = nullptr;  ///< null where the tree shows no names
+    const char* renameItems = nullptr;  ///< null when the tree shows no names
     const char* newItem;
     const char* editItem;
     const char* deleteItems;
@@ -38,16 +39,16 @@ struct CKindTips {
     const char* findNext = nullptr;
 };
 
-/// The view among the others, and what it shows of an empty catalogue.
+/// How to get to and from the view, and its text for an empty catalogue.
 struct CKindView {
     EFrameCommand switchTo;  ///< opens the view
     const char* menuText;    ///< of that command in the other views
-    EFrameCommand closeTo;   ///< opens the view that closing this one leads to
+    EFrameCommand closeTo;   ///< opens the view that is shown when this one is closed
     const char* empty;
 };
 
-/// Where the view's settings keep their values among the six of the record; -1 where the kind has
-/// no such value.
+/// Indexes of the view's settings among the six of the record; -1 for settings that the kind does
+/// not have.
 struct CSettingPlaces {
     int confirmServingChange = -1;
     int namesInTree = -1;
@@ -55,7 +56,7 @@ struct CSettingPlaces {
     int starterOffered = -1;
 };
 
-/// Messages on categories.
+/// Messages about categories.
 struct CCategoryTexts {
     const char* newName;
     const char* confirmDelete;
@@ -63,7 +64,7 @@ struct CCategoryTexts {
     const char* noneForItem;
 };
 
-/// Messages on renaming the items of a name.
+/// Messages about renaming all items of a name.
 struct CRenameTexts {
     const char* noNames = nullptr;  ///< the tree is empty
     const char* noNameSelected = nullptr;
@@ -71,12 +72,12 @@ struct CRenameTexts {
     const char* cannotRename = nullptr;
 };
 
-/// Messages on items. Where an item is named, the kinds with types bring name and type, the others
-/// the name.
+/// Messages about items. Where a message names an item, its arguments are name and type for kinds
+/// with types, otherwise the name.
 struct CItemTexts {
     const char* noName;
     const char* noType = nullptr;
-    const char* exists;  ///< with the category's name last
+    const char* exists;  ///< the last argument is the category's name
     CSelectionTexts edit;
     const char* cannotAdd;
     const char* cannotUpdate;
@@ -86,8 +87,8 @@ struct CItemTexts {
     CSelectionTexts move = {};
     const char* onlyOneCategory = nullptr;
     const char* movePickerTitle = nullptr;
-    CConfirmTexts confirmMove = {};    ///< with the category's name last
-    const char* cannotMove = nullptr;  ///< with the category's name last
+    CConfirmTexts confirmMove = {};    ///< the last argument is the category's name
+    const char* cannotMove = nullptr;  ///< the last argument is the category's name
     CSelectionTexts duplicate = {};
     const char* confirmDuplicate = nullptr;
     const char* findPrompt = nullptr;
@@ -95,36 +96,36 @@ struct CItemTexts {
     const char* cannotLoad;
 };
 
-/// What a menu or recipe says of its components.
+/// Texts about the components of a menu or recipe.
 struct CComponentTexts {
     CConfirmTexts confirmDelete = {};
     const char* recalculate = nullptr;
 };
 
-/// The exchange: what the kind is called in a file, and where its runs differ.
+/// The texts and differences of a kind's import and export.
 struct CKindExchange {
-    const char* marker;              ///< the line that its section begins with
-    const char* columns;             ///< the first ones, through the names
-    const char* itemType = nullptr;  ///< of a menu's (recipe's) own line
-    const char* invalidName;         ///< with "%d" for the line number, like those below
+    const char* marker;              ///< first line of the kind's section
+    const char* columns;             ///< titles of the first columns, through the names
+    const char* itemType = nullptr;  ///< second field in the line of a menu (recipe) itself
+    const char* invalidName;         ///< "%d" is the line number, also in the next two
     const char* invalidType = nullptr;
-    const char* noOwner = nullptr;  ///< of a component
-    const char* afterFailure;       ///< said after an item that could not be stored
-    const char* doNotCheck;         ///< the option of an import
-    /// Added to a line's position in the file, counted from 1: some kinds have always named the
-    /// line after the offending one.
+    const char* noOwner = nullptr;  ///< a component without its menu (recipe)
+    const char* afterFailure;       ///< shown after an item could not be stored
+    const char* doNotCheck;         ///< an option of an import
+    /// Added to line numbers, counted from 1, in messages: some kinds have always named the line
+    /// after the wrong one.
     int lineNumberShift = 0;
-    bool hidesProgress = false;      ///< while each of its messages shows
-    bool countsCancelled = true;     ///< a cancelled export still says how many it wrote
-    bool exportsListedRows = false;  ///< "current category" is what the list shows of it, not all
+    bool hidesProgress = false;      ///< while a message is shown
+    bool countsCancelled = true;     ///< a cancelled export also shows how many items it wrote
+    bool exportsListedRows = false;  ///< "current category" exports only the rows listed
 };
 
 struct CCatalogueKind {
     ECatalogueKind code;
-    std::optional<EItemKind> itemKind = {};  ///< of what diaries and components take from it
+    std::optional<EItemKind> itemKind = {};  ///< in diary entries and components
     CListWords words;                        ///< "food" and "foods"
     const char* capitalized;                 ///< "Food"
-    const char* commandGroup;                ///< of the command line
+    const char* commandGroup;                ///< on the command line
     CKindCommands commands;
     CKindTips tips;
     CKindView view;

@@ -20,7 +20,7 @@ bool ShowExists(const QString& name) {
     return false;
 }
 
-/// The beginning of a text that is too long, never cut between the two halves of a character.
+/// The first `length` units of a longer text, or one less so as not to split a surrogate pair.
 QString WithoutEnd(const QString& text, int length) {
     if (text.size() <= length) {
         return text;
@@ -54,7 +54,7 @@ qint32 CCatalogueRules::AddCategory(const QString& name) {
         ShowExists(category.GetName());
         return -1;
     }
-    // The store does not tell whether the record was written.
+    // AddOrUpdate does not report a failed write.
     if (!m_database.Categories().AddOrUpdate(-1, category) ||
         m_database.Categories().Find(m_kind.code, category.GetId()) < 0) {
         ShowMessage(u"Cannot create new category"_s);
@@ -75,14 +75,14 @@ bool CCatalogueRules::RenameCategory(qint32 categoryId, const QString& typed) {
         return false;
     }
     const QString oldName = category.GetName();
-    category.SetName(name);  // cut to what the record holds, which is what must be unique
+    category.SetName(name);  // may cut it; the cut name must be unique
     if (category.GetName() == oldName) {
         return true;
     }
     if (m_database.Categories().Find(m_kind.code, category.GetName()) >= 0) {
         return ShowExists(category.GetName());
     }
-    // A write that failed shows in the list, which keeps the old name.
+    // A failed write is not reported, but leaves the old name.
     return m_database.Categories().AddOrUpdate(position, category) &&
            m_database.Categories().NameOf(m_kind.code, categoryId) == category.GetName();
 }
@@ -105,8 +105,8 @@ bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
     RunAsUnit(m_database.GetStore(), [&] {
         const bool isEmptied = DeleteItemsOf(categoryId);
         if (!isEmptied) {
-            ShowMessage(QString::fromLatin1(
-                m_kind.category.cannotEmpty));  // and the category goes all the same
+            // The category itself is still deleted.
+            ShowMessage(QString::fromLatin1(m_kind.category.cannotEmpty));
         }
         isDeleted = m_database.Categories().Delete(position);
         if (!isDeleted) {
@@ -148,7 +148,7 @@ int CCatalogueRules::Delete(const Entries& selected) {
         !ConfirmFor(m_kind.item.confirmDelete, count, NamesOf(selected.front()))) {
         return 0;
     }
-    // From the last on: a deletion moves everything behind it.
+    // Last first: a deletion changes the positions after it.
     return ActOnEach(
         m_database.GetStore(), PositionsOf(selected, true),
         [this](int position) { return m_database.DeleteItem(m_kind.code, position); },
@@ -184,8 +184,8 @@ int CCatalogueRules::Move(const Entries& selected, const CCategoryEntry& target)
     if (!AskYesNo(question)) {
         return 0;
     }
-    // An item that leaves for a later category moves those behind it, one that leaves for an
-    // earlier category those before it: either way the ones still waiting keep their positions.
+    // Moving an item to a later category changes positions after it, to an earlier category those
+    // before it; in this order the items still to be moved keep their positions.
     const bool descending = target.id > selected.front().categoryId;
     const std::vector<int> positions = PositionsOf(selected, descending);
     const int moved = ActOnEach(
@@ -244,7 +244,7 @@ int CCatalogueRules::Duplicate(const Entries& selected) {
                                            copy.GetType());
 }
 
-/// Every record of the category is looked at once, whatever the number of copies.
+/// Reads every record of the category once, whatever the number of copies.
 QString CCatalogueRules::FreeCopyText(const CCatalogueItem& item) {
     QSet<QString> taken;
     ForEachItemOf(m_database, m_kind.code, item.GetCategoryId(),
@@ -257,7 +257,7 @@ QString CCatalogueRules::FreeCopyText(const CCatalogueItem& item) {
                   });
     const CCatalogueLayout& numbers = m_kind.Layout();
     const auto property = static_cast<size_t>(m_namesType ? numbers.type : numbers.name);
-    // As much as the record and a file keep.
+    // No longer than both the record and an exchange file can keep.
     const int room = std::min(numbers.layout.properties[property].capacity, kLongestText);
     const QString original =
         WithoutEnd(m_namesType ? item.GetType() : item.GetName(), room - kCopySuffixLength);

@@ -5,9 +5,8 @@
 
 #include "store/Database.h"
 
-/// Hands the items of a category to `take` in stored order: also those that a full list leaves out.
-/// A record that is no item of the kind is passed over without a message; a text that is missing is
-/// empty. Returns what was passed over.
+/// Passes all items of a category to `take` in stored order, without a limit. Damaged records are
+/// skipped without a message; a missing text is empty. Returns what was skipped.
 CLeftOut ForEachItemOf(
     CDatabase& database, ECatalogueKind kind, qint32 categoryId,
     const std::function<void(int position, const QString& name, const QString& type)>& take);

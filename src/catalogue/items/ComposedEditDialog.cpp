@@ -21,14 +21,14 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// What the records hold.
+/// The capacity of a record's name.
 constexpr int kLongestName = 64;
 constexpr int kPageMargin = 4;
 constexpr int kLeastRows = 4;
-/// Narrower dialogs have no room for the whole text of a long command.
+/// Narrower dialogs show a short text on the long button.
 constexpr int kNarrowWidth = 320;
 
-/// A page of the tabs, headed by a text that is the buddy of what follows.
+/// A page of the tabs: a heading, which is the buddy of `content`, above `content`.
 QVBoxLayout* HeadedPage(QWidget* page, const QString& heading, QWidget* content) {
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
@@ -63,7 +63,8 @@ CComposedEditDialog::CComposedEditDialog(CComposedForm& form, CComposedEditServi
     SetPreferredSize(480, 600);
 }
 
-// A cell that loses the focus ends its editing, which has to happen while there is a dialog left.
+// A cell editor ends when it loses the focus. Hide first, so that this happens while the dialog
+// still exists.
 CComposedEditDialog::~CComposedEditDialog() {
     hide();
 }
@@ -187,7 +188,7 @@ void CComposedEditDialog::ReadFields() {
     if (m_servings != nullptr) {
         fields.servings = m_servings->text();
     }
-    // A text that nobody touched keeps its own line ends.
+    // An unchanged text keeps its own line ends.
     if (m_instructions != nullptr && m_instructions->document()->isModified()) {
         fields.instructions = m_instructions->toPlainText().replace(u"\n"_s, u"\r\n"_s);
     }
@@ -238,7 +239,7 @@ void CComposedEditDialog::EditComponent() {
 
 void CComposedEditDialog::DeleteComponents() {
     const std::vector<int> rows = m_components->SelectedRows();
-    (void)m_form.DeleteComponents(rows);  // A failure has shown its message.
+    (void)m_form.DeleteComponents(rows);  // a failure has shown its message
     ShowComponents(rows.empty() ? -1 : rows.front());
 }
 

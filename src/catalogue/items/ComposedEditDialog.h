@@ -1,4 +1,4 @@
-// The dialogs "Menu" and "Recipe": one dialog over one form.
+// The dialogs "Menu" and "Recipe".
 #pragma once
 
 #include <functional>
@@ -14,18 +14,18 @@ class QPlainTextEdit;
 class QPushButton;
 class QTabWidget;
 
-/// What the view that shows the dialog does for it.
+/// What the dialog needs from the view that shows it.
 struct CComposedEditServices {
     /// Lets the user choose a food or recipe, starting from `component` unless that is null. `take`
-    /// stores the choice and returns whether the choosing is over. False when it was cancelled.
+    /// stores the choice and returns whether the dialog may close. False when it was cancelled.
     std::function<bool(QWidget* parent, const CComposedItem* component,
                        const std::function<bool(const CChosenFood&)>& take)>
         chooseFood;
-    /// Saves the recipe as it is now as a text file.
+    /// Saves the current content of the form as a text file.
     std::function<void(const CComposedForm&)> saveAsText;
 };
 
-/// Shows a form and brings it what the user does; the form decides and outlives it.
+/// Shows a form and passes it what the user does. The form has the rules and outlives the dialog.
 class CComposedEditDialog : public CDialog {
     Q_OBJECT
   public:
@@ -33,7 +33,7 @@ class CComposedEditDialog : public CDialog {
     ~CComposedEditDialog() override;
 
   protected:
-    /// OK and Cancel end an open cell and nothing else.
+    /// While a cell is being edited, OK and Cancel only end that.
     bool CloseOverlay() override;
     bool Confirm() override;
     void resizeEvent(QResizeEvent* event) override;
@@ -60,8 +60,8 @@ class CComposedEditDialog : public CDialog {
     CComposedEditServices m_services;
     QLineEdit* m_name = nullptr;
     QComboBox* m_category = nullptr;
-    QLineEdit* m_servings = nullptr;           ///< recipes alone
-    QPlainTextEdit* m_instructions = nullptr;  ///< recipes alone
+    QLineEdit* m_servings = nullptr;           ///< recipes only
+    QPlainTextEdit* m_instructions = nullptr;  ///< recipes only
     QTabWidget* m_pages = nullptr;
     CGrid* m_nutrients = nullptr;
     CReportList* m_components = nullptr;

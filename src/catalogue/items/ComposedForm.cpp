@@ -9,7 +9,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Components are called foods, whatever they are.
+/// Messages call all components foods, recipes too.
 const CItemTexts& FoodTexts() {
     return KindOf(ECatalogueKind::Foods).item;
 }
@@ -37,7 +37,7 @@ CComposedForm::CComposedForm(CVelmoraDoc& doc, ECatalogueKind kind, int position
 CComposedForm::~CComposedForm() {
     const bool isLost = m_doc.Database().GetStore().IsVolumeLost();
     if (m_position < 0 && !m_components.empty() && !isLost) {
-        // What a failure leaves is removed when the catalogue opens again.
+        // After a failure the rest is removed when the catalogue is next opened.
         (void)m_doc.Database().Composed().DeleteComponents(m_kind, m_item.GetItemId());
     }
 }
@@ -108,7 +108,7 @@ bool CComposedForm::AddComponent(const CChosenFood& chosen) {
 
 bool CComposedForm::ReplaceComponent(int component, const CChosenFood& chosen) {
     CComposedItem item = m_components[static_cast<size_t>(component)];
-    item.SetParentId(m_item.GetItemId());  // a damaged one has lost it
+    item.SetParentId(m_item.GetItemId());  // a damaged one has none
     const std::vector<int> positions =
         m_doc.Database().Composed().ComponentPositions(m_kind, m_item.GetItemId());
     const bool isReplaced = positions.size() == m_components.size() && TakeChosen(chosen, item) &&
@@ -126,7 +126,7 @@ bool CComposedForm::DeleteComponents(const std::vector<int>& selected) {
     }
     const std::vector<int> positions =
         m_doc.Database().Composed().ComponentPositions(m_kind, m_item.GetItemId());
-    // From the last on: a deletion moves everything behind it.
+    // Last first: a deletion changes the positions after it.
     const std::vector<int> descending(selected.rbegin(), selected.rend());
     const int deleted = ActOnEach(
         m_doc.Database().GetStore(), descending,
@@ -156,7 +156,7 @@ bool CComposedForm::Confirm() {
     CComposedItem item = m_item;
     item.SetParentId(m_fields.categoryId);
     item.SetItemKind(*kind.itemKind);
-    item.SetName(m_fields.name.trimmed());  // cut to what the record holds
+    item.SetName(m_fields.name.trimmed());  // may cut it; the cut name must be unique
     if (item.GetName().isEmpty()) {
         ShowMessage(QString::fromLatin1(kind.item.noName));
         return false;
@@ -187,7 +187,7 @@ void CComposedForm::LoadComponents() {
     CItemDatabaseBase& items = Items();
     for (const int position :
          m_doc.Database().Composed().ComponentPositions(m_kind, m_item.GetItemId())) {
-        // A damaged one keeps its row, so that it can be deleted.
+        // A damaged component gets an empty row, so that it can be deleted.
         (void)items.ReadQuietly(position, m_components.emplace_back(m_kind));
     }
 }

@@ -1,5 +1,5 @@
-// Everything that the dialogs "Menu" and "Recipe" decide: components, values, what is refused, what
-// is stored.
+// The rules of the dialogs "Menu" and "Recipe", without windows: components, values, checks,
+// writes.
 #pragma once
 
 #include <vector>
@@ -11,13 +11,13 @@
 struct CComposedFields {
     qint32 categoryId = -1;  ///< -1: none selected
     QString name;
-    QString servings;      ///< recipes alone
-    QString instructions;  ///< recipes alone; lines end in CR LF
+    QString servings;      ///< recipes only
+    QString instructions;  ///< recipes only; lines end in CR LF
 };
 
-/// Components are stored at once, under an identifier that a new menu or recipe has from the start;
-/// the menu or recipe itself when it is confirmed. Components of a new one that never was confirmed
-/// go with the form. The document outlives the form.
+/// Components are stored at once, the menu or recipe itself when it is confirmed; a new one gets
+/// its identifier at the start. The components of a new one that is not confirmed are deleted with
+/// the form. The document outlives the form.
 class CComposedForm {
   public:
     /// `position` of a menu or recipe, or -1 for a new one in the category.
@@ -34,14 +34,13 @@ class CComposedForm {
     [[nodiscard]] const CComposedFields& Fields() const { return m_fields; }
     [[nodiscard]] QString CategoryText() const;
 
-    /// One row a displayed nutrient.
+    /// One row per displayed nutrient.
     [[nodiscard]] int RowCount() const { return static_cast<int>(m_nutrients.size()); }
     /// Name with its unit.
     [[nodiscard]] QString RowTitle(int row) const;
     [[nodiscard]] QString RowText(int row) const;
-    /// The leading number counts; 0 when there is none, also for an empty text. A number beyond
-    /// kLargestTyped changes nothing. A row that is left alone keeps its stored value to the last
-    /// bit.
+    /// Sets the value to the leading number of the text, 0 when there is none. A number beyond
+    /// kLargestTyped changes nothing, and a row whose text is unchanged keeps its exact value.
     void SetRowText(int row, const QString& typed);
 
     /// In stored order.
@@ -50,23 +49,23 @@ class CComposedForm {
     [[nodiscard]] QString ServingText(int component) const;
     /// False after a message when none or several are selected.
     static bool MayEditComponent(int selected);
-    /// Adds the food or recipe that was chosen, or replaces the component by it. False after a
-    /// message.
+    /// Adds the chosen food or recipe as a component, or replaces a component by it. False when it
+    /// cannot be stored or a recipe would contain itself.
     bool AddComponent(const CChosenFood& chosen);
     bool ReplaceComponent(int component, const CChosenFood& chosen);
-    /// Asks and deletes; `selected` ascending. Returns whether anything is gone.
+    /// Asks and deletes; `selected` ascending. Returns whether anything was deleted.
     bool DeleteComponents(const std::vector<int>& selected);
-    /// Makes the sums of all components the values.
+    /// Sets the values to the sums over all components.
     void Recalculate();
 
-    /// Stores the menu or recipe; false after the message that says why the dialog stays open.
+    /// Stores the menu or recipe; false after a message when it is not valid or cannot be stored.
     bool Confirm();
-    /// Where it stands after Confirm.
+    /// Its position after Confirm.
     [[nodiscard]] int GetStoredPosition() const { return m_position; }
 
   private:
     void LoadComponents();
-    /// Takes over what was chosen; false after a message when that would put a recipe into itself.
+    /// Copies `chosen` to `component`; false after a message when a recipe would contain itself.
     bool TakeChosen(const CChosenFood& chosen, CComposedItem& component);
     [[nodiscard]] CItemDatabaseBase& Items() const { return m_doc.Database().Items(m_kind); }
 
@@ -74,7 +73,7 @@ class CComposedForm {
     ECatalogueKind m_kind;
     int m_position;
     bool m_isLoaded = true;
-    CComposedItem m_item;  ///< as stored, with the values as they are shown
+    CComposedItem m_item;  ///< as stored, but with the current values
     CComposedFields m_fields;
     std::vector<int> m_nutrients;
     std::vector<CComposedItem> m_components;

@@ -24,7 +24,7 @@ CExlibEditDialog::CExlibEditDialog(CVelmoraDoc& doc, const CExerciseItem& item, 
         auto* field = new CPickField(isEditable, name, this);
         field->setObjectName(name.toLower());
         if (isEditable) {
-            // As much as an import keeps, so that what is typed survives an exchange.
+            // As long as an import keeps it, so that a typed text survives an exchange.
             field->SetMaxLength(kLongestText);
         }
         field->SetText(text);
@@ -67,7 +67,7 @@ QWidget* CExlibEditDialog::MakeEnergyRow(const CExlibFields& fields) {
     layout->addWidget(m_energy, 1);
     layout->addWidget(m_unit);
     layout->addWidget(m_met);
-    // The row stays as it is when the unit goes.
+    // The row keeps its layout when the unit is hidden.
     m_unit->setMinimumWidth(
         m_unit->fontMetrics().horizontalAdvance(ExlibRateUnit(m_doc.Preferences().energyUnit)));
     ShowUnit();

@@ -1,4 +1,4 @@
-// The "Edit exlib" dialog: one dialog for a new exercise of the library and for editing one.
+// The "Edit exlib" dialog, for a new or an existing exercise of the library.
 #pragma once
 
 #include "app/VelmoraDoc.h"
@@ -29,7 +29,7 @@ class CExlibEditDialog : public CDialog {
     [[nodiscard]] CExlibFields ReadFields() const;
     void OpenPicker(EPicker picker, CPickField* field);
     void ShowUnit();
-    /// A rating of the other kind starts from nothing.
+    /// Switching between MET and energy clears the value.
     void ChangeRating();
 
     CVelmoraDoc& m_doc;

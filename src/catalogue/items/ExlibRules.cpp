@@ -13,7 +13,7 @@ bool IsRatedByMet(const CExerciseItem& item) {
     return !(item.GetEnergyRateKcalPerMinute() > 0) && item.GetMet() > 0;
 }
 
-/// kcal a minute, or MET.
+/// kcal per minute, or MET.
 double RatingOf(const CExerciseItem& item) {
     return IsRatedByMet(item) ? item.GetMet() : item.GetEnergyRateKcalPerMinute();
 }

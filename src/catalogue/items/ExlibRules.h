@@ -1,5 +1,5 @@
-// What the exercise library decides without its windows: how a rating reads, and what becomes of
-// the fields of the edit dialog.
+// The rules of the exercise library, without windows: texts of ratings, and checks of the edit
+// dialog's fields.
 #pragma once
 
 #include <optional>
@@ -9,23 +9,22 @@
 
 /// "kcal/min" or "kJ/min".
 QString ExlibRateUnit(EEnergyUnit unit);
-/// The rate with its unit, or the MET alone, or nothing.
+/// The rate with its unit, or the MET without one; empty for an exercise without either.
 QString ExlibEnergyText(const CExerciseItem& item, const CPreferences& preferences);
 
-/// An exercise as the edit dialog holds it.
+/// The fields of the edit dialog.
 struct CExlibFields {
-    qint32 categoryId = -1;  ///< -1 for none selected
+    qint32 categoryId = -1;  ///< -1: none selected
     QString name;
     QString type;
-    QString energy;  ///< MET, or energy a minute in the energy unit
+    QString energy;  ///< MET, or energy per minute in the energy unit
     bool isMet = false;
 };
 CExlibFields ExlibFieldsOf(const CExerciseItem& item, const CPreferences& preferences);
 
-/// Takes the fields over into `item`, which holds what they were filled from: an energy that still
-/// reads as it was filled keeps its stored value. The first reason against it comes back as its
-/// message; `item` may be half changed then. `position` is that of the item being edited, -1 for
-/// a new one.
+/// Copies the fields to `item`, from which they were filled; an unchanged energy text keeps its
+/// stored value. Returns the message about the first invalid field; `item` may then be partly
+/// changed. `position` is that of the item being edited, -1 for a new one.
 std::optional<QString> TakeExlibFields(CDatabase& database, const CPreferences& preferences,
                                        const CExlibFields& fields, int position,
                                        CExerciseItem& item);

@@ -18,7 +18,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Shares of a taller dialog.
+/// How the lists share the height of a taller dialog.
 constexpr int kServingsStretch = 1;
 constexpr int kNutrientsStretch = 2;
 
@@ -42,8 +42,8 @@ QStringList ServingUnitWords() {
 }
 }  // namespace
 
-/// The cells show rounded numbers. A cell whose text is still the one shown keeps the stored
-/// value, so that looking at a food changes nothing.
+/// The cells show rounded numbers. A cell whose text is unchanged keeps its stored value, so that
+/// OK without any change changes nothing.
 struct CFoodEditDialog::CFields {
     QComboBox* category = nullptr;
     QLineEdit* name = nullptr;
@@ -54,7 +54,7 @@ struct CFoodEditDialog::CFields {
     std::vector<int> nutrientOfRow;
     QStringList shownValues;   ///< by nutrient row
     QStringList shownWeights;  ///< by serving row
-    QString proposedServing;   ///< name put in by the dialog, not by the user
+    QString proposedServing;   ///< name entered by the dialog, not by the user
 };
 
 CFoodEditDialog::CFoodEditDialog(CVelmoraDoc& doc, const CFoodItem& food, int position,
@@ -90,7 +90,7 @@ void CFoodEditDialog::AddNames() {
     const auto addText = [&](const QString& label, const QString& objectName, const QString& text) {
         auto* edit = new QLineEdit(text);
         edit->setObjectName(objectName);
-        // As much as an import keeps, so that what is typed survives an exchange.
+        // As long as an import keeps it, so that a typed text survives an exchange.
         edit->setMaxLength(std::max<int>(kLongestText, static_cast<int>(text.size())));
         edit->setCursorPosition(0);
         form->addRow(label, edit);
@@ -128,7 +128,7 @@ void CFoodEditDialog::AddServings() {
             });
 }
 
-/// The nutrients in use come first, then all others, both in the order of the table.
+/// The displayed nutrients come first, then all others, both in the order of the table.
 void CFoodEditDialog::AddNutrients() {
     auto* heading = new QLabel(u"Nutrients"_s);
     Content()->addWidget(heading);
@@ -262,7 +262,7 @@ CFoodItem CFoodEditDialog::ReadFields() const {
     return food;
 }
 
-/// Rows left empty between others are closed up: serving 1 decides the mode and must be there.
+/// Skips empty rows between others: serving 1 decides the mode and must not be empty.
 void CFoodEditDialog::ReadServings(CFoodItem& food) const {
     const CGrid* grid = m_fields->servings;
     food.ClearServings();

@@ -1,4 +1,4 @@
-// The food edit dialog: one dialog for a new food and for editing one.
+// The food edit dialog, for a new or an existing food.
 #pragma once
 
 #include "app/VelmoraDoc.h"

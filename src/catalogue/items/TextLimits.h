@@ -1,7 +1,7 @@
-// How long the texts of the catalogue may be, so that an exchange file brings them back whole.
+// Lengths of the catalogue's texts, in UTF-16 units, that an exchange file preserves.
 #pragma once
 
-/// The longest text that a file keeps whole, in UTF-16 units.
+/// An import cuts longer texts.
 inline constexpr int kLongestText = 127;
-/// A longer name of a serving does not come back.
+/// An import drops longer names of servings.
 inline constexpr int kLongestServingName = 63;
