@@ -46,7 +46,8 @@ CAddFoodDialog::CAddFoodDialog(CAddFoodForm& form, QWidget* parent)
     FieldOf(EPicker::Category)->setFocus();
 }
 
-// A field that loses the focus ends its editing, which has to happen while there is a dialog left.
+// A cell editor ends when it loses the focus. Hide first, so that this happens while the dialog
+// still exists.
 CAddFoodDialog::~CAddFoodDialog() {
     hide();
 }

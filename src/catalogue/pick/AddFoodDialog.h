@@ -1,4 +1,4 @@
-// The "Add Food" dialog: what was eaten, how much of it and when.
+// The "Add Food" dialog: what was eaten, how much and when.
 #pragma once
 
 #include "catalogue/pick/AddFoodForm.h"
@@ -8,7 +8,7 @@ class CGrid;
 class QLineEdit;
 class QTabBar;
 
-/// Shows a form and brings it what the user does; the form decides and outlives it.
+/// Shows a form and passes it what the user does. The form has the rules and outlives the dialog.
 class CAddFoodDialog : public CPickDialog {
     Q_OBJECT
   public:
@@ -19,7 +19,7 @@ class CAddFoodDialog : public CPickDialog {
     bool Confirm() override;
     void ReadFields() override;
     void ShowForm() override;
-    /// Opens the next pick list at once.
+    /// Also opens the next pick list.
     void GoOn(EPicker next) override;
 
   private:

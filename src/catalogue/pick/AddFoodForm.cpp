@@ -265,8 +265,8 @@ void CAddFoodForm::TakeItem(const CFoodItem& item) {
     m_typed = {};
 }
 
-/// Typed values give way to those of a picked item; where the item's values are totals, or do not
-/// come from the catalogue, they follow the amount like any total.
+/// Discards typed values when the item was picked from the catalogue. When its values are totals,
+/// or it is not from the catalogue, typed values are scaled with the amount.
 void CAddFoodForm::Recompute(double amount) {
     const double ratio = amount / m_food.amount;
     m_food.amount = amount;
@@ -289,7 +289,7 @@ double CAddFoodForm::Computed(int nutrient) const {
     const double value = m_food.item.GetNutrientValue(nutrient);
     const double amount = m_food.amount;
     if (m_valuesAreTotals) {
-        // The amount that the totals were made for gives them back to the last bit.
+        // For the original amount the totals are returned exactly.
         return amount == m_totalsAmount ? value : value / m_totalsAmount * amount;
     }
     const double weightGrams =

@@ -1,5 +1,5 @@
-// Everything that the "Add Food" dialog decides: what can be picked, what is cleared, how the
-// values follow serving and amount, what is handed back.
+// The rules of the "Add Food" dialog, without its window: what can be picked, what a choice clears,
+// how serving and amount give the values, and the result.
 #pragma once
 
 #include <array>
@@ -9,16 +9,16 @@
 #include "catalogue/items/ChosenFood.h"
 #include "catalogue/pick/PickForm.h"
 
-/// Kinds on offer, as bits.
+/// Kinds that can be chosen, as bits.
 enum EAllowedKinds : int { kAllowFood = 1, kAllowMenu = 2, kAllowRecipe = 4, kAllowAll = 7 };
 
-/// What the dialog opens on.
+/// What the dialog starts with.
 struct CAddFoodRequest {
     int allowedKinds = kAllowAll;
     CChosenFood food;
-    /// The item's values are totals for the amount already.
+    /// The item's values are already totals for the amount.
     bool valuesAreTotals = false;
-    /// The result becomes a catalogue item, which must not be there yet.
+    /// The result becomes a catalogue item, which must not exist yet.
     bool refuseDuplicates = false;
 
     /// Diary entries have a time, components of menus and recipes have none.
@@ -32,45 +32,45 @@ struct CAddFoodRequest {
     static CAddFoodRequest ForComponent(CDatabase& database, const CComposedItem& component);
 };
 
-/// Texts go in and out as the user sees them. Values are kept exactly: a text that the user left
-/// alone never costs a value its decimals. Values not displayed follow the same rules unseen.
+/// Texts go in and out as the user sees them. Values are kept exactly: a text that the user did not
+/// change never rounds its value. Values that are not displayed follow the same rules.
 class CAddFoodForm : public CPickForm {
   public:
     CAddFoodForm(CVelmoraDoc& doc, const CAddFoodRequest& request);
 
-    /// In the order of their tabs; the food alone when none is allowed.
+    /// In the order of their tabs; only Food when none is allowed.
     [[nodiscard]] std::vector<EItemKind> Kinds() const;
     [[nodiscard]] EItemKind GetKind() const { return m_food.kind; }
     /// Clears category and item when the kind changes.
     void SetKind(EItemKind kind);
 
-    /// Name and type follow the category, the type follows the name.
+    /// A category clears name and type, a name the type.
     EPicker Pick(EPicker picker, const QString& row) override;
     [[nodiscard]] bool MayFind() const { return GetKind() == EItemKind::Food; }
 
-    /// Names in the Serving list.
+    /// Names in the serving list.
     [[nodiscard]] QStringList Servings() const;
     [[nodiscard]] QString ServingText() const { return m_servingText; }
     /// `index` into Servings().
     void SelectServing(int index);
-    /// A text that is no serving of the list leaves none selected.
+    /// A text that is not in the list selects none.
     void SetServingText(const QString& text);
 
     [[nodiscard]] QString AmountText() const { return m_amountText; }
-    /// 0.001 or less, or no number, becomes 1.
+    /// 0.001 or less, or a text without a number, becomes 1.
     void SetAmountText(const QString& text);
 
     [[nodiscard]] bool HasTime() const { return m_hasTime; }
 
-    /// One row a displayed nutrient.
+    /// One row per displayed nutrient.
     [[nodiscard]] int RowCount() const { return static_cast<int>(m_nutrients.size()); }
     /// Name with its unit.
     [[nodiscard]] QString RowTitle(int row);
     [[nodiscard]] QString RowText(int row) const;
-    /// A typed value is kept over the computed one.
+    /// A typed value replaces the calculated one.
     void SetRowText(int row, const QString& text);
 
-    /// Builds the result; false after the message that says why the dialog stays open.
+    /// Builds the result; false after a message when a name is missing or the item exists already.
     bool Confirm();
     /// Valid after Confirm.
     [[nodiscard]] const CChosenFood& GetResult() const { return m_result; }
@@ -98,7 +98,7 @@ class CAddFoodForm : public CPickForm {
     int m_allowedKinds;
     bool m_refuseDuplicates;
     bool m_hasTime;
-    /// The item as the catalogue or the entry has it, with the amount shown.
+    /// The item of the catalogue or the entry, with the current amount.
     CChosenFood m_food;
     CChosenFood m_result;
     std::vector<int> m_nutrients;

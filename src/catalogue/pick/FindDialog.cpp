@@ -11,7 +11,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// By EFields.
+/// Number of type fields, indexed by EFields.
 constexpr int kTypeFields[] = {0, 1, 3};
 constexpr int kWidth = 300;
 constexpr int kHeight = 180;

@@ -11,13 +11,13 @@ class QLineEdit;
 class CFindDialog : public CDialog {
     Q_OBJECT
   public:
-    /// By how many words a type can be looked for.
+    /// Which fields the dialog has.
     enum class EFields { Name, NameAndType, NameAndThreeTypes };
     /// Opens with the texts of the last find. `prompt` such as "Please enter food name and/or
     /// type:". All fields empty is refused with "Please enter at least one item for find.".
     CFindDialog(const QString& prompt, const CFindState& last, EFields fields, QWidget* parent);
     [[nodiscard]] QString GetName() const;
-    /// One text a type field, empty ones included.
+    /// One text per type field, including empty ones.
     [[nodiscard]] QStringList GetTypes() const;
 
   protected:

@@ -4,7 +4,8 @@
 #include <limits>
 
 namespace {
-/// Upper-cased on both sides: that also folds what has no single upper-case character.
+/// Both sides in upper case, which also matches characters like "ß" that have no single upper-case
+/// form.
 bool Holds(const PropertyValue& value, const QString& upperText) {
     return upperText.isEmpty() || TextOf(value).toUpper().contains(upperText);
 }
@@ -30,7 +31,7 @@ int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name,
     int found = -1;
     const CLeftOut passedOver = database.Items(kind).ReadList(
         {.low = std::numeric_limits<qint64>::min(),
-         .high = CViewSettings::kMarker - 1,  // the last key of an item
+         .high = CViewSettings::kMarker - 1,  // the largest key of an item
          .wrongCount = EWrongCount::IsDamage,
          .most = numbers.type + 1,
          .from = first},

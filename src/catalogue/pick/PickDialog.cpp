@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int kNarrowSpacing = 4;
 constexpr int kButtonMargin = 10;
-/// What an entry keeps of a name or type.
+/// The capacity of an entry's name and type.
 constexpr int kNameLength = 64;
 }  // namespace
 

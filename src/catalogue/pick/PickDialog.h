@@ -1,5 +1,5 @@
-// The frame of the dialogs that pick an item of the catalogue: its fields, the pick list over them,
-// finding, and the time of the entry.
+// The base of the dialogs that pick an item of the catalogue: its fields, the pick list over them,
+// find, and the time of the entry.
 #pragma once
 
 #include <vector>
@@ -14,8 +14,8 @@ class QFormLayout;
 class QHBoxLayout;
 class QTimeEdit;
 
-/// Shows a form and brings it what the user does; the form decides and outlives it. Derived dialogs
-/// add their rows in their order and the pick list last.
+/// Shows a form and passes it what the user does. The form has the rules and outlives the dialog.
+/// Derived dialogs add their rows in order and the pick list last.
 class CPickDialog : public CDialog {
     Q_OBJECT
   protected:
@@ -36,13 +36,14 @@ class CPickDialog : public CDialog {
     void AddPickList();
     static void AddRow(QFormLayout* form, const QString& label, QWidget* row, QWidget* buddy);
     static QHBoxLayout* RowLayout(QWidget* row);
-    /// An editable drop-down for texts of up to `length`, as wide as `characters`.
+    /// An editable combo box for texts of up to `length` UTF-16 units, `characters` wide.
     QComboBox* CreateListField(const QString& name, int characters, int length, QWidget* row);
 
-    /// Texts of the fields into the form, and back.
+    /// Passes the fields' texts to the form.
     virtual void ReadFields();
+    /// Shows the form's texts in the fields.
     virtual void ShowForm();
-    /// After a row was picked; `next` as told by the form.
+    /// Called after a row was picked; `next` is the picker that follows.
     virtual void GoOn(EPicker next) = 0;
 
     void OpenPicker(EPicker picker);

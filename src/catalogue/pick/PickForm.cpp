@@ -14,7 +14,7 @@ CPickChoices CPickForm::Choices(EPicker picker, int capacity) {
 }
 
 bool CPickForm::Find(const QString& name, const QStringList& types) {
-    // Texts that cannot be stored are good for this run of the program.
+    // Texts that cannot be stored are kept until the program ends.
     (void)m_doc.KeepFindTexts(Catalogue(), name, types);
     return LoadFound(FindFirst(m_doc.Database(), Catalogue(), FindState()));
 }

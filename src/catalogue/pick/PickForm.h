@@ -1,5 +1,4 @@
-// What the dialogs decide alike that pick an item of the catalogue: what can be picked, and what
-// finding brings.
+// The rules shared by the dialogs that pick an item of the catalogue: what can be picked, and find.
 #pragma once
 
 #include <QStringList>
@@ -16,18 +15,18 @@ class CPickForm {
     CPickForm(const CPickForm&) = delete;
     CPickForm& operator=(const CPickForm&) = delete;
 
-    /// What the picker lists; no rows after the message that says why there is nothing to pick.
+    /// The rows of a picker; none after a message when there is nothing to pick.
     CPickChoices Choices(EPicker picker, int capacity = kCatalogueListCapacity);
-    /// Takes the chosen row and clears what depends on it; the last picker loads the item. Returns
-    /// the picker to go on with.
+    /// Sets the picked text and clears what depends on it; the last picker loads the item. Returns
+    /// the picker that follows, or None.
     virtual EPicker Pick(EPicker picker, const QString& row) = 0;
 
     /// The document's last find in the catalogue.
     [[nodiscard]] CFindState& FindState() const { return m_doc.FindState(Catalogue()); }
-    /// False when there is nothing to find again.
+    /// False when there are no texts for "find next".
     [[nodiscard]] virtual bool HasFindTexts() const { return FindState().HasTexts(); }
-    /// Both load the next match into the form and return true; false after the message that there
-    /// is none or that it cannot be loaded, with the form as it was. Find starts at the first item.
+    /// Both load the next match into the form; Find starts at the first item. False after a message
+    /// when there is none or it cannot be loaded; the form is then unchanged.
     bool Find(const QString& name, const QStringList& types);
     bool FindNext();
 
@@ -46,10 +45,10 @@ class CPickForm {
     [[nodiscard]] virtual ECatalogueKind Catalogue() const = 0;
     /// -1 when none is selected.
     [[nodiscard]] virtual qint32 CategoryId() const = 0;
-    /// Takes the item at that position; false after the message when it cannot be read.
+    /// Loads the item at that position; false after a message when it cannot be read.
     virtual bool Load(int position) = 0;
 
-    /// The item of the category and name, and of a type where there is one.
+    /// Loads the item of the current category and name with `type`, empty for kinds without types.
     bool LoadOfType(const QString& type);
     [[nodiscard]] CVelmoraDoc& Doc() const { return m_doc; }
     static void ShowInformation(const QString& text);

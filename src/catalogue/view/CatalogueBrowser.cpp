@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int kWhole = 1000;
-/// What both texts have of the list, and need at least, in characters.
+/// The shares of name and type in the list's width, and their least width in characters.
 constexpr int kNameShare = 9;
 constexpr int kTypeShare = 11;
 constexpr int kTextCharacters = 6;
@@ -58,7 +58,7 @@ void CCatalogueBrowser::MakeTree() {
         FillList();
         emit TreeSelectionChanged();
     });
-    // The editor is still at work when its text arrives, and the answer replaces the tree.
+    // Queued, since the editor is still open when it sends its text and the slot resets the tree.
     connect(m_model, &CCategoryTreeModel::LabelTyped, this, &CCatalogueBrowser::LabelTyped,
             Qt::QueuedConnection);
     connect(m_tree->itemDelegate(), &QAbstractItemDelegate::closeEditor, this, &LowerInputPanel);
@@ -244,7 +244,7 @@ void CCatalogueBrowser::SelectItem(int position) {
         SelectInTree(m_model->IndexOf(entry.categoryId, entry.name));
     }
     if (place() == m_entries.end()) {
-        // A full list leaves it out, and no name stands for it in the tree.
+        // A full list leaves it out, and the tree has no name to select it by.
         m_leftOut.beyond += static_cast<int>(m_entries.size()) - 1;
         m_entries = {entry};
         ShowEntries();

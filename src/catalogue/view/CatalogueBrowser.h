@@ -1,5 +1,5 @@
-// The two panes of a catalogue view: categories with their item names in a tree, and the items of
-// what is selected there in a list.
+// The two panes of a catalogue view: a tree of categories and item names, and a list of the items
+// of the selected category or name.
 #pragma once
 
 #include <QSplitter>
@@ -15,35 +15,35 @@ class CListPane;
 class CReportList;
 class QTreeView;
 
-/// Both panes are read again after every change; what is open and where the tree is scrolled to
-/// stays. Document and rules outlive the browser.
+/// Both panes are read again after every change; expanded categories and the tree's scroll position
+/// are kept. Document and rules outlive the browser.
 class CCatalogueBrowser : public QSplitter {
     Q_OBJECT
   public:
     CCatalogueBrowser(CVelmoraDoc& doc, CCatalogueRules& rules, ECatalogueKind kind);
 
-    /// A column after name and type. Its cells are asked for when the list is filled.
+    /// A column after name and type. `cell` is called when the list is filled.
     struct CAddedCell {
         QString text;
         double sortKey;
     };
     struct CAddedColumn {
         QString title;
-        QString widest;  ///< a text that it has room for
+        QString widest;  ///< a text that must fit into it
         std::function<CAddedCell(const CCategoryListEntry&)> cell;
     };
     void AddColumn(CAddedColumn column);
-    /// From the next reading on.
+    /// Takes effect at the next reload.
     void SetNamesInTree(bool namesInTree) { m_namesInTree = namesInTree; }
-    /// The tree's share of the room, kept in the document.
+    /// The tree's share of the width or height, kept in the document.
     void SetSplitterPerMille(int perMille);
 
-    /// Reads anew and selects what was selected.
+    /// Reads both panes again and keeps the selection.
     void Reload();
-    /// Reads anew and selects a category, or an item name in it. The category stands in for a name
-    /// that is not there, the first category for a category.
+    /// Reads both panes again and selects a category, or an item name in it; the category if there
+    /// is no such name, the first category if there is no such category.
     void Reload(qint32 categoryId, const QString& name = QString());
-    /// Reads anew and selects the category in that row, or the last.
+    /// Reads both panes again and selects the category in that row, or the last one.
     void ReloadAt(int categoryRow);
     /// Selects an item with its category; a negative position selects nothing.
     void SelectItem(int position);
@@ -53,11 +53,11 @@ class CCatalogueBrowser : public QSplitter {
     void EditLabel();
 
     [[nodiscard]] bool HasCategories() const;
-    /// Of the tree's current row or of the one above it; -1 for none.
+    /// Category of the tree's current row or of its parent; -1 for none.
     [[nodiscard]] qint32 CategoryId() const;
-    /// Empty when the tree's current row is no item name.
+    /// Empty when the tree's current row is not an item name.
     [[nodiscard]] QString ItemName() const;
-    /// The tree's current row when that is a category; -1 otherwise.
+    /// The tree's current row if it is a category; -1 otherwise.
     [[nodiscard]] int CategoryRow() const;
     [[nodiscard]] const CCatalogueRules::Entries& Listed() const { return m_entries; }
     /// The items selected in the list.
@@ -69,8 +69,8 @@ class CCatalogueBrowser : public QSplitter {
   signals:
     void TreeRead();
     void TreeSelectionChanged();
-    /// The user ended the edit of a label: of a category where `name` is empty, else of that item
-    /// name. The tree still shows the old one.
+    /// The user has edited a label: that of the category if `name` is empty, else that item name.
+    /// The tree still shows the old one.
     void LabelTyped(qint32 categoryId, const QString& name, const QString& typed);
 
   protected:

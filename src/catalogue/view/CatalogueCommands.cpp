@@ -86,7 +86,7 @@ void CCatalogueView::EndLabelEdit(qint32 categoryId, const QString& name, const 
     } else {
         renamed = m_rules.RenameItems(categoryId, name, typed);
     }
-    // Also after a failure, which may have come half way.
+    // Also after a failure, since some items may have been renamed.
     m_browser->Reload(categoryId, renamed.isEmpty() ? name : renamed);
 }
 
@@ -99,7 +99,8 @@ void CCatalogueView::DeleteCategory() {
         CFindState& find = m_doc.FindState(m_kind.code);
         NoteDeleted(find, std::clamp(find.next - range.first, 0, range.count));
     }
-    // The one that takes its place, or the last. A category may have lost its items and stayed.
+    // Selects the category that took its place, or the last. Also after a failure, since the
+    // category may have lost its items.
     if (row >= 0) {
         m_browser->ReloadAt(row);
     }
@@ -127,12 +128,12 @@ void CCatalogueView::DeleteSelected() {
     if (deleted == 0) {
         return;
     }
-    // "Find next" goes on after the same item, also when that was deleted.
+    // "Find next" continues at the same place when the last match was deleted.
     CFindState& find = m_doc.FindState(m_kind.code);
     if (deleted == static_cast<int>(selected.size())) {
-        const auto inFront = std::ranges::count_if(
+        const auto before = std::ranges::count_if(
             selected, [&](const auto& entry) { return entry.position < find.next; });
-        NoteDeleted(find, static_cast<int>(inFront));
+        NoteDeleted(find, static_cast<int>(before));
     }
     m_browser->Reload();
     m_browser->List()->SelectPlace(focused);
@@ -165,7 +166,7 @@ void CCatalogueView::Find() {
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }
-    // Texts that cannot be stored are good for this run of the program.
+    // Texts that cannot be stored are kept until the program ends.
     (void)m_doc.KeepFindTexts(m_kind.code, dialog.GetName(), dialog.GetTypes());
     ShowFound(FindFirst(Database(), m_kind.code, state));
 }

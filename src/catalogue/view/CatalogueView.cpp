@@ -34,7 +34,7 @@ CCatalogueView::CCatalogueView(CVelmoraDoc& doc, ECatalogueKind kind, QWidget* p
 CCatalogueView::~CCatalogueView() = default;
 
 struct CCatalogueView::CCommand {
-    const char* text;  ///< null where the kind has no such command
+    const char* text;  ///< null when the kind has no such command
     QKeySequence shortcut;
     void (CCatalogueView::*run)();
     /// Of the tool button; null for a command without one.
@@ -129,7 +129,7 @@ void CCatalogueView::ConnectBrowser() {
     connect(m_browser, &CCatalogueBrowser::TreeRead, this, [this] {
         const bool hasCategories = m_browser->HasCategories();
         m_pages->setCurrentIndex(hasCategories ? 0 : 1);
-        // A proxy that cannot be seen would still take the focus.
+        // An invisible focus proxy would still take the focus.
         setFocusProxy(hasCategories ? m_browser->Tree() : m_emptyPage);
     });
     connect(m_browser, &CCatalogueBrowser::TreeSelectionChanged, this,

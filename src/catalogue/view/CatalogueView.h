@@ -1,5 +1,5 @@
-// The view that all kinds of the catalogue share: the panes with what there is, and the commands on
-// it. A kind adds its item dialog.
+// The view of a catalogue kind: the two panes and the commands on them. A kind adds its item
+// dialog.
 #pragma once
 
 #include <array>
@@ -25,20 +25,20 @@ class CCatalogueView : public CMainView {
 
   protected:
     enum class EEdited { Cancelled, Stored, Failed };
-    /// Opens the item dialog and stores what comes out of it. Position -1 is a new item.
+    /// Opens the item dialog and stores the result. Position -1 is a new item.
     virtual EEdited EditItem(int position, qint32 categoryId) = 0;
     CCatalogueBrowser& Browser() { return *m_browser; }
-    /// What the kind adds to the Tools menu.
+    /// The kind's own entries of the Tools menu.
     virtual std::vector<QAction*> Tools() { return {}; }
 
     CVelmoraDoc& Doc() { return m_doc; }
     CDatabase& Database() { return m_doc.Database(); }
     [[nodiscard]] int GetSplitterPerMille() { return State().splitterPerMille; }
-    /// Reads the lists anew and selects the item stored at `position`.
+    /// Reads the panes again and selects the item stored at `position`.
     void ShowStored(int position);
-    /// A button of the page that stands in for an empty catalogue.
+    /// Adds a button to the page that is shown for an empty catalogue.
     QPushButton* AddEmptyPageButton(const QString& text);
-    /// Runs an exchange, then shows what it brought and selects what was selected before.
+    /// Runs an import, then reads the panes again and restores the selection.
     void RunImport(const std::function<void()>& run);
 
   private:
@@ -64,7 +64,8 @@ class CCatalogueView : public CMainView {
 
     void MakeActions();
     QAction* MakeAction(const CCommand& command);
-    /// Some keys mean something else while a label is edited and outside their own pane.
+    /// Limits some shortcuts to their pane: elsewhere, and while a label is edited, their keys have
+    /// other meanings.
     void LeaveKeysToPanes();
     void MakeWindowActions();
     void ConnectBrowser();
@@ -89,14 +90,14 @@ class CCatalogueView : public CMainView {
     void Find();
     void FindAgain();
     void ShowFound(int position);
-    /// F2 belongs to the command that fits the tree's current item.
+    /// Gives F2 to the rename command that applies to the tree's current row.
     void PlaceRenameKey();
     CCatalogueState& State() { return m_doc.CatalogueState(m_kind.code); }
 
     CVelmoraDoc& m_doc;
     const CCatalogueKind& m_kind;
     CCatalogueRules m_rules;
-    std::array<QAction*, kCommandCount> m_actions{};  ///< null where the kind has none
+    std::array<QAction*, kCommandCount> m_actions{};  ///< null for commands the kind does not have
     std::vector<QAction*> m_windows;
     QStackedWidget* m_pages;
     CCatalogueBrowser* m_browser;

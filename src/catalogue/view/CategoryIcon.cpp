@@ -10,8 +10,8 @@ constexpr qsizetype kFileHeaderBytes = 14;
 constexpr quint32 kInfoHeaderBytes = 40;
 constexpr quint32 kBitFields = 3;
 constexpr quint32 kMaskBytes = 12;
-/// What a decoded picture may have: 64 MB with four bytes each. A short compressed file can claim
-/// any size.
+/// Limit of a decoded picture: 64 MB at four bytes each. A short compressed file can claim any
+/// size.
 constexpr qint64 kMostPixels = 16LL << 20U;
 /// Longer side of an icon in pixels.
 constexpr int kLargestSide = 256;
@@ -30,8 +30,8 @@ bool IsDecodable(const QByteArray& block) {
     return width > 0 && std::abs(height) <= kMostPixels / width;
 }
 
-/// Where the pixels begin in a whole bitmap file: behind both headers, the colour masks that stand
-/// outside a short information header, and the palette.
+/// Offset of the pixels in a whole bitmap file: after both headers, the colour masks (which are
+/// part of a longer information header) and the palette.
 quint32 PixelOffset(const QByteArray& block) {
     const quint32 headerBytes = NumberAt(block, 0);
     const quint32 bitsPerPixel = NumberAt(block, 12) >> 16U;

@@ -3,7 +3,7 @@
 
 #include <QIcon>
 
-/// `block` begins with the bitmap information header and may end in bytes that belong to no
-/// picture. At most 256 x 256 pixels come out of a larger one. A null icon when it is empty, cannot
-/// be read, or would take more than 64 MB to decode.
+/// `block` begins with the bitmap information header; bytes after the picture are ignored. A larger
+/// picture is scaled down to 256 x 256 pixels. Returns a null icon when `block` is empty, cannot be
+/// read, or would take more than 64 MB to decode.
 QIcon CategoryIcon(const QByteArray& block);

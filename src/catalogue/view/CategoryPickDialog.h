@@ -1,4 +1,4 @@
-// Picks one category: where the selected items are moved to.
+// Picks the category to move the selected items to.
 #pragma once
 
 #include <vector>

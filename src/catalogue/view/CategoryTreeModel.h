@@ -1,4 +1,4 @@
-// Categories with the distinct item names under each: the tree of a catalogue view.
+// The tree of a catalogue view: categories with their distinct item names.
 #pragma once
 
 #include <QAbstractItemModel>
@@ -7,17 +7,17 @@
 
 #include "store/Database.h"
 
-/// The names of a category are read when it is first opened. Top-level rows are categories in the
-/// order of their creation; their index carries the internal identifier 0, a name's index that of
-/// its category's row plus 1.
+/// The names of a category are read when it is first expanded. Top-level rows are categories in the
+/// order of their creation. The internal identifier of a category's index is 0, that of a name's
+/// index is the row of its category plus 1.
 class CCategoryTreeModel : public QAbstractItemModel {
     Q_OBJECT
   public:
-    /// `renamesItems`: names can be edited as categories can.
+    /// `renamesItems`: names can be edited, like categories.
     CCategoryTreeModel(CDatabase& database, ECatalogueKind kind, bool renamesItems,
                        QObject* parent);
 
-    /// Reads the categories anew. Without `withNames` they have no children.
+    /// Reads the categories again. Without `withNames` they have no children.
     void Reload(bool withNames);
 
     /// Categories that could not be read.
@@ -27,7 +27,7 @@ class CCategoryTreeModel : public QAbstractItemModel {
     [[nodiscard]] qint32 CategoryOf(const QModelIndex& index) const;
     /// Item name of an index; empty for a category.
     [[nodiscard]] QString NameOf(const QModelIndex& index) const;
-    /// The name's index, or the category's when the name is empty or unknown, or an invalid one.
+    /// Index of the name; of the category when the name is empty or unknown; otherwise invalid.
     QModelIndex IndexOf(qint32 categoryId, const QString& name = QString());
     [[nodiscard]] static bool IsCategory(const QModelIndex& index) {
         return index.isValid() && index.internalId() == 0;
@@ -42,7 +42,7 @@ class CCategoryTreeModel : public QAbstractItemModel {
     [[nodiscard]] bool hasChildren(const QModelIndex& parent) const override;
     [[nodiscard]] bool canFetchMore(const QModelIndex& parent) const override;
     void fetchMore(const QModelIndex& parent) override;
-    /// Changes nothing: what becomes of a typed label is the view's to decide.
+    /// Changes nothing but emits LabelTyped: the view decides about a typed label.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
   signals:

@@ -23,7 +23,7 @@ CComposedMainView::EEdited CComposedMainView::EditItem(int position, qint32 cate
         dialog.SetOnConfirmed([&] { return take(chosen.GetResult()); });
         return dialog.exec() == QDialog::Accepted;
     };
-    // A failure has shown its message.
+    // A failed save has shown its message.
     const auto saveAsText = [](const CComposedForm& recipe) { (void)SaveRecipeText(recipe); };
     CComposedEditDialog dialog(form, {chooseFood, saveAsText}, this);
     if (dialog.exec() != QDialog::Accepted) {

@@ -1,4 +1,4 @@
-// The menus window and the recipes window: the catalogue view with the dialog of their kind.
+// The windows of menus and of recipes: the catalogue view with the kind's dialog.
 #pragma once
 
 #include "catalogue/view/CatalogueView.h"

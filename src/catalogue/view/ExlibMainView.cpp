@@ -17,11 +17,11 @@ CCatalogueBrowser::CAddedCell CExlibMainView::EnergyCell(const CCategoryListEntr
     if (!Database().Exlib().ReadQuietly(entry.position, item)) {
         return {};
     }
-    // kcal a minute and MET cannot be compared; the column keeps the two apart.
-    constexpr double kBehindAllRates = 1e9;
+    // kcal per minute and MET cannot be compared: all MET values sort after all rates.
+    constexpr double kPastAllRates = 1e9;
     const double rate = item.GetEnergyRateKcalPerMinute();
     return {ExlibEnergyText(item, Doc().Preferences()),
-            rate > 0 ? rate : kBehindAllRates + item.GetMet()};
+            rate > 0 ? rate : kPastAllRates + item.GetMet()};
 }
 
 CExlibMainView::EEdited CExlibMainView::EditItem(int position, qint32 categoryId) {

@@ -29,7 +29,7 @@ CFoodsPreferencesDialog::CFoodsPreferencesDialog(CVelmoraDoc& doc, QWidget* pare
     tabs->addTab(MakeNutrientsTab(), u"Nutrients"_s);
     tabs->addTab(MakeDisplayTab(CCatalogueViewSettings::Load(doc.Database(), kFoods)),
                  u"Display"_s);
-    // The options are as wide as the smallest screen.
+    // No side margins: the options are as wide as the smallest screen.
     Content()->setContentsMargins(0, kMargin, 0, 0);
     Content()->addWidget(tabs);
     SetPreferredSize(360, 460);
@@ -41,7 +41,7 @@ QWidget* CFoodsPreferencesDialog::MakeNutrientsTab() {
     auto* grid = new CGrid(EGridKind::Checks, {u"Nutrient (unit)"_s},
                            u"Select nutrients to use and edit names:"_s);
     grid->setObjectName(u"nutrients"_s);
-    grid->setMinimumWidth(1);  // It scrolls where the column does not fit.
+    grid->setMinimumWidth(1);  // it scrolls when the column does not fit
     const QStringList& names = m_doc.NutrientNames();
     grid->SetRowCount(kNutrientCount);
     for (int index = 0; index < kNutrientCount; ++index) {
@@ -50,7 +50,7 @@ QWidget* CFoodsPreferencesDialog::MakeNutrientsTab() {
     }
     connect(grid, &CGrid::LabelEditEnded, this,
             [grid](int row, int column, const std::optional<QString>& text) {
-                // A nutrient without a name could not be told from the others.
+                // A nutrient must keep a name.
                 if (row >= kFirstUserNutrient && text && !text->trimmed().isEmpty()) {
                     grid->SetCellText(row, column, text->trimmed());
                 }
@@ -101,7 +101,7 @@ bool CFoodsPreferencesDialog::Confirm() {
     CCatalogueViewSettings settings = CCatalogueViewSettings::Load(m_doc.Database(), kFoods);
     settings.confirmServingChange = m_fields->confirmServingChange->isChecked();
     settings.namesInTree = m_fields->namesInTree->isChecked();
-    // A failure has shown its message; the dialog has nothing to add to it.
+    // A failure has shown its message.
     (void)settings.Save(m_doc.Database(), kFoods);
     if (m_doc.IsProfileActive()) {
         (void)m_doc.SaveSettings();

@@ -1,5 +1,5 @@
-// The foods preferences: which nutrients are used and what the user-defined ones are called, and
-// how the foods window behaves.
+// The foods preferences: displayed nutrients, names of the user-defined ones, and settings of the
+// foods window.
 #pragma once
 
 #include "app/VelmoraDoc.h"

@@ -6,7 +6,7 @@
 
 class QButtonGroup;
 
-/// A label and one radio button a choice.
+/// A label and one radio button per choice.
 class COptionsDialog : public CDialog {
     Q_OBJECT
   public:

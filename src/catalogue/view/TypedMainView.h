@@ -1,5 +1,5 @@
-// What the windows of foods and of exercises have in common: items with name and type, whose names
-// stand in the tree, preferences, and settings that are kept.
+// What the windows of foods and of exercises have in common: items with name and type, names in the
+// tree, preferences, and stored settings.
 #pragma once
 
 #include <QDialog>
@@ -14,14 +14,14 @@ class CTypedMainView : public CCatalogueView {
     void DataChanged() override;
 
   protected:
-    /// A derived view calls DataChanged once its columns stand.
+    /// A derived view calls DataChanged when its columns are complete.
     CTypedMainView(CVelmoraDoc& doc, ECatalogueKind kind, QWidget* parent);
 
     /// Shows the preferences; true when they were left with OK.
     virtual bool AskPreferences() = 0;
     std::vector<QAction*> Tools() override;
-    /// Opens the kind's dialog on the item at `position`, or on `item` where that is -1, then
-    /// stores and selects what came out of it.
+    /// Opens the kind's dialog for the item at `position`, or for `item` if that is -1, then stores
+    /// and selects the result.
     template <typename Dialog, typename Item>
     EEdited EditWith(CItemDatabase<Item>& items, int position, Item& item) {
         if (position >= 0 && !items.Read(position, item)) {
