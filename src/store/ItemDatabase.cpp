@@ -73,7 +73,7 @@ bool CItemDatabaseBase::Delete(int position) {
 }
 
 bool CItemDatabaseBase::DeleteQuietly(int position) {
-    return m_store.DropRecord(m_handle, position);
+    return m_store.DeleteRecordQuietly(m_handle, position);
 }
 
 std::optional<qint64> CItemDatabaseBase::KeyAt(int position) {

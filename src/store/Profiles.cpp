@@ -127,7 +127,7 @@ bool CProfiles::Open(const QString& name, bool mayCreate) {
         return database.id == m_profile.GetId();
     });
     if (isOpen && isNew) {
-        isOpen = m_store.DropValues(m_profile.GetId());
+        isOpen = m_store.DeleteValues(m_profile.GetId());
     }
     isOpen = group.Commit() && isOpen;
     if (!isOpen) {
@@ -149,7 +149,7 @@ bool CProfiles::Delete(const QString& name) {
     CRecordGroup group(m_store);
     for (const CDatabaseInfo& database : databases) {
         if (OwnershipOf(database, name) == EOwnership::OfProfile) {
-            isDeleted = m_store.DropValues(database.id) &&
+            isDeleted = m_store.DeleteValues(database.id) &&
                         m_store.DeleteDatabase(database.name, database.type) && isDeleted;
         }
     }

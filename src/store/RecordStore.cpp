@@ -118,13 +118,13 @@ bool CRecordStore::WriteRecord(CDatabaseHandle& handle, ObjectId record,
                                     : m_engine.ReplaceRecord(handle.id, record, properties));
 }
 
-bool CRecordStore::DropRecord(CDatabaseHandle& handle, int position) {
+bool CRecordStore::DeleteRecordQuietly(CDatabaseHandle& handle, int position) {
     const ObjectId record = SeekToPosition(handle, position);
     return record != 0 && SetLastError(m_engine.DeleteRecord(handle.id, record));
 }
 
 bool CRecordStore::DeleteRecord(CDatabaseHandle& handle, int position) {
-    if (DropRecord(handle, position)) {
+    if (DeleteRecordQuietly(handle, position)) {
         return true;
     }
     ShowFailedDeletion();
@@ -206,8 +206,8 @@ bool CRecordStore::WriteValue(ObjectId owner, const QString& name, const QString
     return SetLastError(CNamedValues(m_engine.State()).Write(owner, name, value));
 }
 
-bool CRecordStore::DropValues(ObjectId owner) {
-    return SetLastError(CNamedValues(m_engine.State()).DropOwner(owner));
+bool CRecordStore::DeleteValues(ObjectId owner) {
+    return SetLastError(CNamedValues(m_engine.State()).DeleteOwner(owner));
 }
 
 bool CRecordStore::BeginGroup() {

@@ -68,7 +68,7 @@ class CRecordStore {
     /// Failure shows "Cannot delete record. Error=%d".
     [[nodiscard]] bool DeleteRecord(CDatabaseHandle& handle, int position);
     /// The same without the message.
-    [[nodiscard]] bool DropRecord(CDatabaseHandle& handle, int position);
+    [[nodiscard]] bool DeleteRecordQuietly(CDatabaseHandle& handle, int position);
     /// "Cannot delete record. Error=%d" with the last error.
     void ShowFailedDeletion();
 
@@ -91,7 +91,7 @@ class CRecordStore {
     /// See CNamedValues.
     std::optional<QString> ReadValue(ObjectId owner, const QString& name);
     [[nodiscard]] bool WriteValue(ObjectId owner, const QString& name, const QString& value);
-    [[nodiscard]] bool DropValues(ObjectId owner);
+    [[nodiscard]] bool DeleteValues(ObjectId owner);
 
     /// See CStorageEngine: writes between the two become durable together.
     bool BeginGroup();

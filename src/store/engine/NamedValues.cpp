@@ -13,14 +13,14 @@ constexpr char kRead[] =
     " (SELECT value FROM named_values WHERE owner=?1 AND name='')="
     "(SELECT name FROM databases WHERE id=?1))";
 // The value with the empty name is the profile's name.
-constexpr char kDropFormer[] =
+constexpr char kDeleteFormer[] =
     "DELETE FROM named_values WHERE owner=?1 AND owner<>0 AND"
     " (SELECT value FROM named_values WHERE owner=?1 AND name='') IS NOT"
     " (SELECT name FROM databases WHERE id=?1)";
 constexpr char kWriteOwner[] =
     "REPLACE INTO named_values SELECT id, '', name FROM databases WHERE id=?1";
 constexpr char kWrite[] = "REPLACE INTO named_values VALUES(?1,?2,?3)";
-constexpr char kDropOwner[] = "DELETE FROM named_values WHERE owner=?1";
+constexpr char kDeleteOwner[] = "DELETE FROM named_values WHERE owner=?1";
 }  // namespace
 
 std::optional<QString> CNamedValues::Read(ObjectId owner, const QString& name) {
@@ -47,7 +47,7 @@ EPlatformError CNamedValues::WriteInUnit(ObjectId owner, const QString& name,
                                          const QString& value) {
     EPlatformError error = RunOnce(kCreate, {});
     if (error == kErrorSuccess) {
-        error = RunOnce(kDropFormer, {owner});
+        error = RunOnce(kDeleteFormer, {owner});
     }
     if (error == kErrorSuccess) {
         error = RunOnce(kWriteOwner, {owner});
@@ -55,11 +55,11 @@ EPlatformError CNamedValues::WriteInUnit(ObjectId owner, const QString& name,
     return error == kErrorSuccess ? RunOnce(kWrite, {owner, name, value}) : error;
 }
 
-EPlatformError CNamedValues::DropOwner(ObjectId owner) {
+EPlatformError CNamedValues::DeleteOwner(ObjectId owner) {
     if (!HasTable()) {
         return kErrorSuccess;
     }
-    return m_state.Write([&] { return RunOnce(kDropOwner, {owner}); });
+    return m_state.Write([&] { return RunOnce(kDeleteOwner, {owner}); });
 }
 
 bool CNamedValues::HasTable() {

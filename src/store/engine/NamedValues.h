@@ -25,7 +25,7 @@ class CNamedValues {
     [[nodiscard]] std::optional<QString> Read(ObjectId owner, const QString& name);
     EPlatformError Write(ObjectId owner, const QString& name, const QString& value);
     /// Deletes all values of an owner.
-    EPlatformError DropOwner(ObjectId owner);
+    EPlatformError DeleteOwner(ObjectId owner);
     /// Write, called from within the change of a unit of work.
     EPlatformError WriteInUnit(ObjectId owner, const QString& name, const QString& value);
 
