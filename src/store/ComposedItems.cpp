@@ -172,7 +172,7 @@ int CComposedItems::FindRecipe(qint32 itemId) {
     return found;
 }
 
-bool CComposedItems::RecipeHolds(qint32 itemId, qint32 wantedId) {
+bool CComposedItems::RecipeContains(qint32 itemId, qint32 wantedId) {
     QSet<qint32> known = {itemId};
     std::vector<qint32> waiting = {itemId};
     while (!waiting.empty()) {

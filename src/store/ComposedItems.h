@@ -34,7 +34,7 @@ class CComposedItems {
     /// Position of the recipe with that identifier; -1 when there is none.
     int FindRecipe(qint32 itemId);
     /// Whether the recipe `itemId` is `wantedId` or contains it, directly or through others.
-    bool RecipeHolds(qint32 itemId, qint32 wantedId);
+    bool RecipeContains(qint32 itemId, qint32 wantedId);
 
     /// Removes components whose menu (recipe) was never stored.
     void RemoveOrphans(ECatalogueKind kind);

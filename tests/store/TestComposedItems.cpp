@@ -90,14 +90,14 @@ class TestComposedItems : public CCatalogueTest {
         const qint32 pie = recipe(u"Pie"_s);
         put(dough, crust);
         put(crust, pie);
-        QVERIFY(Database().Composed().RecipeHolds(pie, dough));
-        QVERIFY(!Database().Composed().RecipeHolds(dough, pie));
+        QVERIFY(Database().Composed().RecipeContains(pie, dough));
+        QVERIFY(!Database().Composed().RecipeContains(dough, pie));
         QCOMPARE(Database().Composed().FindRecipe(dough), 0);
         QCOMPARE(Database().Composed().FindRecipe(pie), 2);
         QCOMPARE(Database().Composed().FindRecipe(pie + 1), -1);
         // Only a foreign program writes this; it must not go round for ever.
         put(pie, dough);
-        QVERIFY(!Database().Composed().RecipeHolds(dough, pie + 1));
+        QVERIFY(!Database().Composed().RecipeContains(dough, pie + 1));
     }
 
     void init() { MakeVolume(); }

@@ -77,7 +77,8 @@ bool CComposedForm::TakeChosen(const CChosenFood& chosen, CComposedItem& compone
     const qint32 itemId = ComponentItemId(m_doc.Database(), chosen.kind, chosen.cataloguePosition);
     const bool isRecipeOfRecipe =
         m_kind == ECatalogueKind::Recipes && chosen.kind == EItemKind::Recipe;
-    if (isRecipeOfRecipe && m_doc.Database().Composed().RecipeHolds(itemId, m_item.GetItemId())) {
+    if (isRecipeOfRecipe &&
+        m_doc.Database().Composed().RecipeContains(itemId, m_item.GetItemId())) {
         ShowMessage(
             FormatText("Recipe '%s' cannot be a part of itself."_L1, {chosen.item.GetName()}),
             EMessageIcon::Information);

@@ -6,7 +6,7 @@
 namespace {
 /// Both sides in upper case, which also matches characters like "ß" that have no single upper-case
 /// form.
-bool Holds(const PropertyValue& value, const QString& upperText) {
+bool Contains(const PropertyValue& value, const QString& upperText) {
     return upperText.isEmpty() || TextOf(value).toUpper().contains(upperText);
 }
 
@@ -36,9 +36,9 @@ int FindNextItem(CDatabase& database, ECatalogueKind kind, const QString& name,
          .most = numbers.type + 1,
          .from = first},
         [&](int position, PropertyList& properties) {
-            const bool isMatch = Holds(properties[numbers.name], upperName) &&
+            const bool isMatch = Contains(properties[numbers.name], upperName) &&
                                  std::ranges::all_of(upperTypes, [&](const QString& upperType) {
-                                     return Holds(properties[numbers.type], upperType);
+                                     return Contains(properties[numbers.type], upperType);
                                  });
             found = isMatch ? position : found;
             return isMatch ? ETake::Last : ETake::Taken;
