@@ -88,7 +88,7 @@ EPlatformError CStorageEngine::CreateDatabase(const QString& name, quint32 type,
     }
     return m_state->Write([&] {
         qint64 id = 0;
-        EPlatformError error = m_state->databaseIds.Choose(id);
+        EPlatformError error = m_state->databaseIds.Allocate(id);
         if (error == kErrorSuccess) {
             error = m_state->addDatabase.Run({id, name, qint64{type}, qint64{sortPropertyId}});
         }
@@ -223,7 +223,7 @@ EPlatformError CStorageEngine::AddRecord(ObjectId database, const PropertyList& 
     }
     return m_state->Write([&] {
         EncodeRecord(properties, m_state->body);
-        EPlatformError error = m_state->recordIds.Choose(record);
+        EPlatformError error = m_state->recordIds.Allocate(record);
         if (error == kErrorSuccess) {
             error = m_state->addRecord.Run({record, QByteArrayView(m_state->body)});
         }

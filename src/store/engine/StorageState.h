@@ -5,7 +5,7 @@
 #include <optional>
 #include <unordered_map>
 
-#include "store/engine/GivenIds.h"
+#include "store/engine/IdAllocator.h"
 #include "store/engine/PositionIndex.h"
 #include "store/engine/RecordReader.h"
 #include "store/engine/SqliteFile.h"
@@ -66,8 +66,8 @@ struct CStorageState {
 
     CSqliteFile file;
     CVolumeGeneration generation{file};
-    CGivenIds recordIds{*this, "SELECT max(id) FROM records", "last record"};
-    CGivenIds databaseIds{*this, "SELECT max(id) FROM databases", "last database"};
+    CIdAllocator recordIds{*this, "SELECT max(id) FROM records", "last record"};
+    CIdAllocator databaseIds{*this, "SELECT max(id) FROM databases", "last database"};
     CBlockStatements blocks;
     CStatement listDatabases;
     CStatement addDatabase;

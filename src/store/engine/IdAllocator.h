@@ -9,18 +9,18 @@ struct CStorageState;
 /// The identifiers of one table. When the row with the largest one is deleted, that number is kept
 /// as a named value of the volume (owner 0); otherwise SQLite's own numbering is used. The engine's
 /// state outlives this.
-class CGivenIds {
+class CIdAllocator {
   public:
     /// `largestSql` selects the largest identifier in use, `name` is that of the kept value.
-    CGivenIds(CStorageState& state, const char* largestSql, const char* name)
+    CIdAllocator(CStorageState& state, const char* largestSql, const char* name)
         : m_state(state), m_largestSql(largestSql), m_name(name) {}
 
-    /// Within the change that adds a row: the identifier to insert it with, or 0 to let SQLite
-    /// choose.
-    EPlatformError Choose(qint64& id);
-    /// Within the change that removes the row, before it is removed.
+    /// Call within the change that adds a row. `id` is the identifier to insert it with, or 0 to
+    /// let SQLite choose.
+    EPlatformError Allocate(qint64& id);
+    /// Call within the change that removes a row, before it is removed.
     EPlatformError KeepBeforeRemoving(qint64 id);
-    /// After a rollback, and when the file is closed.
+    /// Call after a rollback and when the file is closed.
     void Forget();
 
   private:
@@ -32,6 +32,6 @@ class CGivenIds {
     const char* m_name;
     CStatement m_largest;
     bool m_isLoaded = false;
-    qint64 m_kept = 0;           ///< 0: none
-    bool m_isKeptAhead = false;  ///< no row has an identifier as large as the kept one
+    qint64 m_kept = 0;             ///< 0: none
+    bool m_isKeptLargest = false;  ///< no row has an identifier as large as the kept one
 };

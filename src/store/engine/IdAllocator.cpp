@@ -1,18 +1,18 @@
-#include "store/engine/GivenIds.h"
+#include "store/engine/IdAllocator.h"
 
 #include "store/engine/NamedValues.h"
 #include "store/engine/StorageState.h"
 
-EPlatformError CGivenIds::Choose(qint64& id) {
+EPlatformError CIdAllocator::Allocate(qint64& id) {
     if (const EPlatformError error = Load(); error != kErrorSuccess) {
         return error;
     }
-    id = m_isKeptAhead ? m_kept + 1 : 0;
-    m_isKeptAhead = false;
+    id = m_isKeptLargest ? m_kept + 1 : 0;
+    m_isKeptLargest = false;
     return kErrorSuccess;
 }
 
-EPlatformError CGivenIds::KeepBeforeRemoving(qint64 id) {
+EPlatformError CIdAllocator::KeepBeforeRemoving(qint64 id) {
     EPlatformError error = Load();
     if (error != kErrorSuccess || id <= m_kept) {
         return error;
@@ -23,18 +23,18 @@ EPlatformError CGivenIds::KeepBeforeRemoving(qint64 id) {
         return error;
     }
     m_kept = id;
-    m_isKeptAhead = true;
+    m_isKeptLargest = true;
     return CNamedValues(m_state).WriteInUnit(0, QLatin1StringView(m_name), QString::number(id));
 }
 
-void CGivenIds::Forget() {
+void CIdAllocator::Forget() {
     m_largest.Release();
     m_isLoaded = false;
     m_kept = 0;
-    m_isKeptAhead = false;
+    m_isKeptLargest = false;
 }
 
-EPlatformError CGivenIds::Load() {
+EPlatformError CIdAllocator::Load() {
     if (m_isLoaded) {
         return kErrorSuccess;
     }
@@ -45,12 +45,12 @@ EPlatformError CGivenIds::Load() {
     }
     const std::optional<QString> kept = CNamedValues(m_state).Read(0, QLatin1StringView(m_name));
     m_kept = kept ? kept->toLongLong() : 0;
-    m_isKeptAhead = m_kept >= largest && m_kept > 0;
+    m_isKeptLargest = m_kept >= largest && m_kept > 0;
     m_isLoaded = true;
     return kErrorSuccess;
 }
 
-EPlatformError CGivenIds::ReadLargest(qint64& largest) {
+EPlatformError CIdAllocator::ReadLargest(qint64& largest) {
     if (!m_largest.IsPrepared()) {
         if (const EPlatformError error = m_largest.Prepare(m_state.file, m_largestSql);
             error != kErrorSuccess) {
