@@ -7,21 +7,21 @@
 
 namespace {
 constexpr mode_t kOwnerOnly = S_IRWXG | S_IRWXO;
-std::optional<mode_t> usersMask;
+std::optional<mode_t> userUmask;
 }  // namespace
 
 void PrepareProcess() {
-    usersMask = umask(kOwnerOnly);
+    userUmask = umask(kOwnerOnly);
     std::signal(SIGXFSZ, SIG_IGN);
 }
 
-CUsersFileMask::CUsersFileMask() : m_before(umask(usersMask.value_or(kOwnerOnly))) {
-    if (!usersMask) {
+CUserUmask::CUserUmask() : m_before(umask(userUmask.value_or(kOwnerOnly))) {
+    if (!userUmask) {
         umask(m_before);  // PrepareProcess was not called: this is the user's own
     }
 }
 
-CUsersFileMask::~CUsersFileMask() {
+CUserUmask::~CUserUmask() {
     umask(m_before);
 }
 

@@ -11,12 +11,12 @@
 void PrepareProcess();
 
 /// Restores the user's own umask while it lives: for files that are made to be shared.
-class CUsersFileMask {
+class CUserUmask {
   public:
-    CUsersFileMask();
-    ~CUsersFileMask();
-    CUsersFileMask(const CUsersFileMask&) = delete;
-    CUsersFileMask& operator=(const CUsersFileMask&) = delete;
+    CUserUmask();
+    ~CUserUmask();
+    CUserUmask(const CUserUmask&) = delete;
+    CUserUmask& operator=(const CUserUmask&) = delete;
 
   private:
     mode_t m_before;

@@ -76,8 +76,8 @@ bool CTextFile::Create(const QString& path, EReaders readers) {
     }
     const QFileInfo target(path);
     // A replacement takes over the old file's mode at the end and is private until then.
-    std::optional<CUsersFileMask> mask;
-    if (readers == EReaders::AsUserLikes && !target.exists()) {
+    std::optional<CUserUmask> mask;
+    if (readers == EReaders::ByUmask && !target.exists()) {
         mask.emplace();
     }
     std::unique_ptr<QFileDevice> output;
@@ -212,12 +212,12 @@ bool CTextFile::FillBuffer() {
     return !m_isAtEnd;
 }
 
-/// False when m_isPatient gives up before there is data or the end of the stream.
+/// False when m_keepWaiting returns false before there is data or the end of the stream.
 bool CTextFile::WaitForBytes() {
     pollfd input{m_input->handle(), POLLIN, 0};
     int ready = 0;
     while ((ready = poll(&input, 1, kWaitMilliseconds)) == 0 || (ready < 0 && errno == EINTR)) {
-        if (m_isPatient && !m_isPatient()) {
+        if (m_keepWaiting && !m_keepWaiting()) {
             return false;
         }
     }

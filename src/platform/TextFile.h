@@ -33,11 +33,13 @@ class CTextFile {
     /// False when the file cannot be opened. A UTF-8 mark at the start makes the text UTF-8. Never
     /// waits for the other end of a pipe.
     bool OpenForReading(const QString& path, qint64 mostStreamBytes = kMaxStreamBytes);
-    /// `isPatient` is called about ten times a second while a stream has no data; when it returns
+    /// `keepWaiting` is called about ten times a second while a stream has no data; when it returns
     /// false, the file ends there.
-    void SetPatience(std::function<bool()> isPatient) { m_isPatient = std::move(isPatient); }
+    void SetKeepWaiting(std::function<bool()> keepWaiting) {
+        m_keepWaiting = std::move(keepWaiting);
+    }
     /// Who may read a file that did not exist before.
-    enum class EReaders { OwnerAlone, AsUserLikes };
+    enum class EReaders { OwnerAlone, ByUmask };
     /// False when the file cannot be created.
     bool Create(const QString& path, EReaders readers = EReaders::OwnerAlone);
     /// False when not everything written reached the file (an old file is then kept), or when
@@ -76,7 +78,7 @@ class CTextFile {
     bool m_isLineFeedDue = false;  ///< the last line ended in CR, so an LF now belongs to it
     bool m_hasFailed = false;
     qint64 m_streamBytesLeft = 0;
-    std::function<bool()> m_isPatient;
+    std::function<bool()> m_keepWaiting;
     std::unique_ptr<QFile> m_input;
     std::unique_ptr<QFileDevice> m_output;
     // Bytes m_begin to m_end of the buffer are read ahead, or written and not yet flushed.

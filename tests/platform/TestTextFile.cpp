@@ -150,7 +150,7 @@ class TestTextFile : public QObject {
         QVERIFY(file.OpenForReading(m_path));  // nobody is at its other end
         int asked = 0;
         QFile writer(m_path);
-        file.SetPatience([&] {
+        file.SetKeepWaiting([&] {
             if (++asked == 2) {
                 (void)(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
                        writer.write("one\ntwo"));

@@ -66,7 +66,7 @@ bool CExportRun::HasItems() const {
 }
 
 bool CExportRun::Run(const QString& path) {
-    if (m_database.IsVolume(path) || !m_file.Create(path, CTextFile::EReaders::AsUserLikes)) {
+    if (m_database.IsVolume(path) || !m_file.Create(path, CTextFile::EReaders::ByUmask)) {
         ShowMessage(u"Cannot create file."_s);
         return false;
     }

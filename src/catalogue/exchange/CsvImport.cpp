@@ -74,7 +74,7 @@ bool CImportRun::Run() {
     m_progress->SetRange(0, m_file.GetLength(), 1);
     m_progress->Show();
     m_layout->SetProgress(m_progress.get());
-    m_file.SetPatience([this] {
+    m_file.SetKeepWaiting([this] {
         m_progress->Pump();
         return !m_progress->IsCancelled();
     });

@@ -30,7 +30,7 @@ bool SaveRecipeText(const CComposedForm& recipe) {
 bool SaveRecipeTextFile(const CComposedForm& recipe, const QString& path) {
     CTextFile file;
     if (recipe.Doc().Database().IsVolume(path) ||
-        !file.Create(path, CTextFile::EReaders::AsUserLikes)) {
+        !file.Create(path, CTextFile::EReaders::ByUmask)) {
         ShowMessage(u"Cannot create file."_s);
         return false;
     }
