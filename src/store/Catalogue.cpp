@@ -133,10 +133,10 @@ int CCatalogue::FindItem(ECatalogueKind kind, qint32 categoryId, const QString& 
     (void)Items(kind).ReadList(
         {categoryId, categoryId, EWrongCount::IsDamage, numbers.type + 1},
         [&](int position, PropertyList& properties) {
-            const bool isIt = position != except && TextOf(properties[numbers.name]) == name &&
-                              (!numbers.namesType || TextOf(properties[numbers.type]) == type);
-            found = isIt ? position : found;
-            return isIt ? ETake::Last : ETake::Taken;
+            const bool isMatch = position != except && TextOf(properties[numbers.name]) == name &&
+                                 (!numbers.namesType || TextOf(properties[numbers.type]) == type);
+            found = isMatch ? position : found;
+            return isMatch ? ETake::Last : ETake::Taken;
         });
     return found;
 }

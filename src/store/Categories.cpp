@@ -54,9 +54,9 @@ CCategoryEntries CCategories::ReadEntries(ECatalogueKind kind) {
 }
 
 std::optional<CCategoryEntry> CCategories::FindEntry(
-    ECatalogueKind kind, const std::function<bool(const CCategoryEntry&)>& isIt) {
+    ECatalogueKind kind, const std::function<bool(const CCategoryEntry&)>& isMatch) {
     const std::vector<CCategoryEntry> entries = List(kind);
-    const auto found = std::ranges::find_if(entries, isIt);
+    const auto found = std::ranges::find_if(entries, isMatch);
     return found == entries.end() ? std::nullopt : std::optional(*found);
 }
 

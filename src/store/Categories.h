@@ -29,6 +29,6 @@ class CCategories : public CItemDatabase<CCategory> {
     QString NameOf(ECatalogueKind kind, qint32 id);
 
   private:
-    std::optional<CCategoryEntry> FindEntry(ECatalogueKind kind,
-                                            const std::function<bool(const CCategoryEntry&)>& isIt);
+    std::optional<CCategoryEntry> FindEntry(
+        ECatalogueKind kind, const std::function<bool(const CCategoryEntry&)>& isMatch);
 };

@@ -174,12 +174,12 @@ CLeftOut CItemDatabaseBase::Walk(const CListQuery& query, const TakeRecord& take
         }
     }
     if (range && query.wrongCount == EWrongCount::EndsList) {
-        LookPast(end, query);
+        ReportDamageAfter(end, query);
     }
     return leftOut;
 }
 
-void CItemDatabaseBase::LookPast(int end, const CListQuery& query) {
+void CItemDatabaseBase::ReportDamageAfter(int end, const CListQuery& query) {
     const int count = Count();
     PropertyList properties;
     int position = end;

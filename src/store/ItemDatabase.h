@@ -104,7 +104,7 @@ class CItemDatabaseBase {
     /// Identifier of the record read; 0 when it cannot be read.
     ObjectId ReadProperties(int position, PropertyList& properties, int most);
     /// Reports the first readable record after the list when its number of properties is wrong.
-    void LookPast(int end, const CListQuery& query);
+    void ReportDamageAfter(int end, const CListQuery& query);
 
     CRecordStore& m_store;
     const CRecordLayout& m_layout;

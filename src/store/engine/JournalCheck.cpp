@@ -99,7 +99,7 @@ bool CJournalCheck::IsUnfilled() const {
     return count.size() < qsizetype{sizeof(quint16)} || qFromBigEndian<quint16>(count.data()) == 0;
 }
 
-EPlatformError CJournalCheck::KeepAside(QByteArray& kept) const {
+EPlatformError CJournalCheck::SetAside(QByteArray& kept) const {
     for (int n = 1;; ++n) {
         kept = m_path + ".kept-" + QByteArray::number(n);
         struct stat status {};

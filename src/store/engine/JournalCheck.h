@@ -23,7 +23,7 @@ class CJournalCheck {
     /// True when SQLite may open the volume: no journal, a finished one, or the volume's own.
     [[nodiscard]] bool MayBePlayed() const;
     /// Renames the journal to "<name>.kept-<n>" with the first free n and sets `kept` to that path.
-    EPlatformError KeepAside(QByteArray& kept) const;
+    EPlatformError SetAside(QByteArray& kept) const;
 
   private:
     struct CHeader;

@@ -135,7 +135,7 @@ EPlatformError CPositionIndex::Insert(const CIndexEntry& entry) {
     auto& entries = m_blocks[target]->entries;
     const auto at = std::upper_bound(entries.begin(), entries.end(), entry.key, IsBelowKey);
     entries.insert(at, entry);
-    Resized(target, 1);
+    UpdateCount(target, 1);
     return kErrorSuccess;
 }
 
@@ -150,7 +150,7 @@ EPlatformError CPositionIndex::RemoveAt(int position) {
         return kErrorSuccess;
     }
     block.entries.erase(block.entries.begin() + place.offset);
-    Resized(place.block, -1);
+    UpdateCount(place.block, -1);
     return kErrorSuccess;
 }
 
@@ -243,14 +243,14 @@ bool CPositionIndex::AreEntriesSound(int at) const {
            (isLast || block.entries.back().key <= m_blocks[at + 1]->firstKey);
 }
 
-void CPositionIndex::Changed(CBlock& block) {
+void CPositionIndex::MarkChanged(CBlock& block) {
     if (!block.isChanged) {
         block.isChanged = true;
         m_changed.push_back(&block);
     }
 }
 
-void CPositionIndex::Resized(int at, int difference) {
+void CPositionIndex::UpdateCount(int at, int difference) {
     CBlock& block = *m_blocks[at];
     block.count += difference;
     block.firstKey = block.entries.front().key;
@@ -258,11 +258,11 @@ void CPositionIndex::Resized(int at, int difference) {
     for (int i = at + 1; i < static_cast<int>(m_counts.size()); i += i & -i) {
         m_counts[i] += difference;
     }
-    Changed(block);
+    MarkChanged(block);
 }
 
 void CPositionIndex::InsertBlock(int at, std::unique_ptr<CBlock> block) {
-    Changed(*block);
+    MarkChanged(*block);
     m_blocks.insert(m_blocks.begin() + at, std::move(block));
     RebuildCounts();
 }
@@ -305,7 +305,7 @@ void CPositionIndex::Halve(int at) {
     upper->count = static_cast<int>(upper->entries.size());
     upper->firstKey = upper->entries.front().key;
     block.count -= upper->count;
-    Changed(block);
+    MarkChanged(block);
     InsertBlock(at + 1, std::move(upper));
 }
 

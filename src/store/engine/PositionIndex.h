@@ -74,8 +74,8 @@ class CPositionIndex {
     [[nodiscard]] int PositionOfBlock(int block) const;
     EPlatformError LoadEntries(int block);
     [[nodiscard]] bool AreEntriesSound(int block) const;
-    void Changed(CBlock& block);
-    void Resized(int block, int difference);
+    void MarkChanged(CBlock& block);
+    void UpdateCount(int block, int difference);
     void InsertBlock(int at, std::unique_ptr<CBlock> block);
     void RemoveBlock(int at);
     void Append(const CIndexEntry& entry);

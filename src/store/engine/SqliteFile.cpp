@@ -147,7 +147,7 @@ EPlatformError CSqliteFile::AdmitJournal() {
     const CJournalCheck check(m_path + kJournalSuffix, size, [this](qint64 offset, qint64 bytes) {
         return ReadRaw(offset, bytes);
     });
-    return check.MayBePlayed() ? kErrorSuccess : check.KeepAside(m_keptJournal);
+    return check.MayBePlayed() ? kErrorSuccess : check.SetAside(m_keptJournal);
 }
 
 // SQLite's own descriptor: closing a second one of the same file would drop this process's locks.
