@@ -39,7 +39,7 @@ int ActOnRecords(CItemDatabaseBase& diary, const std::vector<ObjectId>& records,
 
 int DeleteRecords(CItemDatabaseBase& diary, const std::vector<ObjectId>& records,
                   const char* failure, EAfterFailure afterFailure) {
-    if (afterFailure == EAfterFailure::GoOn) {
+    if (afterFailure == EAfterFailure::Continue) {
         return DeleteAllPossible(diary, records, failure);
     }
     return ActOnRecords(

@@ -29,8 +29,8 @@ bool MayRun(const CEntryCommand& command, const ListedEntries<Entry>& selected) 
 
 /// What a deletion does when an entry cannot be deleted.
 enum class EAfterFailure {
-    Stop,  ///< shows the command's message and ends
-    GoOn,  ///< shows the command's message for each such entry, and deletes the others
+    Stop,      ///< shows the command's message and ends
+    Continue,  ///< shows the command's message for each such entry, and deletes the others
 };
 
 /// The record identifiers in the order listed.

@@ -90,5 +90,5 @@ bool EditWeight(CVelmoraDoc& doc, ObjectId record, const CWeightEntry& entry) {
 }
 
 int DeleteWeights(CVelmoraDoc& doc, const ListedEntries<CWeightEntry>& selected) {
-    return DeleteEntries(doc.Database().Weight(), selected, kDelete, EAfterFailure::GoOn);
+    return DeleteEntries(doc.Database().Weight(), selected, kDelete, EAfterFailure::Continue);
 }

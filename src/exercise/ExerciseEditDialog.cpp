@@ -107,7 +107,7 @@ void CExerciseEditDialog::ShowForm() {
 }
 
 /// Moves the focus to the field to fill in next.
-void CExerciseEditDialog::GoOn(EPicker next) {
+void CExerciseEditDialog::ContinueWith(EPicker next) {
     if (next == EPicker::None) {
         m_hours->setFocus();
     } else {

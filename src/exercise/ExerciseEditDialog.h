@@ -15,7 +15,7 @@ class CExerciseEditDialog : public CPickDialog {
   protected:
     bool Confirm() override;
     void ShowForm() override;
-    void GoOn(EPicker next) override;
+    void ContinueWith(EPicker next) override;
 
   private:
     void AddFields();

@@ -40,7 +40,7 @@ CCsvVerdict CComposedCsv::ReadLine(QStringView line) {
     }
     const CCsvVerdict verdict = ReadRecord(fields);
     if (verdict.line == ECsvLine::Error) {
-        NoteRefused(line);
+        RememberRefused(line);
     }
     return verdict;
 }
@@ -159,7 +159,7 @@ void CComposedCsv::SetValue(int index, double value) {
     }
 }
 
-void CComposedCsv::NoteRefused(QStringView line) {
+void CComposedCsv::RememberRefused(QStringView line) {
     CCsvFields fields(line);
     (void)fields.Next();
     const auto next = [&fields] { return fields.Next().value_or(QStringView()); };

@@ -48,7 +48,7 @@ class CComposedCsv : public CCsvLayout {
     /// The fields after the names.
     CCsvVerdict ReadValues(CCsvFields& fields);
     /// Remembers the menu or recipe of a refused line; ignores the line of a component.
-    void NoteRefused(QStringView line);
+    void RememberRefused(QStringView line);
     /// Sets m_owner; false when there is no menu or recipe of that category and name.
     bool FindOwner(const QString& category, const QString& name);
     EStored StoreOwner(EExisting existing);

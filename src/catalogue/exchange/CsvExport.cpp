@@ -106,13 +106,13 @@ QString CExportRun::LeftOutText() const {
 
 /// Warns about texts and lines that an import will not read back unchanged.
 void CExportRun::ReportLosses() const {
-    if (const CNotedTexts& texts = m_line.ChangedTexts(); texts.Count() > 0) {
+    if (const CDistinctTexts& texts = m_line.ChangedTexts(); texts.Count() > 0) {
         ShowMessage(
             FormatText("Names that an import will change because of their quotes (%d): %s"_L1,
                        {texts.Count(), texts.First()}),
             EMessageIcon::Warning);
     }
-    if (const CNotedTexts& items = m_line.LongLines(); items.Count() > 0) {
+    if (const CDistinctTexts& items = m_line.LongLines(); items.Count() > 0) {
         ShowMessage(FormatText("Items whose lines are too long for an import (%d): %s"_L1,
                                {items.Count(), items.First()}),
                     EMessageIcon::Warning);

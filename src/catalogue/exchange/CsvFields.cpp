@@ -133,14 +133,14 @@ std::optional<double> CCsvFields::NextNumber() {
     return field ? std::optional(ImportedNumber(*field)) : std::nullopt;
 }
 
-void CNotedTexts::Add(const QString& text) {
+void CDistinctTexts::Add(const QString& text) {
     if (!m_texts.contains(text) && m_first.size() < kTextsNamed) {
         m_first.append(u'\'' + text + u'\'');
     }
     m_texts.insert(text);
 }
 
-QString CNotedTexts::First() const {
+QString CDistinctTexts::First() const {
     return m_first.join(", "_L1) + (m_texts.size() > m_first.size() ? ", ..."_L1 : ""_L1);
 }
 

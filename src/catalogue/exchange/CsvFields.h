@@ -31,7 +31,7 @@ class CCsvFields {
 };
 
 /// Counts distinct texts and keeps the first of them for a message.
-class CNotedTexts {
+class CDistinctTexts {
   public:
     void Add(const QString& text);
     [[nodiscard]] int Count() const { return static_cast<int>(m_texts.size()); }
@@ -60,9 +60,9 @@ class CCsvLineWriter {
     void EndLine(const QString& item = QString());
 
     /// Texts that an import will change because of their quotes.
-    [[nodiscard]] const CNotedTexts& ChangedTexts() const { return m_changedTexts; }
+    [[nodiscard]] const CDistinctTexts& ChangedTexts() const { return m_changedTexts; }
     /// Items with lines longer than CTextFile::kMaxLineBytes, which an import splits.
-    [[nodiscard]] const CNotedTexts& LongLines() const { return m_longLines; }
+    [[nodiscard]] const CDistinctTexts& LongLines() const { return m_longLines; }
 
   private:
     /// Makes room for `bytes` more; the caller writes them and then advances m_size.
@@ -72,8 +72,8 @@ class CCsvLineWriter {
     // The line not yet written.
     std::vector<char> m_line;
     size_t m_size = 0;
-    CNotedTexts m_changedTexts;
-    CNotedTexts m_longLines;
+    CDistinctTexts m_changedTexts;
+    CDistinctTexts m_longLines;
 };
 
 /// A text of a file as it is stored: 128 characters or more become the first 124 and "...".

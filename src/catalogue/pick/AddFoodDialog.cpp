@@ -160,7 +160,7 @@ void CAddFoodDialog::ShowForm() {
     }
 }
 
-void CAddFoodDialog::GoOn(EPicker next) {
+void CAddFoodDialog::ContinueWith(EPicker next) {
     if (next == EPicker::None) {
         m_serving->setFocus();
         return;

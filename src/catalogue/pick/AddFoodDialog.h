@@ -20,7 +20,7 @@ class CAddFoodDialog : public CPickDialog {
     void ReadFields() override;
     void ShowForm() override;
     /// Also opens the next pick list.
-    void GoOn(EPicker next) override;
+    void ContinueWith(EPicker next) override;
 
   private:
     void AddKindTabs();

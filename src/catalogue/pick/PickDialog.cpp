@@ -79,7 +79,7 @@ void CPickDialog::AddPickList() {
     connect(m_pickList, &CPickList::Picked, this, [this](const QString& row) {
         const EPicker next = m_form.Pick(m_picker, row);
         ShowForm();
-        GoOn(next);
+        ContinueWith(next);
     });
 }
 

@@ -44,7 +44,7 @@ class CPickDialog : public CDialog {
     /// Shows the form's texts in the fields.
     virtual void ShowForm();
     /// Called after a row was picked; `next` is the picker that follows.
-    virtual void GoOn(EPicker next) = 0;
+    virtual void ContinueWith(EPicker next) = 0;
 
     void OpenPicker(EPicker picker);
     [[nodiscard]] CPickField* FieldOf(EPicker picker) const;
