@@ -56,15 +56,15 @@ CPickChoices PickChoices(CDatabase& database, ECatalogueKind kind, EPicker picke
         choices.rows = NamesInCategory(database, kind, categoryId, capacity, &leftOut);
     } else if (picker == EPicker::Type) {
         choices.rows = TypesOfName(database, kind, categoryId,
-                                   MeantName(database, kind, categoryId, name), &leftOut);
+                                   ResolveItemName(database, kind, categoryId, name), &leftOut);
     }
     choices.note = LeftOutText(leftOut, words, static_cast<int>(choices.rows.size()),
                                "Showing the first %s names.");
     return choices;
 }
 
-QString MeantName(CDatabase& database, ECatalogueKind kind, qint32 categoryId,
-                  const QString& name) {
+QString ResolveItemName(CDatabase& database, ECatalogueKind kind, qint32 categoryId,
+                        const QString& name) {
     const QStringList names = NamesInCategory(database, kind, categoryId);
     const QString trimmed = name.trimmed();
     for (const QString& meant : {name, trimmed}) {

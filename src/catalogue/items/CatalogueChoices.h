@@ -20,7 +20,8 @@ CPickChoices PickChoices(CDatabase& database, ECatalogueKind kind, EPicker picke
 /// The item name in the category that `name` refers to: the same, the same trimmed (an imported
 /// name may have outer blanks, and so may a typed one), or a longer one that a diary entry has cut.
 /// If there is none, `name` trimmed.
-QString MeantName(CDatabase& database, ECatalogueKind kind, qint32 categoryId, const QString& name);
+QString ResolveItemName(CDatabase& database, ECatalogueKind kind, qint32 categoryId,
+                        const QString& name);
 /// "Category" or "Name".
 QString PickerHeader(EPicker picker);
 

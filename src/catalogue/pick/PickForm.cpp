@@ -30,7 +30,7 @@ QString CPickForm::CategoryText() const {
 
 bool CPickForm::LoadOfType(const QString& type) {
     CDatabase& database = m_doc.Database();
-    const QString name = MeantName(database, Catalogue(), CategoryId(), m_name);
+    const QString name = ResolveItemName(database, Catalogue(), CategoryId(), m_name);
     return Load(database.Catalogue().FindItem(Catalogue(), CategoryId(), name, type));
 }
 
