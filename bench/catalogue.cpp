@@ -1,6 +1,6 @@
-// bench_catalogue FOOD_FILE [ROUNDS]: the commands of the foods window on a large catalogue, each
-// beside the reads and writes that the bare store needs for the same, run in turn on the same
-// volume. Prints the median of the ratios and both median times.
+// bench_catalogue FOOD_FILE [ROUNDS]: compares the commands of the foods window on a large
+// catalogue with the bare reads and writes that they need, run in turn on the same volume. Prints
+// the median of the ratios and both median times.
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -22,7 +22,7 @@ constexpr int kMovedFoods = 500;
 /// Values of a record up to name and type.
 constexpr int kNameAndType = 3;
 
-/// Says yes to everything and shows nothing but failures.
+/// Answers every question with Yes and shows only failures.
 class CYes : public CMessageSeam {
   public:
     void Show(const CMessage& message) override {
@@ -60,7 +60,7 @@ double Microseconds(const std::function<void()>& work) {
     return static_cast<double>(timer.nsecsElapsed()) / 1000;
 }
 
-/// `restore` runs untimed after each of the two.
+/// `restore` runs, untimed, after each of the two.
 void Compare(
     const char* name, int rounds, const std::function<void()>& command,
     const std::function<void()>& bare, const std::function<void()>& restore = [] {}) {
@@ -110,7 +110,7 @@ class CCatalogueBench {
         const int next = Foods().FirstPositionInRange(qint64{categoryId} + 1, INT32_MAX);
         return first < 0 ? 0 : (next < 0 ? Foods().Count() : next) - first;
     }
-    /// The bare reads of so many records from a position on.
+    /// Reads `count` records from position `first` on.
     void ReadOn(int first, int count, int most) {
         int left = count;
         Foods().ForEachFrom(

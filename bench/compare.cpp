@@ -1,6 +1,6 @@
 // bench_compare ROUNDS COMMAND_A COMMAND_B: runs two shell commands in turn and prints the median
-// wall-clock time and the peak memory of each, and the median of the pairwise ratios A / B. Running
-// them in turn lets a noisy machine slow both alike.
+// wall-clock time and the peak memory of each, and the median of the pairwise ratios A / B. Since
+// they run in turn, a noisy machine slows both alike.
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>

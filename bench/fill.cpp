@@ -1,5 +1,5 @@
-// bench_fill VOLUME PROFILE ENTRIES [all]: makes a profile with that many diet entries, 15 a day,
-// the last day being 2026-01-31; "all" adds a weight and a workout a day.
+// bench_fill VOLUME PROFILE ENTRIES [all]: creates a profile with that many diet entries, 15 per
+// day up to 2026-01-31; "all" adds a weight and a workout per day.
 #include <QCoreApplication>
 #include <QTextStream>
 #include <cstdlib>

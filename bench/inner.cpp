@@ -1,5 +1,5 @@
-// The inner parts: positions, one day of a diary, reading and writing foods. Each of the diary
-// figures stands beside the same work on a small diary.
+// The inner parts: positions, one day of a diary, reading and writing foods, splitting lines. A day
+// is read from diaries of several sizes.
 #include <benchmark/benchmark.h>
 
 #include <QCoreApplication>

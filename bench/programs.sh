@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Whole programs, side by side in one run: every figure is a ratio, the median of pairs run in turn.
+# Compares whole programs: every figure is a ratio, the median over pairs run in turn.
 #   bench/programs.sh FOOD_FILE [ROUNDS]
 # FOOD_FILE is a large food exchange file; the build folder is build/ (./run --build-only).
 set -euo pipefail
@@ -13,7 +13,7 @@ export QT_QPA_PLATFORM=offscreen XDG_CONFIG_HOME="$work/config"
 cli=$build/velmora-cli
 compare() { printf '%-44s ' "$1"; "$build/bench_compare" "$rounds" "$2" "$3" 2>/dev/null; }
 
-# The bare table of the shell: one text column a field, the empty one after the last comma too.
+# The shell's bare table: one text column per field, also for the empty one after the last comma.
 columns=$(seq -s, -f 'c%.0f' 1 79)
 cat >"$work/import.sql" <<SQL
 create table foods($columns);
@@ -30,7 +30,7 @@ compare "export of foods / sqlite3 shell" \
     "sqlite3 $work/s.db <$work/export.sql"
 cmp "$food_file" "$work/out.csv" && echo "    the exported file is the imported one, byte for byte"
 
-# Four times the food, under four times the categories.
+# Four times the foods, in four times the categories.
 { head -n 2 "$food_file"
   for copy in 1 2 3 4; do
       sed -n '3,$p' "$food_file" | grep -av '^<End>' | sed -E "s/^([0-9]+,\")/\1$copy /"
@@ -56,8 +56,8 @@ compare "start to first paint / empty Qt main window" \
     "$build/bench_startup velmora $work/start.db Ann" \
     "$build/bench_startup empty"
 
-# Ten years, reported into one file. The bare tables of the shell hold the rows of each diary by type,
-# one text column a field.
+# Ten years, reported into one file. The shell's bare tables have the rows of each diary, one text
+# column per field.
 days=3650
 "$build/bench_fill" "$work/ten.db" Ann $((days * 15)) all
 report="$cli --volume $work/ten.db report $work/report.csv --profile Ann --to 2026-01-31"

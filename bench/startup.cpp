@@ -1,5 +1,5 @@
-// bench_startup empty | bench_startup velmora VOLUME PROFILE: shows a main window and ends once it
-// has been painted, so that the two can be timed from outside as whole processes.
+// bench_startup empty | bench_startup velmora VOLUME PROFILE: shows a main window and ends when it
+// has been painted, so that both can be timed as whole processes.
 #include <unistd.h>
 
 #include <QApplication>
@@ -11,14 +11,14 @@
 #include "frame/Application.h"
 
 namespace {
-/// Ends the program behind the first paint of a window.
+/// Ends the program after the first paint of a window.
 class CFirstPaint : public QObject {
   public:
     explicit CFirstPaint(QWidget* window) : m_window(window) { window->installEventFilter(this); }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (watched == m_window && event->type() == QEvent::Paint) {
-            // What a program does on its way out is not part of its start.
+            // _exit, since shutting down is not part of the start.
             QTimer::singleShot(0, qApp, [] { _exit(0); });
         }
         return false;

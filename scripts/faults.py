@@ -1,8 +1,8 @@
-"""The small faults that can be put into a C++ source: operators turned, a statement deleted, a
-number off by one, true and false swapped, a return value turned, a condition negated.
+"""The small faults that can be put into a C++ source: operators replaced, a statement deleted, a
+number off by one, true and false swapped, a return value changed, a condition negated.
 
-Comments, texts, preprocessor lines, attributes, assertions and declarations stay as they are, and
-so do statements that reserve memory: without them a sound program does the same.
+Comments, texts, preprocessor lines, attributes, assertions and declarations are not changed, nor
+are statements that reserve memory: without them a correct program behaves the same.
 """
 import re
 from dataclasses import dataclass
@@ -16,7 +16,7 @@ TOKEN = re.compile(r"""
   | (?P<sign><<=|>>=|<=>|[-+*/%<>=!&|^]=|&&|\|\||\+\+|--|->|::|<<|>>|.)
 """, re.X | re.S | re.M)
 
-# A pointer's * and a template's < have no blank on both sides; binary operators have.
+# Binary operators have a blank on both sides, a pointer's * and a template's < do not.
 TURNED = {"==": ["!="], "!=": ["=="], "<": ["<=", ">="], "<=": ["<", ">"], ">": [">=", "<="],
           ">=": [">", "<"], "&&": ["||"], "||": ["&&"], "+": ["-"], "-": ["+"], "*": ["/"],
           "/": ["*"], "%": ["*"], "+=": ["-=", "="], "-=": ["+=", "="], "*=": ["/="],
@@ -28,7 +28,7 @@ DECLARATION = re.compile(
     r"[\w:]+(<.*>)?(::\w+)*[\s*&]+[*&]*\w+\s*[=;({\[]|[\w:]+<[^=;]*>\s+\w+", re.S)
 ASSERTIONS = ("static_assert", "Q_ASSERT", "Q_ASSERT_X")
 RESERVES = re.compile(r"[\w.>-]+(\.|->)reserve\(")
-# Of our constants, those that are 0 or the first of their enum.
+# Values that equal {}: of our constants those that are 0 or the first of their enum.
 SAME_AS_EMPTY = re.compile(
     r"(\{.*|nullptr|std::nullopt|false|0\.0|Q\w+\(\)|-?\d+|true|"
     r"kErrorSuccess|E\w+::None|ETake::Taken|EVolumeState::Sound)", re.S)
@@ -86,7 +86,7 @@ def matching(tokens, index):
 
 
 def statement_end(tokens, index):
-    """The index of the ; that ends the statement at index, or None where a block opens first."""
+    """The index of the ; that ends the statement at index, or None if a block opens first."""
     at = index
     while at < len(tokens):
         text = tokens[at].text
@@ -122,7 +122,7 @@ def number_faults(text):
 
 
 def token_faults(source, tokens, at):
-    """Faults of a token alone, as (start, end, new)."""
+    """Faults of a single token, as (start, end, new)."""
     token, text = tokens[at], tokens[at].text
     if token.kind == "number":
         return [(token.start, token.end, new) for new in number_faults(text)]
@@ -164,7 +164,7 @@ def statement_faults(source, tokens, at):
     if text != "return":
         plain = re.sub(r"^(emit|Q_EMIT|delete)\s+", "", statement)
         return [] if DECLARATION.match(plain) or RESERVES.match(plain) else [whole]
-    # Only an early return can go: one that ends its function has to return something.
+    # Only an early return can be deleted: one that ends its function must return something.
     follows = tokens[end + 1].start if end + 1 < len(tokens) else len(source)
     column = follows - source.rfind("\n", 0, follows) - 1
     after = source[follows:follows + 2]

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Checks the floors of the house: includes point down, no two files include each other in a
-# circle, and the core includes no widget header.
+# Checks the layers of the sources: includes point down, there is no circle of includes, and the core
+# includes no widget header.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# The folders are floors, each on one of its own. Over all of them lie layers: the core, the
-# controls, the windows, the program with windows. A file includes from its own folder or below, and
-# from its own layer or below. What belongs to velmora_ui is a window, controls/ aside.
+# Each folder is a floor of its own. Independently of that, each file belongs to a layer: the core,
+# the controls, the windows, or the program with windows. A file may include from its own floor or
+# below, and from its own layer or below. Files of velmora_ui outside controls/ are windows.
 ui_files=$(find src -mindepth 2 -name CMakeLists.txt -print0 | xargs -0 \
            awk '/target_sources/ { ui = /velmora_ui/ }
                 ui && match($0, /[A-Za-z]+\.(h|cpp)/) {
@@ -30,7 +30,7 @@ git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' | sor
                       "diary exercise report cli frame", floors, " ")
             for (i = 1; i <= n; i++) floor[floors[i]] = i
             floor["."] = n + 1
-            # Two that stand side by side.
+            # Neighbours that must not include each other.
             barred["catalogue/pick"] = "catalogue/exchange"
         }
         function base_of(path) { sub(/\.(h|cpp)$/, "", path); return path }
@@ -57,13 +57,13 @@ git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' | sor
             path = "src/" target
             if (floor_of(path) == "") { print file ": includes unknown " target; bad = 1; next }
             if (floor_of(path) > floor_of(file)) {
-                print file ": includes " target ", which stands on a higher floor"; bad = 1
+                print file ": includes " target ", which is on a higher floor"; bad = 1
             }
             if (barred[folder_of(file)] == folder_of(path)) {
-                print file ": includes " target ", of which its folder is to know nothing"; bad = 1
+                print file ": includes " target ", which its folder must not include"; bad = 1
             }
             if (layer_of(path) > layer_of(file)) {
-                print file ": includes " target ", which lies in a higher layer"; bad = 1
+                print file ": includes " target ", which is in a higher layer"; bad = 1
             }
             if (file ~ /\.h$/) edges[file] = edges[file] " " path
         }

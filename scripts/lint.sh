@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# clang-tidy over all sources of the program, from the build folder $1, with $2 jobs. A source found
-# clean is checked again once the build has compiled it again or .clang-tidy has changed.
+# Runs clang-tidy on all sources of the program, with the build folder $1 and $2 jobs. A source that
+# was clean is checked again only after it was compiled again or .clang-tidy has changed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 export build=$1
@@ -9,7 +9,7 @@ jobs=${2:-2}
 lint() {
     local source=${1#"$PWD/src/"}
     local stamp=$build/lint/$source.clean
-    # A glob, since only the build knows the target; ninja writes the object anew whenever the
+    # A glob, since only the build knows the target; ninja writes the object again whenever the
     # source, a header or an option has changed.
     local object
     object=$(echo "$build"/src/CMakeFiles/*.dir/"$source".o)
@@ -21,7 +21,7 @@ lint() {
 }
 export -f lint
 
-# The build writes the list of sources, so lint and build cannot drift apart. Left out are the
-# counts of warnings in system headers, a line each file.
+# The build writes the list of sources, so lint and build cannot drift apart. The filter removes the
+# counts of warnings in system headers, one line per file.
 xargs -a "$build/sources.txt" -d '\n' -n 1 -P "$jobs" bash -c 'lint "$1"' lint 2>&1 |
     { grep --line-buffered -vE '^[0-9]+ warnings? generated\.$' || true; }

@@ -5,10 +5,10 @@
     scripts/mutate.py --in src/store --in 'src/app/Unit*' --count 40
     scripts/mutate.py --again LOG        the faults that LOG lists as UNNOTICED, once more
 
-Faults are played in copies of the tree (--work, one a job), built without sanitizers and with
+Faults are played in copies of the tree (--work, one per job), built without sanitizers and with
 shared libraries, so that a fault compiles one file and links one library. A fault that does not
-compile is replaced by the next one; a test that runs into its time limit has noticed the fault.
-Only .cpp files are touched: a header's change would rebuild everything.
+compile is replaced by the next one; a test that exceeds its time limit has noticed the fault.
+Only .cpp files are changed, since a change to a header would rebuild everything.
 """
 import argparse
 import fnmatch
@@ -48,7 +48,7 @@ def areas():
 
 
 def draw(options, area_of):
-    """All faults in the order in which they are played: lines by lot, one fault a line first."""
+    """All faults in the order in which they are played: lines at random, first one fault per line."""
     wanted = [p.rstrip("/") for p in options.inside]
     by_line = defaultdict(list)
     for path in sorted(area_of):
@@ -86,7 +86,7 @@ class Test:
 
 
 def run_limited(command, environment, seconds, folder):
-    """Runs a test up to its first failure; returns what noticed the fault, None when it passed."""
+    """Runs a test up to its first failure; returns what noticed the fault, or None if it passed."""
     process = subprocess.Popen(
         ["prlimit", "--core=0", f"--as={MEMORY_LIMIT}", "timeout", "-s", "KILL", str(int(seconds))]
         + command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL,
@@ -115,7 +115,7 @@ class Copy:
         self.tests = []
 
     def prepare(self):
-        """Brings the copy up to date, builds it and lets every test pass once."""
+        """Brings the copy up to date, builds it and checks that every test passes."""
         def copy(source, to):
             if not os.path.exists(to) or open(source, "rb").read() != open(to, "rb").read():
                 shutil.copy(source, to)
@@ -159,8 +159,8 @@ class Copy:
         return run_limited(test.command, self.environment | test.environment, seconds, self.scratch)
 
     def order(self, fault, area):
-        """Tests of the file first, then of its folder, the quick ones before the slow. Those that
-        do not link or start the program with the fault are left out."""
+        """Tests of the file first, then of its folder, quick ones before slow ones. Tests that
+        neither link nor start the changed code are left out."""
         header = f'"{fault.path[4:-4]}.h"'
         folder = os.path.dirname(fault.path).removeprefix("src/")
 

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, running and checking Velmora needs.
-# Packages that are already there cost one query and no network.
+# For packages that are installed already it makes one query and uses no network.
 set -euo pipefail
 
 packages=(
     g++ cmake ninja-build         # the build
-    qt6-base-dev libgl1-mesa-dev  # windows; the GL headers are demanded by Qt's CMake files
+    qt6-base-dev libgl1-mesa-dev  # windows; Qt's CMake files need the GL headers
     libsqlite3-dev                # the volume
     fonts-dejavu-core             # a font for machines without any, and for the tour's pictures
 )

@@ -7,7 +7,7 @@ root=$(realpath "$(dirname "$0")/..")
 build=$(realpath -m "${2:-$root/build}")
 folder=$(realpath -m "${1:-$build/tour}")
 
-# Qt would tell that it chose one itself.
+# Without one Qt chooses one itself and prints a warning.
 if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
     XDG_RUNTIME_DIR=$(mktemp -d)
     export XDG_RUNTIME_DIR

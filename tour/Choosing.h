@@ -10,13 +10,13 @@ struct CChoice {
     QString category;
     QString name;
     QString type;     ///< empty for a menu or recipe
-    QString serving;  ///< empty: the one offered first
+    QString serving;  ///< empty: the first one in the list
     QString amount;
 };
 
 void Add(std::vector<CStep>& steps, std::vector<CStep> more);
 
-/// In the open dialog "Add Food", up to its OK.
+/// Steps in the open dialog "Add Food", up to its OK.
 std::vector<CStep> ChooseFood(const CChoice& choice, bool withPictures);
 
 /// Answers the file dialog in front.

@@ -29,7 +29,7 @@ void ShowPage(QWidget* dialog, const QString& page) {
              page);
 }
 
-/// From another window of the catalogue to an own category in an empty one.
+/// Opens another, empty window of the catalogue and creates a category there.
 std::vector<CStep> OpenWithCategory(const QString& window, const QString& category) {
     return {
         {QString(),

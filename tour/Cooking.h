@@ -1,4 +1,4 @@
-// A recipe of one's own, a menu with it, and eating it.
+// Creating a recipe and a menu with it, and adding that to a meal.
 #pragma once
 
 #include <vector>

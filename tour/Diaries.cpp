@@ -18,7 +18,7 @@ constexpr int kDaysBetween = 3;
 const std::vector<QString> kWeights = {u"72"_s,   u"71.8"_s, u"71.9"_s, u"71.3"_s, u"71.4"_s,
                                        u"70.9"_s, u"70.6"_s, u"70.7"_s, u"70.2"_s, u"69.9"_s};
 
-/// Its parts are typed one by one, which is the platform's own affair.
+/// Set directly: typing the parts of a date would only test Qt.
 void SetDate(QWidget* dialog, const QString& field, QDate day) {
     Find<QDateEdit>(dialog, field)->setDate(day);
 }
@@ -180,7 +180,7 @@ std::vector<CStep> Purge() {
          },
          [](QWidget* dialog) { Click(Find(dialog, u"ok"_s)); }},
         {u"Are you sure"_s, u"QMessageBox"_s, {}, [](QWidget* box) { ClickButton(box, u"Yes"_s); }},
-        // Five weights lie in the range; of neighbours every second one stays.
+        // Five weights are in the range; every other one stays.
         {u"Total purged"_s, u"QMessageBox"_s,
          [](QWidget* box) {
              Expect(MessageText(box).contains(u"Weight entries: 3\n"_s),

@@ -1,4 +1,4 @@
-// A month of weights, a workout from one's own library, a report, a purge, and the about box.
+// A month of weights, an exercise for the library, a workout, a report, a purge, the about box.
 #pragma once
 
 #include <vector>

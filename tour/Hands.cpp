@@ -41,7 +41,7 @@ QPoint ShowRow(QAbstractItemView* view, const QModelIndex& index) {
     return rect.center();
 }
 
-/// What a window manager does for a window that a dialog has covered. Fields end their editing
+/// Activates the window, as a window manager would when a dialog closes. Fields end their editing
 /// only in an active window.
 void TakeFocus(QWidget* widget) {
     widget->activateWindow();
@@ -83,7 +83,7 @@ void Press(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers) {
     QTest::keyClick(widget, key, modifiers);
 }
 
-// With the keyboard: a drop-down list that has just opened takes no clicks for a while.
+// Uses the keyboard, since a drop-down list ignores clicks just after it has opened.
 void Choose(QWidget* comboBox, const QString& text) {
     auto* box = qobject_cast<QComboBox*>(comboBox);
     Expect(box != nullptr, comboBox->objectName() + u" to be a drop-down list"_s);

@@ -16,14 +16,14 @@ Widget* Find(QWidget* window, const QString& name) {
 }
 
 void Click(QWidget* widget);
-/// A button of a dialog or message box by its text, "&" left out.
+/// Clicks a button of a dialog or message box, given by its text without "&".
 void ClickButton(QWidget* window, const QString& text);
 /// Replaces the text of a field.
 void Type(QWidget* field, const QString& text);
 void Press(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 /// Chooses a row of a drop-down list by its beginning.
 void Choose(QWidget* comboBox, const QString& text);
-/// A tab by its text.
+/// Clicks a tab, given by its text.
 void ClickTab(QWidget* tabBar, const QString& text);
 /// Opens a menu of the frame and clicks one of its commands.
 void ClickMenu(QWidget* frame, const QString& menu, const QString& command);

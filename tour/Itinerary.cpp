@@ -64,7 +64,7 @@ std::vector<CStep> FirstRun() {
              Type(Find(window, u"startWeightMajor"_s), u"72"_s);
              Type(Find(window, u"goalWeightMajor"_s), u"66"_s);
              Type(Find(window, u"rate"_s), u"0.5"_s);
-             // 6 kg at half a kilogram a week are 84 days, which are 12 whole weeks and one begun.
+             // 6 kg at half a kilogram per week take 84 days: 12 whole weeks, shown as 13.
              Expect(Find<QLabel>(window, u"weeks"_s)->text() == u"13 wks"_s, u"13 wks"_s);
          },
          [](QWidget* window) { Click(Find(window, u"ok"_s)); }},

@@ -5,6 +5,6 @@
 
 #include "Player.h"
 
-/// From the first dialog to a day set against its targets, and on to a menu of one's own.
-/// `foodFile` is imported on the way, `folder` takes the files that are written.
+/// From the first dialog to a day with its totals and targets, and on to recipe, menu and diaries.
+/// `foodFile` is imported, other files are written to `folder`.
 std::vector<CStep> FirstTenMinutes(const QString& foodFile, const QString& folder);

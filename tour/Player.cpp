@@ -18,7 +18,7 @@ constexpr int kMaximumPolls = 3000;
 
 QString playedStep;
 
-/// The window in front: the innermost modal one, or the one main window.
+/// The window in front: the innermost modal one, or the main window.
 QWidget* FrontWindow() {
     if (QWidget* modal = QApplication::activeModalWidget()) {
         return modal;
@@ -52,7 +52,7 @@ void CPlayer::Play() {
 }
 
 // The last click of a step may open a dialog, whose event loop then runs inside the step. So each
-// look at the windows is a timer of its own, set just before that click.
+// poll has its own timer, started just before that click.
 void CPlayer::Poll() {
     if (m_next == m_steps.size()) {
         std::printf("%d pictures in %s\n", m_pictures, qPrintable(m_folder));
@@ -62,7 +62,7 @@ void CPlayer::Poll() {
     const CStep& step = m_steps[m_next];
     playedStep = step.name.isEmpty() ? u"step %1"_s.arg(m_next + 1) : step.name;
     QWidget* window = FrontWindow();
-    // Long work disables the main window behind its progress.
+    // The main window is disabled while a progress window is shown.
     const bool isThere = window != nullptr && window->isVisible() && window->isEnabled() &&
                          step.window == QLatin1StringView(window->metaObject()->className());
     if (!isThere && ++m_polls > kMaximumPolls) {
@@ -94,7 +94,7 @@ void CPlayer::PlayStep(const CStep& step, QWidget* window) {
     }
 }
 
-// All windows as they lie on the screen, since a dialog alone would not show what it covers.
+// All windows, as they overlap on the screen.
 void CPlayer::TakePicture(const QString& name) {
     QWidgetList windows;
     for (QWidget* window : QApplication::topLevelWidgets()) {
@@ -102,7 +102,7 @@ void CPlayer::TakePicture(const QString& name) {
             windows.append(window);
         }
     }
-    // The front window was opened last, and top-level widgets come in no order.
+    // topLevelWidgets has no order; the front window was opened last.
     QWidget* front = FrontWindow();
     std::stable_sort(windows.begin(), windows.end(), [front](QWidget* left, QWidget* right) {
         const auto height = [front](QWidget* window) {

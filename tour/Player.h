@@ -7,18 +7,19 @@
 
 class QWidget;
 
-/// One step: wait for a window, look at it, act in it.
+/// One step: wait for a window, act in it, take its picture, leave it.
 struct CStep {
-    QString name;    ///< of the picture; an empty one takes none
-    QString window;  ///< class of the window awaited; "CDietFrame" waits until no dialog is open
-    /// Clicks and keys that open no dialog. What they leave behind is in the picture.
+    QString name;  ///< of the picture; empty for a step without one
+    QString
+        window;  ///< class of the window to wait for; "CDietFrame" waits until no dialog is open
+    /// Clicks and keys before the picture, which open no dialog.
     std::function<void(QWidget* window)> act;
-    /// The last click, behind the picture: it may open or close windows.
+    /// The last click, after the picture; it may open or close windows.
     std::function<void(QWidget* window)> leave;
 };
 
-/// Ends the program with status 1 and a line on standard error when a window does not come or
-/// Expect meets something else than it should.
+/// Ends the program with status 1 and a line on standard error when a window does not appear or
+/// Expect fails.
 class CPlayer {
   public:
     CPlayer(std::vector<CStep> steps, QString folder);
@@ -39,6 +40,6 @@ class CPlayer {
     int m_polls = 0;
 };
 
-/// Fails the tour loudly.
+/// Prints where and why the tour failed, and ends the program.
 [[noreturn]] void FailTour(const QString& reason);
 void Expect(bool isTrue, const QString& what);

@@ -24,7 +24,7 @@ QPalette DarkPalette() {
 
 QtMessageHandler shownBefore = nullptr;
 
-// The offscreen platform reports at every window what it cannot do with it.
+// Hides what the offscreen platform reports about every window.
 void ShowMessageOfQt(QtMsgType type, const QMessageLogContext& context, const QString& text) {
     if (!text.startsWith("This plugin does not support "_L1)) {
         shownBefore(type, context, text);
@@ -45,21 +45,21 @@ int main(int argc, char* argv[]) {
     for (const QString& file : {u"recipe.txt"_s, u"report.csv"_s}) {
         QFile::remove(QDir(folder).filePath(file));
     }
-    // Pictures of an earlier tour, and nothing else that may lie there.
+    // Only pictures of an earlier tour, no other files.
     for (const QString& old : QDir(folder).entryList({u"[0-9][0-9]-*.png"_s}, QDir::Files)) {
         QFile::remove(QDir(folder).filePath(old));
     }
     if (arguments.contains(u"--dark"_s)) {
         QApplication::setPalette(DarkPalette());
     }
-    // The user's own settings and data stay out of it.
+    // Does not use the user's own settings and data.
     const QTemporaryDir temporary;
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temporary.path());
 
     CVelmoraApp velmora(temporary.filePath(u"VelmoraDb.db"_s));
     CPlayer player(FirstTenMinutes(QStringLiteral(VELMORA_STARTER_FOODS), folder), folder);
     player.Play();
-    // The first dialogs run before the frame is there.
+    // Start runs the first dialogs, so the player starts before it.
     if (!velmora.Start()) {
         FailTour(u"Velmora did not start"_s);
     }
