@@ -105,7 +105,7 @@ class CVelmoraDoc {
     /// (error# %d).".
     bool SaveSettings();
     /// Writes changed settings that no dialog confirms, such as column widths. Writes nothing, and
-    /// returns false, while defaults replace an unreadable record.
+    /// returns false, while unconfirmed defaults replace an unreadable record.
     bool SaveViewState();
 
     /// "Velmora:" and the profile's name, cut to 18 characters and "..." when longer.

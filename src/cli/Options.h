@@ -25,7 +25,7 @@ struct COption {
     EValue kind;
     const char* value;  ///< placeholder in help, "CM", or the choices, "male|female"
     const char* help;   ///< what it is, in one line
-    double low = 0;     ///< limits are inclusive; none when `high` is 0
+    double low = 0;     ///< inclusive limits of a Number, Whole or Target
     double high = 0;
     ENeed need = ENeed::Optional;
     /// An option that excludes this one, and replaces it where it is required.

@@ -76,7 +76,7 @@ class CGrid : public QTreeView {
     [[nodiscard]] bool HasEditor(int row, int column) const;
     /// `initial` replaces the cell's text in the editor.
     bool Open(int row, int column, const std::optional<QString>& initial);
-    /// The control over the cell, which becomes m_control; its line comes back.
+    /// Creates the editor over the cell as m_control and returns its line edit.
     QLineEdit* CreateEditor(const QModelIndex& index, const QString& text);
     bool OpenCurrent(const std::optional<QString>& initial);
     void OpenNext(int row, int column, bool forward);

@@ -69,7 +69,7 @@ const CViewRow* FindView(int command) {
 
 constexpr QSize kDefaultSize(1000, 700);
 constexpr QSize kIconSize(20, 20);
-/// Tool buttons of the view that has most; the switch buttons stand after so many in every view.
+/// The largest number of tool buttons of a view; in every view the switch buttons come after them.
 constexpr int kToolButtonPlaces = 4;
 /// Between a view and the window's edge, in pixels.
 constexpr int kMargin = 8;

@@ -38,7 +38,7 @@ class CTargetsForm {
     /// "%d wks", or empty.
     [[nodiscard]] QString WeeksText() const;
     [[nodiscard]] QString TargetText(int nutrient) const;
-    /// What Recalculate would set the target to; empty where it would not change it.
+    /// What Recalculate would set the target to; empty if it would not set it.
     [[nodiscard]] QString CalculatedText(int nutrient) const;
     /// False for the custom type, whose targets are the user's.
     [[nodiscard]] bool CanRecalculate() const { return m_targets.dietType != kCustomDiet; }

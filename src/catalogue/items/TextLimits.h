@@ -3,5 +3,5 @@
 
 /// An import cuts longer texts.
 inline constexpr int kLongestText = 127;
-/// An import drops longer names of servings.
+/// An import does not keep longer names of servings.
 inline constexpr int kLongestServingName = 63;

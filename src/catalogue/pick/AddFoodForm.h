@@ -70,7 +70,8 @@ class CAddFoodForm : public CPickForm {
     /// A typed value replaces the calculated one.
     void SetRowText(int row, const QString& text);
 
-    /// Builds the result; false after a message when a name is missing or the item exists already.
+    /// Builds the result; false after a message when the name or serving is missing, or the item
+    /// must not exist and does.
     bool Confirm();
     /// Valid after Confirm.
     [[nodiscard]] const CChosenFood& GetResult() const { return m_result; }
