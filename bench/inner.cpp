@@ -46,7 +46,7 @@ void ShowOneDay(benchmark::State& state) {
     int day = 0;
     for (auto _ : state) {
         day = (day + 7919) % days;
-        benchmark::DoNotOptimize(volume.Database().LoadDietDay(kFirstDay.addDays(day)));
+        benchmark::DoNotOptimize(ReadDay(volume.Database().Diet(), kFirstDay.addDays(day)));
     }
 }
 BENCHMARK(ShowOneDay)->Arg(1'000)->Arg(55'000)->Arg(1'000'000);
