@@ -1,8 +1,9 @@
-// bench_fill VOLUME PROFILE ENTRIES [all]: creates a profile with that many diet entries, 15 per
-// day up to 2026-01-31; "all" adds a weight and a workout per day.
+// bench_fill VOLUME PROFILE ENTRIES [all|today]: creates a profile with that many diet entries, 15
+// per day up to 2026-01-31 or today; "all" adds a weight and a workout per day.
 #include <QCoreApplication>
 #include <QTextStream>
 #include <cstdlib>
+#include <cstring>
 
 #include "app/VelmoraDoc.h"
 #include "cli/ConsoleMessages.h"
@@ -53,12 +54,13 @@ int main(int argc, char* argv[]) {
     }
     const CConsoleMessages messages;
     const int count = std::atoi(argv[3]);
-    const bool fillsAll = argc == 5;
+    const bool fillsAll = argc == 5 && std::strcmp(argv[4], "all") == 0;
+    const bool isToday = argc == 5 && std::strcmp(argv[4], "today") == 0;
     CVelmoraDoc doc(QString::fromLocal8Bit(argv[1]));
     if (!doc.OpenCatalogue()) {
         return 1;
     }
-    const QDate lastDay(2026, 1, 31);
+    const QDate lastDay = isToday ? QDate::currentDate() : QDate(2026, 1, 31);
     CProfileSettings settings = CProfileSettings::ForNewProfile(lastDay);
     settings.user.name = QString::fromLocal8Bit(argv[2]);
     if (!doc.CreateProfile(settings) || !doc.LoadProfile(settings.user.name)) {
