@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include "store/engine/JournalCheck.h"
@@ -10,6 +11,8 @@
 #include <QFileInfo>
 #include <algorithm>
 #include <cerrno>
+#include <climits>
+#include <cstdlib>
 
 namespace {
 constexpr char kSchema[] =
@@ -37,6 +40,13 @@ bool HasJournal(const QByteArray& path) {
     return journal.exists() && journal.size() > 0;
 }
 
+/// SQLite keeps the journal beside the file that a link leads to.
+QByteArray WithoutLink(const QByteArray& path) {
+    char target[PATH_MAX];
+    const bool isLink = ::readlink(path.constData(), target, sizeof(target)) >= 0;
+    return isLink && ::realpath(path.constData(), target) != nullptr ? QByteArray(target) : path;
+}
+
 /// False when the path is taken or the file cannot be created.
 bool CreateFile(const QByteArray& path) {
     constexpr mode_t kMode = 0644;  // as SQLite's own
@@ -53,10 +63,13 @@ EPlatformError CSqliteFile::Open(const QString& path) {
     // Neither SQLite nor Qt takes a path that starts with a slash or a point for a URI or a special
     // name. An absolute path would not do: the current folder's name may not be decodable.
     const QString plainPath = path.startsWith(u'/') ? path : QLatin1StringView("./") + path;
-    m_path = QFile::encodeName(plainPath);
+    m_path = WithoutLink(QFile::encodeName(plainPath));
     m_keptJournal.clear();
     m_created = CreateFile(m_path) ? StampOf(m_path) : std::nullopt;
-    EPlatformError error = OpenConnection();
+    EPlatformError error = Lock();
+    if (error == kErrorSuccess) {
+        error = OpenConnection();
+    }
     if (error == kErrorSuccess) {
         error = LockAndCheck();
     }
@@ -86,6 +99,16 @@ void CSqliteFile::RemoveCreated() {
     }
 }
 
+// SQLite's own lock is lost as soon as anything else in this process, such as a file dialog that
+// looks for an icon, opens the file and closes it. This one stays with its descriptor. Where the
+// file system knows no such lock, SQLite's remains.
+EPlatformError CSqliteFile::Lock() {
+    m_lock = ::open(m_path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const bool isTaken =
+        m_lock >= 0 && ::flock(m_lock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    return isTaken ? kErrorSharingViolation : kErrorSuccess;
+}
+
 EPlatformError CSqliteFile::OpenConnection() {
     const int result =
         sqlite3_open_v2(m_path.constData(), &m_connection,
@@ -108,7 +131,7 @@ EPlatformError CSqliteFile::OpenConnection() {
 
 // The header is checked before SQLite touches the file and again under the lock, after a journal
 // left by a killed process has been played back. Only an interrupted creation of a volume leaves a
-// blank header, and it leaves its journal too.
+// blank header, and only an interrupted write half a page at the end; both leave their journal too.
 EPlatformError CSqliteFile::LockAndCheck() {
     bool isEmpty = false;
     EPlatformError error = CheckHeader(HasJournal(m_path), isEmpty);
@@ -171,7 +194,7 @@ QString CSqliteFile::GetKeptJournal() const {
     return QFile::decodeName(m_keptJournal);
 }
 
-EPlatformError CSqliteFile::CheckHeader(bool mayBeBlank, bool& isEmpty) const {
+EPlatformError CSqliteFile::CheckHeader(bool hasJournal, bool& isEmpty) const {
     sqlite3_file* file = OwnFile();
     if (file == nullptr || file->pMethods == nullptr) {
         return kErrorInputOutput;
@@ -189,7 +212,12 @@ EPlatformError CSqliteFile::CheckHeader(bool mayBeBlank, bool& isEmpty) const {
     if (result != SQLITE_OK && result != SQLITE_IOERR_SHORT_READ) {
         return ErrorOf(result);
     }
-    return IsBlank(header) && mayBeBlank ? kErrorSuccess : JudgeHeader(header, size);
+    if (IsBlank(header) && hasJournal) {
+        return kErrorSuccess;
+    }
+    const EPlatformError error = JudgeHeader(header, size);
+    return error == kErrorSuccess && !hasJournal && size % PageSizeIn(header) != 0 ? kErrorCorrupt
+                                                                                   : error;
 }
 
 EPlatformError CSqliteFile::Close() {
@@ -200,6 +228,10 @@ EPlatformError CSqliteFile::Close() {
     const int result = sqlite3_close(m_connection);
     if (result == SQLITE_OK) {
         m_connection = nullptr;
+        if (m_lock >= 0) {
+            ::close(m_lock);  // not before SQLite has closed the file, whose lock goes with it
+            m_lock = -1;
+        }
     }
     return PlatformErrorOf(result);
 }

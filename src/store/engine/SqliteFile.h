@@ -54,9 +54,10 @@ class CSqliteFile {
     [[nodiscard]] qint64 GetLastRowId() const;
 
   private:
+    EPlatformError Lock();
     EPlatformError OpenConnection();
     EPlatformError LockAndCheck();
-    EPlatformError CheckHeader(bool mayBeBlank, bool& isEmpty) const;
+    EPlatformError CheckHeader(bool hasJournal, bool& isEmpty) const;
     EPlatformError AdmitJournal();
     [[nodiscard]] sqlite3_file* OwnFile() const;
 
@@ -65,6 +66,7 @@ class CSqliteFile {
     QByteArray m_path;
     QByteArray m_keptJournal;
     std::optional<CFileStamp> m_created;  ///< of a file that was not there before Open
+    int m_lock = -1;                      ///< a descriptor that is locked from Open until Close
 };
 
 /// One value to bind. Texts and blobs must stay alive until the statement is finished.

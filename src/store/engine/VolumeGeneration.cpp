@@ -61,6 +61,7 @@ bool CVolumeGeneration::IsInPlace() {
 void CVolumeGeneration::Release() {
     m_update.Release();
     m_stored.reset();
+    m_isParted = false;
 }
 
 EPlatformError CVolumeGeneration::Begin() {
@@ -68,14 +69,34 @@ EPlatformError CVolumeGeneration::Begin() {
     if (error == kErrorSuccess && !m_update.IsPrepared()) {
         error = m_update.Prepare(m_file, "UPDATE identity SET body=? WHERE id=1");
     }
+    if (error == kErrorSuccess && !m_isParted) {
+        error = Part();
+    }
+    return error == kErrorSuccess ? Advance() : error;
+}
+
+// A copy made before this and edited elsewhere by a single unit would look as this unit leaves the
+// file, and its journal would be played into the copy. So the first unit after opening stores
+// nothing but its generation: then no other copy has the one after it.
+EPlatformError CVolumeGeneration::Part() {
+    EPlatformError error = Advance();
     if (error == kErrorSuccess) {
-        error = m_file.Begin();
+        error = m_file.Commit();
     }
     if (error == kErrorSuccess) {
-        m_next = m_stored->Next();
-        error = m_update.Run({QByteArrayView(m_next.ToBytes())});
+        Confirm();
+        m_isParted = true;
     }
     return error;
+}
+
+EPlatformError CVolumeGeneration::Advance() {
+    const EPlatformError error = m_file.Begin();
+    if (error != kErrorSuccess) {
+        return error;
+    }
+    m_next = m_stored->Next();
+    return m_update.Run({QByteArrayView(m_next.ToBytes())});
 }
 
 void CVolumeGeneration::Confirm() {
@@ -102,6 +123,7 @@ EPlatformError CVolumeGeneration::CreateRow() {
     }
     if (error == kErrorSuccess) {
         m_stored = created;
+        m_isParted = true;
         error = FindPage();
     }
     return error;

@@ -22,12 +22,15 @@ class CVolumeGeneration {
 
   private:
     EPlatformError CreateRow();
+    EPlatformError Part();
+    EPlatformError Advance();
     EPlatformError FindPage();
 
     CSqliteFile& m_file;
     CStatement m_update;
     std::optional<CVolumeIdentity> m_stored;
     CVolumeIdentity m_next;  ///< of the unit under way
-    qint64 m_page = 0;       ///< where the row's page begins in the file
-    qint64 m_place = 0;      ///< where the row was found last
+    bool m_isParted = false;
+    qint64 m_page = 0;   ///< where the row's page begins in the file
+    qint64 m_place = 0;  ///< where the row was found last
 };

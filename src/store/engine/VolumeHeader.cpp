@@ -6,6 +6,7 @@
 
 namespace {
 // Offsets in the header of an SQLite file; its numbers are big-endian.
+constexpr int kPageSizeAt = 16;
 constexpr int kWriteFormatAt = 18;
 constexpr int kReadFormatAt = 19;
 constexpr int kUserVersionAt = 60;
@@ -15,6 +16,12 @@ constexpr char kMagic[] = "SQLite format 3";  // with its final NUL
 
 bool IsBlank(const VolumeHeader& header) {
     return std::ranges::all_of(header, [](uchar byte) { return byte == 0; });
+}
+
+int PageSizeIn(const VolumeHeader& header) {
+    constexpr int kLargest = 65536;  // too large for its field, which then holds 1
+    const int size = qFromBigEndian<quint16>(&header[kPageSizeAt]);
+    return size > 1 ? size : kLargest;
 }
 
 EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize) {

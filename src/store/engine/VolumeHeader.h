@@ -12,6 +12,8 @@ inline constexpr int kVolumeHeaderSize = 100;
 using VolumeHeader = std::array<uchar, kVolumeHeaderSize>;
 
 [[nodiscard]] bool IsBlank(const VolumeHeader& header);
+/// In bytes, of a header that JudgeHeader accepts; never 0.
+[[nodiscard]] int PageSizeIn(const VolumeHeader& header);
 /// kErrorBadFormat for a file that is not a volume, kErrorNewerVersion, or kErrorCorrupt.
 /// `fileSize` in bytes; a header beyond the end of a shorter file is filled up with zeros.
 EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize);
