@@ -283,7 +283,7 @@ class TestCommandLine : public QObject {
         QVERIFY(all.contains(u"\n    report FILE "_s));
         QVERIFY(all.endsWith(
             u"\nOptions of every command:\n"
-            "    --volume FILE             the data file, in place of the usual one\n"
+            "    --volume FILE             the data file to use instead of the default one\n"
             "    --help                    explain the command, or list all commands\n"
             "    --version                 print the version\n"
             "\"velmora-cli help COMMAND\" explains a command, --help lists them all.\n"_s));
