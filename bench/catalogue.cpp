@@ -255,8 +255,9 @@ int main(int argc, char* argv[]) {
     CYes messages;
     const QTemporaryDir folder;
     CVelmoraDoc doc(folder.filePath(u"VelmoraDb.db"_s));
-    if (!doc.OpenCatalogue() || !ImportCatalogueFile(doc.Database(), kFoods, EExisting::DoNotCheck,
-                                                     QString::fromLocal8Bit(argv[1]))) {
+    if (!doc.OpenCatalogue() ||
+        !ImportCatalogueFile(doc.Database(), kFoods, EDuplicatePolicy::DoNotCheck,
+                             QString::fromLocal8Bit(argv[1]))) {
         return 1;
     }
     CCatalogueBench(doc, argc > 2 ? std::max(1, atoi(argv[2])) : 9).Run();

@@ -60,8 +60,8 @@ std::optional<CCategoryListEntry> FindItemArgument(CCommandContext& context) {
 }
 
 bool Import(CCommandContext& context) {
-    const auto existing = static_cast<EExisting>(context.arguments.Choice("--existing"));
-    return ImportCatalogueFile(context.doc.Database(), context.kind, existing,
+    const auto policy = static_cast<EDuplicatePolicy>(context.arguments.Choice("--existing"));
+    return ImportCatalogueFile(context.doc.Database(), context.kind, policy,
                                context.arguments.Word(0));
 }
 

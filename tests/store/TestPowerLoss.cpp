@@ -88,7 +88,7 @@ class TestPowerLoss : public CCatalogueTest {
             [&] { return Database().Foods().Write(-1, MakeFood(1, u"Soup"_s, u"thin"_s)); },
             [&] { return Database().Foods().Write(-1, MakeFood(1, u"Soup"_s, u"thick"_s)); },
             [&] {
-                return ImportCatalogueFile(Database(), kFoods, EExisting::Overwrite,
+                return ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Overwrite,
                                            QStringLiteral(VELMORA_STARTER_FOODS));
             },
             [&] { return m_doc->CreateProfile(profile); },

@@ -189,11 +189,11 @@ qint32 CComposedCsv::ItemIdAt(int position) {
     return m_database.Items(m_kind).ReadQuietly(position, item) ? item.GetItemId() : 0;
 }
 
-EStored CComposedCsv::Store(EExisting existing) {
+EStored CComposedCsv::Store(EDuplicatePolicy policy) {
     if (!m_isComponent) {
-        return StoreOwner(existing);
+        return StoreOwner(policy);
     }
-    const bool isKept = existing == EExisting::Skip && !m_taken.contains(m_owner.itemId);
+    const bool isKept = policy == EDuplicatePolicy::Skip && !m_taken.contains(m_owner.itemId);
     if (isKept || m_owner.isSkipped) {
         return EStored::Uncounted;
     }
@@ -202,15 +202,15 @@ EStored CComposedCsv::Store(EExisting existing) {
                                                                : EStored::Failed;
 }
 
-EStored CComposedCsv::StoreOwner(EExisting existing) {
+EStored CComposedCsv::StoreOwner(EDuplicatePolicy policy) {
     if (m_categoryId < 0) {
         return EStored::Failed;
     }
     // Sought even with DoNotCheck, since components look up their owner among the items noted.
     const int found = m_existing.Find(m_categoryId, m_item.GetName(), {});
-    const int position = existing == EExisting::DoNotCheck ? kNoPosition : found;
+    const int position = policy == EDuplicatePolicy::DoNotCheck ? kNoPosition : found;
     qint32 itemId = position < 0 ? 0 : ItemIdAt(position);
-    const bool isSkipped = position >= 0 && existing == EExisting::Skip;
+    const bool isSkipped = position >= 0 && policy == EDuplicatePolicy::Skip;
     if (!isSkipped && itemId < kFirstComposedId) {
         itemId = m_database.Composed().AllocateItemId(m_kind);  // a new item or a damaged one
     }

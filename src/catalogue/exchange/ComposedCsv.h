@@ -21,7 +21,7 @@ class CComposedCsv : public CCsvLayout {
     CComposedCsv(CDatabase& database, ECatalogueKind kind, const QString& folder);
 
     CCsvVerdict ReadLine(QStringView line) override;
-    EStored Store(EExisting existing) override;
+    EStored Store(EDuplicatePolicy policy) override;
     void WriteHeader(CCsvLineWriter& line) override;
     bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) override;
 
@@ -51,7 +51,7 @@ class CComposedCsv : public CCsvLayout {
     void RememberRefused(QStringView line);
     /// Sets m_owner; false when there is no menu or recipe of that category and name.
     bool FindOwner(const QString& category, const QString& name);
-    EStored StoreOwner(EExisting existing);
+    EStored StoreOwner(EDuplicatePolicy policy);
     [[nodiscard]] qint32 ItemIdAt(int position);
     void WriteRecord(CCsvLineWriter& line, const CComposedItem& record, const QString& category,
                      const CComposedItem& owner);

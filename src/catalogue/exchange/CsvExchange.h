@@ -8,7 +8,7 @@
 #include "store/Database.h"
 
 /// What an import does with an item that exists already. The codes are those of the dialog.
-enum class EExisting { Overwrite = 0, Skip = 1, DoNotCheck = 2 };
+enum class EDuplicatePolicy { Overwrite = 0, Skip = 1, DoNotCheck = 2 };
 
 /// What an export contains. The codes are those of the dialog.
 enum class EExportChoice { All = 0, CurrentCategory = 1, Selected = 2 };
@@ -22,9 +22,9 @@ struct CExportRequest {
 
 /// Runs one import: asks for the file, reads it and shows all messages and the summary. False when
 /// nothing was read or the import stopped early; records stored before a stop stay stored.
-bool ImportCatalogue(CDatabase& database, ECatalogueKind kind, EExisting existing);
+bool ImportCatalogue(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy);
 /// The same from the file `path`.
-bool ImportCatalogueFile(CDatabase& database, ECatalogueKind kind, EExisting existing,
+bool ImportCatalogueFile(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy,
                          const QString& path);
 
 /// Runs one export: counts the items, asks for the file, writes it and shows the summary with the

@@ -21,10 +21,11 @@ QString FolderOf(const QString& path) {
 
 class CImportRun {
   public:
-    CImportRun(CDatabase& database, ECatalogueKind kind, EExisting existing, const QString& path)
+    CImportRun(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy,
+               const QString& path)
         : m_database(database),
           m_kind(KindOf(kind)),
-          m_existing(existing),
+          m_policy(policy),
           m_path(path),
           m_layout(MakeCsvLayout(database, kind, FolderOf(path))) {}
     bool Run();
@@ -45,7 +46,7 @@ class CImportRun {
 
     CDatabase& m_database;
     const CCatalogueKind& m_kind;
-    EExisting m_existing;
+    EDuplicatePolicy m_policy;
     QString m_path;
     std::unique_ptr<CCsvLayout> m_layout;
     CTextFile m_file;
@@ -166,7 +167,7 @@ bool CImportRun::StoreItem(ECsvLine line) {
         }
         m_group.emplace(m_database.GetStore());
     }
-    switch (m_layout->Store(m_existing)) {
+    switch (m_layout->Store(m_policy)) {
         case EStored::Failed:
             return false;
         case EStored::Skipped:
@@ -225,22 +226,22 @@ void CImportRun::ReportStoreFailure() const {
 void CImportRun::ReportSummary() const {
     const QString plural = QString::fromLatin1(m_kind.words.many);
     QString summary = FormatText("Imported %d %s."_L1, {m_imported, plural});
-    if (m_existing == EExisting::Overwrite && m_replaced > 0) {
+    if (m_policy == EDuplicatePolicy::Overwrite && m_replaced > 0) {
         summary += FormatText(" Replaced %d existing %s."_L1, {m_replaced, plural});
-    } else if (m_existing == EExisting::Skip && m_skipped > 0) {
+    } else if (m_policy == EDuplicatePolicy::Skip && m_skipped > 0) {
         summary += FormatText(" Skipped %d existing %s."_L1, {m_skipped, plural});
     }
     ShowMessage(summary, EMessageIcon::Result);
 }
 }  // namespace
 
-bool ImportCatalogue(CDatabase& database, ECatalogueKind kind, EExisting existing) {
+bool ImportCatalogue(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy) {
     const QString path = ChooseFileToOpen(
         CsvFileChoice(FormatText("Import %s"_L1, {QString::fromLatin1(KindOf(kind).words.many)})));
-    return !path.isEmpty() && ImportCatalogueFile(database, kind, existing, path);
+    return !path.isEmpty() && ImportCatalogueFile(database, kind, policy, path);
 }
 
-bool ImportCatalogueFile(CDatabase& database, ECatalogueKind kind, EExisting existing,
+bool ImportCatalogueFile(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy,
                          const QString& path) {
-    return CImportRun(database, kind, existing, path).Run();
+    return CImportRun(database, kind, policy, path).Run();
 }

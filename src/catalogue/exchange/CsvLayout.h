@@ -52,7 +52,7 @@ class CCsvLayout {
     /// A category is created as soon as its field is accepted, even if the line is refused later.
     virtual CCsvVerdict ReadLine(QStringView line) = 0;
     /// Stores the item of the last line.
-    virtual EStored Store(EExisting existing) = 0;
+    virtual EStored Store(EDuplicatePolicy policy) = 0;
 
     virtual void WriteHeader(CCsvLineWriter& line) = 0;
     /// Writes the item and its components; `number` counts the items of the run from 0. Takes the

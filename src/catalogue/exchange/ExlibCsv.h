@@ -9,7 +9,7 @@ class CExlibCsv : public CTypedItemsCsv {
         : CTypedItemsCsv(database, ECatalogueKind::Exercises, folder) {}
 
     CCsvVerdict ReadLine(QStringView line) override;
-    EStored Store(EExisting existing) override { return StoreTyped(m_exercise, existing); }
+    EStored Store(EDuplicatePolicy policy) override { return StoreTyped(m_exercise, policy); }
     void WriteHeader(CCsvLineWriter& line) override;
     bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) override;
 

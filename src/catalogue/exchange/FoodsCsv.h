@@ -8,7 +8,7 @@ class CFoodsCsv : public CTypedItemsCsv {
     CFoodsCsv(CDatabase& database, const QString& folder);
 
     CCsvVerdict ReadLine(QStringView line) override;
-    EStored Store(EExisting existing) override { return StoreTyped(m_food, existing); }
+    EStored Store(EDuplicatePolicy policy) override { return StoreTyped(m_food, policy); }
     void WriteHeader(CCsvLineWriter& line) override;
     bool WriteItem(CCsvLineWriter& line, PropertyList& properties, int number) override;
 

@@ -31,5 +31,6 @@ bool OfferStarterFoods(CDatabase& database) {
 
 void ImportStarterFoods(CDatabase& database) {
     // The summary has said how it ended.
-    (void)ImportCatalogueFile(database, ECatalogueKind::Foods, EExisting::Skip, StarterFoodsPath());
+    (void)ImportCatalogueFile(database, ECatalogueKind::Foods, EDuplicatePolicy::Skip,
+                              StarterFoodsPath());
 }

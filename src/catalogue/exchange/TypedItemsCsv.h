@@ -27,15 +27,15 @@ class CTypedItemsCsv : public CCsvLayout {
     }
     /// Stores an item with name and type in its category; one without a category fails.
     template <typename Item>
-    EStored StoreTyped(const Item& item, EExisting existing) {
+    EStored StoreTyped(const Item& item, EDuplicatePolicy policy) {
         const qint32 categoryId = item.GetCategoryId();
         if (categoryId < 0) {
             return EStored::Failed;
         }
-        const bool check = existing != EExisting::DoNotCheck;
+        const bool check = policy != EDuplicatePolicy::DoNotCheck;
         const int position =
             check ? m_existing.Find(categoryId, item.GetName(), item.GetType()) : -1;
-        if (position >= 0 && existing == EExisting::Skip) {
+        if (position >= 0 && policy == EDuplicatePolicy::Skip) {
             return EStored::Skipped;
         }
         if (!m_database.Items(m_kind).Write(position, item)) {

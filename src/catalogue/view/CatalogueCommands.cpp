@@ -11,10 +11,10 @@
 using namespace Qt::StringLiterals;
 
 void CCatalogueView::Import() {
-    const std::optional<EExisting> existing =
-        AskImportOptions(m_kind.code, EExisting::Overwrite, this);
-    if (existing) {
-        RunImport([&] { (void)ImportCatalogue(Database(), m_kind.code, *existing); });
+    const std::optional<EDuplicatePolicy> policy =
+        AskImportOptions(m_kind.code, EDuplicatePolicy::Overwrite, this);
+    if (policy) {
+        RunImport([&] { (void)ImportCatalogue(Database(), m_kind.code, *policy); });
     }
 }
 

@@ -42,8 +42,8 @@ std::optional<EExportChoice> AskExportOptions(ECatalogueKind kind, EExportChoice
     return static_cast<EExportChoice>(dialog.GetChoice());
 }
 
-std::optional<EExisting> AskImportOptions(ECatalogueKind kind, EExisting preselected,
-                                          QWidget* parent) {
+std::optional<EDuplicatePolicy> AskImportOptions(ECatalogueKind kind, EDuplicatePolicy preselected,
+                                                 QWidget* parent) {
     const QString plural = QString::fromLatin1(KindOf(kind).words.many);
     COptionsDialog dialog(u"Import options"_s, u"Import options:"_s,
                           {FormatText("Overwrite existing %s"_L1, {plural}),
@@ -53,5 +53,5 @@ std::optional<EExisting> AskImportOptions(ECatalogueKind kind, EExisting presele
     if (dialog.exec() != QDialog::Accepted) {
         return std::nullopt;
     }
-    return static_cast<EExisting>(dialog.GetChoice());
+    return static_cast<EDuplicatePolicy>(dialog.GetChoice());
 }

@@ -21,5 +21,5 @@ class COptionsDialog : public CDialog {
 /// The choice made, starting from `preselected`; nothing when the dialog is cancelled.
 std::optional<EExportChoice> AskExportOptions(ECatalogueKind kind, EExportChoice preselected,
                                               QWidget* parent);
-std::optional<EExisting> AskImportOptions(ECatalogueKind kind, EExisting preselected,
-                                          QWidget* parent);
+std::optional<EDuplicatePolicy> AskImportOptions(ECatalogueKind kind, EDuplicatePolicy preselected,
+                                                 QWidget* parent);

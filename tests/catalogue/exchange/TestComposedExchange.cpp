@@ -100,7 +100,7 @@ class TestComposedExchange : public CCatalogueTest {
         QVERIFY(Export(kind));
         const QByteArray exported = Load(Path(u"out.csv"_s));
         MakeVolume();
-        Import(kind, EExisting::Overwrite, exported);
+        Import(kind, EDuplicatePolicy::Overwrite, exported);
         QCOMPARE(m_messages->Said(),
                  kWrongIndex +
                      u"|Invalid number of fields (%1) in line 3. Skipped.|"
@@ -115,7 +115,7 @@ class TestComposedExchange : public CCatalogueTest {
                                  Line("Food", "Week", "Lunch", "Soup") +
                                  Line("Recipe", "Week", "Lunch", "Pie") +
                                  Line("Menu", "Week", "Tea", "") + Line("Food", "Week", "Tea", "");
-        Import(kMenus, EExisting::Overwrite, File(lines));
+        Import(kMenus, EDuplicatePolicy::Overwrite, File(lines));
         QCOMPARE(m_messages->Said(),
                  QString((kWrongIndex + u'|').repeated(4)) +
                      u"Invalid food type in line 7. Skipped.|Imported 2 menus."_s);
@@ -128,17 +128,17 @@ class TestComposedExchange : public CCatalogueTest {
     }
 
     void existingMenusAreReplacedSkippedOrDoubled_data() {
-        AddRows<EExisting, QString, QString>({
-            {"overwrite", EExisting::Overwrite, u"Imported 2 menus. Replaced 1 existing menus."_s,
-             u"Lunch:New Tea:New"_s},
-            {"skip", EExisting::Skip, u"Imported 1 menus. Skipped 1 existing menus."_s,
+        AddRows<EDuplicatePolicy, QString, QString>({
+            {"overwrite", EDuplicatePolicy::Overwrite,
+             u"Imported 2 menus. Replaced 1 existing menus."_s, u"Lunch:New Tea:New"_s},
+            {"skip", EDuplicatePolicy::Skip, u"Imported 1 menus. Skipped 1 existing menus."_s,
              u"Lunch:Soup,Pie Tea:New"_s},
-            {"add", EExisting::DoNotCheck, u"Imported 2 menus."_s,
+            {"add", EDuplicatePolicy::DoNotCheck, u"Imported 2 menus."_s,
              u"Lunch:Soup,Pie Lunch:New Tea:New"_s},
         });
     }
     void existingMenusAreReplacedSkippedOrDoubled() {
-        const auto& [existing, summary, stored] = DataRow<EExisting, QString, QString>();
+        const auto& [existing, summary, stored] = DataRow<EDuplicatePolicy, QString, QString>();
         Fill(kMenus);
         const QByteArray lines =
             Line("Menu", "Week", "Lunch", "") + Line("Food", "Week", "Lunch", "New") +
@@ -152,11 +152,11 @@ class TestComposedExchange : public CCatalogueTest {
         const QByteArray lunch = Line("Menu", "Week", "Lunch", "");
         const QByteArray twice = lunch + Line("Food", "Week", "Lunch", "Soup") + lunch +
                                  Line("Food", "Week", "Lunch", "Bread");
-        Import(kMenus, EExisting::Overwrite, File(twice));
+        Import(kMenus, EDuplicatePolicy::Overwrite, File(twice));
         QCOMPARE(m_messages->TakeShown().last(), u"Imported 2 menus. Replaced 1 existing menus."_s);
         QCOMPARE(Stored(), u"Lunch:Bread"_s);
         MakeVolume();
-        Import(kMenus, EExisting::Skip, File(twice));
+        Import(kMenus, EDuplicatePolicy::Skip, File(twice));
         QCOMPARE(m_messages->TakeShown().last(), u"Imported 1 menus. Skipped 1 existing menus."_s);
         QCOMPARE(Stored(), u"Lunch:Soup"_s);
     }
@@ -165,7 +165,7 @@ class TestComposedExchange : public CCatalogueTest {
         const QByteArray lines =
             Line("Recipe", "Cakes", "Pie", "", "\"4 pieces\",1,\"Mix.\\r\\nBake.\",") +
             Line("Food", "Cakes", "Pie", "Flour", "\"cup\",2,\"\",");
-        Import(kRecipes, EExisting::Overwrite, File(lines).replace("<Menus>", "<Recipes>"));
+        Import(kRecipes, EDuplicatePolicy::Overwrite, File(lines).replace("<Menus>", "<Recipes>"));
         QCOMPARE(m_messages->TakeShown().last(), u"Imported 1 recipes."_s);
         CRecipeItem pie;
         QVERIFY(Database().Recipes().Read(0, pie));
@@ -197,7 +197,7 @@ class TestComposedExchange : public CCatalogueTest {
     }
     void badLinesAreNamedByTheirPlace() {
         const auto& [lines, kind, reason] = DataRow<QByteArray, EBad, QString>();
-        Import(kMenus, EExisting::Overwrite, File(lines));
+        Import(kMenus, EDuplicatePolicy::Overwrite, File(lines));
         QCOMPARE(m_messages->Said(),
                  (kind == Late ? kWrongIndex + u'|' : QString()) +
                      (reason.isEmpty() ? QString() : reason + u" in line 3. Skipped.|"_s) +
@@ -223,20 +223,20 @@ class TestComposedExchange : public CCatalogueTest {
         const auto& [refused, reason] = DataRow<QByteArray, QString>();
         const QByteArray lines = refused + Line("Food", "Week", "Lunch", "New").repeated(12);
         const QString message = reason + u" in line 3. Skipped.|"_s;
-        Import(kMenus, EExisting::DoNotCheck, File(lines));
+        Import(kMenus, EDuplicatePolicy::DoNotCheck, File(lines));
         QCOMPARE(m_messages->Said(), message +
                                          u"Cannot find menu for food in line 4. Skipped.|"
                                          "Too many errors. Import stopped.|Imported 0 menus."_s);
         MakeVolume();
         Fill(kMenus);
-        Import(kMenus, EExisting::DoNotCheck, File(lines));
+        Import(kMenus, EDuplicatePolicy::DoNotCheck, File(lines));
         QCOMPARE(m_messages->Said(), message + u"Imported 0 menus."_s);
         QCOMPARE(Stored(), u"Lunch:Soup,Pie"_s);
         // A later line of that menu is accepted; a refused component takes no others with it.
         const QByteArray again = lines + Line("Menu", "Week", "Lunch", "") +
                                  Line("Food", "Week", "Lunch", "Salt", ",1,") +
                                  Line("Food", "Week", "Lunch", "Bread");
-        Import(kMenus, EExisting::Overwrite, File(again));
+        Import(kMenus, EDuplicatePolicy::Overwrite, File(again));
         QCOMPARE(m_messages->TakeShown().last(), u"Imported 1 menus. Replaced 1 existing menus."_s);
         QCOMPARE(Stored(), u"Lunch:Bread"_s);
     }
@@ -251,7 +251,8 @@ class TestComposedExchange : public CCatalogueTest {
         {
             // Room for more than one of the two.
             const CFileSizeLimit limit(4'000'000);
-            QVERIFY(!ImportCatalogueFile(Database(), kMenus, EExisting::Skip, Path(u"in.csv"_s)));
+            QVERIFY(!ImportCatalogueFile(Database(), kMenus, EDuplicatePolicy::Skip,
+                                         Path(u"in.csv"_s)));
         }
         QCOMPARE(m_messages->TakeShown().last(), u"Imported 1 menus."_s);
         Reopen();
@@ -262,7 +263,8 @@ class TestComposedExchange : public CCatalogueTest {
         const QByteArray file = File(Line("Menu", "Week", "Lunch", ""));
         Save(Path(u"in.csv"_s), file);
         const CFileSizeLimit full(1);
-        QVERIFY(!ImportCatalogueFile(Database(), kMenus, EExisting::Skip, Path(u"in.csv"_s)));
+        QVERIFY(
+            !ImportCatalogueFile(Database(), kMenus, EDuplicatePolicy::Skip, Path(u"in.csv"_s)));
         const QStringList said = m_messages->TakeShown();
         QCOMPARE(said.last(), u"Imported 0 menus."_s);
         QVERIFY(said.contains(u"Cannot add menu from line 3."_s));
@@ -326,7 +328,7 @@ class TestComposedExchange : public CCatalogueTest {
     bool Export(ECatalogueKind kind) {
         return ExportCatalogueFile(Database(), kind, {}, Path(u"out.csv"_s));
     }
-    void Import(ECatalogueKind kind, EExisting existing, const QByteArray& file) {
+    void Import(ECatalogueKind kind, EDuplicatePolicy existing, const QByteArray& file) {
         Save(Path(u"in.csv"_s), file);
         (void)ImportCatalogueFile(Database(), kind, existing, Path(u"in.csv"_s));
     }

@@ -155,7 +155,7 @@ class TestFoodsExchange : public CCatalogueTest {
         const QByteArray lines =
             FoodLine("Soups", "Soup", "thick", "9") + FoodLine("Soups", "Soup", "thin", "9") +
             FoodLine("Soups", "Soup", "Thin", "9") + FoodLine("Soups", "Soup", "thin", "9");
-        QCOMPARE(Import(FoodFile(lines), static_cast<EExisting>(existing)), summary);
+        QCOMPARE(Import(FoodFile(lines), static_cast<EDuplicatePolicy>(existing)), summary);
         QList<double> values;
         CFoodItem food;
         for (int i = 0; Database().Foods().Read(i, food); ++i) {
@@ -171,7 +171,7 @@ class TestFoodsExchange : public CCatalogueTest {
             lines += FoodLine(i % 2 == 0 ? "Zoups" : "Soups", "Soup", QByteArray::number(i));
         }
         Import(FoodFile(lines));
-        QCOMPARE(Import(FoodFile(FoodLine("Zoups", "New", "one") + lines), EExisting::Skip),
+        QCOMPARE(Import(FoodFile(FoodLine("Zoups", "New", "one") + lines), EDuplicatePolicy::Skip),
                  u"Imported 1 foods. Skipped 40 existing foods."_s);
     }
 
@@ -186,16 +186,16 @@ class TestFoodsExchange : public CCatalogueTest {
     void waitingForAPipeCanBeCancelled() {
         QCOMPARE(mkfifo(QFile::encodeName(Path(u"pipe"_s)).constData(), 0600), 0);
         m_messages->progress.cancelAfterPumps = 2;
-        QVERIFY(!ImportCatalogueFile(Database(), kFoods, EExisting::Skip, Path(u"pipe"_s)));
+        QVERIFY(!ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Skip, Path(u"pipe"_s)));
         QCOMPARE(m_messages->Said(), u"Import cancelled.|Imported 0 foods."_s);
     }
 
     void theFileDialogMayBeLeft() {
-        QVERIFY(!ImportCatalogue(Database(), kFoods, EExisting::Skip));
+        QVERIFY(!ImportCatalogue(Database(), kFoods, EDuplicatePolicy::Skip));
         QCOMPARE(m_messages->choices.last().filterName, u"CSV file (*.csv)"_s);
         QCOMPARE(m_messages->choices.last().defaultExtension, u".csv"_s);
         m_messages->chosenFile = Path(u"absent.csv"_s);
-        QVERIFY(!ImportCatalogue(Database(), kFoods, EExisting::Skip));
+        QVERIFY(!ImportCatalogue(Database(), kFoods, EDuplicatePolicy::Skip));
         QCOMPARE(m_messages->Said(), u"Cannot open file."_s);
     }
 
@@ -206,7 +206,7 @@ class TestFoodsExchange : public CCatalogueTest {
         QVERIFY(Import(FoodFile(FoodLine("Category 0", "a", "b") + Numbered(0, 2)))
                     .endsWith(u"|Cannot add food from line 5.|Import stopped.|Imported 1 foods."));
         QCOMPARE(TypesStored(), QStringList{u"b"_s});
-        QVERIFY(Import(ExerciseFile("1,Sport,Run,fast,8,0\r\n"), EExisting::Skip, kExercises)
+        QVERIFY(Import(ExerciseFile("1,Sport,Run,fast,8,0\r\n"), EDuplicatePolicy::Skip, kExercises)
                     .endsWith(u"|Cannot add exercise from line 4.|Import stopped.|"
                               "Imported 0 exercises."));
     }
@@ -216,7 +216,7 @@ class TestFoodsExchange : public CCatalogueTest {
         Save(path, FoodFile(Numbered(0, 6000)));
         {
             const CFileSizeLimit limit(3'000'000);
-            QVERIFY(!ImportCatalogueFile(Database(), kFoods, EExisting::Skip, path));
+            QVERIFY(!ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Skip, path));
         }
         const QStringList shown = m_messages->TakeShown();
         QVERIFY(shown.contains(u"Import stopped."_s));
@@ -238,7 +238,8 @@ class TestFoodsExchange : public CCatalogueTest {
             lines += FoodLine(category, "a", "b");
         }
         Save(Path(u"sub/foods.csv"_s), FoodFile(lines));
-        QVERIFY(ImportCatalogueFile(Database(), kFoods, EExisting::Skip, Path(u"sub/foods.csv"_s)));
+        QVERIFY(ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Skip,
+                                    Path(u"sub/foods.csv"_s)));
         QCOMPARE(m_messages->Said(), u"Imported 4 foods."_s);
         CCategory category;
         for (int i = 0; i < 4; ++i) {
@@ -423,7 +424,8 @@ class TestFoodsExchange : public CCatalogueTest {
     }
     void exercisesAreTakenOrSkippedWithOrWithoutAWord() {
         const auto& [line, outcome] = DataRow<QByteArray, QString>();
-        const QString said = Import(ExerciseFile(line + "\r\n"), EExisting::DoNotCheck, kExercises);
+        const QString said =
+            Import(ExerciseFile(line + "\r\n"), EDuplicatePolicy::DoNotCheck, kExercises);
         const bool isTaken = outcome.contains(u'/');
         const bool isError = !isTaken && !outcome.isEmpty();
         // The line is the third of the file; messages name the next number.
@@ -442,7 +444,8 @@ class TestFoodsExchange : public CCatalogueTest {
         row.SetType(u"hard"_s);
         row.SetEnergyRateKcalPerMinute(9.1234);
         QVERIFY(Database().Exlib().Write(-1, row));
-        Import(ExerciseFile("1,Sport,Run,fast,8.5,0\r\n"), EExisting::DoNotCheck, kExercises);
+        Import(ExerciseFile("1,Sport,Run,fast,8.5,0\r\n"), EDuplicatePolicy::DoNotCheck,
+               kExercises);
         QCOMPARE(Export({}, kExercises),
                  ExerciseFile("0000,\"Sport\",\"Run\",\"fast\",8.500,0.000,\r\n"
                               "0001,\"Undefined\",\"Row\",\"hard\",0.000,9.123,\r\n"));
@@ -458,7 +461,8 @@ class TestFoodsExchange : public CCatalogueTest {
 
   private:
     /// What was shown.
-    QString Import(const QByteArray& bytes, EExisting existing = EExisting::DoNotCheck,
+    QString Import(const QByteArray& bytes,
+                   EDuplicatePolicy existing = EDuplicatePolicy::DoNotCheck,
                    ECatalogueKind kind = kFoods) {
         m_messages->chosenFile = Path(u"in.csv"_s);
         Save(m_messages->chosenFile, bytes);
