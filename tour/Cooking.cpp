@@ -84,7 +84,7 @@ std::vector<CStep> CookRecipe(const QString& textFile) {
                  [](QWidget* dialog) {
                      Expect(Find<CReportList>(dialog, u"components"_s)->RowCount() == 5,
                             u"five ingredients"_s);
-                     Expect(Energy(dialog) == u"0.00"_s, u"no energy before it is worked out"_s);
+                     Expect(Energy(dialog) == u"0.00"_s, u"no energy before Recalculate"_s);
                  },
                  {}},
                 {u"Nutrients worked out"_s,

@@ -37,7 +37,7 @@ QPoint ShowRow(QAbstractItemView* view, const QModelIndex& index) {
     view->scrollTo(index);
     QApplication::processEvents();
     const QRect rect = view->visualRect(index) & view->viewport()->rect();
-    Expect(!rect.isEmpty(), u"the row to be in sight"_s);
+    Expect(!rect.isEmpty(), u"the row to be visible"_s);
     return rect.center();
 }
 

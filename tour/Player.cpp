@@ -66,7 +66,7 @@ void CPlayer::Poll() {
     const bool isThere = window != nullptr && window->isVisible() && window->isEnabled() &&
                          step.window == QLatin1StringView(window->metaObject()->className());
     if (!isThere && ++m_polls > kMaximumPolls) {
-        FailTour(u"no %1 came; in front is %2"_s.arg(
+        FailTour(u"%1 did not appear; the front window is %2"_s.arg(
             step.window, window == nullptr ? u"nothing"_s
                                            : QLatin1StringView(window->metaObject()->className()) +
                                                  u" \""_s + window->windowTitle() + u'"'));
