@@ -59,7 +59,9 @@ bool CTextFile::OpenForReading(const QString& path, qint64 mostStreamBytes) {
     if (descriptor < 0 || fstat(descriptor, &status) != 0 || S_ISDIR(status.st_mode) ||
         !input->open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered,
                      QFileDevice::AutoCloseHandle)) {
-        close(descriptor);
+        if (descriptor >= 0) {
+            close(descriptor);
+        }
         return false;
     }
     m_input = std::move(input);

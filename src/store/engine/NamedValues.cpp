@@ -25,7 +25,9 @@ constexpr char kDeleteOwner[] = "DELETE FROM named_values WHERE owner=?1";
 
 std::optional<QString> CNamedValues::Read(ObjectId owner, const QString& name) {
     CStatement read;
-    if (!HasTable() || read.Prepare(m_state.file, kRead) != kErrorSuccess) {
+    bool isThere = false;
+    if (FindTable(isThere) != kErrorSuccess || !isThere ||
+        read.Prepare(m_state.file, kRead) != kErrorSuccess) {
         return std::nullopt;
     }
     read.Start({owner, name});
@@ -56,20 +58,25 @@ EPlatformError CNamedValues::WriteInUnit(ObjectId owner, const QString& name,
 }
 
 EPlatformError CNamedValues::DeleteOwner(ObjectId owner) {
-    if (!HasTable()) {
-        return kErrorSuccess;
+    bool isThere = false;
+    if (const EPlatformError error = FindTable(isThere); error != kErrorSuccess || !isThere) {
+        return error;
     }
     return m_state.Write([&] { return RunOnce(kDeleteOwner, {owner}); });
 }
 
-bool CNamedValues::HasTable() {
+EPlatformError CNamedValues::FindTable(bool& isThere) {
     CStatement find;
-    if (!m_state.file.IsOpen() || find.Prepare(m_state.file, kHasTable) != kErrorSuccess) {
-        return false;
+    if (!m_state.file.IsOpen()) {
+        return kErrorInvalidParameter;
+    }
+    if (const EPlatformError error = find.Prepare(m_state.file, kHasTable);
+        error != kErrorSuccess) {
+        return error;
     }
     find.Start({});
-    const bool isThere = find.Next();
-    return find.Finish() == kErrorSuccess && isThere;
+    isThere = find.Next();
+    return find.Finish();
 }
 
 EPlatformError CNamedValues::RunOnce(const char* sql, std::initializer_list<CSqlValue> values) {

@@ -30,7 +30,7 @@ class CNamedValues {
     EPlatformError WriteInUnit(ObjectId owner, const QString& name, const QString& value);
 
   private:
-    [[nodiscard]] bool HasTable();
+    EPlatformError FindTable(bool& isThere);
     EPlatformError RunOnce(const char* sql, std::initializer_list<CSqlValue> values);
 
     CStorageState& m_state;

@@ -246,8 +246,12 @@ EPlatformError CSqliteFile::CopyTo(const QString& path) {
                                  SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     if (result == SQLITE_OK) {
         sqlite3_backup* backup = sqlite3_backup_init(copy, "main", m_connection, "main");
-        sqlite3_backup_step(backup, -1);
-        result = sqlite3_backup_finish(backup);
+        if (backup == nullptr) {
+            result = sqlite3_errcode(copy);
+        } else {
+            sqlite3_backup_step(backup, -1);
+            result = sqlite3_backup_finish(backup);
+        }
     }
     sqlite3_close(copy);
     return ErrorOf(result);

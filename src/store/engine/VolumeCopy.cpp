@@ -55,8 +55,10 @@ EPlatformError Compare(CSqliteFile& volume, const QString& copyPath) {
 }  // namespace
 
 EPlatformError SaveVolumeCopy(CSqliteFile& volume, const QString& path) {
-    const QString part = path + u".part"_s;
-    QFile::remove(part);
+    QString part = path + u".part"_s;
+    for (int n = 1; QFile::exists(part); ++n) {
+        part = path + u".part-%1"_s.arg(n);
+    }
     EPlatformError error = volume.CopyTo(part);
     if (error == kErrorSuccess) {
         error = Compare(volume, part);
