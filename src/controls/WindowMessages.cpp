@@ -91,12 +91,14 @@ QString ChooseFile(const CFileChoice& choice, QFileDialog::AcceptMode acceptMode
 void CWindowMessages::Show(const CMessage& message) {
     QMessageBox box(BoxIcon(message.icon), u"Velmora"_s, message.text, QMessageBox::Ok,
                     WindowInFront());
-    box.setInformativeText(message.detail);
-    MakePlain(box);
+    QStringList detail = {message.detail};
     std::vector<QAbstractButton*> buttons;
     for (const CMessageAction& action : message.actions) {
         buttons.push_back(box.addButton(action.text, QMessageBox::ActionRole));
+        detail.append(action.offer);
     }
+    box.setInformativeText(detail.join(u' ').trimmed());
+    MakePlain(box);
     const CModalLoop loop;
     bool isDone = false;
     while (!isDone) {

@@ -171,8 +171,11 @@ void CDietMainView::Move() {
     }
     const CDietEntry& first = selected.front().entry;
     CDietMoveDialog dialog({first.GetMoment(), first.GetMeal()}, this);
+    dialog.SetOnConfirmed([&] {
+        const int moved = MoveDietEntries(Doc(), selected, dialog.GetPlace());
+        return Doc().MayClose(moved == static_cast<int>(selected.size()));
+    });
     if (dialog.exec() == QDialog::Accepted) {
-        MoveDietEntries(Doc(), selected, dialog.GetPlace());
         Reload(rows.front());
     }
 }

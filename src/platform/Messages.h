@@ -20,6 +20,7 @@ enum class EMessageIcon { Plain, Stop, Warning, Information, Result };
 struct CMessageAction {
     QString text;
     std::function<bool()> run;  ///< true: the message is settled and closes
+    QString offer = {};         ///< a sentence for the second text where the action is shown
 };
 
 struct CMessage {

@@ -229,14 +229,17 @@ bool CRecordStore::IsVolumeLost() const {
 void CRecordStore::ShowFailure(const QString& text, EMessageIcon icon) {
     CMessage message{text, icon};
     const EVolumeState state = m_engine.GetVolumeState();
-    if (m_lastError == kErrorFileInvalid) {
+    if (IsVolumeLost()) {
         m_isLossTold = true;
         message.detail = LostVolumeText(state, m_path);
         if (state != EVolumeState::Overwritten) {
-            message.actions.push_back({u"Save a copy..."_s, [this] {
-                                           SaveCopy();
-                                           return false;
-                                       }});
+            message.actions.push_back(
+                {u"Save a copy..."_s,
+                 [this] {
+                     SaveCopy();
+                     return false;
+                 },
+                 u"Everything confirmed before can still be saved as a copy."_s});
         }
         if (state != EVolumeState::Removed && m_lossHost.reopen) {
             message.actions.push_back({u"Open the new file"_s, [this] {
@@ -248,12 +251,17 @@ void CRecordStore::ShowFailure(const QString& text, EMessageIcon icon) {
     ShowMessage(message);
 }
 
+void CRecordStore::ShowRefusedWrite() {
+    if (IsVolumeLost()) {
+        ShowFailure(u"The change was not stored."_s, EMessageIcon::Stop);
+    }
+}
+
 bool CRecordStore::TellLoss() {
     if (!m_engine.IsMounted() || m_engine.GetVolumeState() != EVolumeState::Overwritten) {
         return false;
     }
     if (!m_isLossTold) {
-        m_lastError = kErrorFileInvalid;
         ShowFailure(u"The data file cannot be read any more."_s, EMessageIcon::Stop);
     }
     return true;

@@ -104,6 +104,8 @@ class CRecordStore {
     /// text says what became of it, and saving a copy and opening the file now at its path are
     /// offered where they are possible.
     void ShowFailure(const QString& text, EMessageIcon icon = EMessageIcon::Plain);
+    /// For a refused write that has no message of its own: shows one when the volume was lost.
+    void ShowRefusedWrite();
     /// Whether the volume was removed, replaced or overwritten when it was last checked.
     [[nodiscard]] bool IsVolumeLost() const;
     /// True when the volume was overwritten, so that nothing can be read any more. Shows a message

@@ -33,15 +33,10 @@ QString RefusalText(EPlatformError error, const QString& path) {
 QString LostVolumeText(EVolumeState state, const QString& path) {
     switch (state) {
         case EVolumeState::Removed:
-            return FormatText(
-                "The file '%s' was removed or renamed by another program. Everything "
-                "confirmed before can still be saved as a copy."_L1,
-                {path});
+            return FormatText("The file '%s' was removed or renamed by another program."_L1,
+                              {path});
         case EVolumeState::Replaced:
-            return FormatText(
-                "Another program replaced the file '%s'. Everything "
-                "confirmed before can still be saved as a copy."_L1,
-                {path});
+            return FormatText("Another program replaced the file '%s'."_L1, {path});
         case EVolumeState::Overwritten:
             return FormatText(
                 "Another program wrote into the file '%s' while Velmora had it open. "

@@ -65,7 +65,7 @@ class CImportRun {
 };
 
 bool CImportRun::Run() {
-    if (!m_file.OpenForReading(m_path)) {
+    if (m_database.IsVolume(m_path) || !m_file.OpenForReading(m_path)) {
         ShowMessage(u"Cannot open file."_s);
         return false;
     }

@@ -57,7 +57,7 @@ qint32 CCatalogueRules::AddCategory(const QString& name) {
     // AddOrUpdate does not report a failed write.
     if (!m_database.Categories().AddOrUpdate(-1, category) ||
         m_database.Categories().Find(m_kind.code, category.GetId()) < 0) {
-        ShowMessage(u"Cannot create new category"_s);
+        m_database.GetStore().ShowFailure(u"Cannot create new category"_s);
         return -1;
     }
     return category.GetId();
@@ -82,9 +82,14 @@ bool CCatalogueRules::RenameCategory(qint32 categoryId, const QString& typed) {
     if (m_database.Categories().Find(m_kind.code, category.GetName()) >= 0) {
         return ShowExists(category.GetName());
     }
-    // A failed write is not reported, but leaves the old name.
-    return m_database.Categories().AddOrUpdate(position, category) &&
-           m_database.Categories().NameOf(m_kind.code, categoryId) == category.GetName();
+    // AddOrUpdate does not report a failed write, which leaves the old name.
+    const bool isRenamed =
+        m_database.Categories().AddOrUpdate(position, category) &&
+        m_database.Categories().NameOf(m_kind.code, categoryId) == category.GetName();
+    if (!isRenamed) {
+        m_database.GetStore().ShowRefusedWrite();
+    }
+    return isRenamed;
 }
 
 bool CCatalogueRules::DeleteCategory(qint32 categoryId) {

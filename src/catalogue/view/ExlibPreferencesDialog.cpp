@@ -28,6 +28,6 @@ CExlibPreferencesDialog::CExlibPreferencesDialog(CDatabase& database, QWidget* p
 bool CExlibPreferencesDialog::Confirm() {
     CCatalogueViewSettings settings = CCatalogueViewSettings::Load(m_database, kExercises);
     settings.namesInTree = m_namesInTree->isChecked();
-    (void)settings.Save(m_database, kExercises);  // A failure has shown its message.
-    return true;
+    // A failure has shown its message. It keeps the dialog open only when the volume was lost.
+    return settings.Save(m_database, kExercises) || !m_database.GetStore().IsVolumeLost();
 }

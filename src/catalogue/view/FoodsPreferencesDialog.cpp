@@ -93,30 +93,39 @@ QWidget* CFoodsPreferencesDialog::MakeDisplayTab(const CCatalogueViewSettings& s
 }
 
 bool CFoodsPreferencesDialog::Confirm() {
+    CPreferences& preferences = m_doc.Settings().preferences;
+    const CPreferences before = preferences;
     for (int index = 0; index < kNutrientCount; ++index) {
-        m_doc.Settings().preferences.displayed.set(static_cast<size_t>(index),
-                                                   m_fields->nutrients->IsChecked(index));
+        preferences.displayed.set(static_cast<size_t>(index),
+                                  m_fields->nutrients->IsChecked(index));
     }
-    SaveNames();
+    const bool isStored = m_doc.MayClose(SaveNames() && SaveSettings());
+    if (!isStored) {
+        preferences = before;
+    }
+    return isStored;
+}
+
+// A failure has shown its message.
+bool CFoodsPreferencesDialog::SaveSettings() {
     CCatalogueViewSettings settings = CCatalogueViewSettings::Load(m_doc.Database(), kFoods);
     settings.confirmServingChange = m_fields->confirmServingChange->isChecked();
     settings.namesInTree = m_fields->namesInTree->isChecked();
-    // A failure has shown its message.
-    (void)settings.Save(m_doc.Database(), kFoods);
-    if (m_doc.IsProfileActive()) {
-        (void)m_doc.SaveSettings();
-    }
-    return true;
+    const bool isSaved = settings.Save(m_doc.Database(), kFoods);
+    return m_doc.MayClose(isSaved) && (!m_doc.IsProfileActive() || m_doc.SaveSettings());
 }
 
-void CFoodsPreferencesDialog::SaveNames() {
+bool CFoodsPreferencesDialog::SaveNames() {
     const QStringList stored = m_doc.NutrientNames();
     for (int index = kFirstUserNutrient; index < kNutrientCount; ++index) {
         const QString name = m_fields->nutrients->CellText(index, 0);
         if (name != stored[index]) {
-            // A failure has shown its message; the other names are still worth keeping.
+            // SaveName does not report a failed write; the other names are still worth keeping.
             (void)m_doc.Database().NutrientNames().SaveName(index, index, name);
         }
     }
     m_doc.ForgetNutrientNames();
+    CRecordStore& store = m_doc.Database().GetStore();
+    store.ShowRefusedWrite();
+    return !store.IsVolumeLost();
 }

@@ -20,7 +20,9 @@ class CFoodsPreferencesDialog : public CDialog {
 
     QWidget* MakeNutrientsTab();
     QWidget* MakeDisplayTab(const CCatalogueViewSettings& settings);
-    void SaveNames();
+    /// False when the volume was lost, after a message.
+    bool SaveNames();
+    bool SaveSettings();
 
     CVelmoraDoc& m_doc;
     std::unique_ptr<CFields> m_fields;
