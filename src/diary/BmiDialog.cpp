@@ -4,12 +4,12 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "controls/ColorDialog.h"
 #include "controls/ReportList.h"
+#include "controls/RowDelegate.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,14 +19,14 @@ enum EColumn { kWeightColumn, kBmiColumn, kRiskColumn };
 constexpr int kRiskMargin = 3;
 
 /// Rows keep their own colours when they are selected.
-class CBmiDelegate : public QStyledItemDelegate {
+class CBmiDelegate : public CRowDelegate {
   public:
     CBmiDelegate(const std::vector<CBmiTableItem>& items, QObject* parent)
-        : QStyledItemDelegate(parent), m_items(items) {}
+        : CRowDelegate(parent), m_items(items) {}
 
   protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
+        CRowDelegate::initStyleOption(option, index);
         const QColor background = ColorOf(m_items[index.row()].background);
         option->backgroundBrush = background;
         option->palette.setColor(QPalette::Text, ReadableTextColor(background));

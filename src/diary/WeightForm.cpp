@@ -116,12 +116,12 @@ CWeightEntry CWeightForm::Read(const CWeightFields& fields) const {
         entry.SetWeightKg(TypedWeightKg(fields.weight, m_preferences.weightUnit));
     }
     for (int slot = 0; slot < kTapeCount; ++slot) {
-        if (fields.tape[slot] != shown.tape[slot]) {
+        if (fields.tape[slot] != shown.tape[slot] && !IsTypedTooLarge(fields.tape[slot])) {
             const double typed = Typed(fields.tape[slot]);
             entry.SetMeasurement(slot, ShowsInches(m_preferences) ? InchesToCm(typed) : typed);
         }
     }
-    if (fields.bodyFat != shown.bodyFat) {
+    if (fields.bodyFat != shown.bodyFat && !IsTypedTooLarge(fields.bodyFat)) {
         entry.SetMeasurement(kBodyFatSlot, Typed(fields.bodyFat));
     }
     return entry;

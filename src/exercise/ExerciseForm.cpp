@@ -107,7 +107,9 @@ bool CExerciseForm::Confirm() {
     m_result.SetName(name);
     m_result.SetType(type);
     m_result.SetMinutes(Minutes());
-    m_result.SetEnergyKcal(EnergyStored(Typed(m_energy), Unit()));
+    if (!IsTypedTooLarge(m_energy)) {
+        m_result.SetEnergyKcal(EnergyStored(Typed(m_energy), Unit()));
+    }
     return true;
 }
 

@@ -64,9 +64,8 @@ void CExercisesMainView::CreateList() {
     m_list->setObjectName(u"exercises"_s);
     m_list->setMinimumHeight(m_list->fontMetrics().height() * kLeastListRows);
     m_list->SetEmptyHint(kNothingDone);
-    connect(m_list, &CReportList::ColumnDragged, this, [this] {
-        std::ranges::copy(m_list->GetColumnWidths(),
-                          Doc().Settings().exerciseTab.columnWidths.begin());
+    connect(m_list, &CReportList::ColumnDragged, this, [this](int column, int width) {
+        Doc().Settings().exerciseTab.columnWidths[static_cast<size_t>(column)] = width;
     });
 }
 
@@ -129,8 +128,8 @@ void CExercisesMainView::CreateGraphActions() {
 
 void CExercisesMainView::BuildColumns() {
     const auto& kept = Doc().Settings().exerciseTab.columnWidths;
-    // With the default widths, which no user has chosen, the columns share the list.
-    const bool isChosen = kept != CExerciseTabSettings().columnWidths;
+    // A column with its default width, which no user has chosen, shares the list.
+    const auto byDefault = CExerciseTabSettings().columnWidths;
     const QString unit = UnitName(Doc().Preferences().energyUnit, EUnitForm::Abbreviated);
     std::vector<CReportColumn> columns = {
         {.title = u"Exercise"_s, .share = kNameShare},
@@ -140,7 +139,7 @@ void CExercisesMainView::BuildColumns() {
     for (size_t column = 0; column < columns.size(); ++column) {
         const int title = metrics.horizontalAdvance(columns[column].title) + kTitleMargin;
         columns[column].least = std::max(kept[column], title);
-        columns[column].width = isChosen ? kept[column] : 0;
+        columns[column].width = kept[column] == byDefault[column] ? 0 : kept[column];
     }
     columns.front().least = metrics.averageCharWidth() * kNameCharacters;
     m_list->SetColumns(std::move(columns));

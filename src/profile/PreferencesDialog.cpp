@@ -10,6 +10,8 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include "controls/RowDelegate.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -32,6 +34,7 @@ class CNutrientChecks : public QTreeView {
         setAccessibleName(u"Nutrients"_s);
         setRootIsDecorated(false);
         setUniformRowHeights(true);
+        setItemDelegate(new CRowDelegate(this));
         setAllColumnsShowFocus(true);
         setEditTriggers(NoEditTriggers);
         header()->setStretchLastSection(false);

@@ -62,7 +62,7 @@ QString CTargetsForm::CalculatedText(int nutrient) const {
 void CTargetsForm::SetFields(const CTargetsFields& fields) {
     const CTargetsFields shown = GetFields();
     SetPlan(fields, shown);
-    if (fields.energy != shown.energy) {
+    if (fields.energy != shown.energy && !IsTypedTooLarge(fields.energy)) {
         m_targets.dailyEnergyKcal =
             EnergyStored(TypedNumber(fields.energy).value_or(0), m_preferences.energyUnit);
     }
@@ -73,7 +73,7 @@ void CTargetsForm::SetDietType(int dietType) {
 }
 
 void CTargetsForm::TypeTarget(int nutrient, const QString& text) {
-    if (text == TargetText(nutrient)) {
+    if (text == TargetText(nutrient) || IsTypedTooLarge(text)) {
         return;
     }
     m_targets.nutrients.at(nutrient) = std::max(0.0, m_preferences.ReadNutrient(nutrient, text));
@@ -111,7 +111,7 @@ void CTargetsForm::SetPlan(const CTargetsFields& fields, const CTargetsFields& s
     if (fields.goalWeight != shown.goalWeight) {
         m_targets.goalWeightKg = ReadWeightKg(fields.goalWeight, unit);
     }
-    if (fields.rate != shown.rate) {
+    if (fields.rate != shown.rate && !IsTypedTooLarge(fields.rate)) {
         const double rate = std::max(0.0, TypedNumber(fields.rate).value_or(0));
         m_targets.rateKgPerWeek = RatesInKg(unit) ? rate : PoundsToKg(rate);
         FollowRate(m_targets);

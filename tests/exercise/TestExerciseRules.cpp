@@ -203,7 +203,7 @@ class TestExerciseRules : public CExercisesTest {
         QCOMPARE(stored(KJ, false, u"100"_s), u"23.9234 0 MET"_s);  // 100 / 4.18
         QCOMPARE(stored(Kcal, true, u"8.5 or so"_s), u"0 8.5 MET"_s);
         QCOMPARE(stored(Kcal, false, u"much"_s), u"0 0 MET"_s);
-        QCOMPARE(stored(Kcal, true, u"1000000001"_s), u"0 0 MET"_s);
+        QCOMPARE(stored(Kcal, true, u"1000000001"_s), u"10.0004 3 MET"_s);  // refused
         // As it was filled: 10.0004 x 4.18 = 41.801...
         QCOMPARE(stored(KJ, false, u"41.80"_s), u"10.0004 0 MET"_s);
         QCOMPARE(stored(KJ, true, u"41.80"_s), u"0 41.8 MET"_s);

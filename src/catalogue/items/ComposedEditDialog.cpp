@@ -63,11 +63,7 @@ CComposedEditDialog::CComposedEditDialog(CComposedForm& form, CComposedEditServi
     SetPreferredSize(480, 600);
 }
 
-// A cell editor ends when it loses the focus. Hide first, so that this happens while the dialog
-// still exists.
-CComposedEditDialog::~CComposedEditDialog() {
-    hide();
-}
+CComposedEditDialog::~CComposedEditDialog() = default;
 
 void CComposedEditDialog::AddFields() {
     QFormLayout* form = AddForm();

@@ -65,7 +65,7 @@ std::optional<QString> TakeExlibFields(CDatabase& database, const CPreferences& 
                           {item.GetName(), item.GetType(),
                            database.Categories().NameOf(kExercises, fields.categoryId)});
     }
-    if (fields.energy.trimmed().isEmpty()) {
+    if (fields.energy.trimmed().isEmpty() || IsTypedTooLarge(fields.energy)) {
         return u"Please enter exercise energy value"_s;
     }
     double rating = RatingOf(item);

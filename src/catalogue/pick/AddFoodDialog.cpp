@@ -10,6 +10,7 @@
 #include <QTimeEdit>
 
 #include "catalogue/items/CatalogueKinds.h"
+#include "catalogue/items/TextLimits.h"
 #include "controls/Grid.h"
 #include "controls/PickField.h"
 
@@ -20,7 +21,6 @@ namespace {
 constexpr int kPreferredWidth = 460;
 constexpr int kPreferredHeight = 560;
 constexpr int kLeastValueRows = 4;
-constexpr int kServingLength = 64;
 constexpr int kServingCharacters = 4;
 constexpr int kAmountCharacters = 7;
 constexpr int kValueCharacters = 11;
@@ -46,11 +46,7 @@ CAddFoodDialog::CAddFoodDialog(CAddFoodForm& form, QWidget* parent)
     FieldOf(EPicker::Category)->setFocus();
 }
 
-// A cell editor ends when it loses the focus. Hide first, so that this happens while the dialog
-// still exists.
-CAddFoodDialog::~CAddFoodDialog() {
-    hide();
-}
+CAddFoodDialog::~CAddFoodDialog() = default;
 
 bool CAddFoodDialog::Confirm() {
     ReadFields();
@@ -89,7 +85,7 @@ void CAddFoodDialog::AddFields() {
 
 QWidget* CAddFoodDialog::AddServingRow() {
     auto* row = new QWidget(this);
-    m_serving = CreateListField(u"Serving"_s, kServingCharacters, kServingLength, row);
+    m_serving = CreateListField(u"Serving"_s, kServingCharacters, kLongestServingName, row);
     connect(m_serving, &QComboBox::activated, this, [this](int index) {
         ReadFields();
         m_form.SelectServing(index);
@@ -149,6 +145,8 @@ void CAddFoodDialog::ShowForm() {
         m_serving->clear();
         m_serving->addItems(servings);
         m_serving->setCurrentIndex(static_cast<int>(servings.indexOf(text)));
+        m_serving->lineEdit()->setMaxLength(
+            std::max(kLongestServingName, static_cast<int>(text.size())));
         m_serving->setEditText(text);
     }
     if (m_amount->text() != m_form.AmountText()) {

@@ -187,7 +187,7 @@ QString CAddFoodForm::RowText(int row) const {
 }
 
 void CAddFoodForm::SetRowText(int row, const QString& text) {
-    if (text == RowText(row)) {
+    if (text == RowText(row) || IsTypedTooLarge(text)) {
         return;
     }
     const int nutrient = m_nutrients[row];
