@@ -10,7 +10,9 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QShowEvent>
+#include <QStyle>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include "controls/InPlaceControl.h"
 #include "controls/ModalLoop.h"
@@ -166,19 +168,28 @@ void CDialog::showEvent(QShowEvent* event) {
     if (!event->spontaneous() && !testAttribute(Qt::WA_Resized)) {
         const QRect available = screen()->availableGeometry();
         if (available.width() < kSmallScreenWidth) {
-            setGeometry(available);
+            setGeometry(available.marginsRemoved(FrameMargins()));
         } else {
             QSize wanted = m_preferredSize;
             if (!wanted.isValid()) {
                 const QSize page = m_scroll->widget()->sizeHint();
                 const QSize buttons = m_buttonRow->sizeHint();
-                wanted = {std::max(page.width(), buttons.width()),
+                // Room for the scroll bar keeps a form from wrapping its rows when the bar comes.
+                const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+                wanted = {std::max(page.width(), buttons.width()) + bar,
                           page.height() + layout()->spacing() + buttons.height()};
             }
             resize(wanted.boundedTo(available.size()));
         }
     }
     QDialog::showEvent(event);
+}
+
+// The dialog has no frame of its own before it is shown; its window's is as large.
+QMargins CDialog::FrameMargins() const {
+    const QWindow* window =
+        parentWidget() == nullptr ? nullptr : parentWidget()->window()->windowHandle();
+    return window == nullptr ? QMargins() : window->frameMargins();
 }
 
 bool CDialog::eventFilter(QObject* watched, QEvent* event) {

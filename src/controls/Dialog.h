@@ -54,6 +54,7 @@ class CDialog : public QDialog {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    [[nodiscard]] QMargins FrameMargins() const;
     void OrderTabs();
     void WatchWheel();
     void ShowFocusWidget(QWidget* focus);

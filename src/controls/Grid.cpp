@@ -37,6 +37,9 @@ class CRowDelegate : public QStyledItemDelegate {
   protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
+        if (static_cast<const CGrid*>(parent())->IsEdited(index)) {
+            option->text.clear();  // the editor leaves a part of its cell in sight
+        }
         if (index.column() > kLastEditedColumn) {
             QColor text = option->palette.color(QPalette::Text);
             text.setAlphaF(kHintOpacity);

@@ -50,6 +50,9 @@ class CGrid : public QTreeView {
     /// or its column is too narrow. The row becomes the current one in any case.
     bool OpenCell(int row, int column);
     [[nodiscard]] bool IsEditing() const { return m_control != nullptr; }
+    [[nodiscard]] bool IsEdited(const QModelIndex& cell) const {
+        return IsEditing() && m_editedCell == cell;
+    }
     /// Ends an in-place edit so that its text reaches the owner; false when there was none.
     bool EndEditing();
     /// Ends an in-place edit without its text.

@@ -31,8 +31,9 @@ class CPaintedIconEngine : public QIconEngine {
         if (mode == QIcon::Disabled) {
             painter->setOpacity(kDisabledOpacity);
         }
-        const QColor color =
-            m_color.isValid() ? m_color : QGuiApplication::palette().color(QPalette::ButtonText);
+        const auto role =
+            mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText;
+        const QColor color = m_color.isValid() ? m_color : QGuiApplication::palette().color(role);
         painter->setPen(QPen(color, kLineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         m_draw(*painter);
         painter->restore();

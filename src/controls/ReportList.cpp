@@ -340,6 +340,17 @@ void CReportList::CopySelectedRows() const {
     }
 }
 
+// The arrow keys select only what they move to, and there may be nowhere to move.
+void CReportList::focusInEvent(QFocusEvent* event) {
+    QTreeView::focusInEvent(event);
+    const bool isByTab =
+        event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    if (isByTab && currentIndex().isValid() && !selectionModel()->hasSelection() &&
+        selectionMode() != NoSelection) {
+        setCurrentIndex(currentIndex());
+    }
+}
+
 void CReportList::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
         CopySelectedRows();

@@ -86,6 +86,8 @@ class CReportList : public QTreeView {
     void ColumnDragged(int column, int width);
 
   protected:
+    /// Selects the current row when the Tab key comes to the list and no row is selected.
+    void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;

@@ -39,7 +39,7 @@ class TestSmallScreen : public CFrameTest {
         frame.ShowView(kSwitchToMenus);
         Find<CReportList>(*frame.ActiveView(), "items")->SelectRow(0);
         OnDialog<CDialog>([](CDialog& dialog) {
-            QCOMPARE(dialog.size(), kScreen.size());
+            QCOMPARE(dialog.frameGeometry(), kScreen);
             QCOMPARE(Find<QPushButton>(dialog, "recalculate")->text(), u"&Recalculate"_s);
         });
         Trigger(frame, u"Edit menu..."_s);
