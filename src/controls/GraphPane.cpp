@@ -55,7 +55,10 @@ void CGraphPane::LayOut() {
     QStringList spoken;
     for (size_t i = m_values.size() > kMostSpoken ? m_values.size() - kMostSpoken : 0;
          i < m_values.size(); ++i) {
-        spoken.append(TextOf(m_values[i].datum));
+        // A datum may have several places.
+        if (spoken.isEmpty() || m_values[i].datum != m_values[i - 1].datum) {
+            spoken.append(TextOf(m_values[i].datum));
+        }
     }
     setAccessibleDescription(m_values.empty() ? EmptyText() : spoken.join(u"; "_s));
     update();
