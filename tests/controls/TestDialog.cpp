@@ -1,11 +1,9 @@
 #include <QFormLayout>
-#include <QLabel>
 #include <QScrollArea>
 #include <QSignalSpy>
-#include <QSlider>
 #include <QVBoxLayout>
 
-#include "controls/ColorDialog.h"
+#include "controls/Dialog.h"
 #include "controls/PickList.h"
 #include "controls/ReportList.h"
 #include "support/Clicks.h"
@@ -76,18 +74,6 @@ class TestDialog : public QObject {
             QCOMPARE(dialog.m_story, story);
             QCOMPARE(dialog.isHidden(), closes);
         }
-    }
-
-    void returnAndEscapeBelongToAnOpenEditor() {
-        CSampleDialog dialog;
-        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
-            dialog.m_grid->OpenCell(0, 1);
-            QTest::keyClick(QApplication::focusWidget(), key);
-            QVERIFY(dialog.isVisible());
-        }
-        QTest::keyClick(dialog.m_first, Qt::Key_Return);
-        QVERIFY(dialog.isHidden());
-        QCOMPARE(dialog.result(), int(QDialog::Accepted));
     }
 
     void anOpenPickListIsAllThatCloses() {
@@ -184,24 +170,6 @@ class TestDialog : public QObject {
         dialog.m_last->setFocus();
         QCOMPARE(dialog.m_last->visibleRegion(), QRegion(dialog.m_last->rect()));
         QVERIFY(Find<QPushButton>(dialog, "ok")->visibleRegion().boundingRect().height() > 0);
-    }
-
-    void slidersMakeTheColour() {
-        // Blue 0x33, green 0x22, red 0x11.
-        CColorDialog dialog(u"Select background color:"_s, 0x332211, nullptr);
-        dialog.show();
-        QCOMPARE(dialog.windowTitle(), u"Select color"_s);
-        QCOMPARE(dialog.GetRgb(), 0x332211U);
-        QCOMPARE(Find<QLabel>(dialog, "greenValue")->text(), u"34"_s);
-        QTest::keyClick(Find<QSlider>(dialog, "red"), Qt::Key_End);
-        QTest::keyClick(Find<QSlider>(dialog, "green"), Qt::Key_Home);
-        QTest::keyClick(Find<QSlider>(dialog, "blue"), Qt::Key_Right);
-        QCOMPARE(dialog.GetRgb(), 0x3400FFU);
-        QCOMPARE(ColorOf(dialog.GetRgb()), QColor(255, 0, 52));
-        QCOMPARE(RgbOf(QColor(255, 0, 52)), 0x3400FFU);
-        auto* sample = Find<QLabel>(dialog, "sample");
-        const QPoint middle = sample->mapTo(&dialog, sample->rect().center());
-        QCOMPARE(dialog.grab().toImage().pixelColor(middle), QColor(255, 0, 52));
     }
 };
 

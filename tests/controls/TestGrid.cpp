@@ -4,7 +4,6 @@
 #include <QVBoxLayout>
 
 #include "support/Clicks.h"
-#include "support/Portrait.h"
 
 using namespace Qt::StringLiterals;
 
@@ -128,8 +127,10 @@ class TestGrid : public QObject {
         // Twice as wide as the client area: scrolled to the cell's beginning, and clipped there.
         const int client = m_grid->viewport()->width();
         m_grid->setColumnWidth(1, 2 * client);
-        m_grid->OpenCell(1, 1);
-        QCOMPARE(m_grid->columnViewportPosition(1), 0);
+        for (int time = 0; time < 2; ++time) {
+            m_grid->OpenCell(1, 1);
+            QCOMPARE(m_grid->columnViewportPosition(1), 0);
+        }
         QCOMPARE(m_grid->findChildren<QLineEdit*>(u"inPlaceEdit"_s).last()->width(), client);
     }
 
@@ -218,7 +219,6 @@ class TestGrid : public QObject {
         m_grid->setColumnWidth(0, 50);
         m_window->resize(400, 320);
         QCOMPARE(m_grid->columnWidth(0), 50);
-        QCOMPARE(CPortrait::TraitsOf(*m_grid), u"flat closed uniform locked fixed short thin"_s);
     }
 };
 

@@ -6,7 +6,6 @@
 #include <QMenuBar>
 #include <QPointer>
 #include <QScreen>
-#include <QSpinBox>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QTreeView>
@@ -127,22 +126,6 @@ class TestDietFrame : public CDiaryTest {
             expected = expected.isEmpty() ? places : expected;
             QCOMPARE(places, expected);
         }
-    }
-
-    void preferencesRefreshTheView() {
-        AddEntry(u"Tea"_s, QTime(8, 0), 2, 20);
-        CDietFrame frame(*m_doc);
-        frame.show();
-        OnDialog<CPreferencesDialog>([](CPreferencesDialog& dialog) {
-            dialog.findChild<QSpinBox*>()->setValue(0);
-            dialog.accept();
-        });
-        frame.RunCommand(kCommandPreferences);
-        CProfileRecord record;
-        QCOMPARE(Database().Profiles().LoadRecord(record), EProfileRecord::Loaded);
-        QCOMPARE(record.GetPreference(3), 0);
-        const auto* entries = frame.findChild<CReportList*>(u"entries"_s);
-        QCOMPARE(entries->model()->index(0, 1).data().toString(), u"1x1 serving"_s);
     }
 
     void onlyADialogConfirmsDefaults() {

@@ -8,48 +8,29 @@
 
 using namespace Qt::StringLiterals;
 
-/// What is drawn with which pen and brush, then the points as "x,y", x in percent of the first
-/// grid line and y as a value of the axis, which is known from the first two grid lines and their
-/// labels. A label of the axis stands at its value and ends some pixels before the plot; one below
-/// it has its middle at a place of the plot. What is like the step before is not said again.
+/// What is drawn with which pen and brush, then the points as "x,y" in percent of the plot, which
+/// the first line of the grid and the lines above it span. Texts have no place: it depends on the
+/// font. What is like the step before is not said again.
 class CDrawing : public QPaintDevice, private QPaintEngine {
   public:
     explicit CDrawing(QWidget& graph) : QPaintEngine(AllFeatures), m_graph(graph) {
         graph.render(this, {}, {}, QWidget::DrawWindowBackground);
     }
     [[nodiscard]] QString Text() const {
-        QList<CStep> ticks;
-        for (const CStep& step : m_steps) {
-            if (ticks.size() < 4 && (step.what == u"line" || !ticks.isEmpty())) {
-                ticks.append(step);
-            }
-        }
-        const auto valueOf = [](const CStep& label) {
-            return label.what.chopped(1).sliced(1).toDouble();
+        const auto first = std::ranges::find(m_steps, u"line"_s, &CStep::what);
+        const QPointF from = first->points.first();
+        const QPointF to = {first->points.last().x(), m_top};
+        const auto percent = [](double part, double whole) {
+            return std::round(part / whole * 1000) / 10;
         };
-        const QPointF from = ticks[0].points.first();
-        const double perPercent = (ticks[0].points.last().x() - from.x()) / 100;
-        const double perPixel =
-            (valueOf(ticks[3]) - valueOf(ticks[1])) / (ticks[2].points.first().y() - from.y());
-        const auto round = [](double number) { return std::round(number * 10) / 10; };
         QString text;
         QString last;
         for (const CStep& step : m_steps) {
-            const QString what = step.what + step.style;
-            text += what == last ? QString() : u"; "_s + what;
-            last = what;
+            text += step.what + step.style == last ? QString() : u"; "_s + step.what + step.style;
+            last = step.what + step.style;
             for (const QPointF& point : step.points) {
-                const double x = (point.x() - from.x()) / perPercent;
-                const double y = valueOf(ticks[1]) + (point.y() - from.y()) * perPixel;
-                if (step.width < 0) {
-                    text += u" %1,%2"_s.arg(round(x)).arg(round(y));
-                } else if (point.y() > from.y() + step.height) {
-                    text += u" %1"_s.arg(round(x));
-                } else if (x < 0) {
-                    const bool isLevel = std::abs(valueOf(step) - y) <= std::abs(perPixel);
-                    text += (isLevel ? u" level-%1"_s : u" off-%1"_s)
-                                .arg(round(from.x() - point.x() - step.width / 2));
-                }
+                text += u" %1,%2"_s.arg(percent(point.x() - from.x(), to.x() - from.x()))
+                            .arg(percent(point.y() - from.y(), to.y() - from.y()));
             }
         }
         return text;
@@ -60,10 +41,8 @@ class CDrawing : public QPaintDevice, private QPaintEngine {
         QString what;
         QString style;
         QPolygonF points;
-        double width;  ///< of a text, as the height; else -1
-        double height;
     };
-    void Add(const QString& what, const QPolygonF& points, double width = -1, double height = -1) {
+    void Add(const QString& what, const QPolygonF& points) {
         const QPen pen = painter()->pen();
         QString style = pen.style() == Qt::NoPen
                             ? QString()
@@ -73,7 +52,7 @@ class CDrawing : public QPaintDevice, private QPaintEngine {
         if (painter()->brush().style() != Qt::NoBrush) {
             style += u" on "_s + painter()->brush().color().name();
         }
-        m_steps.append({what, style, points, width, height});
+        m_steps.append({what, style, points});
     }
     [[nodiscard]] QPaintEngine* paintEngine() const override { return const_cast<CDrawing*>(this); }
     [[nodiscard]] int metric(PaintDeviceMetric metric) const override {
@@ -98,6 +77,7 @@ class CDrawing : public QPaintDevice, private QPaintEngine {
     void drawLines(const QLineF* lines, int count) override {
         for (int i = 0; i < count; ++i) {
             Add(u"line"_s, {lines[i].p1(), lines[i].p2()});
+            m_top = std::min(m_top, lines[i].p2().y());
         }
     }
     void drawPolygon(const QPointF* points, int count, PolygonDrawMode) override {
@@ -114,12 +94,11 @@ class CDrawing : public QPaintDevice, private QPaintEngine {
     void drawEllipse(const QRectF& rect) override {
         Add(u"mark %1"_s.arg(rect.width()), {rect.center()});
     }
-    void drawTextItem(const QPointF& at, const QTextItem& item) override {
-        const double middle = at.y() - item.ascent() + (item.ascent() + item.descent()) / 2;
-        Add(u'\'' + item.text().trimmed() + u'\'', {{at.x() + item.width() / 2, middle}},
-            item.width(), item.ascent());
+    void drawTextItem(const QPointF&, const QTextItem& item) override {
+        Add(u'\'' + item.text().trimmed() + u'\'', {});
     }
 
     QWidget& m_graph;
     QList<CStep> m_steps;
+    double m_top = std::numeric_limits<double>::max();  ///< of the lines
 };

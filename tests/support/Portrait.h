@@ -9,6 +9,8 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSlider>
+#include <QSpinBox>
 #include <QSplitter>
 #include <QStyle>
 #include <QTabWidget>
@@ -41,17 +43,55 @@ class CPortrait {
                   u"%1x%2 "_s.arg(window.width()).arg(window.height())) +
                portrait.m_parts.join(u' ') + u" Tab: "_s + tabs.join(u' ');
     }
-    /// How a list or tree behaves.
-    static QString TraitsOf(const QTreeView& list) {
-        const QHeaderView& header = *list.header();
-        return If(!list.rootIsDecorated(), u"flat "_s) + If(!list.itemsExpandable(), u"closed "_s) +
-               If(list.uniformRowHeights(), u"uniform "_s) +
-               If(list.allColumnsShowFocus(), u"rows "_s) +
-               If(list.editTriggers() == QTreeView::NoEditTriggers, u"locked "_s) +
-               If(!header.sectionsMovable(), u"fixed "_s) +
-               If(!header.stretchLastSection(), u"short "_s) +
-               If(header.isSortIndicatorClearable(), u"clearable "_s) +
-               If(header.minimumSectionSize() < 10, u"thin"_s);
+    /// Stands for texts that would be too long; empty for none.
+    static QString DigestOf(const QStringList& texts) {
+        const QByteArray all = texts.join(u'|').toUtf8();
+        return If(!texts.isEmpty(), u" ..%1 %2.. "_s.arg(texts.size()).arg(qChecksum(all), 0, 16));
+    }
+    /// The shape of an icon.
+    static QString InkOf(const QIcon& icon) {
+        const QImage image = icon.pixmap(32, 32).toImage();
+        QByteArray ink;
+        for (int i = 0; i < image.width() * image.height(); ++i) {
+            const QColor color = image.pixelColor(i % image.width(), i / image.width());
+            ink.append(color.alpha() < 128 ? ' ' : color.red() < 128 ? '#' : '.');
+        }
+        return If(!icon.isNull(), u" icon "_s + QString::number(qChecksum(ink), 16));
+    }
+    /// What the clock gives changes from run to run; whole hours are those of a test.
+    static QString TextOf(QTime time) {
+        return time.msecsSinceStartOfDay() % 3'600'000 == 0 ? time.toString(u"HH:mm"_s) : u"now"_s;
+    }
+    static QString TextOf(QDate day) {
+        return day == QDate::currentDate() ? u"today"_s : day.toString(Qt::ISODate);
+    }
+    /// A long text without its middle.
+    static QString Short(const QString& text) {
+        return text.size() < 120 ? text : text.first(50) + DigestOf({text}) + text.last(50);
+    }
+    /// What a named widget in sight holds; the last one, "focus", says which has the focus.
+    struct CState {
+        QString name;
+        QString value;
+        QStringList rows;
+    };
+    static QList<CState> StateOf(const QWidget& window) {
+        QList<CState> state;
+        for (const auto* widget : window.findChildren<QWidget*>()) {
+            const QString name = widget->objectName();
+            const auto* view = qobject_cast<const QTreeView*>(widget);
+            const QStringList rows = view ? RowTexts(*view) : QStringList();
+            const QString value = (view ? rows.first() : ValueOf(*widget)) + Colours(*widget);
+            if (!name.isEmpty() && !name.startsWith(u"qt_"_s) && !value.isEmpty() &&
+                widget->isVisibleTo(&window)) {
+                state.append({name, Short(value), rows.mid(1)});
+            }
+        }
+        if (const auto* focus = window.focusWidget(); focus != nullptr) {
+            const bool isNamed = !focus->objectName().isEmpty();
+            state.append({u"focus"_s, isNamed ? focus->objectName() : ValueOf(*focus), {}});
+        }
+        return state;
     }
 
   private:
@@ -122,6 +162,8 @@ class CPortrait {
             const QString buddy = label->buddy() ? u'>' + label->buddy()->objectName() : QString();
             return named.chopped(1) + u'\'' + label->text() + u'\'' + buddy +
                    If(label->wordWrap(), u" wraps"_s) +
+                   If((label->textInteractionFlags() & Qt::TextSelectableByKeyboard) != 0,
+                      u" selectable"_s) +
                    If(label->margin() > 0, u" in "_s + QString::number(label->margin())) +
                    Aligned(label->alignment(), Qt::AlignLeft);
         }
@@ -134,13 +176,9 @@ class CPortrait {
             return named + Field(*edit);
         }
         if (const auto* box = qobject_cast<const QComboBox*>(&widget)) {
-            QStringList items;
-            for (int i = 0; i < box->count(); ++i) {
-                items.append(box->itemText(i));
-            }
             const int characters = box->minimumContentsLength();
             return named + (box->isEditable() ? Field(*box->lineEdit()) : box->currentText()) +
-                   u'{' + Ends(items).join(u',') + u'}' + If(box->completer(), u" completes"_s) +
+                   u'{' + Items(*box) + u'}' + If(box->completer(), u" completes"_s) +
                    If(box->sizeAdjustPolicy() == QComboBox::AdjustToMinimumContentsLengthWithIcon,
                       u" short"_s) +
                    If(characters > 0, u" of "_s + QString::number(characters));
@@ -172,40 +210,101 @@ class CPortrait {
                   u" from "_s + QString::number(edit.cursorPosition())) +
                If(edit.hasSelectedText(), u" selected"_s);
     }
+    static QString ValueOf(const QWidget& widget) {
+        if (const auto* moment = qobject_cast<const QDateTimeEdit*>(&widget)) {
+            return moment->displayFormat().startsWith(u'H') ? TextOf(moment->time())
+                                                            : TextOf(moment->date());
+        }
+        const auto* label = qobject_cast<const QLabel*>(&widget);
+        const auto* edit = qobject_cast<const QLineEdit*>(&widget);
+        const auto* box = qobject_cast<const QComboBox*>(&widget);
+        const auto* button = qobject_cast<const QAbstractButton*>(&widget);
+        const auto* spin = qobject_cast<const QSpinBox*>(&widget);
+        const auto* slider = qobject_cast<const QSlider*>(&widget);
+        return label    ? label->text()
+               : edit   ? u'"' + edit->text() + u'"' + If(edit->hasSelectedText(), u" selected"_s)
+               : box    ? box->currentText() + u'{' + Items(*box) + u'}'
+               : button ? If(button->isCheckable(), button->isChecked() ? u"x"_s : u"-"_s)
+               : spin   ? spin->text()
+               : slider ? QString::number(slider->value())
+                        : Own(widget).section(u'=', 1) + widget.accessibleDescription();
+    }
+    /// Of a widget that does not have those of its window.
+    static QString Colours(const QWidget& widget) {
+        QString colours;
+        for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Text}) {
+            const QColor own = widget.palette().color(role);
+            colours += If(own != widget.window()->palette().color(role), u' ' + own.name());
+        }
+        return colours;
+    }
+    static QString Items(const QComboBox& box) {
+        QStringList items;
+        for (int i = 0; i < box.count(); ++i) {
+            items.append(box.itemText(i));
+        }
+        return Ends(items).join(u',');
+    }
     /// The first two and the last.
     static QStringList Ends(const QStringList& texts) {
         const QStringList middle{u"..%1.."_s.arg(texts.size())};
         return texts.size() < 5 ? texts : texts.first(2) + middle + texts.last(1);
     }
-    /// Titles, then rows, of cells between two '|'; "*" is selected, "x" checked.
-    static QString Rows(const QTreeView& view) {
+    /// Titles, then rows, of cells between two '|', those below an expanded one after a '-'; "*"
+    /// ends a selected row, "x" is checked.
+    static QStringList RowTexts(const QTreeView& view, const QModelIndex& parent = {}) {
         const QAbstractItemModel& model = *view.model();
         const auto alignment = [](const QVariant& is) {
             return Qt::Alignment::fromInt(is.isNull() ? Qt::AlignLeft : is.toInt());
         };
         QStringList rows;
-        for (int row = -1; row < model.rowCount(); ++row) {
+        for (int row = parent.isValid() ? 0 : -1; row < model.rowCount(parent); ++row) {
             QStringList cells;
             for (int column = 0; column < model.columnCount(); ++column) {
                 const auto title = [&](int role) {
                     return model.headerData(column, Qt::Horizontal, role);
                 };
                 const auto usual = alignment(title(Qt::TextAlignmentRole));
-                const QModelIndex cell = model.index(row, column);
+                const QModelIndex cell = model.index(row, column, parent);
                 const auto own = alignment(cell.data(Qt::TextAlignmentRole));
                 cells.append(row < 0
                                  ? title(Qt::DisplayRole).toString() + Aligned(usual, Qt::AlignLeft)
                                  : cell.data().toString() + Aligned(own, usual) +
-                                       If(cell.data(Qt::CheckStateRole).toInt() > 0, u"x"_s) +
-                                       If(view.selectionModel()->isSelected(cell), u"*"_s));
+                                       InkOf(cell.data(Qt::DecorationRole).value<QIcon>()) +
+                                       If(cell.data(Qt::CheckStateRole).toInt() > 0, u"x"_s));
+                if (view.selectionModel()->isSelected(cell) &&
+                    !cell.siblingAtColumn(column + 1).isValid()) {
+                    cells.last() += u'*';
+                }
             }
-            rows.append(cells.join(u'|'));
+            rows.append(If(parent.isValid(), u"-"_s) + Short(cells.join(u'|')));
+            if (const QModelIndex own = model.index(row, 0, parent); view.isExpanded(own)) {
+                rows.append(RowTexts(view, own));
+            }
         }
+        return rows;
+    }
+    /// How a list or tree behaves; said when it is not as usual.
+    static constexpr auto kUsual = QStringView(u"flat closed uniform rows fixed short clearable ");
+    static QString TraitsOf(const QTreeView& list) {
+        const QHeaderView& header = *list.header();
+        return If(!list.rootIsDecorated(), u"flat "_s) + If(!list.itemsExpandable(), u"closed "_s) +
+               If(list.uniformRowHeights(), u"uniform "_s) +
+               If(list.allColumnsShowFocus(), u"rows "_s) +
+               If(list.editTriggers() == QTreeView::NoEditTriggers, u"locked "_s) +
+               If(!header.sectionsMovable(), u"fixed "_s) +
+               If(!header.stretchLastSection(), u"short "_s) +
+               If(header.isSortIndicatorClearable(), u"clearable "_s) +
+               If(header.minimumSectionSize() < 10, u"thin"_s);
+    }
+    static QString Rows(const QTreeView& view) {
         const auto* hint = view.findChild<QLabel*>(u"emptyHint"_s);
+        const QString traits = TraitsOf(view);
         return If(hint && hint->isVisible(), u"("_s + (hint ? Own(*hint) : QString()) + u") "_s) +
-               u'{' + If(view.isHeaderHidden(), u"-"_s) + Ends(rows).join(u"; "_s) + u'}' +
-               If(view.selectionMode() == QTreeView::ExtendedSelection, u" many"_s) +
-               If(view.horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff, u" unscrolled"_s);
+               u'{' + If(view.isHeaderHidden(), u"-"_s) + Ends(RowTexts(view)).join(u"; "_s) +
+               u'}' + If(view.selectionMode() == QTreeView::ExtendedSelection, u" many"_s) +
+               If(view.horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff, u" unscrolled"_s) +
+               If(traits != kUsual, u" ("_s + traits.trimmed() + u')');
     }
     static QString Facts(const QWidget& widget) {
         const QString said = widget.accessibleName();
@@ -216,8 +315,8 @@ class CPortrait {
         const int width = widget.minimumWidth();
         const int height = widget.minimumHeight();
         return If(!said.isEmpty(), isNamed ? u" said"_s : u" says '"_s + said + u'\'') +
-               If(!widget.toolTip().isEmpty() && widget.toolTip() != said,
-                  u" tip '"_s + widget.toolTip() + u'\'') +
+               If(!widget.toolTip().isEmpty(),
+                  widget.toolTip() == said ? u" tip"_s : u" tip '"_s + widget.toolTip() + u'\'') +
                If(!widget.isEnabled(), u" off"_s) +
                If(widget.contextMenuPolicy() == Qt::CustomContextMenu, u" menu"_s) +
                If(widget.window()->focusWidget() == &widget, u"^"_s) + If(width == 1, u" w1"_s) +

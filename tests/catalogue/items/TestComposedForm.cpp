@@ -39,18 +39,6 @@ class TestComposedForm : public CDiaryTest {
         QCOMPARE(PartsOf(Database(), kRecipes, recipe.GetItemId()), u"Apple,Tomato soup,Apple"_s);
     }
 
-    void whatIsTypedInKilojoulesIsStoredInKilocalories() {
-        m_doc->Settings().preferences.energyUnit = EEnergyUnit::KJ;
-        CComposedForm form(*m_doc, kMenus, -1, AddCategory(Database(), u"M"_s, kMenus));
-        form.SetRowText(0, u"418"_s);
-        form.Fields().name = u"Lunch"_s;
-        QVERIFY(form.Confirm());
-        CMenuItem menu;
-        QVERIFY(Database().Menus().Read(form.GetStoredPosition(), menu));
-        QVERIFY(std::abs(menu.GetNutrientValue(kEnergyIndex) - 100) < 1e-9);
-        QCOMPARE(menu.GetServingName(), u"1 serving"_s);
-    }
-
     void aCellCountsWithItsLeadingNumber() {
         const qint32 category = AddCategory(Database(), u"M"_s, kMenus);
         AddComposed(Database(), kMenus, category, u"Lunch"_s);
@@ -82,91 +70,6 @@ class TestComposedForm : public CDiaryTest {
             QCOMPARE(confirmed.GetNutrientValue(1), stored);
             QVERIFY(Database().Menus().Write(0, menu));
         }
-    }
-
-    void okRefusesInOrder() {
-        for (const auto& [kind, word] : {std::pair(kMenus, u"menu"_s), {kRecipes, u"recipe"_s}}) {
-            const qint32 category = AddCategory(Database(), u"C"_s, kind);
-            AddComposed(Database(), kind, category, u"Lunch"_s);
-            CComposedForm form(*m_doc, kind, -1, -1);
-            QVERIFY(!form.Confirm());
-            form.Fields().categoryId = category;
-            form.Fields().name = u" "_s;
-            QVERIFY(!form.Confirm());
-            form.Fields().name = u"Lunch"_s;
-            QVERIFY(!form.Confirm());
-            QString name = word;
-            name[0] = name[0].toUpper();
-            QCOMPARE(m_messages->Said(),
-                     u"There is no category selected.|Please enter %1 name|"
-                     "%2 'Lunch' already exists in category 'C'."_s.arg(word, name));
-            // It is no double of itself.
-            QVERIFY(CComposedForm(*m_doc, kind, 0, category).Confirm());
-            QCOMPARE(Database().Catalogue().CountItems(kind), 1);
-        }
-    }
-
-    void whatCannotBeStoredIsSaidAndStaysOpen() {
-        const qint32 category = AddCategory(Database(), u"C"_s, kMenus);
-        CComposedForm form(*m_doc, kMenus, -1, category);
-        form.Fields().name = u"Lunch"_s;
-        {
-            const CFileSizeLimit full(1);
-            QVERIFY(!form.Confirm());
-        }
-        QCOMPARE(m_messages->Said(), u"Cannot add menu (error# 112).|Cannot add new menu."_s);
-        QVERIFY(form.Confirm());
-    }
-
-    void componentsAreStoredAtOnceAndGoWithACancelledItem() {
-        {
-            CComposedForm form(*m_doc, kRecipes, -1, m_category);
-            AddFoods(form);
-            QCOMPARE(Database().Recipes().Count(), 3);
-        }
-        QCOMPARE(Database().Recipes().Count(), 0);
-        const qint32 edited = AddComposed(Database(), kRecipes, m_category, u"Kept"_s);
-        {
-            CComposedForm form(*m_doc, kRecipes, 0, m_category);
-            AddFoods(form);
-        }
-        QCOMPARE(PartsOf(Database(), kRecipes, edited), u"Apple,Tomato soup,Apple"_s);
-    }
-
-    void deletingComponentsAsks() {
-        for (const auto& [kind, word] : {std::pair(kMenus, u"menu"_s), {kRecipes, u"recipe"_s}}) {
-            CComposedForm form(*m_doc, kind, -1, m_category);
-            AddFoods(form);
-            QVERIFY(!form.DeleteComponents({}));
-            QVERIFY(!CComposedForm::MayEditComponent(0) && !CComposedForm::MayEditComponent(2));
-            QCOMPARE(m_messages->Said(),
-                     u"Please select food to delete.|Please select food to edit.|"
-                     "Please select only one food to edit."_s);
-            m_messages->answers = {false};
-            QVERIFY(!form.DeleteComponents({1}));
-            QVERIFY(form.DeleteComponents({1}));
-            QVERIFY(form.DeleteComponents({0, 1}));
-            m_messages->asked.removeFirst();
-            QCOMPARE(std::exchange(m_messages->asked, {}).join(u'|'),
-                     u"Are you sure you want to delete food 'Tomato soup' from %1?|"
-                     "Are you sure you want to delete 2 foods from %1?"_s.arg(word));
-            QVERIFY(form.Components().empty());
-        }
-    }
-
-    void anEditedComponentIsScaledFromWhatItWas() {
-        CComposedForm form(*m_doc, kRecipes, -1, m_category);
-        AddFoods(form);
-        const auto request = CAddFoodRequest::ForComponent(Database(), form.Components()[0]);
-        QCOMPARE(request.allowedKinds, int{kAllowFood});
-        CAddFoodForm edit(*m_doc, request);
-        QCOMPARE(edit.CategoryText(), u"Fruit"_s);
-        edit.SetAmountText(u"3"_s);
-        QVERIFY(edit.Confirm() && form.ReplaceComponent(0, edit.GetResult()));
-        // 156 kcal for 2 apples, so 234 for 3.
-        QCOMPARE(form.Components()[0].GetNutrientValue(kEnergyIndex), 234.0);
-        QCOMPARE(form.ServingText(0), u"3.00x1 medium"_s);
-        QCOMPARE(form.Components().size(), 3U);
     }
 
     void aRecipeMayNotHoldItself() {

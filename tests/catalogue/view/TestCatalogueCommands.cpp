@@ -41,6 +41,7 @@ class TestCatalogueCommands : public CCatalogueTest {
         const qint32 here = rules.AddCategory(u"Here"_s);
         QCOMPARE(rules.AddCategory(u"Here"_s), -1);
         QVERIFY(!rules.MayAddItem(-1) && !rules.DeleteCategory(-1));
+        QVERIFY(!rules.RenameCategory(99, u"Nowhere"_s));
         for (const char* name : {"Stew", "Tea"}) {
             AddItem(kind, here, QString::fromLatin1(name), u"hot"_s);
         }

@@ -1,0 +1,281 @@
+// What a user does in the windows, and what is seen and stored then: the stories of stories.txt.
+#include "FrameFixture.h"
+#include "StoredRecords.h"
+
+#include <QEventLoop>
+#include <QHeaderView>
+#include <QRegularExpression>
+
+#include "controls/Dialog.h"
+#include "controls/ReportList.h"
+#include "support/Clicks.h"
+#include "support/Files.h"
+#include "support/Portrait.h"
+#include "support/SeenText.h"
+
+namespace {
+struct CView {
+    QString name;
+    int command;
+};
+const CView kViews[] = {{u"diet"_s, kSwitchToDiet},           {u"weight"_s, kSwitchToWeight},
+                        {u"exercises"_s, kSwitchToExercises}, {u"foods"_s, kSwitchToFoods},
+                        {u"menus"_s, kSwitchToMenus},         {u"recipes"_s, kSwitchToRecipes},
+                        {u"exlib"_s, kSwitchToExlib}};
+/// So many changed rows of a list are shown; a digest stands for more.
+constexpr qsizetype kMostRows = 4;
+}  // namespace
+
+/// The steps of a line "> step; step; ..." are done one after the other, also in the dialogs that
+/// they open. After them comes what is seen then: the window in front when it is another one, what
+/// has changed in it since it was seen last, what was said and asked, and what has changed in the
+/// volume. A line that ends with ';' goes on in the next. A step names its widget by "@name"; else
+/// it goes to the one in focus.
+///
+///     show foods          a view                do Find food...     a command of the window
+///     press @ok           a button              key Down Ctrl+C     keys
+///     type @name a text   a text into a field   cell @grid 1 0 2.5  and into a cell
+///     row @items 2        a click               tab @pages 1        a page
+///     drag @items 0 120   a column's width      look                at all of the window
+///     answer no           to what is asked      file name           and read: what it holds
+///     full, room          of the disk           again               after the next start
+class TestStories : public CFrameTest {
+    Q_OBJECT
+
+  private slots:
+    void aStoryGoesAsWritten_data() {
+        QTest::addColumn<int>("none");
+        for (const QString& name : m_stories.Names()) {
+            QTest::newRow(qPrintable(name));
+        }
+    }
+    void aStoryGoesAsWritten() {
+        const QString name = QString::fromUtf8(QTest::currentDataTag());
+        FillEveryView();
+        OpenFrame();
+        m_states.clear();
+        m_title.clear();
+        m_stored = CStoredRecords(Database().GetStore(), u"Ann"_s);
+        for (const QString& line : m_stories.Section(name).split(u'\n')) {
+            if (line.startsWith(u"> ")) {
+                m_steps.append(line);
+                m_steps.append(line.sliced(2).remove(QRegularExpression(u";$"_s)).split(u"; "_s));
+                m_steps.append(line.endsWith(u';') ? QString() : u"?"_s);
+            }
+        }
+        Next();
+        m_loop.exec();
+        m_full.reset();
+        m_frame.reset();
+        m_stories.Compare(name, std::exchange(m_told, {}));
+    }
+
+  private:
+    /// Goes on once the steps before have returned, or wait in a dialog that they opened.
+    void Next() {
+        QTimer::singleShot(0, this, [this] {
+            const auto windows = QApplication::topLevelWidgets();
+            const auto dialogs = std::ranges::count_if(windows, [](const QWidget* window) {
+                return window->isVisible() && window->isModal();
+            });
+            Window()->activateWindow();
+            if (m_running > dialogs || !Window()->isActiveWindow()) {
+                Next();
+            } else if (m_steps.isEmpty()) {
+                m_loop.quit();
+            } else {
+                Next();
+                ++m_running;
+                QCoreApplication::sendPostedEvents();  // of what was shown or laid out anew
+                if (const QString title = TitleOf(*Window()); !m_states.contains(title)) {
+                    m_states[title] = CPortrait::StateOf(*View());
+                }
+                const QString step = m_steps.takeFirst();
+                m_told += step.startsWith(u'>') ? step + u'\n'
+                          : step == u"?"        ? CSeenText::Wrapped(Seen())
+                          : Do(step)            ? QString()
+                                                : u"cannot "_s + step + u'\n';
+                --m_running;
+            }
+        });
+    }
+    void OpenFrame() {
+        m_frame = std::make_unique<CDietFrame>(*m_doc);
+        m_frame->resize(900, 700);
+        Show(*m_frame);
+    }
+    [[nodiscard]] QWidget* Window() const {
+        QWidget* dialog = QApplication::activeModalWidget();
+        return dialog == nullptr ? m_frame.get() : dialog;
+    }
+    /// The dialog in front, or the view.
+    [[nodiscard]] QWidget* View() const {
+        return Window() == m_frame.get() ? m_frame->ActiveView() : Window();
+    }
+
+    /// False when there is nothing to do it with.
+    bool Do(const QString& step) {
+        const QString verb = step.section(u' ', 0, 0);
+        QStringList words = step.split(u' ').sliced(1);
+        const qsizetype named = words.indexOf(QRegularExpression(u"@.*"_s));
+        const QString name = named < 0 ? QString() : words.takeAt(named).sliced(1);
+        const QString rest = words.join(u' ').replace(u"x*129"_s, QString(129, u'x'));
+        if (step.isEmpty() || DoWithAll(verb, rest)) {
+            return true;
+        }
+        QWidget* widget = name.isEmpty() ? Window()->focusWidget() : nullptr;
+        for (auto* found : Window()->findChildren<QWidget*>(QString(name).replace(u'_', u' '))) {
+            widget = !name.isEmpty() && found->isVisibleTo(Window()) ? found : widget;
+        }
+        return widget != nullptr && DoWith(*widget, verb, rest);
+    }
+    bool DoWithAll(const QString& verb, const QString& rest) {
+        const bool isInDialog = Window() != m_frame.get();
+        if (verb == u"show" && !isInDialog) {
+            const auto* view = std::ranges::find(kViews, rest, &CView::name);
+            return view != std::end(kViews) && m_frame->ShowView(view->command);
+        }
+        if (verb == u"do") {
+            const auto actions = View()->findChildren<QAction*>();
+            const auto action = std::ranges::find(actions, rest, &QAction::text);
+            if (action != actions.end()) {
+                (*action)->trigger();
+            }
+            return action != actions.end();
+        }
+        if (verb == u"again" && !isInDialog) {
+            m_frame.reset();
+            Reopen();
+            m_doc->dayShown = kDay;
+            const bool isActive = m_doc->SetActiveProfile(u"Ann"_s);
+            OpenFrame();
+            return isActive;
+        }
+        m_messages->answer = verb == u"answer" ? rest == u"yes" : m_messages->answer;
+        m_messages->chosenFile = verb != u"file"  ? m_messages->chosenFile
+                                 : rest.isEmpty() ? QString()
+                                                  : Path(rest);
+        if (verb == u"full" || verb == u"room") {
+            m_full = verb == u"full" ? std::make_unique<CFileSizeLimit>(1) : nullptr;
+        } else if (verb == u"read") {
+            m_told += QString::fromUtf8(Load(Path(rest))).replace(u"\r\n"_s, u"/\n"_s);
+        } else if (verb == u"look") {
+            m_states.insert(TitleOf(*Window()), {});
+        }
+        return QStringLiteral("answer file full room read look").contains(verb);
+    }
+    static bool DoWith(QWidget& widget, const QString& verb, const QString& rest) {
+        const int number = rest.section(u' ', 0, 0).toInt();
+        const int second = rest.section(u' ', 1, 1).toInt();
+        auto* view = qobject_cast<QTreeView*>(&widget);
+        if (verb == u"press") {
+            // The widget of a box is wider than what takes a click.
+            QTest::mouseClick(&widget, Qt::LeftButton, {}, {8, widget.height() / 2});
+        } else if (verb == u"key") {
+            widget.setFocus();
+            for (const QString& keys : rest.split(u' ')) {
+                const QKeyCombination key = QKeySequence::fromString(keys)[0];
+                QWidget* focus = widget.window()->focusWidget();
+                QTest::keyClick(focus, key.key(), key.keyboardModifiers());
+            }
+        } else if (verb == u"type") {
+            Type(widget, rest);
+        } else if (verb == u"row" && view != nullptr) {
+            const QModelIndex row = view->model()->index(number, 0);
+            view->expand(row);
+            const QModelIndex below = view->model()->index(second, 0, row);
+            const QRect place = view->visualRect(rest.contains(u' ') ? below : row);
+            QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, place.center());
+        } else if (auto* grid = qobject_cast<CGrid*>(&widget); verb == u"cell" && grid != nullptr) {
+            return TypeInto(grid, number, second, rest.section(u' ', 2));
+        } else if (verb == u"drag" && view != nullptr) {
+            view->header()->resizeSection(number, second);
+        } else if (auto* pages = qobject_cast<QTabWidget*>(&widget); pages != nullptr) {
+            pages->setCurrentIndex(number);
+        } else if (auto* tabs = qobject_cast<QTabBar*>(&widget); tabs != nullptr) {
+            tabs->setCurrentIndex(number);
+        } else {
+            return false;
+        }
+        return true;
+    }
+    static void Type(QWidget& widget, const QString& text) {
+        auto* box = qobject_cast<QComboBox*>(&widget);
+        auto* spin = qobject_cast<QSpinBox*>(&widget);
+        auto* edit = box == nullptr ? qobject_cast<QLineEdit*>(&widget) : box->lineEdit();
+        if (auto* moment = qobject_cast<QDateTimeEdit*>(&widget); moment != nullptr) {
+            moment->setDate(text.contains(u'-') ? QDate::fromString(text, Qt::ISODate)
+                                                : moment->date());
+            moment->setTime(text.contains(u':') ? QTime::fromString(text, Qt::ISODate)
+                                                : moment->time());
+        } else if (spin != nullptr) {
+            spin->setValue(text.toInt());
+        } else if (edit != nullptr) {
+            Replace(edit, text);
+        } else {
+            QTest::keyClicks(&widget, text);
+        }
+    }
+
+    QString TitleOf(const QWidget& window) const {
+        const int shown = &window == m_frame.get() ? m_frame->ActiveCommand() : 0;
+        return shown == 0 ? window.windowTitle()
+                          : std::ranges::find(kViews, shown, &CView::command)->name;
+    }
+    /// Since the last time.
+    QString Seen() {
+        const QString title = TitleOf(*Window());
+        const auto state = CPortrait::StateOf(*View());
+        const auto before = std::exchange(m_states[title], state);
+        QString text =
+            title == std::exchange(m_title, title) ? QString() : u"["_s + title + u"] "_s;
+        for (const CPortrait::CState& now : state) {
+            const auto old = std::ranges::find(before, now.name, &CPortrait::CState::name);
+            const bool isNew = old == before.end();
+            QString changes = isNew || old->value != now.value ? u'=' + now.value : QString();
+            QStringList rows;
+            for (qsizetype row = 0; row < now.rows.size(); ++row) {
+                if (isNew || old->rows.value(row) != now.rows[row]) {
+                    rows.append(u" %1:"_s.arg(row) + now.rows[row]);
+                }
+            }
+            changes += rows.first(std::min(rows.size(), kMostRows)).join(QString()) +
+                       CPortrait::DigestOf(rows.mid(kMostRows));
+            if (now.rows.size() != (isNew ? 0 : old->rows.size())) {
+                changes += u" (%1)"_s.arg(now.rows.size());
+            }
+            text += changes.isEmpty() ? QString() : now.name + changes + u' ';
+        }
+        for (const CPortrait::CState& old : before) {
+            if (std::ranges::find(state, old.name, &CPortrait::CState::name) == state.end()) {
+                text += u"no "_s + old.name + u' ';
+            }
+        }
+        text += Told(u"says"_s, m_messages->shown) + Told(u"asks"_s, m_messages->asked);
+        for (const CFileChoice& choice : std::exchange(m_messages->choices, {})) {
+            text += u"chooses '%1' %2%3 "_s.arg(choice.title, choice.initialName,
+                                                choice.defaultExtension);
+        }
+        const CStoredRecords stored(Database().GetStore(), u"Ann"_s);
+        static const QRegularExpression kAge(u"\\d+(?= ys)"_s);
+        return text.replace(kAge, u"#"_s) + stored.ChangesSince(std::exchange(m_stored, stored));
+    }
+    static QString Told(const QString& how, QStringList& texts) {
+        return texts.isEmpty() ? QString()
+                               : how + u" '"_s + std::exchange(texts, {}).join(u"' '"_s) + u"' "_s;
+    }
+
+    CSeenText m_stories{VELMORA_STORIES};
+    std::unique_ptr<CDietFrame> m_frame;
+    std::unique_ptr<CFileSizeLimit> m_full;
+    QEventLoop m_loop;
+    QStringList m_steps;
+    int m_running = 0;
+    QString m_told;
+    QString m_title;
+    QMap<QString, QList<CPortrait::CState>> m_states;
+    CStoredRecords m_stored;
+};
+
+QTEST_MAIN(TestStories)
+#include "TestStories.moc"
