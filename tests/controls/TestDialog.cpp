@@ -97,35 +97,6 @@ class TestDialog : public QObject {
         QCOMPARE(dialog.m_story, QStringList());
     }
 
-    void rowsArePickedByKeyAndClick() {
-        const std::tuple<QString, QString, QString> rows[] = {
-            {u"Banana"_s, u""_s, u"Banana"_s},
-            {u"Banana"_s, u"Apr"_s, u"Apricot"_s},
-            {u"Cherry"_s, u"Be"_s, u"Beetroot"_s},  // an unknown one is current
-            {u"Banana"_s, u"click"_s, u"Apricot"_s},
-        };
-        for (const auto& [current, typed, expected] : rows) {
-            CSampleDialog dialog;
-            QSignalSpy picked(&dialog.m_pickList, &CPickList::Picked);
-            dialog.m_pickList.Open(dialog.m_first, {u"Name"_s, kNames}, current);
-            auto* list = dialog.findChild<CReportList*>();
-            QCOMPARE(QApplication::focusWidget(), list);
-            QCOMPARE(list->selectionMode(), CReportList::SingleSelection);
-            if (typed == u"click") {
-                const QModelIndex index = list->model()->index(1, 0);
-                QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                                  list->visualRect(index).center());
-            } else {
-                QTest::keyClicks(list, typed);
-                QTest::keyClick(list, Qt::Key_Return);
-            }
-            QCOMPARE(picked.count(), 1);
-            QCOMPARE(picked[0][0].toString(), expected);
-            QVERIFY(!dialog.m_pickList.IsOpen());
-            QVERIFY(dialog.isVisible());
-        }
-    }
-
     void aDoubleClickPicksFromOneListOnly() {
         CSampleDialog dialog;
         QStringList picked;

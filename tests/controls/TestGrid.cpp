@@ -195,19 +195,6 @@ class TestGrid : public QObject {
         QCOMPARE(QApplication::focusWidget(), m_field);
     }
 
-    void checkBoxesToggleAndNamesOpen() {
-        Make(EGridKind::Checks, 2);
-        m_grid->SetChecked(1, true);
-        QVERIFY(!m_grid->IsChecked(0) && m_grid->IsChecked(1));
-        QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {},
-                          Cell(0, 0).topLeft() + QPoint(9, Cell(0, 0).height() / 2));
-        QVERIFY(m_grid->IsChecked(0) && !m_grid->IsEditing());
-        QTest::keyClick(m_grid, Qt::Key_Space);
-        QVERIFY(!m_grid->IsChecked(0));
-        Click(0, 0);
-        QVERIFY(m_grid->IsEditing() && !m_grid->IsChecked(0));
-    }
-
     void namesTakeWhatTheValuesLeave() {
         const CGrid grid(EGridKind::Values, {u"A"_s, u"B"_s}, u"Nutrients"_s);
         QCOMPARE(grid.columnWidth(1),

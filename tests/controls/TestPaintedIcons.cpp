@@ -2,12 +2,14 @@
 #include <QTest>
 
 #include "controls/PaintedIcons.h"
+#include "support/Portrait.h"
 
 class TestPaintedIcons : public QObject {
     Q_OBJECT
 
   private slots:
     void colourAndModeAreTheCallers() {
+        QCOMPARE(CPortrait::InkOf(ProgramIcon()), u" icon c33f"_s);
         const QIcon icon = PaintedIcon(EIcon::Add, Qt::red);
         QCOMPARE(icon.pixmap(64, 64).toImage().pixelColor(32, 32), QColor(Qt::red));
         const QImage off = icon.pixmap(64, 64, QIcon::Disabled).toImage();

@@ -6,13 +6,11 @@
 #include <QLabel>
 #include <QPainter>
 #include <QScrollBar>
-#include <QSignalSpy>
 #include <QSplitter>
 
 #include "diary/BmiDialog.h"
 #include "diary/DietMainView.h"
 #include "diary/TotalsList.h"
-#include "diary/WeightEditDialog.h"
 #include "diary/WeightMainView.h"
 #include "exercise/ExercisesMainView.h"
 #include "support/Clicks.h"
@@ -122,28 +120,6 @@ class TestDiaryViews : public CDiaryTest {
         COpenView<CDietMainView> again(*m_doc, "entries");
         QCOMPARE(again.list->header()->sectionSize(2), 133);
         QVERIFY(again.list->height() < Find<QWidget>(again.view, "totals")->height());
-    }
-
-    void stonesHaveTwoFieldsOnTheSmallestScreen() {
-        m_doc->Settings().preferences.weightUnit = EWeightUnit::Stones;
-        m_doc->Settings().preferences.heightUnit = EHeightUnit::Feet;
-        // 157.6289 lb
-        CWeightForm form(MakeWeight(kDay, QTime(7, 30), 71.5), m_doc->Preferences(), true);
-        CWeightEditDialog dialog(form, nullptr);
-        dialog.resize(240, 320);
-        Show(dialog);
-        auto* stones = Find<QLineEdit>(dialog, "weightMajor");
-        auto* pounds = Find<QLineEdit>(dialog, "weightMinor");
-        QCOMPARE(stones->text() + u' ' + pounds->text(), u"11 3.63"_s);
-        QCOMPARE(Find<QLineEdit>(dialog, "chestMajor")->accessibleName(), u"Chest, in"_s);
-        const QSignalSpy returns(stones, &QLineEdit::returnPressed);
-        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
-            QTest::keyClick(stones, key);
-            QVERIFY(dialog.isVisible());
-        }
-        QCOMPARE(returns.size(), 2);
-        QTest::keyClick(stones, Qt::Key_Tab);
-        QVERIFY(pounds->hasFocus());
     }
 
     void theTableStandsInTheColoursOfTheRisk() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMap>
+#include <QVariant>
 
 #include "platform/FileTime.h"
 #include "store/Database.h"
@@ -12,20 +13,17 @@ class CStoredRecords {
   public:
     CStoredRecords() = default;
     CStoredRecords(CRecordStore& store, const QString& profile) {
-        for (const CRecordLayout* layout : kLayouts) {
-            const QString suffix = layout == &kDietLayout        ? u"_Diet"_s
-                                   : layout == &kWeightLayout    ? u"_Weight"_s
-                                   : layout == &kExercisesLayout ? u"_Exercises"_s
-                                                                 : QString();
-            const QString name = QString::fromLatin1(layout->databaseName);
-            CDatabaseHandle handle =
-                store.OpenDatabase(name.isEmpty() ? profile + suffix : name,
-                                   layout->SortPropertyId(), layout->databaseType, true);
+        for (int source = 0; source < std::ssize(kSources); ++source) {
+            const CRecordLayout& layout = *kSources[source].layout;
+            const QString name = QString::fromLatin1(layout.databaseName);
+            CDatabaseHandle handle = store.OpenDatabase(
+                name.isEmpty() ? profile + QLatin1StringView(kSources[source].suffix) : name,
+                layout.SortPropertyId(), layout.databaseType, true);
             for (int position = 0; position < store.CountRecords(handle); ++position) {
                 const ObjectId record = store.SeekToPosition(handle, position);
                 PropertyList values;
-                if (store.ReadCurrent(handle, values) && std::ssize(values) == layout->Count()) {
-                    m_records.insert({layout, record}, values);
+                if (store.ReadCurrent(handle, values)) {
+                    m_records.insert({source, record}, values);
                 }
             }
         }
@@ -35,22 +33,24 @@ class CStoredRecords {
         QString text;
         for (const auto& [key, values] : before.m_records.asKeyValueRange()) {
             if (!m_records.contains(key)) {
-                text += u" -"_s + NameOf(*key.first, values);
+                text += u" -"_s + NameOf(key.first, values);
             }
         }
         for (const auto& [key, values] : m_records.asKeyValueRange()) {
             const PropertyList former = before.m_records.value(key);
+            const CRecordLayout& layout = std::ssize(values) == kViewSettingsLayout.Count()
+                                              ? kViewSettingsLayout
+                                              : *kSources[key.first].layout;
+            const CItemRecord empty(layout);
             QStringList changes;
             for (int i = 0; i < std::ssize(values); ++i) {
-                const PropertyValue empty = CItemRecord(*key.first).GetProperties()[i];
-                if (values[i] != (former.empty() ? empty : former[i])) {
-                    changes.append(QLatin1StringView(key.first->properties[i].name) + u' ' +
+                if (values[i] != (former.empty() ? empty.GetProperties() : former)[i]) {
+                    changes.append(QLatin1StringView(layout.properties[i].name) + u'=' +
                                    TextOfValue(values[i]));
                 }
             }
             if (!changes.isEmpty()) {
-                text += (former.empty() ? u" +"_s : u" ~"_s) + NameOf(*key.first, values) +
-                        u": "_s +
+                text += (former.empty() ? u" +"_s : u" ~"_s) + NameOf(key.first, values) + u": "_s +
                         changes.first(std::min<qsizetype>(changes.size(), 12)).join(u", "_s) +
                         CPortrait::DigestOf(changes.mid(12)) + u';';
             }
@@ -59,17 +59,24 @@ class CStoredRecords {
     }
 
   private:
-    static constexpr const CRecordLayout* kLayouts[] = {
-        &kFoodLayout,     &kMenuLayout,         &kRecipeLayout,       &kExerciseLibLayout,
-        &kCategoryLayout, &kNutrientNameLayout, &kViewSettingsLayout, &kProfileLayout,
-        &kDietLayout,     &kWeightLayout,       &kExercisesLayout};
+    struct CSource {
+        const CRecordLayout* layout;
+        const char* suffix;  ///< of a profile's database, after the profile's name
+    };
+    static constexpr CSource kSources[] = {
+        {&kFoodLayout, ""},          {&kMenuLayout, ""},
+        {&kRecipeLayout, ""},        {&kExerciseLibLayout, ""},
+        {&kCategoryLayout, ""},      {&kNutrientNameLayout, ""},
+        {&kProfileLayout, ""},       {&kDietLayout, "_Diet"},
+        {&kWeightLayout, "_Weight"}, {&kExercisesLayout, "_Exercises"}};
 
     /// What kind of record it is, and its first text.
-    static QString NameOf(const CRecordLayout& layout, const PropertyList& values) {
-        const QString kind = QString::fromLatin1(layout.writeFailure).section(u' ', 2, -3);
+    static QString NameOf(int source, const PropertyList& values) {
+        const QString failure = QString::fromLatin1(kSources[source].layout->writeFailure);
+        const QString kind = failure.section(u' ', 2, -3);
         for (const PropertyValue& value : values) {
             if (!TextOf(value).isEmpty()) {
-                return kind + u" '"_s + TextOf(value) + u'\'';
+                return kind + u" '"_s + CPortrait::Short(TextOf(value)) + u'\'';
             }
         }
         return kind;
@@ -78,18 +85,9 @@ class CStoredRecords {
         if (const auto* moment = std::get_if<qint64>(&value)) {
             return CPortrait::TextOf(DateOf(*moment)) + u' ' + CPortrait::TextOf(TimeOf(*moment));
         }
-        if (const auto* number = std::get_if<double>(&value)) {
-            return QString::number(*number, 'g', 12);
-        }
-        if (const auto* bytes = std::get_if<QByteArray>(&value)) {
-            return QString::number(bytes->size()) + u" bytes"_s;
-        }
-        const auto* small = std::get_if<qint16>(&value);
-        const auto* large = std::get_if<qint32>(&value);
-        return small   ? QString::number(*small)
-               : large ? QString::number(*large)
-                       : u'\'' + CPortrait::Short(TextOf(value)) + u'\'';
+        const auto textOf = [](const auto& any) { return QVariant::fromValue(any).toString(); };
+        return CPortrait::Short(std::visit(textOf, value));
     }
 
-    QMap<std::pair<const CRecordLayout*, ObjectId>, PropertyList> m_records;
+    QMap<std::pair<int, ObjectId>, PropertyList> m_records;
 };

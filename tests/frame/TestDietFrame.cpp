@@ -2,8 +2,6 @@
 
 #include <QAbstractItemModelTester>
 #include <QAction>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPointer>
 #include <QScreen>
 #include <QTabWidget>
@@ -12,7 +10,6 @@
 #include <limits>
 
 #include "app/FrameCommands.h"
-#include "controls/ReportList.h"
 #include "frame/DietFrame.h"
 #include "profile/PreferencesDialog.h"
 #include "support/Clicks.h"

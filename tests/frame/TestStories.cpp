@@ -2,6 +2,7 @@
 #include "FrameFixture.h"
 #include "StoredRecords.h"
 
+#include <QActionGroup>
 #include <QEventLoop>
 #include <QHeaderView>
 #include <QRegularExpression>
@@ -14,14 +15,6 @@
 #include "support/SeenText.h"
 
 namespace {
-struct CView {
-    QString name;
-    int command;
-};
-const CView kViews[] = {{u"diet"_s, kSwitchToDiet},           {u"weight"_s, kSwitchToWeight},
-                        {u"exercises"_s, kSwitchToExercises}, {u"foods"_s, kSwitchToFoods},
-                        {u"menus"_s, kSwitchToMenus},         {u"recipes"_s, kSwitchToRecipes},
-                        {u"exlib"_s, kSwitchToExlib}};
 /// So many changed rows of a list are shown; a digest stands for more.
 constexpr qsizetype kMostRows = 4;
 }  // namespace
@@ -32,13 +25,14 @@ constexpr qsizetype kMostRows = 4;
 /// volume. A line that ends with ';' goes on in the next. A step names its widget by "@name"; else
 /// it goes to the one in focus.
 ///
-///     show foods          a view                do Find food...     a command of the window
-///     press @ok           a button              key Down Ctrl+C     keys
+///     do Find food...     a command or view     key Down Ctrl+C     keys
+///     press @ok           a button
 ///     type @name a text   a text into a field   cell @grid 1 0 2.5  and into a cell
 ///     row @items 2        a click               tab @pages 1        a page
 ///     drag @items 0 120   a column's width      look                at all of the window
 ///     answer no           to what is asked      file name           and read: what it holds
-///     full, room          of the disk           again               after the next start
+///     full, room          of the disk           away, back          of the volume
+///     again               after the next start
 class TestStories : public CFrameTest {
     Q_OBJECT
 
@@ -55,6 +49,7 @@ class TestStories : public CFrameTest {
         OpenFrame();
         m_states.clear();
         m_title.clear();
+        m_heard.clear();
         m_stored = CStoredRecords(Database().GetStore(), u"Ann"_s);
         for (const QString& line : m_stories.Section(name).split(u'\n')) {
             if (line.startsWith(u"> ")) {
@@ -130,20 +125,16 @@ class TestStories : public CFrameTest {
         return widget != nullptr && DoWith(*widget, verb, rest);
     }
     bool DoWithAll(const QString& verb, const QString& rest) {
-        const bool isInDialog = Window() != m_frame.get();
-        if (verb == u"show" && !isInDialog) {
-            const auto* view = std::ranges::find(kViews, rest, &CView::name);
-            return view != std::end(kViews) && m_frame->ShowView(view->command);
-        }
         if (verb == u"do") {
-            const auto actions = View()->findChildren<QAction*>();
+            const auto actions =
+                View()->findChildren<QAction*>() + Window()->findChildren<QAction*>();
             const auto action = std::ranges::find(actions, rest, &QAction::text);
             if (action != actions.end()) {
                 (*action)->trigger();
             }
             return action != actions.end();
         }
-        if (verb == u"again" && !isInDialog) {
+        if (verb == u"again") {
             m_frame.reset();
             Reopen();
             m_doc->dayShown = kDay;
@@ -157,6 +148,10 @@ class TestStories : public CFrameTest {
                                                   : Path(rest);
         if (verb == u"full" || verb == u"room") {
             m_full = verb == u"full" ? std::make_unique<CFileSizeLimit>(1) : nullptr;
+        } else if (verb == u"away" || verb == u"back") {
+            const QString here = Path(u"v.db"_s);
+            const QString there = Path(u"away.db"_s);
+            return verb == u"away" ? QFile::rename(here, there) : QFile::rename(there, here);
         } else if (verb == u"read") {
             m_told += QString::fromUtf8(Load(Path(rest))).replace(u"\r\n"_s, u"/\n"_s);
         } else if (verb == u"look") {
@@ -218,9 +213,9 @@ class TestStories : public CFrameTest {
     }
 
     QString TitleOf(const QWidget& window) const {
-        const int shown = &window == m_frame.get() ? m_frame->ActiveCommand() : 0;
-        return shown == 0 ? window.windowTitle()
-                          : std::ranges::find(kViews, shown, &CView::command)->name;
+        return &window == m_frame.get()
+                   ? m_frame->findChild<QActionGroup*>()->checkedAction()->text()
+                   : window.windowTitle();
     }
     /// Since the last time.
     QString Seen() {
@@ -251,7 +246,8 @@ class TestStories : public CFrameTest {
                 text += u"no "_s + old.name + u' ';
             }
         }
-        text += Told(u"says"_s, m_messages->shown) + Told(u"asks"_s, m_messages->asked);
+        text += Told(u"says"_s, m_messages->shown) + Told(u"for"_s, m_messages->details) +
+                Told(u"offers"_s, m_messages->offered) + Told(u"asks"_s, m_messages->asked);
         for (const CFileChoice& choice : std::exchange(m_messages->choices, {})) {
             text += u"chooses '%1' %2%3 "_s.arg(choice.title, choice.initialName,
                                                 choice.defaultExtension);
@@ -260,9 +256,15 @@ class TestStories : public CFrameTest {
         static const QRegularExpression kAge(u"\\d+(?= ys)"_s);
         return text.replace(kAge, u"#"_s) + stored.ChangesSince(std::exchange(m_stored, stored));
     }
-    static QString Told(const QString& how, QStringList& texts) {
-        return texts.isEmpty() ? QString()
-                               : how + u" '"_s + std::exchange(texts, {}).join(u"' '"_s) + u"' "_s;
+    /// In full the first time.
+    QString Told(const QString& how, QStringList& texts) {
+        QString told = texts.isEmpty() ? QString() : how + u' ';
+        for (QString& text : std::exchange(texts, {})) {
+            text.remove(m_folder->path());
+            told += u'\'' + (m_heard.contains(text) ? CPortrait::Short(text) : text) + u"' "_s;
+            m_heard.insert(text);
+        }
+        return told;
     }
 
     CSeenText m_stories{VELMORA_STORIES};
@@ -273,6 +275,7 @@ class TestStories : public CFrameTest {
     int m_running = 0;
     QString m_told;
     QString m_title;
+    QSet<QString> m_heard;
     QMap<QString, QList<CPortrait::CState>> m_states;
     CStoredRecords m_stored;
 };

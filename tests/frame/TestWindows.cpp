@@ -67,27 +67,6 @@ class TestWindows : public CFrameTest {
         }
     }
 
-    void anEmptyViewSaysWhatToDo_data() {
-        AddRows<int>({{"no diet", kSwitchToDiet},
-                      {"no weight", kSwitchToWeight},
-                      {"no exercises", kSwitchToExercises},
-                      {"no foods", kSwitchToFoods}});
-    }
-    void anEmptyViewSaysWhatToDo() {
-        const auto& [command] = DataRow<int>();
-        MakeDiary();
-        m_doc->selectedMeal = kAllMeals;
-        CDietFrame frame(*m_doc);
-        frame.resize(900, 700);
-        Show(frame);
-        QVERIFY(frame.ShowView(command));
-        QCoreApplication::processEvents();
-        const auto* graph = Find<QWidget>(*frame.ActiveView(), "graph");
-        Compare(CPortrait::Of(*frame.ActiveView()) + u" says "_s +
-                    (graph == nullptr ? QString() : graph->accessibleDescription()),
-                QTest::currentDataTag(), graph == nullptr ? "no foods" : "diet");
-    }
-
     void aGraphDrawsItsData_data() {
         AddRows<int, EWeightUnit, EGraphSpan>({
             {"weight graph", kSwitchToWeight, EWeightUnit::Kilograms, EGraphSpan::All},

@@ -67,7 +67,7 @@ class CPortrait {
     }
     /// A long text without its middle.
     static QString Short(const QString& text) {
-        return text.size() < 120 ? text : text.first(50) + DigestOf({text}) + text.last(50);
+        return text.size() < 100 ? text : text.first(30) + DigestOf({text}) + text.last(20);
     }
     /// What a named widget in sight holds; the last one, "focus", says which has the focus.
     struct CState {

@@ -22,6 +22,13 @@ class TestAddFoodForm : public CDiaryTest {
         AddCategory(Database(), u"Empty"_s);
         form.Pick(EPicker::Category, u"Empty"_s);
         QCOMPARE(refusals(), u"There are no names to select.|There are no types to select."_s);
+        AddCatalogue();
+        form.Pick(EPicker::Category, u"Soups"_s);
+        form.Pick(EPicker::Name, u"Tomato soup"_s);
+        QVERIFY(Database().Foods().Delete(0) && Database().Foods().Delete(0) &&
+                Database().Foods().Delete(0));
+        form.Pick(EPicker::Type, u"home made"_s);
+        QCOMPARE(m_messages->Said(), u"Cannot load food."_s);
     }
 
     void aNewAmountScalesAllValuesOfAnEntry() {
