@@ -150,29 +150,6 @@ class TestGrid : public QObject {
         QVERIFY(edit->width() > widened);
     }
 
-    void aChoiceReplacesTheTextAndTypingIsFree() {
-        Make(EGridKind::Choices, 1);
-        m_grid->SetCellText(0, 0, u"1 cup"_s);
-        Click(0, 0);
-        auto* box = m_grid->findChild<QComboBox*>();
-        QStringList words;
-        for (int i = 0; i < box->count(); ++i) {
-            words << box->itemText(i);
-        }
-        QCOMPARE(words.join(u'|'), u"gm|cup|piece"_s);
-        QCOMPARE(box->currentText(), u"1 cup"_s);
-        box->showPopup();
-        QTest::keyClick(box->view(), Qt::Key_End);
-        QTest::keyClick(box->view(), Qt::Key_Return);
-        QVERIFY(m_grid->IsEditing());
-        QCOMPARE(box->currentText(), u"piece"_s);
-        box->lineEdit()->selectAll();
-        QTest::keyClicks(box, u"2 p"_s);
-        QTest::keyClick(box, Qt::Key_Return);
-        QCOMPARE(Ended(), QStringList{u"0,0:2 p"_s});
-        QCOMPARE(QApplication::focusWidget(), m_grid);
-    }
-
     void theKeyboardReachesEveryCellAndGetsOut() {
         Make(EGridKind::Values, 2);
         m_grid->SetCellText(0, 1, u"7"_s);

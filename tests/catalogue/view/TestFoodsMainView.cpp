@@ -8,10 +8,11 @@
 
 #include "catalogue/pick/FindItems.h"
 #include "catalogue/view/CategoryTreeModel.h"
+#include "catalogue/view/ComposedMainView.h"
 #include "catalogue/view/FoodsMainView.h"
 #include "controls/ReportList.h"
-#include "support/CatalogueTest.h"
 #include "support/Clicks.h"
+#include "support/ComposedSamples.h"
 
 using namespace Qt::StringLiterals;
 
@@ -50,6 +51,23 @@ class TestFoodsMainView : public CCatalogueTest {
         QCOMPARE(model.IndexOf(1, u"Milk"_s).row(), 1);  // reads the names
         model.Reload(false);
         model.Reload(false);
+    }
+
+    void anItemThatIsGoneIsNotOpened() {
+        AddComposed(Database(), kMenus, AddCategory(Database(), u"Week"_s, kMenus), u"Stew"_s);
+        CMenusMainView view(*m_doc, nullptr);
+        Show(view);
+        Find<CReportList>(view, "items")->SelectRow(0);
+        QVERIFY(Database().Menus().Delete(0));
+        Find<QAction>(view, "Edit menu")->trigger();
+        QCOMPARE(m_messages->Said(), u"Cannot update menu."_s);
+    }
+
+    void theSplitIsKept() {
+        Open();
+        m_doc->CatalogueState(kFoods).splitterPerMille = 600;
+        m_view->StoreLayout();
+        QCOMPARE(CCatalogueViewSettings::Load(Database(), kFoods).splitterPerMille, 600);
     }
 
     void findNextFollowsItsLastMatchWhereverItMoves() {
