@@ -48,6 +48,7 @@ class TestWindowMessages : public QObject {
             OnDialog<QMessageBox>([text](QMessageBox& box) {
                 QCOMPARE(box.text() + u'|' + box.informativeText(),
                          u"Cannot add food.|The file '<b>' is gone."_s);
+                QCOMPARE(box.icon(), QMessageBox::Critical);
                 for (QAbstractButton* button : box.buttons()) {
                     if (button->text() == text) {
                         button->click();

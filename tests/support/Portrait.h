@@ -221,10 +221,11 @@ class CPortrait {
         const auto* button = qobject_cast<const QAbstractButton*>(&widget);
         const auto* spin = qobject_cast<const QSpinBox*>(&widget);
         const auto* slider = qobject_cast<const QSlider*>(&widget);
-        return label    ? label->text()
-               : edit   ? u'"' + edit->text() + u'"' + If(edit->hasSelectedText(), u" selected"_s)
-               : box    ? box->currentText() + u'{' + Items(*box) + u'}'
-               : button ? If(button->isCheckable(), button->isChecked() ? u"x"_s : u"-"_s)
+        return label  ? label->text() + widget.accessibleDescription()
+               : edit ? u'"' + edit->text() + u'"' + If(edit->hasSelectedText(), u" selected"_s)
+               : box  ? box->currentText() + u'{' + Items(*box) + u'}'
+               : button
+                   ? If(button->isCheckable(), (button->isChecked() ? u'x' : u'-') + button->text())
                : spin   ? spin->text()
                : slider ? QString::number(slider->value())
                         : Own(widget).section(u'=', 1) + widget.accessibleDescription();
@@ -284,8 +285,9 @@ class CPortrait {
         }
         return rows;
     }
-    /// How a list or tree behaves; said when it is not as usual.
-    static constexpr auto kUsual = QStringView(u"flat closed uniform rows fixed short clearable ");
+    /// How a list or tree behaves; said when it is not as most lists or grids do.
+    static constexpr QStringView kUsual[] = {u"flat closed uniform rows fixed short clearable ",
+                                             u"flat closed uniform locked fixed short thin"};
     static QString TraitsOf(const QTreeView& list) {
         const QHeaderView& header = *list.header();
         return If(!list.rootIsDecorated(), u"flat "_s) + If(!list.itemsExpandable(), u"closed "_s) +
@@ -304,7 +306,10 @@ class CPortrait {
                u'{' + If(view.isHeaderHidden(), u"-"_s) + Ends(RowTexts(view)).join(u"; "_s) +
                u'}' + If(view.selectionMode() == QTreeView::ExtendedSelection, u" many"_s) +
                If(view.horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff, u" unscrolled"_s) +
-               If(traits != kUsual, u" ("_s + traits.trimmed() + u')');
+               If(view.header()->isSortIndicatorShown(), u" sorts"_s) +
+               If(view.sizeHintForRow(0) * 2 < view.fontMetrics().height() * 3, u" tight"_s) +
+               If(std::ranges::find(kUsual, traits) == std::end(kUsual),
+                  u" ("_s + traits.trimmed() + u')');
     }
     static QString Facts(const QWidget& widget) {
         const QString said = widget.accessibleName();
