@@ -117,6 +117,9 @@ class TestDiaryViews : public CDiaryTest {
         QCOMPARE(m_doc->Settings().dietTab.columnWidths[2], 133);
         QCOMPARE(m_doc->Settings().dietTab.columnWidths[0], 0);
         QVERIFY(m_doc->Settings().dietTab.splitterPerMille < 400);
+        COpenView<CExercisesMainView>(*m_doc, "exercises").list->header()->resizeSection(0, 120);
+        const COpenView<CExercisesMainView> exercises(*m_doc, "exercises");
+        QCOMPARE(exercises.list->columnWidth(0), 120);
         COpenView<CDietMainView> again(*m_doc, "entries");
         QCOMPARE(again.list->header()->sectionSize(2), 133);
         QVERIFY(again.list->height() < Find<QWidget>(again.view, "totals")->height());

@@ -1,7 +1,6 @@
 // What the windows do when the volume is removed, replaced or written over beneath them.
 #include "FrameFixture.h"
 
-#include "app/FrameCommands.h"
 #include "controls/Dialog.h"
 #include "support/Clicks.h"
 #include "support/DataRows.h"

@@ -1,12 +1,14 @@
 // What each view shows and offers, and each dialog that its commands open.
 #include "FrameFixture.h"
 
+#include <QHelpEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <QRegularExpression>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QToolBar>
+#include <QToolTip>
 
 #include "controls/Dialog.h"
 #include "controls/ReportList.h"
@@ -98,6 +100,16 @@ class TestWindows : public CFrameTest {
         Show(frame);
         QVERIFY(frame.ShowView(command));
         auto* graph = Find<QWidget>(*frame.ActiveView(), "graph");
+        QStringList tips;
+        for (int i = 0; i < graph->width() * graph->height() / 16; ++i) {
+            const QPoint place = QPoint(i / (graph->height() / 4), i % (graph->height() / 4)) * 4;
+            QHelpEvent help(QEvent::ToolTip, place, graph->mapToGlobal(place));
+            QApplication::sendEvent(graph, &help);
+            tips.append(QToolTip::text());
+        }
+        tips.removeDuplicates();
+        QCOMPARE(tips.join(u"; "_s).remove(QRegularExpression(u"^; "_s)),
+                 graph->accessibleDescription());
         Compare(CDrawing(*graph).Text() + u" says "_s + graph->accessibleDescription(), name,
                 command == kSwitchToWeight ? "weight graph" : "exercises graph");
     }
