@@ -6,6 +6,7 @@
 #include <QEventLoop>
 #include <QHeaderView>
 #include <QRegularExpression>
+#include <QWheelEvent>
 
 #include "support/Clicks.h"
 #include "support/Files.h"
@@ -28,7 +29,7 @@ constexpr qsizetype kMostRows = 4;
 ///     type @name a text   a text into a field   cell @grid 1 0 2.5  and into a cell
 ///     row @items 2        a click               tab @pages 1        a page
 ///     drag @items 0 120   a column's width      look                at all of the window
-///     answer no           to what is asked      file name           and read: what it holds
+///     answer no, file f   to what is asked      wheel @minutes      a turn of the wheel
 ///     full, room          of the disk           away, back          of the volume
 ///     again               after the next start
 class TestStories : public CFrameTest {
@@ -150,12 +151,10 @@ class TestStories : public CFrameTest {
             const QString here = Path(u"v.db"_s);
             const QString there = Path(u"away.db"_s);
             return verb == u"away" ? QFile::rename(here, there) : QFile::rename(there, here);
-        } else if (verb == u"read") {
-            m_told += QString::fromUtf8(Load(Path(rest))).replace(u"\r\n"_s, u"/\n"_s);
         } else if (verb == u"look") {
             m_states.insert(TitleOf(*Window()), {});
         }
-        return QStringLiteral("answer file full room read look").contains(verb);
+        return QStringLiteral("answer file full room look").contains(verb);
     }
     static bool DoWith(QWidget& widget, const QString& verb, const QString& rest) {
         const int number = rest.section(u' ', 0, 0).toInt();
@@ -171,6 +170,9 @@ class TestStories : public CFrameTest {
                 QWidget* focus = widget.window()->focusWidget();
                 QTest::keyClick(focus, key.key(), key.keyboardModifiers());
             }
+        } else if (verb == u"wheel") {
+            QWheelEvent turn({}, {}, {}, {0, 120}, {}, {}, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(&widget, &turn);
         } else if (verb == u"type") {
             Type(widget, rest);
         } else if (verb == u"row" && view != nullptr) {
