@@ -75,6 +75,10 @@ class TestStories : public CFrameTest {
             Window()->activateWindow();
             if (m_running > dialogs || !Window()->isActiveWindow()) {
                 Next();
+            } else if (m_steps.isEmpty() && dialogs > 0) {
+                m_told += u"left open\n"_s;
+                Window()->close();
+                Next();
             } else if (m_steps.isEmpty()) {
                 m_loop.quit();
             } else {

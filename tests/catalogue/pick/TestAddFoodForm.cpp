@@ -28,7 +28,7 @@ class TestAddFoodForm : public CDiaryTest {
         QVERIFY(Database().Foods().Delete(0) && Database().Foods().Delete(0) &&
                 Database().Foods().Delete(0));
         form.Pick(EPicker::Type, u"home made"_s);
-        QCOMPARE(m_messages->Said(), u"Cannot load food."_s);
+        QCOMPARE(m_messages->Said() + form.NameText(), u"Cannot load food.Tomato soup"_s);
     }
 
     void aNewAmountScalesAllValuesOfAnEntry() {
