@@ -1,0 +1,35 @@
+# The words of the sessions. Each command of velmora-cli is one, on the volume v.db.
+v() { "$cli" --volume v.db "$@"; }
+for group in profile foods menus recipes exlib categories diet weight bmi exercises report purge
+do eval "$group() { v $group \"\$@\"; }"
+done
+ann="--profile Ann --date 2026-06-02"
+noon="$ann --time 12:30 --meal Lunch"
+apple="--category Fruit --name Apple --type raw"
+morning="$ann --time 07:30"
+days="--profile Ann --from 2026-06-01 --to 2026-06-30"
+man="--sex male --birth 1996-06-01 --height 180 --activity 0"
+plan="--start 2026-06-01 --start-weight 80 --goal 2026-09-01 --goal-weight 80"
+
+# The columns of 54 nutrients, of which some are given: values 0=52 3=1.5
+values() {
+    awk -v given="$*" 'BEGIN {
+        count = split(given, parts, "[ =]")
+        for (i = 1; i < count; i += 2) value[parts[i]] = parts[i + 1]
+        for (i = 0; i < 54; i++) printf "%s,", i in value ? value[i] : 0
+    }'
+}
+# A line of a file of foods: food CATEGORY NAME TYPE NUTRIENTS SERVINGS
+food() { printf '1,%s,%s,%s,%s%s\r\n' "$1" "$2" "$3" "$(values ${4-0=1})" "${5-cup,100,}"; }
+# Of menus and recipes, with the column that is read and not written:
+# part KIND CATEGORY OWNER NAME NUTRIENTS SERVING
+part() { printf '7,%s,%s,%s,%s,%s0,%s\r\n' "$1" "$2" "$3" "$4" "$(values ${5-0=1})" "${6-cup,1,}"; }
+good() { food Soups Soup "$@"; }
+lunch() { part Menu Week Lunch ""; part Food Week Lunch "$1"; }
+parts() { menus show --category Week --name Lunch | grep "t . name" | joined; }
+text=$(printf '%0128d')  # longer than a record's texts
+long=$(printf '%064d')   # longer than a serving's
+# Rows whose value is not 0, on one line.
+some() { grep -v "$(printf '\t0$')" | joined; }
+joined() { paste -sd'~' | sed 's/~/; /g'; }
+show() { tr -d '\r' < "$1"; }
