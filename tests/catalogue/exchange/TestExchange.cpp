@@ -1,0 +1,291 @@
+// Import and export over real files and a real volume, as far as a window or a fault comes into it.
+#include <sys/stat.h>
+
+#include <QDir>
+
+#include "catalogue/exchange/CsvExchange.h"
+#include "catalogue/exchange/CsvFields.h"
+#include "catalogue/exchange/InstructionsField.h"
+#include "support/ComposedSamples.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QByteArray kValues = QByteArray("2.000,").repeated(kNutrientCount);
+
+QByteArray FoodFile(int count, const QByteArray& category = "Soups") {
+    QByteArray lines = "<Foods>\r\nNDB_No,Category\r\n";
+    for (int i = 0; i < count; ++i) {
+        lines +=
+            "1," + category + ",Soup," + QByteArray::number(i) + ',' + kValues + "cup,240,\r\n";
+    }
+    return lines + "<End>\r\n";
+}
+
+/// With the column that the writers do not write.
+QByteArray MenuLine(const QByteArray& type, const QByteArray& name, const QByteArray& food) {
+    return "7," + type + ",Week," + name + ',' + food + ',' + kValues + "0,cup,1.5,\r\n";
+}
+}  // namespace
+
+class TestExchange : public CCatalogueTest {
+    Q_OBJECT
+
+  private slots:
+    void cancelKeepsWhatIsThere() {
+        m_messages->progress.cancelAfterPumps = 2;
+        QCOMPARE(Import(FoodFile(5)), u"Import cancelled.|Imported 1 foods."_s);
+        QCOMPARE(Database().Catalogue().CountItems(kFoods), 1);
+        QCOMPARE(m_messages->progress.captions, QStringList{u"Velmora: Import"_s});
+        QCOMPARE(m_messages->progress.statuses, QStringList{u"Importing foods..."_s});
+    }
+
+    void waitingForAPipeCanBeCancelled() {
+        QCOMPARE(mkfifo(QFile::encodeName(Path(u"pipe"_s)).constData(), 0600), 0);
+        m_messages->progress.cancelAfterPumps = 2;
+        QVERIFY(!ImportCatalogueFile(Database(), kFoods, EExisting::Skip, Path(u"pipe"_s)));
+        QCOMPARE(m_messages->Said(), u"Import cancelled.|Imported 0 foods."_s);
+    }
+
+    void theFileDialogMayBeLeft() {
+        QVERIFY(!ImportCatalogue(Database(), kFoods, EExisting::Skip));
+        QCOMPARE(m_messages->choices.last().filterName, u"CSV file (*.csv)"_s);
+        QCOMPARE(m_messages->choices.last().defaultExtension, u".csv"_s);
+        // Nothing to export is said before a file is asked for.
+        m_messages->choices.clear();
+        for (const EExportChoice choice : {EExportChoice::All, EExportChoice::Selected}) {
+            QVERIFY(!ExportCatalogue(Database(), kFoods, {choice, -1, {}}));
+            QCOMPARE(m_messages->Said(), u"There are no foods found to export."_s);
+        }
+        QVERIFY(m_messages->choices.isEmpty());
+    }
+
+    void messagesOnLinesHideTheProgress() {
+        const auto over = [this](const QByteArray& line, ECatalogueKind kind) {
+            const QByteArray marker = kind == kFoods ? "<Foods>\r\n" : "<Menus>\r\n";
+            (void)Import(marker + line, kind);
+            return std::exchange(m_messages->shownOverProgress, 0);
+        };
+        QCOMPARE(over("7,Snack,Week,Lunch,\r\n", kMenus), 0);
+        QCOMPARE(over("7,Menu,,Lunch,\r\n", kMenus), 1);  // the end of the run alone
+        QCOMPARE(over("1,Soups,Soup,thin\r\n", kFoods), 0);
+        QCOMPARE(over("1,Soups,,thin\r\n", kFoods), 1);
+    }
+
+    void aFullDiskStopsTheImportAndCountsNothingLost() {
+        const QString path = Path(u"many.csv"_s);
+        Save(path, FoodFile(6000));
+        {
+            const CFileSizeLimit limit(3'000'000);
+            QVERIFY(!ImportCatalogueFile(Database(), kFoods, EExisting::Skip, path));
+        }
+        const QStringList shown = m_messages->TakeShown();
+        QVERIFY(shown.contains(u"Import stopped."_s));
+        // Groups of 4096: one fits into the space, the other is gone as a whole.
+        QCOMPARE(shown.last(), u"Imported 4096 foods."_s);
+        Reopen();
+        QCOMPARE(Database().Foods().Count(), 4096);
+    }
+
+    void aMenuIsDurableWithAllItsComponentsOrNotAtAll() {
+        QByteArray lines;
+        for (const char* name : {"Lunch", "Tea"}) {
+            lines += MenuLine("Menu", name, "") + MenuLine("Food", name, "A").repeated(4500);
+        }
+        Save(Path(u"in.csv"_s), "<Menus>\r\n" + lines);
+        {
+            // Room for more than one of the two.
+            const CFileSizeLimit limit(4'000'000);
+            QVERIFY(!ImportCatalogueFile(Database(), kMenus, EExisting::Skip, Path(u"in.csv"_s)));
+        }
+        QCOMPARE(m_messages->TakeShown().last(), u"Imported 1 menus."_s);
+        Reopen();
+        QCOMPARE(Database().Menus().Count(), 4501);
+    }
+
+    void aFullDiskEndsTheImportAsTooManyErrors() {
+        Save(Path(u"in.csv"_s), "<Menus>\r\n" + MenuLine("Menu", "Lunch", ""));
+        const CFileSizeLimit full(1);
+        QVERIFY(!ImportCatalogueFile(Database(), kMenus, EExisting::Skip, Path(u"in.csv"_s)));
+        QVERIFY(
+            m_messages->Said().endsWith(u"|Cannot add menu from line 2.|Too many errors. "
+                                        "Import stopped.|Imported 0 menus."));
+    }
+
+    void picturesComeFromTheFolderAndNowhereElse() {
+        const QByteArray bitmap = "BM" + QByteArray(12, 'h') + "pixels";
+        QVERIFY(QDir(m_folder->path()).mkdir(u"sub"_s));
+        for (const QString& name : {u"sub/Soups_L.bmp"_s, u"Out_L.bmp"_s, u"sub/Out_L.bmp"_s}) {
+            Save(Path(name), bitmap);
+        }
+        Save(Path(u"sub/Soups_S.bmp"_s), "GIF" + bitmap);
+        QByteArray lines = "<Foods>\r\n";
+        for (const char* category : {"Soups", "../Out", "..\\Out", "x/../Out"}) {
+            lines += "1," + QByteArray(category) + ",a,b," + kValues + "cup,1,\r\n";
+        }
+        Save(Path(u"sub/foods.csv"_s), lines);
+        QVERIFY(ImportCatalogueFile(Database(), kFoods, EExisting::Skip, Path(u"sub/foods.csv"_s)));
+        QCOMPARE(m_messages->Said(), u"Imported 4 foods."_s);
+        CCategory category;
+        for (int i = 0; i < 4; ++i) {
+            QVERIFY(Database().Categories().Read(i, category));
+            QCOMPARE(category.GetLargePicture(),
+                     i == 0 ? "pixels" + QByteArray(14, '\0') : QByteArray());
+            QCOMPARE(category.GetSmallPicture(), QByteArray());
+        }
+    }
+
+    void textsWithoutPlaceInTheFileAreReplaced() {
+        for (const QString& name : {u"Caf\u00e9 \u4f60"_s, u"Tea"_s, u"Milk"_s}) {
+            CFoodItem food = MakeFood(77, name, u"x"_s);
+            food.SetServingName(0, QString());
+            QVERIFY(Database().Foods().Write(-1, food));
+        }
+        CExerciseItem row;
+        row.SetCategoryId(77);
+        row.SetEnergyRateKcalPerMinute(9.1234);
+        QVERIFY(Database().Exlib().Write(-1, row));
+        QVERIFY(Export({}, kExercises).contains("\n0000,\"Undefined\",\"\",\"\",0.000,9.123,\r\n"));
+        const QByteArray file = Export({});
+        // Code page 437 has e acute at 0x82. A serving without a name has no weight either.
+        QVERIFY(file.contains("0000,\"Undefined (UID=77, IDX=-1)\",\"Caf\x82 ?\",\"x\",0.000,"));
+        QVERIFY(file.contains(",\"\",0.000,\"\",0.000,"));
+        QVERIFY(!file.contains("240"));
+        // What is selected comes as it is listed.
+        const QByteArray selected = Export({EExportChoice::Selected, -1, {2, 0}});
+        QVERIFY(selected.indexOf("Milk") < selected.indexOf("Caf") && !selected.contains("Tea"));
+        QCOMPARE(m_messages->Said(),
+                 u"Exported 1 exercises.|Exported 3 foods.|Exported 2 foods."_s);
+    }
+
+    void namesThatCannotComeBackAreNamedWithTheSummary() {
+        const qint32 category = AddCategory(Database(), u"\"Raw\", cold"_s);
+        for (const QString& name :
+             {u"The \"best\" soup"_s, u"5\", deep"_s, u"Say \"no\""_s, u"\"No\" again"_s}) {
+            QVERIFY(Database().Foods().Write(-1, MakeFood(category, name, u"x"_s)));
+        }
+        Export({});
+        QCOMPARE(m_messages->Said(),
+                 u"Exported 4 foods.|Names that an import will change because of their quotes (4): "
+                 "'\"Raw\", cold', '5\", deep', 'Say \"no\"', ..."_s);
+        QCOMPARE(m_messages->lastIcon, EMessageIcon::Warning);
+        // The line of a value that needs so many digits.
+        CFoodItem food = MakeFood(category, u"Sun"_s, u"hot"_s);
+        for (int nutrient = 0; nutrient < 13; ++nutrient) {
+            food.SetNutrientValue(nutrient, 1e307);
+        }
+        QVERIFY(Database().Foods().Write(-1, food));
+        Export({EExportChoice::Selected, -1, {4}});
+        QVERIFY(m_messages->Said().endsWith(
+            u"|Items whose lines are too long for an import (1): 'Sun'"));
+    }
+
+    void aCancelledExportIsClosedProperly() {
+        Import(FoodFile(5));
+        m_messages->progress.cancelAfterPumps = m_messages->progress.pumps + 2;
+        const QByteArray file = Export({});
+        QCOMPARE(m_messages->Said(), u"Export cancelled.|Exported 2 foods."_s);
+        QCOMPARE(file.count("\r\n"), 5);
+        QVERIFY(file.endsWith("<End>\r\n"));
+        for (int i = 0; i < 2; ++i) {
+            QVERIFY(Database().Exlib().Write(-1, CExerciseItem()));
+        }
+        m_messages->progress.cancelAfterPumps = m_messages->progress.pumps + 1;
+        QCOMPARE(Export({}, kExercises).count("\r\n"), 4);
+        QCOMPARE(m_messages->Said(), u"Export cancelled."_s);
+    }
+
+    void recipesHaveNoWordForARecipeInARecipe() {
+        AddLunch();
+        QVERIFY(Export({}, kRecipes).contains(",Undefined\"Week\",\"Lunch\",\"Pie\","));
+        QCOMPARE(m_messages->Said(), u"Exported 1 recipes."_s);
+    }
+
+    void instructionsThatNoLineHoldsAreNamed() {
+        AddLunch();
+        CRecipeItem lunch;
+        QVERIFY(Database().Recipes().Read(0, lunch));
+        const auto exportWith = [&, this](const QString& instructions) {
+            lunch.SetInstructions(instructions);
+            (void)Database().Recipes().Write(0, lunch);
+            (void)Export({}, kRecipes);
+            return m_messages->Said();
+        };
+        // Quotes in instructions are taken care of; their length is not.
+        QCOMPARE(exportWith(u"\"salt\", "_s), u"Exported 1 recipes."_s);
+        QCOMPARE(exportWith({}), u"Exported 1 recipes."_s);
+        const auto length = Load(Path(u"out.csv"_s)).split('\n').at(2).chopped(1).size();
+        const QString room(4095 - length, u'x');
+        QCOMPARE(exportWith(room), u"Exported 1 recipes."_s);
+        QCOMPARE(
+            exportWith(room + u'x'),
+            u"Exported 1 recipes.|Items whose lines are too long for an import (1): 'Lunch'"_s);
+    }
+
+    void instructionsSurviveTheWriterAndTheReader_data() {
+        AddRows<QString, QString>({
+            {"lines", u"Mix.\r\nBake.\n"_s, u"Mix.\\r\\nBake.\\n"_s},
+            {"backslashes", u"see C:\\temp\\sugar \\\\ \\q\\"_s,
+             u"see C:\\temp\\sugar \\\\ \\q\\"_s},
+            {"looks like a break", u"\\new"_s, u"\\\u0010new"_s},
+            {"quotes", u"Say \"when\" twice"_s, u"Say \"when\" twice"_s},
+            {"quotes at the ends", u"\"Stir\""_s, u"\"\"Stir\"\""_s},
+            {"quote and comma", u"the \"salt\", pepper"_s, u"the \"salt\"\u0010, pepper"_s},
+            {"blanks at the ends", u" Stir\t"_s, u"\" Stir\t\""_s},
+            {"before a break", u"a\\\nb"_s, u"a\\\\nb"_s},
+        });
+    }
+    void instructionsSurviveTheWriterAndTheReader() {
+        const auto& [text, field] = DataRow<QString, QString>();
+        QCOMPARE(EscapedInstructions(text), field);
+        QCOMPARE(ReadBack(field), text);
+    }
+
+    void instructionsOfAnyCharactersComeBack() {
+        const QString characters = u"\\\",rn \r\n\u0010a"_s;
+        const qsizetype count = characters.size();
+        for (qsizetype number = 0; number < count * count * count * count; ++number) {
+            QString text;
+            for (qsizetype rest = number; rest > 0; rest /= count) {
+                text += characters[rest % count];
+            }
+            QCOMPARE(ReadBack(EscapedInstructions(text)), text);
+        }
+    }
+
+    void init() { MakeVolume(); }
+    void cleanup() { DropVolume(); }
+
+  private:
+    /// What was shown.
+    QString Import(const QByteArray& bytes, ECatalogueKind kind = kFoods) {
+        m_messages->chosenFile = Path(u"in.csv"_s);
+        Save(m_messages->chosenFile, bytes);
+        ImportCatalogue(Database(), kind, EExisting::DoNotCheck);
+        return m_messages->Said();
+    }
+    QByteArray Export(const CExportRequest& request, ECatalogueKind kind = kFoods) {
+        m_messages->chosenFile = Path(u"out.csv"_s);
+        ExportCatalogue(Database(), kind, request);
+        return Load(m_messages->chosenFile);
+    }
+    /// Through a line, since splitting it into fields is what could harm them.
+    static QString ReadBack(const QString& field) {
+        const QString line = u"1,\""_s + field + u"\",2"_s;
+        CCsvFields fields(line);
+        (void)fields.Next();
+        const QString text = UnescapedInstructions(*fields.Next());
+        return *fields.Next() == u'2' ? text : u"the line fell apart"_s;
+    }
+    /// One recipe "Lunch" that holds a recipe.
+    void AddLunch() {
+        const qint32 category = AddCategory(Database(), u"Week"_s, kRecipes);
+        const qint32 lunch = AddComposed(Database(), kRecipes, category, u"Lunch"_s);
+        QVERIFY(AddPart(Database(), kRecipes, lunch, u"Pie"_s, 100, EItemKind::Recipe));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestExchange)
+#include "TestExchange.moc"
