@@ -152,6 +152,11 @@ EPlatformError CStorageState::CommitUnit() {
     EPlatformError error = file.CheckPlace();
     if (error == kErrorSuccess) {
         error = file.Commit();
+        // A commit that fails after it has invalidated the journal cannot be taken back, and doing
+        // the work again would do it twice.
+        if (error != kErrorSuccess && generation.IsUnitInFile()) {
+            error = kErrorSuccess;
+        }
     }
     if (error == kErrorSuccess) {
         generation.Confirm();

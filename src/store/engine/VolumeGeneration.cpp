@@ -12,17 +12,22 @@ EPlatformError CVolumeGeneration::Load() {
     if (error != kErrorSuccess || m_page == 0) {
         return error;
     }
-    CStatement read;
-    error = read.Prepare(m_file, "SELECT body FROM identity WHERE id=1");
-    if (error == kErrorSuccess) {
-        read.Start({});
-        if (read.Next()) {
-            m_stored = CVolumeIdentity::FindIn(read.GetBlob(0));
-        }
-        error = read.Finish();
-    }
+    error = ReadRow(m_stored);
     // A damaged row does not affect reading records; the first write fails.
     return error == kErrorCorrupt ? kErrorSuccess : error;
+}
+
+EPlatformError CVolumeGeneration::ReadRow(std::optional<CVolumeIdentity>& row) {
+    CStatement read;
+    const EPlatformError error = read.Prepare(m_file, "SELECT body FROM identity WHERE id=1");
+    if (error != kErrorSuccess) {
+        return error;
+    }
+    read.Start({});
+    if (read.Next()) {
+        row = CVolumeIdentity::FindIn(read.GetBlob(0));
+    }
+    return read.Finish();
 }
 
 EPlatformError CVolumeGeneration::FindPage() {
@@ -82,6 +87,7 @@ EPlatformError CVolumeGeneration::Part() {
     EPlatformError error = Advance();
     if (error == kErrorSuccess) {
         error = m_file.Commit();
+        error = error != kErrorSuccess && IsUnitInFile() ? kErrorSuccess : error;
     }
     if (error == kErrorSuccess) {
         Confirm();
@@ -97,6 +103,12 @@ EPlatformError CVolumeGeneration::Advance() {
     }
     m_next = m_stored->Next();
     return m_update.Run({QByteArrayView(m_next.ToBytes())});
+}
+
+bool CVolumeGeneration::IsUnitInFile() {
+    m_file.Rollback();
+    std::optional<CVolumeIdentity> row;
+    return ReadRow(row) == kErrorSuccess && row == m_next;
 }
 
 void CVolumeGeneration::Confirm() {

@@ -17,6 +17,9 @@ class CVolumeGeneration {
     /// the journal. A volume without a row gets one in an earlier transaction, so that the unit's
     /// journal is already tied to it.
     EPlatformError Begin();
+    /// After a failed commit, which is rolled back as far as it can be: whether the unit is in the
+    /// file nevertheless.
+    bool IsUnitInFile();
     /// Call when the unit is durable.
     void Confirm();
 
@@ -25,6 +28,7 @@ class CVolumeGeneration {
     EPlatformError Part();
     EPlatformError Advance();
     EPlatformError FindPage();
+    EPlatformError ReadRow(std::optional<CVolumeIdentity>& row);
 
     CSqliteFile& m_file;
     CStatement m_update;
