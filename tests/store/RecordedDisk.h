@@ -1,5 +1,6 @@
-// What a loss of power leaves behind: records the calls that change the files of a folder, and
-// plays them on a model of a disk. Included by one test program, whose calls it takes over.
+// Bad disks. Records the calls that change the files of a folder and plays them on a model of a
+// disk, for what a loss of power leaves behind; or lets one call fail. Included by one test
+// program, whose calls it takes over.
 #pragma once
 
 #include <dlfcn.h>
@@ -26,6 +27,18 @@ struct CCall {
 // No objects: calls come in before main and after it. Null while nothing is recorded.
 inline constinit const char* recordedFolder = nullptr;
 inline constinit std::vector<CCall>* recordedCalls = nullptr;
+
+/// The call that many calls from now fails with this error; 0 is none.
+inline constinit int callsUntilFailure = 0;
+inline constinit int failure = 0;
+
+inline bool Fails() {
+    if (callsUntilFailure == 0 || --callsUntilFailure > 0) {
+        return false;
+    }
+    errno = failure;
+    return true;
+}
 
 inline void Record(ECall call, const QByteArray& path, qint64 offset = 0,
                    const QByteArray& bytes = {}) {
@@ -56,16 +69,21 @@ int open64(const char* path, int flags, ...) {
     va_start(rest, flags);
     const auto mode = (flags & O_CREAT) == 0 ? mode_t() : va_arg(rest, mode_t);
     va_end(rest);
-    const int descriptor = real(path, flags, mode);
+    const int descriptor = Fails() ? -1 : real(path, flags, mode);
     if (recordedFolder != nullptr && descriptor >= 0 && (flags & O_CREAT) != 0) {
         Record(ECall::Create, descriptor);
     }
     return descriptor;
 }
 
+ssize_t pread64(int descriptor, void* bytes, size_t count, off64_t offset) {
+    static auto* const real = Real<decltype(pread64)>("pread64");
+    return Fails() ? -1 : real(descriptor, bytes, count, offset);
+}
+
 ssize_t pwrite64(int descriptor, const void* bytes, size_t count, off64_t offset) {
     static auto* const real = Real<decltype(pwrite64)>("pwrite64");
-    const ssize_t written = real(descriptor, bytes, count, offset);
+    const ssize_t written = Fails() ? -1 : real(descriptor, bytes, count, offset);
     if (recordedFolder != nullptr && written > 0) {
         Record(ECall::Write, descriptor, offset, {static_cast<const char*>(bytes), written});
     }
@@ -77,7 +95,7 @@ int ftruncate64(int descriptor, off64_t size) noexcept {
     if (recordedFolder != nullptr) {
         Record(ECall::Truncate, descriptor, size);
     }
-    return real(descriptor, size);
+    return Fails() ? -1 : real(descriptor, size);
 }
 
 // Syncs are only noted: what reaches the medium is up to CDisk.
@@ -85,7 +103,7 @@ int fdatasync(int descriptor) {
     if (recordedFolder != nullptr) {
         Record(ECall::Sync, descriptor);
     }
-    return 0;
+    return Fails() ? -1 : 0;
 }
 
 int fsync(int descriptor) {
@@ -97,7 +115,7 @@ int unlink(const char* path) noexcept {
     if (recordedFolder != nullptr) {
         Record(ECall::Unlink, path);
     }
-    return real(path);
+    return Fails() ? -1 : real(path);
 }
 }
 

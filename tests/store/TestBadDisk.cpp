@@ -1,11 +1,14 @@
-// Power lost after every file system call of real commands: what was confirmed is there, what was
-// not is whole or absent.
+// Real commands whose power is lost after every file system call, of whose calls one fails, or one
+// of whose statements: what was confirmed is there, what was not is whole or absent, and told.
 #include <QDir>
 #include <set>
 
 #include "catalogue/exchange/CsvExchange.h"
 #include "catalogue/items/CatalogueRules.h"
+#include "diary/PurgeRules.h"
+#include "report/ReportWriter.h"
 #include "store/RecordedDisk.h"
+#include "store/engine/PositionIndex.h"
 #include "support/CatalogueTest.h"
 #include "support/Files.h"
 
@@ -14,6 +17,10 @@ using namespace Qt::StringLiterals;
 namespace {
 /// All records of all databases by name.
 using CContents = std::map<QString, std::vector<PropertyList>>;
+
+const QDate kDay{2024, 1, 2};
+/// Small records in a database of three blocks of the index, the last one with a single entry.
+constexpr int kNumbers = 2 * kBlockCapacity + 1;
 
 CContents ContentsOf(CRecordStore& store) {
     CContents contents;
@@ -34,14 +41,21 @@ CContents ContentsOf(CRecordStore& store) {
 }
 }  // namespace
 
-class TestPowerLoss : public CCatalogueTest {
+class TestBadDisk : public CCatalogueTest {
     Q_OBJECT
 
   private slots:
-    void initTestCase() { MakeVolume(); }
+    void initTestCase() {
+        MakeVolume();
+        QVERIFY(QDir().mkpath(Path(u"recorded"_s)));
+        const QByteArray values = QByteArray("1,").repeated(kNutrientCount) + "0,cup,1,\r\n";
+        Save(Path(u"menus.csv"_s), "<Menus>\r\n7,Menu,Week,Lunch,," + values +
+                                       "7,Food,Week,Lunch,Soup," + values +
+                                       "7,Food,Week,Lunch,Milk," + values);
+        RecordCommands(QFile::encodeName(Path(u"recorded"_s)));
+    }
 
     void confirmedCommandsAreWholeAndOthersAreNot() {
-        RecordCommands();
         CDisk disk;
         std::size_t confirmed = 0;
         std::set<CFolder> seen;  // since the last confirmed command
@@ -72,46 +86,133 @@ class TestPowerLoss : public CCatalogueTest {
         QVERIFY(states > 500);
     }
 
+    void aFailedCallIsToldAndUndone_data() { AddCommands(); }
+    void aFailedCallIsToldAndUndone() {
+        QFETCH(const std::size_t, number);
+        bool isPast = false;
+        for (int call = 1; !isPast; call += 1 + call / 8) {
+            Open(m_volumes[number]);
+            failure = call % 2 == 0 ? EIO : ENOSPC;
+            callsUntilFailure = call;
+            const bool isDone = m_commands[number].run();
+            isPast = std::exchange(callsUntilFailure, 0) > 0;
+            CompareAll(number, isDone);
+            if (QTest::currentTestFailed()) {
+                qInfo("call %d", call);
+                return;
+            }
+        }
+    }
+
+    void aFailedStatementIsToldAndUndone_data() { AddCommands(); }
+    void aFailedStatementIsToldAndUndone() {
+        QFETCH(const std::size_t, number);
+        for (const char* table : {"databases", "records", "blocks", "identity"}) {
+            for (const char* change : {"INSERT", "UPDATE", "DELETE"}) {
+                Open(m_volumes[number]);
+                const QByteArray trigger = QByteArray("CREATE TRIGGER bad BEFORE ") + change +
+                                           " ON " + table + " BEGIN SELECT RAISE(ABORT, ''); END";
+                Change(trigger.constData());
+                const bool isDone = m_commands[number].run();
+                CompareAll(number, isDone);
+                if (QTest::currentTestFailed()) {
+                    qInfo("%s", trigger.constData());
+                    return;
+                }
+            }
+        }
+    }
+
   private:
-    void RecordCommands() {
-        QVERIFY(QDir().mkpath(Path(u"recorded"_s)));
-        const QByteArray folder = QFile::encodeName(Path(u"recorded"_s));
-        m_doc = std::make_unique<CVelmoraDoc>(Path(u"recorded/v.db"_s));
-        CProfileSettings profile = CProfileSettings::ForNewProfile(QDate(2024, 1, 1));
-        profile.user.name = u"Ann"_s;
+    /// Changes what is stored, or writes the file "out".
+    struct CCommand {
+        const char* name;
+        std::function<bool()> run;
+    };
+
+    static void AddCommands() {
+        QTest::addColumn<std::size_t>("number");
+        const TestBadDisk commands;
+        for (std::size_t number = 1; number < commands.m_commands.size(); ++number) {
+            QTest::newRow(commands.m_commands[number].name) << number;
+        }
+    }
+
+    /// For what leaves it to its caller.
+    static bool Told(bool isDone) {
+        if (!isDone) {
+            ShowMessage(u"It failed."_s);
+        }
+        return isDone;
+    }
+    bool OpenProfile() { return Database().Profiles().Open(u"Ann"_s, false); }
+    bool Import(ECatalogueKind kind, const QString& path) {
+        return ImportCatalogueFile(Database(), kind, EExisting::Overwrite, path);
+    }
+    CCatalogueRules::Entries Listed(ECatalogueKind kind, qint32 category) {
+        const CCategoryList list = Database().Catalogue().FillCategoryList(kind, category);
+        return Told(!list.leftOut.IsAnything()) ? list.entries : CCatalogueRules::Entries();
+    }
+    CDatabaseHandle Numbers() {
+        return Database().GetStore().OpenDatabase(u"Numbers"_s, PropertyId(0, EPropertyType::Int32),
+                                                  9, false);
+    }
+    bool WriteNumber(int position, qint32 key) {
+        CDatabaseHandle numbers = Numbers();
+        CRecordStore& store = Database().GetStore();
+        const ObjectId record = position < 0 ? 0 : store.SeekToPosition(numbers, position);
+        return Told((position < 0 || record != 0) && store.WriteRecord(numbers, record, {key}));
+    }
+    bool DropNumber(int position) {
+        CDatabaseHandle numbers = Numbers();
+        return Database().GetStore().DeleteRecord(numbers, position);
+    }
+    bool FillNumbers() {
+        CRecordGroup group(Database().GetStore());
+        for (int i = 0; i < kNumbers; ++i) {
+            (void)WriteNumber(-1, 2 * i);
+        }
+        return Told(group.Commit());
+    }
+    bool EatAndBurn() {
         CDietEntry eaten;
-        eaten.SetMoment(FirstMomentOf(QDate(2024, 1, 2)));
+        eaten.SetMoment(FirstMomentOf(kDay));
         eaten.SetName(u"Soup"_s);
-        const std::function<bool()> commands[] = {
-            [&] { return m_doc->OpenCatalogue(); },
-            [&] { return AddCategory(Database(), u"Soups"_s) == 1; },
-            [&] { return Database().Foods().Write(-1, MakeFood(1, u"Soup"_s, u"thin"_s)); },
-            [&] { return Database().Foods().Write(-1, MakeFood(1, u"Soup"_s, u"thick"_s)); },
-            [&] {
-                return ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Overwrite,
-                                           QStringLiteral(VELMORA_STARTER_FOODS));
-            },
-            [&] { return m_doc->CreateProfile(profile); },
-            [&] {
-                return Database().Profiles().Open(u"Ann"_s, false) &&
-                       Database().Diet().Write(-1, eaten);
-            },
-            [&] { return CCatalogueRules(Database(), kFoods).DeleteCategory(2); },
-            [&] { return Database().DeleteItem(kFoods, 0); },
-            [&] { return Database().Profiles().Delete(u"Ann"_s); },
-        };
+        CWeightEntry weight;
+        weight.SetMoment(FirstMomentOf(kDay));
+        CExerciseEntry exercise;
+        exercise.SetMoment(LastMomentOf(kDay));
+        CRecordGroup group(Database().GetStore());
+        const bool areWritten = OpenProfile() && Database().Diet().Write(-1, eaten) &&
+                                Database().Weight().Write(-1, weight) &&
+                                Database().Exercises().Write(-1, exercise);
+        return Told(group.Commit() && areWritten);
+    }
+    void RecordCommands(const QByteArray& folder) {
+        m_doc = std::make_unique<CVelmoraDoc>(Path(u"recorded/v.db"_s));
         recordedCalls = &m_calls;
         recordedFolder = folder.constData();
-        for (const auto& command : commands) {
-            QVERIFY2(command(), qPrintable(m_messages->Said()));
+        for (const CCommand& command : m_commands) {
+            m_volumes.push_back(Load(Path(u"recorded/v.db"_s)));
+            QVERIFY2(command.run(), qPrintable(m_messages->Said()));
             m_ends.push_back(m_calls.size());
-            const CContents contents = ContentsOf(Database().GetStore());
-            QVERIFY(m_contents.empty() || contents != m_contents.back());
-            m_contents.push_back(contents);
+            m_contents.push_back(ContentsOf(Database().GetStore()));
+            m_results.push_back(Load(Path(u"out"_s)));
+            QFile::remove(Path(u"out"_s));
+            QVERIFY(m_contents.size() == 1 || !m_results.back().isEmpty() ||
+                    m_contents.back() != m_contents[m_contents.size() - 2]);
         }
         m_doc.reset();
         recordedFolder = nullptr;
         m_messages->TakeShown();
+    }
+
+    void Open(const QByteArray& volume) {
+        m_doc.reset();
+        Save(Path(u"v.db"_s), volume);
+        Reopen();
+        m_messages->TakeShown();
+        QFile::remove(Path(u"out"_s));
     }
 
     CContents Reopened(const CFolder& folder) {
@@ -125,10 +226,73 @@ class TestPowerLoss : public CCatalogueTest {
         return database.OpenCatalogue() ? ContentsOf(database.GetStore()) : CContents();
     }
 
+    /// What is held in memory, what the file holds, and what was said.
+    void CompareAll(std::size_t number, bool isDone) {
+        QVERIFY(isDone || !m_messages->TakeShown().isEmpty());
+        QVERIFY(!isDone || Load(Path(u"out"_s)) == m_results[number]);
+        const bool isLost = Database().GetStore().IsVolumeLost();
+        const CContents held = ContentsOf(Database().GetStore());
+        m_doc.reset();
+        const CContents found = Reopened({{"v.db", Load(Path(u"v.db"_s))}});
+        QVERIFY(isLost || held == found);
+        QVERIFY(found == m_contents[number] || (!isDone && found == m_contents[number - 1]));
+    }
+
+    const std::vector<CCommand> m_commands = {
+        {"open", [this] { return m_doc->OpenCatalogue(); }},
+        {"category",
+         [this] { return CCatalogueRules(Database(), kFoods).AddCategory(u"Soups"_s) == 1; }},
+        {"food", [this] { return Database().Foods().Write(-1, MakeFood(1, u"Soup"_s, u"a"_s)); }},
+        {"same", [this] { return Database().Foods().Write(-1, MakeFood(1, u"Soup"_s, u"b"_s)); }},
+        {"import", [this] { return Import(kFoods, QStringLiteral(VELMORA_STARTER_FOODS)); }},
+        {"export", [this] { return ExportCatalogueFile(Database(), kFoods, {}, Path(u"out"_s)); }},
+        {"profile",
+         [this] {
+             CProfileSettings profile = CProfileSettings::ForNewProfile(kDay);
+             profile.user.name = u"Ann"_s;
+             return m_doc->CreateProfile(profile);
+         }},
+        {"entries", [this] { return EatAndBurn(); }},
+        {"report",
+         [this] {
+             return m_doc->LoadProfile(u"Ann"_s) &&
+                    WriteReport(*m_doc, {kDay, kDay}, Path(u"out"_s));
+         }},
+        {"menu", [this] { return Import(kMenus, Path(u"menus.csv"_s)); }},
+        {"copy",
+         [this] {
+             const auto menus = Listed(kMenus, 1);
+             return menus.size() == 1 && CCatalogueRules(Database(), kMenus).Duplicate(menus) >= 0;
+         }},
+        {"move",
+         [this] {
+             const auto foods = Listed(kFoods, 1);
+             return foods.size() == 2 &&
+                    CCatalogueRules(Database(), kFoods).Move(foods, {kNoPosition, 2, {}}) == 2;
+         }},
+        {"purge",
+         [this] {
+             return OpenProfile() && PurgeDiaries(Database(), {kDay, kDay, true, true, true});
+         }},
+        {"delete category",
+         [this] { return CCatalogueRules(Database(), kFoods).DeleteCategory(2); }},
+        {"delete menu", [this] { return Database().DeleteItem(kMenus, 0); }},
+        {"delete profile", [this] { return Database().Profiles().Delete(u"Ann"_s); }},
+        {"fill", [this] { return FillNumbers(); }},
+        {"halve a block", [this] { return WriteNumber(-1, 7); }},
+        {"another key", [this] { return WriteNumber(3, 2 * kBlockCapacity + 1); }},
+        {"empty a block", [this] { return DropNumber(kNumbers); }},
+        {"delete all",
+         [this] { return Told(Database().GetStore().DeleteDatabase(u"Numbers"_s, 9)); }},
+    };
     std::vector<CCall> m_calls;
-    std::vector<std::size_t> m_ends;    ///< of each command: how many calls had been made
-    std::vector<CContents> m_contents;  ///< after each command
+    // Of each command: the volume before it, and after it the number of calls, what is stored and
+    // what "out" held.
+    std::vector<QByteArray> m_volumes;
+    std::vector<std::size_t> m_ends;
+    std::vector<CContents> m_contents;
+    std::vector<QByteArray> m_results;
 };
 
-QTEST_GUILESS_MAIN(TestPowerLoss)
-#include "TestPowerLoss.moc"
+QTEST_GUILESS_MAIN(TestBadDisk)
+#include "TestBadDisk.moc"
