@@ -78,47 +78,6 @@ class TestUserProfile : public QObject {
         }
     }
 
-    void nutrientTargetsFollowTheDietType() {
-        CTargets targets = FromEightyTo(70);
-        targets.dailyEnergyKcal = 1999.5;
-        targets.nutrients.fill(7);
-        RecalculateNutrientTargets(targets);
-        QStringList texts;
-        for (const double value : targets.nutrients) {
-            texts.append(QString::number(value, 'g', 4));
-        }
-        // 2000 kcal: 20 % of protein and 55 % of carbohydrate at 4 kcal a gram, 25 % of fat at 9;
-        // a tenth of the carbohydrate as fiber, a sixth as sugar. The user's own 20 stay.
-        QCOMPARE(texts.join(u' '),
-                 u"2000 100 55.56 275 27.5 0 45.83 0 0 1000 18 400 1000 3500 2400 15 2 2 70 60 1.5 "
-                 "1.7 20 10 2 400 6 5000 15 400 200 0 0 300"_s +
-                     u" 7"_s.repeated(20));
-        targets.dietType = kCustomDiet;
-        targets.dailyEnergyKcal = 3000;
-        RecalculateNutrientTargets(targets);
-        QCOMPARE(targets.nutrients[0], 2000.0);
-    }
-
-    void targetsAreCheckedInOrder() {
-        const QString start = u"Please enter correct start weight."_s;
-        const QString goal = u"Please enter correct goal weight."_s;
-        const QString dates = u"Please enter correct start/goal date."_s;
-        const std::tuple<double, double, int, QString> rows[] = {
-            {10, 250, 0, {}},                        // both limits
-            {PoundsToKg(551.15) + 1e-9, 10, 1, {}},  // a limit typed in pounds
-            {9.9, 250.1, -1, start},
-            {std::numeric_limits<double>::quiet_NaN(), 70, 1, start},
-            {70, 250.1, -1, goal},
-            {70, 70, -1, dates},
-        };
-        for (const auto& [startKg, goalKg, days, refusal] : rows) {
-            CTargets targets = FromEightyTo(goalKg);
-            targets.startWeightKg = startKg;
-            targets.goalDate = kStart.addDays(days);
-            QCOMPARE(CheckTargets(targets).value_or(QString()), refusal);
-        }
-    }
-
     void lowEnergyWarnsAndIsKept() {
         CRecordingMessages messages;
         for (const auto& [energyKcal, warnings, confirmed] :

@@ -226,22 +226,6 @@ class TestDietRules : public CDiaryTest {
         QCOMPARE(PerMilleOf(500, 400), 1000);
     }
 
-    void everySecondOneOfAdjacentEntriesStays() {
-        for (const auto& [name, hour] : {std::pair(u"Tea"_s, 8), {u"Bun"_s, 9}, {u"Egg"_s, 10}}) {
-            AddEntry(name, QTime(hour, 0));
-        }
-        const CPurgeRequest request{kDay, kDay, true};
-        QCOMPARE(Purged(request), u"2 0 0"_s);
-        QCOMPARE(Stored(), QStringList{u"Bun 31 09:00 L"_s});
-        QCOMPARE(Purged(request), u"1 0 0"_s);
-        QCOMPARE(Stored(), QStringList());
-        QCOMPARE(m_messages->asked.value(1),
-                 u"You are about to remove data entries. Are you sure?"_s);
-        Reopen();
-        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
-        QCOMPARE(Stored(), QStringList());
-    }
-
     void bothBoundsBelongToTheRange() {
         const auto purged = [this](int from, int to) {
             return Purged({kDay.addDays(from), kDay.addDays(to), true});

@@ -273,29 +273,6 @@ class TestWeightRules : public CDiaryTest {
         }
     }
 
-    void everyRowHasItsIndexAndRisk() {
-        const auto table = BmiTable({70, 70, 70}, 175, EWeightUnit::Kilograms);
-        QString risks;
-        for (const CBmiTableItem& item : table) {
-            risks += item.risk + u' ';
-        }
-        // Divided by 1.75 x 1.75 = 3.0625: 61 gives 19.918, 62 20.245, 76 24.816, 77 25.143.
-        QCOMPARE(table[0].weight + table[1].bmi, u"Weight 19.59"_s);
-        QCOMPARE(risks,
-                 u"Health risk High High Low Low Low Low Low Low Low Low Low <-- Low Low Low Low "
-                 "Low Low Moderate Moderate Moderate "_s);
-    }
-
-    void theIndexIsThatOfTheDay() {
-        CProfileSettings& settings = m_doc->Settings();
-        settings.user.heightCm = 180;
-        settings.targets.startWeightKg = settings.targets.goalWeightKg = 64.8;
-        QCOMPARE(BmiOnDay(*m_doc, kDay).text, u"Your BMI is  20.00"_s);
-        AddWeightEntry(kDay, QTime(7, 30), 81);  // 81 / 3.24
-        AddWeightEntry(kDay.addDays(1), QTime(7, 30), 32.3);
-        QCOMPARE(BmiOnDay(*m_doc, kDay).text, u"Your BMI is  25.00"_s);
-        QCOMPARE(BmiOnDay(*m_doc, kDay.addDays(1)).text, u"Your BMI is   9.97"_s);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestWeightRules)

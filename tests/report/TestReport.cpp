@@ -144,22 +144,6 @@ class TestReport : public CDiaryTest {
         }
     }
 
-    void aFileThatDoesNotComeOutWholeLeavesTheOldOne() {
-        AddThreeDays();
-        const QString path = Path(u"old.csv"_s);
-        Save(path, "old");
-        const QStringList before = QDir(m_folder->path()).entryList(QDir::Files);
-        {
-            const CFileSizeLimit limit(200);
-            QVERIFY(!WriteReport(*m_doc, {kFirst, kLast}, path));
-        }
-        QCOMPARE(Load(path), "old");
-        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), before);
-        QVERIFY(!WriteReport(*m_doc, {kFirst, kLast}, Path(u"none/report.csv"_s)));
-        QCOMPARE(m_messages->Said(), u"Cannot create file.|Cannot create file."_s);
-        QVERIFY(!m_messages->progress.isShown);
-    }
-
     void aRequestIsCheckedNamedAndPickedInWholeYears() {
         QCOMPARE(CheckReportRequest({kFirst, kFirst, kReportWeight}), std::nullopt);
         QCOMPARE(CheckReportRequest({kLast, kFirst, 0}), u"Please select data type to export."_s);

@@ -1,10 +1,11 @@
-// Real commands whose power is lost after every file system call, of whose calls one fails, or one
-// of whose statements: what was confirmed is there, what was not is whole or absent, and told.
+// Real commands whose power is lost after every file system call, or of whose calls one fails: what
+// was confirmed is there, what was not is whole or absent, and told.
 #include <QDir>
 #include <set>
 
 #include "catalogue/exchange/CsvExchange.h"
 #include "catalogue/items/CatalogueRules.h"
+#include "diary/DietRules.h"
 #include "diary/PurgeRules.h"
 #include "report/ReportWriter.h"
 #include "store/RecordedDisk.h"
@@ -86,7 +87,12 @@ class TestBadDisk : public CCatalogueTest {
         QVERIFY(states > 500);
     }
 
-    void aFailedCallIsToldAndUndone_data() { AddCommands(); }
+    void aFailedCallIsToldAndUndone_data() {
+        QTest::addColumn<std::size_t>("number");
+        for (std::size_t number = 1; number < m_commands.size(); ++number) {
+            QTest::newRow(m_commands[number].name) << number;
+        }
+    }
     void aFailedCallIsToldAndUndone() {
         QFETCH(const std::size_t, number);
         bool isPast = false;
@@ -104,39 +110,12 @@ class TestBadDisk : public CCatalogueTest {
         }
     }
 
-    void aFailedStatementIsToldAndUndone_data() { AddCommands(); }
-    void aFailedStatementIsToldAndUndone() {
-        QFETCH(const std::size_t, number);
-        for (const char* table : {"databases", "records", "blocks", "identity"}) {
-            for (const char* change : {"INSERT", "UPDATE", "DELETE"}) {
-                Open(m_volumes[number]);
-                const QByteArray trigger = QByteArray("CREATE TRIGGER bad BEFORE ") + change +
-                                           " ON " + table + " BEGIN SELECT RAISE(ABORT, ''); END";
-                Change(trigger.constData());
-                const bool isDone = m_commands[number].run();
-                CompareAll(number, isDone);
-                if (QTest::currentTestFailed()) {
-                    qInfo("%s", trigger.constData());
-                    return;
-                }
-            }
-        }
-    }
-
   private:
     /// Changes what is stored, or writes the file "out".
     struct CCommand {
         const char* name;
         std::function<bool()> run;
     };
-
-    static void AddCommands() {
-        QTest::addColumn<std::size_t>("number");
-        const TestBadDisk commands;
-        for (std::size_t number = 1; number < commands.m_commands.size(); ++number) {
-            QTest::newRow(commands.m_commands[number].name) << number;
-        }
-    }
 
     /// For what leaves it to its caller.
     static bool Told(bool isDone) {
@@ -152,6 +131,11 @@ class TestBadDisk : public CCatalogueTest {
     CCatalogueRules::Entries Listed(ECatalogueKind kind, qint32 category) {
         const CCategoryList list = Database().Catalogue().FillCategoryList(kind, category);
         return Told(!list.leftOut.IsAnything()) ? list.entries : CCatalogueRules::Entries();
+    }
+    ListedEntries<CDietEntry> Meals() {
+        const CEntryRange<CDietEntry> meals =
+            ReadEntries(Database().Diet(), {FirstMomentOf(kDay), LastMomentOf(kDay)});
+        return Told(!meals.leftOut.IsAnything()) ? meals.entries : ListedEntries<CDietEntry>();
     }
     CDatabaseHandle Numbers() {
         return Database().GetStore().OpenDatabase(u"Numbers"_s, PropertyId(0, EPropertyType::Int32),
@@ -184,6 +168,7 @@ class TestBadDisk : public CCatalogueTest {
         exercise.SetMoment(LastMomentOf(kDay));
         CRecordGroup group(Database().GetStore());
         const bool areWritten = OpenProfile() && Database().Diet().Write(-1, eaten) &&
+                                Database().Diet().Write(-1, eaten) &&
                                 Database().Weight().Write(-1, weight) &&
                                 Database().Exercises().Write(-1, exercise);
         return Told(group.Commit() && areWritten);
@@ -270,9 +255,31 @@ class TestBadDisk : public CCatalogueTest {
              return foods.size() == 2 &&
                     CCatalogueRules(Database(), kFoods).Move(foods, {kNoPosition, 2, {}}) == 2;
          }},
+        {"entries moved",
+         [this] {
+             const auto meals = OpenProfile() ? Meals() : ListedEntries<CDietEntry>();
+             return meals.size() == 2 &&
+                    MoveDietEntries(*m_doc, meals, {LastMomentOf(kDay), 4}) == 2;
+         }},
         {"purge",
          [this] {
              return OpenProfile() && PurgeDiaries(Database(), {kDay, kDay, true, true, true});
+         }},
+        {"entries deleted",
+         [this] {
+             const auto meals = OpenProfile() ? Meals() : ListedEntries<CDietEntry>();
+             return !meals.empty() && DeleteDietEntries(*m_doc, meals) == std::ssize(meals);
+         }},
+        {"renamed",
+         [this] {
+             CCatalogueRules foods(Database(), kFoods);
+             return foods.RenameItems(2, u"Soup"_s, u"Broth"_s) == u"Broth"_s;
+         }},
+        {"foods deleted",
+         [this] {
+             const auto foods = Listed(kFoods, 3);
+             return foods.size() > 2 &&
+                    CCatalogueRules(Database(), kFoods).Delete(foods) == std::ssize(foods);
          }},
         {"delete category",
          [this] { return CCatalogueRules(Database(), kFoods).DeleteCategory(2); }},

@@ -62,22 +62,6 @@ class TestComposedItems : public CCatalogueTest {
         QCOMPARE(Database().Menus().Count(), 3);
     }
 
-    // First the journal finds no room, then one page of the file after the other.
-    void aDeletionWithoutRoomIsUndone() {
-        Menu(u"Lunch"_s, {u"Soup"_s, u"Bread"_s});
-        bool isDeleted = false;
-        for (int pages = 0; !isDeleted; ++pages) {
-            {
-                const CFileSizeLimit limit(pages * 8192 + 1);
-                isDeleted = Database().DeleteItem(kMenus, 0);
-            }
-            QCOMPARE(m_messages->Said(),
-                     isDeleted ? QString() : u"Cannot delete record. Error=112"_s);
-            QCOMPARE(Database().Menus().Count(), isDeleted ? 0 : 3);
-            QVERIFY(pages < 50);
-        }
-    }
-
     void recipesThatHoldEachOtherAreSeenThrough() {
         const auto recipe = [this](const QString& name) {
             return AddComposed(Database(), kRecipes, 1, name);

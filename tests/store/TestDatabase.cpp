@@ -27,18 +27,6 @@ class TestDatabase : public CCatalogueTest {
         QCOMPARE(Database().Categories().IdOf(kFoods, u"Fruits"_s), 1);
     }
 
-    void the257thCategoryIsRefused() {
-        CRecordGroup group(Database().GetStore());
-        for (int i = 0; i < 256; ++i) {
-            QVERIFY(AddCategory(Database(), QString::number(i), ECatalogueKind(i % 4)) > 0);
-        }
-        QVERIFY(group.Commit());
-        QCOMPARE(AddCategory(Database(), u"last"_s, ECatalogueKind::Exercises), -1);
-        QCOMPARE(m_messages->Said(),
-                 u"Cannot add category. Maximum number of categories has been reached."_s);
-        QCOMPARE(AddCategory(Database(), u"0"_s), -1);  // known, so without the message
-    }
-
     void nutrientNamesAreBroughtTo54() {
         const auto lastNameAfterRestart = [this] {
             Reopen();

@@ -120,24 +120,6 @@ class TestCatalogueRules : public CCatalogueTest {
             u"taken"_s);
     }
 
-    void findLooksInNameAndTypeWithoutCase() {
-        for (const auto& [name, type] : {std::pair{u"Milk"_s, u"whole"_s},
-                                         {u"Butter"_s, u"STRASSE"_s},
-                                         {u"Buttermilk"_s, u"skimmed"_s}}) {
-            QVERIFY(Database().Foods().Write(-1, MakeFood(1, name, type)));
-        }
-        QVERIFY(Database().ViewSettings(kFoods).Save(CViewSettings()));
-        const auto found = [this](const QString& name, const QString& type, int first) {
-            return FindNextItem(Database(), kFoods, name, {type}, first);
-        };
-        QCOMPARE(found(u"mil"_s, {}, 0), 0);
-        QCOMPARE(found(u"MIL"_s, {}, 1), 2);
-        QCOMPARE(found(u"milk"_s, u"SKIM"_s, 0), 2);
-        QCOMPARE(found({}, u"stra\u00dfe"_s, 0), 1);
-        QCOMPARE(found(u"milk"_s, {}, 3), -1);  // does not start over
-        QCOMPARE(found({}, {}, 3), -1);         // does not see the settings
-    }
-
     void init() { MakeVolume(); }
     void cleanup() { DropVolume(); }
 };

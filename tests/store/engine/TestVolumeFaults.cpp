@@ -119,33 +119,6 @@ class TestVolumeFaults : public QObject {
         QCOMPARE(mounted[2], 0);
     }
 
-    void aFullDiskLosesNothing() {
-        std::optional<CFileSizeLimit> limit(256 * 1024);
-        CStorageEngine engine;
-        QCOMPARE(engine.Mount(m_path), kOk);
-        const ObjectId database = OpenNumbers(engine);
-        const PropertyList large = {qint32{1}, QByteArray(3000, 'y')};
-        ObjectId record = 0;
-        int written = 0;
-        while (written < 1000 && Added(engine, database, large) != 0) {
-            ++written;
-        }
-        QCOMPARE(engine.AddRecord(database, large, record), int(kErrorDiskFull));
-        QVERIFY(written > 20);
-        // A group that does not fit fails from its first failed write to its end.
-        QCOMPARE(engine.BeginGroup(), kOk);
-        Added(engine, database, {qint32{1}, QByteArray(20'000'000, 'z')});
-        QCOMPARE(engine.AddRecord(database, Numbered(1), record), int(kErrorDiskFull));
-        QCOMPARE(engine.EndGroup(), int(kErrorDiskFull));
-        limit.reset();
-        QVERIFY(Added(engine, database, large) != 0);
-        QCOMPARE(engine.Unmount(), kOk);
-        QCOMPARE(engine.Mount(m_path), kOk);
-        QCOMPARE(CountOf(engine, database), written + 1);
-        (void)engine.Unmount();
-        VerifySound();
-    }
-
     void aJournalIsPlayedIntoItsOwnVolumeAlone_data() {
         // What is put into the volume's place, whether the journal is played, records then.
         AddRows<int, bool, int>({
