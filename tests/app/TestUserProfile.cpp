@@ -29,20 +29,6 @@ class TestUserProfile : public QObject {
         QCOMPARE(AgeOn({2024, 1, 1}, {1994, 1, 8}), 30);  // 10950 = 30 * 365
     }
 
-    void energyFollowsBodyAndRate() {
-        CUserInformation user = ThirtyYearOldMan();
-        // (66.5 + 13.75 * 80 + 5.003 * 180 - 6.775 * 30) * 1.2 = 1863.79 * 1.2
-        QVERIFY(IsNear(PlannedEnergyKcal(user, FromEightyTo(70, 0.01)), 2236.548));
-        // 0.5 / 7 * 7777.78 = 555.56 less, or more when the weight is to rise.
-        QVERIFY(IsNear(PlannedEnergyKcal(user, FromEightyTo(70, 0.5)), 2236.548 - 555.556));
-        QVERIFY(IsNear(PlannedEnergyKcal(user, FromEightyTo(80, 0.5)), 2236.548 - 555.556));
-        QVERIFY(IsNear(PlannedEnergyKcal(user, FromEightyTo(90, 0.5)), 2236.548 + 555.556));
-        user.isMale = false;
-        user.activityLevel = 4;
-        // (655.1 + 9.563 * 80 + 1.85 * 180 - 4.676 * 30) * 1.9 = 1612.86 * 1.9
-        QVERIFY(IsNear(PlannedEnergyKcal(user, FromEightyTo(70)), 3064.434));
-    }
-
     void weeksAreShownForARealChange() {
         QCOMPARE(WeeksToGoal(FromEightyTo(75, 0.5)), 11);  // 70 / 7 + 1
         QVERIFY(!WeeksToGoal(FromEightyTo(80, 0.5)));
@@ -76,22 +62,6 @@ class TestUserProfile : public QObject {
             FollowGoalDate(targets);
             QVERIFY(IsNear(targets.rateKgPerWeek, 35));
         }
-    }
-
-    void lowEnergyWarnsAndIsKept() {
-        CRecordingMessages messages;
-        for (const auto& [energyKcal, warnings, confirmed] :
-             {std::tuple(1199.4, 1, 1199.0),
-              {1200, 0, 1200.0},
-              {0.0015, 1, 0.0},
-              {0.0009, 0, 2237.0}}) {  // whole(2236.548 + 0.5)
-            CTargets targets = FromEightyTo(70);
-            targets.dailyEnergyKcal = energyKcal;
-            ConfirmTargets(ThirtyYearOldMan(), targets);
-            QCOMPARE(messages.TakeShown().size(), warnings);
-            QCOMPARE(targets.nutrients[0], confirmed);
-        }
-        QCOMPARE(messages.lastIcon, EMessageIcon::Warning);
     }
 
     void formKeepsWhatItsTextsRound() {

@@ -5,7 +5,6 @@
 #include "catalogue/items/ComposedForm.h"
 #include "diary/PurgeRules.h"
 #include "diary/WeightRules.h"
-#include "exercise/ExerciseRules.h"
 #include "support/ComposedSamples.h"
 #include "support/Files.h"
 
@@ -51,7 +50,6 @@ class TestUnitsOfWork : public CDiaryTest {
   private slots:
     void init() {
         MakeDiary();
-        m_low = AddCategory(Database(), u"Low"_s);
         m_high = AddCategory(Database(), u"High"_s);
         m_menus = AddCategory(Database(), u"Menus"_s, kMenus);
         m_menu = AddComposed(Database(), kMenus, m_menus, u"Menu"_s);
@@ -85,9 +83,6 @@ class TestUnitsOfWork : public CDiaryTest {
             {"delete weights", Fixed, [this](int person) { AddWeightOf(person); },
              [this] { return DeleteWeights(*m_doc, m_weights); }, [this] { return Weights(); },
              "Cid", "Cannot delete record. Error=1392|Cannot delete weight.", 3},
-            {"delete exercises", Fixed, [this](int person) { AddDoneBy(person); },
-             [this] { return DeleteExercises(Database(), m_done); }, [this] { return Done(); },
-             "Cid,Dan", "Cannot delete record. Error=1392|Cannot delete exercise.", 2},
             {"purge", Fixed,
              [this](int person) {
                  AddMeal(person);
@@ -103,12 +98,6 @@ class TestUnitsOfWork : public CDiaryTest {
              "Cannot delete record. Error=1392|"
              "Total purged:\n\nDiet entries: 3\nWeight entries: 3\nExersises: 3\n\n",
              false},
-            {"move foods", Unreadable, [this](int person) { AddFoodOf(person); },
-             [this] {
-                 return Foods().Move(m_selected, {-1, m_low, u"Low"_s});
-             },
-             [this] { return FoodNames(); }, "?,Dan", "Cannot move food 'Cid, t' to category Low'.",
-             2},
             {"rename foods", Fixed,
              [this](int person) {
                  QVERIFY(
@@ -117,9 +106,6 @@ class TestUnitsOfWork : public CDiaryTest {
              [this] { return Foods().RenameItems(m_high, u"Food"_s, u"Supper"_s).size(); },
              [this] { return FoodNames(); }, "Supper,Supper,Food,Food",
              "Cannot add food (error# 1392).|Cannot rename foods.", 0},
-            {"delete foods", Fixed, [this](int person) { AddFoodOf(person); },
-             [this] { return Foods().Delete(m_selected); }, [this] { return FoodNames(); },
-             "Ann,Bob,Cid", "Cannot delete record. Error=1392|Cannot delete food.", 1},
             {"delete menus", Fixed,
              [this](int person) {
                  const qint32 id = AddComposed(Database(), kMenus, m_menus, kPeople[person]);
@@ -232,23 +218,18 @@ class TestUnitsOfWork : public CDiaryTest {
         const CListQuery day = {FirstMomentOf(kDay), LastMomentOf(kDay)};
         m_meals = ReadEntries(Database().Diet(), day).entries;
         m_weights = ReadEntries(Database().Weight(), day).entries;
-        m_done = ReadEntries(Database().Exercises(), day).entries;
-        m_selected = Listed(kFoods, m_high);
     }
     CCatalogueRules Foods() { return {Database(), kFoods}; }
     CCatalogueRules::Entries Listed(ECatalogueKind kind, qint32 category) {
         return Database().Catalogue().FillCategoryList(kind, category).entries;
     }
 
-    qint32 m_low = 0;
     qint32 m_high = 0;
     qint32 m_menus = 0;
     qint32 m_menu = 0;
     // Listed before any damage.
     ListedEntries<CDietEntry> m_meals;
     ListedEntries<CWeightEntry> m_weights;
-    ListedEntries<CExerciseEntry> m_done;
-    CCatalogueRules::Entries m_selected;  ///< foods of "High"
 };
 
 QTEST_GUILESS_MAIN(TestUnitsOfWork)

@@ -272,7 +272,6 @@ class TestWeightRules : public CDiaryTest {
             QCOMPARE(text, expected);
         }
     }
-
 };
 
 QTEST_GUILESS_MAIN(TestWeightRules)

@@ -115,35 +115,6 @@ class TestReport : public CDiaryTest {
                     .contains("16 Apr 2006,,Mealless,1.0xcup,1.0,1.0\r\n"));
     }
 
-    void whatCannotBeReadIsCounted_data() {
-        AddRows<int, int, QString>({
-            {"no record", 1, -1, u"1 damaged entry is left out."_s},
-            {"of a later day", 1, 5, u"1 damaged entry is left out."_s},
-            {"of an earlier day", 4, 0, u"1 damaged entry is left out."_s},
-            {"outside the days", 5, -1, {}},
-        });
-    }
-    void whatCannotBeReadIsCounted() {
-        const auto& [position, like, left] = DataRow<int, int, QString>();
-        AddThreeDays();
-        Damage(Database().Diet(), position, like);
-        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
-        for (const EReportGrouping grouping : {EReportGrouping::Date, EReportGrouping::Type}) {
-            const QString path = Path(u"report.csv"_s);
-            QCOMPARE(WriteReport(*m_doc, {kFirst, kLast, kReportAll, grouping}, path),
-                     left.isEmpty());
-            QCOMPARE(m_messages->Said(),
-                     left.isEmpty() ? QString() : u"The report is written. "_s + left);
-            // Tea, oats, milk and an apple less the damaged one.
-            const QByteArray written = Load(path);
-            QCOMPARE(written.count("xcup,") + written.count("xmug,") + written.count("xglass,") +
-                         written.count("xmedium,"),
-                     left.isEmpty() ? 4 : 3);
-            // A diary that is not reported is not looked at.
-            QVERIFY(WriteReport(*m_doc, {kFirst, kLast, kReportWeight, grouping}, path));
-        }
-    }
-
     void aRequestIsCheckedNamedAndPickedInWholeYears() {
         QCOMPARE(CheckReportRequest({kFirst, kFirst, kReportWeight}), std::nullopt);
         QCOMPARE(CheckReportRequest({kLast, kFirst, 0}), u"Please select data type to export."_s);
@@ -158,28 +129,6 @@ class TestReport : public CDiaryTest {
             patterns.append(ReportDatePattern(QLatin1StringView(text)));
         }
         QCOMPARE(patterns.join(u' '), u"MM/dd/yyyy MM/dd/yyyy dd.MM.yyyy yyyy-MM-dd d/MM/yyyy"_s);
-    }
-
-    void unitsHaveTheirWords() {
-        const auto columns = [](EWeightUnit weightUnit, EHeightUnit heightUnit, double kg = 70) {
-            const CPreferences preferences{weightUnit, heightUnit};
-            const CReportFormat format(preferences, 82);
-            CWeightEntry entry = MakeWeight(kFirst, {7, 0}, kg);
-            entry.SetMeasurement(0, 10);
-            return format.WeightHeader().section(u',', 0, -8) + u' ' +
-                   format.WeightFields(entry).section(u',', 0, -8);
-        };
-        using enum EWeightUnit;
-        using enum EHeightUnit;
-        // 70 x 2.2046 = 154.322 = 11 x 14 + 0.322, -12 x 2.2046 = -26.4552, 10 / 2.54 = 3.937
-        QCOMPARE(columns(Pounds, Feet),
-                 u"Weight (lb),Weight change (lb),Chest (ft) 154.32,-26.46,3.94"_s);
-        QCOMPARE(columns(StonesAndPounds, Centimetres),
-                 u"Weight (st,lb),Weight change (st,lb),Chest (cm) 11,0.32,-26.46,10.00"_s);
-        // 153.999 - 10 x 14 lb, and 153.999 - 82 x 2.2046
-        QCOMPARE(columns(Stones, Centimetres, 153.999 / 2.2046).section(u' ', -1),
-                 u"10,14.00,-26.78,10.00"_s);
-        QCOMPARE(CReportFormat::Time(6005.5), u"100:05"_s);
     }
 };
 

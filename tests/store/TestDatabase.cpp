@@ -46,29 +46,6 @@ class TestDatabase : public CCatalogueTest {
         }
     }
 
-    void listsAreSortedAndStayInTheirCategory() {
-        for (const CFoodItem& food :
-             {MakeFood(3, u"Zander"_s, u"raw"_s), MakeFood(2, u"pear"_s, u"raw"_s),
-              MakeFood(2, u"Apple"_s, u"stewed"_s), MakeFood(2, u"apple"_s, u"Raw"_s)}) {
-            QVERIFY(Database().Foods().Write(-1, food));
-        }
-        QVERIFY(Database().ViewSettings(kFoods).Save(CViewSettings()));
-        const auto positionsOf = [this](qint32 category) {
-            QList<int> positions;
-            const CCategoryList list = Database().Catalogue().FillCategoryList(kFoods, category);
-            for (const CCategoryListEntry& entry : list.entries) {
-                positions.append(entry.position);
-            }
-            return positions;
-        };
-        // Stored as pear, Apple, apple at positions 0 to 2.
-        QCOMPARE(positionsOf(2), (QList<int>{2, 1, 0}));
-        QCOMPARE(positionsOf(3), QList<int>{3});
-        QCOMPARE(positionsOf(4) + positionsOf(-1), QList<int>());
-        QCOMPARE(Database().Catalogue().FindItem(kFoods, 2, u"Apple"_s, u"stewed"_s, 1), -1);
-        QCOMPARE(Database().Catalogue().FindItem(kFoods, 2, u"Zander"_s, u"raw"_s), -1);
-    }
-
     void uniqueNamesAreToldApartByCase() {
         const QStringList names = {u"pear"_s, u"Pear"_s, u"apple"_s, u"pear"_s};
         for (const qint32 category : {2, 1}) {
@@ -141,10 +118,8 @@ class TestDatabase : public CCatalogueTest {
             QVERIFY(Database().Foods().Write(-1, MakeFood(1, QLatin1StringView(name), u"raw"_s)));
         }
         QVERIFY(Database().Foods().Write(-1, MakeFood(2, u"Fig"_s, u"raw"_s)));
-        QVERIFY(AddCategory(Database(), u"A"_s) == 1 && AddCategory(Database(), u"B"_s) == 2);
         Damage(Database().Foods(), 1);
         Damage(Database().Foods(), 3, 5);  // says that it is of the other category
-        Damage(Database().Categories(), 0);
         const auto namesOf = [](const auto& items) {
             QStringList names;
             for (const auto& item : items) {
@@ -160,9 +135,6 @@ class TestDatabase : public CCatalogueTest {
         QCOMPARE(namesOf(unique.names), u"Apple Carrot Egg"_s);
         QCOMPARE(unique.leftOut.damaged, 2);
         QCOMPARE(Database().Catalogue().FillCategoryList(kFoods, 2).leftOut.damaged, 0);
-        const CCategoryEntries categories = Database().Categories().ReadEntries(kFoods);
-        QCOMPARE(namesOf(categories.entries), u"B"_s);
-        QCOMPARE(categories.leftOut.damaged, 1);
         // With its positions gone nobody knows what is missing.
         Change("UPDATE blocks SET entries=x'00'");
         QVERIFY(Database().Catalogue().FillCategoryList(kFoods, 1).leftOut.isUnknown);
@@ -260,24 +232,14 @@ class TestDatabase : public CCatalogueTest {
             QVERIFY(Database().Diet().Write(-1, entry));
         }
         QVERIFY(group.Commit());
-        const CDayEntries loaded = ReadDay(Database().Diet(), day);
-        // What others read leaves a day as it is.
-        const CDayEntries before = ReadDay(Database().Diet(), day.addDays(-1));
-        QCOMPARE(before.Count(), 1);
-        QVERIFY(!before.LeftOut().IsAnything());
+        const CDayEntries loaded = Database().LoadDietDay(day);
         QCOMPARE(loaded.Count(), 128);
         QCOMPARE(loaded.LeftOut().beyond, 1);
-        QVERIFY(!loaded.LeftOut().IsDamage());
         QCOMPARE(loaded.GetTotal(0), 64.0);
         QCOMPARE(loaded.GetTotal(-1), -1.0);
         QCOMPARE(loaded.GetTotal(54), -1.0);
-        QCOMPARE(loaded.GetEntry(0)->GetName(), u"0"_s);
         QCOMPARE(loaded.GetEntry(127)->GetName(), u"127"_s);
-        const CDayEntries whole = ReadDay(Database().Diet(), day, kNoCapacity);
-        QCOMPARE(whole.Count(), 129);
-        QCOMPARE(whole.GetTotal(0), 64.5);
-        QVERIFY(!whole.LeftOut().IsAnything());
-        QCOMPARE(ReadDay(Database().Diet(), QDate()).Count(), 0);
+        QCOMPARE(Database().LoadDietDay(QDate()).Count(), 0);
         QVERIFY(loaded.GetEntry(128) == nullptr);
         QVERIFY(loaded.GetEntry(-1) == nullptr);
         QCOMPARE(m_messages->Said(), u"Invalid index|Invalid index"_s);

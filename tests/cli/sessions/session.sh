@@ -33,3 +33,5 @@ long=$(printf '%064d')   # longer than a serving's
 some() { grep -v "$(printf '\t0$')" | joined; }
 joined() { paste -sd'~' | sed 's/~/; /g'; }
 show() { tr -d '\r' < "$1"; }
+# The report of a day: one DAY TYPES GROUPING
+one() { report out.csv --profile Ann --from $1 --to $1 --types $2 --by $3; show out.csv | sed 1,4d; }
