@@ -37,13 +37,6 @@ class TestReport : public CDiaryTest {
         AddFoodEntry({kLast, {12, 0}}, 2, u"Apple"_s, u"raw"_s, 1, u"medium"_s, 77.8, -0.00005);
         AddDone(u"Running"_s, kFirst, {7, 30}, 65, 400.7);
         AddDone(u"Rest"_s, kFirst, {18, 0}, 90, 0, {});
-        CWeightEntry weight = MakeWeight(kLast, {7, 0}, 81.99999);
-        QVERIFY(Database().Weight().Write(-1, weight));
-        weight = MakeWeight(kFirst, {7, 0}, 80.5);
-        for (const auto& [slot, value] : {std::pair(0, 100.), {1, 90.5}, {7, 20.5}}) {
-            weight.SetMeasurement(slot, value);
-        }
-        QVERIFY(Database().Weight().Write(-1, weight));
         // The days around are not reported.
         AddFoodEntry({kFirst.addDays(-1), {23, 59, 59}}, 0, u"Before"_s);
         AddFoodEntry({kLast.addDays(1), {0, 0}}, 0, u"After"_s);
@@ -58,7 +51,6 @@ class TestReport : public CDiaryTest {
     void init() {
         MakeDiary();
         Preferences().decimals = 1;
-        m_doc->Settings().targets.startWeightKg = 82;
     }
     void cleanup() { DropVolume(); }
 

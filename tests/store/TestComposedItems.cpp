@@ -8,19 +8,6 @@ class TestComposedItems : public CCatalogueTest {
     Q_OBJECT
 
   private slots:
-    void aCopyHasComponentsOfItsOwn() {
-        const qint32 lunch = Menu(u"Lunch"_s, {u"Soup"_s, u"Bread"_s});
-        QVERIFY(Database().Composed().AddCopy(kMenus, 0, u"Late lunch"_s));
-        QVERIFY(!Database().Composed().AddCopy(kMenus, 6, u"Nothing"_s));
-        QCOMPARE(Database().Catalogue().CountItems(kMenus), 2);
-        QCOMPARE(Database().Menus().Count(), 6);
-        CMenuItem copy;
-        QVERIFY(Database().Menus().Read(1, copy));
-        QCOMPARE(copy.GetName(), u"Late lunch"_s);
-        QVERIFY(Database().Composed().DeleteComponents(kMenus, lunch));
-        QCOMPARE(PartsOf(Database(), kMenus, copy.GetItemId()), u"Soup,Bread"_s);
-    }
-
     void identifiersStayApartFromCategoriesAndFromEachOther() {
         const qint32 lunch = Menu(u"Lunch"_s, {});
         QVERIFY(lunch > CViewSettings::kMarker);
