@@ -44,8 +44,9 @@ struct COutcome {
     QStringList messages;
 };
 
-QStringList Lines(const QByteArray& printed) {
-    QStringList lines = QString::fromUtf8(printed).replace(u'\t', u'|').split(u'\n');
+QStringList Lines(const QByteArray& printed, const QString& folder) {
+    QString text = QString::fromUtf8(printed).replace(u'\t', u'|');
+    QStringList lines = text.replace(folder, u"FOLDER"_s).split(u'\n');
     if (lines.last().isEmpty()) {
         lines.removeLast();
     }
@@ -130,9 +131,7 @@ class TestCommandLine : public QObject {
         const bool isStatement = command.startsWith(u"$ sql "_s);
         const COutcome outcome =
             isStatement ? Change(folder, command.sliced(6)) : Run(folder, command.sliced(2));
-        const QString shown =
-            command.startsWith(u'?') ? OnOneLine(command, outcome) : OnLines(command, outcome);
-        return QString(shown).replace(folder, u"FOLDER"_s);
+        return command.startsWith(u'?') ? OnOneLine(command, outcome) : OnLines(command, outcome);
     }
     static COutcome Run(const QString& folder, const QString& command) {
         QProcess process;
@@ -145,7 +144,8 @@ class TestCommandLine : public QObject {
         process.start(u"/bin/sh"_s, {u"-c"_s, u". "_s + kSessions + u"/session.sh\n"_s + command});
         process.waitForFinished(-1);
         return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                Lines(process.readAllStandardOutput()), Lines(process.readAllStandardError())};
+                Lines(process.readAllStandardOutput(), folder),
+                Lines(process.readAllStandardError(), folder)};
     }
     static COutcome Change(const QString& folder, const QString& statement) {
         CSqliteFile volume;
