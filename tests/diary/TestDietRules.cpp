@@ -90,17 +90,6 @@ class TestDietRules : public CDiaryTest {
         QVERIFY(copy == tea.entry);
     }
 
-    void deletingSeveralStopsAtTheFirstFailure() {
-        const auto tea = AddEntry(u"Tea"_s, QTime(8, 0));
-        const CListed<CDietEntry> gone;
-        const auto bun = AddEntry(u"Bun"_s, QTime(9, 0));
-        const auto egg = AddEntry(u"Egg"_s, QTime(9, 0));
-        QCOMPARE(DeleteDietEntries(*m_doc, {tea, gone, bun}), 1);
-        QCOMPARE(m_messages->Said(), u"Cannot delete entry."_s);
-        QCOMPARE(DeleteDietEntries(*m_doc, {bun, egg}), 2);
-        QCOMPARE(Stored(), QStringList());
-    }
-
     void equalEntriesOfAMomentAreToldApart() {
         const auto tea = AddEntry(u"Tea"_s, QTime(8, 0), 0);
         const auto second = AddEntry(u"Tea"_s, QTime(8, 0), 0);

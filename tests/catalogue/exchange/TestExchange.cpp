@@ -74,21 +74,6 @@ class TestExchange : public CCatalogueTest {
         QCOMPARE(over("1,Soups,,thin\r\n", kFoods), 1);
     }
 
-    void aFullDiskStopsTheImportAndCountsNothingLost() {
-        const QString path = Path(u"many.csv"_s);
-        Save(path, FoodFile(6000));
-        {
-            const CFileSizeLimit limit(3'000'000);
-            QVERIFY(!ImportCatalogueFile(Database(), kFoods, EExisting::Skip, path));
-        }
-        const QStringList shown = m_messages->TakeShown();
-        QVERIFY(shown.contains(u"Import stopped."_s));
-        // Groups of 4096: one fits into the space, the other is gone as a whole.
-        QCOMPARE(shown.last(), u"Imported 4096 foods."_s);
-        Reopen();
-        QCOMPARE(Database().Foods().Count(), 4096);
-    }
-
     void aMenuIsDurableWithAllItsComponentsOrNotAtAll() {
         QByteArray lines;
         for (const char* name : {"Lunch", "Tea"}) {

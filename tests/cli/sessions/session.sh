@@ -35,3 +35,9 @@ joined() { paste -sd'~' | sed 's/~/; /g'; }
 show() { tr -d '\r' < "$1"; }
 # The report of a day: one DAY TYPES GROUPING
 one() { report out.csv --profile Ann --from $1 --to $1 --types $2 --by $3; show out.csv | sed 1,4d; }
+# A record of more than half a page.
+fill() { { echo "<Recipes>"; part Recipe Fill Fill "" 0=1 "cup,1,$(printf %02400d),"; } > fill
+    recipes import fill --existing add; }
+# Spoils the page of the place with that number at which the bytes stand in the volume.
+spoil() { at=$(LC_ALL=C grep -obUaP "$1" v.db | sed -n "$2s/:.*//p")
+    printf '\177' | dd of=v.db bs=1 seek=$((at / 8192 * 8192 + 1)) conv=notrunc 2> /dev/null; }
