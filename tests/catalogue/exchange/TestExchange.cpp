@@ -174,6 +174,9 @@ class TestExchange : public CCatalogueTest {
         QCOMPARE(m_messages->Said(), u"Export cancelled.|Exported 2 foods."_s);
         QCOMPARE(file.count("\r\n"), 5);
         QVERIFY(file.endsWith("<End>\r\n"));
+        m_messages->progress.cancelAfterPumps = m_messages->progress.pumps + 1;
+        QCOMPARE(Export({EExportChoice::Selected, -1, {0, 1, 2}}).count("\r\n"), 4);
+        QCOMPARE(m_messages->Said(), u"Export cancelled.|Exported 1 foods."_s);
         for (int i = 0; i < 2; ++i) {
             QVERIFY(Database().Exlib().Write(-1, CExerciseItem()));
         }
