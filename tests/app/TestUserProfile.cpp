@@ -1,6 +1,5 @@
 #include <QLocale>
 #include <QTest>
-#include <limits>
 
 #include "app/ListCommands.h"
 #include "app/Plans.h"
@@ -35,33 +34,6 @@ class TestUserProfile : public QObject {
         QVERIFY(!WeeksToGoal(FromEightyTo(79.1, 0.5)));  // the whole part of -0.9 is 0
         QVERIFY(!WeeksToGoal(FromEightyTo(75, 0.001)));
         QVERIFY(WeeksToGoal(FromEightyTo(81, 0.0015)));
-    }
-
-    void rateAndGoalDateFollowEachOther() {
-        // A twentieth of a day more is a day: 5 kg x 7 / rate = 58.945 and 58.96 days. Nothing
-        // follows from a change below 0.01 kg or from 200 kg on.
-        for (const auto& [goalKg, rate, days] : {std::tuple(75.0, 35 / 58.945, 58),
-                                                 {75, 35 / 58.96, 59},
-                                                 {80.005, 0.5, 70},
-                                                 {80.015, 0.105, 1},
-                                                 {279.5, 1400, 1},
-                                                 {280, 1400, 70},
-                                                 {75, 0.0, 70}}) {
-            CTargets targets = FromEightyTo(goalKg, rate);
-            FollowRate(targets);
-            QCOMPARE(kStart.daysTo(targets.goalDate), days);
-        }
-        CTargets targets = FromEightyTo(75, 0.6);
-        for (const auto& [days, rate] : {std::pair(35, 1.0), {1, 35.0}}) {  // 5 / (35 / 7), 5 x 7
-            targets.goalDate = kStart.addDays(days);
-            FollowGoalDate(targets);
-            QVERIFY(IsNear(targets.rateKgPerWeek, rate));
-        }
-        for (const QDate hopeless : {kStart, kStart.addDays(-7)}) {
-            targets.goalDate = hopeless;
-            FollowGoalDate(targets);
-            QVERIFY(IsNear(targets.rateKgPerWeek, 35));
-        }
     }
 
     void formKeepsWhatItsTextsRound() {

@@ -1,9 +1,7 @@
 #include "diary/DiaryFixture.h"
 
-#include "report/ReportFormat.h"
 #include "report/ReportRules.h"
 #include "report/ReportWriter.h"
-#include "support/DataRows.h"
 #include "support/Files.h"
 
 namespace {

@@ -3,9 +3,7 @@
 #include <limits>
 
 #include "catalogue/exchange/CsvFields.h"
-#include "catalogue/items/CatalogueKinds.h"
 #include "catalogue/items/FoodRules.h"
-#include "catalogue/pick/FindItems.h"
 #include "platform/TextFile.h"
 #include "support/CatalogueTest.h"
 #include "support/Files.h"
@@ -42,23 +40,6 @@ class TestCatalogueRules : public CCatalogueTest {
                 found += u'<' + field->toString() + u'>';
             }
             QCOMPARE(found, expected);
-        }
-    }
-
-    void numbersAreReadAsFarAsTheyGo() {
-        const std::pair<QString, double> rows[] = {
-            {u"717.004"_s, 717.004},
-            {u".5"_s, 0.5},
-            {u"-3.25"_s, -3.25},
-            {u"12abc"_s, 12.0},
-            {u"1.5e3"_s, 1500.0},
-            {u"1234567890123456.25"_s, 1234567890123456.25},  // 19 characters
-            {u"1234567890123456.250"_s, 0.0},                 // 20
-            {u""_s, 0.0},
-            {u"1e999"_s, 0.0},
-        };
-        for (const auto& [field, number] : rows) {
-            QCOMPARE(ImportedNumber(field), number);
         }
     }
 
