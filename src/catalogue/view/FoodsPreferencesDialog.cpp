@@ -117,15 +117,20 @@ bool CFoodsPreferencesDialog::SaveSettings() {
 
 bool CFoodsPreferencesDialog::SaveNames() {
     const QStringList stored = m_doc.NutrientNames();
+    bool isChanged = false;
     for (int index = kFirstUserNutrient; index < kNutrientCount; ++index) {
         const QString name = m_fields->nutrients->CellText(index, 0);
         if (name != stored[index]) {
             // SaveName does not report a failed write; the other names are still worth keeping.
             (void)m_doc.Database().NutrientNames().SaveName(index, index, name);
+            isChanged = true;
         }
     }
     m_doc.ForgetNutrientNames();
     CRecordStore& store = m_doc.Database().GetStore();
+    if (!isChanged || !store.IsVolumeLost()) {
+        return true;
+    }
     store.ShowRefusedWrite();
-    return !store.IsVolumeLost();
+    return false;
 }
