@@ -4,6 +4,8 @@
 
 #include "cli/TableOutput.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 /// Scripts have no use for progress.
 class CNoProgress : public CProgress {
@@ -29,6 +31,9 @@ void CConsoleMessages::Show(const CMessage& message) {
 
 bool CConsoleMessages::AskYesNo(const QString& text) {
     PrintLine(stderr, text);
+    if (!m_answersYes) {
+        PrintLine(stderr, u"Nothing was done. Add --yes to confirm."_s);
+    }
     return m_answersYes;
 }
 
