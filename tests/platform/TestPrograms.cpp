@@ -56,7 +56,7 @@ class TestPrograms : public QObject {
         Start(process, u"exec $window --volume \"$(printf 'a\\377.db')\""_s);
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitCode(), 2);
-        QCOMPARE(process.readAllStandardError(), "velmora: a\\xff.db is no UTF-8 text\n");
+        QCOMPARE(process.readAllStandardError(), "velmora: a\\xff.db is not valid UTF-8\n");
         QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList());
     }
 };

@@ -126,7 +126,7 @@ class TestBadDisk : public CCatalogueTest {
     }
     bool OpenProfile() { return Database().Profiles().Open(u"Ann"_s, false); }
     bool Import(ECatalogueKind kind, const QString& path) {
-        return ImportCatalogueFile(Database(), kind, EExisting::Overwrite, path);
+        return ImportCatalogueFile(Database(), kind, EDuplicatePolicy::Overwrite, path);
     }
     CCatalogueRules::Entries Listed(ECatalogueKind kind, qint32 category) {
         const CCategoryList list = Database().Catalogue().FillCategoryList(kind, category);

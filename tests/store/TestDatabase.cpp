@@ -232,14 +232,14 @@ class TestDatabase : public CCatalogueTest {
             QVERIFY(Database().Diet().Write(-1, entry));
         }
         QVERIFY(group.Commit());
-        const CDayEntries loaded = Database().LoadDietDay(day);
+        const CDayEntries loaded = ReadDay(Database().Diet(), day);
         QCOMPARE(loaded.Count(), 128);
         QCOMPARE(loaded.LeftOut().beyond, 1);
         QCOMPARE(loaded.GetTotal(0), 64.0);
         QCOMPARE(loaded.GetTotal(-1), -1.0);
         QCOMPARE(loaded.GetTotal(54), -1.0);
         QCOMPARE(loaded.GetEntry(127)->GetName(), u"127"_s);
-        QCOMPARE(Database().LoadDietDay(QDate()).Count(), 0);
+        QCOMPARE(ReadDay(Database().Diet(), QDate()).Count(), 0);
         QVERIFY(loaded.GetEntry(128) == nullptr);
         QVERIFY(loaded.GetEntry(-1) == nullptr);
         QCOMPARE(m_messages->Said(), u"Invalid index|Invalid index"_s);

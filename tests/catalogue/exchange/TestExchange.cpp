@@ -45,12 +45,12 @@ class TestExchange : public CCatalogueTest {
     void waitingForAPipeCanBeCancelled() {
         QCOMPARE(mkfifo(QFile::encodeName(Path(u"pipe"_s)).constData(), 0600), 0);
         m_messages->progress.cancelAfterPumps = 2;
-        QVERIFY(!ImportCatalogueFile(Database(), kFoods, EExisting::Skip, Path(u"pipe"_s)));
+        QVERIFY(!ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Skip, Path(u"pipe"_s)));
         QCOMPARE(m_messages->Said(), u"Import cancelled.|Imported 0 foods."_s);
     }
 
     void theFileDialogMayBeLeft() {
-        QVERIFY(!ImportCatalogue(Database(), kFoods, EExisting::Skip));
+        QVERIFY(!ImportCatalogue(Database(), kFoods, EDuplicatePolicy::Skip));
         QCOMPARE(m_messages->choices.last().filterName, u"CSV file (*.csv)"_s);
         QCOMPARE(m_messages->choices.last().defaultExtension, u".csv"_s);
         // Nothing to export is said before a file is asked for.
@@ -83,7 +83,7 @@ class TestExchange : public CCatalogueTest {
         {
             // Room for more than one of the two.
             const CFileSizeLimit limit(4'000'000);
-            QVERIFY(!ImportCatalogueFile(Database(), kMenus, EExisting::Skip, Path(u"in.csv"_s)));
+            QVERIFY(!ImportCatalogueFile(Database(), kMenus, EDuplicatePolicy::Skip, Path(u"in.csv"_s)));
         }
         QCOMPARE(m_messages->TakeShown().last(), u"Imported 1 menus."_s);
         Reopen();
@@ -93,7 +93,7 @@ class TestExchange : public CCatalogueTest {
     void aFullDiskEndsTheImportAsTooManyErrors() {
         Save(Path(u"in.csv"_s), "<Menus>\r\n" + MenuLine("Menu", "Lunch", ""));
         const CFileSizeLimit full(1);
-        QVERIFY(!ImportCatalogueFile(Database(), kMenus, EExisting::Skip, Path(u"in.csv"_s)));
+        QVERIFY(!ImportCatalogueFile(Database(), kMenus, EDuplicatePolicy::Skip, Path(u"in.csv"_s)));
         QVERIFY(
             m_messages->Said().endsWith(u"|Cannot add menu from line 2.|Too many errors. "
                                         "Import stopped.|Imported 0 menus."));
@@ -111,7 +111,7 @@ class TestExchange : public CCatalogueTest {
             lines += "1," + QByteArray(category) + ",a,b," + kValues + "cup,1,\r\n";
         }
         Save(Path(u"sub/foods.csv"_s), lines);
-        QVERIFY(ImportCatalogueFile(Database(), kFoods, EExisting::Skip, Path(u"sub/foods.csv"_s)));
+        QVERIFY(ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Skip, Path(u"sub/foods.csv"_s)));
         QCOMPARE(m_messages->Said(), u"Imported 4 foods."_s);
         CCategory category;
         for (int i = 0; i < 4; ++i) {
@@ -251,7 +251,7 @@ class TestExchange : public CCatalogueTest {
     QString Import(const QByteArray& bytes, ECatalogueKind kind = kFoods) {
         m_messages->chosenFile = Path(u"in.csv"_s);
         Save(m_messages->chosenFile, bytes);
-        ImportCatalogue(Database(), kind, EExisting::DoNotCheck);
+        ImportCatalogue(Database(), kind, EDuplicatePolicy::DoNotCheck);
         return m_messages->Said();
     }
     QByteArray Export(const CExportRequest& request, ECatalogueKind kind = kFoods) {
