@@ -1,15 +1,15 @@
-// Plays the sessions of this folder: real processes on real volumes, with what they print.
+// Plays the transcripts of this folder: real processes on real volumes, with what they print.
 //
 //     # a remark; it stays where it is
-//     $ profile list         a line of the shell, which knows the words of session.sh
+//     $ profile list         a line of the shell, which knows the words of words.sh
 //     name                   what it printed; '|' is a tab, a lone backslash a blank line
 //     ! There is no ...      what it printed on standard error
 //     = 1                    its exit status, when it is not 0
 //     ? foods list => [1] There is no ...       all of that on one line: the status first, and
 //                            only the first line of a wrong command line's usage
 //
-// "$ sql ..." changes the volume itself. With VELMORA_WRITE_SESSIONS set the sessions are written
-// anew: read the difference before you keep it.
+// "$ sql ..." changes the volume itself. With VELMORA_WRITE_TRANSCRIPTS set the transcripts are
+// written anew: read the difference before you keep it.
 #include "store/engine/SqliteFile.h"
 #include "support/Files.h"
 
@@ -20,8 +20,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-const bool kWritesAnew = qEnvironmentVariableIsSet("VELMORA_WRITE_SESSIONS");
-const QString kSessions = QStringLiteral(VELMORA_SESSIONS);
+const bool kWritesAnew = qEnvironmentVariableIsSet("VELMORA_WRITE_TRANSCRIPTS");
+const QString kTranscripts = QStringLiteral(VELMORA_TRANSCRIPTS);
 constexpr int kWidth = 100;
 
 /// Broken at a blank, or where a column ends.
@@ -74,9 +74,9 @@ QString OnLines(const QString& command, const COutcome& outcome) {
 }
 
 /// Remarks and blank lines; a command with what it printed.
-QStringList PartsOf(const QString& session) {
+QStringList PartsOf(const QString& transcript) {
     QStringList parts;
-    for (const QString& line : session.split(u'\n')) {
+    for (const QString& line : transcript.split(u'\n')) {
         const bool isOutput = !line.isEmpty() && !u"$?#"_s.contains(line[0]);
         if (isOutput && !parts.isEmpty()) {
             parts.last() += line + u'\n';
@@ -105,13 +105,13 @@ class TestCommandLine : public QObject {
     Q_OBJECT
 
   private slots:
-    void sessionsGoAsTheyWent_data() {
+    void transcriptsGoAsTheyWent_data() {
         QTest::addColumn<QString>("path");
-        for (const QFileInfo& file : QDir(kSessions).entryInfoList({u"*.txt"_s})) {
+        for (const QFileInfo& file : QDir(kTranscripts).entryInfoList({u"*.txt"_s})) {
             QTest::newRow(qPrintable(file.baseName())) << file.filePath();
         }
     }
-    void sessionsGoAsTheyWent() {
+    void transcriptsGoAsTheyWent() {
         QFETCH(const QString, path);
         const QTemporaryDir folder;
         QString seen;
@@ -141,7 +141,7 @@ class TestCommandLine : public QObject {
         environment.insert(u"cli"_s, QStringLiteral(VELMORA_CLI));
         environment.insert(u"starter"_s, QStringLiteral(VELMORA_STARTER_FOODS));
         process.setProcessEnvironment(environment);
-        process.start(u"/bin/sh"_s, {u"-c"_s, u". "_s + kSessions + u"/session.sh\n"_s + command});
+        process.start(u"/bin/sh"_s, {u"-c"_s, u". "_s + kTranscripts + u"/words.sh\n"_s + command});
         process.waitForFinished(-1);
         return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
                 Lines(process.readAllStandardOutput(), folder),

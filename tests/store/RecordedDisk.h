@@ -10,6 +10,7 @@
 #include <QByteArray>
 #include <QRandomGenerator>
 #include <array>
+#include <cerrno>
 #include <cstdarg>
 #include <map>
 #include <memory>

@@ -1,4 +1,4 @@
-# The words of the sessions. Each command of velmora-cli is one, on the volume v.db.
+# The words of the transcripts. Each command of velmora-cli is one, on the volume v.db.
 v() { "$cli" --volume v.db "$@"; }
 for group in profile foods menus recipes exlib categories diet weight bmi exercises report purge
 do eval "$group() { v $group \"\$@\"; }"
