@@ -113,6 +113,7 @@ class Copy:
         self.environment |= {"HOME": str(self.scratch), "TMPDIR": str(self.scratch),
                              "QT_QPA_PLATFORM": "offscreen"}
         self.tests = []
+        self.stale = []  # targets built with a fault that has been taken out since
 
     def prepare(self):
         """Brings the copy up to date, builds it and checks that every test passes."""
@@ -181,8 +182,11 @@ class Copy:
         source = file.read_text()
         file.write_text(fault.apply(source))
         try:
-            if not self.make(TARGETS[area], 1):
+            targets = list(dict.fromkeys(TARGETS[area] + self.stale))
+            if not self.make(targets, 1):
+                self.stale = targets
                 return "does not compile"
+            self.stale = TARGETS[area]
             for test in self.order(fault, area):
                 noticed = self.play(test, 20 + 10 * test.seconds)
                 if noticed is not None:
