@@ -168,7 +168,9 @@ void CDialog::showEvent(QShowEvent* event) {
     if (!event->spontaneous() && !testAttribute(Qt::WA_Resized)) {
         const QRect available = screen()->availableGeometry();
         if (available.width() < kSmallScreenWidth) {
-            setGeometry(available.marginsRemoved(FrameMargins()));
+            // Borders at the sides are not worth the width.
+            const QMargins frame = FrameMargins();
+            setGeometry(available.adjusted(0, frame.top(), 0, -frame.bottom()));
         } else {
             QSize wanted = m_preferredSize;
             if (!wanted.isValid()) {

@@ -31,7 +31,8 @@ QSize CGraphPane::minimumSizeHint() const {
 
 void CGraphPane::SetValueAxis(double low, double high, const QString& unit, int headRoom) {
     const QFontMetrics font = fontMetrics();
-    const double top = kMargin + font.height() + headRoom;
+    // The label of the top line stands below the caption.
+    const double top = kMargin + font.height() * 1.5 + headRoom;
     const double bottom = height() - kMargin - font.height() * 1.6;
     const int ticks = std::clamp(static_cast<int>((bottom - top) / (font.height() * 2)) + 1, 2, 9);
     m_axis = ValueAxis(low, high, ticks);

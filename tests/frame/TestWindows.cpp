@@ -99,6 +99,7 @@ class TestWindows : public CFrameTest {
         frame.resize(900, 700);
         Show(frame);
         QVERIFY(frame.ShowView(command));
+        QCoreApplication::processEvents();  // lays the view out
         auto* graph = Find<QWidget>(*frame.ActiveView(), "graph");
         QStringList tips;
         for (int i = 0; i < graph->width() * graph->height() / 16; ++i) {
