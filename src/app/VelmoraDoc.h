@@ -81,6 +81,8 @@ class CVelmoraDoc {
     /// profile loaded before is saved first, and stays loaded on failure.
     bool LoadProfile(const QString& name);
     [[nodiscard]] bool IsProfileActive() const { return m_settingsLoaded; }
+    /// Whether the settings are defaults in place of a record that cannot be read.
+    [[nodiscard]] bool AreSettingsDefaults() const { return m_defaults != EDefaults::NotUsed; }
     [[nodiscard]] QString GetActiveProfile() const;
 
     /// Why no profile of that name can be created: "Please enter user name.", "User name is too

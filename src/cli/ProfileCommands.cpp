@@ -68,7 +68,7 @@ bool Show(CCommandContext& context) {
     }
     PrintRow({u"field"_s, u"value"_s});
     PrintProfile(context.doc.Settings());
-    return true;
+    return !context.doc.AreSettingsDefaults();
 }
 
 bool Delete(CCommandContext& context) {
