@@ -83,7 +83,8 @@ class TestExchange : public CCatalogueTest {
         {
             // Room for more than one of the two.
             const CFileSizeLimit limit(4'000'000);
-            QVERIFY(!ImportCatalogueFile(Database(), kMenus, EDuplicatePolicy::Skip, Path(u"in.csv"_s)));
+            QVERIFY(!ImportCatalogueFile(Database(), kMenus, EDuplicatePolicy::Skip,
+                                         Path(u"in.csv"_s)));
         }
         QCOMPARE(m_messages->TakeShown().last(), u"Imported 1 menus."_s);
         Reopen();
@@ -93,7 +94,8 @@ class TestExchange : public CCatalogueTest {
     void aFullDiskEndsTheImportAsTooManyErrors() {
         Save(Path(u"in.csv"_s), "<Menus>\r\n" + MenuLine("Menu", "Lunch", ""));
         const CFileSizeLimit full(1);
-        QVERIFY(!ImportCatalogueFile(Database(), kMenus, EDuplicatePolicy::Skip, Path(u"in.csv"_s)));
+        QVERIFY(
+            !ImportCatalogueFile(Database(), kMenus, EDuplicatePolicy::Skip, Path(u"in.csv"_s)));
         QVERIFY(
             m_messages->Said().endsWith(u"|Cannot add menu from line 2.|Too many errors. "
                                         "Import stopped.|Imported 0 menus."));
@@ -111,7 +113,8 @@ class TestExchange : public CCatalogueTest {
             lines += "1," + QByteArray(category) + ",a,b," + kValues + "cup,1,\r\n";
         }
         Save(Path(u"sub/foods.csv"_s), lines);
-        QVERIFY(ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Skip, Path(u"sub/foods.csv"_s)));
+        QVERIFY(ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Skip,
+                                    Path(u"sub/foods.csv"_s)));
         QCOMPARE(m_messages->Said(), u"Imported 4 foods."_s);
         CCategory category;
         for (int i = 0; i < 4; ++i) {
