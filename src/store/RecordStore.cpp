@@ -199,7 +199,9 @@ std::optional<qint64> CRecordStore::KeyAt(CDatabaseHandle& handle, int position)
 }
 
 std::optional<QString> CRecordStore::ReadValue(ObjectId owner, const QString& name) {
-    return CNamedValues(m_engine.State()).Read(owner, name);
+    std::optional<QString> value;
+    (void)SetLastError(CNamedValues(m_engine.State()).Read(owner, name, value));
+    return value;
 }
 
 bool CRecordStore::WriteValue(ObjectId owner, const QString& name, const QString& value) {

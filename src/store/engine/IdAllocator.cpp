@@ -39,11 +39,14 @@ EPlatformError CIdAllocator::Load() {
         return kErrorSuccess;
     }
     qint64 largest = 0;
-    const EPlatformError error = ReadLargest(largest);
+    std::optional<QString> kept;
+    EPlatformError error = ReadLargest(largest);
+    if (error == kErrorSuccess) {
+        error = CNamedValues(m_state).Read(0, QLatin1StringView(m_name), kept);
+    }
     if (error != kErrorSuccess) {
         return error;
     }
-    const std::optional<QString> kept = CNamedValues(m_state).Read(0, QLatin1StringView(m_name));
     m_kept = kept ? kept->toLongLong() : 0;
     m_isKeptLargest = m_kept >= largest && m_kept > 0;
     m_isLoaded = true;

@@ -2,6 +2,7 @@
 
 #include "store/engine/VolumeIdentity.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <QFile>
@@ -49,10 +50,15 @@ CJournalCheck::CJournalCheck(QByteArray journalPath, qint64 volumeSize, VolumeRe
 
 bool CJournalCheck::MayBePlayed() const {
     struct stat status {};
-    QFile journal(QFile::decodeName(m_path));
     // SQLite itself refuses a journal that is not a file or cannot be read.
-    if (::stat(m_path.constData(), &status) != 0 || !S_ISREG(status.st_mode) ||
-        !journal.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    if (::stat(m_path.constData(), &status) != 0 || !S_ISREG(status.st_mode)) {
+        return true;
+    }
+    // Opened by its bytes: the name of a folder may not be decodable.
+    QFile journal;
+    const int descriptor = ::open(m_path.constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0 || !journal.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered,
+                                        QFileDevice::AutoCloseHandle)) {
         return true;
     }
     const QByteArray bytes = journal.read(kHeaderSize);

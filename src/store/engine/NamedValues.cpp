@@ -23,19 +23,22 @@ constexpr char kWrite[] = "REPLACE INTO named_values VALUES(?1,?2,?3)";
 constexpr char kDeleteOwner[] = "DELETE FROM named_values WHERE owner=?1";
 }  // namespace
 
-std::optional<QString> CNamedValues::Read(ObjectId owner, const QString& name) {
-    CStatement read;
+EPlatformError CNamedValues::Read(ObjectId owner, const QString& name,
+                                  std::optional<QString>& value) {
+    value.reset();
     bool isThere = false;
-    if (FindTable(isThere) != kErrorSuccess || !isThere ||
-        read.Prepare(m_state.file, kRead) != kErrorSuccess) {
-        return std::nullopt;
+    if (const EPlatformError error = FindTable(isThere); error != kErrorSuccess || !isThere) {
+        return error;
+    }
+    CStatement read;
+    if (const EPlatformError error = read.Prepare(m_state.file, kRead); error != kErrorSuccess) {
+        return error;
     }
     read.Start({owner, name});
-    std::optional<QString> value;
     if (read.Next()) {
         value = read.GetText(0);
     }
-    return read.Finish() == kErrorSuccess ? value : std::nullopt;
+    return read.Finish();
 }
 
 EPlatformError CNamedValues::Write(ObjectId owner, const QString& name, const QString& value) {

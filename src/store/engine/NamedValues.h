@@ -22,7 +22,8 @@ class CNamedValues {
     explicit CNamedValues(CStorageState& state) : m_state(state) {}
 
     /// Nothing when there is no such value or it cannot be read.
-    [[nodiscard]] std::optional<QString> Read(ObjectId owner, const QString& name);
+    /// Sets `value` to nothing when there is none.
+    EPlatformError Read(ObjectId owner, const QString& name, std::optional<QString>& value);
     EPlatformError Write(ObjectId owner, const QString& name, const QString& value);
     /// Deletes all values of an owner.
     EPlatformError DeleteOwner(ObjectId owner);

@@ -2,7 +2,7 @@
 
 #include <fcntl.h>
 #include <sqlite3.h>
-#include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "store/engine/JournalCheck.h"
@@ -36,8 +36,8 @@ constexpr char kSettings[] =
 constexpr char kJournalSuffix[] = "-journal";
 
 bool HasJournal(const QByteArray& path) {
-    const QFileInfo journal(QFile::decodeName(path + kJournalSuffix));
-    return journal.exists() && journal.size() > 0;
+    struct stat status {};
+    return ::stat((path + kJournalSuffix).constData(), &status) == 0 && status.st_size > 0;
 }
 
 /// SQLite keeps the journal beside the file that a link leads to.
@@ -63,7 +63,8 @@ EPlatformError CSqliteFile::Open(const QString& path) {
     // Neither SQLite nor Qt takes a path that starts with a slash or a point for a URI or a special
     // name. An absolute path would not do: the current folder's name may not be decodable.
     const QString plainPath = path.startsWith(u'/') ? path : QLatin1StringView("./") + path;
-    m_path = WithoutLink(QFile::encodeName(plainPath));
+    const QByteArray given = QFile::encodeName(plainPath);
+    m_path = WithoutLink(given);
     m_keptJournal.clear();
     m_created = CreateFile(m_path) ? StampOf(m_path) : std::nullopt;
     EPlatformError error = Lock();
@@ -73,11 +74,15 @@ EPlatformError CSqliteFile::Open(const QString& path) {
     if (error == kErrorSuccess) {
         error = LockAndCheck();
     }
+    if (error == kErrorSuccess && m_lock < 0) {
+        error = Lock();  // SQLite has created the file that a link led to
+    }
     if (error == kErrorSuccess) {
         error = Execute(kSettings);
     }
     if (error == kErrorSuccess) {
-        m_watch.Attach(OwnFile(), m_path);
+        // A link that leads elsewhere from now on replaces the volume.
+        m_watch.Attach(OwnFile(), given);
     }
     if (error != kErrorSuccess) {
         Rollback();
@@ -100,12 +105,17 @@ void CSqliteFile::RemoveCreated() {
 }
 
 // SQLite's own lock is lost as soon as anything else in this process, such as a file dialog that
-// looks for an icon, opens the file and closes it. This one stays with its descriptor. Where the
-// file system knows no such lock, SQLite's remains.
+// looks for an icon, opens the file and closes it. This one stays with its descriptor. Its byte
+// lies beyond every byte that SQLite reads, writes or locks, since some network file systems make a
+// lock keep out reads and writes as well. Where there are no such locks, SQLite's remains.
 EPlatformError CSqliteFile::Lock() {
-    m_lock = ::open(m_path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    const bool isTaken =
-        m_lock >= 0 && ::flock(m_lock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    struct flock byte {};
+    byte.l_type = F_WRLCK;
+    byte.l_start = qint64{1} << 61U;
+    byte.l_len = 1;
+    m_lock = ::open(m_path.constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+    const bool isTaken = m_lock >= 0 && ::fcntl(m_lock, F_OFD_SETLK, &byte) != 0 &&
+                         (errno == EAGAIN || errno == EACCES);
     return isTaken ? kErrorSharingViolation : kErrorSuccess;
 }
 

@@ -14,8 +14,8 @@ class CVolumeGeneration {
     /// False when the row in the file is not the one that we left there.
     [[nodiscard]] bool IsInPlace();
     /// Begins a unit of work. Call before its first change, so that the row's page comes first in
-    /// the journal. A volume without a row gets one in an earlier transaction, so that the unit's
-    /// journal is already tied to it.
+    /// the journal. The first unit after opening is preceded by a transaction of its own: it
+    /// creates a missing row, or sets this program's generations apart from those of a copy.
     EPlatformError Begin();
     /// After a failed commit, which is rolled back as far as it can be: whether the unit is in the
     /// file nevertheless.

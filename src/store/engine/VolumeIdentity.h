@@ -9,7 +9,7 @@
 /// that the row can be found in a raw page.
 struct CVolumeIdentity {
     std::array<char, 16> volume{};  ///< random, for the life of the volume and of its copies
-    quint64 generation = 0;         ///< counts the units of work
+    quint64 generation = 0;         ///< counts the transactions that write it
     quint64 nonce = 0;              ///< random, per generation
     quint64 previousNonce = 0;      ///< nonce of the previous generation
     bool operator==(const CVolumeIdentity&) const = default;

@@ -118,7 +118,7 @@ class TestVolumeLost : public QObject {
         QVERIFY(Added(*m_engine, m_database, Numbered(kCount)) != 0);
         QCOMPARE(m_engine->SaveCopy(m_folder->filePath(u"copy.db"_s)), int(kErrorInvalidParameter));
         QCOMPARE(m_engine->EndGroup(), kOk);
-        const QStringList copies = {u"copy.db*"_s, u"*.part"_s};
+        const QStringList copies = {u"copy.db*"_s, u"*.part*"_s};
         QCOMPARE(QDir(m_folder->path()).entryList(copies), QStringList());
     }
 
