@@ -118,6 +118,7 @@ class TestCommandLine : public QObject {
         for (const QString& part : PartsOf(QString::fromUtf8(Load(path)).chopped(1))) {
             const bool isCommand = part.startsWith(u'$') || part.startsWith(u'?');
             const QString shown = isCommand ? Play(folder.path(), CommandOf(part)) : part;
+            QVERIFY2(!shown.contains(u"Syntax error"_s), qPrintable(shown));
             QVERIFY2(kWritesAnew || shown == part, qPrintable(u"went so:\n"_s + shown));
             seen += shown;
         }
