@@ -1,8 +1,11 @@
 #include "app/UnitTexts.h"
 
+#include "platform/Messages.h"
 #include "platform/NumberText.h"
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 bool IsPair(EWeightUnit unit) {
@@ -97,4 +100,15 @@ double ReadHeightCm(const CUnitTexts& texts, EHeightUnit unit) {
     }
     const double height = Typed(texts.major);
     return unit == EHeightUnit::Inches ? InchesToCm(height) : height;
+}
+
+bool RefuseTooLarge(const QStringList& typed) {
+    const auto large =
+        std::ranges::find_if(typed, [](const QString& text) { return IsTypedTooLarge(text); });
+    if (large == typed.end()) {
+        return false;
+    }
+    ShowMessage(FormatText("The number '%s' is too large."_L1, {*large}),
+                EMessageIcon::Information);
+    return true;
 }

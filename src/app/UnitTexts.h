@@ -34,3 +34,6 @@ double ReadWeightKg(const CUnitTexts& texts, EWeightUnit unit);
 CUnitTexts HeightLabels(EHeightUnit unit);
 CUnitTexts HeightTexts(double cm, EHeightUnit unit);
 double ReadHeightCm(const CUnitTexts& texts, EHeightUnit unit);
+
+/// True, after "The number '%s' is too large.", when a typed number is beyond kLargestTyped.
+bool RefuseTooLarge(const QStringList& typed);

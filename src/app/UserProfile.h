@@ -75,8 +75,8 @@ double RestingEnergyKcal(const CUserInformation& user, const CTargets& targets, 
 /// energy of the weekly rate. The age is that on the start date.
 double PlannedEnergyKcal(const CUserInformation& user, const CTargets& targets);
 
-/// Weeks to the goal, counting a begun one; nothing when the weights differ by less than 1 kg or
-/// there is no rate.
+/// Weeks to the goal, the whole ones and one more; nothing when the weights differ by less than 1
+/// kg or there is no rate.
 std::optional<int> WeeksToGoal(const CTargets& targets);
 
 /// FollowRate sets the goal date from the rate, FollowGoalDate the rate from the goal date. Nothing

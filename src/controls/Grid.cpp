@@ -26,7 +26,7 @@ constexpr float kHintOpacity = 0.65F;
 /// Room for an editor's frame around the text.
 constexpr int kRowPadding = 8;
 
-class CRowDelegate : public QStyledItemDelegate {
+class CGridDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
@@ -34,12 +34,17 @@ class CRowDelegate : public QStyledItemDelegate {
         return size.expandedTo({0, option.fontMetrics.height() + kRowPadding});
     }
 
+    // The editor leaves a part of its cell in sight.
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        if (!static_cast<const CGrid*>(parent())->IsEdited(index)) {
+            QStyledItemDelegate::paint(painter, option, index);
+        }
+    }
+
   protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
-        if (static_cast<const CGrid*>(parent())->IsEdited(index)) {
-            option->text.clear();  // the editor leaves a part of its cell in sight
-        }
         if (index.column() > kLastEditedColumn) {
             QColor text = option->palette.color(QPalette::Text);
             text.setAlphaF(kHintOpacity);
@@ -55,7 +60,7 @@ CGrid::CGrid(EGridKind kind, const QStringList& columnTitles, const QString& acc
     : QTreeView(parent), m_kind(kind), m_model(new QStandardItemModel(this)) {
     m_model->setHorizontalHeaderLabels(columnTitles);
     setModel(m_model);
-    setItemDelegate(new CRowDelegate(this));
+    setItemDelegate(new CGridDelegate(this));
     setAccessibleName(accessibleName);
     setRootIsDecorated(false);
     setItemsExpandable(false);
@@ -302,6 +307,7 @@ QLineEdit* CGrid::CreateEditor(const QModelIndex& index, const QString& text) {
     cell.alignment = m_model->itemFromIndex(index)->textAlignment() & Qt::AlignHorizontal_Mask;
     cell.ended = [this](int row, int column, const std::optional<QString>& endedText) {
         m_control = nullptr;
+        update(m_model->index(row, column));
         emit LabelEditEnded(row, column, endedText);
     };
     cell.tabbed = [this](int row, int column, bool forward) { OpenNext(row, column, forward); };

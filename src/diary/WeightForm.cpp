@@ -102,6 +102,17 @@ bool CWeightForm::Confirm(const CWeightFields& fields) {
         ShowMessage(u"Please enter correct weight."_s, EMessageIcon::Information);
         return false;
     }
+    const CWeightFields shown = GetFields();
+    QStringList measurements = {fields.weight.minor, fields.bodyFat};
+    measurements.append(QStringList(fields.tape.begin(), fields.tape.end()));
+    // A stored value is shown whatever its size.
+    for (const QString& text :
+         QStringList{shown.bodyFat} + QStringList(shown.tape.begin(), shown.tape.end())) {
+        measurements.removeAll(text);
+    }
+    if (RefuseTooLarge(measurements)) {
+        return false;
+    }
     m_entry = std::move(typed);
     return true;
 }
@@ -116,12 +127,12 @@ CWeightEntry CWeightForm::Read(const CWeightFields& fields) const {
         entry.SetWeightKg(TypedWeightKg(fields.weight, m_preferences.weightUnit));
     }
     for (int slot = 0; slot < kTapeCount; ++slot) {
-        if (fields.tape[slot] != shown.tape[slot] && !IsTypedTooLarge(fields.tape[slot])) {
+        if (fields.tape[slot] != shown.tape[slot]) {
             const double typed = Typed(fields.tape[slot]);
             entry.SetMeasurement(slot, ShowsInches(m_preferences) ? InchesToCm(typed) : typed);
         }
     }
-    if (fields.bodyFat != shown.bodyFat && !IsTypedTooLarge(fields.bodyFat)) {
+    if (fields.bodyFat != shown.bodyFat) {
         entry.SetMeasurement(kBodyFatSlot, Typed(fields.bodyFat));
     }
     return entry;

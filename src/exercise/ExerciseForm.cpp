@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/UnitTexts.h"
 #include "catalogue/items/CatalogueKinds.h"
 #include "diary/WeightRules.h"
 #include "exercise/ExerciseRules.h"
@@ -101,15 +102,17 @@ bool CExerciseForm::Confirm() {
         ShowInformation(u"Please enter exercise type"_s);
         return false;
     }
+    if (RefuseTooLarge({m_hours, m_minutes}) ||
+        (m_energy != m_shownEnergy && RefuseTooLarge({m_energy}))) {
+        return false;
+    }
     m_result = m_entry;
     m_result.SetMoment(ToFileTime(DateOf(m_entry.GetMoment()), GetTime()));
     m_result.SetCategory(CategoryText());
     m_result.SetName(name);
     m_result.SetType(type);
     m_result.SetMinutes(Minutes());
-    if (!IsTypedTooLarge(m_energy)) {
-        m_result.SetEnergyKcal(EnergyStored(Typed(m_energy), Unit()));
-    }
+    m_result.SetEnergyKcal(EnergyStored(ShownValue(m_energy), Unit()));
     return true;
 }
 
@@ -152,6 +155,7 @@ void CExerciseForm::ShowDuration(int minutes) {
 /// LibraryEnergyKcal has added the 0.5 for rounding already, in kcal; here the value is truncated.
 void CExerciseForm::ShowEnergy(double energyKcal) {
     m_energy = energyKcal > 0 ? QString::number(Whole(EnergyShown(energyKcal, Unit()))) : QString();
+    m_shownEnergy = m_energy;
 }
 
 void CExerciseForm::ComputeEnergy() {

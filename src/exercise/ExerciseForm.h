@@ -62,4 +62,5 @@ class CExerciseForm : public CPickForm {
     QString m_hours;
     QString m_minutes;
     QString m_energy;
+    QString m_shownEnergy;  ///< as computed or stored, of any size
 };

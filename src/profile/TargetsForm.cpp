@@ -59,10 +59,17 @@ QString CTargetsForm::CalculatedText(int nutrient) const {
     return m_preferences.FormatNutrient(nutrient, targets.nutrients.at(nutrient));
 }
 
-void CTargetsForm::SetFields(const CTargetsFields& fields) {
+void CTargetsForm::SetFields(const CTargetsFields& typed) {
     const CTargetsFields shown = GetFields();
+    CTargetsFields fields = typed;
+    if (IsTypedTooLarge(fields.rate)) {
+        fields.rate = shown.rate;
+    }
+    if (IsTypedTooLarge(fields.energy)) {
+        fields.energy = shown.energy;
+    }
     SetPlan(fields, shown);
-    if (fields.energy != shown.energy && !IsTypedTooLarge(fields.energy)) {
+    if (fields.energy != shown.energy) {
         m_targets.dailyEnergyKcal =
             EnergyStored(TypedNumber(fields.energy).value_or(0), m_preferences.energyUnit);
     }
@@ -111,7 +118,7 @@ void CTargetsForm::SetPlan(const CTargetsFields& fields, const CTargetsFields& s
     if (fields.goalWeight != shown.goalWeight) {
         m_targets.goalWeightKg = ReadWeightKg(fields.goalWeight, unit);
     }
-    if (fields.rate != shown.rate && !IsTypedTooLarge(fields.rate)) {
+    if (fields.rate != shown.rate) {
         const double rate = std::max(0.0, TypedNumber(fields.rate).value_or(0));
         m_targets.rateKgPerWeek = RatesInKg(unit) ? rate : PoundsToKg(rate);
         FollowRate(m_targets);

@@ -44,7 +44,7 @@ class CTargetsForm {
     [[nodiscard]] bool CanRecalculate() const { return m_targets.dietType != kCustomDiet; }
 
     /// Takes over the fields that differ from GetFields.
-    void SetFields(const CTargetsFields& fields);
+    void SetFields(const CTargetsFields& typed);
     /// 0 to 6.
     void SetDietType(int dietType);
     /// Changing a target that follows from the diet type selects the custom type, so that the typed

@@ -65,7 +65,8 @@ std::optional<QString> TakeExlibFields(CDatabase& database, const CPreferences& 
                           {item.GetName(), item.GetType(),
                            database.Categories().NameOf(kExercises, fields.categoryId)});
     }
-    if (fields.energy.trimmed().isEmpty() || IsTypedTooLarge(fields.energy)) {
+    const bool isRefused = fields.energy != filled.energy && IsTypedTooLarge(fields.energy);
+    if (fields.energy.trimmed().isEmpty() || isRefused) {
         return u"Please enter exercise energy value"_s;
     }
     double rating = RatingOf(item);
