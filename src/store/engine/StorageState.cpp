@@ -151,15 +151,9 @@ EPlatformError CStorageState::CommitUnit() {
     }
     EPlatformError error = file.CheckPlace();
     if (error == kErrorSuccess) {
-        error = file.Commit();
-        // A commit that fails after it has invalidated the journal cannot be taken back, and doing
-        // the work again would do it twice.
-        if (error != kErrorSuccess && generation.IsUnitInFile()) {
-            error = kErrorSuccess;
-        }
+        error = generation.Commit();
     }
     if (error == kErrorSuccess) {
-        generation.Confirm();
         isInUnit = false;
     }
     return error;

@@ -86,13 +86,9 @@ EPlatformError CVolumeGeneration::Begin() {
 EPlatformError CVolumeGeneration::Part() {
     EPlatformError error = Advance();
     if (error == kErrorSuccess) {
-        error = m_file.Commit();
-        error = error != kErrorSuccess && IsUnitInFile() ? kErrorSuccess : error;
+        error = Commit();
     }
-    if (error == kErrorSuccess) {
-        Confirm();
-        m_isParted = true;
-    }
+    m_isParted = error == kErrorSuccess;
     return error;
 }
 
@@ -111,8 +107,15 @@ bool CVolumeGeneration::IsUnitInFile() {
     return ReadRow(row) == kErrorSuccess && row == m_next;
 }
 
-void CVolumeGeneration::Confirm() {
+// A commit that fails after it has invalidated the journal cannot be taken back, and doing the work
+// again would do it twice.
+EPlatformError CVolumeGeneration::Commit() {
+    const EPlatformError error = m_file.Commit();
+    if (error != kErrorSuccess && !IsUnitInFile()) {
+        return error;
+    }
     m_stored = m_next;
+    return kErrorSuccess;
 }
 
 EPlatformError CVolumeGeneration::CreateRow() {

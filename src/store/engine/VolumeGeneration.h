@@ -17,16 +17,15 @@ class CVolumeGeneration {
     /// the journal. The first unit after opening is preceded by a transaction of its own: it
     /// creates a missing row, or sets this program's generations apart from those of a copy.
     EPlatformError Begin();
-    /// After a failed commit, which is rolled back as far as it can be: whether the unit is in the
-    /// file nevertheless.
-    bool IsUnitInFile();
-    /// Call when the unit is durable.
-    void Confirm();
+    /// Makes the unit durable. Fails only when it is not in the file.
+    EPlatformError Commit();
 
   private:
     EPlatformError CreateRow();
     EPlatformError Part();
     EPlatformError Advance();
+    /// After a failed commit, which it rolls back as far as that is possible.
+    bool IsUnitInFile();
     EPlatformError FindPage();
     EPlatformError ReadRow(std::optional<CVolumeIdentity>& row);
 
