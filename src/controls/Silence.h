@@ -3,8 +3,8 @@
 
 #include <QObject>
 
-/// For the destructor of a window's base class. A field emits when it loses the focus, also to its
-/// own destruction, and whoever receives that in the window is no longer whole.
+/// Call in the destructor of a window's base class. A field that loses the focus while it is
+/// destroyed still emits signals, but the derived window that receives them no longer exists.
 inline void SilenceChildren(QObject* window) {
     for (QObject* child : window->findChildren<QObject*>()) {
         child->blockSignals(true);

@@ -102,15 +102,18 @@ bool CWeightForm::Confirm(const CWeightFields& fields) {
         ShowMessage(u"Please enter correct weight."_s, EMessageIcon::Information);
         return false;
     }
-    const CWeightFields shown = GetFields();
-    QStringList measurements = {fields.weight.minor, fields.bodyFat};
-    measurements.append(QStringList(fields.tape.begin(), fields.tape.end()));
     // A stored value is shown whatever its size.
-    for (const QString& text :
-         QStringList{shown.bodyFat} + QStringList(shown.tape.begin(), shown.tape.end())) {
-        measurements.removeAll(text);
+    const CWeightFields shown = GetFields();
+    QStringList changed = {fields.weight.minor};
+    if (fields.bodyFat != shown.bodyFat) {
+        changed.append(fields.bodyFat);
     }
-    if (RefuseTooLarge(measurements)) {
+    for (int slot = 0; slot < kTapeCount; ++slot) {
+        if (fields.tape[slot] != shown.tape[slot]) {
+            changed.append(fields.tape[slot]);
+        }
+    }
+    if (RefuseTooLarge(changed)) {
         return false;
     }
     m_entry = std::move(typed);
