@@ -93,6 +93,10 @@ class CRecordStore {
     [[nodiscard]] bool WriteValue(ObjectId owner, const QString& name, const QString& value);
     [[nodiscard]] bool DeleteValues(ObjectId owner);
 
+    /// See CStorageEngine.
+    void AddListener(CChangeListener* listener) { m_engine.AddListener(listener); }
+    void RemoveListener(CChangeListener* listener) { m_engine.RemoveListener(listener); }
+
     /// See CStorageEngine: writes between the two become durable together.
     bool BeginGroup();
     bool EndGroup();

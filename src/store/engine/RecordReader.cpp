@@ -17,6 +17,22 @@ void CRecordReader::Release() {
 }
 
 EPlatformError CRecordReader::Read(qint64 record, PropertyList& properties, int most) {
+    const EPlatformError error = StepTo(record);
+    if (error != kErrorSuccess) {
+        return error;
+    }
+    return DecodeRecord(m_statement.GetBlob(1), properties, most) ? kErrorSuccess : kErrorCorrupt;
+}
+
+EPlatformError CRecordReader::ReadBody(qint64 record, QByteArray& body) {
+    const EPlatformError error = StepTo(record);
+    if (error == kErrorSuccess) {
+        body = m_statement.GetBlob(1).toByteArray();
+    }
+    return error;
+}
+
+EPlatformError CRecordReader::StepTo(qint64 record) {
     if (!m_isOpen || record <= m_last || record > m_last + kReach) {
         Pause();
         m_statement.Start({record});
@@ -28,8 +44,7 @@ EPlatformError CRecordReader::Read(qint64 record, PropertyList& properties, int 
     }
     m_last = record;
     if (id == record) {
-        return DecodeRecord(m_statement.GetBlob(1), properties, most) ? kErrorSuccess
-                                                                      : kErrorCorrupt;
+        return kErrorSuccess;
     }
     m_isOpen = false;
     const EPlatformError error = m_statement.Finish();

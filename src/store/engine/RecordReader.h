@@ -13,10 +13,14 @@ class CRecordReader {
 
     /// kErrorFileNotFound when there is no such record; `most` as in CStorageEngine::ReadRecord.
     EPlatformError Read(qint64 record, PropertyList& properties, int most);
+    /// The same for the whole stored form, copied.
+    EPlatformError ReadBody(qint64 record, QByteArray& body);
     /// Resets the statement. Call before every change of the file.
     void Pause();
 
   private:
+    EPlatformError StepTo(qint64 record);
+
     CStatement m_statement;
     bool m_isOpen = false;
     qint64 m_last = 0;

@@ -151,7 +151,7 @@ EPlatformError CStorageEngine::DeleteDatabase(ObjectId database) {
             error = m_state->removeDatabase.Run({database});
         }
         m_state->open.erase(database);
-        return error;
+        return error == kErrorSuccess ? m_state->feed.ReportDeletedDatabase(database) : error;
     });
 }
 
@@ -231,7 +231,11 @@ EPlatformError CStorageEngine::AddRecord(ObjectId database, const PropertyList& 
             return error;
         }
         record = m_state->file.GetLastRowId();
-        return opened->index.Insert({*key, record});
+        error = opened->index.Insert({*key, record});
+        return error != kErrorSuccess
+                   ? error
+                   : m_state->feed.Report(
+                         {database, record, {}, {true, m_state->body, *key, CRecordState::kLast}});
     });
 }
 
@@ -252,13 +256,24 @@ EPlatformError CStorageEngine::ReplaceRecord(ObjectId database, ObjectId record,
         return found;
     }
     return m_state->Write([&] {
-        EncodeRecord(properties, m_state->body);
-        EPlatformError error = m_state->replaceRecord.Run({QByteArrayView(m_state->body), record});
-        if (error != kErrorSuccess || old.key == *key) {
+        CRecordChange change{database, record, {}, {}};
+        QByteArray bodyBefore;
+        EPlatformError error =
+            m_state->ReadBefore(database, record, position, old, bodyBefore, change.before);
+        if (error != kErrorSuccess) {
             return error;
         }
-        error = opened->index.RemoveAt(position);
-        return error == kErrorSuccess ? opened->index.Insert({*key, record}) : error;
+        EncodeRecord(properties, m_state->body);
+        change.after = {true, m_state->body, *key,
+                        old.key == *key ? change.before.ordinal : CRecordState::kLast};
+        error = m_state->replaceRecord.Run({QByteArrayView(m_state->body), record});
+        if (error == kErrorSuccess && old.key != *key) {
+            error = opened->index.RemoveAt(position);
+            if (error == kErrorSuccess) {
+                error = opened->index.Insert({*key, record});
+            }
+        }
+        return error == kErrorSuccess ? m_state->feed.Report(change) : error;
     });
 }
 
@@ -274,8 +289,17 @@ EPlatformError CStorageEngine::DeleteRecord(ObjectId database, ObjectId record) 
         return found;
     }
     return m_state->Write([&] {
-        const EPlatformError error = m_state->RemoveRecord(record);
-        return error == kErrorSuccess ? opened->index.RemoveAt(position) : error;
+        CRecordChange change{database, record, {}, {}};
+        QByteArray bodyBefore;
+        EPlatformError error =
+            m_state->ReadBefore(database, record, position, old, bodyBefore, change.before);
+        if (error == kErrorSuccess) {
+            error = m_state->RemoveRecord(record);
+        }
+        if (error == kErrorSuccess) {
+            error = opened->index.RemoveAt(position);
+        }
+        return error == kErrorSuccess ? m_state->feed.Report(change) : error;
     });
 }
 
@@ -314,4 +338,12 @@ EPlatformError CStorageEngine::UndoGroup() {
         m_state->groupError = kErrorOperationAborted;
     }
     return kErrorSuccess;
+}
+
+void CStorageEngine::AddListener(CChangeListener* listener) {
+    m_state->feed.Add(listener);
+}
+
+void CStorageEngine::RemoveListener(CChangeListener* listener) {
+    m_state->feed.Remove(listener);
 }

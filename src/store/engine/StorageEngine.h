@@ -22,6 +22,7 @@
 #include "store/engine/PropertyValue.h"
 #include "store/engine/VolumeState.h"
 
+class CChangeListener;
 struct CStorageState;
 
 using ObjectId = qint64;  ///< of a database or a record; 0: none
@@ -91,6 +92,10 @@ class CStorageEngine {
     EPlatformError EndGroup();
     /// Undoes the whole group at once, nested or not, as a failed write in it does.
     EPlatformError UndoGroup();
+
+    /// The listener is called with the changes of this engine until it is removed.
+    void AddListener(CChangeListener* listener);
+    void RemoveListener(CChangeListener* listener);
 
     /// For CNamedValues; lives as long as the engine.
     [[nodiscard]] CStorageState& State() { return *m_state; }

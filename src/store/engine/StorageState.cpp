@@ -104,6 +104,25 @@ EPlatformError CStorageState::Locate(COpenDatabase& opened, ObjectId record, int
     return error != kErrorSuccess ? error : kErrorFileNotFound;
 }
 
+EPlatformError CStorageState::ReadBefore(ObjectId database, ObjectId record, int position,
+                                         const CIndexEntry& entry, QByteArray& body,
+                                         CRecordState& before) {
+    if (!feed.IsWatched(database)) {
+        return kErrorSuccess;
+    }
+    int first = 0;
+    EPlatformError error = open.at(database).index.LowerBound(entry.key, first);
+    if (error == kErrorSuccess) {
+        error = reader.ReadBody(record, body);
+        reader.Pause();
+    }
+    if (error == kErrorFileNotFound) {
+        error = kErrorSuccess;  // a damaged volume: the index lists a record that is not there
+    }
+    before = {true, body, entry.key, position - first};
+    return error;
+}
+
 EPlatformError CStorageState::RemoveRecord(ObjectId record) {
     const EPlatformError error = recordIds.KeepBeforeRemoving(record);
     return error == kErrorSuccess ? removeRecord.Run({record}) : error;
@@ -149,12 +168,16 @@ EPlatformError CStorageState::CommitUnit() {
             return error;
         }
     }
-    EPlatformError error = file.CheckPlace();
+    EPlatformError error = feed.EndUnit();
+    if (error == kErrorSuccess) {
+        error = file.CheckPlace();
+    }
     if (error == kErrorSuccess) {
         error = generation.Commit();
     }
     if (error == kErrorSuccess) {
         isInUnit = false;
+        feed.NoteCommit();
     }
     return error;
 }
@@ -166,4 +189,5 @@ void CStorageState::Abandon() {
     recordIds.Forget();
     databaseIds.Forget();
     open.clear();
+    feed.NoteAbandonment();
 }

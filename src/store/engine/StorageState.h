@@ -5,6 +5,7 @@
 #include <optional>
 #include <unordered_map>
 
+#include "store/engine/ChangeFeed.h"
 #include "store/engine/IdAllocator.h"
 #include "store/engine/PositionIndex.h"
 #include "store/engine/RecordReader.h"
@@ -31,6 +32,10 @@ struct CStorageState {
     /// delete what they have just sought, and equal keys may be many.
     EPlatformError Locate(COpenDatabase& opened, ObjectId record, int& position,
                           CIndexEntry& entry);
+    /// The stored form and place of a record of a watched database before it changes; nothing of an
+    /// unwatched one. `body` holds the bytes.
+    EPlatformError ReadBefore(ObjectId database, ObjectId record, int position,
+                              const CIndexEntry& entry, QByteArray& body, CRecordState& before);
     EPlatformError RemoveRecord(ObjectId record);
     EPlatformError DeleteAllRecords(COpenDatabase& opened);
     /// Begins the transaction of a unit of work, at its first change.
@@ -77,6 +82,7 @@ struct CStorageState {
     CStatement addRecord;
     CStatement replaceRecord;
     CStatement removeRecord;
+    CChangeFeed feed;
     std::unordered_map<ObjectId, COpenDatabase> open;
     QByteArray body;
     bool isInUnit = false;
