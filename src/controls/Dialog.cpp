@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include "controls/DateField.h"
 #include "controls/InPlaceControl.h"
 #include "controls/ModalLoop.h"
 #include "controls/Silence.h"
@@ -84,6 +85,10 @@ void CDialog::accept() {
     }
     EndInPlaceControls(this, EInPlaceEnd::Commit);
     // A click on OK leaves the focus in the field, which may not have read its text yet.
+    if (auto* date = qobject_cast<CDateField*>(focusWidget());
+        date != nullptr && !date->TakeTyped()) {
+        return;
+    }
     if (auto* field = qobject_cast<QAbstractSpinBox*>(focusWidget())) {
         field->interpretText();
     }

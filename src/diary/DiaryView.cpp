@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QMenu>
+#include <QShortcut>
 #include <QSplitter>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -71,8 +72,9 @@ QAction* CDiaryView::CreateListAction(const CListCommand& command) {
     action->setShortcutContext(command.reach == kInList ? Qt::WidgetShortcut : Qt::WindowShortcut);
     action->setToolTip(QLatin1StringView(command.toolTip));
     connect(action, &QAction::triggered, this, [this, run = command.run] {
-        m_date->interpretText();  // a shortcut or button does not end the editing of the day
-        run();
+        if (m_date->TakeTyped()) {  // a shortcut or button does not end the editing of the day
+            run();
+        }
     });
     m_list->addAction(action);
     return action;
@@ -137,7 +139,7 @@ QWidget* CDiaryView::CreateDayBar() {
     auto* bar = new QWidget(this);
     m_date = CreateDateEdit(m_doc.dayShown, u"day"_s, bar);
     m_date->setAccessibleName(u"Day shown"_s);
-    connect(m_date, &QDateEdit::dateChanged, this, &CDiaryView::SetDay);
+    connect(m_date, &CDateField::dateChanged, this, &CDiaryView::SetDay);
 
     const auto createButton = [&](const QString& name, const QKeySequence& key, auto go) {
         auto* button = new QToolButton(bar);
@@ -148,8 +150,9 @@ QWidget* CDiaryView::CreateDayBar() {
         button->setToolTip(name + u" ("_s + key.toString(QKeySequence::NativeText) + u')');
         button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Minimum);
         connect(button, &QToolButton::clicked, this, [this, go] {
-            m_date->interpretText();
-            go();
+            if (m_date->TakeTyped()) {
+                go();
+            }
         });
         return button;
     };
@@ -161,6 +164,12 @@ QWidget* CDiaryView::CreateDayBar() {
     auto* next = createButton(u"Next day"_s, Qt::ALT | Qt::Key_Right,
                               [this] { SetDay(m_doc.dayShown.addDays(1)); });
     next->setArrowType(Qt::RightArrow);
+
+    for (const auto& [key, button] :
+         {std::pair{Qt::Key_PageUp, previous}, std::pair{Qt::Key_PageDown, next}}) {
+        auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
+        connect(shortcut, &QShortcut::activated, button, &QToolButton::click);
+    }
 
     auto* layout = new QHBoxLayout(bar);
     layout->setContentsMargins(0, 2, 0, 0);

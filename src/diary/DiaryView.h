@@ -9,9 +9,9 @@
 #include "app/VelmoraDoc.h"
 #include "controls/MainView.h"
 
+class CDateField;
 class CListPane;
 class CReportList;
-class QDateEdit;
 class QSplitter;
 
 /// The document outlives the view; its dayShown is valid once a view exists. A derived view creates
@@ -84,7 +84,7 @@ class CDiaryView : public CMainView {
     std::vector<CCommandMenu> m_menus;
     std::vector<QAction*> m_commands;
     QWidget* m_dayBar = nullptr;
-    QDateEdit* m_date = nullptr;
+    CDateField* m_date = nullptr;
     QSplitter* m_splitter = nullptr;
     CListPane* m_listPane = nullptr;
     CReportList* m_list = nullptr;

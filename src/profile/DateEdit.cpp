@@ -7,13 +7,10 @@
 
 using namespace Qt::StringLiterals;
 
-QDateEdit* CreateDateEdit(QDate date, const QString& objectName, QWidget* parent) {
-    auto* edit = new QDateEdit(date, parent);
+CDateField* CreateDateEdit(QDate date, const QString& objectName, QWidget* parent) {
+    auto* edit = new CDateField(date, ShownDateFormat(), parent);
     edit->setObjectName(objectName);
     edit->setMinimumDate(DateOf(0));  // the earliest moment a diary can store
-    edit->setDisplayFormat(ShownDateFormat());
-    edit->setCalendarPopup(true);
-    edit->setKeyboardTracking(false);
     return edit;
 }
 

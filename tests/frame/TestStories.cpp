@@ -6,8 +6,10 @@
 #include <QEventLoop>
 #include <QHeaderView>
 #include <QRegularExpression>
+#include <QToolTip>
 #include <QWheelEvent>
 
+#include "controls/DateField.h"
 #include "support/Clicks.h"
 #include "support/Files.h"
 #include "support/Portrait.h"
@@ -202,11 +204,12 @@ class TestStories : public CFrameTest {
         auto* box = qobject_cast<QComboBox*>(&widget);
         auto* spin = qobject_cast<QSpinBox*>(&widget);
         auto* edit = box == nullptr ? qobject_cast<QLineEdit*>(&widget) : box->lineEdit();
-        if (auto* moment = qobject_cast<QDateTimeEdit*>(&widget); moment != nullptr) {
-            moment->setDate(text.contains(u'-') ? QDate::fromString(text, Qt::ISODate)
-                                                : moment->date());
-            moment->setTime(text.contains(u':') ? QTime::fromString(text, Qt::ISODate)
-                                                : moment->time());
+        if (auto* time = qobject_cast<QTimeEdit*>(&widget); time != nullptr) {
+            time->setTime(QTime::fromString(text, Qt::ISODate));
+        } else if (auto* date = qobject_cast<CDateField*>(&widget); date != nullptr) {
+            widget.window()->focusWidget()->clearFocus();
+            date->setFocus(Qt::TabFocusReason);
+            QTest::keyClicks(date, text);
         } else if (spin != nullptr) {
             spin->setValue(text.toInt());
         } else if (edit != nullptr) {
@@ -252,6 +255,10 @@ class TestStories : public CFrameTest {
         }
         text += Told(u"says"_s, m_messages->shown) + Told(u"for"_s, m_messages->details) +
                 Told(u"offers"_s, m_messages->offered) + Told(u"asks"_s, m_messages->asked);
+        if (QStringList hints{QToolTip::text()}; QToolTip::isVisible()) {
+            QToolTip::showText({}, {});
+            text += Told(u"hints"_s, hints);
+        }
         for (const CFileChoice& choice : std::exchange(m_messages->choices, {})) {
             text += u"chooses '%1' %2%3 "_s.arg(choice.title, choice.initialName,
                                                 choice.defaultExtension);

@@ -1,0 +1,58 @@
+#include <QLocale>
+
+#include "platform/TypedDate.h"
+#include "support/DataRows.h"
+
+using namespace Qt::StringLiterals;
+
+/// Sunday, 22 November 2026; the field holds 5 March 2024.
+class TestTypedDate : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void cleanup() { QLocale::setDefault(QLocale::c()); }
+
+    void typedTextsAreDates_data() {
+        AddRows<QString, QString, QString>({
+            {"today", u"de_DE"_s, u"t"_s, u"2026-11-22"_s},
+            {"days after the one held", u"de_DE"_s, u"+3"_s, u"2024-03-08"_s},
+            {"days before it, over the leap day", u"de_DE"_s, u"-6"_s, u"2024-02-28"_s},
+            {"a weekday", u"de_DE"_s, u"Mon"_s, u"2026-11-16"_s},
+            {"today's weekday", u"de_DE"_s, u"sun"_s, u"2026-11-22"_s},
+            {"a whole name", u"de_DE"_s, u"saturday"_s, u"2026-11-21"_s},
+            {"in the locale's language", u"de_DE"_s, u"DIE"_s, u"2026-11-17"_s},
+            {"two letters of one", u"de_DE"_s, u"mo"_s, QString()},
+            {"day first", u"de_DE"_s, u"14 3 1981"_s, u"1981-03-14"_s},
+            {"two digits of a year", u"de_DE"_s, u"14.3.81"_s, u"1981-03-14"_s},
+            {"19 years ahead", u"de_DE"_s, u"1.1.45"_s, u"2045-01-01"_s},
+            {"80 years back", u"de_DE"_s, u"1.1.46"_s, u"1946-01-01"_s},
+            {"month first", u"en_US"_s, u"3/4/2025"_s, u"2025-03-04"_s},
+            {"ISO, whatever the locale", u"en_US"_s, u"2025-04-03"_s, u"2025-04-03"_s},
+            {"without the year", u"de_DE"_s, u"14.5."_s, u"2024-05-14"_s},
+            {"year and month of ISO", u"de_DE"_s, u"2025-02"_s, u"2025-02-05"_s},
+            {"a day alone", u"de_DE"_s, u"31"_s, u"2024-03-31"_s},
+            {"a year alone", u"de_DE"_s, u"1999"_s, u"1999-03-05"_s},
+            {"eight digits", u"de_DE"_s, u"14031981"_s, u"1981-03-14"_s},
+            {"eight digits of ISO", u"de_DE"_s, u"19810314"_s, u"1981-03-14"_s},
+            {"six digits", u"en_US"_s, u"031481"_s, u"1981-03-14"_s},
+            {"a month by its name", u"en_US"_s, u"Mar 14, 1981"_s, u"1981-03-14"_s},
+            {"digits of another script", u"de_DE"_s, u"١٤.٣.١٩٨١"_s, u"1981-03-14"_s},
+            {"no such day", u"de_DE"_s, u"31.2.2025"_s, QString()},
+            {"four numbers", u"de_DE"_s, u"1.2.3.4"_s, QString()},
+            {"a word", u"de_DE"_s, u"soon"_s, QString()},
+            {"nothing", u"de_DE"_s, QString(), QString()},
+            {"a sign alone", u"de_DE"_s, u"+"_s, QString()},
+            {"beyond all dates", u"de_DE"_s, u"99999999"_s, QString()},
+        });
+    }
+
+    void typedTextsAreDates() {
+        const auto& [locale, text, expected] = DataRow<QString, QString, QString>();
+        QLocale::setDefault(QLocale(locale));
+        const auto date = TypedDate(text, QDate(2024, 3, 5), QDate(2026, 11, 22), u"MMM d, yyyy"_s);
+        QCOMPARE(date ? date->toString(Qt::ISODate) : QString(), expected);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTypedDate)
+#include "TestTypedDate.moc"
