@@ -63,8 +63,10 @@ void CExerciseEditDialog::AddFields() {
 
 QWidget* CExerciseEditDialog::AddDurationRow() {
     auto* row = new QWidget(this);
-    m_hours = CreateListField(u"Hours"_s, kDurationCharacters, kDurationLength, row);
-    m_minutes = CreateListField(u"Minutes"_s, kDurationCharacters, kDurationLength, row);
+    m_hours = new QComboBox(row);
+    m_minutes = new QComboBox(row);
+    SetUpListField(m_hours, u"Hours"_s, kDurationCharacters, kDurationLength);
+    SetUpListField(m_minutes, u"Minutes"_s, kDurationCharacters, kDurationLength);
     for (int hour = 0; hour < kHoursPerDay; ++hour) {
         m_hours->addItem(QString::number(hour));
     }

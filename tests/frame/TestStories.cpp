@@ -173,7 +173,8 @@ class TestStories : public CFrameTest {
             widget.setFocus();
             for (const QString& keys : rest.split(u' ')) {
                 const QKeyCombination key = QKeySequence::fromString(keys)[0];
-                QWidget* focus = widget.window()->focusWidget();
+                QWidget* popUp = QApplication::activePopupWidget();
+                QWidget* focus = (popUp == nullptr ? widget.window() : popUp)->focusWidget();
                 QTest::keyClick(focus, key.key(), key.keyboardModifiers());
             }
         } else if (verb == u"wheel") {

@@ -11,6 +11,7 @@
 
 #include "catalogue/items/CatalogueKinds.h"
 #include "catalogue/items/TextLimits.h"
+#include "controls/DropField.h"
 #include "controls/Grid.h"
 #include "controls/PickField.h"
 
@@ -43,7 +44,11 @@ CAddFoodDialog::CAddFoodDialog(CAddFoodForm& form, QWidget* parent)
     AddValues();
     AddPickList();
     CAddFoodDialog::ShowForm();
-    FieldOf(EPicker::Category)->setFocus();
+    if (form.IsNew()) {
+        FieldOf(EPicker::Category)->setFocus();
+    } else {
+        ContinueAfterFind();
+    }
 }
 
 CAddFoodDialog::~CAddFoodDialog() = default;
@@ -85,7 +90,8 @@ void CAddFoodDialog::AddFields() {
 
 QWidget* CAddFoodDialog::AddServingRow() {
     auto* row = new QWidget(this);
-    m_serving = CreateListField(u"Serving"_s, kServingCharacters, kLongestServingName, row);
+    m_serving = new CDropField(row);
+    SetUpListField(m_serving, u"Serving"_s, kServingCharacters, kLongestServingName);
     connect(m_serving, &QComboBox::activated, this, [this](int index) {
         ReadFields();
         m_form.SelectServing(index);
@@ -103,6 +109,12 @@ QWidget* CAddFoodDialog::AddServingRow() {
             ShowForm();
         });
     }
+
+    connect(m_amount, &QLineEdit::textEdited, this, [this](const QString& text) {
+        if (m_form.FollowAmount(text)) {
+            ShowValues();
+        }
+    });
 
     QHBoxLayout* layout = RowLayout(row);
     layout->addWidget(m_serving, 1);
@@ -153,9 +165,18 @@ void CAddFoodDialog::ShowForm() {
         m_amount->setText(m_form.AmountText());
     }
     SetFindVisible(m_form.MayFind());
+    ShowValues();
+}
+
+void CAddFoodDialog::ShowValues() {
     for (int row = 0; row < m_form.RowCount(); ++row) {
         m_values->SetCellText(row, 1, m_form.RowText(row));
     }
+}
+
+void CAddFoodDialog::ContinueAfterFind() {
+    m_amount->setFocus();
+    m_amount->selectAll();
 }
 
 void CAddFoodDialog::ContinueWith(EPicker next) {

@@ -21,12 +21,15 @@ class CAddFoodDialog : public CPickDialog {
     void ShowForm() override;
     /// Also opens the next pick list.
     void ContinueWith(EPicker next) override;
+    /// The amount is what remains to be typed.
+    void ContinueAfterFind() override;
 
   private:
     void AddKindTabs();
     void AddFields();
     QWidget* AddServingRow();
     void AddValues();
+    void ShowValues();
 
     CAddFoodForm& m_form;
     QTabBar* m_kinds = nullptr;

@@ -75,6 +75,7 @@ CAddFoodRequest CAddFoodRequest::ForComponent(CDatabase& database, const CCompos
 
 CAddFoodForm::CAddFoodForm(CVelmoraDoc& doc, const CAddFoodRequest& request)
     : CPickForm(doc),
+      m_isNew(request.food.item.GetName().isEmpty()),
       m_allowedKinds(request.allowedKinds),
       m_refuseDuplicates(request.refuseDuplicates),
       m_hasTime(request.hasTime),
@@ -88,6 +89,11 @@ CAddFoodForm::CAddFoodForm(CVelmoraDoc& doc, const CAddFoodRequest& request)
         m_food.amount = 1.0;
     }
     m_amountText = doc.Preferences().FormatNumber(m_food.amount);
+    if (m_isNew) {
+        ChooseSingleCategory();
+    } else {
+        OfferCatalogueServings();
+    }
 }
 
 std::vector<EItemKind> CAddFoodForm::Kinds() const {
@@ -109,6 +115,7 @@ void CAddFoodForm::SetKind(EItemKind kind) {
     }
     m_food.kind = kind;
     m_food.item.SetCategoryId(kNoCategory);
+    ChooseSingleCategory();
     ClearItem({});
 }
 
@@ -127,10 +134,7 @@ EPicker CAddFoodForm::Pick(EPicker picker, const QString& row) {
             LoadOfType({});
             return EPicker::None;
         case EPicker::Type:
-            if (LoadOfType(row)) {
-                m_amountText = ShownNumber(1.0, 2);
-                Recompute(1.0);
-            }
+            (void)PickType(row);  // shows a message when it fails
             return EPicker::None;
         case EPicker::None:
             break;
@@ -150,8 +154,15 @@ void CAddFoodForm::SelectServing(int index) {
     if (index == m_selectedServing || index < 0 || index >= static_cast<int>(m_servings.size())) {
         return;
     }
+    const CServing serving = m_servings[index];
+    if (serving.isOffered) {
+        if (PickType(m_food.item.GetType())) {
+            SetServingText(serving.name);
+        }
+        return;
+    }
     m_selectedServing = index;
-    m_servingText = m_servings[index].name;
+    m_servingText = serving.name;
     Recompute(m_food.amount);
 }
 
@@ -159,7 +170,9 @@ void CAddFoodForm::SetServingText(const QString& text) {
     if (text == m_servingText) {
         return;
     }
-    const auto named = std::ranges::find(m_servings, text, &CServing::name);
+    const auto named = std::ranges::find_if(m_servings, [&text](const CServing& serving) {
+        return serving.name == text && !serving.isOffered;
+    });
     m_servingText = text;
     m_selectedServing =
         named == m_servings.end() ? -1 : static_cast<int>(named - m_servings.begin());
@@ -174,6 +187,14 @@ void CAddFoodForm::SetAmountText(const QString& text) {
     const double amount = typed > kLeastAmount ? typed : 1.0;
     m_amountText = typed > kLeastAmount ? text : Doc().Preferences().FormatNumber(amount);
     Recompute(amount);
+}
+
+bool CAddFoodForm::FollowAmount(const QString& text) {
+    const bool isAmount = TypedNumber(text).value_or(0) > kLeastAmount;
+    if (isAmount) {
+        SetAmountText(text);
+    }
+    return isAmount;
 }
 
 QString CAddFoodForm::RowTitle(int row) {
@@ -263,6 +284,43 @@ void CAddFoodForm::TakeItem(const CFoodItem& item) {
     m_selectedServing = m_servings.empty() ? -1 : 0;
     m_servingText = m_servings.empty() ? QString() : m_servings.front().name;
     m_typed = {};
+}
+
+/// Those that the entry does not have itself.
+void CAddFoodForm::OfferCatalogueServings() {
+    CDatabase& database = Doc().Database();
+    const QString name =
+        ResolveItemName(database, Catalogue(), CategoryId(), m_food.item.GetName());
+    CFoodItem food;
+    if (!ReadAsFood(
+            database, Catalogue(),
+            database.Catalogue().FindItem(Catalogue(), CategoryId(), name, m_food.item.GetType()),
+            food)) {
+        return;
+    }
+    for (int index = 0; index < kServingCount; ++index) {
+        const QString serving = food.GetServingName(index);
+        if (!serving.isEmpty() && !Servings().contains(serving)) {
+            m_servings.push_back({serving, food.GetServingWeight(index), true});
+        }
+    }
+}
+
+void CAddFoodForm::ChooseSingleCategory() {
+    const std::vector<CCategoryEntry> categories = Doc().Database().Categories().List(Catalogue());
+    if (categories.size() == 1) {
+        m_food.item.SetCategoryId(categories.front().id);
+    }
+}
+
+/// Loads the item of that type, one serving of it.
+bool CAddFoodForm::PickType(const QString& type) {
+    const bool isLoaded = LoadOfType(type);
+    if (isLoaded) {
+        m_amountText = ShownNumber(1.0, 2);
+        Recompute(1.0);
+    }
+    return isLoaded;
 }
 
 /// Discards typed values when the item was picked from the catalogue. When its values are totals,

@@ -41,17 +41,19 @@ class CAddFoodForm : public CPickForm {
     /// In the order of their tabs; only Food when none is allowed.
     [[nodiscard]] std::vector<EItemKind> Kinds() const;
     [[nodiscard]] EItemKind GetKind() const { return m_food.kind; }
-    /// Clears category and item when the kind changes.
+    /// Clears category and item when the kind changes. A single category is chosen at once.
     void SetKind(EItemKind kind);
 
     /// A category clears name and type, a name the type.
     EPicker Pick(EPicker picker, const QString& row) override;
     [[nodiscard]] bool MayFind() const { return GetKind() == EItemKind::Food; }
 
-    /// Names in the serving list.
+    /// Names in the serving list: those of the item; for an entry its own, and then those that the
+    /// item has in the catalogue, if it is still there.
     [[nodiscard]] QStringList Servings() const;
     [[nodiscard]] QString ServingText() const { return m_servingText; }
-    /// `index` into Servings().
+    /// `index` into Servings(). A serving of the catalogue's item, chosen for an entry, loads that
+    /// item, one serving of it.
     void SelectServing(int index);
     /// A text that is not in the list selects none.
     void SetServingText(const QString& text);
@@ -59,6 +61,11 @@ class CAddFoodForm : public CPickForm {
     [[nodiscard]] QString AmountText() const { return m_amountText; }
     /// 0.001 or less, or a text without a number, becomes 1.
     void SetAmountText(const QString& text);
+    /// The same while the amount is being typed: false, and nothing is changed, for a text that
+    /// would become 1.
+    bool FollowAmount(const QString& text);
+    /// Whether an item is to be chosen, rather than an entry to be edited.
+    [[nodiscard]] bool IsNew() const { return m_isNew; }
 
     [[nodiscard]] bool HasTime() const { return m_hasTime; }
 
@@ -80,6 +87,7 @@ class CAddFoodForm : public CPickForm {
     struct CServing {
         QString name;
         double weightGrams;
+        bool isOffered = false;  ///< of the catalogue's item, not of the entry
     };
     struct CTyped {
         QString text;
@@ -91,11 +99,15 @@ class CAddFoodForm : public CPickForm {
     bool Load(int position) override;
     void ClearItem(const QString& name);
     void TakeItem(const CFoodItem& item);
+    void OfferCatalogueServings();
+    void ChooseSingleCategory();
+    bool PickType(const QString& type);
     void Recompute(double amount);
     [[nodiscard]] double Computed(int nutrient) const;
     [[nodiscard]] double Value(int nutrient) const;
     bool CheckDuplicate(const QString& name, const QString& type);
 
+    bool m_isNew;
     int m_allowedKinds;
     bool m_refuseDuplicates;
     bool m_hasTime;

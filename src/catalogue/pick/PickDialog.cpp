@@ -96,9 +96,8 @@ QHBoxLayout* CPickDialog::RowLayout(QWidget* row) {
     return layout;
 }
 
-QComboBox* CPickDialog::CreateListField(const QString& name, int characters, int length,
-                                        QWidget* row) {
-    auto* field = new QComboBox(row);
+void CPickDialog::SetUpListField(QComboBox* field, const QString& name, int characters,
+                                 int length) {
     field->setObjectName(name.toLower());
     field->setAccessibleName(name);
     field->setEditable(true);
@@ -107,7 +106,6 @@ QComboBox* CPickDialog::CreateListField(const QString& name, int characters, int
     field->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     field->setMinimumContentsLength(characters);
     field->lineEdit()->setMaxLength(length);
-    return field;
 }
 
 void CPickDialog::ReadFields() {
@@ -160,6 +158,7 @@ void CPickDialog::Find() {
     ReadFields();
     if (m_form.Find(dialog.GetName(), dialog.GetTypes())) {
         ShowForm();
+        ContinueAfterFind();
     }
 }
 
@@ -171,5 +170,6 @@ void CPickDialog::FindNext() {
     ReadFields();
     if (m_form.FindNext()) {
         ShowForm();
+        ContinueAfterFind();
     }
 }

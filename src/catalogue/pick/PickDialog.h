@@ -36,8 +36,8 @@ class CPickDialog : public CDialog {
     void AddPickList();
     static void AddRow(QFormLayout* form, const QString& label, QWidget* row, QWidget* buddy);
     static QHBoxLayout* RowLayout(QWidget* row);
-    /// An editable combo box for texts of up to `length` UTF-16 units, `characters` wide.
-    QComboBox* CreateListField(const QString& name, int characters, int length, QWidget* row);
+    /// Makes a combo box editable, for texts of up to `length` UTF-16 units, `characters` wide.
+    static void SetUpListField(QComboBox* field, const QString& name, int characters, int length);
 
     /// Passes the fields' texts to the form.
     virtual void ReadFields();
@@ -45,6 +45,8 @@ class CPickDialog : public CDialog {
     virtual void ShowForm();
     /// Called after a row was picked; `next` is the picker that follows.
     virtual void ContinueWith(EPicker next) = 0;
+    /// Called after a find has loaded an item.
+    virtual void ContinueAfterFind() {}
 
     void OpenPicker(EPicker picker);
     [[nodiscard]] CPickField* FieldOf(EPicker picker) const;

@@ -1,0 +1,11 @@
+#include "controls/DropField.h"
+
+#include <QKeyEvent>
+
+void CDropField::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Down) {
+        showPopup();
+        return;
+    }
+    QComboBox::keyPressEvent(event);
+}
