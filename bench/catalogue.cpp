@@ -30,7 +30,7 @@ class CYes : public CMessageSeam {
             std::fprintf(stderr, "%s\n", qPrintable(message.text));
         }
     }
-    bool AskYesNo(const QString& /*text*/) override { return true; }
+    bool AskYesNo(const QString& /*text*/, EAnswer /*proposed*/) override { return true; }
     QString ChooseFileToOpen(const CFileChoice& /*choice*/) override { return {}; }
     QString ChooseFileToSave(const CFileChoice& /*choice*/) override { return {}; }
     std::unique_ptr<CProgress> CreateProgress(const QString& /*caption*/) override {

@@ -89,9 +89,21 @@ void Choose(QWidget* comboBox, const QString& text) {
     Expect(box != nullptr, comboBox->objectName() + u" to be a drop-down list"_s);
     BringIntoSight(box);
     box->setFocus();
-    QTest::keyClick(box, Qt::Key_Home);
-    for (int row = 0; row < box->count() && !box->currentText().startsWith(text); ++row) {
-        QTest::keyClick(box, Qt::Key_Down);
+    const int row = box->findText(text, Qt::MatchStartsWith);
+    if (box->isEditable()) {
+        QTest::keyClick(box, Qt::Key_Down);  // opens the list
+        QWidget* list = QApplication::activePopupWidget();
+        Expect(list != nullptr, comboBox->objectName() + u" to open its list"_s);
+        QTest::keyClick(list->focusWidget(), Qt::Key_Home);
+        for (int step = 0; step < row; ++step) {
+            QTest::keyClick(list->focusWidget(), Qt::Key_Down);
+        }
+        QTest::keyClick(list->focusWidget(), Qt::Key_Return);
+    } else {
+        QTest::keyClick(box, Qt::Key_Home);
+        for (int step = 0; step < row; ++step) {
+            QTest::keyClick(box, Qt::Key_Down);
+        }
     }
     Expect(box->currentText().startsWith(text), text + u" to be chosen"_s);
 }

@@ -27,6 +27,8 @@ void ShowSaveFailure(CRecordStore& store) {
     store.ShowFailure(
         FormatText("Cannot save user profile (error# %d)."_L1, {store.GetLastError()}));
 }
+/// Name of the profile's value.
+constexpr auto kWeightGraphSpan = "weight graph"_L1;
 }  // namespace
 
 CVelmoraDoc::CVelmoraDoc(QString volumePath)
@@ -50,14 +52,17 @@ bool CVelmoraDoc::Start(CStartDialogs& dialogs) {
         m_settings.lastTabCommand = kDietTabCommand;
     }
     dayShown = QDate::currentDate();
+    selectedMeal = MealAt(QTime::currentTime());
     return true;
 }
 
 bool CVelmoraDoc::Restart(CStartDialogs& dialogs) {
     m_settingsLoaded = false;
     const QDate day = dayShown;
+    const int meal = selectedMeal;
     const bool isStarted = Start(dialogs);
     dayShown = day;
+    selectedMeal = meal;
     return isStarted;
 }
 
@@ -151,6 +156,7 @@ void CVelmoraDoc::ReadSettings(const QString& name) {
     m_savedSettings = m_settings;
     m_defaults = isUnreadable ? EDefaults::Unconfirmed : EDefaults::NotUsed;
     m_settingsLoaded = true;
+    weightGraphSpan = m_database->Profiles().ReadValue(kWeightGraphSpan).value_or(u"3"_s).toInt();
     if (isUnreadable) {
         ShowMessage(FormatText("The settings of user profile '%s' cannot be read. Default settings "
                                "are used; the stored ones are kept until you confirm new ones."_L1,
@@ -226,7 +232,8 @@ bool CVelmoraDoc::DeleteUserProfiles(const QStringList& names) {
     }
     if (!AskYesNo(FormatText("Are you sure you want to delete user profile '%s' and all diet, "
                              "weight and exercise information associated with this profile?"_L1,
-                             {name}))) {
+                             {name}),
+                  EAnswer::No)) {
         return false;
     }
     return m_database->Profiles().Delete(name);
@@ -311,6 +318,12 @@ bool CVelmoraDoc::KeepFindTexts(ECatalogueKind kind, const QString& name,
     const QJsonArray texts = QJsonArray::fromStringList(QStringList(name) + types);
     return m_database->Profiles().SaveValue(
         FindValueOf(kind), QString::fromUtf8(QJsonDocument(texts).toJson(QJsonDocument::Compact)));
+}
+
+void CVelmoraDoc::KeepWeightGraphSpan(int span) {
+    weightGraphSpan = span;
+    // When it cannot be stored it is kept until the program ends.
+    (void)m_database->Profiles().SaveValue(kWeightGraphSpan, QString::number(span));
 }
 
 void CVelmoraDoc::NameEnergy() {

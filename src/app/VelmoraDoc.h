@@ -121,7 +121,9 @@ class CVelmoraDoc {
     QDate dayShown;
     int selectedMeal = kAllMeals;
     bool isFirstRun = false;  ///< the start created the volume's first profile
-    int weightGraphSpan = 3;  ///< EGraphSpan: all weights
+    int weightGraphSpan = 3;  ///< EGraphSpan; all weights unless the profile has another one
+    /// Changes it and stores it with the active profile.
+    void KeepWeightGraphSpan(int span);
     CCatalogueState& CatalogueState(ECatalogueKind kind) {
         return m_catalogueStates.at(static_cast<std::size_t>(kind));
     }

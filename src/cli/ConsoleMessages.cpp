@@ -29,7 +29,7 @@ void CConsoleMessages::Show(const CMessage& message) {
     }
 }
 
-bool CConsoleMessages::AskYesNo(const QString& text) {
+bool CConsoleMessages::AskYesNo(const QString& text, EAnswer /*proposed*/) {
     PrintLine(stderr, text);
     if (!m_answersYes) {
         PrintLine(stderr, u"Nothing was done. Add --yes to confirm."_s);

@@ -87,6 +87,9 @@ class CReportList::CModel : public QAbstractTableModel {
         if (role == Qt::DecorationRole && index.column() == 0 && m_rows.icon) {
             return m_rows.icon(RowAt(index.row()));
         }
+        if (role == kHeadingRole && m_rows.heading) {
+            return m_rows.heading(RowAt(index.row()));
+        }
         return role == Qt::TextAlignmentRole ? Alignment(index.column()) : QVariant();
     }
 
@@ -159,7 +162,6 @@ CReportList::CReportList(const QString& accessibleName, QWidget* parent)
     setAccessibleName(accessibleName);
     setRootIsDecorated(false);
     setItemsExpandable(false);
-    setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
@@ -192,6 +194,7 @@ void CReportList::SetColumns(std::vector<CReportColumn> columns) {
 
 void CReportList::SetRows(CReportRows rows) {
     const int position = verticalScrollBar()->value();
+    setUniformRowHeights(rows.heading == nullptr);
     m_model->SetRows(std::move(rows), header()->sortIndicatorSection(),
                      header()->sortIndicatorOrder());
     header()->setSectionsClickable(m_model->CanSort());
@@ -201,6 +204,19 @@ void CReportList::SetRows(CReportRows rows) {
     if (m_hint != nullptr) {
         m_hint->setVisible(RowCount() == 0);
     }
+}
+
+void CReportList::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const {
+    const QString heading = HeadingOf(index);
+    QStyleOptionViewItem row = option;
+    if (!heading.isEmpty()) {
+        QRect above = option.rect;
+        above.setHeight(HeadingHeight(option));
+        row.rect.setTop(above.bottom() + 1);
+        PaintHeading(painter, option, above, heading);
+    }
+    QTreeView::drawRow(painter, row, index);
 }
 
 int CReportList::RowCount() const {

@@ -32,6 +32,8 @@ struct CReportRows {
     /// The key by which a click on a header sorts: a number, or a text compared without case. A
     /// list without this function cannot be sorted.
     std::function<QVariant(int row, int column)> sortKey = {};
+    /// A faint line with this text above the row; none where it is empty. Not with `sortKey`.
+    std::function<QString(int row)> heading = {};
 };
 
 /// Black or white, whichever contrasts more with the background.
@@ -86,6 +88,8 @@ class CReportList : public QTreeView {
     void ColumnDragged(int column, int width);
 
   protected:
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
     /// Selects the current row when the Tab key comes to the list and no row is selected.
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

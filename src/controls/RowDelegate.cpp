@@ -1,11 +1,46 @@
 #include "controls/RowDelegate.h"
 
+#include <QPainter>
 #include <QScreen>
 #include <QWidget>
 
+namespace {
+constexpr int kTextPercent = 60;
+constexpr int kLinePercent = 25;
+constexpr int kHeadingMargin = 4;
+}  // namespace
+
+QString HeadingOf(const QModelIndex& index) {
+    return index.siblingAtColumn(0).data(kHeadingRole).toString();
+}
+
+int HeadingHeight(const QStyleOptionViewItem& option) {
+    return option.fontMetrics.height();
+}
+
+void PaintHeading(QPainter* painter, const QStyleOptionViewItem& option, const QRect& place,
+                  const QString& heading) {
+    QColor faint = option.palette.color(QPalette::Text);
+    faint.setAlphaF(kTextPercent / 100.0F);
+    painter->save();
+    painter->setPen(faint);
+    painter->setFont(option.font);
+    const QRect text = place.adjusted(kHeadingMargin, 0, -kHeadingMargin, 0);
+    QRect written;
+    painter->drawText(text, Qt::AlignVCenter | Qt::AlignLeft, heading, &written);
+    faint.setAlphaF(kLinePercent / 100.0F);
+    painter->setPen(faint);
+    const int middle = place.center().y();
+    painter->drawLine(written.right() + kHeadingMargin, middle, text.right(), middle);
+    painter->restore();
+}
+
 QSize CRowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
-    const QSize size = QStyledItemDelegate::sizeHint(option, index);
+    QSize size = QStyledItemDelegate::sizeHint(option, index);
     const bool isNarrow = option.widget != nullptr &&
                           option.widget->screen()->availableGeometry().width() < kNarrowWidth;
-    return isNarrow ? size : size.expandedTo({0, option.fontMetrics.height() * 3 / 2});
+    if (!isNarrow) {
+        size = size.expandedTo({0, option.fontMetrics.height() * 3 / 2});
+    }
+    return HeadingOf(index).isEmpty() ? size : size + QSize(0, HeadingHeight(option));
 }

@@ -6,7 +6,19 @@
 /// Windows and screens narrower than this, in logical pixels, use compact layouts.
 inline constexpr int kNarrowWidth = 480;
 
-/// Rows one and a half times as high as the font where the screen is not narrow.
+/// Role of a text above the row, see CReportRows::heading.
+inline constexpr int kHeadingRole = Qt::UserRole;
+
+/// Of the row's first cell; empty for a row without a heading.
+QString HeadingOf(const QModelIndex& index);
+/// Logical pixels.
+int HeadingHeight(const QStyleOptionViewItem& option);
+/// A faint text, and a line from its end to that of the row.
+void PaintHeading(QPainter* painter, const QStyleOptionViewItem& option, const QRect& place,
+                  const QString& heading);
+
+/// Rows one and a half times as high as the font where the screen is not narrow, and room for a
+/// heading above them.
 class CRowDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;

@@ -109,9 +109,10 @@ void CWindowMessages::Show(const CMessage& message) {
     }
 }
 
-bool CWindowMessages::AskYesNo(const QString& text) {
+bool CWindowMessages::AskYesNo(const QString& text, EAnswer proposed) {
     QMessageBox box(QMessageBox::Question, u"Velmora"_s, text, QMessageBox::Yes | QMessageBox::No,
                     WindowInFront());
+    box.setDefaultButton(proposed == EAnswer::Yes ? QMessageBox::Yes : QMessageBox::No);
     MakePlain(box);
     const CModalLoop loop;
     return box.exec() == QMessageBox::Yes;

@@ -8,7 +8,7 @@
 class CWindowMessages : public CMessageSeam {
   public:
     void Show(const CMessage& message) override;
-    bool AskYesNo(const QString& text) override;
+    bool AskYesNo(const QString& text, EAnswer proposed) override;
     QString ChooseFileToOpen(const CFileChoice& choice) override;
     QString ChooseFileToSave(const CFileChoice& choice) override;
     std::unique_ptr<CProgress> CreateProgress(const QString& caption) override;

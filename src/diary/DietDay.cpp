@@ -41,6 +41,20 @@ ListedEntries<CDietEntry> CDietDay::EntriesAt(const std::vector<int>& rows) cons
     return entries;
 }
 
+int CDietDay::LastRowOf(FileTime moment) const {
+    int row = Count() - 1;
+    while (row >= 0 && Entry(row).GetMoment() != moment) {
+        --row;
+    }
+    return row;
+}
+
+QString CDietDay::HeadingOf(int row) const {
+    const qint32 meal = Entry(row).GetMeal();
+    const bool isSameAsAbove = row > 0 && Entry(row - 1).GetMeal() == meal;
+    return isSameAsAbove || meal < 0 || meal >= kMealCount ? QString() : MealName(meal);
+}
+
 QStringList CDietDay::ColumnTitles() const {
     QStringList titles{u"Name"_s, u"Serving"_s};
     const QStringList& names = m_doc.NutrientNames();

@@ -28,6 +28,11 @@ class CDietDay {
     [[nodiscard]] QString LeftOutText() const;
     [[nodiscard]] ListedEntries<CDietEntry> EntriesAt(const std::vector<int>& rows) const;
 
+    /// The last row of that moment; -1 when none is listed.
+    [[nodiscard]] int LastRowOf(FileTime moment) const;
+    /// The name of the row's meal, where it is another one than that of the row above.
+    [[nodiscard]] QString HeadingOf(int row) const;
+
     /// "Name", "Serving" and the names of the displayed nutrients.
     [[nodiscard]] QStringList ColumnTitles() const;
     [[nodiscard]] QString CellText(int row, int column) const;

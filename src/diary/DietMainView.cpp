@@ -138,6 +138,7 @@ void CDietMainView::Add() {
     });
     if (dialog.exec() == QDialog::Accepted) {
         Reload();
+        m_entries->SelectRow(m_day.LastRowOf(ToFileTime(Doc().dayShown, form.GetResult().time)));
     }
 }
 

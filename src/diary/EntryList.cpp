@@ -60,7 +60,10 @@ void CEntryList::ShowRows() {
                  [this](int row) {
                      const auto kind = static_cast<size_t>(m_day.Entry(row).GetKind());
                      return m_pictures[std::min(kind, m_pictures.size() - 1)];
-                 }});
+                 },
+             .heading = m_doc.selectedMeal == kAllMeals
+                            ? [this](int row) { return m_day.HeadingOf(row); }
+                            : std::function<QString(int)>()});
     SetEmptyHint(m_doc.selectedMeal == kAllMeals ? kNothingEatenAll : kNothingEatenAtMeal);
 }
 

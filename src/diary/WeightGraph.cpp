@@ -68,7 +68,7 @@ void CWeightGraph::AddSpanButtons() {
         layout->addWidget(button);
     }
     connect(group, &QButtonGroup::idClicked, this, [this](int span) {
-        m_doc.weightGraphSpan = span;
+        m_doc.KeepWeightGraphSpan(span);
         LayOut();
     });
 }

@@ -77,6 +77,10 @@ void CExercisesMainView::CreateGraph() {
 
     m_headline = new QLabel(m_pane);
     m_headline->setObjectName(u"headline"_s);
+    m_headline->setToolTip(
+        u"Energy burned by exercise on the day shown / energy eaten above the day's target "
+        u"(negative: "
+        "below it) / burned energy in percent of what was eaten above it"_s);
     m_headline->setAlignment(Qt::AlignCenter);
     m_headline->setWordWrap(true);
     m_graph = new CExercisesGraph(Doc(), m_pane);

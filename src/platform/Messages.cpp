@@ -28,8 +28,8 @@ void ShowMessage(const CMessage& message) {
     }
 }
 
-bool AskYesNo(const QString& text) {
-    return Seam().AskYesNo(text);
+bool AskYesNo(const QString& text, EAnswer proposed) {
+    return Seam().AskYesNo(text, proposed);
 }
 
 QString ChooseFileToOpen(const CFileChoice& choice) {

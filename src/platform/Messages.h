@@ -38,6 +38,9 @@ struct CFileChoice {
     QString initialName;       ///< proposed name, may be empty
 };
 
+/// The answer that Return gives to a question.
+enum class EAnswer { Yes, No };
+
 /// What rules ask of the user interface. Exactly one is in use while the program runs: the
 /// constructor installs it, the destructor reinstalls its predecessor (destroy the newest first).
 class CMessageSeam {
@@ -49,7 +52,7 @@ class CMessageSeam {
 
     virtual void Show(const CMessage& message) = 0;
     /// True for Yes; every other way of leaving the question is No.
-    virtual bool AskYesNo(const QString& text) = 0;
+    virtual bool AskYesNo(const QString& text, EAnswer proposed) = 0;
     /// The chosen path; empty when cancelled.
     virtual QString ChooseFileToOpen(const CFileChoice& choice) = 0;
     virtual QString ChooseFileToSave(const CFileChoice& choice) = 0;
@@ -65,7 +68,7 @@ class CMessageSeam {
 
 void ShowMessage(const QString& text, EMessageIcon icon = EMessageIcon::Plain);
 void ShowMessage(const CMessage& message);
-bool AskYesNo(const QString& text);
+bool AskYesNo(const QString& text, EAnswer proposed = EAnswer::Yes);
 QString ChooseFileToOpen(const CFileChoice& choice);
 QString ChooseFileToSave(const CFileChoice& choice);
 std::unique_ptr<CProgress> CreateProgress(const QString& caption);

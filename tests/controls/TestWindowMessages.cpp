@@ -28,6 +28,14 @@ class TestWindowMessages : public QObject {
         }
     }
 
+    void returnGivesTheProposedAnswer() {
+        CWindowMessages messages;
+        for (const auto proposed : {EAnswer::Yes, EAnswer::No}) {
+            OnDialog<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+            QCOMPARE(AskYesNo(u"Delete?"_s, proposed), proposed == EAnswer::Yes);
+        }
+    }
+
     // Told apart from the text, neither of them markup; an action that is done closes the box.
     void aMessageMayHaveADetailAndActions() {
         CWindowMessages messages;

@@ -16,6 +16,9 @@
 #include <QTabWidget>
 #include <QTreeView>
 
+#include "controls/ReportList.h"
+#include "controls/RowDelegate.h"
+
 using namespace Qt::StringLiterals;
 
 /// In the order of the layouts, each in brackets with the margins ("+" are the style's) and the
@@ -261,6 +264,9 @@ class CPortrait {
         QStringList rows;
         for (int row = parent.isValid() ? 0 : -1; row < model.rowCount(parent); ++row) {
             QStringList cells;
+            const bool isReport = qobject_cast<const CReportList*>(&view) != nullptr;
+            const QString heading =
+                isReport && row >= 0 ? HeadingOf(model.index(row, 0)) : QString();
             for (int column = 0; column < model.columnCount(); ++column) {
                 const auto title = [&](int role) {
                     return model.headerData(column, Qt::Horizontal, role);
@@ -278,7 +284,8 @@ class CPortrait {
                     cells.last() += u'*';
                 }
             }
-            rows.append(If(parent.isValid(), u"-"_s) + Short(cells.join(u'|')));
+            rows.append(If(!heading.isEmpty(), heading + u"/ "_s) + If(parent.isValid(), u"-"_s) +
+                        Short(cells.join(u'|')));
             if (const QModelIndex own = model.index(row, 0, parent); view.isExpanded(own)) {
                 rows.append(RowTexts(view, own));
             }

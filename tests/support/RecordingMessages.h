@@ -60,7 +60,7 @@ class CRecordingMessages : public CMessageSeam {
             }
         }
     }
-    bool AskYesNo(const QString& text) override {
+    bool AskYesNo(const QString& text, EAnswer /*proposed*/) override {
         asked.append(text);
         return answers.isEmpty() ? answer : answers.takeFirst();
     }

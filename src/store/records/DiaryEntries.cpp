@@ -1,5 +1,7 @@
 #include "store/records/DiaryEntries.h"
 
+#include <QTime>
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -28,6 +30,9 @@ enum : int { kCategory = 1, kName, kType, kMinutes, kEnergy };
 constexpr std::array<const char*, kMealCount> kMealNames = {"Breakfast", "Morning", "Lunch",
                                                             "Afternoon", "Dinner",  "Evening"};
 
+/// The hour from which on a meal is usual.
+constexpr std::array<int, kMealCount> kMealHours = {4, 10, 12, 14, 17, 21};
+
 bool IsSlot(int slot) {
     return slot >= 0 && slot < CWeightEntry::kSlotCount;
 }
@@ -35,6 +40,12 @@ bool IsSlot(int slot) {
 
 QString MealName(int meal) {
     return QLatin1StringView(kMealNames.at(meal));
+}
+
+int MealAt(QTime time) {
+    const auto* const later = std::ranges::upper_bound(kMealHours, time.hour());
+    return later == kMealHours.begin() ? kMealCount - 1
+                                       : static_cast<int>(later - kMealHours.begin()) - 1;
 }
 
 CDietEntry::CDietEntry() : CNutrientItem(kDietLayout, diet::kFirstNutrient) {}

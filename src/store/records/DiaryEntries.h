@@ -8,6 +8,8 @@
 inline constexpr int kMealCount = 6;
 /// "Breakfast" to "Evening"; `meal` 0 to 5.
 QString MealName(int meal);
+/// The meal that is usual at that time.
+int MealAt(QTime time);
 
 /// What was eaten: a snapshot of the item, which later changes to the catalogue do not affect.
 class CDietEntry : public CNutrientItem {

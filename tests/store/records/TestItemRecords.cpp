@@ -52,6 +52,14 @@ class TestItemRecords : public QObject {
         QCOMPARE(m_messages.Said(), QString());
     }
 
+    void eachHourHasItsUsualMeal() {
+        QString meals;
+        for (int hour = 0; hour < 24; ++hour) {
+            meals += MealName(MealAt(QTime(hour, 59))).front();
+        }
+        QCOMPARE(meals, u"EEEEBBBBBBMMLLAAADDDDEEE"_s);
+    }
+
     void everyPropertyIsStored_data() {
         AddRows<const CRecordLayout*, int, quint32>({
             {"foods", &kFoodLayout, 77, 3U},
