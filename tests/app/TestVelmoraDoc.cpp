@@ -236,6 +236,16 @@ class TestVelmoraDoc : public CCatalogueTest {
         // Limited by their slots: 16 bits with a sign; steps of 4 up to 255.
         std::tie(widths[0], widths[2], widths[55]) = std::tuple(32767, 4, 1020);
         QVERIFY(CProfileSettings::FromRecord(record) == settings);
+        for (const auto& [set, kept] : {std::pair{-1, 0}, {0, 0}, {1000, 1000}, {1001, 1000}}) {
+            for (int* splitter :
+                 {&settings.dietTab.splitterPerMille, &settings.weightTab.splitterPerMille,
+                  &settings.exerciseTab.splitterPerMille}) {
+                *splitter = set;
+                settings.ToRecord(record);
+                *splitter = kept;
+                QVERIFY(CProfileSettings::FromRecord(record) == settings);
+            }
+        }
     }
 
     void whatNobodyChangedIsNotWrittenBack() {
@@ -265,6 +275,7 @@ class TestVelmoraDoc : public CCatalogueTest {
         Reopen();
         QVERIFY(m_doc->LoadProfile(u"Anna"_s));
         QCOMPARE(m_doc->Settings().weightTab.columnWidths[1], 44);
+        QVERIFY(m_doc->Settings().weightTab.showGoalLine);
         QCOMPARE(m_doc->Settings().exerciseTab.columnWidths[0], 75);
         CProfileRecord written;
         QCOMPARE(Database().Profiles().LoadRecord(written), EProfileRecord::Loaded);

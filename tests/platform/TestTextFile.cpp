@@ -62,9 +62,14 @@ class TestTextFile : public QObject {
                  (QStringList{u"Brûlé"_s, u"€"_s}));
         QCOMPARE(LinesOf(mark), QStringList{});
         QCOMPARE(LinesOf(mark.first(2)), QStringList{u"∩╗"_s});
-        // A sign of three bytes over the end of the first piece is not cut in two.
-        QCOMPARE(LinesOf(mark + QByteArray(4094, 'x') + "\xE2\x82\xAC!\n"),
-                 (QStringList{QString(4094, u'x'), u"€!"_s}));
+        // A sign of four bytes over the end of the first piece is not cut in two.
+        for (const int before : {4091, 4092, 4093, 4094}) {
+            const QString sign = u"😀!"_s;
+            const bool fits = before == 4091;
+            QCOMPARE(LinesOf(mark + QByteArray(before, 'x') + sign.toUtf8() + '\n'),
+                     (QStringList{QString(before, u'x') + (fits ? sign.first(2) : QString()),
+                                  fits ? u"!"_s : sign}));
+        }
     }
 
     void writtenTextIsInTheCodePageAndReplacesTheOldFile() {

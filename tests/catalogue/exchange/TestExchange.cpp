@@ -40,6 +40,8 @@ class TestExchange : public CCatalogueTest {
         QCOMPARE(Database().Catalogue().CountItems(kFoods), 1);
         QCOMPARE(m_messages->progress.captions, QStringList{u"Velmora: Import"_s});
         QCOMPARE(m_messages->progress.statuses, QStringList{u"Importing foods..."_s});
+        // The characters of the marker, the titles and the food: 7 + 15 + 347.
+        QCOMPARE(m_messages->progress.position, 369);
     }
 
     void waitingForAPipeCanBeCancelled() {

@@ -1,8 +1,11 @@
 // The engine against a plain sorted list, and its refusals.
 #include "store/engine/EngineSteps.h"
+#include "store/engine/NamedValues.h"
+#include "store/engine/RecordCodec.h"
 #include "store/engine/SqliteFile.h"
 #include "support/DataRows.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
@@ -133,7 +136,44 @@ class TestStorageEngine : public QObject {
         }
         QCOMPARE(m_engine->Mount(m_path), int(kErrorInvalidParameter));
         QCOMPARE(m_engine->UndoGroup(), int(kErrorInvalidParameter));
-        QCOMPARE(CStorageEngine().BeginGroup(), int(kErrorInvalidParameter));
+        CStorageEngine unmounted;
+        QCOMPARE(unmounted.BeginGroup(), int(kErrorInvalidParameter));
+        CNamedValues values(unmounted.State());
+        std::optional<QString> value;
+        QCOMPARE(values.Read(0, u"a"_s, value), int(kErrorInvalidParameter));
+        QCOMPARE(values.Write(0, u"a"_s, u"b"_s), int(kErrorInvalidParameter));
+        QCOMPARE(values.DeleteOwner(0), int(kErrorInvalidParameter));
+        constexpr int kNoResultOfSqlite = 99;
+        QCOMPARE(PlatformErrorOf(kNoResultOfSqlite), int(kErrorInputOutput));
+    }
+
+    // Each byte in turn is changed or the last one; what is still a record, and which.
+    void aDamagedRecordIsRecognized() {
+        const PropertyList written = {qint32{5},        qint16{-2},       -0.0,      u"ab"_s,
+                                      QByteArray("cd"), qint64{1} << 40U, QString(), 0.0};
+        QByteArray body;
+        EncodeRecord(written, body);
+        int records = 0;
+        QCryptographicHash read(QCryptographicHash::Md5);
+        const auto readDamaged = [&](QByteArrayView damaged) {
+            PropertyList properties;
+            QByteArray again;
+            if (DecodeRecord(damaged, properties)) {
+                ++records;
+                EncodeRecord(properties, again);
+                read.addData(again);
+            }
+        };
+        for (int at = 0; at < body.size(); ++at) {
+            readDamaged(body.first(at));
+            for (const int bit : {0x01, 0x02, 0x10, 0x40, 0x80}) {
+                QByteArray damaged = body;
+                damaged[at] = static_cast<char>(damaged[at] ^ bit);
+                readDamaged(damaged);
+            }
+        }
+        QCOMPARE(records, 140);
+        QCOMPARE(read.result().toHex(), QByteArray("fdadc6b934996b72f435a3cb52ceb90d"));
     }
 
     void aDeletedDatabaseTakesItsRecordsAlong() {
@@ -173,6 +213,14 @@ class TestStorageEngine : public QObject {
         const ObjectId database = Created(*m_engine, u"Numbers"_s);
         QCOMPARE(database, m_database + 1);
         QCOMPARE(Added(*m_engine, database, Numbered(6)), fourth + 2);
+        // Another volume has its own.
+        QCOMPARE(m_engine->DeleteDatabase(database), kOk);
+        QCOMPARE(m_engine->Unmount(), kOk);
+        QVERIFY(QFile::remove(m_path));
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        const ObjectId elsewhere = Created(*m_engine, u"Numbers"_s);
+        QCOMPARE(elsewhere, 1);
+        QCOMPARE(Added(*m_engine, elsewhere, Numbered(7)), 1);
     }
 
     // Three blocks with keys 0 to 489, 490 to 979, and 980 to 989.
