@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 
+#include "controls/NumberField.h"
 #include "controls/PickField.h"
 #include "exercise/ExerciseRules.h"
 #include "platform/NumberText.h"
@@ -90,8 +91,7 @@ QWidget* CExerciseEditDialog::AddDurationRow() {
 
 QWidget* CExerciseEditDialog::AddEnergyRow() {
     auto* row = new QWidget(this);
-    m_energy = new QLineEdit(row);
-    m_energy->setObjectName(u"energy"_s);
+    m_energy = CreateNumberField(u"energy"_s, row);
     m_energy->setAccessibleName(u"Total energy burned"_s);
     connect(m_energy, &QLineEdit::textEdited, this,
             [this](const QString& text) { m_form.SetEnergyText(text); });

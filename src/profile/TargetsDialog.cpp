@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "controls/Grid.h"
+#include "controls/NumberField.h"
 #include "profile/DateEdit.h"
 #include "profile/UnitEdit.h"
 
@@ -17,13 +18,6 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int kTargetColumn = 1;
 constexpr int kCalculatedColumn = 2;
-
-QLineEdit* CreateNumberEdit(const QString& objectName) {
-    auto* edit = new QLineEdit;
-    edit->setObjectName(objectName);
-    edit->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
-    return edit;
-}
 
 void ShowDate(QDateEdit* edit, QDate date) {
     const QSignalBlocker blocker(edit);
@@ -53,10 +47,10 @@ void CTargetsDialog::AddPlan(const CPreferences& preferences) {
     m_startWeight = new CUnitEdit(weightLabels, u"Start weight"_s, u"startWeight"_s);
     m_goalDate = CreateDateEdit(m_form.GetFields().goalDate, u"goalDate"_s);
     m_goalWeight = new CUnitEdit(weightLabels, u"Goal weight"_s, u"goalWeight"_s);
-    m_rate = CreateNumberEdit(u"rate"_s);
+    m_rate = CreateNumberField(u"rate"_s);
     m_weeks = new QLabel;
     m_weeks->setObjectName(u"weeks"_s);
-    m_energy = CreateNumberEdit(u"energy"_s);
+    m_energy = CreateNumberField(u"energy"_s);
     m_dietType = new QComboBox;
     m_dietType->setObjectName(u"dietType"_s);
     for (const CDietType& type : kDietTypes) {

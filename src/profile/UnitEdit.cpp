@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include "controls/NumberField.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -15,11 +17,9 @@ CUnitEdit::CUnitEdit(const CUnitTexts& labels, const QString& accessibleName,
     setObjectName(objectName);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    m_major = AddField(labels.major, accessibleName);
-    m_major->setObjectName(objectName + u"Major"_s);
+    m_major = AddField(labels.major, accessibleName, objectName + u"Major"_s);
     if (!labels.minor.isEmpty()) {
-        m_minor = AddField(labels.minor, accessibleName);
-        m_minor->setObjectName(objectName + u"Minor"_s);
+        m_minor = AddField(labels.minor, accessibleName, objectName + u"Minor"_s);
     }
     row->addStretch();
     setFocusProxy(m_major);
@@ -36,10 +36,10 @@ CUnitTexts CUnitEdit::GetTexts() const {
     return {m_major->text(), m_minor != nullptr ? m_minor->text() : QString()};
 }
 
-QLineEdit* CUnitEdit::AddField(const QString& unit, const QString& accessibleName) {
-    auto* field = new QLineEdit(this);
+QLineEdit* CUnitEdit::AddField(const QString& unit, const QString& accessibleName,
+                               const QString& objectName) {
+    auto* field = CreateNumberField(objectName, this);
     field->setAccessibleName(accessibleName + u", "_s + unit);
-    field->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     field->setFixedWidth(field->fontMetrics().averageCharWidth() * (kFieldCharacters + 3));
     connect(field, &QLineEdit::editingFinished, this, &CUnitEdit::EditingFinished);
     layout()->addWidget(field);

@@ -22,7 +22,8 @@ class CUnitEdit : public QWidget {
     void EditingFinished();
 
   private:
-    QLineEdit* AddField(const QString& unit, const QString& accessibleName);
+    QLineEdit* AddField(const QString& unit, const QString& accessibleName,
+                        const QString& objectName);
 
     QLineEdit* m_major;
     QLineEdit* m_minor = nullptr;

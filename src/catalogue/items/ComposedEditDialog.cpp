@@ -106,6 +106,7 @@ QWidget* CComposedEditDialog::MakeNutrientsPage() {
                     m_form.SetRowText(row, *text);
                 }
                 m_nutrients->SetCellText(row, column, m_form.RowText(row));
+                m_lacksValues->setVisible(m_form.LacksValues());
             });
     auto* page = new QWidget;
     HeadedPage(page, u"Nutrients per serving:"_s, m_nutrients);
@@ -167,6 +168,11 @@ void CComposedEditDialog::AddRecalculate() {
     m_recalculate->setAccessibleName(text);
     m_recalculate->setToolTip(text);
     connect(m_recalculate, &QPushButton::clicked, this, &CComposedEditDialog::Recalculate);
+    m_lacksValues =
+        new QLabel(u"The values are still 0. The button below takes those of the foods."_s);
+    m_lacksValues->setObjectName(u"lacksValues"_s);
+    m_lacksValues->setWordWrap(true);
+    Content()->addWidget(m_lacksValues);
     Content()->addWidget(m_recalculate);
 }
 
@@ -195,6 +201,7 @@ void CComposedEditDialog::ShowNutrients() {
         m_nutrients->SetCellText(row, 0, m_form.RowTitle(row));
         m_nutrients->SetCellText(row, 1, m_form.RowText(row));
     }
+    m_lacksValues->setVisible(m_form.LacksValues());
 }
 
 void CComposedEditDialog::ShowComponents(int row) {
@@ -206,6 +213,7 @@ void CComposedEditDialog::ShowComponents(int row) {
     if (row >= 0) {
         m_components->SelectPlace(row);
     }
+    m_lacksValues->setVisible(m_form.LacksValues());
 }
 
 void CComposedEditDialog::AddComponent() {

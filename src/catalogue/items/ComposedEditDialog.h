@@ -9,6 +9,7 @@
 class CGrid;
 class CReportList;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
@@ -66,4 +67,5 @@ class CComposedEditDialog : public CDialog {
     CGrid* m_nutrients = nullptr;
     CReportList* m_components = nullptr;
     QPushButton* m_recalculate = nullptr;
+    QLabel* m_lacksValues = nullptr;
 };

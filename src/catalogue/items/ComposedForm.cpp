@@ -1,5 +1,7 @@
 #include "catalogue/items/ComposedForm.h"
 
+#include <algorithm>
+
 #include "app/ItemTexts.h"
 #include "app/ListCommands.h"
 #include "catalogue/items/CatalogueChoices.h"
@@ -145,6 +147,13 @@ void CComposedForm::Recalculate() {
         }
     }
     m_item.SetNutrientValues(sums);
+}
+
+bool CComposedForm::LacksValues() const {
+    const auto isZero = [](const CComposedItem& item) {
+        return item.GetNutrientValues() == NutrientValues{};
+    };
+    return isZero(m_item) && !std::ranges::all_of(m_components, isZero);
 }
 
 bool CComposedForm::Confirm() {

@@ -57,6 +57,8 @@ class CComposedForm {
     bool DeleteComponents(const std::vector<int>& selected);
     /// Sets the values to the sums over all components.
     void Recalculate();
+    /// Whether all values are 0 although those of its components are not.
+    [[nodiscard]] bool LacksValues() const;
 
     /// Stores the menu or recipe; false after a message when it is not valid or cannot be stored.
     bool Confirm();

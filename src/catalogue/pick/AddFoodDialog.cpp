@@ -13,6 +13,7 @@
 #include "catalogue/items/TextLimits.h"
 #include "controls/DropField.h"
 #include "controls/Grid.h"
+#include "controls/NumberField.h"
 #include "controls/PickField.h"
 
 using namespace Qt::StringLiterals;
@@ -98,8 +99,7 @@ QWidget* CAddFoodDialog::AddServingRow() {
         ShowForm();
     });
 
-    m_amount = new QLineEdit(row);
-    m_amount->setObjectName(u"amount"_s);
+    m_amount = CreateNumberField(u"amount"_s, row);
     m_amount->setAccessibleName(u"Amount"_s);
     m_amount->setMaximumWidth(m_amount->fontMetrics().averageCharWidth() * kAmountCharacters +
                               m_amount->fontMetrics().height());
