@@ -156,7 +156,7 @@ class CReportList::CModel : public QAbstractTableModel {
 };
 
 CReportList::CReportList(const QString& accessibleName, QWidget* parent)
-    : QTreeView(parent), m_model(new CModel(this)) {
+    : CRowTree(parent), m_model(new CModel(this)) {
     setModel(m_model);
     setItemDelegate(new CRowDelegate(this));
     setAccessibleName(accessibleName);
@@ -216,7 +216,7 @@ void CReportList::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
         row.rect.setTop(above.bottom() + 1);
         PaintHeading(painter, option, above, heading);
     }
-    QTreeView::drawRow(painter, row, index);
+    CRowTree::drawRow(painter, row, index);
 }
 
 int CReportList::RowCount() const {

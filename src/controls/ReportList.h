@@ -3,9 +3,10 @@
 #pragma once
 
 #include <QIcon>
-#include <QTreeView>
 #include <functional>
 #include <vector>
+
+#include "controls/RowTree.h"
 
 class QLabel;
 
@@ -46,7 +47,7 @@ QColor ReadableTextColor(const QColor& background);
 ///
 /// A click on a header sorts, a second one reverses the order, a third restores the owner's order.
 /// A "row" counts in the owner's order, a "place" in the order shown.
-class CReportList : public QTreeView {
+class CReportList : public CRowTree {
     Q_OBJECT
   public:
     explicit CReportList(const QString& accessibleName, QWidget* parent = nullptr);

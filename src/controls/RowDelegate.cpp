@@ -44,3 +44,15 @@ QSize CRowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInd
     }
     return HeadingOf(index).isEmpty() ? size : size + QSize(0, HeadingHeight(option));
 }
+
+void CRowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const bool isPale = option->state.testFlag(QStyle::State_Selected) &&
+                        !option->state.testFlag(QStyle::State_Active);
+    if (isPale && !option->icon.isNull() && option->widget != nullptr) {
+        const QPixmap plain =
+            option->icon.pixmap(option->decorationSize, option->widget->devicePixelRatioF());
+        option->icon = QIcon(plain);
+        option->icon.addPixmap(plain, QIcon::Selected);
+    }
+}

@@ -24,4 +24,8 @@ class CRowDelegate : public QStyledItemDelegate {
     using QStyledItemDelegate::QStyledItemDelegate;
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const override;
+
+  protected:
+    /// The icon of a row with a pale selection is the plain one.
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 };

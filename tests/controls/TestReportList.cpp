@@ -1,6 +1,7 @@
 #include <QAbstractItemModelTester>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -167,6 +168,34 @@ class TestReportList : public QObject {
         }
         list.SetBackgroundColor({});
         QCOMPARE(list.palette(), before);
+    }
+
+    void onlyThePaneWithTheKeyboardHasTheStrongSelection() {
+        QWidget window;
+        QHBoxLayout panes(&window);
+        CReportList lists[] = {CReportList(u"A"_s), CReportList(u"B"_s)};
+        const auto backOf = [](CReportList& list) {
+            const QRect row = list.visualRect(list.model()->index(0, 0));
+            return list.viewport()->grab().toImage().pixelColor(row.bottomRight() - QPoint(3, 3));
+        };
+        for (CReportList& list : lists) {
+            list.SetColumn(u"A"_s);
+            list.SetRows(Rows(1));
+            list.SelectRow(0);
+            panes.addWidget(&list);
+        }
+        window.show();
+        const QColor strong = lists[0].palette().color(QPalette::Active, QPalette::Highlight);
+        lists[0].setFocus();
+        const QColor pale = backOf(lists[1]);
+        QCOMPARE(backOf(lists[0]), strong);
+        QVERIFY(pale != strong && pale != lists[1].palette().color(QPalette::Base));
+        lists[1].setFocus();
+        QCOMPARE(backOf(lists[0]), pale);
+        QCOMPARE(backOf(lists[1]), strong);
+        for (CReportList& list : lists) {
+            list.setParent(nullptr);
+        }
     }
 
     void copyingTakesTheSelectedRowsAsShown() {

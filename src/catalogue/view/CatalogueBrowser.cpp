@@ -11,6 +11,7 @@
 #include "controls/ListPane.h"
 #include "controls/ReportList.h"
 #include "controls/RowDelegate.h"
+#include "controls/RowTree.h"
 
 using namespace Qt::StringLiterals;
 
@@ -26,7 +27,7 @@ CCatalogueBrowser::CCatalogueBrowser(CVelmoraDoc& doc, CCatalogueRules& rules, E
     : m_doc(doc),
       m_rules(rules),
       m_kind(KindOf(kind)),
-      m_tree(new QTreeView),
+      m_tree(new CRowTree),
       m_model(new CCategoryTreeModel(doc.Database(), kind, m_kind.commands.renameItems != nullptr,
                                      this)),
       m_list(new CReportList(QString::fromLatin1(m_kind.words.many))),
