@@ -97,6 +97,20 @@ std::vector<CNutrientTarget> CArguments::Targets(const char* option) const {
     return targets;
 }
 
+std::vector<int> CArguments::ChoicesAfter(const char* option, const char* marker) const {
+    std::vector<int> values;
+    bool isAfter = false;
+    for (const auto& [name, value] : m_inOrder) {
+        const QByteArray latin = name.toLatin1();
+        if (latin == option && isAfter) {
+            values.push_back(ReadChoice(Row(option), value).value_or(0));
+        } else if (Row(latin.constData()).kind == EValue::Date) {
+            isAfter = latin == marker;
+        }
+    }
+    return values;
+}
+
 const COption& CArguments::Row(const char* option) const {
     const COption* row = FindOption(m_options, QString::fromLatin1(option));
     Q_ASSERT(row != nullptr);
@@ -129,6 +143,7 @@ void CArguments::TakeValue(const COption& option, const QString& value) {
         SetError(name + u" needs "_s + NeededValue(option));
     }
     m_values[name].append(value);
+    m_inOrder.append({name, value});
 }
 
 void CArguments::CheckOptions() {

@@ -33,6 +33,9 @@ class CArguments {
     [[nodiscard]] NutrientSet Nutrients(const char* option, NutrientSet fallback) const;
     /// In the order given.
     [[nodiscard]] std::vector<CNutrientTarget> Targets(const char* option) const;
+    /// The values of a repeatable choice that follow `marker` on the line, without another of the
+    /// command's dates between them.
+    [[nodiscard]] std::vector<int> ChoicesAfter(const char* option, const char* marker) const;
 
   private:
     [[nodiscard]] const COption& Row(const char* option) const;
@@ -46,6 +49,7 @@ class CArguments {
     std::span<const COption> m_options;
     QStringList m_words;
     QMap<QString, QStringList> m_values;
+    QList<std::pair<QString, QString>> m_inOrder;  ///< options and values as given
     QString m_error;
 };
 

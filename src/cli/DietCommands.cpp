@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
 #include "cli/TableOutput.h"
+#include "diary/CopyRules.h"
 #include "diary/DietRules.h"
 #include "diary/DietTotals.h"
 #include "platform/Messages.h"
@@ -26,6 +27,19 @@ constexpr COption kAddOptions[] = {
     {"--type", EValue::Text, "TYPE", "the food's type; menus and recipes have none"},
     {"--serving", EValue::Text, "NAME", "the serving; default the first one"},
     {"--amount", EValue::Number, "NUMBER", "servings eaten; default 1", 0, 100000},
+};
+constexpr COption kMealOfDayOption = {"--meal",
+                                      EValue::Choice,
+                                      kMealOption.value,
+                                      "the meal of the day before it; default all of them",
+                                      0,
+                                      0,
+                                      ENeed::Repeatable};
+constexpr COption kCopyOptions[] = {
+    Required(kProfileOption),
+    Required({"--from", EValue::Date, "DATE", "the day to copy from"}),
+    kMealOfDayOption,
+    Required({"--to", EValue::Date, "DATE", "the day to copy to"}),
 };
 constexpr COption kDayOptions[] = {Required(kProfileOption), Required(kDateOption)};
 
@@ -78,6 +92,36 @@ bool Add(CCommandContext& context) {
         form.SetAmountText(arguments.Text("--amount"));
     }
     return form.Confirm() && AddDietEntry(context.doc, day, meal, form.GetResult());
+}
+
+/// The meal given after a day; all meals without one.
+std::optional<qint32> MealAfter(const CArguments& arguments, const char* day) {
+    const std::vector<int> meals = arguments.ChoicesAfter("--meal", day);
+    return meals.empty() ? std::nullopt : std::optional<qint32>(meals.front());
+}
+
+QString CheckCopy(const CArguments& arguments) {
+    const std::size_t from = arguments.ChoicesAfter("--meal", "--from").size();
+    const std::size_t to = arguments.ChoicesAfter("--meal", "--to").size();
+    const bool isClear = from <= 1 && to <= 1 && (from + to > 0 || !arguments.Has("--meal"));
+    return isClear ? QString() : u"--meal belongs after --from or --to, once"_s;
+}
+
+bool Copy(CCommandContext& context) {
+    const CArguments& arguments = context.arguments;
+    if (!LoadProfileArgument(context)) {
+        return false;
+    }
+    const std::vector<CDietEntry> entries =
+        EntriesOfMeal(context.doc, arguments.Date("--from"), MealAfter(arguments, "--from"));
+    if (entries.empty()) {
+        ShowMessage(u"There is nothing to copy."_s);
+        return false;
+    }
+    const CCopyPlace place{arguments.Date("--to"), {}, MealAfter(arguments, "--to")};
+    const int copied = CopyEntries(context.doc, entries, {place});
+    PrintRow({u"copied"_s, QString::number(copied)});
+    return copied == std::ssize(entries);
 }
 
 /// The whole day, without a limit on its entries; nothing after a message.
@@ -137,6 +181,8 @@ bool Day(CCommandContext& context) {
 
 constexpr CCommand kCommands[] = {
     {"diet", "add", "", kAddOptions, EAccess::Writes, "add what was eaten to a day", Add, CheckAdd},
+    {"diet", "copy", "", kCopyOptions, EAccess::Writes, "eat again what was eaten on another day",
+     Copy, CheckCopy},
     {"diet", "list", "", kDayOptions, EAccess::Reads, "list what was eaten on a day", List},
     {"diet", "day", "", kDayOptions, EAccess::Reads, "compare a day's totals with the targets",
      Day},

@@ -2,6 +2,7 @@
 #include "DiaryFixture.h"
 
 #include "catalogue/pick/AddFoodForm.h"
+#include "diary/CopyRules.h"
 #include "diary/DietDay.h"
 #include "diary/DietTotals.h"
 #include "diary/ListSizes.h"
@@ -53,6 +54,53 @@ class TestDietRules : public CDiaryTest {
         QCOMPARE(Stored(), QStringList{u"Green tea 31 09:15 B"_s});
         QVERIFY(Database().Diet().Read(0, entry));
         QCOMPARE(entry.GetCategory(), u"Drinks of old"_s);
+    }
+
+    void differentMealsOfLastDaysAreOffered() {
+        const CDietEntry tea = AddEntry(u"Tea"_s, QTime(8, 0)).entry;
+        const CDietEntry cake = AddEntry(u"Cake"_s, QTime(8, 0)).entry;
+        QVERIFY(Database().Diet().Delete(0) && Database().Diet().Delete(0));
+        QVERIFY(MealOffers(*m_doc, kDay, 2).empty());
+        const auto eat = [this](int daysAgo, std::vector<CDietEntry> entries, qint32 meal = 2) {
+            const auto count = static_cast<int>(entries.size());
+            return CopyEntries(*m_doc, entries, {{kDay.addDays(-daysAgo), {}, meal}}) == count;
+        };
+        CDietEntry other = tea;
+        other.SetAmount(2);
+        QVERIFY(eat(2, {tea, cake}) && eat(3, {cake, tea}) && eat(4, {tea}) && eat(8, {other}));
+        QVERIFY(eat(1, {tea}, 3) && eat(9, {tea}) && eat(60, {cake, cake}) && eat(61, {cake}));
+        const auto titles = [this] {
+            QStringList texts;
+            for (const CMealOffer& offer : MealOffers(*m_doc, kDay, 2)) {
+                texts.append(offer.title);
+            }
+            return texts;
+        };
+        const QStringList three = {u"Lunch of Friday: 2 items, 200 kcal"_s,
+                                   u"Lunch of Wednesday: 1 item, 100 kcal"_s,
+                                   u"Lunch of 23 May 2026: 1 item, 100 kcal"_s};
+        QCOMPARE(titles(), three);
+        QVERIFY(eat(1, {cake, other}));
+        QCOMPARE(titles(), QStringList{u"Lunch of Saturday: 2 items, 200 kcal"_s} + three);
+    }
+
+    void copiesGoToEachChosenDay() {
+        // 31 May 2026 is a Sunday; bits 0 and 2 are Monday and Wednesday.
+        const std::vector<QDate> days = DaysToRepeat(kDay, kDay.addDays(8), 0b101);
+        QCOMPARE(days, (std::vector<QDate>{{2026, 6, 1}, {2026, 6, 3}, {2026, 6, 8}}));
+        const CDietEntry tea = AddEntry(u"Tea"_s, QTime(8, 0)).entry;
+        std::vector<CCopyPlace> places;
+        for (const QDate day : days) {
+            places.push_back({day});
+        }
+        places.push_back({kDay, QTime(9, 0), 4});
+        QCOMPARE(CopyEntries(*m_doc, {tea, tea}, places), 8);
+        QCOMPARE(Stored().join(u','),
+                 u"Tea 31 08:00 L,Tea 31 09:00 D,Tea 31 09:00 D,"
+                 "Tea 1 08:00 L,Tea 1 08:00 L,Tea 3 08:00 L,Tea 3 08:00 L,"
+                 "Tea 8 08:00 L,Tea 8 08:00 L"_s);
+        QCOMPARE(DaysBeyondList(*m_doc, days, 126), 0);
+        QCOMPARE(DaysBeyondList(*m_doc, days, 127), 3);
     }
 
     void aCommandRefusesWhatItCannotDo() {
