@@ -11,7 +11,7 @@
 #include "store/search/SearchIndex.h"
 
 struct CSearchQuery {
-    QString text;
+    QString text = {};
     unsigned kinds = kAllKinds;  ///< see KindBit
     qint32 categoryId = kAnyCategory;
     /// Database identifier of the profile whose habits count (see CProfiles::GetId); 0: nobody's.
@@ -47,7 +47,7 @@ class CCatalogueSearch : private CChangeListener {
     void BringUpToDate();
     void Build();
     void ReadCategories();
-    void ReadChanged();
+    void ReadAgain(const std::vector<CSearchMatch>& changed);
     void Add(ECatalogueKind kind, ObjectId record, const PropertyList& properties);
     ItemWeights Habits(const CSearchQuery& query);
 

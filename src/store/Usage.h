@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "store/RecordStore.h"
+#include "store/engine/ChangeFeed.h"
 #include "store/engine/UsageTable.h"
 #include "store/records/DiaryEntries.h"
 #include "store/search/UseKey.h"
