@@ -26,7 +26,9 @@ CDatabase::CDatabase(QString volumePath)
       m_catalogue(m_store),
       m_categories(m_store),
       m_composed(m_catalogue.Menus(), m_catalogue.Recipes()),
-      m_profiles(m_store) {}
+      m_profiles(m_store),
+      m_usage(m_store),
+      m_search(m_store, m_catalogue, m_categories, m_usage) {}
 
 CDatabase::~CDatabase() {
     CloseCatalogue();
@@ -63,6 +65,8 @@ bool CDatabase::OpenCatalogue() {
 
 void CDatabase::CloseCatalogue() {
     m_profiles.Close();
+    m_search.Forget();
+    m_usage.Forget();
     m_composed.ForgetItemIds();
     for (CItemDatabaseBase* database : std::initializer_list<CItemDatabaseBase*>{
              &Exlib(), &Recipes(), &Menus(), &m_nutrientNames, &m_categories, &Foods()}) {

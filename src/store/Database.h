@@ -3,6 +3,7 @@
 #pragma once
 
 #include "store/Catalogue.h"
+#include "store/CatalogueSearch.h"
 #include "store/Categories.h"
 #include "store/ComposedItems.h"
 #include "store/DayEntries.h"
@@ -38,6 +39,8 @@ class CDatabase {
     CItemDatabase<CExerciseItem>& Exlib() { return m_catalogue.Exlib(); }
     CItemDatabaseBase& Items(ECatalogueKind kind) { return m_catalogue.Items(kind); }
     CCategories& Categories() { return m_categories; }
+    CCatalogueSearch& Search() { return m_search; }
+    CUsage& Usage() { return m_usage; }
     CComposedItems& Composed() { return m_composed; }
     CStoredNutrientNames& NutrientNames() { return m_nutrientNames; }
     /// Of the foods or exercise library view.
@@ -60,4 +63,6 @@ class CDatabase {
     CCategories m_categories;
     CComposedItems m_composed;
     CProfiles m_profiles;
+    CUsage m_usage;
+    CCatalogueSearch m_search;
 };

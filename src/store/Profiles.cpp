@@ -13,9 +13,10 @@ struct CProfileDatabase {
     const char* suffix;
     const CRecordLayout& layout;
 };
+constexpr char kDietSuffix[] = "_Diet";
 constexpr CProfileDatabase kProfileDatabases[] = {
     {"", kProfileLayout},
-    {"_Diet", kDietLayout},
+    {kDietSuffix, kDietLayout},
     {"_Weight", kWeightLayout},
     {"_Exercises", kExercisesLayout},
 };
@@ -54,6 +55,10 @@ CFoundRecord FindProfileRecord(CItemDatabaseBase& profile) {
     return found;
 }
 }  // namespace
+
+QString DietDatabaseName(const QString& profile) {
+    return profile + QLatin1StringView(kDietSuffix);
+}
 
 CProfiles::CProfiles(CRecordStore& store)
     : m_store(store),

@@ -15,6 +15,9 @@ enum class EProfileRecord {
     Unreadable,  ///< of another version, or damaged
 };
 
+/// Name of the database that holds a profile's diet entries.
+QString DietDatabaseName(const QString& profile);
+
 /// The store outlives it.
 class CProfiles {
   public:
@@ -30,6 +33,8 @@ class CProfiles {
     /// fails the whole open.
     bool Open(const QString& name, bool mayCreate);
     void Close();
+    /// Database identifier of the open profile; 0 when none is.
+    [[nodiscard]] ObjectId GetId() const { return m_profile.GetId(); }
     /// Deletes those of the four databases that exist. A failed deletion shows "Cannot delete
     /// database.".
     bool Delete(const QString& name);

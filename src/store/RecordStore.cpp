@@ -112,6 +112,10 @@ bool CRecordStore::ReadCurrent(CDatabaseHandle& handle, PropertyList& properties
     return SetLastError(m_engine.ReadRecord(record, properties, most));
 }
 
+bool CRecordStore::ReadRecord(ObjectId record, PropertyList& properties, int most) {
+    return SetLastError(m_engine.ReadRecord(record, properties, most));
+}
+
 bool CRecordStore::WriteRecord(CDatabaseHandle& handle, ObjectId record,
                                const PropertyList& properties) {
     return SetLastError(record == 0 ? m_engine.AddRecord(handle.id, properties, record)

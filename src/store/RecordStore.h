@@ -62,6 +62,9 @@ class CRecordStore {
     /// `most` as in CStorageEngine::ReadRecord.
     [[nodiscard]] bool ReadCurrent(CDatabaseHandle& handle, PropertyList& properties,
                                    int most = kAllProperties);
+    /// Reads a record of any database; false when there is no such record.
+    [[nodiscard]] bool ReadRecord(ObjectId record, PropertyList& properties,
+                                  int most = kAllProperties);
     /// Identifier 0 adds a record.
     [[nodiscard]] bool WriteRecord(CDatabaseHandle& handle, ObjectId record,
                                    const PropertyList& properties);
@@ -93,6 +96,8 @@ class CRecordStore {
     [[nodiscard]] bool WriteValue(ObjectId owner, const QString& name, const QString& value);
     [[nodiscard]] bool DeleteValues(ObjectId owner);
 
+    /// For tables beside the records; lives as long as the store.
+    [[nodiscard]] CStorageState& EngineState() { return m_engine.State(); }
     /// See CStorageEngine.
     void AddListener(CChangeListener* listener) { m_engine.AddListener(listener); }
     void RemoveListener(CChangeListener* listener) { m_engine.RemoveListener(listener); }

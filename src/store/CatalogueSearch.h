@@ -1,0 +1,66 @@
+// Searching the whole catalogue while a text is typed.
+#pragma once
+
+#include <limits>
+#include <optional>
+#include <unordered_set>
+
+#include "store/Catalogue.h"
+#include "store/Categories.h"
+#include "store/Usage.h"
+#include "store/search/SearchIndex.h"
+
+struct CSearchQuery {
+    QString text = {};
+    unsigned kinds = kAllKinds;  ///< see KindBit
+    qint32 categoryId = kAnyCategory;
+    /// Database identifier of the profile whose habits count (see CProfiles::GetId); 0: nobody's.
+    ObjectId profile = 0;
+    int meal = -1;  ///< the meal that is chosen for; -1: none. Counts for an empty text only.
+    int limit = std::numeric_limits<int>::max();
+};
+
+/// The index is built by the first query, and follows every committed change of the catalogue from
+/// then on: records that have changed are read again by the next query. Queries are made outside
+/// units of work. All that is passed to the constructor outlives the search.
+class CCatalogueSearch : private CChangeListener {
+  public:
+    CCatalogueSearch(CRecordStore& store, CCatalogue& catalogue, CCategories& categories,
+                     CUsage& usage);
+    ~CCatalogueSearch() override;
+    CCatalogueSearch(const CCatalogueSearch&) = delete;
+    CCatalogueSearch& operator=(const CCatalogueSearch&) = delete;
+
+    /// What CSearchIndex finds. For a text without words: what the profile eats, at the meal first,
+    /// then often, then lately. Records that cannot be read are not found.
+    CSearchMatches Find(const CSearchQuery& query);
+    /// Call when the volume is closed.
+    void Forget();
+
+  private:
+    [[nodiscard]] bool Watches(qint64 database) const override;
+    EPlatformError RecordChanged(const CRecordChange& change) override;
+    void UnitCommitted() override;
+    void UnitAbandoned() override;
+
+    [[nodiscard]] std::optional<ECatalogueKind> KindOf(ObjectId database) const;
+    void BringUpToDate();
+    void Build();
+    void ReadCategories();
+    void ReadAgain(const std::vector<CSearchMatch>& changed);
+    void Add(ECatalogueKind kind, ObjectId record, const PropertyList& properties);
+    ItemWeights Habits(const CSearchQuery& query);
+
+    struct CChanges {
+        std::vector<CSearchMatch> items;
+        bool categories = false;
+    };
+
+    CRecordStore& m_store;
+    CCatalogue& m_catalogue;
+    CCategories& m_categories;
+    CUsage& m_usage;
+    std::optional<CSearchIndex> m_index;
+    CChanges m_underWay;  ///< of the unit of work
+    CChanges m_changed;   ///< since the last query
+};

@@ -1,0 +1,341 @@
+// The search over the catalogue and the counts of use follow every change.
+#include <random>
+
+#include "catalogue/exchange/CsvExchange.h"
+#include "catalogue/items/CatalogueRules.h"
+#include "diary/PurgeRules.h"
+#include "support/ComposedSamples.h"
+#include "support/DataRows.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QDate kDay(2026, 5, 31);
+
+CDietEntry MakeEntry(const QString& name, int meal, int minute = 0) {
+    CDietEntry entry;
+    entry.SetMoment(ToFileTime(kDay, QTime(12, minute)));
+    entry.SetMeal(meal);
+    entry.SetCategory(u"Fruit"_s);
+    entry.SetName(name);
+    entry.SetType(u"raw"_s);
+    return entry;
+}
+}  // namespace
+
+class TestCatalogueSearch : public CCatalogueTest {
+    Q_OBJECT
+
+  private slots:
+    void init() {
+        MakeVolume();
+        m_fruit = AddCategory(Database(), u"Fruit"_s);
+        m_soups = AddCategory(Database(), u"Soups"_s);
+    }
+    void cleanup() { DropVolume(); }
+
+    void allKindsAreFoundAndNothingElse() {
+        AddFood(m_fruit, u"Apple"_s);
+        const qint32 menu = AddComposed(Database(), kMenus, 1, u"Apple menu"_s);
+        QVERIFY(AddPart(Database(), kMenus, menu, u"Apple part"_s));
+        AddComposed(Database(), kRecipes, 1, u"Apple recipe"_s);
+        CExerciseItem exercise;
+        exercise.SetCategoryId(1);
+        exercise.SetName(u"Apple picking"_s);
+        QVERIFY(Database().Exlib().Write(-1, exercise));
+        CViewSettings settings;
+        QVERIFY(Database().ViewSettings(kFoods).Save(settings));
+        const auto kinds = [this](const CSearchQuery& query) {
+            QList<int> found;
+            for (const CSearchMatch& match : Database().Search().Find(query).best) {
+                found.append(static_cast<int>(match.kind));
+            }
+            std::ranges::sort(found);
+            return found;
+        };
+        QCOMPARE(kinds({.text = u"apple"_s}), (QList<int>{0, 1, 2, 3}));
+        QCOMPARE(kinds({.text = u"apple"_s, .kinds = KindBit(kMenus) | KindBit(kExercises)}),
+                 (QList<int>{1, 3}));
+        // After the index was built, components are still no items.
+        QVERIFY(AddPart(Database(), kMenus, menu, u"Apple part"_s));
+        settings.SetSetting(0, 1);
+        QVERIFY(Database().ViewSettings(kFoods).Save(settings));
+        QCOMPARE(kinds({.text = u"apple"_s}), (QList<int>{0, 1, 2, 3}));
+        Damage(Database().Foods(), 0);
+        QCOMPARE(kinds({.text = u"apple"_s}), (QList<int>{1, 2, 3}));
+    }
+
+    void theIndexFollowsEveryChange() {
+        (void)Find(u"apple"_s);
+        for (int step = 0; step < 400; ++step) {
+            ChangeSomething();
+            if (step % 3 == 0) {
+                CompareWithFreshIndex();
+            }
+        }
+        QVERIFY(Find(u"apple"_s).size() > 3);
+        m_messages->TakeShown();
+    }
+
+    void anImportIsFoundWholeOrPartly_data() { AddRows<bool>({{"small", false}, {"large", true}}); }
+    void anImportIsFoundWholeOrPartly() {
+        const auto& [isLarge] = DataRow<bool>();
+        AddFood(m_fruit, u"Apple"_s);
+        QCOMPARE(Find(u"apple"_s).size(), 1);
+        const QString path = Path(u"foods.csv"_s);
+        {
+            CVelmoraDoc other(Path(u"other.db"_s));
+            QVERIFY(other.OpenCatalogue());
+            const qint32 category = AddCategory(other.Database(), u"Berries"_s);
+            CRecordGroup group(other.Database().GetStore());
+            for (int i = 0; i < (isLarge ? 1100 : 20); ++i) {
+                const CFoodItem food = MakeFood(category, u"Berry"_s, QString::number(i));
+                QVERIFY(other.Database().Foods().Write(-1, food));
+            }
+            QVERIFY(group.Commit());
+            QVERIFY(ExportCatalogueFile(other.Database(), kFoods, {}, path));
+        }
+        QVERIFY(ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::DoNotCheck, path));
+        m_messages->TakeShown();
+        QCOMPARE(Find(u"berries"_s).size(), isLarge ? 1100 : 20);
+        QCOMPARE(Find(u"apple"_s).size(), 1);
+        CompareWithFreshIndex();
+    }
+
+    void whatAProfileEatsComesFirst() {
+        for (const QString& name : {u"Apple"_s, u"Banana"_s, u"Cherry"_s, u"Date"_s, u"Fig"_s}) {
+            AddFood(m_fruit, name);
+        }
+        QVERIFY(Database().Profiles().Open(u"Ann"_s, true));
+        // Eaten at meal 1 and at meal 2, in the order of time: the date last.
+        int minute = 0;
+        for (const auto& [name, meal] :
+             std::initializer_list<std::pair<QString, int>>{{u"Banana"_s, 1},
+                                                            {u"Banana"_s, 1},
+                                                            {u"Cherry"_s, 2},
+                                                            {u"Apple"_s, 2},
+                                                            {u"Eaten out"_s, 2},
+                                                            {u"Date"_s, 2}}) {
+            QVERIFY(Database().Diet().Write(-1, MakeEntry(name, meal, minute++)));
+        }
+        const auto offered = [this](int meal) {
+            return Names({.profile = Database().Profiles().GetId(), .meal = meal});
+        };
+        QCOMPARE(offered(-1), (QStringList{u"Banana"_s, u"Date"_s, u"Apple"_s, u"Cherry"_s}));
+        QCOMPARE(offered(2), (QStringList{u"Date"_s, u"Apple"_s, u"Cherry"_s, u"Banana"_s}));
+        QCOMPARE(offered(1).first(), u"Banana"_s);
+        QCOMPARE(Names({}), QStringList());
+        // Among names that match equally well, and only there.
+        QCOMPARE(Names({.text = u"fruit"_s, .profile = Database().Profiles().GetId()}),
+                 (QStringList{u"Banana"_s, u"Date"_s, u"Apple"_s, u"Cherry"_s, u"Fig"_s}));
+        QCOMPARE(Names({.text = u"fruit"_s}).first(), u"Fig"_s);
+        // Another profile has its own habits.
+        QVERIFY(Database().Profiles().Open(u"Bob"_s, true));
+        QCOMPARE(offered(1), QStringList());
+    }
+
+    void countsFollowTheDiary() {
+        for (const QString& profile : {u"Ann"_s, u"Bob"_s}) {
+            QVERIFY(Database().Profiles().Open(profile, true));
+            for (int step = 0; step < 200; ++step) {
+                ChangeDiary();
+                if (step % 7 == 0) {
+                    CompareCounts();
+                }
+            }
+            QVERIFY(PurgeDiaries(Database(), {.begin = kDay, .end = kDay, .diet = true}));
+            CompareCounts();
+        }
+        m_messages->TakeShown();
+        const auto entries = Database().Diet().Count();
+        QVERIFY(Database().Profiles().Open(u"Ann"_s, false));
+        QCOMPARE(Query("SELECT sum(count) FROM usage"), entries + Database().Diet().Count());
+        QCOMPARE(Query("SELECT count(*) FROM usage WHERE count<1"), 0);
+        // What is stored is the same as what is counted.
+        for (const QString& profile : {u"Ann"_s, u"Bob"_s}) {
+            QVERIFY(Database().Profiles().Open(profile, false));
+            CompareCounts();
+        }
+        Database().Profiles().Close();
+        QVERIFY(Database().Profiles().Delete(u"Bob"_s));
+        QCOMPARE(Query("SELECT count(DISTINCT owner) FROM usage"), 1);
+    }
+
+    void countsThatDoNotAddUpAreCountedAgain_data() {
+        AddRows<QByteArray>({
+            {"no table", "DROP TABLE usage"},
+            {"no rows", "DELETE FROM usage"},
+            {"a row too few", "DELETE FROM usage WHERE name='Apple'"},
+            {"a count too large", "UPDATE usage SET count=count+1"},
+            {"a table of someone else", "ALTER TABLE usage RENAME COLUMN category TO something"},
+        });
+    }
+    void countsThatDoNotAddUpAreCountedAgain() {
+        const auto& [damage] = DataRow<QByteArray>();
+        for (const bool looksFirst : {true, false}) {
+            QVERIFY(Database().Profiles().Open(u"Ann"_s, true));
+            QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Apple"_s, 1)));
+            QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Banana"_s, 2)));
+            Change(damage.constData());
+            QVERIFY(Database().Profiles().Open(u"Ann"_s, true));
+            if (looksFirst) {
+                CompareCounts();
+            }
+            QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Banana"_s, 1)));
+            CompareCounts();
+            QVERIFY(Database().Diet().Delete(0));
+            CompareCounts();
+            QCOMPARE(Query("SELECT sum(count) FROM usage"), looksFirst ? 2 : 4);
+        }
+    }
+
+    void entriesThatCannotBeReadAreCountedOnce() {
+        QVERIFY(Database().Profiles().Open(u"Ann"_s, true));
+        for (const QString& name : {u"Apple"_s, u"Banana"_s}) {
+            QVERIFY(Database().Diet().Write(-1, MakeEntry(name, 1)));
+        }
+        Damage(Database().Diet(), 0);
+        Change("DROP TABLE usage");
+        QVERIFY(Database().Profiles().Open(u"Ann"_s, true));
+        const auto count = [this](const QString& name) {
+            const CUseCounts& counts = Database().Usage().CountsOf(Database().Profiles().GetId());
+            const auto found = counts.find(UseKeyOf(kFoods, u"Fruit", name, u"raw"));
+            return found == counts.end() ? 0 : found->second.total;
+        };
+        QCOMPARE(count(u"Apple"_s), 0);
+        QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Banana"_s, 1)));
+        QCOMPARE(count(u"Banana"_s), 2);
+        QCOMPARE(Query("SELECT sum(count) FROM usage"), 3);
+        QCOMPARE(Query("SELECT count FROM usage WHERE name=''"), 1);
+    }
+
+  private:
+    void AddFood(qint32 category, const QString& name, const QString& type = u"raw"_s) {
+        QVERIFY(Database().Foods().Write(-1, MakeFood(category, name, type)));
+    }
+    QStringList Names(const CSearchQuery& query) {
+        QStringList names;
+        for (const CSearchMatch& match : Database().Search().Find(query).best) {
+            CCatalogueItem item(match.kind);
+            CItemDatabaseBase& items = Database().Items(match.kind);
+            names.append(items.Read(items.PositionOf(match.record), item) ? item.GetName()
+                                                                          : u"?"_s);
+        }
+        return names;
+    }
+    QStringList Find(const QString& text) { return Names({.text = text}); }
+
+    int Random(int below) { return static_cast<int>(m_random() % below); }
+    QString RandomName() {
+        const QStringList words = {u"Apple"_s, u"berry"_s, u"Soup"_s, u"thin"_s, u"Salad"_s};
+        return words[Random(5)] + u" "_s + words[Random(5)];
+    }
+    /// One command on the catalogue, or several as a unit of work that may be undone.
+    void ChangeSomething() {
+        const ECatalogueKind kind = std::array{kFoods, kMenus, kRecipes}.at(Random(3));
+        CRecordGroup group(Database().GetStore());
+        for (int i = Random(3); i >= 0; --i) {
+            ChangeOne(kind);
+        }
+        if (Random(4) == 0) {
+            group.Undo();
+        } else {
+            QVERIFY(group.Commit());
+        }
+    }
+    void ChangeOne(ECatalogueKind kind) {
+        CItemDatabaseBase& items = Database().Items(kind);
+        const int count = Database().Catalogue().CountItems(kind);
+        const int position = count > 0 ? Random(count) : -1;
+        CCatalogueItem item(kind);
+        const int command = Random(8);
+        if (command == 0 && kind == kFoods) {
+            CCategory category;
+            const auto categories = Database().Categories().List(kFoods);
+            const CCategoryEntry& entry = categories[Random(int(categories.size()))];
+            QVERIFY(Database().Categories().Read(entry.position, category));
+            category.SetName(RandomName() + QString::number(Random(100)));
+            QVERIFY(Database().Categories().AddOrUpdate(entry.position, category));
+        } else if (command == 1 && kind == kFoods && Random(4) == 0) {
+            m_messages->answer = true;
+            const qint32 id = AddCategory(Database(), RandomName() + QString::number(Random(100)));
+            (void)CCatalogueRules(Database(), kFoods).DeleteCategory(Random(2) == 0 ? id : m_soups);
+        } else if (command < 4 || position < 0) {
+            if (kind == kFoods) {
+                AddFood(Random(2) == 0 ? m_fruit : m_soups, RandomName(), RandomName());
+            } else {
+                const qint32 id = AddComposed(Database(), kind, 1 + Random(2), RandomName());
+                QVERIFY(AddPart(Database(), kind, id, RandomName()));
+            }
+        } else if (command == 4) {
+            QVERIFY(Database().DeleteItem(kind, position));
+        } else {
+            QVERIFY(items.Read(position, item));
+            if (command == 5) {
+                item.SetCategoryId(1 + Random(3));
+            } else {
+                item.SetName(RandomName());
+            }
+            QVERIFY(items.Write(position, item));
+        }
+    }
+    void CompareWithFreshIndex() {
+        CCatalogueSearch fresh(Database().GetStore(), Database().Catalogue(),
+                               Database().Categories(), Database().Usage());
+        for (const QString& text : {u"apple"_s, u"b"_s, u"soup thin"_s, u"salad berry apple"_s,
+                                    u"appel"_s, u"fruits"_s, u"soups"_s, u"5"_s}) {
+            const CSearchMatches found = Database().Search().Find({.text = text});
+            const CSearchMatches expected = fresh.Find({.text = text});
+            QCOMPARE(found.best, expected.best);
+            QCOMPARE(found.found, expected.found);
+        }
+    }
+
+    void ChangeDiary() {
+        CItemDatabase<CDietEntry>& diet = Database().Diet();
+        CRecordGroup group(Database().GetStore());
+        for (int i = Random(3); i >= 0; --i) {
+            const int count = diet.Count();
+            const int position = count > 0 ? Random(count) : -1;
+            const CDietEntry entry = MakeEntry(RandomName(), Random(7), Random(60));
+            if (Random(3) == 0 && position >= 0) {
+                QVERIFY(diet.Delete(position));
+            } else {
+                QVERIFY(diet.Write(Random(2) == 0 ? position : -1, entry));
+            }
+        }
+        if (Random(4) == 0) {
+            group.Undo();
+        } else {
+            QVERIFY(group.Commit());
+        }
+    }
+    /// With the entries of the open profile.
+    void CompareCounts() {
+        std::unordered_map<ItemUseKey, CUseCount> expected;
+        CDietEntry entry;
+        for (int position = 0; Database().Diet().ReadQuietly(position, entry); ++position) {
+            CUseCount& count =
+                expected[UseKeyOf(static_cast<ECatalogueKind>(entry.GetKind()), entry.GetCategory(),
+                                  entry.GetName(), entry.GetType())];
+            ++count.total;
+            if (entry.GetMeal() < kMealCount) {
+                ++count.atMeal[entry.GetMeal()];
+            }
+        }
+        const CUseCounts& counts = Database().Usage().CountsOf(Database().Profiles().GetId());
+        QCOMPARE(counts.size(), expected.size());
+        for (const auto& [key, count] : expected) {
+            QVERIFY(counts.contains(key));
+            QCOMPARE(counts.at(key).total, count.total);
+            QCOMPARE(counts.at(key).atMeal, count.atMeal);
+        }
+    }
+
+    std::mt19937 m_random{20260531};
+    qint32 m_fruit = 0;
+    qint32 m_soups = 0;
+};
+
+QTEST_GUILESS_MAIN(TestCatalogueSearch)
+#include "TestCatalogueSearch.moc"

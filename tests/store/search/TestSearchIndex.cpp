@@ -1,0 +1,361 @@
+// Words as the search compares them, and what the index finds in which order.
+#include "store/search/Plainness.h"
+#include "store/search/SearchIndex.h"
+#include "support/DataRows.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr auto kFoods = ECatalogueKind::Foods;
+constexpr auto kMenus = ECatalogueKind::Menus;
+
+struct CFood {
+    const char* category;
+    const char* name;
+    const char* type;
+};
+
+/// Foods as a large table has them. The records are numbered from 1 on.
+constexpr CFood kSomeFoods[] = {
+    {"Dairy and Egg Products", "Eggnog", "plain"},
+    {"Dairy and Egg Products", "Egg", "whole, dried"},
+    {"Dairy and Egg Products", "Egg", "whole, raw, fresh"},
+    {"Dairy and Egg Products", "Egg", "yolk, raw, fresh"},
+    {"Dairy and Egg Products", "Milk", "reduced fat, fluid, 2% milkfat"},
+    {"Dairy and Egg Products", "Milk", "dry, whole"},
+    {"Dairy and Egg Products", "Milk", "whole, 3.25% milkfat, with added vitamin D"},
+    {"Dairy and Egg Products", "Cheese", "mozzarella, whole milk"},
+    {"Dairy and Egg Products", "Crème fraîche", "plain"},
+    {"Grains", "Noodles", "egg, cooked"},
+    {"Grains", "Bread", "rye"},
+    {"Grains", "Rye crackers", "thin bread"},
+    {"Grains", "Coffeecake", "fruit"},
+    {"Beverages", "Coffee-flavored syrup", "sweet"},
+    {"Beverages", "Beverages", "coffee, instant, powder"},
+    {"Beverages", "Beverages", "coffee, brewed, prepared with tap water"},
+    {"Beverages", "Beverages", "almond milk, vanilla"},
+    {"Nut Products", "Nuts", "almonds"},
+    {"Fats", "Oil", "almond"},
+    {"Fruits", "Apples", "dried"},
+    {"Fruits", "Apples", "raw, with skin"},
+    {"Fruits", "Apples", "cooked"},
+    {"Fruits", "Peaches", "canned, not frozen"},
+    {"Fruits", "Pine-apples", "raw"},
+};
+
+class CFilledIndex {
+  public:
+    CFilledIndex() {
+        std::vector<CIndexedCategory> categories;
+        for (const CFood& food : kSomeFoods) {
+            const QString category = QString::fromUtf8(food.category);
+            auto found = std::ranges::find(categories, category, &CIndexedCategory::name);
+            if (found == categories.end()) {
+                const auto id = static_cast<qint32>(categories.size() + 1);
+                found = categories.insert(found, {kFoods, id, category});
+            }
+            Add(found->id, QString::fromUtf8(food.name), QString::fromUtf8(food.type));
+        }
+        index.SetCategories(categories);
+    }
+    void Add(qint32 category, const QString& name, const QString& type) {
+        texts.append(name + u" | "_s + type);
+        index.Add({texts.size(), kFoods, category, name, type});
+    }
+    QStringList Texts(const CSearchMatches& matches) const {
+        QStringList found;
+        for (const CSearchMatch& match : matches.best) {
+            found.append(texts[match.record - 1]);
+        }
+        return found;
+    }
+    QStringList Find(const QString& text, int limit = 100) const {
+        return Texts(index.Find({.text = text, .limit = limit}));
+    }
+
+    CSearchIndex index;
+    QStringList texts;
+};
+
+QString Joined(const CFoldedWords& words) {
+    QStringList parts;
+    for (int i = 0; i < words.Count(); ++i) {
+        parts.append(words.WordAt(i).toString() + u":"_s + QString::number(words.PartOf(i)));
+    }
+    return parts.join(u' ');
+}
+}  // namespace
+
+class TestSearchIndex : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void textsAreFoldedAndSplit_data() {
+        AddRows<QString, QString>({
+            {"case and accents", u"Crème BRÛLÉE"_s, u"creme:0 brulee:0"_s},
+            {"accents apart", u"Cre\u0300me"_s, u"creme:0"_s},
+            {"ligatures", u"Ærø Łódź Straße ﬁg"_s, u"aero:0 lodz:0 strasse:0 fig:0"_s},
+            {"parts", u"(raw), lean; 2% fat,, dry (n x 6.25)"_s,
+             u"raw:0 lean:1 2%:2 fat:2 dry:3 n:4 x:4 6:4 25:4"_s},
+            {"hyphens", u"ready-to-eat 1/8''"_s, u"ready:0 to:0 eat:0 1:0 8:0"_s},
+            {"possessives", u"Campbell's Wendy’s M&M's O's'"_s,
+             u"campbell:0 wendy:0 m:0 m:0 o:0"_s},
+            {"other apostrophes", u"l'orange don't"_s, u"l:0 orange:0 don:0 t:0"_s},
+            {"percent", u"% 100% of%"_s, u"100%:0 of:0"_s},
+            {"other scripts", u"яблоко 苹果 🍎"_s, u"яблоко:0 苹果:0 🍎:0"_s},
+            {"nothing", u" ,;'-% "_s, u""_s},
+        });
+    }
+    void textsAreFoldedAndSplit() {
+        const auto& [text, words] = DataRow<QString, QString>();
+        QCOMPARE(Joined(CFoldedWords(text)), words);
+    }
+
+    void singularAndPluralHaveTheSameStem_data() {
+        AddRows<QString, QString>({
+            {"s", u"egg"_s, u"eggs"_s},
+            {"es after o", u"tomato"_s, u"tomatoes"_s},
+            {"s after o", u"tomato"_s, u"tomatos"_s},
+            {"a misspelled singular", u"potato"_s, u"potatoe"_s},
+            {"ies", u"berry"_s, u"berries"_s},
+            {"ie", u"cookie"_s, u"cookies"_s},
+            {"a short ie", u"pie"_s, u"pies"_s},
+            {"ss", u"glass"_s, u"glasses"_s},
+            {"ch", u"peach"_s, u"peaches"_s},
+            {"sh", u"radish"_s, u"radishes"_s},
+            {"x", u"box"_s, u"boxes"_s},
+            {"e", u"cheese"_s, u"cheeses"_s},
+            {"che", u"quiche"_s, u"quiches"_s},
+            {"ves", u"loaf"_s, u"loaves"_s},
+            {"no ves", u"olive"_s, u"olives"_s},
+            {"us", u"octopus"_s, u"octopuses"_s},
+        });
+    }
+    void singularAndPluralHaveTheSameStem() {
+        const auto& [singular, plural] = DataRow<QString, QString>();
+        QCOMPARE(StemOf(plural), StemOf(singular));
+    }
+
+    void wordsThatOnlyLookLikePluralsStay() {
+        for (const QString& word : {u"gas"_s, u"asparagus"_s, u"hummus"_s, u"swiss"_s, u"s"_s}) {
+            QCOMPARE(StemOf(word), word);
+        }
+        QVERIFY(StemOf(u"bites") != StemOf(u"bits"));
+        QVERIFY(StemOf(u"oats") != StemOf(u"oatmeal"));
+    }
+
+    void wordsMatchButForOneLetter_data() {
+        AddRows<QString, EWordMatch>({
+            {"the same", u"chicken"_s, EWordMatch::Whole},
+            {"plural", u"chickens"_s, EWordMatch::Whole},
+            {"beginning", u"chick"_s, EWordMatch::Beginning},
+            {"missing", u"chiken"_s, EWordMatch::NearWhole},
+            {"added", u"chickken"_s, EWordMatch::NearWhole},
+            {"added at the end", u"chickenz"_s, EWordMatch::NearWhole},
+            {"wrong", u"chocken"_s, EWordMatch::NearWhole},
+            {"wrong at the end", u"chicker"_s, EWordMatch::NearWhole},
+            {"wrong in front", u"shicken"_s, EWordMatch::NearWhole},
+            {"missing in front", u"hicken"_s, EWordMatch::NearWhole},
+            {"swapped", u"chikcen"_s, EWordMatch::NearWhole},
+            {"swapped at the end", u"chickne"_s, EWordMatch::NearWhole},
+            {"in a plural", u"chikens"_s, EWordMatch::NearWhole},
+            {"in a beginning", u"chcik"_s, EWordMatch::NearBeginning},
+            {"four letters", u"chik"_s, EWordMatch::NearBeginning},
+            {"three letters", u"cih"_s, EWordMatch::None},
+            {"two letters missing", u"chien"_s, EWordMatch::None},
+            {"two letters swapped twice", u"hcikcen"_s, EWordMatch::None},
+            {"swapped from afar", u"kcichen"_s, EWordMatch::None},
+            {"a digit", u"chi1ken"_s, EWordMatch::None},
+        });
+    }
+    void wordsMatchButForOneLetter() {
+        const auto& [query, match] = DataRow<QString, EWordMatch>();
+        const QString stem = StemOf(query);
+        const QString word = u"chicken"_s;
+        QCOMPARE(MatchWord({query, stem}, {word, word}, true), match);
+        const bool isNear = IsNear(match);
+        QCOMPARE(MatchWord({query, stem}, {word, word}, false), isNear ? EWordMatch::None : match);
+    }
+
+    void theBestComeFirst_data() {
+        AddRows<QString, QStringList>({
+            {"the name before its beginning and the type",
+             u"egg"_s,
+             {u"Egg | whole, raw, fresh"_s, u"Egg | yolk, raw, fresh"_s, u"Egg | whole, dried"_s,
+              u"Noodles | egg, cooked"_s}},
+            {"plural",
+             u"EGGS"_s,
+             {u"Egg | whole, raw, fresh"_s, u"Egg | yolk, raw, fresh"_s, u"Egg | whole, dried"_s,
+              u"Noodles | egg, cooked"_s}},
+            {"a name that repeats the category",
+             u"coffee"_s,
+             {u"Beverages | coffee, brewed, prepared with tap water"_s,
+              u"Beverages | coffee, instant, powder"_s, u"Coffee-flavored syrup | sweet"_s,
+              u"Coffeecake | fruit"_s}},
+            {"name and first part",
+             u"milk whole"_s,
+             {u"Milk | whole, 3.25% milkfat, with added vitamin D"_s, u"Milk | dry, whole"_s,
+              u"Cheese | mozzarella, whole milk"_s}},
+            {"a name within the query",
+             u"rye bread"_s,
+             {u"Bread | rye"_s, u"Rye crackers | thin bread"_s}},
+            {"beginnings", u"br ry"_s, {u"Bread | rye"_s, u"Rye crackers | thin bread"_s}},
+            {"the number that was typed",
+             u"almonds"_s,
+             {u"Nuts | almonds"_s, u"Oil | almond"_s, u"Beverages | almond milk, vanilla"_s}},
+            {"the shorter",
+             u"almond"_s,
+             {u"Oil | almond"_s, u"Nuts | almonds"_s, u"Beverages | almond milk, vanilla"_s}},
+            {"plain, then neither, then made",
+             u"apple"_s,
+             {u"Apples | raw, with skin"_s, u"Apples | cooked"_s, u"Apples | dried"_s,
+              u"Pine-apples | raw"_s}},
+            {"a share", u"2% milk"_s, {u"Milk | reduced fat, fluid, 2% milkfat"_s}},
+            {"accents", u"creme"_s, {u"Crème fraîche | plain"_s}},
+            {"typed accents", u"créme fraiche"_s, {u"Crème fraîche | plain"_s}},
+            {"connecting words",
+             u"the milk and of rye"_s,
+             {u"Rye crackers | thin bread"_s, u"Bread | rye"_s}},
+            {"the category", u"fruit peach"_s, {u"Peaches | canned, not frozen"_s}},
+            {"a misspelled word", u"chese"_s, {u"Cheese | mozzarella, whole milk"_s}},
+            {"another",
+             u"appels"_s,
+             {u"Apples | raw, with skin"_s, u"Apples | cooked"_s, u"Apples | dried"_s,
+              u"Pine-apples | raw"_s}},
+            {"a whole word but for a letter before beginnings",
+             u"cofee"_s,
+             {u"Beverages | coffee, brewed, prepared with tap water"_s,
+              u"Beverages | coffee, instant, powder"_s, u"Coffee-flavored syrup | sweet"_s,
+              u"Coffeecake | fruit"_s}},
+            {"most of the words",
+             u"black rye bread"_s,
+             {u"Bread | rye"_s, u"Rye crackers | thin bread"_s}},
+            {"the last word",
+             u"rye coffee"_s,
+             {u"Beverages | coffee, brewed, prepared with tap water"_s,
+              u"Beverages | coffee, instant, powder"_s, u"Coffee-flavored syrup | sweet"_s,
+              u"Coffeecake | fruit"_s}},
+            {"nothing", u"zzz"_s, {}},
+            {"no words", u" - "_s, {}},
+        });
+    }
+    void theBestComeFirst() {
+        const auto& [text, best] = DataRow<QString, QStringList>();
+        const CFilledIndex filled;
+        QCOMPARE(filled.Find(text, static_cast<int>(std::max<qsizetype>(best.size(), 1))), best);
+    }
+
+    void aQueryTellsHowItsMatchesMatch_data() {
+        AddRows<QString, EFound, int>({
+            {"all words", u"apple raw"_s, EFound::All, 2},
+            {"near words", u"aple raww"_s, EFound::Near, 2},
+            {"a known word is not misspelled", u"eggs raww"_s, EFound::Near, 2},
+            {"no near word for a known one", u"whole raw coffee"_s, EFound::Most, 1},
+            {"most words", u"big apple"_s, EFound::Most, 4},
+            {"nothing", u"xyz"_s, EFound::Nothing, 0},
+        });
+    }
+    void aQueryTellsHowItsMatchesMatch() {
+        const auto& [text, found, total] = DataRow<QString, EFound, int>();
+        const CFilledIndex filled;
+        const CSearchMatches matches = filled.index.Find({.text = text, .limit = 1});
+        QCOMPARE(matches.found, found);
+        QCOMPARE(matches.total, total);
+        QCOMPARE(std::ssize(matches.best), std::min(total, 1));
+    }
+
+    void whatIsEatenMoreComesFirstAmongEquals() {
+        const CFilledIndex filled;
+        const auto key = [](const char* name, const char* type) {
+            return UseKeyOf(kFoods, u"Dairy and Egg Products", QString::fromUtf8(name),
+                            QString::fromUtf8(type));
+        };
+        const ItemWeights weights = {{key("Egg", "whole, dried"), 2},
+                                     {key("Egg", "yolk, raw, fresh"), 3},
+                                     {key("Eggnog", "plain"), 50}};
+        QCOMPARE(filled.Texts(filled.index.Find({.text = u"egg", .limit = 3, .weights = &weights})),
+                 (QStringList{u"Egg | yolk, raw, fresh"_s, u"Egg | whole, dried"_s,
+                              u"Egg | whole, raw, fresh"_s}));
+        QCOMPARE(filled.Texts(filled.index.FindWeighted({.weights = &weights})),
+                 (QStringList{u"Eggnog | plain"_s, u"Egg | yolk, raw, fresh"_s,
+                              u"Egg | whole, dried"_s}));
+    }
+
+    void aKeyIsThatOfWhatADiaryEntryStores() {
+        const QString sixty(60, u'x');
+        QCOMPARE(UseKeyOf(kFoods, u"A", sixty + u"1234567"_s, u" b "),
+                 UseKeyOf(kFoods, u"A", sixty + u"1234"_s, u"b"));
+        QVERIFY(UseKeyOf(kFoods, u"A", u"b", u"c") != UseKeyOf(kMenus, u"A", u"b", u"c"));
+        QVERIFY(UseKeyOf(kFoods, u"A", u"b", u"c") != UseKeyOf(kFoods, u"A", u"c", u"b"));
+        QVERIFY(UseKeyOf(kFoods, u"A", u"b", u"c") != UseKeyOf(kFoods, u"C", u"b", u"c"));
+        // A cut never splits a pair, and may leave a space at the end.
+        const QString apple = u"🍎"_s;
+        QCOMPARE(UseKeyOf(kFoods, u"A", sixty + u"123"_s + apple, {}),
+                 UseKeyOf(kFoods, u"A", sixty + u"123"_s, {}));
+        QCOMPARE(UseKeyOf(kFoods, u"A", sixty + u"123 567"_s, {}),
+                 UseKeyOf(kFoods, u"A", sixty + u"123 "_s, {}));
+    }
+
+    void kindsAndCategoriesNarrowAQuery() {
+        CSearchIndex index;
+        index.Add({1, kFoods, 1, u"Soup", u"thin"});
+        index.Add({2, kFoods, 2, u"Soup", u"thin"});
+        index.Add({3, kMenus, 1, u"Soup", u""});
+        const auto records = [&index](unsigned kinds, qint32 category) {
+            std::vector<ObjectId> found;
+            for (const CSearchMatch& match :
+                 index.Find({.text = u"soup", .kinds = kinds, .categoryId = category}).best) {
+                found.push_back(match.record);
+            }
+            return found;
+        };
+        using Records = std::vector<ObjectId>;
+        QCOMPARE(records(kAllKinds, kAnyCategory), (Records{3, 1, 2}));  // the shorter first
+        QCOMPARE(records(KindBit(kFoods), kAnyCategory), (Records{1, 2}));
+        QCOMPARE(records(KindBit(kFoods), 2), Records{2});
+        QCOMPARE(records(KindBit(kMenus), 2), Records{});
+    }
+
+    void aRenamedCategoryIsFoundByItsNewNameOnly() {
+        CFilledIndex filled;
+        QCOMPARE(filled.Find(u"fruits"_s).size(), 6);
+        filled.index.SetCategories({{kFoods, 6, u"Orchard"_s}});
+        QCOMPARE(filled.Find(u"orchard"_s).size(), 5);
+        QCOMPARE(filled.Find(u"fruits"_s), QStringList(u"Coffeecake | fruit"_s));
+        // Of an item whose category has no name, only that is missing.
+        QCOMPARE(filled.Find(u"egg"_s).size(), 5);
+    }
+
+    void removedItemsAreGoneAndTheirWordsUnknown() {
+        CFilledIndex filled;
+        filled.index.Remove({21, 22, 999});
+        QCOMPARE(filled.index.Count(), 22);
+        QCOMPARE(filled.Find(u"apple"_s),
+                 (QStringList{u"Apples | dried"_s, u"Pine-apples | raw"_s}));
+        // "skin" was a word of the removed ones.
+        filled.Add(1, u"Skim milk"_s, {});
+        QCOMPARE(filled.Find(u"skin"_s), QStringList(u"Skim milk | "_s));
+    }
+
+    void manyRemovedItemsGiveTheirMemoryBack() {
+        CSearchIndex index;
+        std::unordered_set<ObjectId> odd;
+        for (ObjectId record = 1; record <= 4000; ++record) {
+            index.Add({record, kFoods, 1, record % 2 == 0 ? u"even food" : u"odd",
+                       record % 3 == 0 ? u"third" : u""});
+            if (record % 2 != 0) {
+                odd.insert(record);
+            }
+        }
+        index.Trim();
+        const std::size_t before = index.Size();
+        index.Remove(odd);
+        QVERIFY(index.Size() < before * 2 / 3);
+        QCOMPARE(index.Find({.text = u"odd"}).total, 0);
+        QCOMPARE(index.Find({.text = u"food even"}).total, 2000);
+        QCOMPARE(index.Find({.text = u"third"}).total, 666);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSearchIndex)
+#include "TestSearchIndex.moc"
