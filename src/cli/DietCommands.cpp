@@ -6,6 +6,7 @@
 #include "diary/CopyRules.h"
 #include "diary/DietRules.h"
 #include "diary/DietTotals.h"
+#include "diary/QuickEntry.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
 
@@ -40,6 +41,12 @@ constexpr COption kCopyOptions[] = {
     Required({"--from", EValue::Date, "DATE", "the day to copy from"}),
     kMealOfDayOption,
     Required({"--to", EValue::Date, "DATE", "the day to copy to"}),
+};
+constexpr COption kQuickOptions[] = {
+    Required(kProfileOption),
+    {"--date", EValue::Date, "DATE", "the day; default today"},
+    {"--meal", EValue::Choice, kMealOption.value, "the meal; default that of the hour"},
+    {"--dry-run", EValue::None, "", "only show what would be added"},
 };
 constexpr COption kDayOptions[] = {Required(kProfileOption), Required(kDateOption)};
 
@@ -124,6 +131,42 @@ bool Copy(CCommandContext& context) {
     return copied == std::ssize(entries);
 }
 
+bool Quick(CCommandContext& context) {
+    const CArguments& arguments = context.arguments;
+    const QTime now = QTime::currentTime();
+    const int meal = arguments.Choice("--meal", MealAt(now));
+    if (!LoadProfileArgument(context)) {
+        return false;
+    }
+    const QString line = arguments.Word(0);
+    const std::vector<CQuickItem> items = CQuickEntry(context.doc, meal).Read(line);
+    bool isUnderstood = !items.empty();
+    for (const CQuickItem& item : items) {
+        if (!item.refusal.isEmpty()) {
+            ShowMessage(line.sliced(item.first, item.length) + u": "_s + item.refusal);
+            isUnderstood = false;
+        }
+    }
+    if (items.empty()) {
+        ShowMessage(u"There is nothing to add."_s);
+    }
+    if (!isUnderstood) {
+        return false;
+    }
+    PrintRow(
+        {u"kind"_s, u"category"_s, u"name"_s, u"type"_s, u"serving"_s, u"amount"_s, u"energy"_s});
+    for (const CQuickItem& item : items) {
+        CDietEntry entry;
+        TakeChosenFood(context.doc.Database(), item.food, entry);
+        PrintRow({KindName(entry.GetKind()), entry.GetCategory(), entry.GetName(), entry.GetType(),
+                  entry.GetServingName(), ShortestNumber(entry.GetAmount()),
+                  ShortestNumber(entry.GetNutrientValue(kEnergyIndex))});
+    }
+    return arguments.Has("--dry-run") ||
+           AddQuickItems(context.doc, arguments.Date("--date", QDate::currentDate()), now, meal,
+                         items) == std::ssize(items);
+}
+
 /// The whole day, without a limit on its entries; nothing after a message.
 std::optional<CDayEntries> LoadDay(CCommandContext& context) {
     const QDate day = context.arguments.Date("--date");
@@ -183,6 +226,8 @@ constexpr CCommand kCommands[] = {
     {"diet", "add", "", kAddOptions, EAccess::Writes, "add what was eaten to a day", Add, CheckAdd},
     {"diet", "copy", "", kCopyOptions, EAccess::Writes, "eat again what was eaten on another day",
      Copy, CheckCopy},
+    {"diet", "quick", "TEXT", kQuickOptions, EAccess::Writes,
+     "add what one line says: \"2 eggs, 150 g lentils\"", Quick},
     {"diet", "list", "", kDayOptions, EAccess::Reads, "list what was eaten on a day", List},
     {"diet", "day", "", kDayOptions, EAccess::Reads, "compare a day's totals with the targets",
      Day},

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <algorithm>
 
+#include "platform/NumberText.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -113,16 +115,6 @@ std::optional<QDate> FromNumbers(const QStringList& parts, QDate held, QDate tod
     }
 }
 
-/// ASCII digits for those of any script.
-QString WithPlainDigits(QString text) {
-    for (QChar& character : text) {
-        if (character.isDigit()) {
-            character = QChar(u'0' + character.digitValue());
-        }
-    }
-    return text;
-}
-
 }  // namespace
 
 std::optional<QDate> TypedDate(const QString& text, QDate held, QDate today,
@@ -134,7 +126,7 @@ std::optional<QDate> TypedDate(const QString& text, QDate held, QDate today,
     if (const QDate shown = QLocale().toDate(typed, shownFormat); shown.isValid()) {
         return shown;
     }
-    const QString plain = WithPlainDigits(typed);
+    const QString plain = WithAsciiDigits(typed);
     static const QRegularExpression kDays(u"^([+-]) ?(\\d{1,6})$"_s);
     if (const auto days = kDays.match(plain); days.hasMatch()) {
         const qint64 count = days.capturedView(2).toLongLong();

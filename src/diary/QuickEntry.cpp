@@ -1,0 +1,326 @@
+#include "diary/QuickEntry.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "app/ListCommands.h"
+#include "catalogue/items/CatalogueChoices.h"
+#include "diary/DietRules.h"
+#include "diary/QuickAmount.h"
+#include "platform/NumberText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kMatches = 8;
+constexpr int kMostServingWords = 3;
+constexpr double kLeastAmount = 0.001;
+constexpr double kLeastWeightGrams = 0.0001;
+constexpr double kPer100g = 0.01;
+
+constexpr unsigned kEaten = KindBit(ECatalogueKind::Foods) | KindBit(ECatalogueKind::Menus) |
+                            KindBit(ECatalogueKind::Recipes);
+
+/// Words that only servings are called by: an item that has no such serving is not meant to have
+/// them in its name.
+constexpr const char* kServingWords[] = {"serving", "portion", "slice",  "piece", "can",
+                                         "bottle",  "bowl",    "glass",  "scoop", "packet",
+                                         "package", "handful", "medium", "large", "small"};
+
+bool IsServingWord(const QString& word) {
+    return std::ranges::any_of(kServingWords, [stem = StemOf(word)](const char* name) {
+        return stem == StemOf(QString::fromLatin1(name));
+    });
+}
+
+QStringList WordsOf(const QString& text) {
+    const CFoldedWords folded(text);
+    QStringList words;
+    for (int index = 0; index < folded.Count(); ++index) {
+        words.append(folded.WordAt(index).toString());
+    }
+    return words;
+}
+
+/// The words of a text as written.
+QStringList Split(const QString& text) {
+    return text.split(u' ', Qt::SkipEmptyParts);
+}
+
+bool IsDecimalComma(const QString& line, qsizetype at) {
+    return QLocale().decimalPoint() == ","_L1 && at > 0 && at + 1 < line.size() &&
+           line[at - 1].isDigit() && line[at + 1].isDigit();
+}
+
+/// Whether typed words are the beginning of a serving's: equal but for number, the last one may be
+/// unfinished.
+bool IsBeginningOf(const QStringList& typed, const QStringList& serving) {
+    if (typed.isEmpty() || typed.size() > serving.size()) {
+        return false;
+    }
+    for (qsizetype index = 0; index < typed.size(); ++index) {
+        const bool isLast = index + 1 == typed.size();
+        if (StemOf(typed[index]) != StemOf(serving[index]) &&
+            !(isLast && serving[index].startsWith(typed[index]))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+QString Quoted(const CChosenFood& food) {
+    return u'\'' + food.item.GetName() + u'\'';
+}
+
+/// Makes `factor` times the item's values the totals of `amount` servings of that name.
+void TakeTotals(CChosenFood& food, const QString& serving, double amount, double factor) {
+    food.amount = amount;
+    food.item.ClearServings();
+    food.item.SetServingName(0, serving);
+    food.item.SetServingWeight(0, amount);
+    NutrientValues values = food.item.GetNutrientValues();
+    for (double& value : values) {
+        value *= factor;
+    }
+    food.item.SetNutrientValues(values);
+}
+
+/// "206.3", to a hundredth.
+QString RoundedText(double value) {
+    return ShortestNumber(std::round(value * 100) / 100);
+}
+
+}  // namespace
+
+std::vector<CQuickItem> CQuickEntry::Read(const QString& line) {
+    std::vector<CQuickItem> items;
+    qsizetype first = 0;
+    for (qsizetype at = 0; at <= line.size(); ++at) {
+        const bool isEnd = at == line.size() || (line[at] == u',' && !IsDecimalComma(line, at));
+        if (!isEnd) {
+            continue;
+        }
+        while (first < at && line[first].isSpace()) {
+            ++first;
+        }
+        qsizetype end = at;
+        while (end > first && line[end - 1].isSpace()) {
+            --end;
+        }
+        if (end > first) {
+            items.push_back(ReadItem(line, first, end - first));
+        }
+        first = at + 1;
+    }
+    return items;
+}
+
+CQuickItem CQuickEntry::ReadItem(const QString& line, qsizetype first, qsizetype length) {
+    CQuickItem item{first, length};
+    CSearchMatches matches;
+    (void)ReadingOf(line.sliced(first, length), matches);
+    item.matches = std::move(matches.best);
+    Take(line, item, 0);
+    return item;
+}
+
+void CQuickEntry::Take(const QString& line, CQuickItem& item, int match) {
+    const QString text = line.sliced(item.first, item.length);
+    CSearchMatches matches;
+    const CReading reading = ReadingOf(text, matches);
+    item.taken = -1;
+    if (reading.what.isEmpty()) {
+        item.refusal = u"What was eaten is missing."_s;
+        return;
+    }
+    if (match >= std::ssize(item.matches)) {
+        item.refusal = u"Nothing in the catalogue is called '%1'."_s.arg(reading.what);
+        return;
+    }
+    if (!Load(item.matches[match], item.food)) {
+        item.refusal = u"Cannot load food."_s;
+        return;
+    }
+    item.taken = match;
+    item.refusal = Measure(reading, item.food);
+}
+
+/// The reading that fits the catalogue best, with what is found for it.
+CQuickEntry::CReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matches) {
+    CReading reading;
+    QString rest = text;
+    if (const auto amount = LeadingAmount(rest)) {
+        reading.amount = amount->value;
+        reading.hasAmount = true;
+        rest = rest.sliced(amount->length).trimmed();
+    } else if (rest.startsWith("a "_L1, Qt::CaseInsensitive) ||
+               rest.startsWith("an "_L1, Qt::CaseInsensitive)) {
+        reading.hasAmount = true;
+        rest = rest.sliced(rest.indexOf(u' ')).trimmed();
+    }
+    const QStringList words = Split(rest);
+    const auto split = [&words](qsizetype count) {
+        QStringList after = words.sliced(count);
+        if (!after.isEmpty() && after.front().compare("of"_L1, Qt::CaseInsensitive) == 0) {
+            after.removeFirst();
+        }
+        return after.join(u' ');
+    };
+    if (const auto unit = LeadingUnit(WordsOf(words.mid(0, 2).join(u' ')))) {
+        const QString what = split(std::min<qsizetype>(unit->words, words.size()));
+        if (reading.hasAmount || !what.isEmpty()) {
+            reading.unit = WordsOf(words.first(unit->words).join(u' '));
+            reading.what = what;
+            matches = Find(what);
+            return reading;
+        }
+    }
+    const CSearchMatches whole = Find(rest);
+    if (reading.hasAmount || whole.found != EFound::All) {
+        for (qsizetype count = 1; count < words.size() && count <= kMostServingWords; ++count) {
+            const QString what = split(count);
+            const QStringList unit = WordsOf(words.first(count).join(u' '));
+            CSearchMatches found = Find(what);
+            if (found.found != EFound::All && found.found != EFound::Near) {
+                continue;
+            }
+            const auto hasServing = [&](const CSearchMatch& match) {
+                CChosenFood food;
+                return Load(match, food) && ServingNamed(ServingsOf(food.item), unit) >= 0;
+            };
+            const auto having = std::ranges::stable_partition(found.best, hasServing);
+            if (having.begin() != found.best.begin()) {
+                reading.unit = unit;
+                reading.what = what;
+                matches = std::move(found);
+                return reading;
+            }
+        }
+    }
+    reading.what = rest;
+    matches = whole;
+    if (words.size() > 1 && whole.found != EFound::All &&
+        IsServingWord(WordsOf(words.front()).join(QString()))) {
+        reading.unit = WordsOf(words.front());
+        reading.what = split(1);
+        matches = Find(reading.what);
+    }
+    return reading;
+}
+
+CSearchMatches CQuickEntry::Find(const QString& what) {
+    CDatabase& database = m_doc.Database();
+    return database.Search().Find({.text = what,
+                                   .kinds = kEaten,
+                                   .profile = database.Profiles().GetId(),
+                                   .meal = m_meal,
+                                   .limit = kMatches});
+}
+
+bool CQuickEntry::Load(const CSearchMatch& match, CChosenFood& food) {
+    CDatabase& database = m_doc.Database();
+    const int position = database.Items(match.kind).PositionOf(match.record);
+    food.kind = match.kind == ECatalogueKind::Menus     ? EItemKind::Menu
+                : match.kind == ECatalogueKind::Recipes ? EItemKind::Recipe
+                                                        : EItemKind::Food;
+    food.cataloguePosition = position;
+    return ReadAsFood(database, match.kind, position, food.item);
+}
+
+std::vector<CQuickEntry::CServing> CQuickEntry::ServingsOf(const CFoodItem& food) {
+    std::vector<CServing> servings;
+    for (int index = 0; index < kServingCount; ++index) {
+        const QString name = food.GetServingName(index);
+        if (name.isEmpty()) {
+            continue;
+        }
+        const auto count = LeadingAmount(name, QLocale::c());
+        const QString rest = count ? name.sliced(count->length) : name;
+        servings.push_back({name, food.GetServingWeight(index),
+                            count && count->value > 0 ? count->value : 1, WordsOf(rest)});
+    }
+    return servings;
+}
+
+/// -1 when none has it. "tablespoon" also names "1 tbsp".
+int CQuickEntry::ServingNamed(const std::vector<CServing>& servings, const QStringList& words) {
+    auto named = std::ranges::find_if(servings, [&words](const CServing& serving) {
+        return IsBeginningOf(words, serving.words);
+    });
+    const auto unit = LeadingUnit(words);
+    if (named == servings.end() && unit && unit->words == words.size()) {
+        named = std::ranges::find_if(servings, [&unit](const CServing& serving) {
+            const auto same = LeadingUnit(serving.words);
+            return same && same->measure == unit->measure && same->size == unit->size;
+        });
+    }
+    return named == servings.end() ? -1 : static_cast<int>(named - servings.begin());
+}
+
+/// Sets serving, amount and totals; returns why that is not possible.
+QString CQuickEntry::Measure(const CReading& reading, CChosenFood& food) {
+    if (reading.amount <= kLeastAmount || reading.amount > kLargestTyped) {
+        return u"The amount is too small or too large."_s;
+    }
+    const std::vector<CServing> servings = ServingsOf(food.item);
+    const bool isWeighed = food.kind == EItemKind::Food && food.item.IsWeighed();
+    const auto unit = LeadingUnit(reading.unit);
+    if (unit && unit->measure == EMeasure::Weight) {
+        const double grams = reading.amount * unit->size;
+        if (!isWeighed) {
+            return Quoted(food) + u" is kept per serving, so its weight is not known."_s;
+        }
+        TakeTotals(food, RoundedText(grams) + u" gm"_s, 1, grams * kPer100g);
+        return {};
+    }
+    const auto factorOf = [isWeighed](const CServing& serving, double amount) {
+        return isWeighed && serving.weightGrams > kLeastWeightGrams
+                   ? amount * serving.weightGrams * kPer100g
+                   : amount;
+    };
+    // "3 cookies" may mean the serving "1 cookie".
+    const QStringList what = WordsOf(reading.what);
+    const int counted = reading.hasAmount && reading.unit.isEmpty()
+                            ? ServingNamed(servings, what.last(std::min<qsizetype>(1, what.size())))
+                            : -1;
+    const int named =
+        !reading.unit.isEmpty() ? ServingNamed(servings, reading.unit) : std::max(0, counted);
+    if (named >= 0 && named < std::ssize(servings)) {
+        const CServing& serving = servings[named];
+        const bool isNamed = !reading.unit.isEmpty() || counted >= 0;
+        const double amount = isNamed ? reading.amount / serving.count : reading.amount;
+        TakeTotals(food, serving.name, amount, factorOf(serving, amount));
+        return {};
+    }
+    if (!unit) {
+        return servings.empty()
+                   ? Quoted(food) + u" has no servings."_s
+                   : Quoted(food) + u" has no serving '%1'."_s.arg(reading.unit.join(u' '));
+    }
+    for (const CServing& serving : servings) {
+        const auto volume = LeadingUnit(serving.words);
+        if (volume && volume->measure == EMeasure::Volume) {
+            const double amount = reading.amount * unit->size / (serving.count * volume->size);
+            TakeTotals(food, ShortestNumber(reading.amount) + u' ' + reading.unit.join(u' '), 1,
+                       factorOf(serving, amount));
+            return {};
+        }
+    }
+    return Quoted(food) + u" has no serving that names a volume."_s;
+}
+
+int AddQuickItems(CVelmoraDoc& doc, QDate day, QTime time, int meal,
+                  const std::vector<CQuickItem>& items) {
+    std::vector<int> indexes(items.size());
+    std::iota(indexes.begin(), indexes.end(), 0);
+    const auto add = [&](int index) {
+        CDietEntry entry;
+        entry.SetMoment(ToFileTime(day, time));
+        entry.SetMeal(meal);
+        TakeChosenFood(doc.Database(), items[static_cast<std::size_t>(index)].food, entry);
+        return doc.Database().Diet().Write(kNoPosition, entry);
+    };
+    return ActOnEach(doc.Database().GetStore(), indexes, add, u"Cannot add entry."_s);
+}
