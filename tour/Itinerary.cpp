@@ -202,6 +202,38 @@ std::vector<CStep> LookAtTheDay() {
          {}},
     };
 }
+
+/// The next day begins like this one.
+std::vector<CStep> EatAgain() {
+    return {
+        {u"An empty meal offers what was eaten before"_s,
+         u"CDietFrame"_s,
+         [](QWidget* window) {
+             Click(Find(window, u"Next day"_s));
+             ClickTab(Find(window, u"meals"_s), u"L"_s);
+         },
+         {}},
+        {u"A meal eaten again"_s, u"CDietFrame"_s,
+         [](QWidget* window) {
+             Press(Find(window, u"entries"_s), Qt::Key_1);
+             Expect(EntryCount(window) == 2, u"the sauce and the apples"_s);
+             Press(Find(window, u"entries"_s), Qt::Key_A, Qt::ControlModifier);
+         },
+         [](QWidget* window) { ClickMenu(window, u"Edit"_s, u"Repeat..."_s); }},
+        {u"Repeat entries"_s, u"CRepeatDialog"_s,
+         [](QWidget* window) { Click(Find(window, u"weekday3"_s)); },
+         [](QWidget* window) { ClickButton(window, u"Cancel"_s); }},
+        {QString(), u"CDietFrame"_s, [](QWidget*) {},
+         [](QWidget* window) { ClickMenu(window, u"Edit"_s, u"Custom entry..."_s); }},
+        {u"Custom entry"_s, u"CCustomEntryDialog"_s,
+         [](QWidget* window) { Type(Find(window, u"name"_s), u"Restaurant"_s); },
+         [](QWidget* window) { ClickButton(window, u"Cancel"_s); }},
+        {QString(),
+         u"CDietFrame"_s,
+         [](QWidget* window) { Click(Find(window, u"Previous day"_s)); },
+         {}},
+    };
+}
 }  // namespace
 
 std::vector<CStep> FirstTenMinutes(const QString& foodFile, const QString& folder) {
@@ -209,6 +241,7 @@ std::vector<CStep> FirstTenMinutes(const QString& foodFile, const QString& folde
     Add(steps, Catalogue(foodFile));
     Add(steps, ThreeMeals());
     Add(steps, LookAtTheDay());
+    Add(steps, EatAgain());
     Add(steps, CookAndEat(folder + u"/recipe.txt"_s));
     Add(steps, KeepDiaries(folder + u"/report.csv"_s));
     return steps;

@@ -10,6 +10,7 @@
 #include <QMetaMethod>
 #include <QRegularExpression>
 #include <QScrollBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
@@ -323,10 +324,30 @@ void CReportList::SetEmptyHint(const QString& text) {
         auto* over = new QVBoxLayout(viewport());
         over->setSizeConstraint(QLayout::SetNoConstraint);
         over->setContentsMargins(0, 0, 0, 0);
-        over->addWidget(m_hint);
+        over->addWidget(m_hint, 1);
     }
     m_hint->setText(text);
     m_hint->setVisible(RowCount() == 0);
+}
+
+void CReportList::SetEmptyOffers(const QStringList& offers) {
+    for (QToolButton* button : std::exchange(m_offers, {})) {
+        button->deleteLater();  // it may have been clicked
+        button->hide();
+    }
+    auto* over = static_cast<QVBoxLayout*>(viewport()->layout());
+    for (const QString& offer : offers) {
+        const auto index = static_cast<int>(m_offers.size());
+        auto* button = new QToolButton(viewport());
+        button->setObjectName(QStringLiteral("offer%1").arg(index + 1));
+        button->setText(QStringLiteral("%1  %2").arg(index + 1).arg(offer));
+        button->setAccessibleName(offer);
+        button->setFocusPolicy(Qt::NoFocus);
+        button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        connect(button, &QToolButton::clicked, this, [this, index] { emit OfferTaken(index); });
+        over->addWidget(button, 0, Qt::AlignHCenter);
+        m_offers.push_back(button);
+    }
 }
 
 void CReportList::SetBackgroundColor(const QColor& color) {
@@ -340,7 +361,7 @@ void CReportList::SetBackgroundColor(const QColor& color) {
     setPalette(colors);
 }
 
-void CReportList::CopySelectedRows() const {
+QString CReportList::SelectedText() const {
     static const QRegularExpression separators(QStringLiteral("[\t\r\n]"));
     QStringList lines;
     for (const int row : SelectedRows()) {
@@ -351,9 +372,7 @@ void CReportList::CopySelectedRows() const {
         }
         lines.append(cells.join(u'\t'));
     }
-    if (!lines.isEmpty()) {
-        QGuiApplication::clipboard()->setText(lines.join(u'\n'));
-    }
+    return lines.join(u'\n');
 }
 
 // The arrow keys select only what they move to, and there may be nowhere to move.
@@ -369,8 +388,15 @@ void CReportList::focusInEvent(QFocusEvent* event) {
 
 void CReportList::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
-        CopySelectedRows();
+        if (const QString text = SelectedText(); !text.isEmpty()) {
+            QGuiApplication::clipboard()->setText(text);
+        }
         event->accept();
+        return;
+    }
+    const int offer = event->key() - Qt::Key_1;
+    if (RowCount() == 0 && offer >= 0 && offer < std::ssize(m_offers)) {
+        emit OfferTaken(offer);
         return;
     }
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;

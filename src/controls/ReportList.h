@@ -9,6 +9,7 @@
 #include "controls/RowTree.h"
 
 class QLabel;
+class QToolButton;
 
 /// Added to the width of a column's title, in logical pixels.
 inline constexpr int kTitleMargin = 16;
@@ -81,12 +82,19 @@ class CReportList : public CRowTree {
     void SetColumnWidths(const std::vector<int>& widths);
     /// The text shown in the list while it is empty.
     void SetEmptyHint(const QString& text);
+    /// Buttons in the list while it is empty, for what it could be filled with; the keys 1, 2, ...
+    /// press them. Call after SetEmptyHint.
+    void SetEmptyOffers(const QStringList& offers);
+    /// The selected rows as the copy key copies them.
+    [[nodiscard]] QString SelectedText() const;
     /// Background of the rows; an invalid colour is the palette's. The text stays readable on it.
     void SetBackgroundColor(const QColor& color);
 
   signals:
     /// The user dragged a column to `width` logical pixels.
     void ColumnDragged(int column, int width);
+    /// Index of an offer of the empty list.
+    void OfferTaken(int offer);
 
   protected:
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
@@ -98,8 +106,6 @@ class CReportList : public CRowTree {
     void changeEvent(QEvent* event) override;
 
   private:
-    void CopySelectedRows() const;
-
     class CModel;
 
     void LayColumnsOut();
@@ -108,6 +114,7 @@ class CReportList : public CRowTree {
 
     CModel* m_model;
     QLabel* m_hint = nullptr;  ///< created by SetEmptyHint
+    std::vector<QToolButton*> m_offers;
     std::vector<CReportColumn> m_columns;
     bool m_laysOut = false;  ///< the list itself is changing widths
 };

@@ -7,6 +7,7 @@
 #include "app/DateText.h"
 #include "app/ListCommands.h"
 #include "app/UnitTexts.h"
+#include "diary/DiaryCommands.h"
 
 using namespace Qt::StringLiterals;
 
@@ -48,6 +49,15 @@ QString TitleOf(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries, QDate 
 }
 
 }  // namespace
+
+bool MayCopy(int selected) {
+    return CheckSelection({"Please select entry to copy."}, selected);
+}
+
+int CutDietEntries(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected) {
+    return DeleteRecords(doc.Database().Diet(), RecordsOf(selected), "Cannot delete entry.",
+                         EAfterFailure::Stop);
+}
 
 std::vector<CDietEntry> EntriesToCopy(const ListedEntries<CDietEntry>& listed) {
     std::vector<CDietEntry> entries;

@@ -11,6 +11,12 @@ struct CCopyPlace {
     std::optional<qint32> meal = {};
 };
 
+/// False after a message when no entry is selected.
+bool MayCopy(int selected);
+/// Deletes entries that were copied before, without asking; stops at the first failure. Returns how
+/// many were deleted.
+int CutDietEntries(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected);
+
 /// The entries without their records: a copy is a new one.
 std::vector<CDietEntry> EntriesToCopy(const ListedEntries<CDietEntry>& listed);
 /// Those of a day; with a meal, only those of that meal.

@@ -52,10 +52,16 @@ QAction* CDiaryView::CreateFrameAction(const QString& text, int command) {
 }
 
 void CDiaryView::SetCommands(CReportList* list, const std::vector<CListCommand>& commands,
-                             QAction* own) {
+                             QAction* own, const std::vector<CListCommand>& more) {
     m_list = list;
     m_listPane->SetList(list);
     for (const CListCommand& command : commands) {
+        m_commands.push_back(CreateListAction(command));
+    }
+    if (!more.empty()) {
+        m_commands.push_back(nullptr);
+    }
+    for (const CListCommand& command : more) {
         m_commands.push_back(CreateListAction(command));
     }
     m_commands[kAdd]->setIcon(PaintedIcon(EIcon::Add));
@@ -191,7 +197,13 @@ void CDiaryView::SetDay(QDate day) {
 void CDiaryView::ShowMenu(const std::vector<QAction*>& actions, QWidget* widget,
                           const QPoint& position) {
     QMenu menu(widget);
-    menu.addActions({actions.begin(), actions.end()});
+    for (QAction* action : actions) {
+        if (action == nullptr) {
+            menu.addSeparator();
+        } else {
+            menu.addAction(action);
+        }
+    }
     menu.exec(widget->mapToGlobal(position));
 }
 

@@ -45,9 +45,10 @@ class CDiaryView : public CMainView {
     };
     static inline const QList<QKeySequence> kAddKeys = {Qt::Key_Insert, Qt::CTRL | Qt::Key_N};
     /// Puts the list above the tab's pane. The first three `commands` add, edit and delete. All of
-    /// them are in the list's menu and in "Edit"; activating a row edits it. `own` is the tab's own
-    /// entry of "Tools".
-    void SetCommands(CReportList* list, const std::vector<CListCommand>& commands, QAction* own);
+    /// them are in the list's menu and in "Edit"; activating a row edits it. `more` follow below a
+    /// separator. `own` is the tab's own entry of "Tools".
+    void SetCommands(CReportList* list, const std::vector<CListCommand>& commands, QAction* own,
+                     const std::vector<CListCommand>& more = {});
     /// Lays out the day, `between` (if given), and the list above its pane; the list gets the
     /// focus.
     void LayOutTab(QWidget* between = nullptr);
@@ -63,6 +64,7 @@ class CDiaryView : public CMainView {
     void ShowSplit();
 
     /// `position` in the coordinates of `widget`.
+    /// A null action is a separator.
     static void ShowMenu(const std::vector<QAction*>& actions, QWidget* widget,
                          const QPoint& position);
     /// The colour chosen in "Select color"; nothing when it is cancelled.

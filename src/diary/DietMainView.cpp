@@ -1,16 +1,21 @@
 #include "diary/DietMainView.h"
 
 #include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QSplitter>
 #include <QTabBar>
 
 #include "app/FrameCommands.h"
 #include "catalogue/pick/AddFoodDialog.h"
 #include "controls/ColorDialog.h"
+#include "diary/CustomEntryDialog.h"
 #include "diary/DietMoveDialog.h"
 #include "diary/DietRules.h"
 #include "diary/DietTotals.h"
+#include "diary/EntryClipboard.h"
 #include "diary/EntryList.h"
+#include "diary/RepeatDialog.h"
 #include "diary/TotalsList.h"
 
 using namespace Qt::StringLiterals;
@@ -54,7 +59,20 @@ void CDietMainView::CreateActions() {
             {"Move entry...", "", {Qt::CTRL | Qt::Key_M}, kAnywhere, [this] { Move(); }},
             {"Duplicate entry...", "", {Qt::CTRL | Qt::Key_D}, kAnywhere, [this] { Duplicate(); }},
         },
-        CreateFrameAction(u"Foods..."_s, kSwitchToFoods));
+        CreateFrameAction(u"Foods..."_s, kSwitchToFoods),
+        {
+            {"Custom entry...",
+             "",
+             {Qt::CTRL | Qt::SHIFT | Qt::Key_N},
+             kAnywhere,
+             [this] { AddCustom(); }},
+            {"Cut", "", {QKeySequence::Cut}, kInList, [this] { Cut(); }},
+            {"Copy", "", {QKeySequence::Copy}, kInList, [this] { Copy(); }},
+            {"Paste", "", {QKeySequence::Paste}, kInList, [this] { Paste(); }},
+            {"Copy to...", "", {Qt::CTRL | Qt::SHIFT | Qt::Key_C}, kAnywhere, [this] { CopyTo(); }},
+            {"Repeat...", "", {Qt::CTRL | Qt::Key_R}, kAnywhere, [this] { Repeat(); }},
+        });
+    connect(m_entries, &CReportList::OfferTaken, this, &CDietMainView::TakeOffer);
 
     QAction* nutrients = CreateFrameAction(u"Nutrients..."_s, kCommandPreferences);
     auto* background = new QAction(u"Background color..."_s, this);
@@ -103,6 +121,7 @@ void CDietMainView::ShowDay() {
     m_entries->ShowRows();
     ShowNote(m_day.LeftOutText());
     ShowTotals();
+    ShowOffers();
 }
 
 void CDietMainView::ShowTotals() {
@@ -186,6 +205,109 @@ void CDietMainView::Duplicate() {
     if (DuplicateDietEntry(Doc(), SelectedEntries())) {
         Reload(rows.front());
     }
+}
+
+void CDietMainView::AddCustom() {
+    if (!MayAddToMeal(Doc().selectedMeal)) {
+        return;
+    }
+    CCustomEntryForm form(Doc(), QTime::currentTime());
+    CCustomEntryDialog dialog(form, this);
+    dialog.SetOnConfirmed([&] {
+        return Doc().MayClose(
+            AddDietEntry(Doc(), Doc().dayShown, Doc().selectedMeal, form.GetResult()));
+    });
+    if (dialog.exec() == QDialog::Accepted) {
+        Reload();
+        m_entries->SelectRow(m_day.LastRowOf(ToFileTime(Doc().dayShown, form.GetResult().time)));
+    }
+}
+
+void CDietMainView::Copy() {
+    const std::vector<CDietEntry> entries = EntriesToCopy(SelectedEntries());
+    if (!entries.empty()) {
+        QGuiApplication::clipboard()->setMimeData(
+            MimeOfEntries(entries, m_entries->SelectedText()).release());
+    }
+}
+
+void CDietMainView::Cut() {
+    const std::vector<int> rows = m_entries->SelectedRows();
+    Copy();
+    if (CutDietEntries(Doc(), SelectedEntries()) > 0) {
+        Reload(rows.front());
+    }
+}
+
+void CDietMainView::Paste() {
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    if (data != nullptr) {
+        AddCopies(EntriesOfMime(*data));
+    }
+}
+
+void CDietMainView::AddCopies(const std::vector<CDietEntry>& entries) {
+    const int meal = Doc().selectedMeal;
+    const CCopyPlace place{
+        Doc().dayShown, {}, meal == kAllMeals ? std::nullopt : std::optional<qint32>(meal)};
+    if (!entries.empty() && CopyEntries(Doc(), entries, {place}) > 0) {
+        Reload();
+        m_entries->SelectRow(
+            m_day.LastRowOf(ToFileTime(place.day, TimeOf(entries.back().GetMoment()))));
+    }
+}
+
+void CDietMainView::CopyTo() {
+    const ListedEntries<CDietEntry> selected = SelectedEntries();
+    if (!MayCopy(static_cast<int>(selected.size()))) {
+        return;
+    }
+    const CDietEntry& first = selected.front().entry;
+    CDietMoveDialog dialog({first.GetMoment(), first.GetMeal()}, this,
+                           CDietMoveDialog::EPurpose::Copy);
+    dialog.SetOnConfirmed([&] {
+        const CDietPlace place = dialog.GetPlace();
+        const int copied = CopyEntries(Doc(), EntriesToCopy(selected),
+                                       {{DateOf(place.moment), TimeOf(place.moment), place.meal}});
+        return Doc().MayClose(copied == std::ssize(selected));
+    });
+    if (dialog.exec() == QDialog::Accepted) {
+        Reload();
+    }
+}
+
+void CDietMainView::Repeat() {
+    const ListedEntries<CDietEntry> selected = SelectedEntries();
+    const auto count = static_cast<int>(selected.size());
+    if (!MayCopy(count)) {
+        return;
+    }
+    CRepeatDialog dialog(Doc(), Doc().dayShown, count, this);
+    dialog.SetOnConfirmed([&] {
+        std::vector<CCopyPlace> places;
+        for (const QDate day : dialog.GetDays()) {
+            places.push_back({day});
+        }
+        const int copied = CopyEntries(Doc(), EntriesToCopy(selected), places);
+        return Doc().MayClose(copied == std::ssize(places) * count);
+    });
+    dialog.exec();
+}
+
+void CDietMainView::TakeOffer(int offer) {
+    const std::vector<CDietEntry> entries = m_offers[static_cast<std::size_t>(offer)].entries;
+    AddCopies(entries);
+}
+
+void CDietMainView::ShowOffers() {
+    const bool isEmptyMeal = m_day.Count() == 0 && Doc().selectedMeal != kAllMeals;
+    m_offers = isEmptyMeal ? MealOffers(Doc(), Doc().dayShown, Doc().selectedMeal)
+                           : std::vector<CMealOffer>();
+    QStringList titles;
+    for (const CMealOffer& offer : m_offers) {
+        titles.append(offer.title);
+    }
+    m_entries->SetEmptyOffers(titles);
 }
 
 void CDietMainView::ChooseBackgroundColor() {

@@ -1,6 +1,7 @@
 // The diet diary: the entries of a day, and the day's totals against the targets.
 #pragma once
 
+#include "diary/CopyRules.h"
 #include "diary/DiaryView.h"
 #include "diary/DietDay.h"
 
@@ -34,10 +35,21 @@ class CDietMainView final : public CDiaryView {
     void Delete();
     void Move();
     void Duplicate();
+    void AddCustom();
+    void Copy();
+    void Cut();
+    void Paste();
+    void CopyTo();
+    void Repeat();
+    void TakeOffer(int offer);
+    /// Adds copies at the day shown and shows them.
+    void AddCopies(const std::vector<CDietEntry>& entries);
+    void ShowOffers();
     void ChooseBackgroundColor();
     [[nodiscard]] ListedEntries<CDietEntry> SelectedEntries() const;
 
     CDietDay m_day;
+    std::vector<CMealOffer> m_offers;  ///< while the meal shown is empty
     QTabBar* m_meals = nullptr;
     CEntryList* m_entries = nullptr;
     CTotalsList* m_totals = nullptr;

@@ -11,9 +11,12 @@
 
 using namespace Qt::StringLiterals;
 
-CDietMoveDialog::CDietMoveDialog(const CDietPlace& place, QWidget* parent)
-    : CDialog(u"Diet move"_s, parent) {
-    auto* prompt = new QLabel(u"Select date, time, meal to move entry:"_s, this);
+CDietMoveDialog::CDietMoveDialog(const CDietPlace& place, QWidget* parent, EPurpose purpose)
+    : CDialog(purpose == EPurpose::Move ? u"Diet move"_s : u"Copy to"_s, parent) {
+    auto* prompt =
+        new QLabel(purpose == EPurpose::Move ? u"Select date, time, meal to move entry:"_s
+                                             : u"Choose date, time and meal of the copies:"_s,
+                   this);
     prompt->setWordWrap(true);
     Content()->addWidget(prompt);
 

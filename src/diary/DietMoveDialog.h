@@ -1,4 +1,4 @@
-// "Diet move": the date, time and meal to move entries to.
+// "Diet move": the date, time and meal to move entries to, or to copy them to.
 #pragma once
 
 #include "controls/Dialog.h"
@@ -11,7 +11,8 @@ class QTimeEdit;
 class CDietMoveDialog : public CDialog {
     Q_OBJECT
   public:
-    CDietMoveDialog(const CDietPlace& place, QWidget* parent);
+    enum class EPurpose { Move, Copy };
+    CDietMoveDialog(const CDietPlace& place, QWidget* parent, EPurpose purpose = EPurpose::Move);
     /// The current values of the fields.
     [[nodiscard]] CDietPlace GetPlace() const;
 
