@@ -38,6 +38,9 @@ std::vector<CDietEntry> EntriesOfMime(const QMimeData& data) {
             !entry.SetProperties(std::move(properties))) {
             return {};
         }
+        // Another program may have put infinite values there.
+        entry.SetAmount(entry.GetAmount());
+        entry.SetNutrientValues(entry.GetNutrientValues());
         entries.push_back(std::move(entry));
     }
     return entries;

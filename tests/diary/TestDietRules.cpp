@@ -5,6 +5,7 @@
 #include "diary/CopyRules.h"
 #include "diary/DietDay.h"
 #include "diary/DietTotals.h"
+#include "diary/EntryClipboard.h"
 #include "diary/ListSizes.h"
 #include "diary/PurgeRules.h"
 
@@ -101,6 +102,25 @@ class TestDietRules : public CDiaryTest {
                  "Tea 8 08:00 L,Tea 8 08:00 L"_s);
         QCOMPARE(DaysBeyondList(*m_doc, days, 126), 0);
         QCOMPARE(DaysBeyondList(*m_doc, days, 127), 3);
+    }
+
+    void onlyEntriesComeFromTheClipboard() {
+        const CDietEntry tea = AddEntry(u"Tea"_s, QTime(8, 0)).entry;
+        const CDietEntry cake = AddEntry(u"Cake"_s, QTime(9, 0)).entry;
+        const auto data = MimeOfEntries({tea, cake}, u"Tea\nCake"_s);
+        QCOMPARE(data->text(), u"Tea\nCake"_s);
+        QVERIFY(EntriesOfMime(*data) == (std::vector<CDietEntry>{tea, cake}));
+        QMimeData text;
+        text.setText(u"Tea"_s);
+        QVERIFY(EntriesOfMime(text).empty());
+        const QString format = data->formats().last();
+        const QByteArray bytes = data->data(format);
+        QVERIFY(!bytes.isEmpty());
+        for (qsizetype size = 1; size < bytes.size(); ++size) {
+            QMimeData cut;
+            cut.setData(format, bytes.first(size));
+            QVERIFY(EntriesOfMime(cut).size() <= 1);
+        }
     }
 
     void aCommandRefusesWhatItCannotDo() {
