@@ -30,7 +30,7 @@ void TakeName(CNamedCommand& named, qsizetype from) {
     const qsizetype at = FindWord(named.words, from, named.Options());
     const QString name = named.words.value(at);
     const auto found = std::ranges::find_if(commands, [&](const CCommand* command) {
-        return name == QLatin1StringView(command->name);
+        return !name.isEmpty() && name == QLatin1StringView(command->name);
     });
     if (found != commands.end()) {
         named.command = *found;
@@ -51,8 +51,8 @@ const std::vector<CCommand>& AllCommands() {
     static const std::vector<CCommand> all = [] {
         std::vector<CCommand> commands;
         for (const std::span<const CCommand> group :
-             {ProfileCommands(), CatalogueCommands(), CategoryCommands(), DietCommands(),
-              WeightCommands(), ExerciseCommands(), ReportCommands()}) {
+             {ProfileCommands(), CatalogueCommands(), CategoryCommands(), SearchCommands(),
+              DietCommands(), WeightCommands(), ExerciseCommands(), ReportCommands()}) {
             commands.insert(commands.end(), group.begin(), group.end());
         }
         return commands;

@@ -23,7 +23,9 @@ enum class EAccess { Reads, Writes };
 // NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding)
 struct CCommand {
     const char* group;  ///< "foods"
-    const char* name;   ///< "import"; optional on the line if it is the group's only command
+    /// "import"; optional on the line if it is the group's only command, and empty if the words of
+    /// that may be anything.
+    const char* name;
     const char* words;  ///< names of the words that are not options, "OLD NEW"
     std::span<const COption> options;
     EAccess access;
@@ -43,6 +45,7 @@ std::span<const CCommand> DietCommands();
 std::span<const CCommand> WeightCommands();
 std::span<const CCommand> ReportCommands();
 std::span<const CCommand> ExerciseCommands();
+std::span<const CCommand> SearchCommands();
 
 /// All of them, in the order of help.
 const std::vector<CCommand>& AllCommands();

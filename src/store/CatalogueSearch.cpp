@@ -11,6 +11,8 @@ constexpr std::array kKinds = {ECatalogueKind::Foods, ECatalogueKind::Menus,
 constexpr int kLatestEntries = 200;
 /// After more changes than a quarter of the items and these, all items are read again.
 constexpr int kManyChanges = 1000;
+/// Items that are read in some ten milliseconds.
+constexpr int kReadAtOnce = 4000;
 
 /// A number that sorts by the uses at the meal, then by all uses, then by the last one: 20, 20 and
 /// 24 bits.
@@ -25,6 +27,10 @@ CCatalogueSearch::CCatalogueSearch(CRecordStore& store, CCatalogue& catalogue,
                                    CCategories& categories, CUsage& usage)
     : m_store(store), m_catalogue(catalogue), m_categories(categories), m_usage(usage) {
     m_store.AddListener(this);
+}
+
+bool CCatalogueSearch::IsBuilt() const {
+    return m_index && m_nextKind == static_cast<int>(kKinds.size());
 }
 
 CCatalogueSearch::~CCatalogueSearch() {
@@ -67,6 +73,8 @@ ItemWeights CCatalogueSearch::Habits(const CSearchQuery& query) {
 
 void CCatalogueSearch::Forget() {
     m_index.reset();
+    m_nextKind = 0;
+    m_nextPosition = 0;
     m_underWay = {};
     m_changed = {};
 }
@@ -94,6 +102,10 @@ EPlatformError CCatalogueSearch::RecordChanged(const CRecordChange& change) {
 }
 
 void CCatalogueSearch::UnitCommitted() {
+    if (!IsBuilt()) {
+        Forget();  // what is still to be read may have moved
+        return;
+    }
     m_changed.categories |= m_underWay.categories;
     m_changed.items.insert(m_changed.items.end(), m_underWay.items.begin(), m_underWay.items.end());
     m_underWay = {};
@@ -103,12 +115,19 @@ void CCatalogueSearch::UnitAbandoned() {
     m_underWay = {};
 }
 
+bool CCatalogueSearch::PrepareSome() {
+    return ReadSome(kReadAtOnce);
+}
+
 void CCatalogueSearch::BringUpToDate() {
-    const CChanges changed = std::exchange(m_changed, {});
-    if (!m_index || std::ssize(changed.items) > m_index->Count() / 4 + kManyChanges) {
-        Build();
-        return;
+    const bool hasManyChanges =
+        m_index && std::ssize(m_changed.items) > m_index->Count() / 4 + kManyChanges;
+    if (hasManyChanges) {
+        Forget();
     }
+    while (ReadSome(std::numeric_limits<int>::max())) {
+    }
+    const CChanges changed = std::exchange(m_changed, {});
     if (!changed.items.empty()) {
         ReadAgain(changed.items);
     }
@@ -117,21 +136,35 @@ void CCatalogueSearch::BringUpToDate() {
     }
 }
 
-void CCatalogueSearch::Build() {
-    m_index.emplace();
-    for (const ECatalogueKind kind : kKinds) {
-        CItemDatabaseBase& items = m_catalogue.Items(kind);
-        (void)items.ReadRecords({.low = std::numeric_limits<qint64>::min(),
-                                 .high = CViewSettings::kMarker - 1,
-                                 .wrongCount = EWrongCount::IsDamage,
-                                 .most = CatalogueLayoutOf(kind).type + 1},
-                                [&](ObjectId record, PropertyList& properties) {
-                                    Add(kind, record, properties);
-                                    return ETake::Taken;
-                                });
+bool CCatalogueSearch::ReadSome(int most) {
+    if (IsBuilt()) {
+        return false;
     }
-    m_index->Trim();
-    ReadCategories();
+    if (!m_index) {
+        m_index.emplace();
+    }
+    const ECatalogueKind kind = kKinds.at(m_nextKind);
+    int count = 0;
+    const CLeftOut leftOut =
+        m_catalogue.Items(kind).ReadRecords({.low = std::numeric_limits<qint64>::min(),
+                                             .high = CViewSettings::kMarker - 1,
+                                             .wrongCount = EWrongCount::IsDamage,
+                                             .most = CatalogueLayoutOf(kind).type + 1,
+                                             .from = m_nextPosition},
+                                            [&](ObjectId record, PropertyList& properties) {
+                                                Add(kind, record, properties);
+                                                return ++count < most ? ETake::Taken : ETake::Last;
+                                            });
+    m_nextPosition = m_catalogue.CountItems(kind) - leftOut.beyond;
+    if (leftOut.beyond == 0) {
+        m_nextPosition = 0;
+        ++m_nextKind;
+    }
+    if (IsBuilt()) {
+        m_index->Trim();
+        ReadCategories();
+    }
+    return !IsBuilt();
 }
 
 void CCatalogueSearch::Add(ECatalogueKind kind, ObjectId record, const PropertyList& properties) {

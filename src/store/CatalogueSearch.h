@@ -20,9 +20,10 @@ struct CSearchQuery {
     int limit = std::numeric_limits<int>::max();
 };
 
-/// The index is built by the first query, and follows every committed change of the catalogue from
-/// then on: records that have changed are read again by the next query. Queries are made outside
-/// units of work. All that is passed to the constructor outlives the search.
+/// The index is built by the first query, or before it in steps, and follows every committed change
+/// of the catalogue from then on: records that have changed are read again by the next query.
+/// Nothing is called within a unit of work. All that is passed to the constructor outlives the
+/// search.
 class CCatalogueSearch : private CChangeListener {
   public:
     CCatalogueSearch(CRecordStore& store, CCatalogue& catalogue, CCategories& categories,
@@ -31,9 +32,14 @@ class CCatalogueSearch : private CChangeListener {
     CCatalogueSearch(const CCatalogueSearch&) = delete;
     CCatalogueSearch& operator=(const CCatalogueSearch&) = delete;
 
+    /// Reads some of the items into the index; false when there are no more. For a window that
+    /// expects a query and must stay alive.
+    bool PrepareSome();
     /// What CSearchIndex finds. For a text without words: what the profile eats, at the meal first,
     /// then often, then lately. Records that cannot be read are not found.
     CSearchMatches Find(const CSearchQuery& query);
+    /// Bytes in memory; 0 before the first query.
+    [[nodiscard]] std::size_t Size() const { return m_index ? m_index->Size() : 0; }
     /// Call when the volume is closed.
     void Forget();
 
@@ -43,9 +49,11 @@ class CCatalogueSearch : private CChangeListener {
     void UnitCommitted() override;
     void UnitAbandoned() override;
 
+    [[nodiscard]] bool IsBuilt() const;
     [[nodiscard]] std::optional<ECatalogueKind> KindOf(ObjectId database) const;
     void BringUpToDate();
-    void Build();
+    /// The next items that are not in the index yet; false when there are none.
+    bool ReadSome(int most);
     void ReadCategories();
     void ReadAgain(const std::vector<CSearchMatch>& changed);
     void Add(ECatalogueKind kind, ObjectId record, const PropertyList& properties);
@@ -61,6 +69,8 @@ class CCatalogueSearch : private CChangeListener {
     CCategories& m_categories;
     CUsage& m_usage;
     std::optional<CSearchIndex> m_index;
-    CChanges m_underWay;  ///< of the unit of work
-    CChanges m_changed;   ///< since the last query
+    int m_nextKind = 0;      ///< while the index is being built: of the item to read next
+    int m_nextPosition = 0;  ///< its position
+    CChanges m_underWay;     ///< of the unit of work
+    CChanges m_changed;      ///< since the last query
 };

@@ -53,6 +53,11 @@ bool CItemDatabaseBase::ReadQuietly(int position, CItemRecord& item) {
            m_store.ReadCurrent(m_handle, properties) && item.SetProperties(std::move(properties));
 }
 
+bool CItemDatabaseBase::ReadRecord(ObjectId record, CItemRecord& item) {
+    PropertyList properties;
+    return m_store.ReadRecord(record, properties) && item.SetProperties(std::move(properties));
+}
+
 bool CItemDatabaseBase::Write(int position, const CItemRecord& item) {
     const ObjectId record = position < 0 ? 0 : m_store.SeekToPosition(m_handle, position);
     if (position >= 0 && record == 0) {

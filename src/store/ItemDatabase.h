@@ -55,6 +55,8 @@ class CItemDatabaseBase {
     [[nodiscard]] bool Read(int position, CItemRecord& item);
     /// As Read, without the message: for scans that must go on.
     [[nodiscard]] bool ReadQuietly(int position, CItemRecord& item);
+    /// The same for a record by its identifier.
+    [[nodiscard]] bool ReadRecord(ObjectId record, CItemRecord& item);
     /// Position -1 adds. A position past the end fails silently; a failed write shows the layout's
     /// own message, unless that is empty.
     [[nodiscard]] bool Write(int position, const CItemRecord& item);

@@ -4,6 +4,7 @@
 
 #include "catalogue/items/CatalogueChoices.h"
 #include "catalogue/items/CatalogueKinds.h"
+#include "catalogue/items/FoundItem.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
 
@@ -13,7 +14,6 @@ namespace {
 
 constexpr qint32 kNoCategory = -1;
 constexpr double kLeastAmount = 0.001;
-constexpr double kLeastWeightGrams = 0.0001;
 constexpr auto kDefaultServing = "1 serving"_L1;
 
 struct CKindRow {
@@ -352,10 +352,7 @@ double CAddFoodForm::Computed(int nutrient) const {
     }
     const double weightGrams =
         m_selectedServing < 0 ? 0 : m_servings[m_selectedServing].weightGrams;
-    if (m_food.kind == EItemKind::Food && weightGrams > kLeastWeightGrams) {
-        return value * amount * weightGrams * 0.01;  // foods are stored per 100 g
-    }
-    return value * amount;
+    return ValueOfServings(value, amount, m_food.kind == EItemKind::Food ? weightGrams : 0);
 }
 
 double CAddFoodForm::Value(int nutrient) const {

@@ -99,6 +99,7 @@ void CSearchIndex::Compact() {
 void CSearchIndex::Trim() {
     m_items.shrink_to_fit();
     m_words.shrink_to_fit();
+    m_dictionary.Trim();
 }
 
 CSearchMatches CSearchIndex::Find(const CIndexQuery& query) const {
