@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <utility>
 
+#include "store/Step.h"
 #include "store/VolumeTexts.h"
 
 using namespace Qt::StringLiterals;
@@ -56,6 +57,12 @@ bool CDatabase::OpenCatalogue() {
         CloseCatalogue();
         return false;
     }
+    for (CItemDatabaseBase* database :
+         std::initializer_list<CItemDatabaseBase*>{&Foods(), &Menus(), &Recipes(), &Exlib()}) {
+        m_store.History().Watch(database->GetId(), kCatalogueScope, CViewSettings::kMarker);
+    }
+    m_store.History().Watch(m_categories.GetId(), kCatalogueScope);
+    const CStep step(m_store, u"removal of an unfinished item"_s);
     m_composed.RemoveOrphans(ECatalogueKind::Menus);
     m_composed.RemoveOrphans(ECatalogueKind::Recipes);
     return true;
@@ -66,6 +73,7 @@ void CDatabase::CloseCatalogue() {
     m_composed.ForgetItemIds();
     for (CItemDatabaseBase* database : std::initializer_list<CItemDatabaseBase*>{
              &Exlib(), &Recipes(), &Menus(), &m_nutrientNames, &m_categories, &Foods()}) {
+        m_store.History().Unwatch(database->GetId());
         database->Close();
     }
     m_store.UnmountVolume();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QStringList>
+#include <array>
 #include <optional>
 
 #include "store/ItemDatabase.h"
@@ -30,6 +31,8 @@ class CProfiles {
     /// fails the whole open.
     bool Open(const QString& name, bool mayCreate);
     void Close();
+    /// Identifier of the open profile; 0 when none is open.
+    [[nodiscard]] ObjectId GetId() const { return m_profile.GetId(); }
     /// Deletes those of the four databases that exist. A failed deletion shows "Cannot delete
     /// database.".
     bool Delete(const QString& name);
@@ -48,6 +51,8 @@ class CProfiles {
     CItemDatabase<CExerciseEntry>& Exercises() { return m_exercises; }
 
   private:
+    std::array<CItemDatabaseBase*, 3> Diaries();
+
     CRecordStore& m_store;
     CItemDatabase<CProfileRecord> m_profile;
     CItemDatabase<CDietEntry> m_diet;

@@ -4,7 +4,6 @@
 
 #include <QByteArray>
 #include <QString>
-#include <optional>
 #include <vector>
 
 #include "store/engine/SqliteFile.h"
@@ -14,58 +13,73 @@ struct CHistoryStep {
     qint64 scope = 0;  ///< see CHistory::Watch
     QString name;      ///< "delete of 3 entries"
     bool isUndone = false;
+    bool isDropped = false;    ///< its changes are still to be removed
     qint64 changes = 0;        ///< rows of changes
     qint64 bytes = 0;          ///< that the step occupies
-    qint64 bytesReverted = 0;  ///< that it will occupy when it is undone or redone
+    qint64 bytesReverted = 0;  ///< that it will occupy once it is undone or redone, at most
 };
 
-/// One record, or a run of records that were added one after the other.
+/// One record, or a run of records that were added one after the other, with consecutive
+/// identifiers.
 struct CHistoryChange {
-    static constexpr qint64 kAbsent = -1;
+    static constexpr int kNothing = -1;
 
     qint64 database = 0;
-    qint64 record = 0;           ///< the first one of a run
-    qint64 count = 1;            ///< of the run
-    qint64 liveBytes = kAbsent;  ///< size of what is live now, all records of the run together
-    quint64 liveChecksum = 0;    ///< see ChecksumOf; of a run, each record's continues the previous
-    bool hasBody = false;        ///< false: reverting the change deletes the records
-    QByteArray body;             ///< what reverting the change puts back, and where
+    qint64 record = 0;  ///< the first one of a run
+    qint64 count = 1;   ///< 1 unless the change added records
+    /// Size of what the change left, all records of a run together; kNothing after a deletion.
+    qint64 liveBytes = kNothing;
+    quint64 liveChecksum = 0;  ///< see ChecksumOf; of a run, each record continues the one before
+    // What reverting the change puts back.
+    QByteArray body = {};
     qint64 key = 0;
-    int ordinal = 0;
+    int ordinal = kNothing;  ///< kNothing: it deletes the records
+
+    [[nodiscard]] bool IsLive() const { return liveBytes != kNothing; }
+    [[nodiscard]] bool PutsBack() const { return ordinal != kNothing; }
 };
 
 /// Works within the caller's transaction. kErrorCorrupt also reports tables that are not ours.
 ///
-/// The tables have a number, which is part of their names: those with the largest number are used.
+/// The tables have a number, which is part of their names: those with the largest one are used.
 /// Damaged tables are left as they are, since removing them would follow damaged links between
-/// pages, possibly into those of the records.
+/// pages, possibly to those of the records.
 class CHistoryTables {
   public:
     explicit CHistoryTables(CSqliteFile& file) : m_file(file) {}
 
-    /// Reads which tables there are. Call after Release.
+    /// Reads which tables there are.
     EPlatformError Find();
     [[nodiscard]] bool Exist() const { return m_number > 0; }
     /// Creates tables under the next number.
     EPlatformError Create();
+    /// Releases the statements and forgets which tables there are.
     void Release();
 
-    /// Steps whose profile is no longer that of their scope's identifier are left out.
+    /// In ascending order of identifiers. A step whose profile no longer exists is a dropped one.
+    /// Also reads whatever WriteStep, and WriteChange for a new step, will need: when this succeeds
+    /// they do not meet damaged pages.
     EPlatformError ReadSteps(std::vector<CHistoryStep>& steps);
+    /// Adds or overwrites.
     EPlatformError WriteStep(const CHistoryStep& step);
     /// With its changes.
     EPlatformError RemoveStep(qint64 step);
-    /// `number` counts from 0. A step has two lists, of what undo and what redo puts back.
-    EPlatformError WriteChange(qint64 step, bool isUndone, qint64 number,
+
+    /// A step has a list of changes to undo or one to redo; `number` counts from 0. A change that
+    /// is not as it was written is kErrorCorrupt.
+    EPlatformError WriteChange(const CHistoryStep& step, qint64 number,
                                const CHistoryChange& change);
-    EPlatformError ReadChange(qint64 step, bool isUndone, qint64 number, CHistoryChange& change);
-    EPlatformError RemoveChanges(qint64 step, bool isUndone);
+    EPlatformError ReadChange(const CHistoryStep& step, qint64 number, CHistoryChange& change);
+    /// Removes the step's present list.
+    EPlatformError RemoveChanges(const CHistoryStep& step);
 
   private:
     EPlatformError Prepare(CStatement& statement, const char* sql);
+    EPlatformError ReadLastChange(qint64& step);
+    EPlatformError RemoveRange(qint64 first, qint64 last);
 
     CSqliteFile& m_file;
-    qint64 m_number = 0;  ///< 0: none
+    qint64 m_number = 0;  ///< 0: there are none
     CStatement m_writeStep;
     CStatement m_removeStep;
     CStatement m_writeChange;

@@ -1,0 +1,46 @@
+#include "store/Step.h"
+
+#include "platform/Messages.h"
+#include "store/RecordStore.h"
+
+using namespace Qt::StringLiterals;
+
+CStep::CStep(CRecordStore& store, const QString& name) : m_store(store) {
+    m_store.History().BeginStep(name);
+}
+
+CStep::~CStep() {
+    CHistory& history = m_store.History();
+    history.EndStep();
+    if (history.IsInStep()) {
+        return;
+    }
+    const CHistoryNotices notices = history.TakeNotices();
+    if (notices.isDamaged) {
+        ShowMessage(kDamagedHistory, EMessageIcon::Warning);
+    }
+    if (notices.hasOutgrown) {
+        ShowMessage(u"This cannot be undone: it changed more than the history can keep."_s,
+                    EMessageIcon::Information);
+    }
+}
+
+void CStep::Rename(const QString& name) {
+    m_store.History().RenameStep(name);
+}
+
+void CStep::Cancel() {
+    m_store.History().CancelStep();
+}
+
+bool CStep::MayGoOn(qint64 bytes) {
+    CHistory& history = m_store.History();
+    if (bytes <= history.GetLimits().bytes) {
+        return true;
+    }
+    if (!AskYesNo(u"This cannot be undone. Do you want to go on?"_s)) {
+        return false;
+    }
+    history.SkipStep();
+    return true;
+}
