@@ -52,7 +52,7 @@ const std::vector<CCommand>& AllCommands() {
         std::vector<CCommand> commands;
         for (const std::span<const CCommand> group :
              {ProfileCommands(), CatalogueCommands(), CategoryCommands(), DietCommands(),
-              WeightCommands(), ExerciseCommands(), ReportCommands()}) {
+              WeightCommands(), ExerciseCommands(), ReportCommands(), UndoCommands()}) {
             commands.insert(commands.end(), group.begin(), group.end());
         }
         return commands;

@@ -43,6 +43,7 @@ std::span<const CCommand> DietCommands();
 std::span<const CCommand> WeightCommands();
 std::span<const CCommand> ReportCommands();
 std::span<const CCommand> ExerciseCommands();
+std::span<const CCommand> UndoCommands();
 
 /// All of them, in the order of help.
 const std::vector<CCommand>& AllCommands();

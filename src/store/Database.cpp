@@ -97,3 +97,9 @@ CStoredViewSettings CDatabase::ViewSettings(ECatalogueKind kind) {
 bool CDatabase::DeleteItem(ECatalogueKind kind, int position) {
     return HasComponents(kind) ? m_composed.Delete(kind, position) : Items(kind).Delete(position);
 }
+
+EReverted CDatabase::Revert(const CHistoryStep& step) {
+    const EReverted reverted = m_store.Revert(step);
+    m_composed.ForgetItemIds();  // a menu that is back may have one that was to be allocated next
+    return reverted;
+}

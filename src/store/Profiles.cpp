@@ -82,6 +82,13 @@ QStringList CProfiles::ReadNames() {
     return names;
 }
 
+QString CProfiles::NameOf(ObjectId profile) {
+    std::vector<CDatabaseInfo> databases;
+    (void)m_store.EnumerateDatabases(kProfileType, databases);  // none are read after a failure
+    const auto found = std::ranges::find(databases, profile, &CDatabaseInfo::id);
+    return found == databases.end() ? QString() : found->name;
+}
+
 bool CProfiles::IsNameTaken(const QString& name) {
     std::vector<CDatabaseInfo> databases;
     if (!m_store.EnumerateDatabases(0, databases)) {

@@ -24,6 +24,8 @@ class CProfiles {
     int GetNumberOfUserProfiles();
     /// In order of creation.
     QStringList ReadNames();
+    /// Name of the profile whose own database that is; empty when there is none.
+    QString NameOf(ObjectId profile);
     /// Whether any of the profile's four database names is in use, compared without case; true
     /// when that cannot be found out.
     bool IsNameTaken(const QString& name);

@@ -141,6 +141,17 @@ bool CRecordStore::DeleteRecord(CDatabaseHandle& handle, int position) {
     return false;
 }
 
+EReverted CRecordStore::Revert(const CHistoryStep& step) {
+    EPlatformError error = kErrorSuccess;
+    const EReverted reverted = m_history.Revert(step, error);
+    SetLastError(error);
+    return reverted;
+}
+
+bool CRecordStore::ClearHistory(std::optional<qint64> scope) {
+    return SetLastError(m_history.Clear(scope));
+}
+
 qint64 CRecordStore::EstimateBytes(const CDatabaseHandle& handle, const CPositionRange& range) {
     constexpr int kSamples = 32;
     const int step = std::max(1, range.count / kSamples);

@@ -105,6 +105,9 @@ class CRecordStore {
 
     /// What was changed, to be undone. Commands name their changes by CStep.
     CHistory& History() { return m_history; }
+    /// Undoes or redoes a step of the history.
+    EReverted Revert(const CHistoryStep& step);
+    bool ClearHistory(std::optional<qint64> scope);
     /// About the bytes that these records occupy, judged by some of them.
     qint64 EstimateBytes(const CDatabaseHandle& handle, const CPositionRange& range);
 

@@ -5,6 +5,21 @@
 
 using namespace Qt::StringLiterals;
 
+void ShowHistoryNotices(CRecordStore& store) {
+    const CHistoryNotices notices = store.History().TakeNotices();
+    if (notices.isDamaged) {
+        ShowMessage(
+            u"The history was damaged and starts again: what was done before cannot be undone. "
+            u"Your "
+            "data is not affected."_s,
+            EMessageIcon::Warning);
+    }
+    if (notices.hasOutgrown) {
+        ShowMessage(u"This cannot be undone: it changed more than the history can keep."_s,
+                    EMessageIcon::Information);
+    }
+}
+
 CStep::CStep(CRecordStore& store, const QString& name) : m_store(store) {
     m_store.History().BeginStep(name);
 }
@@ -15,14 +30,7 @@ CStep::~CStep() {
     if (history.IsInStep()) {
         return;
     }
-    const CHistoryNotices notices = history.TakeNotices();
-    if (notices.isDamaged) {
-        ShowMessage(kDamagedHistory, EMessageIcon::Warning);
-    }
-    if (notices.hasOutgrown) {
-        ShowMessage(u"This cannot be undone: it changed more than the history can keep."_s,
-                    EMessageIcon::Information);
-    }
+    ShowHistoryNotices(m_store);
 }
 
 void CStep::Rename(const QString& name) {

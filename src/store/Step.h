@@ -1,14 +1,12 @@
 // The name under which a command can be undone.
 #pragma once
 
-#include <QLatin1StringView>
 #include <QString>
 
 class CRecordStore;
 
-inline constexpr QLatin1StringView kDamagedHistory(
-    "What was done before can no longer be undone: the history was damaged and starts again. Your "
-    "data is not affected.");
+/// Tells the user what the history has to report, if anything.
+void ShowHistoryNotices(CRecordStore& store);
 
 /// A step of the history, open while this lives. What is stored meanwhile, in one unit of work or
 /// several, is undone together. A step within another belongs to it: commands may call commands.

@@ -89,13 +89,22 @@ void CHistory::StartAgain() {
     m_steps.StartAgain();
 }
 
+// In the file, too, so that the damage is not met again.
+void CHistory::StartAgainAtOnce() {
+    StartAgain();
+    if (!m_state.isInUnit && m_state.groupDepth == 0) {
+        // A failure leaves it to the next step.
+        (void)m_state.Write([this] { return m_steps.Create(); });
+    }
+}
+
 CHistoryNotices CHistory::TakeNotices() {
     return std::exchange(m_notices, {});
 }
 
 const std::vector<CHistoryStep>& CHistory::ListSteps() {
     if (IsDamage(m_steps.Load())) {
-        StartAgain();
+        StartAgainAtOnce();
     }
     return m_steps.List();
 }
@@ -311,7 +320,7 @@ EReverted CHistory::Revert(const CHistoryStep& step, EPlatformError& error) {
     error = m_state.Write([&] { return RevertInUnit(step, result); });
     m_reverted = nullptr;
     if (result == EReverted::Damaged) {
-        StartAgain();
+        StartAgainAtOnce();
     } else if (result == EReverted::Done && error != kErrorSuccess) {
         result = EReverted::Failed;
     }
@@ -358,6 +367,6 @@ EPlatformError CHistory::Tidy() {
     if (!IsDamage(error)) {
         return error;
     }
-    StartAgain();
+    StartAgainAtOnce();
     return kErrorSuccess;
 }

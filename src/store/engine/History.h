@@ -129,6 +129,7 @@ class CHistory : public CChangeListener {
     template <typename Work>
     EPlatformError Guard(Work work);
     void StartAgain();
+    void StartAgainAtOnce();
     void CloseSteps();
 
     CStorageState& m_state;
