@@ -2,6 +2,8 @@
 
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 bool CheckSelection(const CSelectionTexts& texts, int selected) {
     if (selected == 0) {
         ShowMessage(QString::fromLatin1(texts.none), EMessageIcon::Information);
@@ -25,6 +27,16 @@ bool ConfirmFor(const CConfirmTexts& texts, int selected,
         return AskYesNo(FormatText(QLatin1StringView(texts.one), itemTexts));
     }
     return AskYesNo(FormatText(QLatin1StringView(texts.several), {selected}));
+}
+
+QString StepName(QLatin1StringView command, const QString& item) {
+    return FormatText("%s of %s"_L1, {QString(command), item});
+}
+
+QString StepName(QLatin1StringView command, int count, const QString& item,
+                 QLatin1StringView items) {
+    return count == 1 ? StepName(command, item)
+                      : FormatText("%s of %d %s"_L1, {QString(command), count, QString(items)});
 }
 
 int ActOnEach(CRecordStore& store, const std::vector<int>& indexes,

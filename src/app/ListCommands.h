@@ -30,6 +30,12 @@ bool ConfirmFor(const CConfirmTexts& texts, int selected, std::span<const CTextA
 bool ConfirmFor(const CConfirmTexts& texts, int selected,
                 std::initializer_list<CTextArgument> itemTexts);
 
+/// The name of a step of the history: "delete of Egg".
+QString StepName(QLatin1StringView command, const QString& item);
+/// "delete of Egg" for one item, "delete of 3 entries" for several.
+QString StepName(QLatin1StringView command, int count, const QString& item,
+                 QLatin1StringView items);
+
 /// Calls `act` on each index as one unit of work (see RunAsUnit), under a wait cursor when there
 /// are several. Stops at the first index that fails and shows `failure` unless it is empty; what
 /// was done before it stays. Returns how many succeeded.

@@ -52,7 +52,8 @@ const std::vector<CCommand>& AllCommands() {
         std::vector<CCommand> commands;
         for (const std::span<const CCommand> group :
              {ProfileCommands(), CatalogueCommands(), CategoryCommands(), SearchCommands(),
-              DietCommands(), WeightCommands(), ExerciseCommands(), ReportCommands()}) {
+              DietCommands(), WeightCommands(), ExerciseCommands(), ReportCommands(),
+              UndoCommands()}) {
             commands.insert(commands.end(), group.begin(), group.end());
         }
         return commands;

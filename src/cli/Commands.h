@@ -46,6 +46,7 @@ std::span<const CCommand> WeightCommands();
 std::span<const CCommand> ReportCommands();
 std::span<const CCommand> ExerciseCommands();
 std::span<const CCommand> SearchCommands();
+std::span<const CCommand> UndoCommands();
 
 /// All of them, in the order of help.
 const std::vector<CCommand>& AllCommands();

@@ -4,12 +4,16 @@
 
 #include "app/ListCommands.h"
 #include "store/ListedEntries.h"
+#include "store/Step.h"
 
 /// The texts of a command on selected entries.
 struct CEntryCommand {
     CSelectionTexts selection;
     CConfirmTexts confirm;
     const char* failure;
+    QLatin1StringView step;  ///< "delete", for the step's name
+    QLatin1StringView one;   ///< "a weight", for an entry without a name
+    QLatin1StringView many;  ///< "weights"
 };
 
 /// Checks the selection and asks. False after a message when the selection does not fit, or unless
@@ -24,6 +28,17 @@ bool MayRun(const CEntryCommand& command, const ListedEntries<Entry>& selected) 
         return ConfirmFor(command.confirm, count, {selected.front().entry.GetName()});
     } else {
         return ConfirmFor(command.confirm, count, {});
+    }
+}
+
+/// "delete of Egg", "delete of 2 weights".
+template <typename Entry>
+QString StepNameOf(const CEntryCommand& command, const ListedEntries<Entry>& selected) {
+    const auto count = static_cast<int>(selected.size());
+    if constexpr (requires(const Entry& entry) { entry.GetName(); }) {
+        return StepName(command.step, count, selected.front().entry.GetName(), command.many);
+    } else {
+        return StepName(command.step, count, command.one, command.many);
     }
 }
 
@@ -57,9 +72,11 @@ int DeleteRecords(CItemDatabaseBase& diary, const std::vector<ObjectId>& records
 template <typename Entry>
 int DeleteEntries(CItemDatabase<Entry>& diary, const ListedEntries<Entry>& selected,
                   const CEntryCommand& command, EAfterFailure afterFailure) {
-    return MayRun(command, selected)
-               ? DeleteRecords(diary, RecordsOf(selected), command.failure, afterFailure)
-               : 0;
+    if (!MayRun(command, selected)) {
+        return 0;
+    }
+    const CStep step(diary.GetStore(), StepNameOf(command, selected));
+    return DeleteRecords(diary, RecordsOf(selected), command.failure, afterFailure);
 }
 
 enum class EReplaced {
@@ -83,7 +100,8 @@ template <typename Entry>
 /// many were changed.
 template <typename Entry>
 int ChangeEntries(CItemDatabase<Entry>& diary, const ListedEntries<Entry>& selected,
-                  const std::function<void(Entry&)>& change, const char* failure) {
+                  const std::function<void(Entry&)>& change, const CEntryCommand& command) {
+    const CStep step(diary.GetStore(), StepNameOf(command, selected));
     return ActOnRecords(
         diary, RecordsOf(selected),
         [&](int position) {
@@ -94,5 +112,5 @@ int ChangeEntries(CItemDatabase<Entry>& diary, const ListedEntries<Entry>& selec
             change(entry);
             return diary.Write(position, entry);
         },
-        failure);
+        command.failure);
 }

@@ -12,15 +12,24 @@ constexpr auto kCannotAdd = "Cannot add entry."_L1;
 constexpr CEntryCommand kDelete = {
     {"Please select entry to delete.", nullptr},
     {"Are you sure you want to delete entry '%s'?", "Are you sure you want to delete %d entries?"},
-    "Cannot delete entry."};
+    "Cannot delete entry.",
+    "delete"_L1,
+    "an entry"_L1,
+    "entries"_L1};
 constexpr CEntryCommand kMove = {
     {"Please select entry to move.", nullptr},
     {"Are you sure you want to move entry '%s'?", "Are you sure you want to move %d entries?"},
-    "Cannot move entry."};
+    "Cannot move entry.",
+    "move"_L1,
+    "an entry"_L1,
+    "entries"_L1};
 constexpr CEntryCommand kDuplicate = {
     {"Please select entry to duplicate.", "Please select only one entry to duplicate."},
     {"Are you sure you want to duplicate entry '%s'?", nullptr},
-    "Cannot duplicate entry."};
+    "Cannot duplicate entry.",
+    "duplicate"_L1,
+    "an entry"_L1,
+    "entries"_L1};
 
 }  // namespace
 
@@ -51,6 +60,7 @@ bool AddDietEntry(CVelmoraDoc& doc, QDate day, qint32 meal, const CChosenFood& f
     entry.SetMoment(ToFileTime(day, food.time));
     entry.SetMeal(meal);
     TakeChosenFood(doc.Database(), food, entry);
+    const CStep step(doc.Database().GetStore(), StepName("addition"_L1, entry.GetName()));
     const bool added = doc.Database().Diet().Write(-1, entry);
     if (!added) {
         ShowMessage(kCannotAdd, EMessageIcon::Information);
@@ -67,6 +77,7 @@ bool EditDietEntry(CVelmoraDoc& doc, const CListed<CDietEntry>& before, const CC
     CDietEntry edited = before.entry;
     edited.SetMoment(ToFileTime(DateOf(edited.GetMoment()), food.time));
     TakeChosenFood(doc.Database(), food, edited);
+    const CStep step(doc.Database().GetStore(), StepName("edit"_L1, edited.GetName()));
     const bool isWritten =
         ReplaceEntry(doc.Database().Diet(), before.record, edited) == EReplaced::Yes;
     if (!isWritten) {
@@ -89,13 +100,14 @@ int MoveDietEntries(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected,
         entry.SetMoment(place.moment);
         entry.SetMeal(place.meal);
     };
-    return ChangeEntries<CDietEntry>(doc.Database().Diet(), selected, move, kMove.failure);
+    return ChangeEntries<CDietEntry>(doc.Database().Diet(), selected, move, kMove);
 }
 
 bool DuplicateDietEntry(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected) {
     if (!MayRun(kDuplicate, selected)) {
         return false;
     }
+    const CStep step(doc.Database().GetStore(), StepNameOf(kDuplicate, selected));
     const bool isAdded = doc.Database().Diet().Write(kNoPosition, selected.front().entry);
     if (!isAdded) {
         ShowMessage(QString::fromLatin1(kDuplicate.failure), EMessageIcon::Information);

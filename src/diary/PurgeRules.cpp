@@ -1,6 +1,7 @@
 #include "diary/PurgeRules.h"
 
 #include "platform/Messages.h"
+#include "store/Step.h"
 #include "store/UnitOfWork.h"
 
 #include <variant>
@@ -46,11 +47,34 @@ CPurged PurgeDiary(CItemDatabaseBase& diary, const CPurgeRequest& request) {
     diary.ForEachFrom(range ? range->first : 0, purge, 1);
     return purged;
 }
+
+/// About the bytes of all entries of the days, of which the purge removes a part.
+qint64 BytesOf(CDatabase& database, const CPurgeRequest& request) {
+    struct CRow {
+        bool isPurged;
+        CItemDatabaseBase& diary;
+    };
+    qint64 bytes = 0;
+    for (const CRow& row : {CRow{request.diet, database.Diet()},
+                            {request.weights, database.Weight()},
+                            {request.exercises, database.Exercises()}}) {
+        if (row.isPurged) {
+            const auto range =
+                row.diary.RangeBetween(FirstMomentOf(request.begin), LastMomentOf(request.end));
+            bytes += row.diary.EstimateBytes(range.value_or(CPositionRange{}));
+        }
+    }
+    return bytes;
+}
 }  // namespace
 
 bool PurgeDiaries(CDatabase& database, const CPurgeRequest& request,
                   const std::function<void()>& changed) {
     if (!AskYesNo(u"You are about to remove data entries. Are you sure?"_s)) {
+        return false;
+    }
+    CStep step(database.GetStore(), u"purge"_s);
+    if (!step.MayGoOn(BytesOf(database, request))) {
         return false;
     }
     CPurged diet;

@@ -16,7 +16,10 @@ constexpr int kLastYear = 9999;
 constexpr CEntryCommand kDelete = {{"Please select weight to delete.", nullptr},
                                    {"Are you sure you want to delete selected weight?",
                                     "Are you sure you want to delete %d weights?"},
-                                   "Cannot delete weight."};
+                                   "Cannot delete weight.",
+                                   "delete"_L1,
+                                   "a weight"_L1,
+                                   "weights"_L1};
 
 bool ReportUnlessWritten(bool isWritten) {
     if (!isWritten) {
@@ -62,6 +65,7 @@ CWeightEntry NewWeightEntry(CVelmoraDoc& doc, QTime time) {
 }
 
 bool AddWeight(CVelmoraDoc& doc, const CWeightEntry& entry) {
+    const CStep step(doc.Database().GetStore(), u"addition of a weight"_s);
     return ReportUnlessWritten(doc.Database().Weight().Write(kNoPosition, entry));
 }
 
@@ -85,6 +89,7 @@ std::optional<CWeightEntry> WeightToEdit(CVelmoraDoc& doc, ObjectId record) {
 }
 
 bool EditWeight(CVelmoraDoc& doc, ObjectId record, const CWeightEntry& entry) {
+    const CStep step(doc.Database().GetStore(), u"edit of a weight"_s);
     return ReportUnlessWritten(ReplaceEntry(doc.Database().Weight(), record, entry) ==
                                EReplaced::Yes);
 }

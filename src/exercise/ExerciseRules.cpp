@@ -12,7 +12,10 @@ constexpr double kPresetMinutes = 1;
 constexpr CEntryCommand kDelete = {{"Please select exercise to delete.", nullptr},
                                    {"Are you sure you want to delete exercise '%s'?",
                                     "Are you sure you want to delete %d exercises?"},
-                                   "Cannot delete exercise."};
+                                   "Cannot delete exercise.",
+                                   "delete"_L1,
+                                   "an exercise"_L1,
+                                   "exercises"_L1};
 
 }  // namespace
 
@@ -46,6 +49,7 @@ CExerciseEntry NewExercise(QDate day, QTime time) {
 }
 
 bool AddExercise(CDatabase& database, const CExerciseEntry& entry) {
+    const CStep step(database.GetStore(), StepName("addition"_L1, entry.GetName()));
     return database.Exercises().Write(-1, entry);
 }
 
@@ -55,6 +59,7 @@ bool MayEditExercise(int selected) {
 }
 
 bool EditExercise(CDatabase& database, ObjectId record, const CExerciseEntry& entry) {
+    const CStep step(database.GetStore(), StepName("edit"_L1, entry.GetName()));
     const EReplaced replaced = ReplaceEntry(database.Exercises(), record, entry);
     if (replaced == EReplaced::NoRecord) {
         ShowMessage(FormatText(QLatin1StringView(kExercisesLayout.writeFailure),

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <utility>
 
+#include "store/Step.h"
 #include "store/VolumeTexts.h"
 
 using namespace Qt::StringLiterals;
@@ -58,6 +59,12 @@ bool CDatabase::OpenCatalogue() {
         CloseCatalogue();
         return false;
     }
+    for (CItemDatabaseBase* database :
+         std::initializer_list<CItemDatabaseBase*>{&Foods(), &Menus(), &Recipes(), &Exlib()}) {
+        m_store.History().Watch(database->GetId(), kCatalogueScope, CViewSettings::kMarker);
+    }
+    m_store.History().Watch(m_categories.GetId(), kCatalogueScope);
+    const CStep step(m_store, u"removal of an unfinished item"_s);
     m_composed.RemoveOrphans(ECatalogueKind::Menus);
     m_composed.RemoveOrphans(ECatalogueKind::Recipes);
     return true;
@@ -70,6 +77,7 @@ void CDatabase::CloseCatalogue() {
     m_composed.ForgetItemIds();
     for (CItemDatabaseBase* database : std::initializer_list<CItemDatabaseBase*>{
              &Exlib(), &Recipes(), &Menus(), &m_nutrientNames, &m_categories, &Foods()}) {
+        m_store.History().Unwatch(database->GetId());
         database->Close();
     }
     m_store.UnmountVolume();
@@ -92,4 +100,10 @@ CStoredViewSettings CDatabase::ViewSettings(ECatalogueKind kind) {
 
 bool CDatabase::DeleteItem(ECatalogueKind kind, int position) {
     return HasComponents(kind) ? m_composed.Delete(kind, position) : Items(kind).Delete(position);
+}
+
+EReverted CDatabase::Revert(const CHistoryStep& step) {
+    const EReverted reverted = m_store.Revert(step);
+    m_composed.ForgetItemIds();  // a menu that is back may have one that was to be allocated next
+    return reverted;
 }

@@ -49,6 +49,10 @@ class CDatabase {
     /// delete record. Error=%d".
     bool DeleteItem(ECatalogueKind kind, int position);
 
+    /// Undoes or redoes a step of the history, the next one of the catalogue or of the open
+    /// profile. Identifiers and positions held before are no longer valid.
+    EReverted Revert(const CHistoryStep& step);
+
     CProfiles& Profiles() { return m_profiles; }
     CItemDatabase<CDietEntry>& Diet() { return m_profiles.Diet(); }
     CItemDatabase<CWeightEntry>& Weight() { return m_profiles.Weight(); }

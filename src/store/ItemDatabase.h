@@ -82,6 +82,11 @@ class CItemDatabaseBase {
         return m_store.RangeOf(m_handle, low, high);
     }
 
+    /// About the bytes that these records occupy.
+    qint64 EstimateBytes(const CPositionRange& range) {
+        return m_store.EstimateBytes(m_handle, range);
+    }
+
     /// Reads from position `first` on (-1: nothing) and passes each property list to `take` until
     /// it returns false. A record that cannot be read is skipped. Only the first `most` values are
     /// read, see CStorageEngine::ReadRecord.

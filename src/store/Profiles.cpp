@@ -87,6 +87,13 @@ QStringList CProfiles::ReadNames() {
     return names;
 }
 
+QString CProfiles::NameOf(ObjectId profile) {
+    std::vector<CDatabaseInfo> databases;
+    (void)m_store.EnumerateDatabases(kProfileType, databases);  // none are read after a failure
+    const auto found = std::ranges::find(databases, profile, &CDatabaseInfo::id);
+    return found == databases.end() ? QString() : found->name;
+}
+
 bool CProfiles::IsNameTaken(const QString& name) {
     std::vector<CDatabaseInfo> databases;
     if (!m_store.EnumerateDatabases(0, databases)) {
@@ -137,11 +144,22 @@ bool CProfiles::Open(const QString& name, bool mayCreate) {
     isOpen = group.Commit() && isOpen;
     if (!isOpen) {
         Close();
+        return false;
     }
-    return isOpen;
+    for (CItemDatabaseBase* diary : Diaries()) {
+        m_store.History().Watch(diary->GetId(), GetId());
+    }
+    return true;
+}
+
+std::array<CItemDatabaseBase*, 3> CProfiles::Diaries() {
+    return {&m_diet, &m_weight, &m_exercises};
 }
 
 void CProfiles::Close() {
+    for (const CItemDatabaseBase* diary : Diaries()) {
+        m_store.History().Unwatch(diary->GetId());
+    }
     for (CItemDatabaseBase* database :
          std::initializer_list<CItemDatabaseBase*>{&m_profile, &m_diet, &m_weight, &m_exercises}) {
         database->Close();
@@ -159,6 +177,7 @@ bool CProfiles::Delete(const QString& name) {
         }
     }
     isDeleted = group.Commit() && isDeleted;
+    (void)m_store.History().Tidy();  // A failure leaves it to the next steps.
     if (!isDeleted) {
         m_store.ShowFailure(u"Cannot delete database."_s);
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QStringList>
+#include <array>
 #include <optional>
 
 #include "store/ItemDatabase.h"
@@ -26,6 +27,8 @@ class CProfiles {
     int GetNumberOfUserProfiles();
     /// In order of creation.
     QStringList ReadNames();
+    /// Name of the profile whose own database that is; empty when there is none.
+    QString NameOf(ObjectId profile);
     /// Whether any of the profile's four database names is in use, compared without case; true
     /// when that cannot be found out.
     bool IsNameTaken(const QString& name);
@@ -53,6 +56,8 @@ class CProfiles {
     CItemDatabase<CExerciseEntry>& Exercises() { return m_exercises; }
 
   private:
+    std::array<CItemDatabaseBase*, 3> Diaries();
+
     CRecordStore& m_store;
     CItemDatabase<CProfileRecord> m_profile;
     CItemDatabase<CDietEntry> m_diet;

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <algorithm>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -21,6 +22,15 @@ QStringList CreateFolders(const QString& path) {
     return created;
 }
 }  // namespace
+
+CRecordStore::CRecordStore() {
+    AddListener(&m_history);
+}
+
+CRecordStore::~CRecordStore() {
+    (void)m_engine.Unmount();  // a destructor cannot report a failure
+    RemoveListener(&m_history);
+}
 
 bool CRecordStore::MountVolume(const QString& path) {
     m_path = path;
@@ -133,6 +143,34 @@ bool CRecordStore::DeleteRecord(CDatabaseHandle& handle, int position) {
     }
     ShowFailedDeletion();
     return false;
+}
+
+EReverted CRecordStore::Revert(const CHistoryStep& step) {
+    EPlatformError error = kErrorSuccess;
+    const EReverted reverted = m_history.Revert(step, error);
+    SetLastError(error);
+    return reverted;
+}
+
+bool CRecordStore::ClearHistory(std::optional<qint64> scope) {
+    return SetLastError(m_history.Clear(scope));
+}
+
+qint64 CRecordStore::EstimateBytes(const CDatabaseHandle& handle, const CPositionRange& range) {
+    constexpr int kSamples = 32;
+    const int step = std::max(1, range.count / kSamples);
+    qint64 bytes = 0;
+    int samples = 0;
+    for (int position = 0; position < range.count; position += step) {
+        ObjectId record = 0;
+        int size = 0;
+        if (m_engine.SeekToPosition(handle.id, range.first + position, record) == kErrorSuccess &&
+            m_engine.SizeOfRecord(record, size) == kErrorSuccess) {
+            bytes += size;
+            ++samples;
+        }
+    }
+    return samples == 0 ? 0 : bytes * range.count / samples;
 }
 
 void CRecordStore::ShowFailedDeletion() {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/Messages.h"
+#include "store/engine/History.h"
 #include "store/engine/StorageEngine.h"
 
 inline constexpr int kNoPosition = -1;
@@ -37,6 +38,11 @@ struct CLossHost {
 /// Positions are valid until the next write or delete in their database.
 class CRecordStore {
   public:
+    CRecordStore();
+    ~CRecordStore();
+    CRecordStore(const CRecordStore&) = delete;
+    CRecordStore& operator=(const CRecordStore&) = delete;
+
     /// Creates the directory of the path when it is missing, then mounts, creating the file.
     /// Failure shows "ERROR: CeMountDBVol failed (%ld)". Also shows a message when the journal of
     /// another volume was set aside.
@@ -102,6 +108,14 @@ class CRecordStore {
     void AddListener(CChangeListener* listener) { m_engine.AddListener(listener); }
     void RemoveListener(CChangeListener* listener) { m_engine.RemoveListener(listener); }
 
+    /// What was changed, to be undone. Commands name their changes by CStep.
+    CHistory& History() { return m_history; }
+    /// Undoes or redoes a step of the history.
+    EReverted Revert(const CHistoryStep& step);
+    bool ClearHistory(std::optional<qint64> scope);
+    /// About the bytes that these records occupy, judged by some of them.
+    qint64 EstimateBytes(const CDatabaseHandle& handle, const CPositionRange& range);
+
     /// See CStorageEngine: writes between the two become durable together.
     bool BeginGroup();
     bool EndGroup();
@@ -128,6 +142,7 @@ class CRecordStore {
     void RemoveCreatedFolders();
 
     CStorageEngine m_engine;
+    CHistory m_history{m_engine.State()};
     EPlatformError m_lastError = kErrorSuccess;
     QString m_path;
     CLossHost m_lossHost;

@@ -3,7 +3,10 @@
 #include "catalogue/exchange/CsvLayout.h"
 #include "catalogue/items/CatalogueKinds.h"
 #include "platform/TextFile.h"
+#include "store/Step.h"
 
+#include <QFileInfo>
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -233,6 +236,17 @@ void CImportRun::ReportSummary() const {
     }
     ShowMessage(summary, EMessageIcon::Result);
 }
+
+/// About the bytes of the items that the file may replace; those that it adds take no room in the
+/// history. A record is at most about twice as large as its line: texts are UTF-16 in the volume.
+qint64 BytesReplaced(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy,
+                     const QString& path) {
+    if (policy != EDuplicatePolicy::Overwrite) {
+        return 0;
+    }
+    CItemDatabaseBase& items = database.Items(kind);
+    return std::min(2 * QFileInfo(path).size(), items.EstimateBytes({0, items.Count()}));
+}
 }  // namespace
 
 bool ImportCatalogue(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy) {
@@ -243,5 +257,8 @@ bool ImportCatalogue(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy 
 
 bool ImportCatalogueFile(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy,
                          const QString& path) {
-    return CImportRun(database, kind, policy, path).Run();
+    CStep step(database.GetStore(),
+               StepName("import"_L1, QString::fromLatin1(KindOf(kind).words.many)));
+    return step.MayGoOn(BytesReplaced(database, kind, policy, path)) &&
+           CImportRun(database, kind, policy, path).Run();
 }

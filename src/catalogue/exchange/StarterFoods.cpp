@@ -5,6 +5,7 @@
 #include "platform/Messages.h"
 #include "platform/ShippedFiles.h"
 #include "store/Database.h"
+#include "store/Step.h"
 
 using namespace Qt::StringLiterals;
 
@@ -30,6 +31,7 @@ bool OfferStarterFoods(CDatabase& database) {
 }
 
 void ImportStarterFoods(CDatabase& database) {
+    const CStep step(database.GetStore(), u"import of the starter foods"_s);
     // The summary has said how it ended.
     (void)ImportCatalogueFile(database, ECatalogueKind::Foods, EDuplicatePolicy::Skip,
                               StarterFoodsPath());

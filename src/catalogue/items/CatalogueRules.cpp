@@ -6,6 +6,7 @@
 #include "catalogue/items/CategoryItems.h"
 #include "catalogue/items/TextLimits.h"
 #include "platform/NumberText.h"
+#include "store/Step.h"
 #include "store/UnitOfWork.h"
 
 using namespace Qt::StringLiterals;
@@ -54,6 +55,8 @@ qint32 CCatalogueRules::AddCategory(const QString& name) {
         ShowExists(category.GetName());
         return -1;
     }
+    const CStep step(m_database.GetStore(),
+                     StepName("addition"_L1, u"category "_s + category.GetName()));
     // AddOrUpdate does not report a failed write.
     if (!m_database.Categories().AddOrUpdate(-1, category) ||
         m_database.Categories().Find(m_kind.code, category.GetId()) < 0) {
@@ -82,6 +85,7 @@ bool CCatalogueRules::RenameCategory(qint32 categoryId, const QString& typed) {
     if (m_database.Categories().Find(m_kind.code, category.GetName()) >= 0) {
         return ShowExists(category.GetName());
     }
+    const CStep step(m_database.GetStore(), StepName("rename"_L1, u"category "_s + oldName));
     // AddOrUpdate does not report a failed write, which leaves the old name.
     const bool isRenamed =
         m_database.Categories().AddOrUpdate(position, category) &&
@@ -101,8 +105,12 @@ bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
                         : "Please select category to delete."_L1);
         return false;
     }
-    if (!AskYesNo(FormatText(QLatin1StringView(m_kind.category.confirmDelete),
-                             {m_database.Categories().NameOf(m_kind.code, categoryId)}))) {
+    const QString name = m_database.Categories().NameOf(m_kind.code, categoryId);
+    if (!AskYesNo(FormatText(QLatin1StringView(m_kind.category.confirmDelete), {name}))) {
+        return false;
+    }
+    CStep step(m_database.GetStore(), StepName("delete"_L1, u"category "_s + name));
+    if (!step.MayGoOn(BytesOf(categoryId))) {
         return false;
     }
     const CWaitCursor wait;
@@ -120,6 +128,11 @@ bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
         return isEmptied && isDeleted;
     });
     return isDeleted;
+}
+
+// Those of components are left out: they are judged as the step runs.
+qint64 CCatalogueRules::BytesOf(qint32 categoryId) {
+    return Items().EstimateBytes(Items().RangeOf(categoryId).value_or(CPositionRange{}));
 }
 
 bool CCatalogueRules::DeleteItemsOf(qint32 categoryId) {
@@ -153,6 +166,7 @@ int CCatalogueRules::Delete(const Entries& selected) {
         !ConfirmFor(m_kind.item.confirmDelete, count, NamesOf(selected.front()))) {
         return 0;
     }
+    const CStep step(m_database.GetStore(), StepNameOf("delete"_L1, selected));
     // Last first: a deletion changes the positions after it.
     return ActOnEach(
         m_database.GetStore(), PositionsOf(selected, true),
@@ -189,6 +203,7 @@ int CCatalogueRules::Move(const Entries& selected, const CCategoryEntry& target)
     if (!AskYesNo(question)) {
         return 0;
     }
+    const CStep step(m_database.GetStore(), StepNameOf("move"_L1, selected));
     // Moving an item to a later category changes positions after it, to an earlier category those
     // before it; in this order the items still to be moved keep their positions.
     const bool descending = target.id > selected.front().categoryId;
@@ -233,6 +248,7 @@ int CCatalogueRules::Duplicate(const Entries& selected) {
         ShowMessage(u"Cannot create unique name to duplicate food."_s);
         return -1;
     }
+    const CStep step(m_database.GetStore(), StepNameOf("duplicate"_L1, selected));
     if (m_namesType) {
         copy.SetType(text);
     } else {
@@ -288,6 +304,7 @@ QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
         return name;
     }
     const std::vector<int> positions = PositionsOf(ItemsOfName(categoryId, oldName).entries, false);
+    const CStep step(m_database.GetStore(), StepName("rename"_L1, oldName));
     const int renamed = ActOnEach(
         m_database.GetStore(), positions,
         [&](int position) {
@@ -317,6 +334,13 @@ CCategoryList CCatalogueRules::ItemsOfName(qint32 categoryId, const QString& nam
         return left.type.compare(right.type, Qt::CaseInsensitive) < 0;
     });
     return list;
+}
+
+QString CCatalogueRules::StepNameOf(QLatin1StringView command, const Entries& selected) const {
+    const CCategoryListEntry& first = selected.front();
+    const QString name = m_namesType ? first.name + u", "_s + first.type : first.name;
+    return StepName(command, static_cast<int>(selected.size()), name,
+                    QLatin1StringView(m_kind.words.many));
 }
 
 CCatalogueRules::Texts CCatalogueRules::NamesOf(const CCategoryListEntry& entry) const {

@@ -53,6 +53,9 @@ class CCatalogueRules {
 
     CItemDatabaseBase& Items() { return m_database.Items(m_kind.code); }
     [[nodiscard]] Texts NamesOf(const CCategoryListEntry& entry) const;
+    [[nodiscard]] QString StepNameOf(QLatin1StringView command, const Entries& selected) const;
+    /// About the bytes of the items of a category.
+    qint64 BytesOf(qint32 categoryId);
     bool DeleteItemsOf(qint32 categoryId);
     bool MoveItem(int position, qint32 categoryId);
     /// Empty when all 99 are taken.

@@ -19,6 +19,9 @@ const CItemTexts& FoodTexts() {
 
 CComposedForm::CComposedForm(CVelmoraDoc& doc, ECatalogueKind kind, int position, qint32 categoryId)
     : m_doc(doc),
+      m_step(
+          doc.Database().GetStore(),
+          FormatText("addition of a %s"_L1, {QString(QLatin1StringView(KindOf(kind).words.one))})),
       m_kind(kind),
       m_position(position),
       m_item(kind),
@@ -28,6 +31,7 @@ CComposedForm::CComposedForm(CVelmoraDoc& doc, ECatalogueKind kind, int position
         m_item.SetItemId(doc.Database().Composed().AllocateItemId(kind));
     } else {
         m_isLoaded = Items().Read(position, m_item);
+        m_step.Rename(StepName("edit"_L1, m_item.GetName()));
     }
     m_fields = {m_item.GetParentId(), m_item.GetName(), QString(), m_item.GetInstructions()};
     if (kind == ECatalogueKind::Recipes) {
@@ -38,6 +42,9 @@ CComposedForm::CComposedForm(CVelmoraDoc& doc, ECatalogueKind kind, int position
 
 CComposedForm::~CComposedForm() {
     const bool isLost = m_doc.Database().GetStore().IsVolumeLost();
+    if (m_position < 0) {
+        m_step.Cancel();
+    }
     if (m_position < 0 && !m_components.empty() && !isLost) {
         // After a failure the rest is removed when the catalogue is next opened.
         (void)m_doc.Database().Composed().DeleteComponents(m_kind, m_item.GetItemId());
@@ -182,6 +189,7 @@ bool CComposedForm::Confirm() {
                                                         : m_fields.servings.trimmed());
     item.SetServingX(1.0);
     item.SetInstructions(m_fields.instructions);
+    m_step.Rename(StepName(m_position < 0 ? "addition"_L1 : "edit"_L1, item.GetName()));
     if (!Items().Write(m_position, item)) {
         ShowMessage(
             QString::fromLatin1(m_position < 0 ? kind.item.cannotAdd : kind.item.cannotUpdate));

@@ -6,6 +6,7 @@
 
 #include "app/VelmoraDoc.h"
 #include "catalogue/items/ChosenFood.h"
+#include "store/Step.h"
 
 /// What the user types, as typed.
 struct CComposedFields {
@@ -17,7 +18,8 @@ struct CComposedFields {
 
 /// Components are stored at once, the menu or recipe itself when it is confirmed; a new one gets
 /// its identifier at the start. The components of a new one that is not confirmed are deleted with
-/// the form. The document outlives the form.
+/// the form. Everything that is stored while the form lives is one step of the history. The
+/// document and its database outlive the form.
 class CComposedForm {
   public:
     /// `position` of a menu or recipe, or -1 for a new one in the category.
@@ -72,6 +74,7 @@ class CComposedForm {
     [[nodiscard]] CItemDatabaseBase& Items() const { return m_doc.Database().Items(m_kind); }
 
     CVelmoraDoc& m_doc;
+    CStep m_step;
     ECatalogueKind m_kind;
     int m_position;
     bool m_isLoaded = true;

@@ -4,8 +4,10 @@
 
 #include <QDialog>
 
+#include "app/ListCommands.h"
 #include "catalogue/items/CatalogueViewSettings.h"
 #include "catalogue/view/CatalogueView.h"
+#include "store/Step.h"
 
 class CTypedMainView : public CCatalogueView {
     Q_OBJECT
@@ -30,6 +32,10 @@ class CTypedMainView : public CCatalogueView {
         Dialog dialog(Doc(), item, position, this);
         bool isStored = false;
         dialog.SetOnConfirmed([&] {
+            const CStep step(
+                Database().GetStore(),
+                StepName(position < 0 ? QLatin1StringView("addition") : QLatin1StringView("edit"),
+                         dialog.GetItem().GetName()));
             isStored = items.Write(position, dialog.GetItem());
             return Doc().MayClose(isStored);
         });

@@ -29,6 +29,15 @@ EPlatformError CChangeFeed::ReportDeletedDatabase(qint64 database) const {
     return kErrorSuccess;
 }
 
+EPlatformError CChangeFeed::BeginUnit() const {
+    for (CChangeListener* listener : m_listeners) {
+        if (const EPlatformError error = listener->UnitBegins(); error != kErrorSuccess) {
+            return error;
+        }
+    }
+    return kErrorSuccess;
+}
+
 EPlatformError CChangeFeed::EndUnit() const {
     for (CChangeListener* listener : m_listeners) {
         if (const EPlatformError error = listener->UnitEnds(); error != kErrorSuccess) {

@@ -4,6 +4,7 @@
 #include <QtEndian>
 #include <algorithm>
 #include <bit>
+#include <limits>
 
 namespace {
 constexpr int kEntrySize = 16;
@@ -110,6 +111,14 @@ EPlatformError CPositionIndex::LowerBound(qint64 key, int& position) {
     return kErrorSuccess;
 }
 
+EPlatformError CPositionIndex::UpperBound(qint64 key, int& position) {
+    if (key < std::numeric_limits<qint64>::max()) {
+        return LowerBound(key + 1, position);
+    }
+    position = m_count;
+    return kErrorSuccess;
+}
+
 EPlatformError CPositionIndex::Insert(const CIndexEntry& entry) {
     if (m_blocks.empty()) {
         Append(entry);
@@ -136,6 +145,26 @@ EPlatformError CPositionIndex::Insert(const CIndexEntry& entry) {
     const auto at = std::upper_bound(entries.begin(), entries.end(), entry.key, IsBelowKey);
     entries.insert(at, entry);
     UpdateCount(target, 1);
+    return kErrorSuccess;
+}
+
+EPlatformError CPositionIndex::InsertAt(int position, const CIndexEntry& entry) {
+    if (position == m_count) {
+        return Insert(entry);
+    }
+    CPlace place = Locate(position);
+    if (const EPlatformError error = LoadEntries(place.block); error != kErrorSuccess) {
+        return error;
+    }
+    if (m_blocks[place.block]->count == kBlockCapacity) {
+        Halve(place.block);
+        if (const int lower = m_blocks[place.block]->count; place.offset > lower) {
+            place = {place.block + 1, place.offset - lower};
+        }
+    }
+    auto& entries = m_blocks[place.block]->entries;
+    entries.insert(entries.begin() + place.offset, entry);
+    UpdateCount(place.block, 1);
     return kErrorSuccess;
 }
 

@@ -49,8 +49,12 @@ class CPositionIndex {
     EPlatformError EntryAt(int position, CIndexEntry& entry);
     /// First position whose key is not below `key`; Count() when all are below.
     EPlatformError LowerBound(qint64 key, int& position);
+    /// First position whose key is above `key`; Count() when there is none.
+    EPlatformError UpperBound(qint64 key, int& position);
     /// Inserts after all entries of the same key.
     EPlatformError Insert(const CIndexEntry& entry);
+    /// Inserts at a position from the lower to the upper bound of the entry's key.
+    EPlatformError InsertAt(int position, const CIndexEntry& entry);
     EPlatformError RemoveAt(int position);
     /// Writes what changed into the file, within the caller's transaction.
     EPlatformError Flush();

@@ -1,6 +1,7 @@
 #include "store/engine/StorageEngine.h"
 
 #include "store/engine/RecordCodec.h"
+#include "store/engine/RecordWrites.h"
 #include "store/engine/StorageState.h"
 #include "store/engine/VolumeCopy.h"
 
@@ -211,6 +212,16 @@ EPlatformError CStorageEngine::ReadRecord(ObjectId record, PropertyList& propert
     return error == kErrorSuccess ? m_state->reader.Read(record, properties, most) : error;
 }
 
+EPlatformError CStorageEngine::SizeOfRecord(ObjectId record, int& size) {
+    QByteArray body;
+    EPlatformError error = m_state->CheckReadable();
+    if (error == kErrorSuccess) {
+        error = m_state->reader.ReadBody(record, body);
+    }
+    size = static_cast<int>(body.size());
+    return error;
+}
+
 EPlatformError CStorageEngine::AddRecord(ObjectId database, const PropertyList& properties,
                                          ObjectId& record) {
     const std::optional<qint64> key = KeyOf(properties);
@@ -223,19 +234,8 @@ EPlatformError CStorageEngine::AddRecord(ObjectId database, const PropertyList& 
     }
     return m_state->Write([&] {
         EncodeRecord(properties, m_state->body);
-        EPlatformError error = m_state->recordIds.Allocate(record);
-        if (error == kErrorSuccess) {
-            error = m_state->addRecord.Run({record, QByteArrayView(m_state->body)});
-        }
-        if (error != kErrorSuccess) {
-            return error;
-        }
-        record = m_state->file.GetLastRowId();
-        error = opened->index.Insert({*key, record});
-        return error != kErrorSuccess
-                   ? error
-                   : m_state->feed.Report(
-                         {database, record, {}, {true, m_state->body, *key, CRecordState::kLast}});
+        record = 0;
+        return CRecordWrites(*m_state, database, *opened).Add(record, m_state->body, {*key});
     });
 }
 
@@ -256,24 +256,9 @@ EPlatformError CStorageEngine::ReplaceRecord(ObjectId database, ObjectId record,
         return found;
     }
     return m_state->Write([&] {
-        CRecordChange change{database, record, {}, {}};
-        QByteArray bodyBefore;
-        EPlatformError error =
-            m_state->ReadBefore(database, record, position, old, bodyBefore, change.before);
-        if (error != kErrorSuccess) {
-            return error;
-        }
         EncodeRecord(properties, m_state->body);
-        change.after = {true, m_state->body, *key,
-                        old.key == *key ? change.before.ordinal : CRecordState::kLast};
-        error = m_state->replaceRecord.Run({QByteArrayView(m_state->body), record});
-        if (error == kErrorSuccess && old.key != *key) {
-            error = opened->index.RemoveAt(position);
-            if (error == kErrorSuccess) {
-                error = opened->index.Insert({*key, record});
-            }
-        }
-        return error == kErrorSuccess ? m_state->feed.Report(change) : error;
+        return CRecordWrites(*m_state, database, *opened)
+            .Replace(record, position, old, m_state->body, {*key});
     });
 }
 
@@ -288,19 +273,8 @@ EPlatformError CStorageEngine::DeleteRecord(ObjectId database, ObjectId record) 
     if (found != kErrorSuccess) {
         return found;
     }
-    return m_state->Write([&] {
-        CRecordChange change{database, record, {}, {}};
-        QByteArray bodyBefore;
-        EPlatformError error =
-            m_state->ReadBefore(database, record, position, old, bodyBefore, change.before);
-        if (error == kErrorSuccess) {
-            error = m_state->RemoveRecord(record);
-        }
-        if (error == kErrorSuccess) {
-            error = opened->index.RemoveAt(position);
-        }
-        return error == kErrorSuccess ? m_state->feed.Report(change) : error;
-    });
+    return m_state->Write(
+        [&] { return CRecordWrites(*m_state, database, *opened).Remove(record, position, old); });
 }
 
 EPlatformError CStorageEngine::BeginGroup() {

@@ -78,6 +78,8 @@ class CStorageEngine {
     /// Reads the first `most` values only: the list has the length of the record, and the rest of
     /// it is unspecified. kErrorFileNotFound when there is no such record.
     EPlatformError ReadRecord(ObjectId record, PropertyList& properties, int most = kAllProperties);
+    /// Bytes of a record's stored form.
+    EPlatformError SizeOfRecord(ObjectId record, int& size);
     /// Sets `record` to the identifier of the new record.
     EPlatformError AddRecord(ObjectId database, const PropertyList& properties, ObjectId& record);
     /// Overwrites a record and moves it when its key changed.

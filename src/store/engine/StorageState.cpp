@@ -91,7 +91,17 @@ EPlatformError CStorageState::Locate(COpenDatabase& opened, ObjectId record, int
     if (!key) {
         return kErrorCorrupt;
     }
-    error = opened.index.LowerBound(*key, position);
+    // The last one of a key is the newest, which is sought most.
+    error = opened.index.UpperBound(*key, position);
+    if (error == kErrorSuccess && --position >= 0) {
+        error = opened.index.EntryAt(position, entry);
+        if (error != kErrorSuccess || entry.record == record) {
+            return error;
+        }
+    }
+    if (error == kErrorSuccess) {
+        error = opened.index.LowerBound(*key, position);
+    }
     for (; error == kErrorSuccess && position < opened.index.Count(); ++position) {
         error = opened.index.EntryAt(position, entry);
         if (error == kErrorSuccess && entry.record == record) {
@@ -154,6 +164,9 @@ EPlatformError CStorageState::BeginUnit() {
     if (error == kErrorSuccess && !generation.IsInPlace()) {
         file.SetOverwritten();
         error = kErrorFileInvalid;
+    }
+    if (error == kErrorSuccess) {
+        error = feed.BeginUnit();
     }
     return error == kErrorSuccess ? generation.Begin() : error;
 }

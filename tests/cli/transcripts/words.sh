@@ -1,6 +1,7 @@
 # The words of the transcripts. Each command of velmora-cli is one, on the volume v.db.
 v() { "$cli" --volume v.db "$@"; }
-for group in profile foods menus recipes exlib categories search diet weight bmi exercises report purge
+for group in profile foods menus recipes exlib categories search diet weight bmi exercises report \
+    purge undo redo
 do eval "$group() { v $group \"\$@\"; }"
 done
 ann="--profile Ann --date 2026-06-02"

@@ -1,6 +1,7 @@
 // Damaged files.
 
 #include "store/engine/EngineSteps.h"
+#include "store/engine/History.h"
 #include "support/Files.h"
 
 #include <QProcess>
@@ -16,6 +17,17 @@ constexpr int kPageBytes = 8192;
 void WalkEverything(CStorageEngine& engine) {
     std::vector<CDatabaseInfo> databases;
     (void)engine.ListDatabases(0, databases);
+    CHistory history(engine.State());
+    engine.AddListener(&history);
+    for (const CDatabaseInfo& database : databases) {
+        history.Watch(database.id, kCatalogueScope);
+    }
+    EPlatformError error = kErrorSuccess;
+    for (int i = 0; i < 3 && history.NextUndo(); ++i) {
+        if (history.Revert(*history.NextUndo(), error) != EReverted::Done) {
+            break;
+        }
+    }
     (void)engine.BeginGroup();
     for (const CDatabaseInfo& database : databases) {
         const int count = CountOf(engine, database.id);
@@ -34,6 +46,8 @@ void WalkEverything(CStorageEngine& engine) {
         Added(engine, database.id, Numbered(3));
     }
     (void)engine.EndGroup();
+    (void)engine.Unmount();
+    engine.RemoveListener(&history);
 }
 }  // namespace
 
@@ -94,7 +108,7 @@ class TestVolumeFaults : public QObject {
     }
 
   private:
-    // 400 numbers and a database with pictures, in a file of some 100 KB.
+    // 400 numbers and a database with pictures, with a history, in a file of some 150 KB.
     QByteArray SmallVolume() {
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"volume.db"_s);
@@ -102,6 +116,10 @@ class TestVolumeFaults : public QObject {
         (void)engine.Mount(path);
         const ObjectId numbers = Created(engine, u"Numbers"_s);
         const ObjectId pictures = Created(engine, u"Pictures"_s, 1);
+        CHistory history(engine.State());
+        engine.AddListener(&history);
+        history.Watch(numbers, kCatalogueScope);
+        history.Watch(pictures, kCatalogueScope);
         (void)engine.BeginGroup();
         for (int i = 0; i < 400; ++i) {
             Added(engine, numbers, Numbered(i));
@@ -111,7 +129,13 @@ class TestVolumeFaults : public QObject {
             }
         }
         (void)engine.EndGroup();
+        for (int i = 0; i < 40; ++i) {
+            ObjectId record = 0;
+            (void)engine.SeekToPosition(numbers, 3 * i, record);
+            (void)engine.DeleteRecord(numbers, record);
+        }
         (void)engine.Unmount();
+        engine.RemoveListener(&history);
         return Load(path);
     }
 

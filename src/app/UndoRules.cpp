@@ -1,0 +1,81 @@
+#include "app/UndoRules.h"
+
+#include "platform/Messages.h"
+#include "store/Step.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// All texts that differ by direction.
+struct CUndoTexts {
+    const char* nothing;
+    const char* done;
+    const char* oneWay;
+    const char* changed;
+    const char* failed;
+};
+constexpr CUndoTexts kUndoTexts = {
+    "There is nothing to undo.", "Undone: %s.", "This cannot be redone. Do you want to go on?",
+    "Cannot undo %s: what it stored has been changed since.", "Cannot undo %s. Error=%d"};
+constexpr CUndoTexts kRedoTexts = {
+    "There is nothing to redo.", "Redone: %s.", "This cannot be undone. Do you want to go on?",
+    "Cannot redo %s: what it stored has been changed since.", "Cannot redo %s. Error=%d"};
+
+const CUndoTexts& TextsOf(const CHistoryStep& step) {
+    return step.isUndone ? kRedoTexts : kUndoTexts;
+}
+}  // namespace
+
+std::optional<CHistoryStep> NextStep(CDatabase& database, EUndo direction,
+                                     std::optional<qint64> scope) {
+    CHistory& history = database.GetStore().History();
+    return direction == EUndo::Undo ? history.NextUndo(scope) : history.NextRedo(scope);
+}
+
+QString NothingText(EUndo direction) {
+    return QString::fromLatin1((direction == EUndo::Undo ? kUndoTexts : kRedoTexts).nothing);
+}
+
+QString RevertedText(const CHistoryStep& step) {
+    return FormatText(QLatin1StringView(TextsOf(step).done), {step.name});
+}
+
+bool RevertStep(CDatabase& database, const CHistoryStep& step) {
+    CRecordStore& store = database.GetStore();
+    const CUndoTexts& texts = TextsOf(step);
+    if (store.History().IsOneWay(step) && !AskYesNo(QString::fromLatin1(texts.oneWay))) {
+        return false;
+    }
+    EReverted reverted = EReverted::Failed;
+    {
+        const CWaitCursor wait;
+        reverted = database.Revert(step);
+    }
+    switch (reverted) {
+        case EReverted::Done:
+            return true;
+        case EReverted::Changed:
+            ShowMessage(FormatText(QLatin1StringView(texts.changed), {step.name}),
+                        EMessageIcon::Warning);
+            return false;
+        case EReverted::Damaged:
+            ShowHistoryNotices(store);
+            return false;
+        case EReverted::Failed:
+            store.ShowFailure(FormatText(QLatin1StringView(texts.failed),
+                                         {step.name, static_cast<int>(store.GetLastError())}));
+            return false;
+    }
+    return false;
+}
+
+bool ClearHistory(CDatabase& database, qint64 scope) {
+    if (!AskYesNo(u"Nothing that was done until now can be undone afterwards. Are you sure?"_s)) {
+        return false;
+    }
+    if (!database.GetStore().ClearHistory(scope)) {
+        database.GetStore().ShowFailure(u"Cannot clear the history."_s);
+        return false;
+    }
+    return true;
+}
