@@ -8,6 +8,7 @@
 #include "app/ListCommands.h"
 #include "app/UnitTexts.h"
 #include "diary/DiaryCommands.h"
+#include "store/Step.h"
 
 using namespace Qt::StringLiterals;
 
@@ -55,6 +56,12 @@ bool MayCopy(int selected) {
 }
 
 int CutDietEntries(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected) {
+    if (selected.empty()) {
+        return 0;
+    }
+    const CStep step(doc.Database().GetStore(),
+                     StepName("cut"_L1, static_cast<int>(selected.size()),
+                              selected.front().entry.GetName(), "entries"_L1));
     return DeleteRecords(doc.Database().Diet(), RecordsOf(selected), "Cannot delete entry.",
                          EAfterFailure::Stop);
 }
@@ -87,6 +94,11 @@ int CopyEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries,
         copy.SetMeal(place.meal.value_or(copy.GetMeal()));
         return doc.Database().Diet().Write(kNoPosition, copy);
     };
+    if (copies.empty()) {
+        return 0;
+    }
+    const CStep step(doc.Database().GetStore(), StepName("copy"_L1, static_cast<int>(copies.size()),
+                                                         entries.front().GetName(), "entries"_L1));
     return ActOnEach(doc.Database().GetStore(), copies, add, u"Cannot add entry."_s);
 }
 

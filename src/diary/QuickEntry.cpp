@@ -9,6 +9,7 @@
 #include "diary/DietRules.h"
 #include "diary/QuickAmount.h"
 #include "platform/NumberText.h"
+#include "store/Step.h"
 
 using namespace Qt::StringLiterals;
 
@@ -322,5 +323,11 @@ int AddQuickItems(CVelmoraDoc& doc, QDate day, QTime time, int meal,
         TakeChosenFood(doc.Database(), items[static_cast<std::size_t>(index)].food, entry);
         return doc.Database().Diet().Write(kNoPosition, entry);
     };
+    if (items.empty()) {
+        return 0;
+    }
+    const CStep step(doc.Database().GetStore(),
+                     StepName("addition"_L1, static_cast<int>(items.size()),
+                              items.front().food.item.GetName(), "entries"_L1));
     return ActOnEach(doc.Database().GetStore(), indexes, add, u"Cannot add entry."_s);
 }
