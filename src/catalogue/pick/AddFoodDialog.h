@@ -21,6 +21,7 @@ class CAddFoodDialog : public CPickDialog {
     void ShowForm() override;
     /// Also opens the next pick list.
     void ContinueWith(EPicker next) override;
+    void ContinueWithFound() override;
 
   private:
     void AddKindTabs();
