@@ -19,6 +19,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int kNarrowSpacing = 4;
 constexpr int kButtonMargin = 10;
+constexpr int kLeastCategoryWidth = 44;
 /// The capacity of an entry's name and type.
 constexpr int kNameLength = 64;
 }  // namespace
@@ -37,10 +38,9 @@ bool CPickDialog::CloseOverlay() {
 void CPickDialog::AddSearchField() {
     const QStringList titles = m_form.SearchTitles();
     m_search = new CSearchField(
-        {{.title = titles[0], .share = 3},
-         {.title = titles[1], .share = 3},
-         {.title = titles[2], .share = 2},
-         {.title = titles[3], .kind = CReportColumn::EKind::Number, .share = 0}},
+        {{.title = titles[0], .share = 4},
+         {.title = titles[1], .least = kLeastCategoryWidth},
+         {.title = titles[2], .kind = CReportColumn::EKind::Number, .share = 0}},
         [this](const QString& text) {
             m_found = m_form.Search(text);
             return CSearchRows{.count = static_cast<int>(std::ssize(m_found.items)),

@@ -5,7 +5,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-enum : int { kName, kType, kCategory, kEnergy };
+enum : int { kName, kCategory, kEnergy };
 
 QString NoteOf(const CSearchMatches& matches, int shown) {
     QStringList notes;
@@ -39,16 +39,14 @@ CSearchItems SearchItems(CVelmoraDoc& doc, CSearchQuery query) {
 }
 
 QStringList SearchTitles(const CVelmoraDoc& doc) {
-    return {u"Name"_s, u"Type"_s, u"Category"_s,
+    return {u"Name and type"_s, u"Category"_s,
             UnitName(doc.Preferences().energyUnit, EUnitForm::Abbreviated)};
 }
 
 QString SearchCell(const CVelmoraDoc& doc, const CFoundItem& item, int column) {
     switch (column) {
         case kName:
-            return item.name;
-        case kType:
-            return item.type;
+            return item.type.isEmpty() ? item.name : item.name + u", "_s + item.type;
         case kCategory:
             return item.category;
         case kEnergy:

@@ -17,7 +17,7 @@ inline constexpr int kSearchRows = 50;
 /// profile's habits count.
 CSearchItems SearchItems(CVelmoraDoc& doc, CSearchQuery query);
 
-/// "Name", "Type", "Category" and the energy's unit.
+/// "Name and type", "Category" and the energy's unit: narrow lists have no room for more columns.
 QStringList SearchTitles(const CVelmoraDoc& doc);
 /// Energy is of the first serving, or of a minute; "3.5 MET" for exercises that are rated so.
 QString SearchCell(const CVelmoraDoc& doc, const CFoundItem& item, int column);
