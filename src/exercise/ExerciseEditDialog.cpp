@@ -9,6 +9,7 @@
 
 #include "controls/NumberField.h"
 #include "controls/PickField.h"
+#include "controls/SearchField.h"
 #include "exercise/ExerciseRules.h"
 #include "platform/NumberText.h"
 
@@ -39,12 +40,17 @@ CExerciseEditDialog::CExerciseEditDialog(CExerciseForm& form, QWidget* parent)
                   parent),
       m_form(form) {
     SetPreferredSize(kPreferredWidth, kPreferredHeight);
+    AddSearchField();
     Content()->addWidget(new QLabel(u"Edit exercise:"_s, this));
     AddFields();
     Content()->addStretch(1);
     AddPickList();
     CExerciseEditDialog::ShowForm();
-    FieldOf(EPicker::Category)->setFocus();
+    if (m_form.NameText().isEmpty()) {
+        SearchField()->setFocus();
+    } else {
+        FieldOf(EPicker::Category)->setFocus();
+    }
 }
 
 bool CExerciseEditDialog::Confirm() {

@@ -16,6 +16,7 @@ class CExerciseEditDialog : public CPickDialog {
     bool Confirm() override;
     void ShowForm() override;
     void ContinueWith(EPicker next) override;
+    void ContinueWithFound() override { ContinueWith(EPicker::None); }
 
   private:
     void AddFields();

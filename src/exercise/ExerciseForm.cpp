@@ -116,6 +116,12 @@ bool CExerciseForm::Confirm() {
     return true;
 }
 
+bool CExerciseForm::TakeFound(ECatalogueKind /*kind*/, int position) {
+    m_measured.reset();
+    ClearExercise({});
+    return Load(position);
+}
+
 /// Keeps the category.
 void CExerciseForm::ClearExercise(const QString& name) {
     m_picked.Clear();

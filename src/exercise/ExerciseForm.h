@@ -43,6 +43,10 @@ class CExerciseForm : public CPickForm {
 
     [[nodiscard]] ECatalogueKind Catalogue() const override { return ECatalogueKind::Exercises; }
     [[nodiscard]] qint32 CategoryId() const override { return m_categoryId; }
+    [[nodiscard]] CSearchQuery SearchQuery() const override {
+        return {.kinds = KindBit(ECatalogueKind::Exercises)};
+    }
+    bool TakeFound(ECatalogueKind kind, int position) override;
     bool Load(int position) override;
     [[nodiscard]] EEnergyUnit Unit() const { return Doc().Preferences().energyUnit; }
     void ClearExercise(const QString& name);

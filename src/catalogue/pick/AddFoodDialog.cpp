@@ -8,6 +8,7 @@
 #include <QSignalBlocker>
 #include <QTabBar>
 #include <QTimeEdit>
+#include <algorithm>
 
 #include "catalogue/items/CatalogueKinds.h"
 #include "catalogue/items/TextLimits.h"
@@ -15,6 +16,7 @@
 #include "controls/Grid.h"
 #include "controls/NumberField.h"
 #include "controls/PickField.h"
+#include "controls/SearchField.h"
 
 using namespace Qt::StringLiterals;
 
@@ -40,15 +42,16 @@ CAddFoodDialog::CAddFoodDialog(CAddFoodForm& form, QWidget* parent)
                   parent),
       m_form(form) {
     SetPreferredSize(kPreferredWidth, kPreferredHeight);
+    AddSearchField();
     AddKindTabs();
     AddFields();
     AddValues();
     AddPickList();
     CAddFoodDialog::ShowForm();
     if (form.IsNew()) {
-        FieldOf(EPicker::Category)->setFocus();
+        SearchField()->setFocus();
     } else {
-        ContinueAfterFind();
+        ContinueWithFound();
     }
 }
 
@@ -67,10 +70,7 @@ void CAddFoodDialog::AddKindTabs() {
     m_kinds->setAccessibleName(u"Kind"_s);
     m_kinds->setDrawBase(false);
     for (const EItemKind kind : m_form.Kinds()) {
-        const int tab = m_kinds->addTab(QLatin1StringView(KindOf(CatalogueOf(kind)).capitalized));
-        if (kind == m_form.GetKind()) {
-            m_kinds->setCurrentIndex(tab);
-        }
+        m_kinds->addTab(QLatin1StringView(KindOf(CatalogueOf(kind)).capitalized));
     }
     connect(m_kinds, &QTabBar::currentChanged, this, [this](int tab) {
         m_form.SetTime(TimeField()->time());
@@ -151,6 +151,12 @@ void CAddFoodDialog::ReadFields() {
 void CAddFoodDialog::ShowForm() {
     CPickDialog::ShowForm();
     {
+        const QSignalBlocker quiet(m_kinds);
+        const std::vector<EItemKind> kinds = m_form.Kinds();
+        m_kinds->setCurrentIndex(
+            static_cast<int>(std::ranges::find(kinds, m_form.GetKind()) - kinds.begin()));
+    }
+    {
         const QSignalBlocker quiet(m_serving);
         const QStringList servings = m_form.Servings();
         const QString text = m_form.ServingText();
@@ -174,11 +180,6 @@ void CAddFoodDialog::ShowValues() {
     }
 }
 
-void CAddFoodDialog::ContinueAfterFind() {
-    m_amount->setFocus();
-    m_amount->selectAll();
-}
-
 void CAddFoodDialog::ContinueWith(EPicker next) {
     if (next == EPicker::None) {
         m_serving->setFocus();
@@ -186,4 +187,9 @@ void CAddFoodDialog::ContinueWith(EPicker next) {
     }
     FieldOf(next)->setFocus();
     OpenPicker(next);
+}
+
+void CAddFoodDialog::ContinueWithFound() {
+    m_amount->setFocus();
+    m_amount->selectAll();
 }

@@ -22,7 +22,7 @@ class CAddFoodDialog : public CPickDialog {
     /// Also opens the next pick list.
     void ContinueWith(EPicker next) override;
     /// The amount is what remains to be typed.
-    void ContinueAfterFind() override;
+    void ContinueWithFound() override;
 
   private:
     void AddKindTabs();

@@ -142,6 +142,28 @@ EPicker CAddFoodForm::Pick(EPicker picker, const QString& row) {
     return EPicker::None;
 }
 
+CSearchQuery CAddFoodForm::SearchQuery() const {
+    CSearchQuery query{.kinds = 0, .meal = m_hasTime ? Doc().selectedMeal : kAllMeals};
+    for (const EItemKind kind : Kinds()) {
+        query.kinds |= KindBit(CatalogueOf(kind));
+    }
+    return query;
+}
+
+bool CAddFoodForm::TakeFound(ECatalogueKind kind, int position) {
+    SetKind(*KindOf(kind).itemKind);
+    if (!Load(position)) {
+        return false;
+    }
+    TakeOneServing();
+    return true;
+}
+
+void CAddFoodForm::TakeOneServing() {
+    m_amountText = ShownNumber(1.0, 2);
+    Recompute(1.0);
+}
+
 QStringList CAddFoodForm::Servings() const {
     QStringList names;
     for (const CServing& serving : m_servings) {
@@ -252,8 +274,7 @@ void CAddFoodForm::ClearItem(const QString& name) {
     m_servingText = kDefaultServing;
     m_valuesAreTotals = false;
     m_food.cataloguePosition = -1;
-    m_amountText = ShownNumber(1.0, 2);
-    Recompute(1.0);
+    TakeOneServing();
 }
 
 /// Leaves the amount as it is.
@@ -317,8 +338,7 @@ void CAddFoodForm::ChooseSingleCategory() {
 bool CAddFoodForm::PickType(const QString& type) {
     const bool isLoaded = LoadOfType(type);
     if (isLoaded) {
-        m_amountText = ShownNumber(1.0, 2);
-        Recompute(1.0);
+        TakeOneServing();
     }
     return isLoaded;
 }

@@ -96,8 +96,11 @@ class CAddFoodForm : public CPickForm {
 
     [[nodiscard]] ECatalogueKind Catalogue() const override { return CatalogueOf(m_food.kind); }
     [[nodiscard]] qint32 CategoryId() const override { return m_food.item.GetCategoryId(); }
+    [[nodiscard]] CSearchQuery SearchQuery() const override;
+    bool TakeFound(ECatalogueKind kind, int position) override;
     bool Load(int position) override;
     void ClearItem(const QString& name);
+    void TakeOneServing();
     void TakeItem(const CFoodItem& item);
     void OfferCatalogueServings();
     void ChooseSingleCategory();

@@ -7,9 +7,11 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTimeEdit>
+#include <QTimer>
 
 #include "controls/PickField.h"
 #include "controls/PickList.h"
+#include "controls/SearchField.h"
 #include "profile/DateEdit.h"
 
 using namespace Qt::StringLiterals;
@@ -17,6 +19,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int kNarrowSpacing = 4;
 constexpr int kButtonMargin = 10;
+constexpr int kLeastCategoryWidth = 44;
 /// The capacity of an entry's name and type.
 constexpr int kNameLength = 64;
 }  // namespace
@@ -26,9 +29,44 @@ CPickDialog::CPickDialog(const QString& title, CPickForm& form, const CFindTexts
     : CDialog(title, parent), m_form(form), m_texts(texts) {}
 
 bool CPickDialog::CloseOverlay() {
-    const bool wasOpen = m_pickList->IsOpen();
+    const bool wasOpen = m_pickList->IsOpen() || m_search->IsOpen();
     m_pickList->Close();
+    m_search->Close();
     return wasOpen;
+}
+
+void CPickDialog::AddSearchField() {
+    const QStringList titles = m_form.SearchTitles();
+    m_search = new CSearchField(
+        {{.title = titles[0], .share = 4},
+         {.title = titles[1], .least = kLeastCategoryWidth},
+         {.title = titles[2], .kind = CReportColumn::EKind::Number, .share = 0}},
+        [this](const QString& text) {
+            m_found = m_form.Search(text);
+            return CSearchRows{.count = static_cast<int>(std::ssize(m_found.items)),
+                               .text =
+                                   [this](int row, int column) {
+                                       return m_form.SearchCell(m_found.items[row], column);
+                                   },
+                               .note = m_found.note,
+                               .hint = m_found.hint};
+        },
+        OverlayParent(), this);
+    connect(m_search, &CSearchField::Picked, this, [this](int row) {
+        ReadFields();
+        if (m_form.PickFound(m_found.items[row])) {
+            ShowForm();
+            ContinueWithFound();
+        }
+    });
+    Content()->addWidget(m_search);
+    auto* idle = new QTimer(this);
+    connect(idle, &QTimer::timeout, this, [this, idle] {
+        if (!m_form.PrepareSearch()) {
+            idle->stop();
+        }
+    });
+    idle->start();
 }
 
 void CPickDialog::AddPickFields(QFormLayout* form) {
@@ -158,7 +196,7 @@ void CPickDialog::Find() {
     ReadFields();
     if (m_form.Find(dialog.GetName(), dialog.GetTypes())) {
         ShowForm();
-        ContinueAfterFind();
+        ContinueWithFound();
     }
 }
 
@@ -170,6 +208,6 @@ void CPickDialog::FindNext() {
     ReadFields();
     if (m_form.FindNext()) {
         ShowForm();
-        ContinueAfterFind();
+        ContinueWithFound();
     }
 }

@@ -9,6 +9,7 @@
 
 class CPickField;
 class CPickList;
+class CSearchField;
 class QComboBox;
 class QFormLayout;
 class QHBoxLayout;
@@ -29,6 +30,8 @@ class CPickDialog : public CDialog {
 
     bool CloseOverlay() override;
 
+    /// The field that finds items by typing, over all others.
+    void AddSearchField();
     /// Category, name and type.
     void AddPickFields(QFormLayout* form);
     /// Time and the find buttons.
@@ -45,10 +48,12 @@ class CPickDialog : public CDialog {
     virtual void ShowForm();
     /// Called after a row was picked; `next` is the picker that follows.
     virtual void ContinueWith(EPicker next) = 0;
-    /// Called after a find has loaded an item.
-    virtual void ContinueAfterFind() {}
+
+    /// Called after the search field or a find has loaded an item.
+    virtual void ContinueWithFound() = 0;
 
     void OpenPicker(EPicker picker);
+    [[nodiscard]] CSearchField* SearchField() const { return m_search; }
     [[nodiscard]] CPickField* FieldOf(EPicker picker) const;
     [[nodiscard]] QTimeEdit* TimeField() const { return m_time; }
     void SetFindVisible(bool isVisible);
@@ -62,6 +67,8 @@ class CPickDialog : public CDialog {
     CFindTexts m_texts;
     EPicker m_picker = EPicker::None;
 
+    CSearchField* m_search = nullptr;
+    CSearchItems m_found;
     CPickField* m_category = nullptr;
     CPickField* m_name = nullptr;
     CPickField* m_type = nullptr;

@@ -23,6 +23,16 @@ bool CPickForm::FindNext() {
     return LoadFound(::FindNext(m_doc.Database(), Catalogue(), FindState()));
 }
 
+CSearchItems CPickForm::Search(const QString& text) {
+    CSearchQuery query = SearchQuery();
+    query.text = text;
+    return SearchItems(m_doc, query);
+}
+
+bool CPickForm::PickFound(const CFoundItem& item) {
+    return TakeFound(item.kind, m_doc.Database().Items(item.kind).PositionOf(item.record));
+}
+
 QString CPickForm::CategoryText() const {
     return CategoryId() < 0 ? QString()
                             : m_doc.Database().Categories().NameOf(Catalogue(), CategoryId());

@@ -6,6 +6,7 @@
 
 #include "app/VelmoraDoc.h"
 #include "catalogue/items/CatalogueChoices.h"
+#include "catalogue/pick/SearchItems.h"
 
 /// An item by category, name and type, and the time of its entry. Texts go in and out as the user
 /// sees them. The document outlives it.
@@ -30,6 +31,20 @@ class CPickForm {
     bool Find(const QString& name, const QStringList& types);
     bool FindNext();
 
+    /// The best matches among the items that may be picked; for an empty text what the profile
+    /// eats.
+    [[nodiscard]] CSearchItems Search(const QString& text);
+    /// Prepares for the first search in steps; false when there is nothing left to do.
+    bool PrepareSearch() { return m_doc.Database().Search().PrepareSome(); }
+    /// The titles of the columns in which matches are shown, and the text in one of them.
+    [[nodiscard]] QStringList SearchTitles() const { return ::SearchTitles(m_doc); }
+    [[nodiscard]] QString SearchCell(const CFoundItem& item, int column) const {
+        return ::SearchCell(m_doc, item, column);
+    }
+    /// Takes a match as if it had been picked field by field. False after a message when it cannot
+    /// be loaded.
+    bool PickFound(const CFoundItem& item);
+
     [[nodiscard]] QString CategoryText() const;
     [[nodiscard]] QString NameText() const { return m_name; }
     void SetNameText(const QString& text) { m_name = text; }
@@ -45,6 +60,10 @@ class CPickForm {
     [[nodiscard]] virtual ECatalogueKind Catalogue() const = 0;
     /// -1 when none is selected.
     [[nodiscard]] virtual qint32 CategoryId() const = 0;
+    /// The kinds that may be picked and the meal that is chosen for; the text is set by the caller.
+    [[nodiscard]] virtual CSearchQuery SearchQuery() const = 0;
+    /// As picking the item at that position of a kind in the last picker.
+    virtual bool TakeFound(ECatalogueKind kind, int position) = 0;
     /// Loads the item at that position; false after a message when it cannot be read.
     virtual bool Load(int position) = 0;
 

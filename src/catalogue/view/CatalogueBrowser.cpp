@@ -1,9 +1,13 @@
 #include "catalogue/view/CatalogueBrowser.h"
 
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTreeView>
+#include <QVBoxLayout>
 #include <algorithm>
+#include <unordered_set>
 
 #include "app/LeftOutText.h"
 #include "catalogue/view/CategoryTreeModel.h"
@@ -32,13 +36,13 @@ CCatalogueBrowser::CCatalogueBrowser(CVelmoraDoc& doc, CCatalogueRules& rules, E
                                      this)),
       m_list(new CReportList(QString::fromLatin1(m_kind.words.many))),
       m_listPane(new CListPane),
+      m_filter(new QLineEdit),
       m_namesInTree(m_kind.Layout().namesType) {
     MakeTree();
     MakeList();
     setChildrenCollapsible(false);
     addWidget(m_tree);
-    m_listPane->SetList(m_list);
-    addWidget(m_listPane);
+    MakeFilter();
     connect(this, &QSplitter::splitterMoved, this, [this] {
         const QList<int> both = sizes();
         SplitterPerMille() = both[0] * kWhole / std::max(1, both[0] + both[1]);
@@ -68,6 +72,39 @@ void CCatalogueBrowser::MakeTree() {
 void CCatalogueBrowser::MakeList() {
     m_list->setObjectName(u"items"_s);
     SetColumns();
+}
+
+void CCatalogueBrowser::MakeFilter() {
+    m_filter->setObjectName(u"filter"_s);
+    m_filter->setAccessibleName(u"Narrow the list"_s);
+    m_filter->setPlaceholderText(u"Narrow the list"_s);
+    m_filter->setClearButtonEnabled(true);
+    m_filter->installEventFilter(this);
+    connect(m_filter, &QLineEdit::textChanged, this, &CCatalogueBrowser::FillList);
+    auto* pane = new QWidget;
+    auto* layout = new QVBoxLayout(pane);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_filter);
+    m_listPane->SetList(m_list);
+    layout->addWidget(m_listPane, 1);
+    addWidget(pane);
+}
+
+// Down and Return go on to the list, Escape shows all of it again.
+bool CCatalogueBrowser::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_filter && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter) {
+            m_list->setFocus(Qt::TabFocusReason);
+            return true;
+        }
+        if (key == Qt::Key_Escape && !m_filter->text().isEmpty()) {
+            m_filter->clear();
+            return true;
+        }
+    }
+    return QSplitter::eventFilter(watched, event);
 }
 
 void CCatalogueBrowser::SetColumns() {
@@ -185,12 +222,36 @@ void CCatalogueBrowser::SelectInTree(const QModelIndex& index) {
 
 void CCatalogueBrowser::FillList() {
     const QString name = ItemName();
-    CCategoryList list =
-        name.isEmpty() ? m_doc.Database().Catalogue().FillCategoryList(m_kind.code, CategoryId())
-                       : m_rules.ItemsOfName(CategoryId(), name);
+    const bool isNarrow = CFoldedWords(m_filter->text()).Count() > 0;
+    CCategoryList list = name.isEmpty() ? m_doc.Database().Catalogue().FillCategoryList(
+                                              m_kind.code, CategoryId(),
+                                              isNarrow ? kNoCapacity : kCatalogueListCapacity)
+                                        : m_rules.ItemsOfName(CategoryId(), name);
+    if (isNarrow) {
+        Narrow(list);
+    }
     m_entries = std::move(list.entries);
     m_leftOut = list.leftOut;
     ShowEntries();
+}
+
+void CCatalogueBrowser::Narrow(CCategoryList& list) const {
+    CDatabase& database = m_doc.Database();
+    std::unordered_set<ObjectId> found;
+    for (const CSearchMatch& match : database.Search()
+                                         .Find({.text = m_filter->text(),
+                        .kinds = KindBit(m_kind.code),
+                        .categoryId = CategoryId()})
+                                         .best) {
+        found.insert(match.record);
+    }
+    std::erase_if(list.entries, [&](const CCategoryListEntry& entry) {
+        return !found.contains(database.Items(m_kind.code).RecordAt(entry.position));
+    });
+    if (std::ssize(list.entries) > kCatalogueListCapacity) {
+        list.leftOut.beyond += static_cast<int>(std::ssize(list.entries)) - kCatalogueListCapacity;
+        list.entries.resize(kCatalogueListCapacity);
+    }
 }
 
 void CCatalogueBrowser::ShowNote() {
@@ -242,6 +303,7 @@ void CCatalogueBrowser::SelectItem(int position) {
         return std::ranges::find(m_entries, position, &CCategoryListEntry::position);
     };
     if (place() == m_entries.end()) {
+        m_filter->clear();
         SelectInTree(m_model->IndexOf(entry.categoryId, entry.name));
     }
     if (place() == m_entries.end()) {

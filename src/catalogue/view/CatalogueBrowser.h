@@ -1,5 +1,5 @@
 // The two panes of a catalogue view: a tree of categories and item names, and a list of the items
-// of the selected category or name.
+// of the selected category or name, which a field over it narrows.
 #pragma once
 
 #include <QSplitter>
@@ -13,6 +13,7 @@
 class CCategoryTreeModel;
 class CListPane;
 class CReportList;
+class QLineEdit;
 class QTreeView;
 
 /// Both panes are read again after every change; expanded categories and the tree's scroll position
@@ -74,14 +75,18 @@ class CCatalogueBrowser : public QSplitter {
     void LabelTyped(qint32 categoryId, const QString& name, const QString& typed);
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:
     void MakeTree();
     void MakeList();
+    void MakeFilter();
     void SetColumns();
     void FillTree();
     void FillList();
+    /// Leaves the items that the words in the field find.
+    void Narrow(CCategoryList& list) const;
     void ShowEntries();
     void ShowNote();
     void SelectInTree(const QModelIndex& index);
@@ -95,6 +100,7 @@ class CCatalogueBrowser : public QSplitter {
     CCategoryTreeModel* m_model;
     CReportList* m_list;
     CListPane* m_listPane;
+    QLineEdit* m_filter;
     CCatalogueRules::Entries m_entries;  ///< by row of the list
     CLeftOut m_leftOut;
     std::optional<CAddedColumn> m_added;

@@ -124,13 +124,15 @@ bool CSearchRun::NamesCategory(const CItem& item) const {
     return std::ranges::equal(WordsOf(item).first(item.nameWords), category, {}, WordOf);
 }
 
-/// Whether every word of a part of an item is a whole word of the query.
-bool CSearchRun::IsPartOfQuery(const CItem& item, int part) const {
+/// Whether every word of a part of an item is a whole word of the query, or for `mayBegin` at least
+/// begins with one.
+bool CSearchRun::IsPartOfQuery(const CItem& item, int part, bool mayBegin) const {
     bool hasWords = false;
     for (const quint32 word : WordsOf(item)) {
         if (PartOf(word) == part) {
             hasWords = true;
-            if (m_judgements[WordOf(word)].Whole() == 0) {
+            const quint32 number = WordOf(word);
+            if ((mayBegin ? m_masks[number] : m_judgements[number].Whole()) == 0) {
                 return false;
             }
         }
@@ -145,8 +147,8 @@ CSearchRun::CFields CSearchRun::FieldsOf(const CItem& item) const {
             fields.found[match][field] |= m_judgements[word].matches[match];
         }
     };
-    const int namePart = NamesCategory(item) && IsPartOfQuery(item, 1) ? 1 : 0;
-    const EField firstPart = IsPartOfQuery(item, namePart + 1) ? kIsFirstPart : kInFirstPart;
+    const int namePart = NamesCategory(item) && IsPartOfQuery(item, 1, true) ? 1 : 0;
+    const EField firstPart = IsPartOfQuery(item, namePart + 1, false) ? kIsFirstPart : kInFirstPart;
     Mask nameMask = 0;
     for (const quint32 indexed : WordsOf(item)) {
         const quint32 word = WordOf(indexed);
@@ -165,7 +167,7 @@ CSearchRun::CFields CSearchRun::FieldsOf(const CItem& item) const {
     for (const quint32 word : m_index.m_categories[item.category].words) {
         note(word, kInCategory);
     }
-    if (IsPartOfQuery(item, namePart)) {
+    if (IsPartOfQuery(item, namePart, false)) {
         fields.nameFit = nameMask == m_all ? kNameIsQuery : kNameIsPartOfQuery;
     }
     return fields;

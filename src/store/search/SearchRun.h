@@ -64,7 +64,7 @@ class CSearchRun {
     [[nodiscard]] Mask MaskOf(const CItem& item) const;
     [[nodiscard]] quint64 WeightOf(const CItem& item) const;
     [[nodiscard]] bool NamesCategory(const CItem& item) const;
-    [[nodiscard]] bool IsPartOfQuery(const CItem& item, int part) const;
+    [[nodiscard]] bool IsPartOfQuery(const CItem& item, int part, bool mayBegin) const;
     [[nodiscard]] CFields FieldsOf(const CItem& item) const;
     [[nodiscard]] CRank RankOf(const CItem& item) const;
     template <typename IsMatch>

@@ -1,0 +1,61 @@
+#include "catalogue/pick/SearchItems.h"
+
+#include "platform/NumberText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+enum : int { kName, kCategory, kEnergy };
+
+QString NoteOf(const CSearchMatches& matches, int shown) {
+    QStringList notes;
+    if (matches.found == EFound::Near) {
+        notes.append(u"Similar words:"_s);
+    } else if (matches.found == EFound::Most) {
+        notes.append(u"Nothing has all these words."_s);
+    }
+    if (matches.total > shown) {
+        notes.append(u"The best %1 of %2"_s.arg(shown).arg(matches.total));
+    }
+    return notes.join(u' ');
+}
+}  // namespace
+
+CSearchItems SearchItems(CVelmoraDoc& doc, CSearchQuery query) {
+    CDatabase& database = doc.Database();
+    query.profile = database.Profiles().GetId();
+    query.limit = kSearchRows;
+    const CSearchMatches matches = database.Search().Find(query);
+    CSearchItems found;
+    for (const CSearchMatch& match : matches.best) {
+        if (auto item = ReadFoundItem(database, match)) {
+            found.items.push_back(std::move(*item));
+        }
+    }
+    found.note = NoteOf(matches, static_cast<int>(std::ssize(found.items)));
+    found.hint = query.text.trimmed().isEmpty() ? u"Type a few letters of what you look for."_s
+                                                : u"Nothing found."_s;
+    return found;
+}
+
+QStringList SearchTitles(const CVelmoraDoc& doc) {
+    return {u"Name and type"_s, u"Category"_s,
+            UnitName(doc.Preferences().energyUnit, EUnitForm::Abbreviated)};
+}
+
+QString SearchCell(const CVelmoraDoc& doc, const CFoundItem& item, int column) {
+    switch (column) {
+        case kName:
+            return item.type.isEmpty() ? item.name : item.name + u", "_s + item.type;
+        case kCategory:
+            return item.category;
+        case kEnergy:
+            break;
+        default:
+            return {};
+    }
+    if (item.met > 0) {
+        return ShownNumber(item.met, 1) + u" MET"_s;
+    }
+    return ShownNumber(EnergyShown(item.energyKcal, doc.Preferences().energyUnit), 0);
+}

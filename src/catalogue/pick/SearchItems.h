@@ -1,0 +1,23 @@
+// What a search field shows: the best matches with their texts.
+#pragma once
+
+#include "app/VelmoraDoc.h"
+#include "catalogue/items/FoundItem.h"
+
+struct CSearchItems {
+    std::vector<CFoundItem> items;
+    QString note;  ///< about rows that are left out or do not match fully
+    QString hint;  ///< why there are none
+};
+
+/// As many as a person looks through.
+inline constexpr int kSearchRows = 50;
+
+/// The best kSearchRows matches of a query, whose profile and limit are set here: the active
+/// profile's habits count.
+CSearchItems SearchItems(CVelmoraDoc& doc, CSearchQuery query);
+
+/// "Name and type", "Category" and the energy's unit: narrow lists have no room for more columns.
+QStringList SearchTitles(const CVelmoraDoc& doc);
+/// Energy is of the first serving, or of a minute; "3.5 MET" for exercises that are rated so.
+QString SearchCell(const CVelmoraDoc& doc, const CFoundItem& item, int column);
