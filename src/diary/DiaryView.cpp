@@ -14,6 +14,7 @@
 #include "controls/ListPane.h"
 #include "controls/PaintedIcons.h"
 #include "controls/ReportList.h"
+#include "controls/UndoActions.h"
 #include "diary/ListSizes.h"
 #include "profile/DateEdit.h"
 
@@ -40,6 +41,36 @@ CDiaryView::CDiaryView(CVelmoraDoc& doc, int& splitterPerMille, QWidget* parent)
     });
 }
 
+void CDiaryView::CreateUndo() {
+    const auto scope = [this] { return m_doc.Database().Profiles().GetId(); };
+    const auto nameOf = [this, scope](EUndo direction) {
+        return NextName(m_doc.Database(), direction, scope());
+    };
+    m_undo = new CUndoActions({.undoName = [nameOf] { return nameOf(EUndo::Undo); },
+                               .redoName = [nameOf] { return nameOf(EUndo::Redo); },
+                               .undo = [this] { Revert(EUndo::Undo); },
+                               .redo = [this] { Revert(EUndo::Redo); },
+                               .clear =
+                                   [this, scope] {
+                                       // A refusal has shown its message.
+                                       (void)ClearHistory(m_doc.Database(), scope());
+                                   }},
+                              this);
+}
+
+void CDiaryView::Revert(EUndo direction) {
+    const int place = m_list->CurrentPlace();
+    if (RevertNext(m_doc.Database(), direction, m_doc.Database().Profiles().GetId())) {
+        StoreLayout();
+        DataChanged();
+        m_list->SelectPlace(place);
+    }
+}
+
+void CDiaryView::RefreshMenus() {
+    m_undo->Refresh();
+}
+
 std::vector<QAction*> CDiaryView::ToolButtons() {
     return {m_commands[kAdd], m_commands[kDelete]};
 }
@@ -60,8 +91,10 @@ void CDiaryView::SetCommands(CReportList* list, const std::vector<CListCommand>&
     m_commands[kAdd]->setIcon(PaintedIcon(EIcon::Add));
     m_commands[kDelete]->setIcon(PaintedIcon(EIcon::Delete));
     connect(list, &QAbstractItemView::activated, m_commands[kEdit], &QAction::trigger);
-    connect(list, &QWidget::customContextMenuRequested, this,
-            [this](const QPoint& position) { ShowMenu(m_commands, m_list->viewport(), position); });
+    CreateUndo();
+    connect(list, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
+        ShowMenu(EditCommands(), m_list->viewport(), position);
+    });
     SetMenus(own);
 }
 
@@ -78,13 +111,20 @@ QAction* CDiaryView::CreateListAction(const CListCommand& command) {
     return action;
 }
 
+std::vector<QAction*> CDiaryView::EditCommands() {
+    std::vector<QAction*> commands = m_commands;
+    const std::vector<QAction*> tail = m_undo->MenuTail();
+    commands.insert(commands.end(), tail.begin(), tail.end());
+    return commands;
+}
+
 void CDiaryView::SetMenus(QAction* own) {
     m_menus = {
         {u"File"_s,
          {CreateFrameAction(u"Open profile..."_s, kCommandOpenProfile),
           CreateFrameAction(u"Report..."_s, kCommandReport),
           CreateFrameAction(u"&Exit"_s, kCommandExit)}},
-        {u"Edit"_s, m_commands},
+        {u"Edit"_s, EditCommands()},
         {u"Tools"_s,
          {CreateFrameAction(u"Preferences..."_s, kCommandPreferences),
           CreateFrameAction(u"User..."_s, kCommandUser),
@@ -182,7 +222,13 @@ void CDiaryView::SetDay(QDate day) {
 void CDiaryView::ShowMenu(const std::vector<QAction*>& actions, QWidget* widget,
                           const QPoint& position) {
     QMenu menu(widget);
-    menu.addActions({actions.begin(), actions.end()});
+    for (QAction* action : actions) {
+        if (action == nullptr) {
+            menu.addSeparator();
+        } else {
+            menu.addAction(action);
+        }
+    }
     menu.exec(widget->mapToGlobal(position));
 }
 

@@ -6,11 +6,13 @@
 #include <functional>
 #include <optional>
 
+#include "app/UndoRules.h"
 #include "app/VelmoraDoc.h"
 #include "controls/MainView.h"
 
 class CListPane;
 class CReportList;
+class CUndoActions;
 class QDateEdit;
 class QSplitter;
 
@@ -22,6 +24,7 @@ class CDiaryView : public CMainView {
     std::vector<CCommandMenu> CommandBar() override { return m_menus; }
     /// The commands to add and to delete.
     std::vector<QAction*> ToolButtons() override;
+    void RefreshMenus() override;
 
   protected:
     /// `splitterPerMille` is the list's share of the tab, kept in the document.
@@ -62,7 +65,7 @@ class CDiaryView : public CMainView {
     [[nodiscard]] virtual int ListHeight(int perMille, int viewHeight) const;
     void ShowSplit();
 
-    /// `position` in the coordinates of `widget`.
+    /// `position` in the coordinates of `widget`; a null action is a separator.
     static void ShowMenu(const std::vector<QAction*>& actions, QWidget* widget,
                          const QPoint& position);
     /// The colour chosen in "Select color"; nothing when it is cancelled.
@@ -74,6 +77,10 @@ class CDiaryView : public CMainView {
   private:
     enum ECommand { kAdd, kEdit, kDelete };
 
+    void CreateUndo();
+    void Revert(EUndo direction);
+    /// The commands on entries, a separator, and undo.
+    std::vector<QAction*> EditCommands();
     QWidget* CreateDayBar();
     QAction* CreateListAction(const CListCommand& command);
     void SetMenus(QAction* own);
@@ -83,6 +90,7 @@ class CDiaryView : public CMainView {
     int& m_splitterPerMille;
     std::vector<CCommandMenu> m_menus;
     std::vector<QAction*> m_commands;
+    CUndoActions* m_undo = nullptr;
     QWidget* m_dayBar = nullptr;
     QDateEdit* m_date = nullptr;
     QSplitter* m_splitter = nullptr;
