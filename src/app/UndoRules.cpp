@@ -69,6 +69,20 @@ bool RevertStep(CDatabase& database, const CHistoryStep& step) {
     return false;
 }
 
+bool RevertNext(CDatabase& database, EUndo direction, qint64 scope) {
+    const std::optional<CHistoryStep> step = NextStep(database, direction, scope);
+    ShowHistoryNotices(database.GetStore());
+    if (!step) {
+        ShowMessage(NothingText(direction), EMessageIcon::Information);
+    }
+    return step && RevertStep(database, *step);
+}
+
+QString NextName(CDatabase& database, EUndo direction, qint64 scope) {
+    const std::optional<CHistoryStep> step = NextStep(database, direction, scope);
+    return step ? step->name : QString();
+}
+
 bool ClearHistory(CDatabase& database, qint64 scope) {
     if (!AskYesNo(u"Nothing that was done until now can be undone afterwards. Are you sure?"_s)) {
         return false;

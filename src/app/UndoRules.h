@@ -17,5 +17,11 @@ QString RevertedText(const CHistoryStep& step);
 /// changed.
 bool RevertStep(CDatabase& database, const CHistoryStep& step);
 
+/// NextStep and RevertStep in a scope, with the message of NothingText. True when anything was
+/// changed.
+bool RevertNext(CDatabase& database, EUndo direction, qint64 scope);
+/// The name of the step that RevertNext would take; empty when there is none.
+QString NextName(CDatabase& database, EUndo direction, qint64 scope);
+
 /// Asks and empties the history of a scope. False when the answer was No, or after a message.
 bool ClearHistory(CDatabase& database, qint64 scope);

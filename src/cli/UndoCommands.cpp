@@ -6,6 +6,8 @@
 #include "platform/Messages.h"
 #include "store/Step.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -39,11 +41,12 @@ void PrintStep(CDatabase& database, const CHistoryStep& step) {
 
 void PrintSteps(CDatabase& database, EUndo direction, std::optional<qint64> scope) {
     PrintRow({u"step"_s, u"profile"_s});
-    const std::vector<CHistoryStep>& steps = database.GetStore().History().ListSteps();
-    for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
-        const bool isInScope = !scope || *scope == step->scope;
-        if (isInScope && step->isUndone == (direction == EUndo::Redo)) {
-            PrintStep(database, *step);
+    std::vector<CHistoryStep> steps = database.GetStore().History().ListSteps();
+    std::ranges::reverse(steps);
+    for (const CHistoryStep& step : steps) {
+        const bool isInScope = !scope || *scope == step.scope;
+        if (isInScope && step.isUndone == (direction == EUndo::Redo)) {
+            PrintStep(database, step);
         }
     }
 }

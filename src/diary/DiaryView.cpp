@@ -15,6 +15,7 @@
 #include "controls/ListPane.h"
 #include "controls/PaintedIcons.h"
 #include "controls/ReportList.h"
+#include "controls/UndoActions.h"
 #include "diary/ListSizes.h"
 #include "profile/DateEdit.h"
 
@@ -41,6 +42,36 @@ CDiaryView::CDiaryView(CVelmoraDoc& doc, int& splitterPerMille, QWidget* parent)
     });
 }
 
+void CDiaryView::CreateUndo() {
+    const auto scope = [this] { return m_doc.Database().Profiles().GetId(); };
+    const auto nameOf = [this, scope](EUndo direction) {
+        return NextName(m_doc.Database(), direction, scope());
+    };
+    m_undo = new CUndoActions({.undoName = [nameOf] { return nameOf(EUndo::Undo); },
+                               .redoName = [nameOf] { return nameOf(EUndo::Redo); },
+                               .undo = [this] { Revert(EUndo::Undo); },
+                               .redo = [this] { Revert(EUndo::Redo); },
+                               .clear =
+                                   [this, scope] {
+                                       // A refusal has shown its message.
+                                       (void)ClearHistory(m_doc.Database(), scope());
+                                   }},
+                              this);
+}
+
+void CDiaryView::Revert(EUndo direction) {
+    const int place = m_list->CurrentPlace();
+    if (RevertNext(m_doc.Database(), direction, m_doc.Database().Profiles().GetId())) {
+        StoreLayout();
+        DataChanged();
+        m_list->SelectPlace(place);
+    }
+}
+
+void CDiaryView::RefreshMenus() {
+    m_undo->Refresh();
+}
+
 std::vector<QAction*> CDiaryView::ToolButtons() {
     return {m_commands[kAdd], m_commands[kDelete]};
 }
@@ -58,17 +89,16 @@ void CDiaryView::SetCommands(CReportList* list, const std::vector<CListCommand>&
     for (const CListCommand& command : commands) {
         m_commands.push_back(CreateListAction(command));
     }
-    if (!more.empty()) {
-        m_commands.push_back(nullptr);
-    }
     for (const CListCommand& command : more) {
-        m_commands.push_back(CreateListAction(command));
+        m_more.push_back(CreateListAction(command));
     }
     m_commands[kAdd]->setIcon(PaintedIcon(EIcon::Add));
     m_commands[kDelete]->setIcon(PaintedIcon(EIcon::Delete));
     connect(list, &QAbstractItemView::activated, m_commands[kEdit], &QAction::trigger);
-    connect(list, &QWidget::customContextMenuRequested, this,
-            [this](const QPoint& position) { ShowMenu(m_commands, m_list->viewport(), position); });
+    CreateUndo();
+    connect(list, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
+        ShowMenu(EditCommands(), m_list->viewport(), position);
+    });
     SetMenus(own);
 }
 
@@ -86,13 +116,21 @@ QAction* CDiaryView::CreateListAction(const CListCommand& command) {
     return action;
 }
 
+std::vector<QAction*> CDiaryView::EditCommands() {
+    std::vector<QAction*> commands = m_commands;
+    const std::vector<QAction*> tail = m_undo->MenuTail();
+    commands.insert(commands.end(), tail.begin(), tail.end());
+    commands.insert(commands.end(), m_more.begin(), m_more.end());
+    return commands;
+}
+
 void CDiaryView::SetMenus(QAction* own) {
     m_menus = {
         {u"File"_s,
          {CreateFrameAction(u"Open profile..."_s, kCommandOpenProfile),
           CreateFrameAction(u"Report..."_s, kCommandReport),
           CreateFrameAction(u"&Exit"_s, kCommandExit)}},
-        {u"Edit"_s, m_commands},
+        {u"Edit"_s, EditCommands()},
         {u"Tools"_s,
          {CreateFrameAction(u"Preferences..."_s, kCommandPreferences),
           CreateFrameAction(u"User..."_s, kCommandUser),

@@ -6,12 +6,14 @@
 #include <functional>
 #include <optional>
 
+#include "app/UndoRules.h"
 #include "app/VelmoraDoc.h"
 #include "controls/MainView.h"
 
 class CDateField;
 class CListPane;
 class CReportList;
+class CUndoActions;
 class QSplitter;
 
 /// The document outlives the view; its dayShown is valid once a view exists. A derived view creates
@@ -22,6 +24,7 @@ class CDiaryView : public CMainView {
     std::vector<CCommandMenu> CommandBar() override { return m_menus; }
     /// The commands to add and to delete.
     std::vector<QAction*> ToolButtons() override;
+    void RefreshMenus() override;
 
   protected:
     /// `splitterPerMille` is the list's share of the tab, kept in the document.
@@ -45,8 +48,8 @@ class CDiaryView : public CMainView {
     };
     static inline const QList<QKeySequence> kAddKeys = {Qt::Key_Insert, Qt::CTRL | Qt::Key_N};
     /// Puts the list above the tab's pane. The first three `commands` add, edit and delete. All of
-    /// them are in the list's menu and in "Edit"; activating a row edits it. `more` follow below a
-    /// separator. `own` is the tab's own entry of "Tools".
+    /// them are in the list's menu and in "Edit"; activating a row edits it. `more` follow
+    /// after undo and redo. `own` is the tab's own entry of "Tools".
     void SetCommands(CReportList* list, const std::vector<CListCommand>& commands, QAction* own,
                      const std::vector<CListCommand>& more = {});
     /// Lays out the day, `between` (if given), and the list above its pane; the list gets the
@@ -63,8 +66,7 @@ class CDiaryView : public CMainView {
     [[nodiscard]] virtual int ListHeight(int perMille, int viewHeight) const;
     void ShowSplit();
 
-    /// `position` in the coordinates of `widget`.
-    /// A null action is a separator.
+    /// `position` in the coordinates of `widget`; a null action is a separator.
     static void ShowMenu(const std::vector<QAction*>& actions, QWidget* widget,
                          const QPoint& position);
     /// The colour chosen in "Select color"; nothing when it is cancelled.
@@ -76,6 +78,10 @@ class CDiaryView : public CMainView {
   private:
     enum ECommand { kAdd, kEdit, kDelete };
 
+    void CreateUndo();
+    void Revert(EUndo direction);
+    /// The commands on entries, a separator, and undo.
+    std::vector<QAction*> EditCommands();
     QWidget* CreateDayBar();
     QAction* CreateListAction(const CListCommand& command);
     void SetMenus(QAction* own);
@@ -85,6 +91,8 @@ class CDiaryView : public CMainView {
     int& m_splitterPerMille;
     std::vector<CCommandMenu> m_menus;
     std::vector<QAction*> m_commands;
+    std::vector<QAction*> m_more;
+    CUndoActions* m_undo = nullptr;
     QWidget* m_dayBar = nullptr;
     CDateField* m_date = nullptr;
     QSplitter* m_splitter = nullptr;

@@ -229,6 +229,7 @@ void CDietFrame::BuildCommandBar() {
                 menu->addAction(action);
             }
         }
+        connect(menu, &QMenu::aboutToShow, ActiveView(), &CMainView::RefreshMenus);
         m_menus.push_back(menu);
     }
     m_menus.push_back(menuBar()->addMenu(u"&Help"_s));

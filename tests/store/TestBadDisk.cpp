@@ -3,6 +3,7 @@
 #include <QDir>
 #include <set>
 
+#include "app/UndoRules.h"
 #include "catalogue/exchange/CsvExchange.h"
 #include "catalogue/items/CatalogueRules.h"
 #include "diary/DietRules.h"
@@ -283,6 +284,16 @@ class TestBadDisk : public CCatalogueTest {
          }},
         {"delete category",
          [this] { return CCatalogueRules(Database(), kFoods).DeleteCategory(2); }},
+        {"undo",
+         [this] {
+             const auto step = Database().GetStore().History().NextUndo(kCatalogueScope);
+             return Told(step.has_value()) && RevertStep(Database(), *step);
+         }},
+        {"redo",
+         [this] {
+             const auto step = Database().GetStore().History().NextRedo(kCatalogueScope);
+             return Told(step.has_value()) && RevertStep(Database(), *step);
+         }},
         {"delete menu", [this] { return Database().DeleteItem(kMenus, 0); }},
         {"delete profile", [this] { return Database().Profiles().Delete(u"Ann"_s); }},
         {"fill", [this] { return FillNumbers(); }},

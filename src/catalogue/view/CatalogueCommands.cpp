@@ -14,17 +14,19 @@ void CCatalogueView::Import() {
     const std::optional<EDuplicatePolicy> policy =
         AskImportOptions(m_kind.code, EDuplicatePolicy::Overwrite, this);
     if (policy) {
-        RunImport([&] { (void)ImportCatalogue(Database(), m_kind.code, *policy); });
+        RunThenReload([&] { (void)ImportCatalogue(Database(), m_kind.code, *policy); });
     }
 }
 
-void CCatalogueView::RunImport(const std::function<void()>& run) {
+void CCatalogueView::RunThenReload(const std::function<void()>& run) {
     const qint32 categoryId = m_browser->CategoryId();
     const QString category = Database().Categories().NameOf(m_kind.code, categoryId);
     const QString name = m_browser->ItemName();
     const CCatalogueRules::Entries selected = m_browser->Selected();
     run();
-    m_browser->Reload(Database().Categories().IdOf(m_kind.code, category), name);
+    const bool isSameThere = Database().Categories().Find(m_kind.code, categoryId) >= 0;
+    m_browser->Reload(
+        isSameThere ? categoryId : Database().Categories().IdOf(m_kind.code, category), name);
     if (!selected.empty()) {
         const CCategoryListEntry& item = selected.front();
         m_browser->SelectItem(

@@ -8,8 +8,10 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include "app/UndoRules.h"
 #include "controls/PaintedIcons.h"
 #include "controls/ReportList.h"
+#include "controls/UndoActions.h"
 
 using namespace Qt::StringLiterals;
 
@@ -68,6 +70,28 @@ void CCatalogueView::MakeActions() {
     }
     LeaveKeysToPanes();
     MakeWindowActions();
+    MakeUndo();
+}
+
+void CCatalogueView::MakeUndo() {
+    const auto nameOf = [this](EUndo direction) {
+        return NextName(Database(), direction, kCatalogueScope);
+    };
+    const auto revert = [this](EUndo direction) {
+        RunThenReload([&] { (void)RevertNext(Database(), direction, kCatalogueScope); });
+    };
+    // A refusal has shown its message.
+    m_undo =
+        new CUndoActions({.undoName = [nameOf] { return nameOf(EUndo::Undo); },
+                          .redoName = [nameOf] { return nameOf(EUndo::Redo); },
+                          .undo = [revert] { revert(EUndo::Undo); },
+                          .redo = [revert] { revert(EUndo::Redo); },
+                          .clear = [this] { (void)ClearHistory(Database(), kCatalogueScope); }},
+                         this);
+}
+
+void CCatalogueView::RefreshMenus() {
+    m_undo->Refresh();
 }
 
 QAction* CCatalogueView::MakeAction(const CCommand& command) {
@@ -191,6 +215,8 @@ std::vector<CCommandMenu> CCatalogueView::CommandBar() {
             edit.push_back(m_actions[command]);
         }
     }
+    const std::vector<QAction*> tail = m_undo->MenuTail();
+    edit.insert(edit.end(), tail.begin(), tail.end());
     std::vector<QAction*> tools = Tools();
     tools.insert(tools.end(), m_windows.begin(), m_windows.end());
     return {{u"File"_s, {m_actions[kImport], m_actions[kExport], nullptr, m_actions[kClose]}},
@@ -221,6 +247,13 @@ void CCatalogueView::ShowMenu(QWidget* widget, const QPoint& at,
             connect(action, &QAction::triggered, m_actions[command], &QAction::trigger);
         } else if (m_actions[command] != nullptr) {
             menu.addAction(m_actions[command]);
+        }
+    }
+    for (QAction* action : m_undo->MenuTail()) {
+        if (action == nullptr) {
+            menu.addSeparator();
+        } else {
+            menu.addAction(action);
         }
     }
     menu.exec(widget->mapToGlobal(at));

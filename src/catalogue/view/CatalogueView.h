@@ -12,6 +12,7 @@
 
 class QPushButton;
 class QStackedWidget;
+class CUndoActions;
 
 class CCatalogueView : public CMainView {
     Q_OBJECT
@@ -21,6 +22,7 @@ class CCatalogueView : public CMainView {
 
     std::vector<CCommandMenu> CommandBar() override;
     std::vector<QAction*> ToolButtons() override;
+    void RefreshMenus() override;
     void DataChanged() override;
 
   protected:
@@ -38,8 +40,8 @@ class CCatalogueView : public CMainView {
     void ShowStored(int position);
     /// Adds a button to the page that is shown for an empty catalogue.
     QPushButton* AddEmptyPageButton(const QString& text);
-    /// Runs an import, then reads the panes again and restores the selection.
-    void RunImport(const std::function<void()>& run);
+    /// Runs a command, then reads the panes again and restores the selection.
+    void RunThenReload(const std::function<void()>& run);
 
   private:
     enum ECommand {
@@ -68,6 +70,7 @@ class CCatalogueView : public CMainView {
     /// other meanings.
     void LeaveKeysToPanes();
     void MakeWindowActions();
+    void MakeUndo();
     void ConnectBrowser();
     QWidget* MakeEmptyPage();
     QString Text(const char* text) const { return QString::fromLatin1(text); }
@@ -99,6 +102,7 @@ class CCatalogueView : public CMainView {
     CCatalogueRules m_rules;
     std::array<QAction*, kCommandCount> m_actions{};  ///< null for commands the kind does not have
     std::vector<QAction*> m_windows;
+    CUndoActions* m_undo = nullptr;
     QStackedWidget* m_pages;
     CCatalogueBrowser* m_browser;
     QWidget* m_emptyPage = nullptr;

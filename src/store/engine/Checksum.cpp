@@ -35,7 +35,7 @@ quint64 ChecksumOf(QByteArrayView bytes, quint64 seed) {
             lanes[lane] = Turned(lanes[lane], qFromLittleEndian<quint64>(from + lane * kWord));
         }
     }
-    quint64 sum = static_cast<quint64>(bytes.size());
+    auto sum = static_cast<quint64>(bytes.size());
     for (const quint64 lane : lanes) {
         sum = Turned(sum, lane);
     }

@@ -1,6 +1,7 @@
 #include "store/engine/HistorySteps.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "store/engine/StorageState.h"
 
@@ -21,10 +22,8 @@ EPlatformError CHistorySteps::Load() {
     }
     m_isLoaded = true;
     m_lastId = m_steps.empty() ? 0 : m_steps.back().id;
-    const auto dropped = std::ranges::stable_partition(
-        m_steps, [](const CHistoryStep& step) { return !step.isDropped; });
-    m_dropped.assign(dropped.begin(), dropped.end());
-    m_steps.erase(dropped.begin(), dropped.end());
+    std::ranges::copy_if(m_steps, std::back_inserter(m_dropped), &CHistoryStep::isDropped);
+    std::erase_if(m_steps, [](const CHistoryStep& step) { return step.isDropped; });
     return kErrorSuccess;
 }
 
