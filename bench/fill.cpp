@@ -11,6 +11,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+/// People mostly eat what they have eaten before.
+constexpr int kDifferentFoods = 500;
 constexpr int kEntriesADay = 15;
 
 CDietEntry EntryNumber(int number, QDate day) {
@@ -18,7 +20,7 @@ CDietEntry EntryNumber(int number, QDate day) {
     entry.SetMoment(ToFileTime(day, QTime(8, 0).addSecs(number % kEntriesADay * 3000)));
     entry.SetMeal(number % kMealCount);
     entry.SetCategory(u"Fruit"_s);
-    entry.SetName(u"Apple %1"_s.arg(number));
+    entry.SetName(u"Apple %1"_s.arg(number % kDifferentFoods));
     entry.SetType(u"raw"_s);
     entry.SetServingName(u"1 medium"_s);
     entry.SetAmount(1.5);
