@@ -2,6 +2,8 @@
 
 #include <QAbstractItemModelTester>
 #include <QAction>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPointer>
 #include <QScreen>
 #include <QTabWidget>
@@ -10,6 +12,8 @@
 #include <limits>
 
 #include "app/FrameCommands.h"
+#include "app/UndoRules.h"
+#include "exercise/ExerciseRules.h"
 #include "frame/DietFrame.h"
 #include "profile/PreferencesDialog.h"
 #include "support/Clicks.h"
@@ -62,6 +66,29 @@ class TestDietFrame : public CDiaryTest {
 
   private slots:
     void init() { MakeDiary(); }
+
+    void theMenuNamesTheStepToUndo() {
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        const auto edit = [&frame] { return frame.menuBar()->actions().at(1)->menu(); };
+        const auto texts = [&edit] {
+            emit edit()->aboutToShow();
+            const QList<QAction*> actions = edit()->actions();
+            return QStringList{actions.at(actions.size() - 3)->text(),
+                               actions.at(actions.size() - 2)->text()};
+        };
+        const QString name = u"Fish & chips with a sauce of many things"_s;
+        CExerciseEntry entry;
+        entry.SetMoment(FirstMomentOf(kDay));
+        entry.SetName(name);
+        QVERIFY(AddExercise(Database(), entry));
+        QCOMPARE(texts(),
+                 (QStringList{u"Undo addition of Fish && chips with a \u2026"_s, u"Redo"_s}));
+        QVERIFY(RevertNext(Database(), EUndo::Undo, Database().Profiles().GetId()));
+        QCOMPARE(texts().last(), u"Redo addition of Fish && chips with a \u2026"_s);
+        QVERIFY(frame.ShowView(kSwitchToFoods));
+        QVERIFY(texts().first().startsWith(u"Undo"_s) && texts().last() == u"Redo"_s);
+    }
 
     void anyKeyMayBePressedInAnyList_data() {
         AddRows<bool>({{"empty", false}, {"with rows", true}});
