@@ -89,6 +89,8 @@ class TestVelmoraDoc : public CCatalogueTest {
             QCOMPARE(doc.Database().Profiles().ReadNames(), QStringList{u"Bert"_s});
         }
         QCOMPARE(CRegistrySettings::Read().userProfileName, u"Gone"_s);
+        dialogs.selected = u"Nobody"_s;
+        QVERIFY(!CVelmoraDoc(VolumePath()).Start(dialogs));
         dialogs.selected = u"Bert"_s;
         QVERIFY(CVelmoraDoc(VolumePath()).Start(dialogs));
         QCOMPARE(CRegistrySettings::Read().userProfileName, u"Bert"_s);
@@ -97,7 +99,8 @@ class TestVelmoraDoc : public CCatalogueTest {
         CVelmoraDoc doc(VolumePath());
         QVERIFY(doc.Start(dialogs));
         QCOMPARE(doc.GetActiveProfile(), u"Bert"_s);
-        QCOMPARE(dialogs.calls, (QStringList{u"preferences"_s, u"select"_s, u"select"_s}));
+        QCOMPARE(dialogs.calls,
+                 (QStringList{u"preferences"_s, u"select"_s, u"select"_s, u"select"_s}));
     }
 
     void settingsOutliveTheDocument() {
@@ -113,6 +116,15 @@ class TestVelmoraDoc : public CCatalogueTest {
             QCOMPARE(doc.Settings().lastTabCommand, found);
             doc.Settings().lastTabCommand = left;
         }
+        // Another profile is loaded in between.
+        CVelmoraDoc doc(VolumePath());
+        QVERIFY(doc.Start(dialogs));
+        CProfileSettings bert = CProfileSettings::ForNewProfile({2024, 1, 1});
+        bert.user.name = u"Bert"_s;
+        QVERIFY(doc.CreateProfile(bert));
+        doc.Settings().dietTab.splitterPerMille = 321;
+        QVERIFY(doc.LoadProfile(u"Bert"_s) && doc.LoadProfile(u"Anna"_s));
+        QCOMPARE(doc.Settings().dietTab.splitterPerMille, 321);
     }
 
     void profilesAreDeletedOneByOne() {

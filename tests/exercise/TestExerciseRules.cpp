@@ -43,6 +43,15 @@ class TestExerciseRules : public CExercisesTest {
         QCOMPARE(energy(u"slow"_s, u"60"_s, kKcal), u"672"_s);  // 60 * 80 * 8 * 0.0175 + 0.5
     }
 
+    void anEntryMayHaveCutItsCategory() {
+        const QString longName = QString(100, u'x');
+        AddCategory(Database(), longName, ECatalogueKind::Exercises);
+        auto entry = MakeEntry<CExerciseEntry>(kDay, QTime(8, 0));
+        entry.SetCategory(longName);
+        QVERIFY(entry.GetCategory() != longName);
+        QCOMPARE(CExerciseForm(*m_doc, entry).CategoryText(), longName);
+    }
+
     void pickingNarrowsDownAndClearsWhatDepends() {
         CExerciseForm form = NewForm();
         QCOMPARE(Shown(form), u"garden/ 0:01 "_s);  // the first, for want of the entry's own

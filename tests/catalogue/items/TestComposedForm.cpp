@@ -107,6 +107,9 @@ class TestComposedForm : public CDiaryTest {
         QLocale::setDefault(QLocale(u"de_DE"_s));  // "2,00" on the screen
         QVERIFY(SaveRecipeText(form));
         QCOMPARE(Load(m_messages->chosenFile), inC);
+        const CFileSizeLimit full(1);
+        QVERIFY(!SaveRecipeText(form));
+        QCOMPARE(m_messages->Said(), u"Cannot create file."_s);
     }
 
     void init() {

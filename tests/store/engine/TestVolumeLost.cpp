@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include "store/engine/EngineSteps.h"
+#include "store/engine/NamedValues.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
 
@@ -89,6 +90,20 @@ class TestVolumeLost : public QObject {
         QCOMPARE(m_engine->ReadRecord(kCount / 2, m_read), int(kErrorFileInvalid));
     }
 
+    // What was in memory may be older than what was put back.
+    void anOverwrittenVolumePutBackIsStillLost() {
+        const QByteArray whole = Load(m_path);
+        Suffer(EFate::OverwrittenUnseen);
+        ObjectId record = 0;
+        QCOMPARE(m_engine->AddRecord(m_database, Numbered(kCount), record), int(kErrorFileInvalid));
+        OverwriteUnseen(whole);
+        QCOMPARE(m_engine->AddRecord(m_database, Numbered(kCount), record), int(kErrorFileInvalid));
+        CNamedValues values(m_engine->State());
+        QCOMPARE(values.Write(0, u"name"_s, u"value"_s), int(kErrorFileInvalid));
+        QCOMPARE(m_engine->Unmount(), kOk);
+        QVERIFY(Load(m_path) == whole);
+    }
+
     // The unit has reached the old file, but nobody is told that it is kept.
     void aUnitUnderWayIsGivenUp() {
         for (const EFate fate : {EFate::Replaced, EFate::Overwritten}) {
@@ -171,15 +186,19 @@ class TestVolumeLost : public QObject {
             case EFate::Patched:
                 WriteInPlace(30'000, "x");
                 break;
-            case EFate::OverwrittenUnseen: {
+            case EFate::OverwrittenUnseen:
                 // The identity is on the last page of the first ones.
-                struct stat before {};
-                QCOMPARE(::stat(qPrintable(m_path), &before), 0);
-                WriteInPlace(0, m_older);
-                const std::array<timespec, 2> times = {before.st_atim, before.st_mtim};
-                QCOMPARE(::utimensat(AT_FDCWD, qPrintable(m_path), times.data(), 0), 0);
-            }
+                OverwriteUnseen(m_older);
         }
+    }
+
+    /// Puts the time back.
+    void OverwriteUnseen(const QByteArray& bytes) {
+        struct stat before {};
+        QCOMPARE(::stat(qPrintable(m_path), &before), 0);
+        WriteInPlace(0, bytes);
+        const std::array<timespec, 2> times = {before.st_atim, before.st_mtim};
+        QCOMPARE(::utimensat(AT_FDCWD, qPrintable(m_path), times.data(), 0), 0);
     }
 
     void WriteInPlace(qint64 offset, const QByteArray& bytes) {
