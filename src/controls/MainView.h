@@ -25,7 +25,8 @@ class CMainView : public QWidget {
 
     /// Menus of the command bar, in order.
     virtual std::vector<CCommandMenu> CommandBar() = 0;
-    /// Called before one of the menus is shown: the view brings the texts of its actions up to date.
+    /// Called before one of the menus is shown: the view brings the texts of its actions up to
+    /// date.
     virtual void RefreshMenus() {}
     /// Buttons of the command bar, in order.
     virtual std::vector<QAction*> ToolButtons() { return {}; }

@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QTabWidget>
 #include <QToolBar>
@@ -73,9 +74,13 @@ class TestDietFrame : public CDiaryTest {
         const auto edit = [&frame] { return frame.menuBar()->actions().at(1)->menu(); };
         const auto texts = [&edit] {
             emit edit()->aboutToShow();
-            const QList<QAction*> actions = edit()->actions();
-            return QStringList{actions.at(actions.size() - 3)->text(),
-                               actions.at(actions.size() - 2)->text()};
+            QStringList shown;
+            for (const QAction* action : edit()->actions()) {
+                if (action->text().contains(QRegularExpression(u"^(Un|Re)do"_s))) {
+                    shown.append(action->text());
+                }
+            }
+            return shown;
         };
         const QString name = u"Fish & chips with a sauce of many things"_s;
         CExerciseEntry entry;
