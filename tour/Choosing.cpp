@@ -7,18 +7,18 @@
 
 using namespace Qt::StringLiterals;
 
-void Add(std::vector<CStep>& steps, std::vector<CStep> more) {
+void Add(std::vector<CTourStep>& steps, std::vector<CTourStep> more) {
     steps.insert(steps.end(), more.begin(), more.end());
 }
 
-std::vector<CStep> ChooseFood(const CChoice& choice, bool withPictures) {
+std::vector<CTourStep> ChooseFood(const CChoice& choice, bool withPictures) {
     const auto name = [withPictures](const QString& text) {
         return withPictures ? text : QString();
     };
     const auto pick = [](const QString& row) {
         return [row](QWidget* window) { ClickRow(Find(window, u"pickListRows"_s), row); };
     };
-    std::vector<CStep> steps = {
+    std::vector<CTourStep> steps = {
         {name(u"Pick a category"_s), u"CAddFoodDialog"_s,
          [](QWidget* window) { Click(Find(window, u"category"_s)); }, pick(choice.category)},
         {name(u"Pick a name"_s), u"CAddFoodDialog"_s, {}, pick(choice.name)},
@@ -39,7 +39,7 @@ std::vector<CStep> ChooseFood(const CChoice& choice, bool withPictures) {
     return steps;
 }
 
-CStep AnswerFileDialog(const QString& name, const QString& path) {
+CTourStep AnswerFileDialog(const QString& name, const QString& path) {
     return {name, u"QFileDialog"_s,
             [path](QWidget* window) {
                 auto* field = Find<QLineEdit>(window, u"fileNameEdit"_s);

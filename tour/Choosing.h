@@ -14,10 +14,10 @@ struct CChoice {
     QString amount;
 };
 
-void Add(std::vector<CStep>& steps, std::vector<CStep> more);
+void Add(std::vector<CTourStep>& steps, std::vector<CTourStep> more);
 
 /// Steps in the open dialog "Add Food", up to its OK.
-std::vector<CStep> ChooseFood(const CChoice& choice, bool withPictures);
+std::vector<CTourStep> ChooseFood(const CChoice& choice, bool withPictures);
 
 /// Answers the file dialog in front.
-CStep AnswerFileDialog(const QString& name, const QString& path);
+CTourStep AnswerFileDialog(const QString& name, const QString& path);

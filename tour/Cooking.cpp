@@ -30,7 +30,7 @@ void ShowPage(QWidget* dialog, const QString& page) {
 }
 
 /// Opens another, empty window of the catalogue and creates a category there.
-std::vector<CStep> OpenWithCategory(const QString& window, const QString& category) {
+std::vector<CTourStep> OpenWithCategory(const QString& window, const QString& category) {
     return {
         {QString(),
          u"CDietFrame"_s,
@@ -51,8 +51,8 @@ std::vector<CStep> OpenWithCategory(const QString& window, const QString& catego
     };
 }
 
-std::vector<CStep> AddComponents(const std::vector<CChoice>& choices, const QString& kind) {
-    std::vector<CStep> steps;
+std::vector<CTourStep> AddComponents(const std::vector<CChoice>& choices, const QString& kind) {
+    std::vector<CTourStep> steps;
     for (const CChoice& choice : choices) {
         steps.push_back({QString(), u"CComposedEditDialog"_s,
                          [](QWidget* dialog) { ShowPage(dialog, u"Foods"_s); },
@@ -66,8 +66,8 @@ std::vector<CStep> AddComponents(const std::vector<CChoice>& choices, const QStr
     return steps;
 }
 
-std::vector<CStep> CookRecipe(const QString& textFile) {
-    std::vector<CStep> steps = OpenWithCategory(u"Recipes"_s, u"Breakfasts"_s);
+std::vector<CTourStep> CookRecipe(const QString& textFile) {
+    std::vector<CTourStep> steps = OpenWithCategory(u"Recipes"_s, u"Breakfasts"_s);
     Add(steps, {{QString(), u"CDietFrame"_s,
                  [](QWidget* frame) { ClickRow(Find(frame, u"categories"_s), u"Breakfasts"_s); },
                  [](QWidget* frame) { ClickMenu(frame, u"Edit"_s, u"New recipe..."_s); }},
@@ -119,8 +119,8 @@ std::vector<CStep> CookRecipe(const QString& textFile) {
     return steps;
 }
 
-std::vector<CStep> MakeMenu() {
-    std::vector<CStep> steps = OpenWithCategory(u"Menus"_s, u"Every day"_s);
+std::vector<CTourStep> MakeMenu() {
+    std::vector<CTourStep> steps = OpenWithCategory(u"Menus"_s, u"Every day"_s);
     Add(steps, {{QString(), u"CDietFrame"_s,
                  [](QWidget* frame) { ClickRow(Find(frame, u"categories"_s), u"Every day"_s); },
                  [](QWidget* frame) { ClickMenu(frame, u"Edit"_s, u"New menu..."_s); }},
@@ -145,8 +145,8 @@ std::vector<CStep> MakeMenu() {
     return steps;
 }
 
-std::vector<CStep> EatMenu() {
-    std::vector<CStep> steps = {
+std::vector<CTourStep> EatMenu() {
+    std::vector<CTourStep> steps = {
         {QString(), u"CDietFrame"_s,
          [](QWidget* frame) { ClickTab(Find(frame, u"meals"_s), u"M"_s); },
          [](QWidget* frame) { ClickMenu(frame, u"Edit"_s, u"Add entry..."_s); }},
@@ -167,10 +167,10 @@ std::vector<CStep> EatMenu() {
 }
 }  // namespace
 
-std::vector<CStep> CookAndEat(const QString& textFile) {
-    std::vector<CStep> steps = {{QString(), u"CDietFrame"_s, {}, [](QWidget* frame) {
-                                     ClickMenu(frame, u"Tools"_s, u"Foods..."_s);
-                                 }}};
+std::vector<CTourStep> CookAndEat(const QString& textFile) {
+    std::vector<CTourStep> steps = {{QString(), u"CDietFrame"_s, {}, [](QWidget* frame) {
+                                         ClickMenu(frame, u"Tools"_s, u"Foods..."_s);
+                                     }}};
     Add(steps, CookRecipe(textFile));
     Add(steps, MakeMenu());
     Add(steps, EatMenu());

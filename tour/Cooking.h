@@ -6,4 +6,4 @@
 #include "Player.h"
 
 /// Begins and ends in the diet diary. The recipe is saved as text in `textFile`.
-std::vector<CStep> CookAndEat(const QString& textFile);
+std::vector<CTourStep> CookAndEat(const QString& textFile);

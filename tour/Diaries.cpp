@@ -23,8 +23,8 @@ void SetDate(QWidget* dialog, const QString& field, QDate day) {
     Find<QDateEdit>(dialog, field)->setDate(day);
 }
 
-std::vector<CStep> MonthOfWeights() {
-    std::vector<CStep> steps = {
+std::vector<CTourStep> MonthOfWeights() {
+    std::vector<CTourStep> steps = {
         {u"Weights, still empty"_s,
          u"CDietFrame"_s,
          [](QWidget* frame) { Press(frame, Qt::Key_2, Qt::ControlModifier); },
@@ -62,7 +62,7 @@ std::vector<CStep> MonthOfWeights() {
     return steps;
 }
 
-std::vector<CStep> OwnLibrary() {
+std::vector<CTourStep> OwnLibrary() {
     return {
         {u"Exercise library, still empty"_s, u"CDietFrame"_s,
          [](QWidget* frame) { Press(frame, Qt::Key_7, Qt::ControlModifier); },
@@ -95,7 +95,7 @@ std::vector<CStep> OwnLibrary() {
     };
 }
 
-std::vector<CStep> Workout() {
+std::vector<CTourStep> Workout() {
     return {
         {u"Exercises, still empty"_s, u"CDietFrame"_s,
          [](QWidget* frame) { Press(frame, Qt::Key_3, Qt::ControlModifier); },
@@ -129,7 +129,7 @@ std::vector<CStep> Workout() {
     };
 }
 
-std::vector<CStep> Report(const QString& reportFile) {
+std::vector<CTourStep> Report(const QString& reportFile) {
     return {
         {QString(),
          u"CDietFrame"_s,
@@ -167,7 +167,7 @@ std::vector<CStep> Report(const QString& reportFile) {
     };
 }
 
-std::vector<CStep> Purge() {
+std::vector<CTourStep> Purge() {
     return {
         {QString(), u"CDietFrame"_s,
          [](QWidget* frame) { Press(frame, Qt::Key_2, Qt::ControlModifier); },
@@ -205,8 +205,8 @@ std::vector<CStep> Purge() {
 }
 }  // namespace
 
-std::vector<CStep> KeepDiaries(const QString& reportFile) {
-    std::vector<CStep> steps = MonthOfWeights();
+std::vector<CTourStep> KeepDiaries(const QString& reportFile) {
+    std::vector<CTourStep> steps = MonthOfWeights();
     Add(steps, OwnLibrary());
     Add(steps, Workout());
     Add(steps, Report(reportFile));

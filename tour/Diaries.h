@@ -6,4 +6,4 @@
 #include "Player.h"
 
 /// Begins and ends in the diet diary. The report is written to `reportFile`.
-std::vector<CStep> KeepDiaries(const QString& reportFile);
+std::vector<CTourStep> KeepDiaries(const QString& reportFile);

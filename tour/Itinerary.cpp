@@ -36,7 +36,7 @@ int EntryCount(QWidget* frame) {
     return Find<CReportList>(frame, u"entries"_s)->RowCount();
 }
 
-std::vector<CStep> FirstRun() {
+std::vector<CTourStep> FirstRun() {
     return {
         {u"User preferences"_s, u"CPreferencesDialog"_s,
          [](QWidget* window) { Choose(Find(window, u"energyUnit"_s), u"kcal"_s); },
@@ -81,7 +81,7 @@ std::vector<CStep> FirstRun() {
     };
 }
 
-std::vector<CStep> Catalogue(const QString& foodFile) {
+std::vector<CTourStep> Catalogue(const QString& foodFile) {
     return {
         {u"Foods, still empty"_s,
          u"CDietFrame"_s,
@@ -126,8 +126,8 @@ std::vector<CStep> Catalogue(const QString& foodFile) {
     };
 }
 
-std::vector<CStep> Eat(const CEaten& eaten, bool withPictures) {
-    std::vector<CStep> steps = {
+std::vector<CTourStep> Eat(const CEaten& eaten, bool withPictures) {
+    std::vector<CTourStep> steps = {
         {QString(), u"CDietFrame"_s,
          [eaten](QWidget* window) { ClickTab(Find(window, u"meals"_s), eaten.meal); },
          [](QWidget* window) { ClickMenu(window, u"Edit"_s, u"Add entry..."_s); }}};
@@ -135,8 +135,8 @@ std::vector<CStep> Eat(const CEaten& eaten, bool withPictures) {
     return steps;
 }
 
-std::vector<CStep> ThreeMeals() {
-    std::vector<CStep> steps = {
+std::vector<CTourStep> ThreeMeals() {
+    std::vector<CTourStep> steps = {
         {QString(), u"CDietFrame"_s,
          [](QWidget* window) { ClickTab(Find(window, u"meals"_s), u"All"_s); },
          [](QWidget* window) { ClickMenu(window, u"Edit"_s, u"Add entry..."_s); }},
@@ -156,7 +156,7 @@ std::vector<CStep> ThreeMeals() {
     return steps;
 }
 
-std::vector<CStep> LookAtTheDay() {
+std::vector<CTourStep> LookAtTheDay() {
     return {
         {u"Lunch"_s,
          u"CDietFrame"_s,
@@ -204,7 +204,7 @@ std::vector<CStep> LookAtTheDay() {
 }
 
 /// The next day begins like this one.
-std::vector<CStep> EatAgain() {
+std::vector<CTourStep> EatAgain() {
     return {
         {u"An empty meal offers what was eaten before"_s,
          u"CDietFrame"_s,
@@ -236,8 +236,8 @@ std::vector<CStep> EatAgain() {
 }
 }  // namespace
 
-std::vector<CStep> FirstTenMinutes(const QString& foodFile, const QString& folder) {
-    std::vector<CStep> steps = FirstRun();
+std::vector<CTourStep> FirstTenMinutes(const QString& foodFile, const QString& folder) {
+    std::vector<CTourStep> steps = FirstRun();
     Add(steps, Catalogue(foodFile));
     Add(steps, ThreeMeals());
     Add(steps, LookAtTheDay());

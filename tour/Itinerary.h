@@ -7,4 +7,4 @@
 
 /// From the first dialog to a day with its totals and targets, and on to recipe, menu and diaries.
 /// `foodFile` is imported, other files are written to `folder`.
-std::vector<CStep> FirstTenMinutes(const QString& foodFile, const QString& folder);
+std::vector<CTourStep> FirstTenMinutes(const QString& foodFile, const QString& folder);

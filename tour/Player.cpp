@@ -44,7 +44,7 @@ void Expect(bool isTrue, const QString& what) {
     }
 }
 
-CPlayer::CPlayer(std::vector<CStep> steps, QString folder)
+CPlayer::CPlayer(std::vector<CTourStep> steps, QString folder)
     : m_steps(std::move(steps)), m_folder(std::move(folder)) {}
 
 void CPlayer::Play() {
@@ -59,7 +59,7 @@ void CPlayer::Poll() {
         QApplication::quit();
         return;
     }
-    const CStep& step = m_steps[m_next];
+    const CTourStep& step = m_steps[m_next];
     playedStep = step.name.isEmpty() ? u"step %1"_s.arg(m_next + 1) : step.name;
     QWidget* window = FrontWindow();
     // The main window is disabled while a progress window is shown.
@@ -80,7 +80,7 @@ void CPlayer::Poll() {
     PlayStep(step, window);
 }
 
-void CPlayer::PlayStep(const CStep& step, QWidget* window) {
+void CPlayer::PlayStep(const CTourStep& step, QWidget* window) {
     if (step.act) {
         step.act(window);
     }

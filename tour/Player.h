@@ -8,7 +8,7 @@
 class QWidget;
 
 /// One step: wait for a window, act in it, take its picture, leave it.
-struct CStep {
+struct CTourStep {
     QString name;  ///< of the picture; empty for a step without one
     QString
         window;  ///< class of the window to wait for; "CDietFrame" waits until no dialog is open
@@ -22,7 +22,7 @@ struct CStep {
 /// Expect fails.
 class CPlayer {
   public:
-    CPlayer(std::vector<CStep> steps, QString folder);
+    CPlayer(std::vector<CTourStep> steps, QString folder);
     /// Starts playing as soon as the event loop runs; quits the application after the last step.
     void Play();
 
@@ -30,10 +30,10 @@ class CPlayer {
 
   private:
     void Poll();
-    void PlayStep(const CStep& step, QWidget* window);
+    void PlayStep(const CTourStep& step, QWidget* window);
     void TakePicture(const QString& name);
 
-    std::vector<CStep> m_steps;
+    std::vector<CTourStep> m_steps;
     QString m_folder;
     size_t m_next = 0;
     int m_pictures = 0;
