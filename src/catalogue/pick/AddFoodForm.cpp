@@ -310,13 +310,12 @@ void CAddFoodForm::TakeItem(const CFoodItem& item) {
 /// Those that the entry does not have itself.
 void CAddFoodForm::OfferCatalogueServings() {
     CDatabase& database = Doc().Database();
-    const QString name =
-        ResolveItemName(database, Catalogue(), CategoryId(), m_food.item.GetName());
+    const ECatalogueKind kind = CatalogueOf(m_food.kind);
+    const qint32 category = m_food.item.GetCategoryId();
+    const QString name = ResolveItemName(database, kind, category, m_food.item.GetName());
+    const int position = database.Catalogue().FindItem(kind, category, name, m_food.item.GetType());
     CFoodItem food;
-    if (!ReadAsFood(
-            database, Catalogue(),
-            database.Catalogue().FindItem(Catalogue(), CategoryId(), name, m_food.item.GetType()),
-            food)) {
+    if (!ReadAsFood(database, kind, position, food)) {
         return;
     }
     for (int index = 0; index < kServingCount; ++index) {
@@ -328,7 +327,8 @@ void CAddFoodForm::OfferCatalogueServings() {
 }
 
 void CAddFoodForm::ChooseSingleCategory() {
-    const std::vector<CCategoryEntry> categories = Doc().Database().Categories().List(Catalogue());
+    const std::vector<CCategoryEntry> categories =
+        Doc().Database().Categories().List(CatalogueOf(m_food.kind));
     if (categories.size() == 1) {
         m_food.item.SetCategoryId(categories.front().id);
     }
