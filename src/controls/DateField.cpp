@@ -81,7 +81,7 @@ void CDateField::keyPressEvent(QKeyEvent* event) {
         event->key() != Qt::Key_Backspace && event->key() != Qt::Key_Delete) {
         lineEdit()->selectAll();
     }
-    QAbstractSpinBox::keyPressEvent(event);
+    QAbstractSpinBox::keyPressEvent(event);  // NOLINT(bugprone-parent-virtual-call): see above
 }
 
 void CDateField::focusInEvent(QFocusEvent* event) {
@@ -101,6 +101,7 @@ bool CDateField::focusNextPrevChild(bool next) {
     if (!IsTyped()) {
         return QDateEdit::focusNextPrevChild(next);
     }
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): past the parts
     return !TakeTyped() || QWidget::focusNextPrevChild(next);
 }
 

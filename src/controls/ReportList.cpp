@@ -395,7 +395,8 @@ void CReportList::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const int offer = event->key() - Qt::Key_1;
-    if (RowCount() == 0 && offer >= 0 && offer < std::ssize(m_offers)) {
+    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == 0;
+    if (RowCount() == 0 && isPlain && offer >= 0 && offer < std::ssize(m_offers)) {
         emit OfferTaken(offer);
         return;
     }

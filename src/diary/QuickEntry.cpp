@@ -24,8 +24,7 @@ constexpr double kPer100g = 0.01;
 constexpr unsigned kEaten = KindBit(ECatalogueKind::Foods) | KindBit(ECatalogueKind::Menus) |
                             KindBit(ECatalogueKind::Recipes);
 
-/// Words that only servings are called by: an item that has no such serving is not meant to have
-/// them in its name.
+/// Words used only for servings. They are left out of the search when no item has such a serving.
 constexpr const char* kServingWords[] = {"serving", "portion", "slice",  "piece", "can",
                                          "bottle",  "bowl",    "glass",  "scoop", "packet",
                                          "package", "handful", "medium", "large", "small"};
@@ -55,16 +54,16 @@ bool IsDecimalComma(const QString& line, qsizetype at) {
            line[at - 1].isDigit() && line[at + 1].isDigit();
 }
 
-/// Whether typed words are the beginning of a serving's: equal but for number, the last one may be
-/// unfinished.
-bool IsBeginningOf(const QStringList& typed, const QStringList& serving) {
+/// Whether typed words are the beginning of a serving's: equal but for number; with `mayBeCut` the
+/// last one may be unfinished.
+bool IsBeginningOf(const QStringList& typed, const QStringList& serving, bool mayBeCut) {
     if (typed.isEmpty() || typed.size() > serving.size()) {
         return false;
     }
     for (qsizetype index = 0; index < typed.size(); ++index) {
         const bool isLast = index + 1 == typed.size();
         if (StemOf(typed[index]) != StemOf(serving[index]) &&
-            !(isLast && serving[index].startsWith(typed[index]))) {
+            !(mayBeCut && isLast && serving[index].startsWith(typed[index]))) {
             return false;
         }
     }
@@ -88,9 +87,24 @@ void TakeTotals(CChosenFood& food, const QString& serving, double amount, double
     food.item.SetNutrientValues(values);
 }
 
-/// "206.3", to a hundredth.
+/// "206.3", to a hundredth; three digits of a small number.
 QString RoundedText(double value) {
-    return ShortestNumber(std::round(value * 100) / 100);
+    constexpr double kSmall = 0.1;
+    return value < kSmall ? QString::number(value, 'g', 3)
+                          : ShortestNumber(std::round(value * 100) / 100);
+}
+
+/// How many of the words, split at blanks, are the name of a unit at their beginning; 0 when they
+/// do not begin with one.
+int WordsOfUnit(const QStringList& words) {
+    for (const int count : {1, 2}) {
+        const QStringList folded = WordsOf(words.mid(0, count).join(u' '));
+        const auto unit = LeadingUnit(folded);
+        if (unit && unit->words == folded.size()) {
+            return std::min(count, static_cast<int>(words.size()));
+        }
+    }
+    return 0;
 }
 
 }  // namespace
@@ -169,16 +183,14 @@ CQuickEntry::CReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches
         }
         return after.join(u' ');
     };
-    if (const auto unit = LeadingUnit(WordsOf(words.mid(0, 2).join(u' ')))) {
-        const QString what = split(std::min<qsizetype>(unit->words, words.size()));
-        if (reading.hasAmount || !what.isEmpty()) {
-            reading.unit = WordsOf(words.first(unit->words).join(u' '));
-            reading.what = what;
-            matches = Find(what);
-            return reading;
-        }
-    }
     const CSearchMatches whole = Find(rest);
+    const int unitWords = WordsOfUnit(words);
+    if (unitWords > 0 && (reading.hasAmount || whole.found != EFound::All)) {
+        reading.unit = WordsOf(words.first(unitWords).join(u' '));
+        reading.what = split(unitWords);
+        matches = Find(reading.what);
+        return reading;
+    }
     if (reading.hasAmount || whole.found != EFound::All) {
         for (qsizetype count = 1; count < words.size() && count <= kMostServingWords; ++count) {
             const QString what = split(count);
@@ -191,8 +203,9 @@ CQuickEntry::CReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches
                 CChosenFood food;
                 return Load(match, food) && ServingNamed(ServingsOf(food.item), unit) >= 0;
             };
-            const auto having = std::ranges::stable_partition(found.best, hasServing);
-            if (having.begin() != found.best.begin()) {
+            const auto others =
+                std::stable_partition(found.best.begin(), found.best.end(), hasServing);
+            if (others != found.best.begin()) {
                 reading.unit = unit;
                 reading.what = what;
                 matches = std::move(found);
@@ -247,11 +260,12 @@ std::vector<CQuickEntry::CServing> CQuickEntry::ServingsOf(const CFoodItem& food
 
 /// -1 when none has it. "tablespoon" also names "1 tbsp".
 int CQuickEntry::ServingNamed(const std::vector<CServing>& servings, const QStringList& words) {
-    auto named = std::ranges::find_if(servings, [&words](const CServing& serving) {
-        return IsBeginningOf(words, serving.words);
-    });
     const auto unit = LeadingUnit(words);
-    if (named == servings.end() && unit && unit->words == words.size()) {
+    const bool isUnit = unit && unit->words == words.size();
+    auto named = std::ranges::find_if(servings, [&](const CServing& serving) {
+        return IsBeginningOf(words, serving.words, !isUnit);
+    });
+    if (named == servings.end() && isUnit) {
         named = std::ranges::find_if(servings, [&unit](const CServing& serving) {
             const auto same = LeadingUnit(serving.words);
             return same && same->measure == unit->measure && same->size == unit->size;
@@ -304,7 +318,7 @@ QString CQuickEntry::Measure(const CReading& reading, CChosenFood& food) {
         const auto volume = LeadingUnit(serving.words);
         if (volume && volume->measure == EMeasure::Volume) {
             const double amount = reading.amount * unit->size / (serving.count * volume->size);
-            TakeTotals(food, ShortestNumber(reading.amount) + u' ' + reading.unit.join(u' '), 1,
+            TakeTotals(food, RoundedText(reading.amount) + u' ' + reading.unit.join(u' '), 1,
                        factorOf(serving, amount));
             return {};
         }

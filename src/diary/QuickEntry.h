@@ -1,4 +1,4 @@
-// One line that tells what was eaten: "2 eggs, 150 g lentils, 1/2 cup oatmeal".
+// Reads a meal from one line: "2 eggs, 150 g lentils, 1/2 cup oatmeal".
 #pragma once
 
 #include "app/VelmoraDoc.h"
@@ -8,7 +8,7 @@
 struct CQuickItem {
     qsizetype first = 0;  ///< its place in the line, without blanks around it
     qsizetype length = 0;
-    /// What can be meant, the best first.
+    /// Candidates, the best first.
     std::vector<CSearchMatch> matches = {};
     int taken = -1;         ///< index of the match that `food` was made of; -1 when there is none
     CChosenFood food = {};  ///< with its totals

@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kWeekdaysPerRow = 2;
 constexpr int kProposedDays = 7;
+constexpr int kMostYears = 2;
 
 QString Counted(qsizetype count, const QString& one, const QString& many) {
     return count == 1 ? u"1 "_s + one : QString::number(count) + u' ' + many;
@@ -38,6 +39,7 @@ CRepeatDialog::CRepeatDialog(CVelmoraDoc& doc, QDate first, int entries, QWidget
     }
     Content()->addLayout(grid);
     m_last = CreateDateEdit(first.addDays(kProposedDays), u"last"_s, this);
+    m_last->setMaximumDate(first.addYears(kMostYears));
     connect(m_last, &CDateField::dateChanged, this, &CRepeatDialog::ShowCount);
     AddForm()->addRow(u"Last day:"_s, m_last);
     m_count = new QLabel(this);

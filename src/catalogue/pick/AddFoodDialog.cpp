@@ -51,7 +51,7 @@ CAddFoodDialog::CAddFoodDialog(CAddFoodForm& form, QWidget* parent)
     if (form.IsNew()) {
         SearchField()->setFocus();
     } else {
-        ContinueWithFound();
+        CAddFoodDialog::ContinueWithFound();
     }
 }
 

@@ -35,6 +35,7 @@ int BitOf(EItemKind kind) {
 
 CAddFoodRequest CAddFoodRequest::ForNewEntry(QTime time) {
     CAddFoodRequest request;
+    request.isNew = true;
     request.food.time = time;
     request.food.item.SetCategoryId(kNoCategory);
     request.food.item.SetServingName(0, kDefaultServing);
@@ -75,7 +76,7 @@ CAddFoodRequest CAddFoodRequest::ForComponent(CDatabase& database, const CCompos
 
 CAddFoodForm::CAddFoodForm(CVelmoraDoc& doc, const CAddFoodRequest& request)
     : CPickForm(doc),
-      m_isNew(request.food.item.GetName().isEmpty()),
+      m_isNew(request.isNew),
       m_allowedKinds(request.allowedKinds),
       m_refuseDuplicates(request.refuseDuplicates),
       m_hasTime(request.hasTime),

@@ -14,6 +14,7 @@ enum EAllowedKinds : int { kAllowFood = 1, kAllowMenu = 2, kAllowRecipe = 4, kAl
 
 /// What the dialog starts with.
 struct CAddFoodRequest {
+    bool isNew = false;
     int allowedKinds = kAllowAll;
     CChosenFood food;
     /// The item's values are already totals for the amount.
@@ -64,7 +65,7 @@ class CAddFoodForm : public CPickForm {
     /// The same while the amount is being typed: false, and nothing is changed, for a text that
     /// would become 1.
     bool FollowAmount(const QString& text);
-    /// Whether an item is to be chosen, rather than an entry to be edited.
+    /// True for a new entry or component, false when one is edited.
     [[nodiscard]] bool IsNew() const { return m_isNew; }
 
     [[nodiscard]] bool HasTime() const { return m_hasTime; }

@@ -54,8 +54,9 @@ void CPickDialog::AddSearchField() {
         OverlayParent(), this);
     connect(m_search, &CSearchField::Picked, this, [this](int row) {
         ReadFields();
-        if (m_form.PickFound(m_found.items[row])) {
-            ShowForm();
+        const bool isPicked = m_form.PickFound(m_found.items[row]);
+        ShowForm();
+        if (isPicked) {
             ContinueWithFound();
         }
     });
