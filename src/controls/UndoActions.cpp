@@ -38,7 +38,6 @@ QAction* CUndoActions::CreateAction(const QString& name, QWidget* view,
 }
 
 std::vector<QAction*> CUndoActions::MenuTail() {
-    Refresh();
     return {nullptr, m_undo, m_redo, m_clear};
 }
 

@@ -24,7 +24,7 @@ class CUndoActions : public QObject {
   public:
     CUndoActions(CUndoHost host, QWidget* view);
 
-    /// A separator (null) and the commands, with the names of the steps as of now.
+    /// A separator (null) and the commands.
     std::vector<QAction*> MenuTail();
     /// Updates the names of the steps: call before a menu is shown.
     void Refresh();

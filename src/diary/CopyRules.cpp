@@ -8,6 +8,7 @@
 #include "app/ListCommands.h"
 #include "app/UnitTexts.h"
 #include "diary/DiaryCommands.h"
+#include "diary/DietRules.h"
 #include "store/Step.h"
 
 using namespace Qt::StringLiterals;
@@ -99,7 +100,7 @@ int CopyEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries,
     }
     const CStep step(doc.Database().GetStore(), StepName("copy"_L1, static_cast<int>(copies.size()),
                                                          entries.front().GetName(), "entries"_L1));
-    return ActOnEach(doc.Database().GetStore(), copies, add, u"Cannot add entry."_s);
+    return ActOnEach(doc.Database().GetStore(), copies, add, kCannotAddEntry);
 }
 
 std::vector<QDate> DaysToRepeat(QDate first, QDate last, int weekdays) {

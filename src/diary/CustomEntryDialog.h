@@ -4,7 +4,6 @@
 #include "controls/Dialog.h"
 #include "diary/CustomEntryForm.h"
 
-class CGrid;
 class QLineEdit;
 class QTimeEdit;
 
@@ -18,10 +17,7 @@ class CCustomEntryDialog : public CDialog {
     bool Confirm() override;
 
   private:
-    void AddValues();
-
     CCustomEntryForm& m_form;
     QLineEdit* m_name;
     QTimeEdit* m_time;
-    CGrid* m_values = nullptr;
 };

@@ -97,6 +97,7 @@ void CDiaryView::SetCommands(CReportList* list, const std::vector<CListCommand>&
     connect(list, &QAbstractItemView::activated, m_commands[kEdit], &QAction::trigger);
     CreateUndo();
     connect(list, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
+        m_undo->Refresh();
         ShowMenu(EditCommands(), m_list->viewport(), position);
     });
     SetMenus(own);

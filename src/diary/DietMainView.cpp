@@ -151,13 +151,16 @@ void CDietMainView::Add() {
     }
     CAddFoodForm form(Doc(), CAddFoodRequest::ForNewEntry(QTime::currentTime()));
     CAddFoodDialog dialog(form, this);
+    AddFrom(dialog, [&form] { return form.GetResult(); });
+}
+
+void CDietMainView::AddFrom(CDialog& dialog, const std::function<CChosenFood()>& result) {
     dialog.SetOnConfirmed([&] {
-        return Doc().MayClose(
-            AddDietEntry(Doc(), Doc().dayShown, Doc().selectedMeal, form.GetResult()));
+        return Doc().MayClose(AddDietEntry(Doc(), Doc().dayShown, Doc().selectedMeal, result()));
     });
     if (dialog.exec() == QDialog::Accepted) {
         Reload();
-        m_entries->SelectRow(m_day.LastRowOf(ToFileTime(Doc().dayShown, form.GetResult().time)));
+        m_entries->SelectRow(m_day.LastRowOf(ToFileTime(Doc().dayShown, result().time)));
     }
 }
 
@@ -213,14 +216,7 @@ void CDietMainView::AddCustom() {
     }
     CCustomEntryForm form(Doc(), QTime::currentTime());
     CCustomEntryDialog dialog(form, this);
-    dialog.SetOnConfirmed([&] {
-        return Doc().MayClose(
-            AddDietEntry(Doc(), Doc().dayShown, Doc().selectedMeal, form.GetResult()));
-    });
-    if (dialog.exec() == QDialog::Accepted) {
-        Reload();
-        m_entries->SelectRow(m_day.LastRowOf(ToFileTime(Doc().dayShown, form.GetResult().time)));
-    }
+    AddFrom(dialog, [&form] { return form.GetResult(); });
 }
 
 void CDietMainView::Copy() {

@@ -1,10 +1,12 @@
 // The diet diary: the entries of a day, and the day's totals against the targets.
 #pragma once
 
+#include "catalogue/items/ChosenFood.h"
 #include "diary/CopyRules.h"
 #include "diary/DiaryView.h"
 #include "diary/DietDay.h"
 
+class CDialog;
 class CEntryList;
 class CTotalsList;
 class QTabBar;
@@ -36,6 +38,8 @@ class CDietMainView final : public CDiaryView {
     void Move();
     void Duplicate();
     void AddCustom();
+    /// Shows a dialog and adds its result at the day and meal shown.
+    void AddFrom(CDialog& dialog, const std::function<CChosenFood()>& result);
     void Copy();
     void Cut();
     void Paste();

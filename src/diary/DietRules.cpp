@@ -7,8 +7,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto kCannotAdd = "Cannot add entry."_L1;
-
 constexpr CEntryCommand kDelete = {
     {"Please select entry to delete.", nullptr},
     {"Are you sure you want to delete entry '%s'?", "Are you sure you want to delete %d entries?"},
@@ -63,7 +61,7 @@ bool AddDietEntry(CVelmoraDoc& doc, QDate day, qint32 meal, const CChosenFood& f
     const CStep step(doc.Database().GetStore(), StepName("addition"_L1, entry.GetName()));
     const bool added = doc.Database().Diet().Write(-1, entry);
     if (!added) {
-        ShowMessage(kCannotAdd, EMessageIcon::Information);
+        ShowMessage(kCannotAddEntry, EMessageIcon::Information);
     }
     return added;
 }
@@ -81,7 +79,7 @@ bool EditDietEntry(CVelmoraDoc& doc, const CListed<CDietEntry>& before, const CC
     const bool isWritten =
         ReplaceEntry(doc.Database().Diet(), before.record, edited) == EReplaced::Yes;
     if (!isWritten) {
-        ShowMessage(kCannotAdd, EMessageIcon::Information);
+        ShowMessage(kCannotAddEntry, EMessageIcon::Information);
     }
     return isWritten;
 }

@@ -5,6 +5,8 @@
 #include "app/VelmoraDoc.h"
 #include "catalogue/items/ChosenFood.h"
 
+inline constexpr QLatin1StringView kCannotAddEntry("Cannot add entry.");
+
 /// The date, time and meal of entries.
 struct CDietPlace {
     FileTime moment = 0;

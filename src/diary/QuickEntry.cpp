@@ -6,6 +6,7 @@
 
 #include "app/ListCommands.h"
 #include "catalogue/items/CatalogueChoices.h"
+#include "catalogue/items/FoundItem.h"
 #include "diary/DietRules.h"
 #include "diary/QuickAmount.h"
 #include "platform/NumberText.h"
@@ -18,8 +19,6 @@ namespace {
 constexpr int kMatches = 8;
 constexpr int kMostServingWords = 3;
 constexpr double kLeastAmount = 0.001;
-constexpr double kLeastWeightGrams = 0.0001;
-constexpr double kPer100g = 0.01;
 
 constexpr unsigned kEaten = KindBit(ECatalogueKind::Foods) | KindBit(ECatalogueKind::Menus) |
                             KindBit(ECatalogueKind::Recipes);
@@ -287,13 +286,11 @@ QString CQuickEntry::Measure(const CReading& reading, CChosenFood& food) {
         if (!isWeighed) {
             return Quoted(food) + u" is kept per serving, so its weight is not known."_s;
         }
-        TakeTotals(food, RoundedText(grams) + u" gm"_s, 1, grams * kPer100g);
+        TakeTotals(food, RoundedText(grams) + u" gm"_s, 1, ValueOfServings(1, 1, grams));
         return {};
     }
     const auto factorOf = [isWeighed](const CServing& serving, double amount) {
-        return isWeighed && serving.weightGrams > kLeastWeightGrams
-                   ? amount * serving.weightGrams * kPer100g
-                   : amount;
+        return ValueOfServings(1, amount, isWeighed ? serving.weightGrams : 0);
     };
     // "3 cookies" may mean the serving "1 cookie".
     const QStringList what = WordsOf(reading.what);
@@ -343,5 +340,5 @@ int AddQuickItems(CVelmoraDoc& doc, QDate day, QTime time, int meal,
     const CStep step(doc.Database().GetStore(),
                      StepName("addition"_L1, static_cast<int>(items.size()),
                               items.front().food.item.GetName(), "entries"_L1));
-    return ActOnEach(doc.Database().GetStore(), indexes, add, u"Cannot add entry."_s);
+    return ActOnEach(doc.Database().GetStore(), indexes, add, kCannotAddEntry);
 }

@@ -103,7 +103,7 @@ EPlatformError CCatalogueSearch::RecordChanged(const CRecordChange& change) {
 
 void CCatalogueSearch::UnitCommitted() {
     if (!IsBuilt()) {
-        Forget();  // what is still to be read may have moved
+        Forget();  // unread items may have moved
         return;
     }
     m_changed.categories |= m_underWay.categories;

@@ -5,12 +5,12 @@
 
 class CRecordStore;
 
-/// Tells the user what the history has to report, if anything.
+/// Shows what the history has to report, if anything.
 void ShowHistoryNotices(CRecordStore& store);
 
 /// A step of the history, open while this lives. What is stored meanwhile, in one unit of work or
 /// several, is undone together. A step within another belongs to it: commands may call commands.
-/// The end of the outermost one tells the user what the history has to report.
+/// The end of the outermost one shows what the history has to report.
 class CStep {
   public:
     /// `name` completes "Undo ...": "delete of 3 entries".

@@ -147,6 +147,7 @@ class TestWindows : public CFrameTest {
     static QString Commands(CDietFrame& frame) {
         QStringList texts;
         for (const QAction* menu : frame.menuBar()->actions()) {
+            emit menu->menu()->aboutToShow();
             texts.append(menu->text() + u": "_s + CommandsOf(menu->menu()->actions()));
         }
         for (auto* widget : frame.ActiveView()->findChildren<QWidget*>()) {

@@ -12,8 +12,8 @@
 
 #include "catalogue/items/CatalogueKinds.h"
 #include "catalogue/items/TextLimits.h"
+#include "catalogue/pick/ValuesGrid.h"
 #include "controls/DropField.h"
-#include "controls/Grid.h"
 #include "controls/NumberField.h"
 #include "controls/PickField.h"
 #include "controls/SearchField.h"
@@ -24,10 +24,8 @@ namespace {
 
 constexpr int kPreferredWidth = 460;
 constexpr int kPreferredHeight = 560;
-constexpr int kLeastValueRows = 4;
 constexpr int kServingCharacters = 4;
 constexpr int kAmountCharacters = 7;
-constexpr int kValueCharacters = 11;
 
 const CCatalogueKind& Foods() {
     return KindOf(ECatalogueKind::Foods);
@@ -45,7 +43,8 @@ CAddFoodDialog::CAddFoodDialog(CAddFoodForm& form, QWidget* parent)
     AddSearchField();
     AddKindTabs();
     AddFields();
-    AddValues();
+    m_values = CreateValuesGrid(m_form);
+    Content()->addWidget(m_values, 1);
     AddPickList();
     CAddFoodDialog::ShowForm();
     if (form.IsNew()) {
@@ -121,25 +120,6 @@ QWidget* CAddFoodDialog::AddServingRow() {
     layout->addWidget(new QLabel(u"X"_s, row));
     layout->addWidget(m_amount);
     return row;
-}
-
-void CAddFoodDialog::AddValues() {
-    m_values = new CGrid(EGridKind::Values, {u"Nutrient (unit)"_s, u"Value"_s}, u"Nutrients"_s);
-    m_values->setObjectName(u"values"_s);
-    m_values->setMinimumHeight(m_values->fontMetrics().height() * 2 * kLeastValueRows);
-    m_values->setColumnWidth(1, m_values->fontMetrics().averageCharWidth() * kValueCharacters);
-    m_values->SetRowCount(m_form.RowCount());
-    for (int row = 0; row < m_form.RowCount(); ++row) {
-        m_values->SetCellText(row, 0, m_form.RowTitle(row));
-    }
-    connect(m_values, &CGrid::LabelEditEnded, this,
-            [this](int row, int column, const std::optional<QString>& text) {
-                if (text) {
-                    m_form.SetRowText(row, *text);
-                }
-                m_values->SetCellText(row, column, m_form.RowText(row));
-            });
-    Content()->addWidget(m_values, 1);
 }
 
 void CAddFoodDialog::ReadFields() {

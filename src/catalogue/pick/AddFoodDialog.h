@@ -28,7 +28,6 @@ class CAddFoodDialog : public CPickDialog {
     void AddKindTabs();
     void AddFields();
     QWidget* AddServingRow();
-    void AddValues();
     void ShowValues();
 
     CAddFoodForm& m_form;

@@ -249,6 +249,7 @@ void CCatalogueView::ShowMenu(QWidget* widget, const QPoint& at,
             menu.addAction(m_actions[command]);
         }
     }
+    m_undo->Refresh();
     for (QAction* action : m_undo->MenuTail()) {
         if (action == nullptr) {
             menu.addSeparator();
