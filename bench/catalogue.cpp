@@ -2,13 +2,10 @@
 // catalogue with the bare reads and writes that they need, run in turn on the same volume. Prints
 // the median of the ratios and both median times.
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTreeView>
-#include <algorithm>
-#include <cstdio>
-#include <functional>
 
+#include "Pairs.h"
 #include "catalogue/exchange/CsvExchange.h"
 #include "catalogue/items/CatalogueRules.h"
 #include "catalogue/pick/FindItems.h"
@@ -21,62 +18,6 @@ constexpr auto kFoods = ECatalogueKind::Foods;
 constexpr int kMovedFoods = 500;
 /// Values of a record up to name and type.
 constexpr int kNameAndType = 3;
-
-/// Answers every question with Yes and shows only failures.
-class CYes : public CMessageSeam {
-  public:
-    void Show(const CMessage& message) override {
-        if (message.icon != EMessageIcon::Result) {
-            std::fprintf(stderr, "%s\n", qPrintable(message.text));
-        }
-    }
-    bool AskYesNo(const QString& /*text*/, EAnswer /*proposed*/) override { return true; }
-    QString ChooseFileToOpen(const CFileChoice& /*choice*/) override { return {}; }
-    QString ChooseFileToSave(const CFileChoice& /*choice*/) override { return {}; }
-    std::unique_ptr<CProgress> CreateProgress(const QString& /*caption*/) override {
-        class CNone : public CProgress {
-            void SetStatus(const QString& /*text*/) override {}
-            void SetRange(qint64 /*lower*/, qint64 /*upper*/, qint64 /*step*/) override {}
-            void SetPosition(qint64 /*position*/) override {}
-            void Step() override {}
-            void Show() override {}
-            void Hide() override {}
-            void Pump() override {}
-            [[nodiscard]] bool IsCancelled() const override { return false; }
-        };
-        return std::make_unique<CNone>();
-    }
-};
-
-double Median(std::vector<double> values) {
-    std::ranges::sort(values);
-    return values[values.size() / 2];
-}
-
-double Microseconds(const std::function<void()>& work) {
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return static_cast<double>(timer.nsecsElapsed()) / 1000;
-}
-
-/// `restore` runs, untimed, after each of the two.
-void Compare(
-    const char* name, int rounds, const std::function<void()>& command,
-    const std::function<void()>& bare, const std::function<void()>& restore = [] {}) {
-    std::vector<double> commands;
-    std::vector<double> bares;
-    std::vector<double> ratios;
-    for (int round = 0; round < rounds; ++round) {
-        commands.push_back(Microseconds(command));
-        restore();
-        bares.push_back(Microseconds(bare));
-        restore();
-        ratios.push_back(commands.back() / bares.back());
-    }
-    std::printf("%-44s %5.2f   %9.0f / %.0f us\n", name, Median(ratios), Median(commands),
-                Median(bares));
-}
 
 class CCatalogueBench {
   public:

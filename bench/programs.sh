@@ -93,3 +93,4 @@ compare "purge of ten years / a copy of the volume" \
     "cp $work/ten.db $work/purge.db"
 
 "$build/bench_catalogue" "$food_file" "$rounds" 2>/dev/null
+"$build/bench_recording" "$food_file" "$rounds" 2>/dev/null
