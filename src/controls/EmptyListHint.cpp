@@ -30,7 +30,7 @@ void CEmptyListHint::SetText(const QString& text) {
 }
 
 void CEmptyListHint::ShowText(bool isShown) {
-    m_hint->setVisible(isShown);
+    m_hint->setVisible(isShown && !m_hint->text().isEmpty());
 }
 
 void CEmptyListHint::SetOffers(const QStringList& offers) {

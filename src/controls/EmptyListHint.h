@@ -17,6 +17,7 @@ class CEmptyListHint : public QObject {
     explicit CEmptyListHint(QWidget* viewport);
 
     void SetText(const QString& text);
+    /// An empty text is never shown.
     void ShowText(bool isShown);
     /// One button per offer.
     void SetOffers(const QStringList& offers);
