@@ -84,7 +84,7 @@ void CReportList::SetRows(CReportRows rows) {
     doItemsLayout();
     verticalScrollBar()->setValue(position);
     if (m_hint != nullptr) {
-        m_hint->ShowText(RowCount() == 0);
+        m_hint->ShowWhen(RowCount() == 0);
     }
 }
 
@@ -199,7 +199,7 @@ void CReportList::SetEmptyHint(const QString& text) {
         connect(m_hint, &CEmptyListHint::OfferTaken, this, &CReportList::OfferTaken);
     }
     m_hint->SetText(text);
-    m_hint->ShowText(RowCount() == 0);
+    m_hint->ShowWhen(RowCount() == 0);
 }
 
 void CReportList::SetEmptyOffers(const QStringList& offers) {
@@ -255,6 +255,9 @@ void CReportList::keyPressEvent(QKeyEvent* event) {
     if (RowCount() == 0 && isPlain && m_hint != nullptr && offer >= 0 &&
         offer < m_hint->OfferCount()) {
         emit OfferTaken(offer);
+        return;
+    }
+    if (RowCount() == 0 && m_hint != nullptr && m_hint->ScrollByKey(event->key())) {
         return;
     }
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
