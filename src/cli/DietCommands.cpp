@@ -119,16 +119,18 @@ bool Copy(CCommandContext& context) {
     if (!LoadProfileArgument(context)) {
         return false;
     }
-    const std::vector<CDietEntry> entries =
+    const auto [entries, leftOut] =
         EntriesOfMeal(context.doc, arguments.Date("--from"), MealAfter(arguments, "--from"));
     if (entries.empty()) {
         ShowMessage(u"There is nothing to copy."_s);
+        (void)ReportDamage(leftOut, kEntryWords);  // the status is 1 in any case
         return false;
     }
     const CCopyPlace place{arguments.Date("--to"), {}, MealAfter(arguments, "--to")};
     const int copied = CopyEntries(context.doc, entries, {place});
     PrintRow({u"copied"_s, QString::number(copied)});
-    return copied == std::ssize(entries);
+    const bool isWhole = ReportDamage(leftOut, kEntryWords);
+    return isWhole && copied == std::ssize(entries);
 }
 
 bool Quick(CCommandContext& context) {

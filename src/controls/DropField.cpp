@@ -2,6 +2,11 @@
 
 #include <QKeyEvent>
 
+void CDropField::showPopup() {
+    emit Opening();
+    QComboBox::showPopup();
+}
+
 void CDropField::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Down) {
         showPopup();

@@ -9,6 +9,7 @@
 
 #include "controls/InPlaceControl.h"
 #include "controls/InputPanel.h"
+#include "controls/NumberField.h"
 
 namespace {
 
@@ -318,7 +319,7 @@ QLineEdit* CGrid::CreateEditor(const QModelIndex& index, const QString& text) {
         m_control = box;
         return box->lineEdit();
     }
-    auto* box = new CInPlaceCellEdit(cell, text);
+    auto* box = new CInPlaceCellEdit(cell, text, cell.column > 0 ? ETyped::Number : ETyped::Text);
     box->setAccessibleName(accessibleName());
     m_control = box;
     return box;
@@ -326,15 +327,12 @@ QLineEdit* CGrid::CreateEditor(const QModelIndex& index, const QString& text) {
 
 bool CGrid::OpenCurrent(const std::optional<QString>& initial) {
     const int row = currentIndex().row();
-    if (HasEditor(row, currentIndex().column())) {
-        return Open(row, currentIndex().column(), initial);
+    int column = currentIndex().column();
+    for (int other = 0; other < m_model->columnCount() && !HasEditor(row, column); ++other) {
+        column = other;
     }
-    for (int column = 0; column < m_model->columnCount(); ++column) {
-        if (HasEditor(row, column)) {
-            return Open(row, column, initial);
-        }
-    }
-    return false;
+    const bool isRefused = column > 0 && initial && HasLetter(*initial);
+    return HasEditor(row, column) && !isRefused && Open(row, column, initial);
 }
 
 void CGrid::OpenNext(int row, int column, bool forward) {

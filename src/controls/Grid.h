@@ -21,6 +21,8 @@ enum class EGridKind {
 /// The grid keeps texts and check marks and nothing else; its owner decides in LabelEditEnded
 /// whether a new text stays (SetCellText) or not. At most one in-place control exists at a time.
 ///
+/// The columns after the first hold numbers: no letters are typed into them.
+///
 /// Keys: the arrows move the current cell; F2, Return or typing open its editor, or the row's
 /// first one when it has none; Space toggles a check box. In an editor Tab goes on to the next
 /// cell that has one and leaves the grid after the last.

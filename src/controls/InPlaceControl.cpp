@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "controls/InputPanel.h"
+#include "controls/NumberField.h"
 
 namespace {
 
@@ -87,9 +88,12 @@ void CInPlaceControl::End() {
     LowerInputPanel();
 }
 
-CInPlaceCellEdit::CInPlaceCellEdit(const CInPlaceCell& cell, const QString& text)
-    : QLineEdit(text, cell.list->viewport()), CInPlaceControl(this, cell) {
+CInPlaceCellEdit::CInPlaceCellEdit(const CInPlaceCell& cell, const QString& text, ETyped typed)
+    : QLineEdit(text, cell.list->viewport()), CInPlaceControl(this, cell), m_typed(typed) {
     setObjectName(u"inPlaceEdit");
+    if (typed == ETyped::Number) {
+        setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+    }
     setAlignment(cell.alignment | Qt::AlignVCenter);
     connect(this, &QLineEdit::textEdited, this, [this](const QString& edited) {
         Widen(m_cell.list->fontMetrics().horizontalAdvance(edited) + kEditPadding);
@@ -104,9 +108,23 @@ void CInPlaceCellEdit::Place(const QRect& cell) {
 }
 
 void CInPlaceCellEdit::keyPressEvent(QKeyEvent* event) {
-    if (!HandleKey(event)) {
+    const bool isCommand = event->modifiers().testFlag(Qt::ControlModifier);
+    if (!HandleKey(event) && (isCommand || !IsRefused(event->text()))) {
         QLineEdit::keyPressEvent(event);
     }
+}
+
+void CInPlaceCellEdit::inputMethodEvent(QInputMethodEvent* event) {
+    if (IsRefused(event->commitString()) || IsRefused(event->preeditString())) {
+        QInputMethodEvent nothing;  // takes back what was being composed
+        QLineEdit::inputMethodEvent(&nothing);
+        return;
+    }
+    QLineEdit::inputMethodEvent(event);
+}
+
+bool CInPlaceCellEdit::IsRefused(const QString& typed) const {
+    return m_typed == ETyped::Number && HasLetter(typed);
 }
 
 void CInPlaceCellEdit::focusOutEvent(QFocusEvent* event) {

@@ -58,19 +58,28 @@ class CInPlaceControl {
     bool m_ended = false;
 };
 
-/// An edit box over a cell.
+enum class ETyped { Text, Number };
+
+/// An edit box over a cell. For a number letters cannot be typed; a text that is pasted may have
+/// some, since its leading number counts.
 class CInPlaceCellEdit : public QLineEdit, public CInPlaceControl {
     Q_OBJECT
   public:
-    CInPlaceCellEdit(const CInPlaceCell& cell, const QString& text);
+    CInPlaceCellEdit(const CInPlaceCell& cell, const QString& text, ETyped typed);
 
     void Place(const QRect& cell) override;
 
   protected:
     [[nodiscard]] QString Text() const override { return text(); }
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     bool focusNextPrevChild(bool next) override;
+
+  private:
+    [[nodiscard]] bool IsRefused(const QString& typed) const;
+
+    ETyped m_typed;
 };
 
 /// An editable drop-down list over a cell: a choice replaces the text, typing is free.

@@ -9,13 +9,15 @@ class CNoLetters : public QValidator {
   public:
     using QValidator::QValidator;
     State validate(QString& text, int& /*position*/) const override {
-        const bool hasLetter =
-            std::ranges::any_of(text, [](QChar character) { return character.isLetter(); });
-        return hasLetter ? Invalid : Acceptable;
+        return HasLetter(text) ? Invalid : Acceptable;
     }
 };
 
 }  // namespace
+
+bool HasLetter(QStringView text) {
+    return std::ranges::any_of(text, [](QChar character) { return character.isLetter(); });
+}
 
 QLineEdit* CreateNumberField(const QString& objectName, QWidget* parent) {
     auto* field = new QLineEdit(parent);

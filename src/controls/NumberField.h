@@ -1,7 +1,9 @@
-// A field for a number.
+// What is typed where a number belongs.
 #pragma once
 
 #include <QLineEdit>
 
-/// Takes digits, signs and separators, whatever number they make, and no letters.
+bool HasLetter(QStringView text);
+
+/// A field that takes digits, signs and separators, whatever number they make, and no letters.
 QLineEdit* CreateNumberField(const QString& objectName, QWidget* parent = nullptr);

@@ -1,27 +1,21 @@
 #include "controls/ReportList.h"
 
-#include <QAbstractTableModel>
 #include <QClipboard>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QMetaMethod>
 #include <QRegularExpression>
 #include <QScrollBar>
-#include <QToolButton>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 #include <utility>
 
+#include "controls/EmptyListHint.h"
 #include "controls/RowDelegate.h"
 
 namespace {
-
-constexpr int kHintMargin = 8;
 
 /// Linear light of one sRGB channel, 0 to 1.
 double LinearChannel(double channel) {
@@ -43,121 +37,8 @@ QColor ReadableTextColor(const QColor& background) {
     return light * light > 1.05 * 0.05 ? Qt::black : Qt::white;
 }
 
-class CReportList::CModel : public QAbstractTableModel {
-  public:
-    using QAbstractTableModel::QAbstractTableModel;
-
-    void SetColumns(const std::vector<CReportColumn>& columns) {
-        beginResetModel();
-        m_columns = columns;
-        m_rows = {};
-        m_order.clear();
-        endResetModel();
-    }
-
-    void SetRows(CReportRows rows, int sortColumn, Qt::SortOrder order) {
-        beginResetModel();
-        m_rows = std::move(rows);
-        Order(sortColumn, order);
-        endResetModel();
-    }
-
-    [[nodiscard]] bool CanSort() const { return m_rows.sortKey != nullptr; }
-    [[nodiscard]] int RowAt(int place) const { return m_order[place]; }
-    /// -1 for a row that does not exist.
-    [[nodiscard]] int PlaceOf(int row) const {
-        const auto found = std::ranges::find(m_order, row);
-        return found == m_order.end() ? -1 : static_cast<int>(found - m_order.begin());
-    }
-
-    int rowCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : m_rows.count;
-    }
-
-    int columnCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
-    }
-
-    QVariant data(const QModelIndex& index, int role) const override {
-        if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
-            return {};
-        }
-        if (role == Qt::DisplayRole && m_rows.text) {
-            return m_rows.text(RowAt(index.row()), index.column());
-        }
-        if (role == Qt::DecorationRole && index.column() == 0 && m_rows.icon) {
-            return m_rows.icon(RowAt(index.row()));
-        }
-        if (role == kHeadingRole && m_rows.heading) {
-            return m_rows.heading(RowAt(index.row()));
-        }
-        return role == Qt::TextAlignmentRole ? Alignment(index.column()) : QVariant();
-    }
-
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
-        if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) {
-            return {};
-        }
-        if (role == Qt::TextAlignmentRole) {
-            return Alignment(section);
-        }
-        return role == Qt::DisplayRole ? m_columns[section].title : QVariant();
-    }
-
-    /// Column -1 restores the owner's order.
-    void sort(int column, Qt::SortOrder order) override {
-        emit layoutAboutToBeChanged();
-        const QModelIndexList before = persistentIndexList();
-        QModelIndexList after;
-        const std::vector<int> oldOrder = m_order;
-        Order(column, order);
-        std::vector<int> places(m_order.size());
-        for (int place = 0; place < std::ssize(m_order); ++place) {
-            places[m_order[place]] = place;
-        }
-        for (const QModelIndex& index : before) {
-            after.append(createIndex(places[oldOrder[index.row()]], index.column()));
-        }
-        changePersistentIndexList(before, after);
-        emit layoutChanged();
-    }
-
-  private:
-    [[nodiscard]] QVariant Alignment(int column) const {
-        const bool isNumber = m_columns[column].kind == CReportColumn::EKind::Number;
-        return QVariant::fromValue(Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeft));
-    }
-
-    void Order(int column, Qt::SortOrder order) {
-        m_order.resize(m_rows.count);
-        std::iota(m_order.begin(), m_order.end(), 0);
-        if (column < 0 || column >= columnCount() || !CanSort()) {
-            return;
-        }
-        std::vector<QVariant> keys;
-        keys.reserve(m_order.size());
-        for (const int row : m_order) {
-            keys.push_back(m_rows.sortKey(row, column));
-        }
-        std::ranges::stable_sort(m_order, [&](int a, int b) {
-            return order == Qt::AscendingOrder ? IsLess(keys[a], keys[b])
-                                               : IsLess(keys[b], keys[a]);
-        });
-    }
-
-    static bool IsLess(const QVariant& a, const QVariant& b) {
-        return a.userType() == QMetaType::QString
-                   ? a.toString().compare(b.toString(), Qt::CaseInsensitive) < 0
-                   : a.toDouble() < b.toDouble();
-    }
-
-    std::vector<CReportColumn> m_columns;
-    CReportRows m_rows;
-    std::vector<int> m_order;  ///< row by place
-};
-
 CReportList::CReportList(const QString& accessibleName, QWidget* parent)
-    : CRowTree(parent), m_model(new CModel(this)) {
+    : CRowTree(parent), m_model(new CReportModel(this)) {
     setModel(m_model);
     setItemDelegate(new CRowDelegate(this));
     setAccessibleName(accessibleName);
@@ -203,7 +84,7 @@ void CReportList::SetRows(CReportRows rows) {
     doItemsLayout();
     verticalScrollBar()->setValue(position);
     if (m_hint != nullptr) {
-        m_hint->setVisible(RowCount() == 0);
+        m_hint->ShowWhen(RowCount() == 0);
     }
 }
 
@@ -314,40 +195,15 @@ void CReportList::LayColumnsOut() {
 
 void CReportList::SetEmptyHint(const QString& text) {
     if (m_hint == nullptr) {
-        m_hint = new QLabel(viewport());
-        m_hint->setObjectName(QStringLiteral("emptyHint"));
-        m_hint->setAttribute(Qt::WA_TransparentForMouseEvents);
-        m_hint->setForegroundRole(QPalette::Text);
-        m_hint->setAlignment(Qt::AlignCenter);
-        m_hint->setWordWrap(true);
-        m_hint->setMargin(kHintMargin);
-        auto* over = new QVBoxLayout(viewport());
-        over->setSizeConstraint(QLayout::SetNoConstraint);
-        over->setContentsMargins(0, 0, 0, 0);
-        over->addWidget(m_hint, 1);
+        m_hint = new CEmptyListHint(viewport());
+        connect(m_hint, &CEmptyListHint::OfferTaken, this, &CReportList::OfferTaken);
     }
-    m_hint->setText(text);
-    m_hint->setVisible(RowCount() == 0);
+    m_hint->SetText(text);
+    m_hint->ShowWhen(RowCount() == 0);
 }
 
 void CReportList::SetEmptyOffers(const QStringList& offers) {
-    for (QToolButton* button : std::exchange(m_offers, {})) {
-        button->deleteLater();  // it may have been clicked
-        button->hide();
-    }
-    auto* over = static_cast<QVBoxLayout*>(viewport()->layout());
-    for (const QString& offer : offers) {
-        const auto index = static_cast<int>(m_offers.size());
-        auto* button = new QToolButton(viewport());
-        button->setObjectName(QStringLiteral("offer%1").arg(index + 1));
-        button->setText(QStringLiteral("%1  %2").arg(index + 1).arg(offer));
-        button->setAccessibleName(offer);
-        button->setFocusPolicy(Qt::NoFocus);
-        button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-        connect(button, &QToolButton::clicked, this, [this, index] { emit OfferTaken(index); });
-        over->addWidget(button, 0, Qt::AlignHCenter);
-        m_offers.push_back(button);
-    }
+    m_hint->SetOffers(offers);
 }
 
 void CReportList::SetBackgroundColor(const QColor& color) {
@@ -396,8 +252,12 @@ void CReportList::keyPressEvent(QKeyEvent* event) {
     }
     const int offer = event->key() - Qt::Key_1;
     const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == 0;
-    if (RowCount() == 0 && isPlain && offer >= 0 && offer < std::ssize(m_offers)) {
+    if (RowCount() == 0 && isPlain && m_hint != nullptr && offer >= 0 &&
+        offer < m_hint->OfferCount()) {
         emit OfferTaken(offer);
+        return;
+    }
+    if (RowCount() == 0 && m_hint != nullptr && m_hint->ScrollByKey(event->key())) {
         return;
     }
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;

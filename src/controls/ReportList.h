@@ -2,41 +2,15 @@
 // reselection after a reload, sorting by a click on a header.
 #pragma once
 
-#include <QIcon>
-#include <functional>
 #include <vector>
 
+#include "controls/ReportModel.h"
 #include "controls/RowTree.h"
 
-class QLabel;
-class QToolButton;
+class CEmptyListHint;
 
 /// Added to the width of a column's title, in logical pixels.
 inline constexpr int kTitleMargin = 16;
-
-/// One column. Columns without a fixed width share the room that the others leave.
-struct CReportColumn {
-    enum class EKind { Text, Number };  ///< numbers are right-aligned, with their title
-
-    QString title;
-    EKind kind = EKind::Text;
-    int width = 0;  ///< fixed width in logical pixels; 0: the list chooses
-    int least = 0;  ///< least width that the list chooses, in logical pixels; 0: the title's
-    int share = 1;  ///< weight when the remaining room is shared; 0: gets none of it
-};
-
-/// The rows of a list. The functions are called when a cell is painted, with rows in the owner's
-/// order.
-struct CReportRows {
-    int count = 0;
-    std::function<QString(int row, int column)> text;
-    std::function<QIcon(int row)> icon = {};  ///< in column 0; may be empty
-    /// The key by which a click on a header sorts: a number, or a text compared without case. A
-    /// list without this function cannot be sorted.
-    std::function<QVariant(int row, int column)> sortKey = {};
-    /// A faint line with this text above the row; none where it is empty. Not with `sortKey`.
-    std::function<QString(int row)> heading = {};
-};
 
 /// Black or white, whichever contrasts more with the background.
 QColor ReadableTextColor(const QColor& background);
@@ -106,15 +80,12 @@ class CReportList : public CRowTree {
     void changeEvent(QEvent* event) override;
 
   private:
-    class CModel;
-
     void LayColumnsOut();
     void SelectIndex(const QModelIndex& index);
     [[nodiscard]] int LeastWidth(int column) const;
 
-    CModel* m_model;
-    QLabel* m_hint = nullptr;  ///< created by SetEmptyHint
-    std::vector<QToolButton*> m_offers;
+    CReportModel* m_model;
+    CEmptyListHint* m_hint = nullptr;  ///< created by SetEmptyHint
     std::vector<CReportColumn> m_columns;
     bool m_laysOut = false;  ///< the list itself is changing widths
 };

@@ -18,7 +18,8 @@ void CRowTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                        const QModelIndex& index) const {
     // Of the window, so that a dialog over it changes nothing.
     const QWidget* focus = window()->focusWidget();
-    if (focus == this || (focus != nullptr && isAncestorOf(focus))) {
+    const bool isMovedByField = focus != nullptr && focus == focusProxy();
+    if (focus == this || isMovedByField || (focus != nullptr && isAncestorOf(focus))) {
         QTreeView::drawRow(painter, option, index);
         return;
     }

@@ -3,8 +3,8 @@
 
 #include <QTreeView>
 
-/// Shows a pale selection while it does not have the focus, so that of several panes the one with
-/// the keyboard is seen.
+/// Shows a pale selection while neither it nor its focus proxy has the focus, so that of several
+/// panes the one with the keyboard is seen.
 class CRowTree : public QTreeView {
     Q_OBJECT
   public:

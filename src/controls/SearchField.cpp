@@ -3,6 +3,7 @@
 #include <QFocusEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -17,7 +18,8 @@ CSearchField::CSearchField(std::vector<CReportColumn> columns, Search search, QW
       m_search(std::move(search)),
       m_overlay(new QWidget(over)),
       m_list(new CReportList(u"Matches"_s, m_overlay)),
-      m_pane(new CListPane(m_overlay)) {
+      m_pane(new CListPane(m_overlay)),
+      m_pending(new QTimer(this)) {
     setObjectName(u"search"_s);
     setAccessibleName(u"Search"_s);
     setPlaceholderText(u"Search"_s);
@@ -29,13 +31,20 @@ CSearchField::CSearchField(std::vector<CReportColumn> columns, Search search, QW
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     m_list->setFocusPolicy(Qt::NoFocus);
     m_list->SetColumns(std::move(columns));
+    m_list->setFocusProxy(this);  // whose keys move in it: its selection is the strong one
     auto* layout = new QVBoxLayout(m_overlay);
     layout->setContentsMargins(0, 0, 0, 0);
     m_pane->SetList(m_list);
     layout->addWidget(m_pane);
 
     over->installEventFilter(this);
-    connect(this, &QLineEdit::textEdited, this, &CSearchField::ShowMatches);
+    connect(this, &QLineEdit::textEdited, this, [this] {
+        m_picksFirst = false;
+        ShowMatches();
+    });
+    // Without an interval it fires when the keys that have come meanwhile are handled.
+    m_pending->setSingleShot(true);
+    connect(m_pending, &QTimer::timeout, this, &CSearchField::Continue);
     connect(m_list, &CReportList::clicked, this,
             [this](const QModelIndex& index) { Pick(index.row()); });
 }
@@ -45,6 +54,8 @@ bool CSearchField::IsOpen() const {
 }
 
 void CSearchField::Close() {
+    m_pending->stop();
+    m_picksFirst = false;
     m_overlay->hide();
 }
 
@@ -57,6 +68,16 @@ void CSearchField::ShowMatches() {
     m_overlay->show();
     m_overlay->raise();
     m_list->SelectPlace(0);
+    if (rows.isPending) {
+        m_pending->start();
+    }
+}
+
+void CSearchField::Continue() {
+    ShowMatches();
+    if (m_picksFirst && !m_pending->isActive()) {
+        Pick(m_list->CurrentPlace());
+    }
 }
 
 void CSearchField::keyPressEvent(QKeyEvent* event) {
@@ -77,6 +98,7 @@ void CSearchField::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
             if (IsOpen()) {
+                m_picksFirst = m_pending->isActive();
                 Pick(m_list->CurrentPlace());
                 return;
             }

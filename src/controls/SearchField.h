@@ -10,18 +10,22 @@
 #include "controls/ReportList.h"
 
 class CListPane;
+class QTimer;
 
-/// What a search shows. `note` is the line under the rows, `hint` the text instead of them.
+/// What a search shows. `note` is the line under the rows, `hint` the text instead of them. A
+/// pending search is called again when the window has nothing else to do.
 struct CSearchRows {
     int count = 0;
     std::function<QString(int row, int column)> text;
-    QString note;
-    QString hint;
+    QString note = {};
+    QString hint = {};
+    bool isPending = false;
 };
 
 /// The field keeps the focus while the list is open. The list opens with the first key and with
 /// Down, and covers its parent below the field. Up, Down, Page Up and Page Down move in it; Return
-/// or a click picks, Escape (through the dialog) and leaving the field close it.
+/// or a click picks, Escape (through the dialog) and leaving the field close it. Return waits for a
+/// pending search.
 class CSearchField : public QLineEdit {
     Q_OBJECT
   public:
@@ -44,6 +48,7 @@ class CSearchField : public QLineEdit {
 
   private:
     void ShowMatches();
+    void Continue();
     void Move(int rows);
     void Pick(int row);
     void Place();
@@ -52,4 +57,6 @@ class CSearchField : public QLineEdit {
     QWidget* m_overlay;
     CReportList* m_list;
     CListPane* m_pane;
+    QTimer* m_pending;
+    bool m_picksFirst = false;  ///< Return was pressed while the search was pending
 };

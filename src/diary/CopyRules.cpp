@@ -76,12 +76,12 @@ std::vector<CDietEntry> EntriesToCopy(const ListedEntries<CDietEntry>& listed) {
     return entries;
 }
 
-std::vector<CDietEntry> EntriesOfMeal(CVelmoraDoc& doc, QDate day, std::optional<qint32> meal) {
-    std::vector<CDietEntry> entries =
-        EntriesToCopy(ReadDay(doc.Database().Diet(), day, kNoCapacity).Entries());
-    std::erase_if(entries,
+CMealEntries EntriesOfMeal(CVelmoraDoc& doc, QDate day, std::optional<qint32> meal) {
+    const CDayEntries read = ReadDay(doc.Database().Diet(), day, kNoCapacity);
+    CMealEntries found{EntriesToCopy(read.Entries()), read.LeftOut()};
+    std::erase_if(found.entries,
                   [meal](const CDietEntry& entry) { return meal && entry.GetMeal() != *meal; });
-    return entries;
+    return found;
 }
 
 int CopyEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries,
@@ -125,7 +125,7 @@ std::vector<CMealOffer> MealOffers(CVelmoraDoc& doc, QDate day, qint32 meal) {
     std::size_t most = kOthersOffered;
     for (int ago = 1; ago <= kDaysSearched && offers.size() < most; ++ago) {
         const QDate before = day.addDays(-ago);
-        std::vector<CDietEntry> entries = EntriesOfMeal(doc, before, meal);
+        std::vector<CDietEntry> entries = EntriesOfMeal(doc, before, meal).entries;
         MealContent content = ContentOf(entries);
         if (entries.empty() || std::ranges::find(offered, content) != offered.end()) {
             continue;

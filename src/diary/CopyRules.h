@@ -19,8 +19,12 @@ int CutDietEntries(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected);
 
 /// The entries without their records: a copy is a new one.
 std::vector<CDietEntry> EntriesToCopy(const ListedEntries<CDietEntry>& listed);
-/// Those of a day; with a meal, only those of that meal.
-std::vector<CDietEntry> EntriesOfMeal(CVelmoraDoc& doc, QDate day, std::optional<qint32> meal);
+struct CMealEntries {
+    std::vector<CDietEntry> entries;
+    CLeftOut leftOut;  ///< of the whole day: a damaged entry's meal is unknown
+};
+/// The entries of a day; with a meal, only those of that meal.
+CMealEntries EntriesOfMeal(CVelmoraDoc& doc, QDate day, std::optional<qint32> meal);
 
 /// Adds copies as one unit of work; stops at the first failure with "Cannot add entry.". Returns
 /// how many were added.

@@ -86,11 +86,16 @@ CCategoryList CCatalogue::FillCategoryList(ECatalogueKind kind, qint32 categoryI
                                     TextOf(properties[numbers.type])});
             return std::ssize(list.entries) < capacity ? ETake::Taken : ETake::Last;
         });
-    SortWithoutCase(list.entries, [&numbers](const CCategoryListEntry& entry) {
-        // No text contains the separator, so a name sorts before longer names that begin with it.
-        return numbers.namesType ? entry.name + QChar(0) + entry.type : entry.name;
-    });
+    SortByNameAndType(kind, list.entries);
     return list;
+}
+
+void SortByNameAndType(ECatalogueKind kind, std::vector<CCategoryListEntry>& entries) {
+    const bool namesType = CatalogueLayoutOf(kind).namesType;
+    SortWithoutCase(entries, [namesType](const CCategoryListEntry& entry) {
+        // No text contains the separator, so a name sorts before longer names that begin with it.
+        return namesType ? entry.name + QChar(0) + entry.type : entry.name;
+    });
 }
 
 // Categories are contiguous, so a name is compared only with those of its own category, and one

@@ -47,3 +47,6 @@ class CCatalogue {
     CItemDatabase<CRecipeItem> m_recipes;
     CItemDatabase<CExerciseItem> m_exlib;
 };
+
+/// As FillCategoryList sorts.
+void SortByNameAndType(ECatalogueKind kind, std::vector<CCategoryListEntry>& entries);

@@ -11,8 +11,9 @@ constexpr std::array kKinds = {ECatalogueKind::Foods, ECatalogueKind::Menus,
 constexpr int kLatestEntries = 200;
 /// After more changes than a quarter of the items and these, all items are read again.
 constexpr int kManyChanges = 1000;
-/// Items that are read in some ten milliseconds.
-constexpr int kReadAtOnce = 4000;
+/// Items that are read in some twenty milliseconds: usual catalogues at once, and a window that
+/// reads a large one in steps follows the keys in between.
+constexpr int kReadAtOnce = 10000;
 
 /// A number that sorts by the uses at the meal, then by all uses, then by the last one: 20, 20 and
 /// 24 bits.
@@ -116,17 +117,19 @@ void CCatalogueSearch::UnitAbandoned() {
 }
 
 bool CCatalogueSearch::PrepareSome() {
+    ForgetIfOutdated();
     return ReadSome(kReadAtOnce);
 }
 
-void CCatalogueSearch::BringUpToDate() {
-    const bool hasManyChanges =
-        m_index && std::ssize(m_changed.items) > m_index->Count() / 4 + kManyChanges;
-    if (hasManyChanges) {
+void CCatalogueSearch::ForgetIfOutdated() {
+    if (m_index && std::ssize(m_changed.items) > m_index->Count() / 4 + kManyChanges) {
         Forget();
     }
-    while (ReadSome(std::numeric_limits<int>::max())) {
-    }
+}
+
+void CCatalogueSearch::BringUpToDate() {
+    ForgetIfOutdated();
+    (void)ReadSome(std::numeric_limits<int>::max());  // leaves nothing to read
     const CChanges changed = std::exchange(m_changed, {});
     if (!changed.items.empty()) {
         ReadAgain(changed.items);
@@ -143,7 +146,17 @@ bool CCatalogueSearch::ReadSome(int most) {
     if (!m_index) {
         m_index.emplace();
     }
-    const ECatalogueKind kind = kKinds.at(m_nextKind);
+    for (int count = 0; count < most && !IsBuilt();) {
+        count += ReadNext(kKinds.at(m_nextKind), most - count);
+    }
+    if (IsBuilt()) {
+        m_index->Trim();
+        ReadCategories();
+    }
+    return !IsBuilt();
+}
+
+int CCatalogueSearch::ReadNext(ECatalogueKind kind, int most) {
     int count = 0;
     const CLeftOut leftOut =
         m_catalogue.Items(kind).ReadRecords({.low = std::numeric_limits<qint64>::min(),
@@ -160,11 +173,7 @@ bool CCatalogueSearch::ReadSome(int most) {
         m_nextPosition = 0;
         ++m_nextKind;
     }
-    if (IsBuilt()) {
-        m_index->Trim();
-        ReadCategories();
-    }
-    return !IsBuilt();
+    return count;
 }
 
 void CCatalogueSearch::Add(ECatalogueKind kind, ObjectId record, const PropertyList& properties) {

@@ -32,8 +32,8 @@ class CCatalogueSearch : private CChangeListener {
     CCatalogueSearch(const CCatalogueSearch&) = delete;
     CCatalogueSearch& operator=(const CCatalogueSearch&) = delete;
 
-    /// Reads some of the items into the index; false when there are no more. For a window that
-    /// expects a query and must stay alive.
+    /// Reads some of the items into the index; false when there are no more, so that a query
+    /// answers at once. For a window that must stay alive.
     bool PrepareSome();
     /// What CSearchIndex finds. For a text without words: what the profile eats, at the meal first,
     /// then often, then lately. Records that cannot be read are not found.
@@ -51,9 +51,13 @@ class CCatalogueSearch : private CChangeListener {
 
     [[nodiscard]] bool IsBuilt() const;
     [[nodiscard]] std::optional<ECatalogueKind> KindOf(ObjectId database) const;
+    /// After so many changes that reading all items again is faster than following them.
+    void ForgetIfOutdated();
     void BringUpToDate();
-    /// The next items that are not in the index yet; false when there are none.
+    /// Reads up to `most` of the items that are not in the index yet; false when none are left.
     bool ReadSome(int most);
+    /// Those of one kind, from m_nextPosition on. Returns how many were read.
+    int ReadNext(ECatalogueKind kind, int most);
     void ReadCategories();
     void ReadAgain(const std::vector<CSearchMatch>& changed);
     void Add(ECatalogueKind kind, ObjectId record, const PropertyList& properties);

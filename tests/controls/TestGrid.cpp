@@ -1,4 +1,6 @@
+#include <QClipboard>
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QVBoxLayout>
@@ -170,6 +172,31 @@ class TestGrid : public QObject {
         QCOMPARE(QApplication::focusWidget(), m_grid);
         QTest::keyClick(m_grid, Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget(), m_field);
+    }
+
+    void lettersAreNotTypedWhereNumbersBelong() {
+        Make(EGridKind::Choices, 2);
+        m_grid->OpenCell(0, 1);
+        auto* edit = m_grid->findChild<QLineEdit*>();
+        QTest::keyClicks(edit, u"1x2.5 e\u00b5"_s);
+        for (const QString& composed : {u"b"_s, u"7"_s}) {
+            QInputMethodEvent event(composed, {});
+            event.setCommitString(composed);
+            QCoreApplication::sendEvent(edit, &event);
+        }
+        QCOMPARE(edit->text(), u"12.5 7"_s);
+        // The leading number of what is pasted counts.
+        QGuiApplication::clipboard()->setText(u"30 g"_s);
+        QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(edit, Qt::Key_Return);
+        QCOMPARE(Ended(), QStringList{u"0,1:30 g"_s});
+        for (const auto& [column, opens] : {std::pair{1, false}, {0, true}}) {
+            m_grid->setCurrentIndex(m_grid->model()->index(1, column));
+            QTest::keyClick(m_grid, Qt::Key_X);
+            QCOMPARE(m_grid->IsEditing(), opens);
+        }
+        QCOMPARE(m_grid->findChild<QComboBox*>()->currentText(), u"x"_s);
     }
 
     void namesTakeWhatTheValuesLeave() {

@@ -4,10 +4,12 @@
 #include <QFileDialog>
 #include <QScreen>
 #include <QSplitter>
+#include <QToolButton>
 
 #include "controls/Dialog.h"
 #include "controls/ReportList.h"
 #include "controls/WindowMessages.h"
+#include "diary/CopyRules.h"
 #include "support/Clicks.h"
 #include "support/Files.h"
 
@@ -44,6 +46,29 @@ class TestSmallScreen : public CFrameTest {
             QCOMPARE(Find<QPushButton>(dialog, "recalculate")->text(), u"&Recalculate"_s);
         });
         Trigger(frame, u"Edit menu..."_s);
+    }
+
+    void offersOfAnEmptyMealAreAllInReach() {
+        const CDietEntry tea = AddEntry(u"Tea"_s, QTime(8, 0)).entry;
+        for (int ago = 1; ago <= 4; ++ago) {
+            const std::vector<CDietEntry> entries(static_cast<std::size_t>(ago), tea);
+            QCOMPARE(CopyEntries(*m_doc, entries, {{kDay.addDays(-ago)}}), ago);
+        }
+        m_doc->dayShown = kDay;
+        while (Database().Diet().Count() > 10) {
+            QVERIFY(Database().Diet().Delete(Database().Diet().Count() - 1));
+        }
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        for (const int offer : {1, 2, 3, 4}) {
+            auto* button = frame.ActiveView()->findChild<QToolButton*>(u"offer%1"_s.arg(offer));
+            const auto* shown = button->parentWidget()->parentWidget();
+            QTest::keyClick(frame.focusWidget(), offer == 1 ? Qt::Key_Up : Qt::Key_Down);
+            QVERIFY(button->height() >= button->sizeHint().height());
+            QVERIFY(button->width() >= button->sizeHint().width());
+            const QRect place(button->mapTo(shown, QPoint()), button->size());
+            QVERIFY2(shown->rect().contains(place), qPrintable(button->text()));
+        }
     }
 
     void theFileDialogLeavesOutWhatHasNoRoom() {

@@ -81,13 +81,13 @@ class TestCatalogueSearch : public CCatalogueTest {
     void anIndexMadeInStepsIsTheSame() {
         {
             CRecordGroup group(Database().GetStore());
-            for (int i = 0; i < 4200; ++i) {
+            for (int i = 0; i < 10200; ++i) {
                 AddFood(i % 2 == 0 ? m_fruit : m_soups, u"Apple"_s, QString::number(i));
             }
             QVERIFY(group.Commit());
         }
         AddComposed(Database(), kMenus, 1, u"Apple menu"_s);
-        Damage(Database().Foods(), 4050);
+        Damage(Database().Foods(), 10050);
         QVERIFY(Database().Search().PrepareSome());
         CompareWithFreshIndex();
         QVERIFY(!Database().Search().PrepareSome());
@@ -102,6 +102,19 @@ class TestCatalogueSearch : public CCatalogueTest {
                 QVERIFY(Database().DeleteItem(kFoods, 0));
             }
         }
+        CompareWithFreshIndex();
+        // So many changes that all is read again, which takes steps too.
+        {
+            CRecordGroup group(Database().GetStore());
+            CFoodItem food;
+            for (int position = 0; position < 4000; ++position) {
+                QVERIFY(Database().Foods().Read(position, food));
+                food.SetName(u"Pear"_s);
+                QVERIFY(Database().Foods().Write(position, food));
+            }
+            QVERIFY(group.Commit());
+        }
+        QVERIFY(Database().Search().PrepareSome());
         CompareWithFreshIndex();
     }
 

@@ -126,15 +126,20 @@ QStringList TypesOfName(CDatabase& database, ECatalogueKind kind, qint32 categor
     return SortedOnce(types);
 }
 
-bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodItem& food) {
+bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodItem& food,
+                bool isQuiet) {
+    CItemDatabaseBase& items = database.Items(kind);
+    const auto read = [&](CItemRecord& item) {
+        return isQuiet ? items.ReadQuietly(position, item) : items.Read(position, item);
+    };
     if (position < 0) {
         return false;
     }
     if (!HasComponents(kind)) {
-        return database.Foods().Read(position, food);
+        return read(food);
     }
     CComposedItem item(kind);
-    if (!database.Items(kind).Read(position, item)) {
+    if (!read(item)) {
         return false;
     }
     food.Clear();

@@ -35,8 +35,9 @@ QStringList TypesOfName(CDatabase& database, ECatalogueKind kind, qint32 categor
                         const QString& name, CLeftOut* leftOut = nullptr);
 
 /// Reads a food, or a menu or recipe as a food whose values are those of one serving. False when
-/// there is no such record.
-bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodItem& food);
+/// there is no such record; an error is shown, unless it is read quietly.
+bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodItem& food,
+                bool isQuiet = false);
 
 /// Category of the food or recipe that a component was made of; -1 when that no longer exists or is
 /// not known.

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 
 #include "catalogue/items/TextLimits.h"
+#include "controls/NumberField.h"
 #include "controls/PickField.h"
 #include "controls/PickList.h"
 #include "platform/Messages.h"
@@ -53,8 +54,8 @@ CExlibEditDialog::CExlibEditDialog(CVelmoraDoc& doc, const CExerciseItem& item, 
 
 QWidget* CExlibEditDialog::MakeEnergyRow(const CExlibFields& fields) {
     auto* row = new QWidget;
-    m_energy = new QLineEdit(fields.energy);
-    m_energy->setObjectName(u"energy"_s);
+    m_energy = CreateNumberField(u"energy"_s);
+    m_energy->setText(fields.energy);
     m_energy->setAccessibleName(u"Energy"_s);
     m_unit = new QLabel;
     m_unit->setObjectName(u"unit"_s);

@@ -92,6 +92,10 @@ QWidget* CAddFoodDialog::AddServingRow() {
     auto* row = new QWidget(this);
     m_serving = new CDropField(row);
     SetUpListField(m_serving, u"Serving"_s, kServingCharacters, kLongestServingName);
+    connect(m_serving, &CDropField::Opening, this, [this] {
+        m_form.OfferServings();
+        m_serving->addItems(m_form.Servings().mid(m_serving->count()));
+    });
     connect(m_serving, &QComboBox::activated, this, [this](int index) {
         ReadFields();
         m_form.SelectServing(index);

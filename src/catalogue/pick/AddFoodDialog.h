@@ -4,6 +4,7 @@
 #include "catalogue/pick/AddFoodForm.h"
 #include "catalogue/pick/PickDialog.h"
 
+class CDropField;
 class CGrid;
 class QLineEdit;
 class QTabBar;
@@ -32,7 +33,7 @@ class CAddFoodDialog : public CPickDialog {
 
     CAddFoodForm& m_form;
     QTabBar* m_kinds = nullptr;
-    QComboBox* m_serving = nullptr;
+    CDropField* m_serving = nullptr;
     QLineEdit* m_amount = nullptr;
     CGrid* m_values = nullptr;
 };

@@ -1,9 +1,11 @@
 #include "catalogue/pick/AddFoodForm.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "catalogue/items/CatalogueChoices.h"
 #include "catalogue/items/CatalogueKinds.h"
+#include "catalogue/items/CategoryItems.h"
 #include "catalogue/items/FoundItem.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
@@ -92,9 +94,8 @@ CAddFoodForm::CAddFoodForm(CVelmoraDoc& doc, const CAddFoodRequest& request)
     m_amountText = doc.Preferences().FormatNumber(m_food.amount);
     if (m_isNew) {
         ChooseSingleCategory();
-    } else {
-        OfferCatalogueServings();
     }
+    m_mayOffer = !m_isNew;
 }
 
 std::vector<EItemKind> CAddFoodForm::Kinds() const {
@@ -171,6 +172,29 @@ QStringList CAddFoodForm::Servings() const {
         names.append(serving.name);
     }
     return names;
+}
+
+void CAddFoodForm::OfferServings() {
+    if (!std::exchange(m_mayOffer, false)) {
+        return;
+    }
+    CDatabase& database = Doc().Database();
+    const ItemUseKey key = NameUseKey(m_food.item.GetName(), m_food.item.GetType());
+    int position = -1;
+    ForEachItemOf(database, Catalogue(), CategoryId(),
+                  [&](int at, const QString& name, const QString& type) {
+                      position = position < 0 && NameUseKey(name, type) == key ? at : position;
+                  });
+    CFoodItem food;
+    if (!ReadAsFood(database, Catalogue(), position, food, true)) {
+        return;
+    }
+    for (int index = 0; index < kServingCount; ++index) {
+        const QString serving = food.GetServingName(index);
+        if (!serving.isEmpty() && !Servings().contains(serving)) {
+            m_servings.push_back({serving, food.GetServingWeight(index), true});
+        }
+    }
 }
 
 void CAddFoodForm::SelectServing(int index) {
@@ -293,6 +317,7 @@ bool CAddFoodForm::Load(int position) {
 
 /// Shows an item with its named servings, the first one selected.
 void CAddFoodForm::TakeItem(const CFoodItem& item) {
+    m_mayOffer = false;
     m_food.item = item;
     SetNameText(item.GetName());
     SetTypeText(item.GetType());
@@ -306,25 +331,6 @@ void CAddFoodForm::TakeItem(const CFoodItem& item) {
     m_selectedServing = m_servings.empty() ? -1 : 0;
     m_servingText = m_servings.empty() ? QString() : m_servings.front().name;
     m_typed = {};
-}
-
-/// Those that the entry does not have itself.
-void CAddFoodForm::OfferCatalogueServings() {
-    CDatabase& database = Doc().Database();
-    const ECatalogueKind kind = CatalogueOf(m_food.kind);
-    const qint32 category = m_food.item.GetCategoryId();
-    const QString name = ResolveItemName(database, kind, category, m_food.item.GetName());
-    const int position = database.Catalogue().FindItem(kind, category, name, m_food.item.GetType());
-    CFoodItem food;
-    if (!ReadAsFood(database, kind, position, food)) {
-        return;
-    }
-    for (int index = 0; index < kServingCount; ++index) {
-        const QString serving = food.GetServingName(index);
-        if (!serving.isEmpty() && !Servings().contains(serving)) {
-            m_servings.push_back({serving, food.GetServingWeight(index), true});
-        }
-    }
 }
 
 void CAddFoodForm::ChooseSingleCategory() {

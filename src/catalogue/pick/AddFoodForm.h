@@ -49,9 +49,12 @@ class CAddFoodForm : public CPickForm {
     EPicker Pick(EPicker picker, const QString& row) override;
     [[nodiscard]] bool MayFind() const { return GetKind() == EItemKind::Food; }
 
-    /// Names in the serving list: those of the item; for an entry its own, and then those that the
-    /// item has in the catalogue, if it is still there.
+    /// Names in the serving list: those of the item; for an entry its own, and then what
+    /// OfferServings found.
     [[nodiscard]] QStringList Servings() const;
+    /// Call before the serving list of an entry is opened: adds the servings that its item has in
+    /// the catalogue, if it is still there. Nothing is shown when that cannot be read.
+    void OfferServings();
     [[nodiscard]] QString ServingText() const { return m_servingText; }
     /// `index` into Servings(). A serving of the catalogue's item, chosen for an entry, loads that
     /// item, one serving of it.
@@ -103,7 +106,6 @@ class CAddFoodForm : public CPickForm {
     void ClearItem(const QString& name);
     void TakeOneServing();
     void TakeItem(const CFoodItem& item);
-    void OfferCatalogueServings();
     void ChooseSingleCategory();
     bool PickType(const QString& type);
     void Recompute(double amount);
@@ -115,6 +117,7 @@ class CAddFoodForm : public CPickForm {
     int m_allowedKinds;
     bool m_refuseDuplicates;
     bool m_hasTime;
+    bool m_mayOffer = false;  ///< the item is an entry's whose catalogue item was not read yet
     /// The item of the catalogue or the entry, with the current amount.
     CChosenFood m_food;
     CChosenFood m_result;

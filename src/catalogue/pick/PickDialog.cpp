@@ -49,7 +49,8 @@ void CPickDialog::AddSearchField() {
                                        return m_form.SearchCell(m_found.items[row], column);
                                    },
                                .note = m_found.note,
-                               .hint = m_found.hint};
+                               .hint = m_found.hint,
+                               .isPending = m_found.isPending};
         },
         OverlayParent(), this);
     connect(m_search, &CSearchField::Picked, this, [this](int row) {

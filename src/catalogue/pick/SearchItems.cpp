@@ -8,12 +8,8 @@ namespace {
 enum : int { kName, kCategory, kEnergy };
 
 QString NoteOf(const CSearchMatches& matches, int shown) {
-    QStringList notes;
-    if (matches.found == EFound::Near) {
-        notes.append(u"Similar words:"_s);
-    } else if (matches.found == EFound::Most) {
-        notes.append(u"Nothing has all these words."_s);
-    }
+    QStringList notes = {FoundText(matches.found)};
+    notes.removeAll(QString());
     if (matches.total > shown) {
         notes.append(u"The best %1 of %2"_s.arg(shown).arg(matches.total));
     }
@@ -21,8 +17,17 @@ QString NoteOf(const CSearchMatches& matches, int shown) {
 }
 }  // namespace
 
+QString FoundText(EFound found) {
+    return found == EFound::Near   ? u"Similar words:"_s
+           : found == EFound::Most ? u"Nothing has all these words."_s
+                                   : QString();
+}
+
 CSearchItems SearchItems(CVelmoraDoc& doc, CSearchQuery query) {
     CDatabase& database = doc.Database();
+    if (database.Search().PrepareSome()) {
+        return {.hint = kSearching, .isPending = true};
+    }
     query.profile = database.Profiles().GetId();
     query.limit = kSearchRows;
     const CSearchMatches matches = database.Search().Find(query);

@@ -4,12 +4,14 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QTimer>
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <unordered_set>
 
 #include "app/LeftOutText.h"
+#include "catalogue/pick/SearchItems.h"
 #include "catalogue/view/CategoryTreeModel.h"
 #include "controls/InputPanel.h"
 #include "controls/ListPane.h"
@@ -37,6 +39,7 @@ CCatalogueBrowser::CCatalogueBrowser(CVelmoraDoc& doc, CCatalogueRules& rules, E
       m_list(new CReportList(QString::fromLatin1(m_kind.words.many))),
       m_listPane(new CListPane),
       m_filter(new QLineEdit),
+      m_pending(new QTimer(this)),
       m_namesInTree(m_kind.Layout().namesType) {
     MakeTree();
     MakeList();
@@ -80,7 +83,9 @@ void CCatalogueBrowser::MakeFilter() {
     m_filter->setPlaceholderText(u"Narrow the list"_s);
     m_filter->setClearButtonEnabled(true);
     m_filter->installEventFilter(this);
-    connect(m_filter, &QLineEdit::textChanged, this, &CCatalogueBrowser::FillList);
+    connect(m_filter, &QLineEdit::textChanged, this, &CCatalogueBrowser::Narrow);
+    m_pending->setSingleShot(true);
+    connect(m_pending, &QTimer::timeout, this, &CCatalogueBrowser::Narrow);
     auto* pane = new QWidget;
     auto* layout = new QVBoxLayout(pane);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -222,40 +227,72 @@ void CCatalogueBrowser::SelectInTree(const QModelIndex& index) {
 
 void CCatalogueBrowser::FillList() {
     const QString name = ItemName();
+    m_all = name.isEmpty()
+                ? m_doc.Database().Catalogue().FillCategoryList(m_kind.code, CategoryId())
+                : m_rules.ItemsOfName(CategoryId(), name);
+    Narrow();
+}
+
+void CCatalogueBrowser::Narrow() {
+    m_pending->stop();
+    CCatalogueSearch& search = m_doc.Database().Search();
     const bool isNarrow = CFoldedWords(m_filter->text()).Count() > 0;
-    CCategoryList list = name.isEmpty() ? m_doc.Database().Catalogue().FillCategoryList(
-                                              m_kind.code, CategoryId(),
-                                              isNarrow ? kNoCapacity : kCatalogueListCapacity)
-                                        : m_rules.ItemsOfName(CategoryId(), name);
-    if (isNarrow) {
-        Narrow(list);
+    CCategoryList list;
+    m_found = EFound::All;
+    QString hint;
+    if (!isNarrow) {
+        list = m_all;
+    } else if (search.PrepareSome()) {
+        hint = kSearching;
+        m_pending->start();
+    } else {
+        const bool isWhole = m_all.leftOut.beyond == 0;
+        const CSearchMatches matches =
+            search.Find({.text = m_filter->text(),
+                         .kinds = KindBit(m_kind.code),
+                         .categoryId = CategoryId(),
+                         .limit = isWhole ? kNoCapacity : kCatalogueListCapacity});
+        list = Found(matches);
+        m_found = matches.found;
+        hint = u"Nothing found in this category."_s;
     }
     m_entries = std::move(list.entries);
     m_leftOut = list.leftOut;
+    m_list->SetEmptyHint(hint);
     ShowEntries();
 }
 
-void CCatalogueBrowser::Narrow(CCategoryList& list) const {
-    CDatabase& database = m_doc.Database();
-    std::unordered_set<ObjectId> found;
-    for (const CSearchMatch& match : database.Search()
-                                         .Find({.text = m_filter->text(),
-                        .kinds = KindBit(m_kind.code),
-                        .categoryId = CategoryId()})
-                                         .best) {
-        found.insert(match.record);
+CCategoryList CCatalogueBrowser::Found(const CSearchMatches& matches) {
+    CItemDatabaseBase& items = m_doc.Database().Items(m_kind.code);
+    CCategoryList found;
+    if (m_all.leftOut.beyond == 0) {
+        found.leftOut = m_all.leftOut;
+        std::unordered_set<ObjectId> records;
+        for (const CSearchMatch& match : matches.best) {
+            records.insert(match.record);
+        }
+        std::ranges::copy_if(m_all.entries, std::back_inserter(found.entries),
+                             [&](const CCategoryListEntry& entry) {
+                                 return records.contains(items.RecordAt(entry.position));
+                             });
+        return found;
     }
-    std::erase_if(list.entries, [&](const CCategoryListEntry& entry) {
-        return !found.contains(database.Items(m_kind.code).RecordAt(entry.position));
-    });
-    if (std::ssize(list.entries) > kCatalogueListCapacity) {
-        list.leftOut.beyond += static_cast<int>(std::ssize(list.entries)) - kCatalogueListCapacity;
-        list.entries.resize(kCatalogueListCapacity);
+    // Too many items to read them all at each key.
+    for (const CSearchMatch& match : matches.best) {
+        CCategoryListEntry entry{};
+        if (ReadEntry(items.PositionOf(match.record), entry)) {
+            found.entries.push_back(std::move(entry));
+        }
     }
+    SortByNameAndType(m_kind.code, found.entries);
+    found.leftOut.damaged = m_all.leftOut.damaged;
+    found.leftOut.beyond = matches.total - static_cast<int>(std::ssize(found.entries));
+    return found;
 }
 
 void CCatalogueBrowser::ShowNote() {
-    QStringList notes = {LeftOutText(m_leftOut, m_kind.words, static_cast<int>(m_entries.size()),
+    QStringList notes = {FoundText(m_found),
+                         LeftOutText(m_leftOut, m_kind.words, static_cast<int>(m_entries.size()),
                                      "Showing %s of %s %s."),
                          DamageText(m_model->LeftOut(), kCategoryWords)};
     notes.removeAll(QString());

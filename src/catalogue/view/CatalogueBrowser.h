@@ -14,10 +14,12 @@ class CCategoryTreeModel;
 class CListPane;
 class CReportList;
 class QLineEdit;
+class QTimer;
 class QTreeView;
 
 /// Both panes are read again after every change; expanded categories and the tree's scroll position
-/// are kept. Document and rules outlive the browser.
+/// are kept. The field shows the best matches of its words in the order of the list. Document and
+/// rules outlive the browser.
 class CCatalogueBrowser : public QSplitter {
     Q_OBJECT
   public:
@@ -84,9 +86,11 @@ class CCatalogueBrowser : public QSplitter {
     void MakeFilter();
     void SetColumns();
     void FillTree();
+    /// Reads the items of the tree's current row.
     void FillList();
-    /// Leaves the items that the words in the field find.
-    void Narrow(CCategoryList& list) const;
+    /// Shows them, or those of them that the words in the field find.
+    void Narrow();
+    [[nodiscard]] CCategoryList Found(const CSearchMatches& matches);
     void ShowEntries();
     void ShowNote();
     void SelectInTree(const QModelIndex& index);
@@ -101,8 +105,11 @@ class CCatalogueBrowser : public QSplitter {
     CReportList* m_list;
     CListPane* m_listPane;
     QLineEdit* m_filter;
+    CCategoryList m_all;                 ///< of the tree's current row, as long as a list can be
     CCatalogueRules::Entries m_entries;  ///< by row of the list
     CLeftOut m_leftOut;
+    EFound m_found = EFound::All;  ///< how the rows match the words in the field
+    QTimer* m_pending;
     std::optional<CAddedColumn> m_added;
     std::vector<CAddedCell> m_addedCells;  ///< by row
     bool m_namesInTree;

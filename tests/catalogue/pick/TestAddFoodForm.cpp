@@ -53,6 +53,35 @@ class TestAddFoodForm : public CDiaryTest {
         QVERIFY(edited == entry);
     }
 
+    void servingsOfTheCatalogueAreReadWhenTheyAreAskedFor() {
+        AddCatalogue();
+        const QString longName = QString(70, u'x');
+        AddFood(1, longName, u"raw"_s, 52, {{u"1 small"_s, 10}});
+        CDietEntry entry = Apple(1, 1);
+        entry.SetCategory(u"Fruit"_s);
+        const auto offered = [&](const QString& name, const QString& type) {
+            entry.SetName(name);
+            entry.SetType(type);
+            CAddFoodForm form(*m_doc, CAddFoodRequest::ForEntry(Database(), entry));
+            const QStringList before = form.Servings();
+            form.OfferServings();
+            form.OfferServings();
+            return before.join(u',') + u'|' + form.Servings().join(u',');
+        };
+        QCOMPARE(offered(u"Apple"_s, u"raw"_s), u"1 medium|1 medium,1 cup"_s);
+        QCOMPARE(offered(u"Apple"_s, u"baked"_s), u"1 medium|1 medium"_s);
+        QCOMPARE(offered(longName, u"raw"_s), u"1 medium|1 medium,1 small"_s);
+        // The record of a category in the place of the food's: too few properties.
+        const ObjectId food = Database().Foods().RecordAt(0);
+        Change("UPDATE records SET body=(SELECT body FROM records WHERE id=?) WHERE id=?",
+               {food - 2, food});
+        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
+        QCOMPARE(offered(u"Apple"_s, u"raw"_s), u"1 medium|1 medium"_s);
+        QVERIFY(Database().GetStore().DeleteDatabase(u"Foods"_s, kCatalogueType));
+        QCOMPARE(offered(u"Apple"_s, u"dried"_s), u"1 medium|1 medium"_s);
+        QCOMPARE(m_messages->Said(), QString());
+    }
+
   private:
     /// Its nutrients have the values 1, 2, 3, ... times `step`.
     static CDietEntry Apple(double amount, double step) {

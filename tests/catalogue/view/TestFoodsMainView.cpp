@@ -42,6 +42,51 @@ class TestFoodsMainView : public CCatalogueTest {
         QCOMPARE(NoteOf(*m_view), QString());
     }
 
+    void theFilterReadsNothingButWhatItFinds() {
+        Fill();
+        {
+            CRecordGroup group(Database().GetStore());
+            for (int i = 0; i < 10100; ++i) {
+                const QString type = i == 77 ? u"unripe"_s : u"ripe"_s;
+                QVERIFY(Database().Foods().Write(-1, MakeFood(2, u"Pear %1"_s.arg(i), type)));
+            }
+        }
+        Open();
+        m_tree->setCurrentIndex(Node(1));
+        auto* filter = Find<QLineEdit>(*m_view, "filter");
+        auto* list = Find<CReportList>(*m_view, "items");
+        const auto* hint = Find<QLabel>(*m_view, "emptyHint");
+        // The index takes more than one step.
+        QTest::keyClicks(filter, u"p"_s);
+        QVERIFY(hint->isVisible());
+        QCOMPARE(hint->text() + NoteOf(*m_view), u"Searching..."_s);
+        QTest::keyClicks(filter, u"ear"_s);
+        QTRY_COMPARE(NoteOf(*m_view), u"Showing 1024 of 10100 foods."_s);
+        QVERIFY(!hint->isVisible());
+        const std::tuple<QString, QString, QString> rows[] = {
+            {u"unripe"_s, u"Pear 77"_s, QString()},
+            {u"unrpie"_s, u"Pear 77"_s, u"Similar words:"_s},
+            {u"raw plum"_s, u"Apple"_s, u"Nothing has all these words."_s},
+            {u"milk"_s, QString(), QString()},
+        };
+        for (const auto& [text, first, note] : rows) {
+            Replace(filter, text);
+            QCOMPARE(list->model()->index(0, 0).data().toString(), first);
+            QCOMPARE(NoteOf(*m_view), note);
+            QCOMPARE(hint->isVisible(), first.isEmpty());
+        }
+        QCOMPARE(hint->text(), u"Nothing found in this category."_s);
+        // In a list that is shown whole, near words are said too.
+        m_tree->setCurrentIndex(Node(0));
+        QCOMPARE(list->RowCount(), 2);
+        Replace(filter, u"buter"_s);
+        QCOMPARE(list->model()->index(0, 0).data().toString(), u"Butter"_s);
+        QCOMPARE(NoteOf(*m_view), u"Similar words:"_s);
+        filter->clear();
+        QCOMPARE(list->RowCount(), 3);
+        QCOMPARE(NoteOf(*m_view), QString());
+    }
+
     void theTreesModelIsSound() {
         Fill();
         CCategoryTreeModel model(Database(), kFoods, true, nullptr);
