@@ -8,10 +8,10 @@
 #include <QScrollBar>
 #include <QSplitter>
 
-#include "diary/BmiDialog.h"
 #include "diary/DietMainView.h"
 #include "diary/TotalsList.h"
-#include "diary/WeightMainView.h"
+#include "diary/weight/BmiDialog.h"
+#include "diary/weight/WeightMainView.h"
 #include "exercise/ExercisesMainView.h"
 #include "support/Clicks.h"
 

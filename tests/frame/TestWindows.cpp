@@ -12,7 +12,7 @@
 
 #include "controls/Dialog.h"
 #include "controls/ReportList.h"
-#include "diary/WeightGraph.h"
+#include "diary/weight/WeightGraph.h"
 #include "support/Clicks.h"
 #include "support/DataRows.h"
 #include "support/Drawing.h"
