@@ -27,7 +27,7 @@ git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' | sor
             }
             n = split("platform controls store/engine store/records store/search store app profile " \
                       "catalogue/items catalogue/exchange catalogue/pick catalogue/view " \
-                      "diary exercise report cli frame", floors, " ")
+                      "diary diary/weight exercise report cli frame", floors, " ")
             for (i = 1; i <= n; i++) floor[floors[i]] = i
             floor["."] = n + 1
             # Neighbours that must not include each other.

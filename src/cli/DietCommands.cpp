@@ -140,12 +140,12 @@ bool Quick(CCommandContext& context) {
     if (!LoadProfileArgument(context)) {
         return false;
     }
-    const QString line = arguments.Word(0);
-    const std::vector<CQuickItem> items = CQuickEntry(context.doc, meal).Read(line);
+    CQuickEntry line(context.doc);
+    const std::vector<CQuickItem>& items = line.Read(arguments.Word(0));
     bool isUnderstood = !items.empty();
     for (const CQuickItem& item : items) {
         if (!item.refusal.isEmpty()) {
-            ShowMessage(line.sliced(item.first, item.length) + u": "_s + item.refusal);
+            ShowMessage(item.text + u": "_s + item.refusal);
             isUnderstood = false;
         }
     }

@@ -3,10 +3,10 @@
 #include "cli/CommonArguments.h"
 #include "cli/MinuteEntries.h"
 #include "cli/TableOutput.h"
-#include "diary/BmiTable.h"
-#include "diary/WeightForm.h"
-#include "diary/WeightList.h"
-#include "diary/WeightRules.h"
+#include "diary/weight/BmiTable.h"
+#include "diary/weight/WeightForm.h"
+#include "diary/weight/WeightList.h"
+#include "diary/weight/WeightRules.h"
 #include "platform/NumberText.h"
 
 using namespace Qt::StringLiterals;

@@ -121,6 +121,12 @@ void DrawLensAndArrow(QPainter& painter) {
     painter.drawLine(QPointF(3, 14), QPointF(13, 14));
 }
 
+void DrawRefused(QPainter& painter) {
+    painter.drawPolygon(QPolygonF({{8, 1.8}, {15, 14.2}, {1, 14.2}}));
+    painter.drawLine(QPointF(8, 6), QPointF(8, 9.5));
+    painter.drawPoint(QPointF(8, 12));
+}
+
 void DrawProgram(QPainter& painter) {
     constexpr QColor kLeaf(46, 125, 80);
     painter.setPen(Qt::NoPen);
@@ -150,6 +156,8 @@ DrawIcon DrawingOf(EIcon icon) {
             return DrawLens;
         case EIcon::FindNext:
             return DrawLensAndArrow;
+        case EIcon::Refused:
+            return DrawRefused;
     }
     return DrawCard;
 }

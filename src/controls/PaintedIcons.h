@@ -5,7 +5,7 @@
 #include <QColor>
 #include <QIcon>
 
-enum class EIcon { Apple, Card, Pot, Add, Delete, NewFolder, Find, FindNext };
+enum class EIcon { Apple, Card, Pot, Add, Delete, NewFolder, Find, FindNext, Refused };
 
 /// An invalid colour is replaced by the palette's for button texts whenever the icon is painted.
 QIcon PaintedIcon(EIcon icon, const QColor& color = {});

@@ -128,6 +128,14 @@ void CReportList::SelectRow(int row) {
     SelectIndex(m_model->index(m_model->PlaceOf(row), 0));
 }
 
+void CReportList::SelectRange(int row, int count) {
+    SelectRow(row + count - 1);
+    for (int more = row; more < row + count - 1; ++more) {
+        selectionModel()->select(m_model->index(m_model->PlaceOf(more), 0),
+                                 QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+}
+
 void CReportList::SelectPlace(int place) {
     SelectIndex(m_model->index(std::min(place, RowCount() - 1), 0));
 }

@@ -5,6 +5,11 @@
 
 /// Windows and screens narrower than this, in logical pixels, use compact layouts.
 inline constexpr int kNarrowWidth = 480;
+/// A window that is narrow, or lower than this, has no room for what is rarely used.
+inline constexpr int kLowHeight = 400;
+inline bool IsSmall(QSize window) {
+    return window.width() < kNarrowWidth || window.height() < kLowHeight;
+}
 
 /// Role of a text above the row, see CReportRows::heading.
 inline constexpr int kHeadingRole = Qt::UserRole;

@@ -141,13 +141,13 @@ void CDiaryView::SetMenus(QAction* own) {
     };
 }
 
-void CDiaryView::LayOutTab(QWidget* between) {
+void CDiaryView::LayOutTab(const std::vector<QWidget*>& between) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(kSpacing);
     layout->addWidget(m_dayBar);
-    if (between != nullptr) {
-        layout->addWidget(between);
+    for (QWidget* widget : between) {
+        layout->addWidget(widget);
     }
     layout->addWidget(m_splitter, 1);
     m_list->setFocus();

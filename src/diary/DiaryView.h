@@ -52,9 +52,8 @@ class CDiaryView : public CMainView {
     /// after undo and redo. `own` is the tab's own entry of "Tools".
     void SetCommands(CReportList* list, const std::vector<CListCommand>& commands, QAction* own,
                      const std::vector<CListCommand>& more = {});
-    /// Lays out the day, `between` (if given), and the list above its pane; the list gets the
-    /// focus.
-    void LayOutTab(QWidget* between = nullptr);
+    /// Lays out the day, `between`, and the list above its pane; the list gets the focus.
+    void LayOutTab(const std::vector<QWidget*>& between = {});
 
     /// Called when the document's dayShown has changed.
     virtual void DayChanged() {}

@@ -9,12 +9,14 @@
 #include "app/FrameCommands.h"
 #include "catalogue/pick/AddFoodDialog.h"
 #include "controls/ColorDialog.h"
+#include "controls/RowDelegate.h"
 #include "diary/CustomEntryDialog.h"
 #include "diary/DietMoveDialog.h"
 #include "diary/DietRules.h"
 #include "diary/DietTotals.h"
 #include "diary/EntryClipboard.h"
 #include "diary/EntryList.h"
+#include "diary/QuickField.h"
 #include "diary/RepeatDialog.h"
 #include "diary/TotalsList.h"
 
@@ -30,9 +32,10 @@ CDietMainView::CDietMainView(CVelmoraDoc& doc, QWidget* parent)
     : CDiaryView(doc, doc.Settings().dietTab.splitterPerMille, parent), m_day(doc) {
     setObjectName(u"dietView"_s);
     CreateMeals();
+    CreateQuickField();
     CreateLists();
     CreateActions();
-    LayOutTab(m_meals);
+    LayOutTab({m_meals, m_quick});
     DataChanged();
 }
 
@@ -40,6 +43,7 @@ void CDietMainView::DataChanged() {
     ShowColors();
     m_day.Reload();
     m_entries->BuildColumns();
+    m_quick->Forget();
     ShowDay();
     ShowSplit();
 }
@@ -71,6 +75,7 @@ void CDietMainView::CreateActions() {
             {"Paste", "", {QKeySequence::Paste}, kInList, [this] { Paste(); }},
             {"Copy to...", "", {Qt::CTRL | Qt::SHIFT | Qt::Key_C}, kAnywhere, [this] { CopyTo(); }},
             {"Repeat...", "", {Qt::CTRL | Qt::Key_R}, kAnywhere, [this] { Repeat(); }},
+            {"Quick entry...", "", {Qt::CTRL | Qt::Key_L}, kAnywhere, [this] { m_quick->Call(); }},
         });
     connect(m_entries, &CReportList::OfferTaken, this, &CDietMainView::TakeOffer);
 
@@ -100,6 +105,21 @@ void CDietMainView::CreateMeals() {
         Doc().selectedMeal = meal;
         Reload();
     });
+}
+
+void CDietMainView::CreateQuickField() {
+    m_quick = new CQuickField(Doc(), this, this);
+    connect(m_quick, &CQuickField::Added, this, [this](int count, QTime time) {
+        Reload();
+        const int last = m_day.LastRowOf(ToFileTime(Doc().dayShown, time));
+        m_entries->SelectRange(last - count + 1, count);
+    });
+    connect(m_quick, &CQuickField::Left, this, [this] { m_entries->setFocus(); });
+}
+
+void CDietMainView::resizeEvent(QResizeEvent* event) {
+    m_quick->SetOnDemand(IsSmall(window()->size()));
+    CDiaryView::resizeEvent(event);
 }
 
 void CDietMainView::CreateLists() {

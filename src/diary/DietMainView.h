@@ -8,6 +8,7 @@
 
 class CDialog;
 class CEntryList;
+class CQuickField;
 class CTotalsList;
 class QTabBar;
 
@@ -21,10 +22,12 @@ class CDietMainView final : public CDiaryView {
   protected:
     void DayChanged() override { Reload(); }
     void ShowColors() override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void CreateActions();
     void CreateMeals();
+    void CreateQuickField();
     void CreateLists();
 
     /// Reads and shows the day again; `select` is the place to select, -1 for none.
@@ -55,6 +58,7 @@ class CDietMainView final : public CDiaryView {
     CDietDay m_day;
     std::vector<CMealOffer> m_offers;  ///< while the meal shown is empty
     QTabBar* m_meals = nullptr;
+    CQuickField* m_quick = nullptr;
     CEntryList* m_entries = nullptr;
     CTotalsList* m_totals = nullptr;
 };

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
+#include <utility>
 
 #include "app/ListCommands.h"
 #include "catalogue/items/CatalogueChoices.h"
@@ -108,8 +108,8 @@ int WordsOfUnit(const QStringList& words) {
 
 }  // namespace
 
-std::vector<CQuickItem> CQuickEntry::Read(const QString& line) {
-    std::vector<CQuickItem> items;
+const std::vector<CQuickItem>& CQuickEntry::Read(const QString& line) {
+    std::vector<CQuickItem> before = std::exchange(m_items, {});
     qsizetype first = 0;
     for (qsizetype at = 0; at <= line.size(); ++at) {
         const bool isEnd = at == line.size() || (line[at] == u',' && !IsDecimalComma(line, at));
@@ -119,38 +119,49 @@ std::vector<CQuickItem> CQuickEntry::Read(const QString& line) {
         while (first < at && line[first].isSpace()) {
             ++first;
         }
-        qsizetype end = at;
-        while (end > first && line[end - 1].isSpace()) {
-            --end;
-        }
-        if (end > first) {
-            items.push_back(ReadItem(line, first, end - first));
+        if (const QString text = line.sliced(first, at - first).trimmed(); !text.isEmpty()) {
+            const auto known = std::ranges::find(before, text, &CQuickItem::text);
+            if (known == before.end()) {
+                m_items.push_back(ReadItem(text));
+            } else {
+                m_items.push_back(std::move(*known));
+                before.erase(known);
+            }
+            m_items.back().first = first;
         }
         first = at + 1;
     }
-    return items;
+    return m_items;
 }
 
-CQuickItem CQuickEntry::ReadItem(const QString& line, qsizetype first, qsizetype length) {
-    CQuickItem item{first, length};
+int CQuickEntry::ItemAt(qsizetype place) const {
+    const auto found = std::ranges::find_if(m_items, [place](const CQuickItem& item) {
+        return item.first <= place && place <= item.first + item.text.size();
+    });
+    return found == m_items.end() ? -1 : static_cast<int>(found - m_items.begin());
+}
+
+void CQuickEntry::Take(int item, int match) {
+    TakeMatch(m_items[static_cast<std::size_t>(item)], match);
+}
+
+CQuickItem CQuickEntry::ReadItem(const QString& text) {
+    CQuickItem item{.text = text};
     CSearchMatches matches;
-    (void)ReadingOf(line.sliced(first, length), matches);
+    item.reading = ReadingOf(text, matches);
     item.matches = std::move(matches.best);
-    Take(line, item, 0);
+    TakeMatch(item, 0);
     return item;
 }
 
-void CQuickEntry::Take(const QString& line, CQuickItem& item, int match) {
-    const QString text = line.sliced(item.first, item.length);
-    CSearchMatches matches;
-    const CReading reading = ReadingOf(text, matches);
+void CQuickEntry::TakeMatch(CQuickItem& item, int match) {
     item.taken = -1;
-    if (reading.what.isEmpty()) {
+    if (item.reading.what.isEmpty()) {
         item.refusal = u"What was eaten is missing."_s;
         return;
     }
     if (match >= std::ssize(item.matches)) {
-        item.refusal = u"Nothing in the catalogue is called '%1'."_s.arg(reading.what);
+        item.refusal = u"Nothing in the catalogue is called '%1'."_s.arg(item.reading.what);
         return;
     }
     if (!Load(item.matches[match], item.food)) {
@@ -158,12 +169,12 @@ void CQuickEntry::Take(const QString& line, CQuickItem& item, int match) {
         return;
     }
     item.taken = match;
-    item.refusal = Measure(reading, item.food);
+    item.refusal = Measure(item.reading, item.food);
 }
 
 /// The reading that fits the catalogue best, with what is found for it.
-CQuickEntry::CReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matches) {
-    CReading reading;
+CQuickReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matches) {
+    CQuickReading reading;
     QString rest = text;
     if (const auto amount = LeadingAmount(rest)) {
         reading.amount = amount->value;
@@ -225,11 +236,8 @@ CQuickEntry::CReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches
 
 CSearchMatches CQuickEntry::Find(const QString& what) {
     CDatabase& database = m_doc.Database();
-    return database.Search().Find({.text = what,
-                                   .kinds = kEaten,
-                                   .profile = database.Profiles().GetId(),
-                                   .meal = m_meal,
-                                   .limit = kMatches});
+    return database.Search().Find(
+        {.text = what, .kinds = kEaten, .profile = database.Profiles().GetId(), .limit = kMatches});
 }
 
 bool CQuickEntry::Load(const CSearchMatch& match, CChosenFood& food) {
@@ -274,7 +282,7 @@ int CQuickEntry::ServingNamed(const std::vector<CServing>& servings, const QStri
 }
 
 /// Sets serving, amount and totals; returns why that is not possible.
-QString CQuickEntry::Measure(const CReading& reading, CChosenFood& food) {
+QString CQuickEntry::Measure(const CQuickReading& reading, CChosenFood& food) {
     if (reading.amount <= kLeastAmount || reading.amount > kLargestTyped) {
         return u"The amount is too small or too large."_s;
     }
@@ -325,20 +333,37 @@ QString CQuickEntry::Measure(const CReading& reading, CChosenFood& food) {
 
 int AddQuickItems(CVelmoraDoc& doc, QDate day, QTime time, int meal,
                   const std::vector<CQuickItem>& items) {
-    std::vector<int> indexes(items.size());
-    std::iota(indexes.begin(), indexes.end(), 0);
+    std::vector<int> indexes;
+    for (int index = 0; index < std::ssize(items); ++index) {
+        if (items[static_cast<std::size_t>(index)].refusal.isEmpty()) {
+            indexes.push_back(index);
+        }
+    }
+    const auto foodOf = [&items](int index) -> const CChosenFood& {
+        return items[static_cast<std::size_t>(index)].food;
+    };
     const auto add = [&](int index) {
         CDietEntry entry;
         entry.SetMoment(ToFileTime(day, time));
         entry.SetMeal(meal);
-        TakeChosenFood(doc.Database(), items[static_cast<std::size_t>(index)].food, entry);
+        TakeChosenFood(doc.Database(), foodOf(index), entry);
         return doc.Database().Diet().Write(kNoPosition, entry);
     };
-    if (items.empty()) {
+    if (indexes.empty()) {
         return 0;
     }
     const CStep step(doc.Database().GetStore(),
-                     StepName("addition"_L1, static_cast<int>(items.size()),
-                              items.front().food.item.GetName(), "entries"_L1));
+                     StepName("addition"_L1, static_cast<int>(indexes.size()),
+                              foodOf(indexes.front()).item.GetName(), "entries"_L1));
     return ActOnEach(doc.Database().GetStore(), indexes, add, kCannotAddEntry);
+}
+
+QString QuickLineWithout(const std::vector<CQuickItem>& items, int added) {
+    QStringList rest;
+    for (const CQuickItem& item : items) {
+        if (!item.refusal.isEmpty() || added-- <= 0) {
+            rest.append(item.text);
+        }
+    }
+    return rest.join(u", "_s);
 }

@@ -4,10 +4,19 @@
 #include "app/VelmoraDoc.h"
 #include "catalogue/items/ChosenFood.h"
 
+/// How an item is read: an amount, the words of its unit, and what is searched.
+struct CQuickReading {
+    double amount = 1;
+    bool hasAmount = false;
+    QStringList unit = {};
+    QString what = {};
+};
+
 /// A part of a quick line between commas.
 struct CQuickItem {
-    qsizetype first = 0;  ///< its place in the line, without blanks around it
-    qsizetype length = 0;
+    qsizetype first = 0;  ///< its place in the line
+    QString text = {};    ///< without blanks around it
+    CQuickReading reading = {};
     /// Candidates, the best first.
     std::vector<CSearchMatch> matches = {};
     int taken = -1;         ///< index of the match that `food` was made of; -1 when there is none
@@ -23,23 +32,22 @@ struct CQuickItem {
 /// that names one. Without a unit the first serving is meant.
 class CQuickEntry {
   public:
-    /// `meal` is the one that is added to.
-    CQuickEntry(CVelmoraDoc& doc, int meal) : m_doc(doc), m_meal(meal) {}
+    explicit CQuickEntry(CVelmoraDoc& doc) : m_doc(doc) {}
 
     /// The items of a line with the best match of each taken; empty ones are left out. A comma
-    /// between two digits is a decimal sign where the locale has it so.
-    std::vector<CQuickItem> Read(const QString& line);
-    /// Takes another match of an item of that line.
-    void Take(const QString& line, CQuickItem& item, int match);
+    /// between two digits is a decimal sign where the locale has it so. An item whose text was in
+    /// the line read before is not searched again, and keeps the match that was taken.
+    const std::vector<CQuickItem>& Read(const QString& line);
+    /// Those of the line read last.
+    [[nodiscard]] const std::vector<CQuickItem>& Items() const { return m_items; }
+    /// Index of the item at a place of the line, or directly before it; -1 when there is none.
+    [[nodiscard]] int ItemAt(qsizetype place) const;
+    /// Takes another match of an item.
+    void Take(int item, int match);
+    /// Searches every item again when it is read next: the catalogue may have changed.
+    void Forget() { m_items.clear(); }
 
   private:
-    /// How an item can be read: an amount, the words of its unit, and what is searched.
-    struct CReading {
-        double amount = 1;
-        bool hasAmount = false;
-        QStringList unit;
-        QString what;
-    };
     struct CServing {
         QString name;
         double weightGrams;
@@ -47,19 +55,22 @@ class CQuickEntry {
         QStringList words;  ///< the folded words after it
     };
 
-    CQuickItem ReadItem(const QString& line, qsizetype first, qsizetype length);
-    CReading ReadingOf(const QString& text, CSearchMatches& matches);
+    CQuickItem ReadItem(const QString& text);
+    CQuickReading ReadingOf(const QString& text, CSearchMatches& matches);
+    void TakeMatch(CQuickItem& item, int match);
     CSearchMatches Find(const QString& what);
     bool Load(const CSearchMatch& match, CChosenFood& food);
     static std::vector<CServing> ServingsOf(const CFoodItem& food);
     static int ServingNamed(const std::vector<CServing>& servings, const QStringList& words);
-    QString Measure(const CReading& reading, CChosenFood& food);
+    QString Measure(const CQuickReading& reading, CChosenFood& food);
 
     CVelmoraDoc& m_doc;
-    int m_meal;
+    std::vector<CQuickItem> m_items;
 };
 
-/// Adds the items' foods as one unit of work; stops at the first failure with "Cannot add entry.".
-/// Returns how many were added.
+/// Adds the foods of the items that are understood as one unit of work; stops at the first failure
+/// with "Cannot add entry.". Returns how many were added.
 int AddQuickItems(CVelmoraDoc& doc, QDate day, QTime time, int meal,
                   const std::vector<CQuickItem>& items);
+/// What remains of a line when AddQuickItems has added that many of its items.
+QString QuickLineWithout(const std::vector<CQuickItem>& items, int added);

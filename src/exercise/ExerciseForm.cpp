@@ -4,7 +4,7 @@
 
 #include "app/UnitTexts.h"
 #include "catalogue/items/CatalogueKinds.h"
-#include "diary/WeightRules.h"
+#include "diary/weight/WeightRules.h"
 #include "exercise/ExerciseRules.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"

@@ -26,7 +26,7 @@
 #include "controls/RowDelegate.h"
 #include "diary/DietMainView.h"
 #include "diary/PurgeDialog.h"
-#include "diary/WeightMainView.h"
+#include "diary/weight/WeightMainView.h"
 #include "exercise/ExercisesMainView.h"
 #include "frame/AboutDialog.h"
 #include "platform/Messages.h"

@@ -3,7 +3,7 @@
 #include "app/DateText.h"
 #include "app/ItemTexts.h"
 #include "app/UnitTexts.h"
-#include "diary/WeightForm.h"
+#include "diary/weight/WeightForm.h"
 #include "exercise/ExerciseRules.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"

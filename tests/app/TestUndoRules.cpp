@@ -7,7 +7,7 @@
 #include "catalogue/items/ComposedForm.h"
 #include "diary/DietRules.h"
 #include "diary/PurgeRules.h"
-#include "diary/WeightRules.h"
+#include "diary/weight/WeightRules.h"
 #include "exercise/ExerciseRules.h"
 #include "support/CatalogueTest.h"
 #include "support/DataRows.h"

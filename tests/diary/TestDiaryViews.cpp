@@ -8,10 +8,10 @@
 #include <QScrollBar>
 #include <QSplitter>
 
-#include "diary/BmiDialog.h"
 #include "diary/DietMainView.h"
 #include "diary/TotalsList.h"
-#include "diary/WeightMainView.h"
+#include "diary/weight/BmiDialog.h"
+#include "diary/weight/WeightMainView.h"
 #include "exercise/ExercisesMainView.h"
 #include "support/Clicks.h"
 
@@ -83,6 +83,37 @@ class TestDiaryViews : public CDiaryTest {
         COpenView<CExercisesMainView> exercises(*m_doc, "exercises");
         QCOMPARE(NoteOf(exercises.view), note);
         QCOMPARE(m_messages->Said(), QString());
+    }
+
+    void aBreakfastIsItsWordsAndOneReturn() {
+        const qint32 category = AddCategory(Database(), u"Kitchen"_s);
+        AddFood(category, u"Eggnog"_s, {}, 88, {{u"1 cup"_s, 254}});
+        AddFood(category, u"Egg"_s, u"whole, raw"_s, 143, {{u"1 large"_s, 50}});
+        AddFood(category, u"Bread"_s, u"rye"_s, 259, {{u"1 slice"_s, 32}});
+        AddFood(category, u"Milk"_s, u"whole"_s, 61, {{u"1 cup"_s, 244}});
+        AddFood(category, u"Beverages"_s, u"coffee, brewed"_s, 1, {{u"6 fl oz"_s, 178}});
+        m_doc->selectedMeal = 0;
+        COpenView<CDietMainView> open(*m_doc, "entries");
+        int keys = 0;
+        const auto press = [&](int key, Qt::KeyboardModifiers modifiers = {}) {
+            QTest::keyClick(open.view.focusWidget(), static_cast<Qt::Key>(key), modifiers);
+            ++keys;
+        };
+        press(Qt::Key_L, Qt::ControlModifier);
+        for (const QChar letter : u"2 eggs, slice rye bread, 200 ml whole milk, black coffee"_s) {
+            press(letter.toUpper().unicode());
+        }
+        press(Qt::Key_Return);
+        QCOMPARE(keys, 1 + 56 + 1);
+        QStringList rows;
+        for (int row = 0; row < open.list->RowCount(); ++row) {
+            rows.append(open.list->model()->index(row, 1).data().toString());
+        }
+        QCOMPARE(rows.join(u", "_s), u"2.00x1 large, 1.00x1 slice, 1.00x200 ml, 1.00x6 fl oz"_s);
+        // 2 x 71.5 + 82.88 + 61 x 2.44 x 200 / 236.588 + 1.78
+        QCOMPARE(Total(open.view, 2), u"353/"_s);
+        QCOMPARE(open.list->SelectedRows(), (std::vector<int>{0, 1, 2, 3}));
+        QCOMPARE(open.view.focusWidget()->objectName(), u"quick"_s);
     }
 
     void barsAreDrawnInTheirColours() {

@@ -2,6 +2,7 @@
 #include "FrameFixture.h"
 
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QScreen>
 #include <QSplitter>
 #include <QToolButton>
@@ -69,6 +70,25 @@ class TestSmallScreen : public CFrameTest {
             const QRect place(button->mapTo(shown, QPoint()), button->size());
             QVERIFY2(shown->rect().contains(place), qPrintable(button->text()));
         }
+    }
+
+    void theQuickLineTakesRoomOnlyWhenCalled() {
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        auto* line = Find<QLineEdit>(*frame.ActiveView(), "quick");
+        QVERIFY(line->isHidden());
+        QTest::keyClick(frame.focusWidget(), Qt::Key_L, Qt::ControlModifier);
+        QVERIFY(line->hasFocus());
+        QTest::keyClicks(line, u"ap"_s);
+        const auto* list = Find<CReportList>(*frame.ActiveView(), "quickRows");
+        QVERIFY(list->viewport()->height() >= list->sizeHintForRow(0) * 4);
+        Find<CReportList>(*frame.ActiveView(), "entries")->setFocus();
+        QVERIFY(!list->isVisible());
+        QVERIFY(!line->isHidden());  // what was typed is not lost
+        line->setFocus();
+        QTest::keyClick(line, Qt::Key_Escape);
+        QVERIFY(line->isHidden());
+        QVERIFY(Find<CReportList>(*frame.ActiveView(), "entries")->hasFocus());
     }
 
     void theFileDialogLeavesOutWhatHasNoRoom() {

@@ -7,8 +7,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTimeEdit>
-#include <QTimer>
 
+#include "catalogue/pick/SearchColumns.h"
 #include "controls/PickField.h"
 #include "controls/PickList.h"
 #include "controls/SearchField.h"
@@ -19,7 +19,6 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int kNarrowSpacing = 4;
 constexpr int kButtonMargin = 10;
-constexpr int kLeastCategoryWidth = 44;
 /// The capacity of an entry's name and type.
 constexpr int kNameLength = 64;
 }  // namespace
@@ -36,11 +35,8 @@ bool CPickDialog::CloseOverlay() {
 }
 
 void CPickDialog::AddSearchField() {
-    const QStringList titles = m_form.SearchTitles();
     m_search = new CSearchField(
-        {{.title = titles[0], .share = 4},
-         {.title = titles[1], .least = kLeastCategoryWidth},
-         {.title = titles[2], .kind = CReportColumn::EKind::Number, .share = 0}},
+        SearchColumns(m_form.SearchTitles()),
         [this](const QString& text) {
             m_found = m_form.Search(text);
             return CSearchRows{.count = static_cast<int>(std::ssize(m_found.items)),
@@ -62,13 +58,7 @@ void CPickDialog::AddSearchField() {
         }
     });
     Content()->addWidget(m_search);
-    auto* idle = new QTimer(this);
-    connect(idle, &QTimer::timeout, this, [this, idle] {
-        if (!m_form.PrepareSearch()) {
-            idle->stop();
-        }
-    });
-    idle->start();
+    m_search->PrepareWhileIdle([this] { return m_form.PrepareSearch(); });
 }
 
 void CPickDialog::AddPickFields(QFormLayout* form) {

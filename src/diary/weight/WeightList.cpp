@@ -1,11 +1,11 @@
-#include "diary/WeightList.h"
+#include "diary/weight/WeightList.h"
 
 #include <algorithm>
 #include <limits>
 
 #include "app/DateText.h"
 #include "app/UnitTexts.h"
-#include "diary/WeightForm.h"
+#include "diary/weight/WeightForm.h"
 
 using namespace Qt::StringLiterals;
 

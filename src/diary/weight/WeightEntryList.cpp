@@ -1,4 +1,4 @@
-#include "diary/WeightEntryList.h"
+#include "diary/weight/WeightEntryList.h"
 
 #include "app/DateText.h"
 #include "diary/ListSizes.h"

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "diary/DiaryView.h"
-#include "diary/WeightList.h"
+#include "diary/weight/WeightList.h"
 
 class CWeightEntryList;
 class CWeightGraph;

@@ -3,7 +3,7 @@
 
 #include "app/VelmoraDoc.h"
 #include "controls/GraphPane.h"
-#include "diary/WeightList.h"
+#include "diary/weight/WeightList.h"
 
 /// The period that the graph shows, up to its last day.
 enum class EGraphSpan { Month, ThreeMonths, Year, All };

@@ -1,4 +1,4 @@
-#include "diary/WeightRules.h"
+#include "diary/weight/WeightRules.h"
 
 #include <limits>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "controls/ReportList.h"
-#include "diary/WeightList.h"
+#include "diary/weight/WeightList.h"
 
 /// Shows the rows of a CWeightList; that and the document outlive it.
 class CWeightEntryList : public CReportList {

@@ -1,4 +1,4 @@
-#include "diary/WeightForm.h"
+#include "diary/weight/WeightForm.h"
 
 #include <algorithm>
 #include <utility>

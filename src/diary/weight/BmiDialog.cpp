@@ -1,4 +1,4 @@
-#include "diary/BmiDialog.h"
+#include "diary/weight/BmiDialog.h"
 
 #include <QHeaderView>
 #include <QLabel>

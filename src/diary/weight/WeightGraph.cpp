@@ -1,4 +1,4 @@
-#include "diary/WeightGraph.h"
+#include "diary/weight/WeightGraph.h"
 
 #include <QButtonGroup>
 #include <QHBoxLayout>

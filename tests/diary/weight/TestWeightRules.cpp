@@ -1,11 +1,11 @@
-#include "DiaryFixture.h"
+#include "diary/DiaryFixture.h"
 
 #include <limits>
 
-#include "diary/BmiTable.h"
-#include "diary/WeightForm.h"
-#include "diary/WeightList.h"
-#include "diary/WeightRules.h"
+#include "diary/weight/BmiTable.h"
+#include "diary/weight/WeightForm.h"
+#include "diary/weight/WeightList.h"
+#include "diary/weight/WeightRules.h"
 
 class TestWeightRules : public CDiaryTest {
     Q_OBJECT

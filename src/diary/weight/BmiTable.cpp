@@ -1,10 +1,10 @@
-#include "diary/BmiTable.h"
+#include "diary/weight/BmiTable.h"
 
 #include <algorithm>
 #include <array>
 
-#include "diary/WeightForm.h"
-#include "diary/WeightRules.h"
+#include "diary/weight/WeightForm.h"
+#include "diary/weight/WeightRules.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "controls/Dialog.h"
-#include "diary/WeightForm.h"
+#include "diary/weight/WeightForm.h"
 
 class CUnitEdit;
 class QDateEdit;

@@ -1,4 +1,4 @@
-#include "diary/WeightEditDialog.h"
+#include "diary/weight/WeightEditDialog.h"
 
 #include <QFormLayout>
 #include <QKeyEvent>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "controls/Dialog.h"
-#include "diary/BmiTable.h"
+#include "diary/weight/BmiTable.h"
 
 class CBmiDialog : public CDialog {
     Q_OBJECT

@@ -1,15 +1,15 @@
-#include "diary/WeightMainView.h"
+#include "diary/weight/WeightMainView.h"
 
 #include <QAction>
 #include <QSplitter>
 
 #include "app/FrameCommands.h"
 #include "app/LeftOutText.h"
-#include "diary/BmiDialog.h"
-#include "diary/WeightEditDialog.h"
-#include "diary/WeightEntryList.h"
-#include "diary/WeightGraph.h"
-#include "diary/WeightRules.h"
+#include "diary/weight/BmiDialog.h"
+#include "diary/weight/WeightEditDialog.h"
+#include "diary/weight/WeightEntryList.h"
+#include "diary/weight/WeightGraph.h"
+#include "diary/weight/WeightRules.h"
 
 using namespace Qt::StringLiterals;
 

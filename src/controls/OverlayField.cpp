@@ -1,0 +1,161 @@
+#include "controls/OverlayField.h"
+
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "controls/ListPane.h"
+
+using namespace Qt::StringLiterals;
+
+COverlayField::COverlayField(const QString& name, std::vector<CReportColumn> columns, QWidget* over,
+                             QWidget* parent)
+    : QLineEdit(parent),
+      m_overlay(new QWidget(over)),
+      m_layout(new QVBoxLayout(m_overlay)),
+      m_list(new CReportList(u"Matches"_s, m_overlay)),
+      m_pane(new CListPane(m_overlay)),
+      m_pending(new QTimer(this)) {
+    setObjectName(name);
+    setClearButtonEnabled(true);
+    m_overlay->setObjectName(name + u"List"_s);
+    m_overlay->setAutoFillBackground(true);
+    m_overlay->hide();
+    m_list->setObjectName(name + u"Rows"_s);
+    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_list->setFocusPolicy(Qt::NoFocus);
+    m_list->setContextMenuPolicy(Qt::NoContextMenu);
+    m_list->setTextElideMode(Qt::ElideMiddle);  // similar names differ at their ends
+    m_list->SetColumns(std::move(columns));
+    m_list->setFocusProxy(this);  // whose keys move in it: its selection is the strong one
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_pane->SetList(m_list);
+    m_layout->addWidget(m_pane, 1);
+
+    over->installEventFilter(this);
+    connect(this, &QLineEdit::textEdited, this, [this] {
+        m_picksFirst = false;
+        Open();
+    });
+    // Without an interval it fires when the keys that have come meanwhile are handled.
+    m_pending->setSingleShot(true);
+    connect(m_pending, &QTimer::timeout, this, &COverlayField::Continue);
+    connect(m_list, &CReportList::clicked, this, [this](const QModelIndex& index) {
+        if (IsOpen()) {
+            Pick(index.row());
+        }
+    });
+}
+
+bool COverlayField::IsOpen() const {
+    return !m_overlay->isHidden();
+}
+
+void COverlayField::Close() {
+    m_pending->stop();
+    m_picksFirst = false;
+    m_overlay->hide();
+}
+
+void COverlayField::PrepareWhileIdle(std::function<bool()> some) {
+    if (!m_prepare) {
+        auto* idle = new QTimer(this);
+        connect(idle, &QTimer::timeout, this, [this, idle] {
+            if (!m_prepare()) {
+                m_prepare = nullptr;
+                idle->stop();
+                idle->deleteLater();
+            }
+        });
+        idle->start();
+    }
+    m_prepare = std::move(some);
+}
+
+void COverlayField::Open() {
+    Fill();
+    Place();
+    m_overlay->show();
+    m_overlay->raise();
+}
+
+void COverlayField::SetRows(const CSearchRows& rows) {
+    m_list->SetEmptyHint(rows.hint);
+    m_list->SetRows({.count = rows.count, .text = rows.text});
+    m_pane->SetNote(rows.note);
+    m_list->SelectPlace(0);
+    if (rows.isPending) {
+        m_pending->start();
+    }
+}
+
+void COverlayField::Continue() {
+    Open();
+    if (m_picksFirst && !m_pending->isActive()) {
+        Pick(m_list->CurrentPlace());
+    }
+}
+
+void COverlayField::keyPressEvent(QKeyEvent* event) {
+    constexpr int kPage = 8;
+    switch (event->key()) {
+        case Qt::Key_Down:
+            IsOpen() ? Move(1) : Open();
+            return;
+        case Qt::Key_Up:
+            Move(-1);
+            return;
+        case Qt::Key_PageDown:
+            Move(kPage);
+            return;
+        case Qt::Key_PageUp:
+            Move(-kPage);
+            return;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            if (IsOpen()) {
+                m_picksFirst = m_pending->isActive();
+                Pick(m_list->CurrentPlace());
+                return;
+            }
+            break;
+        default:
+            break;
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+void COverlayField::Move(int rows) {
+    if (IsOpen() && m_list->RowCount() > 0) {
+        m_list->SelectPlace(std::max(0, m_list->CurrentPlace() + rows));
+        RowChosen(m_list->CurrentPlace());
+    }
+}
+
+// A pop-up menu or another window borrows the focus and gives it back.
+void COverlayField::focusOutEvent(QFocusEvent* event) {
+    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason) {
+        Close();
+    }
+    QLineEdit::focusOutEvent(event);
+}
+
+bool COverlayField::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_overlay->parentWidget() && event->type() == QEvent::Resize && IsOpen()) {
+        Place();
+    }
+    return QLineEdit::eventFilter(watched, event);
+}
+
+void COverlayField::Place() {
+    const QWidget* over = m_overlay->parentWidget();
+    const int below = mapTo(over, rect().bottomLeft()).y();
+    // A list lower than half its parent would be hard to use.
+    const int top = std::clamp(below + 1, 0, over->height() / 2);
+    QRect room = over->contentsRect();
+    room.setTop(top);
+    m_overlay->setGeometry(room.x(), room.y(), room.width(), OverlayHeight(room.height()));
+}
