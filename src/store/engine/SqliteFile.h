@@ -37,6 +37,9 @@ class CSqliteFile {
     /// Copies the content of the open file to another one. Not within a transaction.
     EPlatformError CopyTo(const QString& path);
 
+    /// Reads the whole file; kErrorCorrupt when any page is damaged or used twice.
+    EPlatformError CheckIntegrity();
+
     EPlatformError Begin();
     EPlatformError Commit();
     /// Safe when SQLite has already rolled back by itself.
