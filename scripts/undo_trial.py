@@ -22,7 +22,8 @@ PROGRAM = os.path.abspath(sys.argv[1])
 COMMANDS = int(sys.argv[2]) if len(sys.argv) > 2 else 2000
 KILLS = int(sys.argv[3]) if len(sys.argv) > 3 else 200
 RANDOM = random.Random(int(sys.argv[4]) if len(sys.argv) > 4 else 1)
-ROUND = 60
+ROUND = 80  # commands that succeed; with the killed ones fewer than LIMIT
+LIMIT = 100  # steps that the history keeps of a scope
 KINDS = {"foods": "foods", "menus": "menus", "recipes": "recipes", "exlib": "exercises"}
 PROFILES = ("Ann", "Bob")
 NAMES = ("Apple", "Bread", "Milk", "Egg", "Rice")
@@ -173,13 +174,18 @@ def stored():
     return parts
 
 
-def steps(direction):
-    """Of all scopes, the newest first."""
-    return run(direction, "--list")[1].splitlines()[1:]
+def listed(*scope):
+    """Steps that can be undone, the newest first."""
+    return run("undo", "--list", *scope)[1].splitlines()[1:]
+
+
+def steps():
+    """Of each scope, which has its own limit."""
+    return [listed("--catalogue")] + [listed("--profile", name) for name in PROFILES]
 
 
 def newest():
-    return steps("undo")[0].split("\t")[0]
+    return listed()[0].split("\t")[0]
 
 
 def compare(what, seen, expected):
@@ -189,9 +195,10 @@ def compare(what, seen, expected):
 
 
 def compare_steps(what, seen, expected):
-    """The oldest ones may have been dropped since, beyond 100 of a scope."""
-    if seen != expected[:len(seen)] or len(seen) < min(len(expected), 100):
-        sys.exit(f"{what}: the steps differ: {seen} instead of {expected}")
+    """The oldest ones may have been dropped since, beyond 100 of a scope with those undone."""
+    for left, all_steps in zip(seen, expected):
+        if left != all_steps[:len(left)] or len(left) < min(len(all_steps), 1):
+            sys.exit(f"{what}: the steps differ: {left} instead of {all_steps}")
 
 
 def killed_run(*words):
@@ -223,20 +230,20 @@ def main():
     for number in itertools.count():
         marker = f"addition of category {number}"
         run("categories", "add", str(number), "--kind", "exercises")
-        start, start_steps = stored(), steps("undo")
+        start, start_steps = stored(), steps()
         played = 0
         while played < ROUND:
             played += play(marker)
         while run("redo")[0] == 0:
             pass
-        end, end_steps = stored(), steps("undo")
+        end, end_steps = stored(), steps()
         while newest() != marker:
             status, output = killed_run("undo")
             if status == 1:
                 sys.exit(f"undo: {output}")
             undone += status == 0
         compare(f"round {number}, undone", stored(), start)
-        compare_steps(f"round {number}, undone", steps("undo"), start_steps)
+        compare_steps(f"round {number}, undone", steps(), start_steps)
         while True:
             status, output = killed_run("redo")
             redone += status == 0
@@ -245,7 +252,7 @@ def main():
                     sys.exit(f"redo: {output}")
                 break
         compare(f"round {number}, redone", stored(), end)
-        compare_steps(f"round {number}, redone", steps("undo"), end_steps)
+        compare_steps(f"round {number}, redone", steps(), end_steps)
         if sum(counts.values()) >= COMMANDS and len(kills) >= KILLS:
             break
     print(f"{sum(counts.values())} commands that succeeded in {number + 1} rounds, {undone} undos, "
