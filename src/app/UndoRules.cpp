@@ -16,15 +16,27 @@ struct CUndoTexts {
 };
 constexpr CUndoTexts kUndoTexts = {
     "There is nothing to undo.", "Undone: %s.", "This cannot be redone. Do you want to go on?",
-    "Cannot undo %s: what it stored has been changed since.", "Cannot undo %s. Error=%d"};
+    "Cannot undo %s: what it stored has been changed since. Nothing was changed.",
+    "Cannot undo %s. Error=%d"};
 constexpr CUndoTexts kRedoTexts = {
     "There is nothing to redo.", "Redone: %s.", "This cannot be undone. Do you want to go on?",
-    "Cannot redo %s: what it stored has been changed since.", "Cannot redo %s. Error=%d"};
+    "Cannot redo %s: what it stored has been changed since. Nothing was changed.",
+    "Cannot redo %s. Error=%d"};
 
 const CUndoTexts& TextsOf(const CHistoryStep& step) {
     return step.isUndone ? kRedoTexts : kUndoTexts;
 }
 }  // namespace
+
+bool ReadHistory(CDatabase& database) {
+    CRecordStore& store = database.GetStore();
+    if (!store.LoadHistory()) {
+        store.ShowFailure(FormatText("Cannot read the history. Error=%d"_L1,
+                                     {static_cast<int>(store.GetLastError())}));
+        return false;
+    }
+    return true;
+}
 
 std::optional<CHistoryStep> NextStep(CDatabase& database, EUndo direction,
                                      std::optional<qint64> scope) {
@@ -70,6 +82,9 @@ bool RevertStep(CDatabase& database, const CHistoryStep& step) {
 }
 
 bool RevertNext(CDatabase& database, EUndo direction, qint64 scope) {
+    if (!ReadHistory(database)) {
+        return false;
+    }
     const std::optional<CHistoryStep> step = NextStep(database, direction, scope);
     ShowHistoryNotices(database.GetStore());
     if (!step) {
@@ -84,12 +99,15 @@ QString NextName(CDatabase& database, EUndo direction, qint64 scope) {
 }
 
 bool ClearHistory(CDatabase& database, qint64 scope) {
-    if (!AskYesNo(u"Nothing that was done until now can be undone afterwards. Are you sure?"_s)) {
+    if (!AskYesNo(
+            u"Nothing that was done until now can be undone afterwards, and what the history keeps "
+            "of it is removed from the data file. Are you sure?"_s)) {
         return false;
     }
     if (!database.GetStore().ClearHistory(scope)) {
         database.GetStore().ShowFailure(u"Cannot clear the history."_s);
         return false;
     }
+    ShowHistoryNotices(database.GetStore());
     return true;
 }

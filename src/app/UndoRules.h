@@ -5,7 +5,9 @@
 
 enum class EUndo { Undo, Redo };
 
-/// The step to undo or redo next, in a scope of the history or in all.
+/// Reads the history. False after a message when it cannot be read.
+bool ReadHistory(CDatabase& database);
+/// The step to undo or redo next, in a scope of the history or in all; none when ReadHistory fails.
 std::optional<CHistoryStep> NextStep(CDatabase& database, EUndo direction,
                                      std::optional<qint64> scope);
 /// "There is nothing to undo."

@@ -54,7 +54,7 @@ void PrintSteps(CDatabase& database, EUndo direction, std::optional<qint64> scop
 bool Run(CCommandContext& context, EUndo direction) {
     CDatabase& database = context.doc.Database();
     std::optional<qint64> scope;
-    if (!TakeScope(context, scope)) {
+    if (!TakeScope(context, scope) || !ReadHistory(database)) {
         return false;
     }
     if (context.arguments.Has("--list")) {

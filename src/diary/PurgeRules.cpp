@@ -48,23 +48,23 @@ CPurged PurgeDiary(CItemDatabaseBase& diary, const CPurgeRequest& request) {
     return purged;
 }
 
-/// About the bytes of all entries of the days, of which the purge removes a part.
-qint64 BytesOf(CDatabase& database, const CPurgeRequest& request) {
+/// About the HistoryRoom of all entries of the days, of which the purge removes a part.
+qint64 RoomFor(CDatabase& database, const CPurgeRequest& request) {
     struct CRow {
         bool isPurged;
         CItemDatabaseBase& diary;
     };
-    qint64 bytes = 0;
+    qint64 room = 0;
     for (const CRow& row : {CRow{request.diet, database.Diet()},
                             {request.weights, database.Weight()},
                             {request.exercises, database.Exercises()}}) {
         if (row.isPurged) {
             const auto range =
                 row.diary.RangeBetween(FirstMomentOf(request.begin), LastMomentOf(request.end));
-            bytes += row.diary.EstimateBytes(range.value_or(CPositionRange{}));
+            room += row.diary.EstimateRoom(range.value_or(CPositionRange{}));
         }
     }
-    return bytes;
+    return room;
 }
 }  // namespace
 
@@ -74,7 +74,7 @@ bool PurgeDiaries(CDatabase& database, const CPurgeRequest& request,
         return false;
     }
     CStep step(database.GetStore(), u"purge"_s);
-    if (!step.MayGoOn(BytesOf(database, request))) {
+    if (!step.MayGoOn(RoomFor(database, request))) {
         return false;
     }
     CPurged diet;

@@ -64,7 +64,9 @@ bool CDatabase::OpenCatalogue() {
         m_store.History().Watch(database->GetId(), kCatalogueScope, CViewSettings::kMarker);
     }
     m_store.History().Watch(m_categories.GetId(), kCatalogueScope);
-    const CStep step(m_store, u"removal of an unfinished item"_s);
+    // What a killed dialog has left goes together with its step.
+    CStep step(m_store, {});
+    step.Cancel();
     m_composed.RemoveOrphans(ECatalogueKind::Menus);
     m_composed.RemoveOrphans(ECatalogueKind::Recipes);
     return true;

@@ -82,9 +82,9 @@ class CItemDatabaseBase {
         return m_store.RangeOf(m_handle, low, high);
     }
 
-    /// About the bytes that these records occupy.
-    qint64 EstimateBytes(const CPositionRange& range) {
-        return m_store.EstimateBytes(m_handle, range);
+    /// See CRecordStore.
+    qint64 EstimateRoom(const CPositionRange& range) {
+        return m_store.EstimateRoom(m_handle, range);
     }
 
     /// Reads from position `first` on (-1: nothing) and passes each property list to `take` until

@@ -152,12 +152,16 @@ EReverted CRecordStore::Revert(const CHistoryStep& step) {
     return reverted;
 }
 
+bool CRecordStore::LoadHistory() {
+    return SetLastError(m_history.Load());
+}
+
 bool CRecordStore::ClearHistory(std::optional<qint64> scope) {
     return SetLastError(m_history.Clear(scope));
 }
 
-qint64 CRecordStore::EstimateBytes(const CDatabaseHandle& handle, const CPositionRange& range) {
-    constexpr int kSamples = 32;
+qint64 CRecordStore::EstimateRoom(const CDatabaseHandle& handle, const CPositionRange& range) {
+    constexpr int kSamples = 512;
     const int step = std::max(1, range.count / kSamples);
     qint64 bytes = 0;
     int samples = 0;
@@ -170,7 +174,7 @@ qint64 CRecordStore::EstimateBytes(const CDatabaseHandle& handle, const CPositio
             ++samples;
         }
     }
-    return samples == 0 ? 0 : bytes * range.count / samples;
+    return samples == 0 ? 0 : HistoryRoom(samples, bytes) * range.count / samples;
 }
 
 void CRecordStore::ShowFailedDeletion() {

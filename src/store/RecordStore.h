@@ -112,9 +112,11 @@ class CRecordStore {
     CHistory& History() { return m_history; }
     /// Undoes or redoes a step of the history.
     EReverted Revert(const CHistoryStep& step);
+    /// See CHistory::Load.
+    bool LoadHistory();
     bool ClearHistory(std::optional<qint64> scope);
-    /// About the bytes that these records occupy, judged by some of them.
-    qint64 EstimateBytes(const CDatabaseHandle& handle, const CPositionRange& range);
+    /// About the HistoryRoom of these records, judged by some of them when they are many.
+    qint64 EstimateRoom(const CDatabaseHandle& handle, const CPositionRange& range);
 
     /// See CStorageEngine: writes between the two become durable together.
     bool BeginGroup();

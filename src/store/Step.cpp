@@ -18,6 +18,11 @@ void ShowHistoryNotices(CRecordStore& store) {
         ShowMessage(u"This cannot be undone: it changed more than the history can keep."_s,
                     EMessageIcon::Information);
     }
+    if (notices.isPartLeft) {
+        ShowMessage(
+            u"A damaged part of the history could not be removed. It stays in the data file."_s,
+            EMessageIcon::Warning);
+    }
 }
 
 CStep::CStep(CRecordStore& store, const QString& name) : m_store(store) {
@@ -41,9 +46,13 @@ void CStep::Cancel() {
     m_store.History().CancelStep();
 }
 
-bool CStep::MayGoOn(qint64 bytes) {
+void CStep::SetProvisional(bool isProvisional) {
+    m_store.History().SetProvisional(isProvisional);
+}
+
+bool CStep::MayGoOn(qint64 room) {
     CHistory& history = m_store.History();
-    if (bytes <= history.GetLimits().bytes) {
+    if (room <= history.GetLimits().bytes) {
         return true;
     }
     if (!AskYesNo(u"This cannot be undone. Do you want to go on?"_s)) {

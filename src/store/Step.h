@@ -21,13 +21,17 @@ class CStep {
 
     /// For a name that is known only later; applies from the next change on.
     void Rename(const QString& name);
-    /// The step will have taken back all its changes when it ends: nothing of it is kept.
+    /// The step will have taken back all its changes when it ends: nothing of it is kept, nor of
+    /// provisional steps that earlier programs have left.
     void Cancel();
-    /// Call before the first change with the bytes of all records that the step deletes or
-    /// overwrites. When they are more than the history holds, asks whether to go on without undo;
-    /// then the history of what the step changes is emptied and the step is not recorded. False
-    /// when the answer was No.
-    [[nodiscard]] bool MayGoOn(qint64 bytes);
+    /// The step may be cancelled yet, or no longer; applies from the next change on. Until it is
+    /// final it leaves the other steps as they are, those that can be redone included.
+    void SetProvisional(bool isProvisional);
+    /// Call before the first change with the HistoryRoom of all records that the step deletes or
+    /// overwrites. When the history does not have it, asks whether to go on without undo; then the
+    /// history of what the step changes is emptied and the step is not recorded. False when the
+    /// answer was No.
+    [[nodiscard]] bool MayGoOn(qint64 room);
 
   private:
     CRecordStore& m_store;

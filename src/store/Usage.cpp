@@ -74,12 +74,10 @@ const CUseCounts& CUsage::CountsOf(ObjectId profile) {
     if (!diet.IsValid()) {
         return use.counts;
     }
-    qint64 sum = 0;
-    const bool isRead = m_table.Read(profile, use.rows) == kErrorSuccess;
-    for (const auto& [row, count] : use.rows) {
-        sum += count;
-    }
-    use.isStored = isRead && sum == m_store.CountRecords(diet);
+    m_table.Load();
+    const int count = m_store.CountRecords(diet);
+    use.isStored = m_table.SumOf(profile) == count &&
+                   (count == 0 || m_table.Read(profile, use.rows) == kErrorSuccess);
     if (!use.isStored) {
         use.rows = CountEntries(diet);
     }
@@ -103,6 +101,7 @@ std::vector<ItemUseKey> CUsage::Latest(ObjectId profile, int most) {
 }
 
 void CUsage::Forget() {
+    m_table.Forget();
     m_owners.clear();
     m_profiles.clear();
 }
@@ -171,27 +170,40 @@ EPlatformError CUsage::DatabaseDeleted(qint64 database) {
     return m_table.DeleteOwner(database);
 }
 
-EPlatformError CUsage::UnitEnds() {
-    for (const auto& [profile, deltas] : m_deltas) {
-        EPlatformError error = kErrorSuccess;
-        if (const auto known = m_profiles.find(profile);
-            known != m_profiles.end() && !known->second.isStored) {
-            error = m_table.DeleteOwner(profile);
-            if (error == kErrorSuccess) {
-                error = m_table.Add(profile, known->second.rows);
-            }
-        }
-        if (error == kErrorSuccess) {
-            error = m_table.Add(profile, deltas);
-        }
-        if (error != kErrorSuccess) {
-            return error;
-        }
-    }
+// Outside the unit's transaction, see CUsageTable.
+EPlatformError CUsage::UnitBegins() {
+    m_table.Load();
     return kErrorSuccess;
 }
 
+EPlatformError CUsage::UnitEnds() {
+    for (const auto& [profile, deltas] : m_deltas) {
+        if (const EPlatformError error = Store(profile, deltas); error != kErrorSuccess) {
+            return error;
+        }
+    }
+    return m_table.Stamp();
+}
+
+EPlatformError CUsage::Store(ObjectId profile, const UseRows& deltas) {
+    const auto known = m_profiles.find(profile);
+    if (known != m_profiles.end() && !known->second.isStored) {
+        EPlatformError error = m_table.DeleteOwner(profile);
+        if (error == kErrorSuccess) {
+            error = m_table.Add(profile, known->second.rows);
+        }
+        return error == kErrorSuccess ? m_table.Add(profile, deltas) : error;
+    }
+    qint64 sum = m_table.SumOf(profile);
+    for (const auto& [use, count] : deltas) {
+        sum += count;
+    }
+    const bool isComplete = sum == m_store.CountRecords(DietOf(profile));
+    return isComplete ? m_table.Add(profile, deltas) : m_table.DeleteOwner(profile);
+}
+
 void CUsage::UnitCommitted() {
+    m_table.UnitCommitted();
     for (const auto& [profile, deltas] : m_deltas) {
         m_profiles.erase(profile);
     }
@@ -200,6 +212,7 @@ void CUsage::UnitCommitted() {
 
 void CUsage::UnitAbandoned() {
     m_deltas.clear();
-    m_table.Release();
-    Forget();
+    m_table.UnitAbandoned();
+    m_owners.clear();
+    m_profiles.clear();
 }

@@ -23,8 +23,9 @@ using CUseCounts = std::unordered_map<ItemUseKey, CUseCount>;
 ///
 /// Invariants:
 /// 1. The counts of a profile add up to the number of its diet entries; entries that cannot be read
-///    have a row of their own. Counts that do not, because another program has written entries, are
-///    not used: the entries are counted, and the table is written again with the next change.
+///    have a row of their own. Counts that do not, or that were there when another program wrote
+///    the file, are not used: the entries are counted when the counts are asked for, and the table
+///    is written again with the next change.
 /// 2. The counts of a profile go with its database.
 class CUsage : private CChangeListener {
   public:
@@ -51,6 +52,7 @@ class CUsage : private CChangeListener {
     [[nodiscard]] bool Watches(qint64 database) const override;
     EPlatformError RecordChanged(const CRecordChange& change) override;
     EPlatformError DatabaseDeleted(qint64 database) override;
+    EPlatformError UnitBegins() override;
     EPlatformError UnitEnds() override;
     void UnitCommitted() override;
     void UnitAbandoned() override;
@@ -59,6 +61,7 @@ class CUsage : private CChangeListener {
     [[nodiscard]] ObjectId OwnerOf(ObjectId database) const;
     [[nodiscard]] CDatabaseHandle DietOf(ObjectId profile) const;
     UseRows CountEntries(CDatabaseHandle diet);
+    EPlatformError Store(ObjectId profile, const UseRows& deltas);
 
     CRecordStore& m_store;
     CUsageTable m_table;

@@ -5,8 +5,10 @@
 #include "catalogue/exchange/CsvExchange.h"
 #include "catalogue/items/CatalogueRules.h"
 #include "catalogue/items/ComposedForm.h"
+#include "diary/CopyRules.h"
 #include "diary/DietRules.h"
 #include "diary/PurgeRules.h"
+#include "diary/QuickEntry.h"
 #include "diary/weight/WeightRules.h"
 #include "exercise/ExerciseRules.h"
 #include "support/CatalogueTest.h"
@@ -93,17 +95,62 @@ class TestUndoRules : public CCatalogueTest {
         QCOMPARE(NextName(Database(), EUndo::Undo, kCatalogueScope), u"addition of Supper"_s);
         QVERIFY(RevertNext(Database(), EUndo::Undo, kCatalogueScope));
         QCOMPARE(Contents(), before);
+    }
+
+    // Nothing of it is kept, and the other steps are as they were.
+    void anUnconfirmedDialogIsNoStep_data() {
+        AddRows<EEnd>({{"cancelled", EEnd::Cancelled},
+                       {"cancelled without components", EEnd::Emptied},
+                       {"killed", EEnd::Killed},
+                       {"cancelled on a full disk", EEnd::Full},
+                       {"cancelled on a full disk, then opened again", EEnd::FullAndKilled}});
+    }
+    void anUnconfirmedDialogIsNoStep() {
+        const EEnd end = std::get<0>(DataRow<EEnd>());
+        QVERIFY(CCatalogueRules(Database(), kFoods).AddCategory(u"Nuts"_s) > 0);
+        Database().GetStore().History().SetLimits({.steps = StepCount(), .bytes = 1 << 20});
+        QVERIFY(RevertNext(Database(), EUndo::Undo, kCatalogueScope));
+        const CContents before = Contents();
+        const QStringList steps = Steps();
+        QByteArray killed;
         {
+            std::optional<CFileSizeLimit> full;
             CComposedForm form(*m_doc, kMenus, -1, 1);
-            QVERIFY(form.AddComponent(Chosen()));
-            QVERIFY(form.DeleteComponents({0}));
+            QVERIFY(form.AddComponent(Chosen()) && form.AddComponent(Chosen()));
+            QVERIFY(end != EEnd::Emptied || form.DeleteComponents({0, 1}));
+            killed = Load(Path(u"v.db"_s));
+            if (end == EEnd::Full || end == EEnd::FullAndKilled) {
+                full.emplace(1);
+            }
+        }
+        if (end == EEnd::Full) {
+            QVERIFY(m_messages->Said().contains(u"Cannot delete record."_s));
+            QCOMPARE(NextName(Database(), EUndo::Undo, kCatalogueScope), u"addition of a menu"_s);
+            QVERIFY(RevertNext(Database(), EUndo::Undo, kCatalogueScope));
+            QCOMPARE(Contents(), before);
+            return;
+        }
+        if (end == EEnd::Killed) {
+            m_doc.reset();
+            Save(Path(u"v.db"_s), killed);
+        }
+        if (end == EEnd::Killed || end == EEnd::FullAndKilled) {
+            Reopen();
+            QVERIFY(m_doc->LoadProfile(u"Ann"_s));
         }
         QCOMPARE(Contents(), before);
-        QCOMPARE(StepCount(), steps);
+        QCOMPARE(Steps(), steps);
+        QVERIFY(RevertNext(Database(), EUndo::Redo, kCatalogueScope));
     }
 
     void whatIsTooLargeIsAskedBefore_data() {
-        AddRows<int>({{"purge", 0}, {"category", 1}, {"import", 2}});
+        AddRows<int>({{"purge", 0},
+                      {"category", 1},
+                      {"import", 2},
+                      {"delete", 3},
+                      {"move", 4},
+                      {"rename", 5},
+                      {"a menu's components", 6}});
     }
     void whatIsTooLargeIsAskedBefore() {
         const int command = std::get<0>(DataRow<int>());
@@ -113,17 +160,40 @@ class TestUndoRules : public CCatalogueTest {
                     QByteArray("1,").repeated(kNutrientCount) + "cup,1,\r\n";
         }
         Save(Path(u"foods.csv"_s), file);
-        const auto run = [this, command] {
-            return command == 0 ? PurgeDiaries(Database(), {kDay, kDay, true, true, true})
-                   : command == 1
-                       ? CCatalogueRules(Database(), kFoods).DeleteCategory(1)
-                       : ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Overwrite,
-                                             Path(u"foods.csv"_s));
+        CMenuItem part;
+        part.SetParentId(kFirstComposedId + 1);
+        for (int i = 0; i < 3; ++i) {
+            QVERIFY(command != 6 || Database().Menus().Write(-1, part));
+        }
+        CCatalogueRules foods(Database(), kFoods);
+        const auto run = [&, this] {
+            switch (command) {
+                case 0:
+                    return PurgeDiaries(Database(), {kDay, kDay, true, true, true});
+                case 1:
+                    return foods.DeleteCategory(1);
+                case 2:
+                    return ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Overwrite,
+                                               Path(u"foods.csv"_s));
+                case 3:
+                    return foods.Delete(Listed(1)) > 0;
+                case 4:
+                    return foods.Move(Listed(1), {0, 2, u"Soups"_s}) > 0;
+                case 5:
+                    return !foods.RenameItems(1, u"Apple"_s, u"Pear"_s).isEmpty();
+                default:
+                    return CCatalogueRules(Database(), kMenus)
+                               .Delete(Database().Catalogue().FillCategoryList(kMenus, 1).entries) >
+                           0;
+            }
         };
         const qint64 scope = command == 0 ? Database().Profiles().GetId() : kCatalogueScope;
-        Database().GetStore().History().SetLimits({.steps = 100, .bytes = 300});
+        // A food, a menu or an entry takes some 150 to 200 bytes: three foods are too many, as is a
+        // menu of three parts.
+        Database().GetStore().History().SetLimits({.steps = 100, .bytes = kSmallHistory});
         const CContents before = Contents();
-        m_messages->answers = command == 2 ? QList{false} : QList{true, false};
+        const bool asksItself = command != 2 && command != 5;
+        m_messages->answers = asksItself ? QList{true, false} : QList{false};
         QVERIFY(!run());
         QCOMPARE(m_messages->asked.last(), u"This cannot be undone. Do you want to go on?"_s);
         QCOMPARE(Contents(), before);
@@ -160,14 +230,24 @@ class TestUndoRules : public CCatalogueTest {
     }
 
   private:
+    enum class EEnd { Cancelled, Emptied, Killed, Full, FullAndKilled };
+    static constexpr int kSmallHistory = 500;
     struct CCommand {
         const char* name;
         std::function<bool()> run;
     };
 
+    /// With those that can be redone marked.
+    QStringList Steps() {
+        QStringList names;
+        for (const CHistoryStep& step : Database().GetStore().History().ListSteps()) {
+            names.append(step.name + (step.isUndone ? u" undone"_s : QString()));
+        }
+        return names;
+    }
     int StepCount() { return static_cast<int>(Database().GetStore().History().ListSteps().size()); }
-    CCatalogueRules::Entries Listed(qint32 category) {
-        return Database().Catalogue().FillCategoryList(kFoods, category).entries;
+    CCatalogueRules::Entries Listed(qint32 category, ECatalogueKind kind = kFoods) {
+        return Database().Catalogue().FillCategoryList(kind, category).entries;
     }
     template <typename Entry>
     ListedEntries<Entry> All(CItemDatabase<Entry>& diary, std::size_t count) {
@@ -184,8 +264,9 @@ class TestUndoRules : public CCatalogueTest {
     CContents Contents() {
         CContents contents;
         for (CItemDatabaseBase* database : std::initializer_list<CItemDatabaseBase*>{
-                 &Database().Foods(), &Database().Menus(), &Database().Categories(),
-                 &Database().Diet(), &Database().Weight(), &Database().Exercises()}) {
+                 &Database().Foods(), &Database().Menus(), &Database().Recipes(),
+                 &Database().Exlib(), &Database().Categories(), &Database().Diet(),
+                 &Database().Weight(), &Database().Exercises()}) {
             database->ForEachFrom(0, [&](int position, PropertyList& properties) {
                 contents.emplace_back(database->RecordAt(position), properties);
                 return true;
@@ -195,6 +276,19 @@ class TestUndoRules : public CCatalogueTest {
     }
 
     const std::vector<CCommand> m_commands = {
+        {"copy of 3 entries",
+         [this] {
+             return CopyEntries(*m_doc, EntriesToCopy(All(Database().Diet(), 1)),
+                                {{.day = kDay}, {.day = kDay}, {.day = kDay.addDays(1)}}) == 3;
+         }},
+        {"cut of 2 entries",
+         [this] { return CutDietEntries(*m_doc, All(Database().Diet(), 2)) == 2; }},
+        {"addition of 2 entries",
+         [this] {
+             CQuickEntry quick(*m_doc, 1);
+             return AddQuickItems(*m_doc, kDay, QTime(8, 0), 1, quick.Read(u"apple, 2 apples"_s)) ==
+                    2;
+         }},
         {"addition of Egg", [this] { return AddDietEntry(*m_doc, kDay, 1, Chosen()); }},
         {"edit of Egg",
          [this] { return EditDietEntry(*m_doc, All(Database().Diet(), 1).front(), Chosen()); }},
@@ -257,6 +351,39 @@ class TestUndoRules : public CCatalogueTest {
          [this] { return CCatalogueRules(Database(), kFoods).Delete({Listed(2).front()}) == 1; }},
         {"delete of category Soups",
          [this] { return CCatalogueRules(Database(), kFoods).DeleteCategory(2); }},
+        {"addition of Stew",
+         [this] {
+             CComposedForm form(*m_doc, kRecipes, -1, 1);
+             form.Fields() = {1, u"Stew"_s, u"2"_s, {}};
+             return form.AddComponent(Chosen()) && form.Confirm();
+         }},
+        {"edit of Broth",
+         [this] {
+             CComposedForm form(*m_doc, kRecipes, 0, 1);
+             form.Fields().name = u"Broth"_s;
+             return form.AddComponent(Chosen()) && form.Confirm();
+         }},
+        {"duplicate of Broth",
+         [this] {
+             return CCatalogueRules(Database(), kRecipes).Duplicate(Listed(1, kRecipes)) >= 0;
+         }},
+        {"delete of 2 recipes",
+         [this] { return CCatalogueRules(Database(), kRecipes).Delete(Listed(1, kRecipes)) == 2; }},
+        {"import of exercises",
+         [this] {
+             Save(Path(u"exlib.csv"_s), "<Exercises>\r\n1,Sport,Run,fast,9,0\r\n");
+             return ImportCatalogueFile(Database(), kExercises, EDuplicatePolicy::Overwrite,
+                                        Path(u"exlib.csv"_s));
+         }},
+        {"rename of Run",
+         [this] {
+             return CCatalogueRules(Database(), kExercises).RenameItems(1, u"Run"_s, u"Jog"_s) ==
+                    u"Jog"_s;
+         }},
+        {"delete of Jog, fast",
+         [this] {
+             return CCatalogueRules(Database(), kExercises).Delete(Listed(1, kExercises)) == 1;
+         }},
         {"import of foods",
          [this] {
              return ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Overwrite,

@@ -17,7 +17,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// All records of all databases by name.
+/// All records of all databases by name, and the steps of the history.
 using CContents = std::map<QString, std::vector<PropertyList>>;
 
 const QDate kDay{2024, 1, 2};
@@ -26,6 +26,9 @@ constexpr int kNumbers = 2 * kBlockCapacity + 1;
 
 CContents ContentsOf(CRecordStore& store) {
     CContents contents;
+    for (const CHistoryStep& step : store.History().ListSteps()) {
+        contents[u"steps"_s].push_back({step.name, qint16{step.isUndone}, step.scope});
+    }
     std::vector<CDatabaseInfo> databases;
     (void)store.EnumerateDatabases(0, databases);
     for (const CDatabaseInfo& info : databases) {
@@ -138,6 +141,14 @@ class TestBadDisk : public CCatalogueTest {
             ReadEntries(Database().Diet(), {FirstMomentOf(kDay), LastMomentOf(kDay)});
         return Told(!meals.leftOut.IsAnything()) ? meals.entries : ListedEntries<CDietEntry>();
     }
+    /// A history that cannot be read is not one without steps.
+    bool Revert(EUndo direction) {
+        const bool isDone = RevertNext(Database(), direction, kCatalogueScope);
+        if (m_messages->shown == QStringList{NothingText(direction)}) {
+            m_messages->TakeShown();
+        }
+        return isDone;
+    }
     CDatabaseHandle Numbers() {
         return Database().GetStore().OpenDatabase(u"Numbers"_s, PropertyId(0, EPropertyType::Int32),
                                                   9, false);
@@ -214,14 +225,25 @@ class TestBadDisk : public CCatalogueTest {
 
     /// What is held in memory, what the file holds, and what was said.
     void CompareAll(std::size_t number, bool isDone) {
-        QVERIFY(isDone || !m_messages->TakeShown().isEmpty());
+        const QString said = m_messages->Said();
+        QVERIFY(isDone || !said.isEmpty());
         QVERIFY(!isDone || Load(Path(u"out"_s)) == m_results[number]);
         const bool isLost = Database().GetStore().IsVolumeLost();
-        const CContents held = ContentsOf(Database().GetStore());
+        CContents held = ContentsOf(Database().GetStore());
+        // After EIO a page counts as damaged.
+        const bool startsAgain = said.contains(u"The history was damaged"_s) ||
+                                 Database().GetStore().History().TakeNotices().isDamaged;
         m_doc.reset();
-        const CContents found = Reopened({{"v.db", Load(Path(u"v.db"_s))}});
+        CContents found = Reopened({{"v.db", Load(Path(u"v.db"_s))}});
+        CContents before = m_contents[number - 1];
+        CContents after = m_contents[number];
+        if (startsAgain) {
+            for (CContents* contents : {&held, &found, &before, &after}) {
+                contents->erase(u"steps"_s);
+            }
+        }
         QVERIFY(isLost || held == found);
-        QVERIFY(found == m_contents[number] || (!isDone && found == m_contents[number - 1]));
+        QVERIFY(found == after || (!isDone && found == before));
     }
 
     const std::vector<CCommand> m_commands = {
@@ -284,18 +306,11 @@ class TestBadDisk : public CCatalogueTest {
          }},
         {"delete category",
          [this] { return CCatalogueRules(Database(), kFoods).DeleteCategory(2); }},
-        {"undo",
-         [this] {
-             const auto step = Database().GetStore().History().NextUndo(kCatalogueScope);
-             return Told(step.has_value()) && RevertStep(Database(), *step);
-         }},
-        {"redo",
-         [this] {
-             const auto step = Database().GetStore().History().NextRedo(kCatalogueScope);
-             return Told(step.has_value()) && RevertStep(Database(), *step);
-         }},
+        {"undo", [this] { return Revert(EUndo::Undo); }},
+        {"redo", [this] { return Revert(EUndo::Redo); }},
         {"delete menu", [this] { return Database().DeleteItem(kMenus, 0); }},
         {"delete profile", [this] { return Database().Profiles().Delete(u"Ann"_s); }},
+        {"clear history", [this] { return ClearHistory(Database(), kCatalogueScope); }},
         {"fill", [this] { return FillNumbers(); }},
         {"halve a block", [this] { return WriteNumber(-1, 7); }},
         {"another key", [this] { return WriteNumber(3, 2 * kBlockCapacity + 1); }},

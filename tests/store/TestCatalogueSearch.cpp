@@ -6,6 +6,7 @@
 #include "diary/PurgeRules.h"
 #include "support/ComposedSamples.h"
 #include "support/DataRows.h"
+#include "support/Files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -191,8 +192,13 @@ class TestCatalogueSearch : public CCatalogueTest {
         m_messages->TakeShown();
         const auto entries = Database().Diet().Count();
         QVERIFY(Database().Profiles().Open(u"Ann"_s, false));
-        QCOMPARE(Query("SELECT sum(count) FROM usage"), entries + Database().Diet().Count());
-        QCOMPARE(Query("SELECT count(*) FROM usage WHERE count<1"), 0);
+        const auto all = entries + Database().Diet().Count();
+        QCOMPARE(Query("SELECT sum(count) FROM usage_1 WHERE owner>0"), all);
+        // The next program goes on with them.
+        QVERIFY(Database().Profiles().Open(u"Ann"_s, false));
+        QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Apple"_s, 1)));
+        QCOMPARE(Query("SELECT sum(count) FROM usage_1 WHERE owner>0"), all + 1);
+        QCOMPARE(Query("SELECT count(*) FROM usage_1 WHERE count<1"), 0);
         // What is stored is the same as what is counted.
         for (const QString& profile : {u"Ann"_s, u"Bob"_s}) {
             QVERIFY(Database().Profiles().Open(profile, false));
@@ -200,25 +206,41 @@ class TestCatalogueSearch : public CCatalogueTest {
         }
         Database().Profiles().Close();
         QVERIFY(Database().Profiles().Delete(u"Bob"_s));
-        QCOMPARE(Query("SELECT count(DISTINCT owner) FROM usage"), 1);
+        QCOMPARE(Query("SELECT count(DISTINCT owner) FROM usage_1 WHERE owner>0"), 1);
     }
 
-    void countsThatDoNotAddUpAreCountedAgain_data() {
-        AddRows<QByteArray>({
-            {"no table", "DROP TABLE usage"},
-            {"no rows", "DELETE FROM usage"},
-            {"a row too few", "DELETE FROM usage WHERE name='Apple'"},
-            {"a count too large", "UPDATE usage SET count=count+1"},
-            {"a table of someone else", "ALTER TABLE usage RENAME COLUMN category TO something"},
+    void wrongCountsAreCountedAgain_data() {
+        AddRows<QByteArray, bool, int>({
+            {"no table", "DROP TABLE usage_1", true, 1},
+            {"an entry edited by another program",
+             "UPDATE records SET body=(SELECT body FROM records ORDER BY id DESC LIMIT 1)"
+             " WHERE id=(SELECT max(id)-1 FROM records)",
+             true, 1},
+            {"no rows", "DELETE FROM usage_1 WHERE owner>0", false, 1},
+            {"a row too few", "DELETE FROM usage_1 WHERE name='Apple'", false, 1},
+            {"a count too large", "UPDATE usage_1 SET count=count+1 WHERE owner>0", false, 1},
+            {"a count below 1",
+             "UPDATE usage_1 SET count=CASE name WHEN 'Apple' THEN 2 ELSE 0 END WHERE owner>0",
+             false, 2},
+            {"a table of someone else", "ALTER TABLE usage_1 RENAME COLUMN category TO something",
+             false, 2},
+            {"an unreadable page", "", false, 2},
         });
     }
-    void countsThatDoNotAddUpAreCountedAgain() {
-        const auto& [damage] = DataRow<QByteArray>();
+    void wrongCountsAreCountedAgain() {
+        const auto& [damage, isNoticed, table] = DataRow<QByteArray, bool, int>();
+        const QByteArray sum =
+            "SELECT sum(count) FROM usage_" + QByteArray::number(table) + " WHERE owner>0";
         for (const bool looksFirst : {true, false}) {
+            init();
             QVERIFY(Database().Profiles().Open(u"Ann"_s, true));
             QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Apple"_s, 1)));
             QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Banana"_s, 2)));
-            Change(damage.constData());
+            if (isNoticed) {
+                Change(damage.constData());
+            } else {
+                ChangeUnnoticed(damage);
+            }
             QVERIFY(Database().Profiles().Open(u"Ann"_s, true));
             if (looksFirst) {
                 CompareCounts();
@@ -227,7 +249,7 @@ class TestCatalogueSearch : public CCatalogueTest {
             CompareCounts();
             QVERIFY(Database().Diet().Delete(0));
             CompareCounts();
-            QCOMPARE(Query("SELECT sum(count) FROM usage"), looksFirst ? 2 : 4);
+            QCOMPARE(Query(sum.constData()), 2);
         }
     }
 
@@ -237,7 +259,7 @@ class TestCatalogueSearch : public CCatalogueTest {
             QVERIFY(Database().Diet().Write(-1, MakeEntry(name, 1)));
         }
         Damage(Database().Diet(), 0);
-        Change("DROP TABLE usage");
+        Change("DROP TABLE usage_1");
         QVERIFY(Database().Profiles().Open(u"Ann"_s, true));
         const auto count = [this](const QString& name) {
             const CUseCounts& counts = Database().Usage().CountsOf(Database().Profiles().GetId());
@@ -247,8 +269,8 @@ class TestCatalogueSearch : public CCatalogueTest {
         QCOMPARE(count(u"Apple"_s), 0);
         QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Banana"_s, 1)));
         QCOMPARE(count(u"Banana"_s), 2);
-        QCOMPARE(Query("SELECT sum(count) FROM usage"), 3);
-        QCOMPARE(Query("SELECT count FROM usage WHERE name=''"), 1);
+        QCOMPARE(Query("SELECT sum(count) FROM usage_1 WHERE owner>0"), 3);
+        QCOMPARE(Query("SELECT count FROM usage_1 WHERE owner>0 AND name=''"), 1);
     }
 
   private:
@@ -352,6 +374,25 @@ class TestCatalogueSearch : public CCatalogueTest {
         } else {
             QVERIFY(group.Commit());
         }
+    }
+    /// Changes the volume as damage does: the file does not count another program. Without a
+    /// statement, the first page of the counts.
+    void ChangeUnnoticed(const QByteArray& sql) {
+        constexpr int kCounterAt = 24;
+        constexpr int kPageBytes = 8192;
+        const qint64 page = Query("SELECT rootpage FROM sqlite_schema WHERE name='usage_1'");
+        const QByteArray before = Load(Path(u"v.db"_s));
+        if (!sql.isEmpty()) {
+            Change(sql.constData());
+        }
+        m_doc.reset();
+        QByteArray bytes = Load(Path(u"v.db"_s));
+        bytes.replace(kCounterAt, 4, before.mid(kCounterAt, 4));
+        if (sql.isEmpty()) {
+            bytes.replace((page - 1) * kPageBytes, kPageBytes, QByteArray(kPageBytes, '\x55'));
+        }
+        Save(Path(u"v.db"_s), bytes);
+        Reopen();
     }
     /// With the entries of the open profile.
     void CompareCounts() {

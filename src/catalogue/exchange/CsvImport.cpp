@@ -237,15 +237,21 @@ void CImportRun::ReportSummary() const {
     ShowMessage(summary, EMessageIcon::Result);
 }
 
-/// About the bytes of the items that the file may replace; those that it adds take no room in the
-/// history. A record is at most about twice as large as its line: texts are UTF-16 in the volume.
-qint64 BytesReplaced(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy,
-                     const QString& path) {
-    if (policy != EDuplicatePolicy::Overwrite) {
+/// About the HistoryRoom of the items, with their components, that the file may replace: as if it
+/// had as many as its size allows and each was there already. Those that it adds take no room. A
+/// pipe has no size; what it brings is judged as the step runs.
+qint64 RoomForReplaced(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy,
+                       const QString& path) {
+    constexpr qint64 kShortestExercise = 8;
+    constexpr qint64 kShortestFood = 2 * kNutrientCount;  // "0," for each nutrient
+    const qint64 shortest = kind == ECatalogueKind::Exercises ? kShortestExercise : kShortestFood;
+    const qint64 count = database.Catalogue().CountItems(kind);
+    const qint64 replaced = std::min(count, QFileInfo(path).size() / shortest);
+    if (policy != EDuplicatePolicy::Overwrite || replaced == 0) {
         return 0;
     }
     CItemDatabaseBase& items = database.Items(kind);
-    return std::min(2 * QFileInfo(path).size(), items.EstimateBytes({0, items.Count()}));
+    return items.EstimateRoom({0, items.Count()}) * replaced / count;
 }
 }  // namespace
 
@@ -259,6 +265,6 @@ bool ImportCatalogueFile(CDatabase& database, ECatalogueKind kind, EDuplicatePol
                          const QString& path) {
     CStep step(database.GetStore(),
                StepName("import"_L1, QString::fromLatin1(KindOf(kind).words.many)));
-    return step.MayGoOn(BytesReplaced(database, kind, policy, path)) &&
+    return step.MayGoOn(RoomForReplaced(database, kind, policy, path)) &&
            CImportRun(database, kind, policy, path).Run();
 }

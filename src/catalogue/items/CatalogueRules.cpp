@@ -2,6 +2,7 @@
 
 #include <QSet>
 #include <algorithm>
+#include <numeric>
 
 #include "catalogue/items/CategoryItems.h"
 #include "catalogue/items/TextLimits.h"
@@ -110,7 +111,10 @@ bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
         return false;
     }
     CStep step(m_database.GetStore(), StepName("delete"_L1, u"category "_s + name));
-    if (!step.MayGoOn(BytesOf(categoryId))) {
+    const CPositionRange range = Items().RangeOf(categoryId).value_or(CPositionRange{});
+    std::vector<int> positions(static_cast<size_t>(range.count));
+    std::iota(positions.begin(), positions.end(), range.first);
+    if (!step.MayGoOn(RoomFor(positions, true))) {
         return false;
     }
     const CWaitCursor wait;
@@ -130,9 +134,27 @@ bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
     return isDeleted;
 }
 
-// Those of components are left out: they are judged as the step runs.
-qint64 CCatalogueRules::BytesOf(qint32 categoryId) {
-    return Items().EstimateBytes(Items().RangeOf(categoryId).value_or(CPositionRange{}));
+qint64 CCatalogueRules::RoomFor(const std::vector<int>& positions, bool withComponents) {
+    constexpr size_t kSamples = 512;
+    const size_t stride = std::max<size_t>(1, positions.size() / kSamples);
+    qint64 room = 0;
+    qint64 samples = 0;
+    for (size_t i = 0; i < positions.size(); i += stride) {
+        room += Items().EstimateRoom({positions[i], 1});
+        if (withComponents && HasComponents(m_kind.code)) {
+            room += Items().EstimateRoom(ComponentsOf(positions[i]));
+        }
+        ++samples;
+    }
+    return samples == 0 ? 0 : room * std::ssize(positions) / samples;
+}
+
+CPositionRange CCatalogueRules::ComponentsOf(int position) {
+    CComposedItem item(m_kind.code);
+    if (!Items().ReadQuietly(position, item)) {
+        return {};
+    }
+    return Items().RangeBetween(item.GetItemId(), item.GetItemId()).value_or(CPositionRange{});
 }
 
 bool CCatalogueRules::DeleteItemsOf(qint32 categoryId) {
@@ -166,10 +188,14 @@ int CCatalogueRules::Delete(const Entries& selected) {
         !ConfirmFor(m_kind.item.confirmDelete, count, NamesOf(selected.front()))) {
         return 0;
     }
-    const CStep step(m_database.GetStore(), StepNameOf("delete"_L1, selected));
+    CStep step(m_database.GetStore(), StepNameOf("delete"_L1, selected));
     // Last first: a deletion changes the positions after it.
+    const std::vector<int> positions = PositionsOf(selected, true);
+    if (!step.MayGoOn(RoomFor(positions, true))) {
+        return 0;
+    }
     return ActOnEach(
-        m_database.GetStore(), PositionsOf(selected, true),
+        m_database.GetStore(), positions,
         [this](int position) { return m_database.DeleteItem(m_kind.code, position); },
         QString::fromLatin1(m_kind.item.cannotDelete));
 }
@@ -203,11 +229,14 @@ int CCatalogueRules::Move(const Entries& selected, const CCategoryEntry& target)
     if (!AskYesNo(question)) {
         return 0;
     }
-    const CStep step(m_database.GetStore(), StepNameOf("move"_L1, selected));
+    CStep step(m_database.GetStore(), StepNameOf("move"_L1, selected));
     // Moving an item to a later category changes positions after it, to an earlier category those
     // before it; in this order the items still to be moved keep their positions.
     const bool descending = target.id > selected.front().categoryId;
     const std::vector<int> positions = PositionsOf(selected, descending);
+    if (!step.MayGoOn(RoomFor(positions, false))) {
+        return 0;
+    }
     const int moved = ActOnEach(
         m_database.GetStore(), positions,
         [&](int position) { return MoveItem(position, target.id); }, QString());
@@ -304,7 +333,10 @@ QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
         return name;
     }
     const std::vector<int> positions = PositionsOf(ItemsOfName(categoryId, oldName).entries, false);
-    const CStep step(m_database.GetStore(), StepName("rename"_L1, oldName));
+    CStep step(m_database.GetStore(), StepName("rename"_L1, oldName));
+    if (!step.MayGoOn(RoomFor(positions, false))) {
+        return {};
+    }
     const int renamed = ActOnEach(
         m_database.GetStore(), positions,
         [&](int position) {

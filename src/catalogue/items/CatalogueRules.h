@@ -55,7 +55,10 @@ class CCatalogueRules {
     [[nodiscard]] Texts NamesOf(const CCategoryListEntry& entry) const;
     [[nodiscard]] QString StepNameOf(QLatin1StringView command, const Entries& selected) const;
     /// About the bytes of the items of a category.
-    qint64 BytesOf(qint32 categoryId);
+    /// About the HistoryRoom of items, judged by some of them when they are many.
+    qint64 RoomFor(const std::vector<int>& positions, bool withComponents);
+    /// None of a damaged menu or recipe.
+    CPositionRange ComponentsOf(int position);
     bool DeleteItemsOf(qint32 categoryId);
     bool MoveItem(int position, qint32 categoryId);
     /// Empty when all 99 are taken.

@@ -27,6 +27,7 @@ CComposedForm::CComposedForm(CVelmoraDoc& doc, ECatalogueKind kind, int position
       m_item(kind),
       m_nutrients(doc.Preferences().DisplayedNutrients()) {
     if (position < 0) {
+        m_step.SetProvisional(true);
         m_item.SetParentId(categoryId);
         m_item.SetItemId(doc.Database().Composed().AllocateItemId(kind));
     } else {
@@ -41,13 +42,13 @@ CComposedForm::CComposedForm(CVelmoraDoc& doc, ECatalogueKind kind, int position
 }
 
 CComposedForm::~CComposedForm() {
-    const bool isLost = m_doc.Database().GetStore().IsVolumeLost();
-    if (m_position < 0) {
-        m_step.Cancel();
+    if (m_position >= 0 || m_doc.Database().GetStore().IsVolumeLost()) {
+        return;
     }
-    if (m_position < 0 && !m_components.empty() && !isLost) {
-        // After a failure the rest is removed when the catalogue is next opened.
-        (void)m_doc.Database().Composed().DeleteComponents(m_kind, m_item.GetItemId());
+    // After a failure the rest is removed by undoing the step, or when the catalogue is next
+    // opened.
+    if (m_doc.Database().Composed().DeleteComponents(m_kind, m_item.GetItemId())) {
+        m_step.Cancel();
     }
 }
 
@@ -190,7 +191,9 @@ bool CComposedForm::Confirm() {
     item.SetServingX(1.0);
     item.SetInstructions(m_fields.instructions);
     m_step.Rename(StepName(m_position < 0 ? "addition"_L1 : "edit"_L1, item.GetName()));
+    m_step.SetProvisional(false);
     if (!Items().Write(m_position, item)) {
+        m_step.SetProvisional(m_position < 0);
         ShowMessage(
             QString::fromLatin1(m_position < 0 ? kind.item.cannotAdd : kind.item.cannotUpdate));
         return false;

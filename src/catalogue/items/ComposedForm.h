@@ -18,7 +18,8 @@ struct CComposedFields {
 
 /// Components are stored at once, the menu or recipe itself when it is confirmed; a new one gets
 /// its identifier at the start. The components of a new one that is not confirmed are deleted with
-/// the form. Everything that is stored while the form lives is one step of the history. The
+/// the form, or when the catalogue is next opened. Everything that is stored while the form lives
+/// is one step of the history, of which a new one that is not confirmed leaves nothing. The
 /// document and its database outlive the form.
 class CComposedForm {
   public:

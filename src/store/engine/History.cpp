@@ -1,6 +1,7 @@
 #include "store/engine/History.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "store/engine/Checksum.h"
 #include "store/engine/HistoryRevert.h"
@@ -11,12 +12,9 @@ using namespace Qt::StringLiterals;
 namespace {
 /// The name of what was changed outside all steps.
 constexpr auto kUnnamed = "change"_L1;
-/// What a row of changes takes besides its body, about.
-constexpr qint64 kRowBytes = 64;
-
-bool IsDamage(EPlatformError error) {
-    return error == kErrorCorrupt || error == kErrorBadFormat;
-}
+/// Changes that a step may remove from the file for those before it, so that it does not stall.
+constexpr qint64 kTidiedAtOnce = 10000;
+constexpr qint64 kAllChanges = std::numeric_limits<qint64>::max();
 
 qint64 SizeOf(const CRecordState& state) {
     return state.exists ? state.body.size() : CHistoryChange::kNothing;
@@ -40,7 +38,7 @@ void CHistory::BeginStep(const QString& name) {
     ++m_depth;
 }
 
-// A step that ends within a unit of work takes the rest of the unit along.
+// A step that ends within a unit of work takes the rest of the unit along, under its name.
 void CHistory::EndStep() {
     if (--m_depth > 0 || m_state.isInUnit) {
         return;
@@ -52,21 +50,23 @@ void CHistory::EndStep() {
     }
     CloseSteps();
     if (m_state.groupDepth == 0 && m_steps.IsUntidy(m_limits)) {
-        (void)Tidy();  // A failure leaves it to the next step.
+        (void)Tidy(kTidiedAtOnce);  // A failure leaves it to the next step.
     }
 }
 
 void CHistory::CloseSteps() {
     m_open.clear();
     m_committed.clear();
+    m_name.clear();
     m_isSkipped = false;
     m_isCancelled = false;
+    m_isProvisional = false;
 }
 
 template <typename Work>
 EPlatformError CHistory::Guard(Work work) {
     const EPlatformError error = work();
-    if (!IsDamage(error)) {
+    if (!IsHistoryDamage(error)) {
         return error;
     }
     if (m_reverted != nullptr) {
@@ -89,23 +89,29 @@ void CHistory::StartAgain() {
     m_steps.StartAgain();
 }
 
-// In the file, too, so that the damage is not met again.
-void CHistory::StartAgainAtOnce() {
+// In the file, too, so that the damage is not met again. A failure leaves that to the next step.
+EPlatformError CHistory::StartAgainAtOnce() {
     StartAgain();
-    if (!m_state.isInUnit && m_state.groupDepth == 0) {
-        // A failure leaves it to the next step.
-        (void)m_state.Write([this] { return m_steps.Create(); });
-    }
+    return m_state.isInUnit || m_state.groupDepth > 0
+               ? kErrorSuccess
+               : m_state.Write([this] { return m_steps.Create(); });
 }
 
 CHistoryNotices CHistory::TakeNotices() {
     return std::exchange(m_notices, {});
 }
 
-const std::vector<CHistoryStep>& CHistory::ListSteps() {
-    if (IsDamage(m_steps.Load())) {
-        StartAgainAtOnce();
+EPlatformError CHistory::Load() {
+    const EPlatformError error = m_steps.Load();
+    if (!IsHistoryDamage(error)) {
+        return error;
     }
+    (void)StartAgainAtOnce();
+    return kErrorSuccess;
+}
+
+const std::vector<CHistoryStep>& CHistory::ListSteps() {
+    (void)Load();  // callers to whom a failure matters have called it
     return m_steps.List();
 }
 
@@ -139,8 +145,8 @@ EPlatformError CHistory::RecordChanged(const CRecordChange& change) {
 
 // Before the unit's transaction begins.
 EPlatformError CHistory::UnitBegins() {
-    const EPlatformError error = m_watched.empty() ? kErrorSuccess : m_steps.Load();
-    if (!IsDamage(error)) {
+    const EPlatformError error = m_steps.Load();
+    if (!IsHistoryDamage(error)) {
         return error;
     }
     StartAgain();
@@ -155,12 +161,8 @@ EPlatformError CHistory::Open(qint64 scope, COpenStep*& opened) {
         opened = &*found;
         return kErrorSuccess;
     }
-    EPlatformError error = m_isSkipped ? kErrorSuccess : m_steps.Create();
-    if (error == kErrorSuccess) {
-        error = m_steps.DropIf([this, scope](const CHistoryStep& step) {
-            return step.scope == scope && (step.isUndone || m_isSkipped);
-        });
-    }
+    const auto isOfScope = [scope](const CHistoryStep& step) { return step.scope == scope; };
+    const EPlatformError error = m_isSkipped ? m_steps.DropIf(isOfScope) : m_steps.Create();
     if (error == kErrorSuccess) {
         opened = &m_open.emplace_back();
         opened->step.id = m_steps.AllocateId();
@@ -219,8 +221,8 @@ EPlatformError CHistory::Append(COpenStep& open, const CHistoryChange& change) {
         return error;
     }
     ++step.changes;
-    step.bytes += kRowBytes + change.body.size();
-    step.bytesReverted += kRowBytes * change.count + std::max<qint64>(0, change.liveBytes);
+    step.bytes += HistoryRoom(1, change.body.size());
+    step.bytesReverted += HistoryRoom(change.count, std::max<qint64>(0, change.liveBytes));
     const bool isTooLarge = step.bytes > m_limits.bytes && m_reverted == nullptr;
     return isTooLarge ? StopRecording(open) : kErrorSuccess;
 }
@@ -241,10 +243,19 @@ EPlatformError CHistory::Store(COpenStep& open) {
         return error;
     }
     open.isChanged = false;
-    if (m_depth > 0) {
+    if (!m_name.isEmpty()) {
         open.step.name = m_name;
     }
-    return m_steps.Store(open.step, m_limits);
+    open.step.isProvisional = m_isProvisional;
+    if (!m_isProvisional && m_reverted == nullptr) {
+        error = DropUndone(open.step.scope);
+    }
+    return error == kErrorSuccess ? m_steps.Store(open.step, m_limits) : error;
+}
+
+EPlatformError CHistory::DropUndone(qint64 scope) {
+    return m_steps.DropIf(
+        [scope](const CHistoryStep& step) { return step.scope == scope && step.isUndone; });
 }
 
 EPlatformError CHistory::DropCancelled() {
@@ -253,6 +264,11 @@ EPlatformError CHistory::DropCancelled() {
         if (error == kErrorSuccess && open.isRecorded) {
             open.isRecorded = false;
             error = m_steps.Drop(open.step);
+        }
+        if (error == kErrorSuccess) {
+            error = m_steps.DropIf([&open](const CHistoryStep& step) {
+                return step.scope == open.step.scope && step.isProvisional;
+            });
         }
     }
     return error;
@@ -281,6 +297,9 @@ EPlatformError CHistory::UnitEnds() {
 void CHistory::UnitCommitted() {
     m_notices.hasOutgrown = m_notices.hasOutgrown || m_hasOutgrown;
     m_hasOutgrown = false;
+    if (m_steps.Tables().Exist()) {
+        m_isDamageNoted = false;  // what was noted is past
+    }
     if (m_depth > 0) {
         m_committed = m_open;
     } else {
@@ -312,15 +331,19 @@ bool CHistory::MayRevert(const CHistoryStep& step) {
 
 EReverted CHistory::Revert(const CHistoryStep& step, EPlatformError& error) {
     EReverted result = EReverted::Failed;
-    error = kErrorInvalidParameter;
-    if (!MayRevert(step)) {
+    error = Load();
+    if (error == kErrorSuccess && !MayRevert(step)) {
+        error = kErrorInvalidParameter;
+    }
+    if (error != kErrorSuccess) {
         return result;
     }
     m_reverted = &result;
     error = m_state.Write([&] { return RevertInUnit(step, result); });
     m_reverted = nullptr;
     if (result == EReverted::Damaged) {
-        StartAgainAtOnce();
+        (void)StartAgainAtOnce();
+        m_notices.isDamaged = true;
     } else if (result == EReverted::Done && error != kErrorSuccess) {
         result = EReverted::Failed;
     }
@@ -335,10 +358,13 @@ EPlatformError CHistory::RevertInUnit(const CHistoryStep& step, EReverted& resul
                                .isUndone = !step.isUndone},
                       .isRecorded = isKept,
                       .isChanged = true});
-    EPlatformError error = CHistoryRevert(m_state, m_steps.Tables()).Run(step, result);
-    if (error == kErrorSuccess) {
-        error = m_steps.Tables().RemoveChanges(step);
-    }
+    const EPlatformError error = CHistoryRevert(m_state, m_steps.Tables()).Run(step, result);
+    return error == kErrorSuccess ? Guard([&] { return ReplaceReverted(step, isKept); }) : error;
+}
+
+// The changes that revert the step the other way are in the tables by now, except for the last run.
+EPlatformError CHistory::ReplaceReverted(const CHistoryStep& step, bool isKept) {
+    EPlatformError error = m_steps.Tables().RemoveChanges(step);
     if (error == kErrorSuccess && !isKept) {
         // Without this step those that would follow it cannot be redone (undone) either.
         error = m_steps.Drop(step);
@@ -352,21 +378,35 @@ EPlatformError CHistory::RevertInUnit(const CHistoryStep& step, EReverted& resul
 }
 
 EPlatformError CHistory::Clear(std::optional<qint64> scope) {
-    if (ListSteps().empty() && !m_steps.HasDropped()) {
-        return kErrorSuccess;
+    std::vector<QString> former;
+    EPlatformError error = Load();
+    if (error == kErrorSuccess) {
+        error = m_steps.Tables().FindFormer(former);
     }
-    const EPlatformError error = m_state.Write([this, scope] {
-        return m_steps.DropIf(
+    if (error != kErrorSuccess ||
+        (m_steps.List().empty() && !m_steps.HasDropped() && former.empty())) {
+        return error;
+    }
+    m_notices.isPartLeft = !former.empty() && m_state.file.CheckIntegrity() != kErrorSuccess;
+    if (m_notices.isPartLeft) {
+        former.clear();
+    }
+    error = m_state.Write([&] {
+        EPlatformError result = m_steps.DropIf(
             [scope](const CHistoryStep& step) { return !scope || step.scope == *scope; });
+        if (result == kErrorSuccess) {
+            result = m_steps.Tidy(kAllChanges);
+        }
+        return result == kErrorSuccess ? m_steps.Tables().RemoveFormer(former) : result;
     });
-    return error == kErrorSuccess ? Tidy() : error;
+    return IsHistoryDamage(error) ? StartAgainAtOnce() : error;
 }
 
 EPlatformError CHistory::Tidy() {
-    const EPlatformError error = m_state.Write([this] { return m_steps.Tidy(); });
-    if (!IsDamage(error)) {
-        return error;
-    }
-    StartAgainAtOnce();
-    return kErrorSuccess;
+    return Tidy(kAllChanges);
+}
+
+EPlatformError CHistory::Tidy(qint64 most) {
+    const EPlatformError error = m_state.Write([this, most] { return m_steps.Tidy(most); });
+    return IsHistoryDamage(error) ? StartAgainAtOnce() : error;
 }

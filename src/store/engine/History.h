@@ -12,7 +12,8 @@
 //    other one. Undo and redo exchange the two, so nothing is stored twice; added records cost no
 //    room until they are taken back.
 // 2. Steps of different scopes share no records. Within a scope, steps are undone newest first and
-//    redone in the opposite order, and a new step drops those that could be redone.
+//    redone in the opposite order, and a new step drops those that could be redone. A provisional
+//    step drops none until it is final.
 // 3. A step is undone or redone as a whole, in one unit of work, and only when every record that it
 //    changed is as the step left it. Afterwards records have the identifiers and the places among
 //    equal keys that they had.
@@ -32,6 +33,14 @@
 
 struct CStorageState;
 
+/// What a row of changes takes besides the bytes of a record, about.
+inline constexpr qint64 kHistoryRowBytes = 64;
+/// The room that the history needs to keep records which a step deletes or overwrites: the one
+/// measure for its limits.
+[[nodiscard]] constexpr qint64 HistoryRoom(qint64 records, qint64 bytes) {
+    return kHistoryRowBytes * records + bytes;
+}
+
 /// Other scopes are identified by the databases of profiles.
 inline constexpr qint64 kCatalogueScope = 0;
 
@@ -47,6 +56,7 @@ enum class EReverted {
 struct CHistoryNotices {
     bool isDamaged = false;    ///< the history was damaged and starts again; reported once
     bool hasOutgrown = false;  ///< a step was too large to be kept
+    bool isPartLeft = false;   ///< Clear could not remove a damaged part from the file
 };
 
 class CHistory : public CChangeListener {
@@ -72,10 +82,15 @@ class CHistory : public CChangeListener {
     void RenameStep(const QString& name) { m_name = name; }
     /// The open step is not recorded. It empties the scopes that it changes.
     void SkipStep() { m_isSkipped = true; }
-    /// The open step takes back all its changes before it ends: nothing of it is kept.
+    /// The open step takes back all its changes before it ends: nothing of it is kept, nor of
+    /// provisional steps that earlier programs have left.
     void CancelStep() { m_isCancelled = true; }
+    /// From the next change on, the open step is one that may be cancelled yet, or no longer.
+    void SetProvisional(bool isProvisional) { m_isProvisional = isProvisional; }
 
-    /// All steps, the oldest first; none when they cannot be read.
+    /// Reads the steps, unless that has been done. After damage the history starts again.
+    EPlatformError Load();
+    /// All steps, the oldest first; none when Load fails, here and below.
     const std::vector<CHistoryStep>& ListSteps();
     /// The step to undo or redo next: of one scope, or of all scopes in the order of the steps.
     std::optional<CHistoryStep> NextUndo(std::optional<qint64> scope = std::nullopt);
@@ -85,7 +100,8 @@ class CHistory : public CChangeListener {
     /// Undoes or redoes a step, the next one of its scope, whose databases must be watched. Not
     /// within a step or a group. `error` is set when the result is Failed.
     EReverted Revert(const CHistoryStep& step, EPlatformError& error);
-    /// Removes the steps of a scope, or all steps. Not within a step or a group.
+    /// Removes the steps of a scope, or all steps, and what earlier damage has left, from the file.
+    /// Not within a step or a group.
     EPlatformError Clear(std::optional<qint64> scope = std::nullopt);
     /// Removes what is left of steps that were dropped, as when their profile was deleted;
     /// otherwise that happens now and then. Not within a group.
@@ -125,11 +141,14 @@ class CHistory : public CChangeListener {
     EPlatformError DropCancelled();
     [[nodiscard]] bool MayRevert(const CHistoryStep& step);
     EPlatformError RevertInUnit(const CHistoryStep& step, EReverted& result);
+    EPlatformError ReplaceReverted(const CHistoryStep& step, bool isKept);
+    EPlatformError DropUndone(qint64 scope);
+    EPlatformError Tidy(qint64 most);
     /// Runs `work` on the tables; damage starts the history again instead of failing.
     template <typename Work>
     EPlatformError Guard(Work work);
     void StartAgain();
-    void StartAgainAtOnce();
+    EPlatformError StartAgainAtOnce();
     void CloseSteps();
 
     CStorageState& m_state;
@@ -137,10 +156,11 @@ class CHistory : public CChangeListener {
     CHistoryLimits m_limits;
     std::unordered_map<qint64, CWatched> m_watched;
 
-    QString m_name;  ///< of the open step
+    QString m_name;  ///< of the open step; also after its end, until its unit ends
     int m_depth = 0;
     bool m_isSkipped = false;
     bool m_isCancelled = false;
+    bool m_isProvisional = false;
     EReverted* m_reverted = nullptr;     ///< of the step being undone or redone
     std::vector<COpenStep> m_open;       ///< one for each scope that has been changed
     std::vector<COpenStep> m_committed;  ///< m_open as it was at the last commit

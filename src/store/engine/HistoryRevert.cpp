@@ -9,7 +9,7 @@ EPlatformError CHistoryRevert::Run(const CHistoryStep& step, EReverted& result) 
     for (qint64 number = step.changes - 1; number >= 0; --number) {
         result = EReverted::Failed;
         EPlatformError error = m_tables.ReadChange(step, number, change);
-        if (error == kErrorCorrupt) {
+        if (IsHistoryDamage(error)) {
             result = EReverted::Damaged;
         }
         bool isChanged = false;
@@ -47,9 +47,14 @@ EPlatformError CHistoryRevert::Revert(const CHistoryChange& change, bool& isChan
     if (!change.IsLive()) {
         return writes.Add(record, change.body, place);
     }
+    // Most such records have kept their key and their place: look there first.
     int position = 0;
     CIndexEntry entry{};
-    error = m_state.Locate(*opened, record, position, entry);
+    error = opened->index.LowerBound(change.key, position);
+    opened->lastSought = position + change.ordinal;
+    if (error == kErrorSuccess) {
+        error = m_state.Locate(*opened, record, position, entry);
+    }
     m_state.reader.Pause();
     isChanged = error == kErrorFileNotFound;
     return error == kErrorSuccess ? writes.Replace(record, position, entry, change.body, place)

@@ -63,7 +63,7 @@ EPlatformError CHistorySteps::Store(const CHistoryStep& step, const CHistoryLimi
         *stored = step;
     }
     const EPlatformError error = m_tables.WriteStep(step);
-    return error == kErrorSuccess ? Trim(step, limits) : error;
+    return error == kErrorSuccess && !step.isProvisional ? Trim(step, limits) : error;
 }
 
 EPlatformError CHistorySteps::Drop(const CHistoryStep& step) {
@@ -83,14 +83,22 @@ bool CHistorySteps::IsUntidy(const CHistoryLimits& limits) const {
     return m_dropped.size() >= kMost || bytes > limits.bytes / kShare;
 }
 
-EPlatformError CHistorySteps::Tidy() {
+EPlatformError CHistorySteps::Tidy(qint64 most) {
     EPlatformError error = kErrorSuccess;
-    for (const CHistoryStep& step : m_dropped) {
-        if (error == kErrorSuccess) {
-            error = m_tables.RemoveStep(step.id);
+    while (error == kErrorSuccess && most > 0 && !m_dropped.empty()) {
+        CHistoryStep& step = m_dropped.back();
+        if (step.changes > most) {
+            error = m_tables.RemoveSome(step.id, most);
+            step.changes -= most;
+            if (error == kErrorSuccess) {
+                error = m_tables.WriteStep(step);
+            }
+            break;
         }
+        most -= step.changes;
+        error = m_tables.RemoveStep(step.id);
+        m_dropped.pop_back();
     }
-    m_dropped.clear();
     return error;
 }
 

@@ -41,7 +41,8 @@ class CHistorySteps {
     /// An identifier larger than all others.
     qint64 AllocateId() { return ++m_lastId; }
 
-    /// Adds or overwrites a step, and drops others of its scope as far as the limits demand.
+    /// Adds or overwrites a step, and drops others of its scope as far as the limits demand, unless
+    /// the step is provisional.
     EPlatformError Store(const CHistoryStep& step, const CHistoryLimits& limits);
     /// `step` need not be in the list.
     EPlatformError Drop(const CHistoryStep& step);
@@ -58,7 +59,8 @@ class CHistorySteps {
     [[nodiscard]] bool HasDropped() const { return !m_dropped.empty(); }
     /// Whether the dropped steps take so much room that Tidy is worth a unit of work.
     [[nodiscard]] bool IsUntidy(const CHistoryLimits& limits) const;
-    EPlatformError Tidy();
+    /// Removes dropped steps, at most `most` of their changes.
+    EPlatformError Tidy(qint64 most);
 
   private:
     EPlatformError Trim(const CHistoryStep& kept, const CHistoryLimits& limits);

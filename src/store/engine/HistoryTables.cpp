@@ -9,6 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr auto kStepsName = "history_steps_"_L1;
+constexpr auto kChangesName = "history_changes_"_L1;
 // In the statements, # is the number of the tables.
 constexpr char kFind[] =
     "SELECT name FROM sqlite_schema WHERE type='table' AND name LIKE 'history%'";
@@ -37,6 +38,9 @@ constexpr char kReadChange[] =
     "SELECT database, record, count, live, checksum, key, ordinal, body, seal"
     " FROM history_changes_# WHERE id=?";
 constexpr char kRemoveChanges[] = "DELETE FROM history_changes_# WHERE id BETWEEN ? AND ?";
+constexpr char kRemoveSome[] =
+    "DELETE FROM history_changes_# WHERE id IN"
+    " (SELECT id FROM history_changes_# WHERE id BETWEEN ? AND ? LIMIT ?)";
 
 // The identifier of a change: the step, its list, the number in the list.
 constexpr int kStepBits = 32;
@@ -44,7 +48,27 @@ constexpr int kListBits = 31;
 constexpr qint64 kLastStep = (qint64{1} << kListBits) - 1;
 
 /// Stored states of a step.
-enum EState : qint64 { kDone, kUndone, kDropped };
+enum EState : qint64 { kDone, kUndone, kDropped, kProvisional };
+
+EState StateOf(const CHistoryStep& step) {
+    if (step.isDropped) {
+        return kDropped;
+    }
+    if (step.isUndone) {
+        return kUndone;
+    }
+    return step.isProvisional ? kProvisional : kDone;
+}
+
+/// The number in the name of a table of the history; -1 for any other name.
+qint64 NumberIn(const QString& table) {
+    for (const QLatin1StringView name : {kStepsName, kChangesName}) {
+        if (table.startsWith(name)) {
+            return table.sliced(name.size()).toLongLong();
+        }
+    }
+    return -1;
+}
 
 qint64 FirstIdOf(qint64 step) {
     return step << kStepBits;
@@ -125,9 +149,10 @@ EPlatformError CHistoryTables::ReadSteps(std::vector<CHistoryStep>& steps) {
     read.Start({});
     while (read.Next()) {
         const qint64 state = read.GetInteger(3);
-        const CHistoryStep& step = steps.emplace_back(CHistoryStep{
-            read.GetInteger(0), read.GetInteger(1), read.GetText(2), state == kUndone,
-            state == kDropped, read.GetInteger(4), read.GetInteger(5), read.GetInteger(6)});
+        const CHistoryStep& step = steps.emplace_back(
+            CHistoryStep{read.GetInteger(0), read.GetInteger(1), read.GetText(2), state == kUndone,
+                         state == kDropped, state == kProvisional, read.GetInteger(4),
+                         read.GetInteger(5), read.GetInteger(6)});
         isSound = isSound && step.id > 0 && step.id < kLastStep && step.changes >= 0 &&
                   step.bytes >= 0 && step.bytesReverted >= 0;
     }
@@ -158,8 +183,7 @@ EPlatformError CHistoryTables::ReadLastChange(qint64& step) {
 
 EPlatformError CHistoryTables::WriteStep(const CHistoryStep& step) {
     const EPlatformError error = Prepare(m_writeStep, kWriteStep);
-    const qint64 state = step.isDropped ? kDropped : step.isUndone ? kUndone : kDone;
-    return error == kErrorSuccess ? m_writeStep.Run({step.id, step.scope, step.name, state,
+    return error == kErrorSuccess ? m_writeStep.Run({step.id, step.scope, step.name, StateOf(step),
                                                      step.changes, step.bytes, step.bytesReverted})
                                   : error;
 }
@@ -170,6 +194,38 @@ EPlatformError CHistoryTables::RemoveStep(qint64 step) {
         error = Prepare(m_removeStep, kRemoveStep);
     }
     return error == kErrorSuccess ? m_removeStep.Run({step}) : error;
+}
+
+EPlatformError CHistoryTables::RemoveSome(qint64 step, qint64 count) {
+    CStatement remove;
+    const EPlatformError error = Prepare(remove, kRemoveSome);
+    return error == kErrorSuccess ? remove.Run({FirstIdOf(step), FirstIdOf(step + 1) - 1, count})
+                                  : error;
+}
+
+EPlatformError CHistoryTables::FindFormer(std::vector<QString>& names) {
+    CStatement find;
+    if (const EPlatformError error = find.Prepare(m_file, kFind); error != kErrorSuccess) {
+        return error;
+    }
+    find.Start({});
+    while (find.Next()) {
+        const QString name = find.GetText(0);
+        if (const qint64 number = NumberIn(name); number > 0 && number != m_number) {
+            names.push_back(name);
+        }
+    }
+    return find.Finish();
+}
+
+EPlatformError CHistoryTables::RemoveFormer(const std::vector<QString>& names) {
+    EPlatformError error = kErrorSuccess;
+    for (const QString& name : names) {
+        if (error == kErrorSuccess) {
+            error = m_file.Execute(("DROP TABLE "_L1 + name).toLatin1().constData());
+        }
+    }
+    return error;
 }
 
 EPlatformError CHistoryTables::WriteChange(const CHistoryStep& step, qint64 number,

@@ -8,15 +8,21 @@
 
 #include "store/engine/SqliteFile.h"
 
+/// Whether an operation on the tables failed because they are damaged, or not ours.
+[[nodiscard]] constexpr bool IsHistoryDamage(EPlatformError error) {
+    return error == kErrorCorrupt || error == kErrorBadFormat;
+}
+
 struct CHistoryStep {
     qint64 id = 0;     ///< ascends with time
     qint64 scope = 0;  ///< see CHistory::Watch
     QString name;      ///< "delete of 3 entries"
     bool isUndone = false;
-    bool isDropped = false;    ///< its changes are still to be removed
-    qint64 changes = 0;        ///< rows of changes
-    qint64 bytes = 0;          ///< that the step occupies
-    qint64 bytesReverted = 0;  ///< that it will occupy once it is undone or redone, at most
+    bool isDropped = false;      ///< its changes are still to be removed
+    bool isProvisional = false;  ///< see CHistory::SetProvisional
+    qint64 changes = 0;          ///< rows of changes
+    qint64 bytes = 0;            ///< that the step occupies
+    qint64 bytesReverted = 0;    ///< that it will occupy once it is undone or redone, at most
 };
 
 /// One record, or a run of records that were added one after the other, with consecutive
@@ -43,7 +49,7 @@ struct CHistoryChange {
 ///
 /// The tables have a number, which is part of their names: those with the largest one are used.
 /// Damaged tables are left as they are, since removing them would follow damaged links between
-/// pages, possibly to those of the records.
+/// pages, possibly to those of the records; RemoveFormer does so when the whole file is sound.
 class CHistoryTables {
   public:
     explicit CHistoryTables(CSqliteFile& file) : m_file(file) {}
@@ -64,6 +70,12 @@ class CHistoryTables {
     EPlatformError WriteStep(const CHistoryStep& step);
     /// With its changes.
     EPlatformError RemoveStep(qint64 step);
+    /// Removes some changes of a step, at most `count` of them.
+    EPlatformError RemoveSome(qint64 step, qint64 count);
+
+    /// The tables with other numbers than those in use. Not within a transaction.
+    EPlatformError FindFormer(std::vector<QString>& names);
+    EPlatformError RemoveFormer(const std::vector<QString>& names);
 
     /// A step has a list of changes to undo or one to redo; `number` counts from 0. A change that
     /// is not as it was written is kErrorCorrupt.

@@ -9,6 +9,7 @@
 #include "store/engine/VolumeHeader.h"
 
 #include <QFileInfo>
+#include <QtEndian>
 #include <algorithm>
 #include <cerrno>
 #include <climits>
@@ -27,10 +28,12 @@ constexpr char kSchema[] =
     "CREATE INDEX directory ON blocks(database, ordinal, firstKey, count);";
 
 // FULL syncs the journal, the file and the journal's invalidation, so a commit is durable when it
-// returns. The cache is 8 MB: the working set of an import, whatever the size of the file.
+// returns. The cache is 8 MB: the working set of an import, whatever the size of the file. What is
+// deleted is overwritten: it is gone when the history no longer keeps it.
 constexpr char kSettings[] =
     "PRAGMA synchronous=FULL;"
     "PRAGMA cell_size_check=ON;"
+    "PRAGMA secure_delete=ON;"
     "PRAGMA cache_size=-8192;";
 
 constexpr char kJournalSuffix[] = "-journal";
@@ -200,6 +203,11 @@ QByteArray CSqliteFile::ReadRaw(qint64 offset, qint64 size) const {
     return result == SQLITE_OK ? bytes : QByteArray();
 }
 
+quint32 CSqliteFile::GetChangeCounter() const {
+    const QByteArray bytes = ReadRaw(kChangeCounterAt, sizeof(quint32));
+    return bytes.size() == sizeof(quint32) ? qFromBigEndian<quint32>(bytes.constData()) : 0;
+}
+
 QString CSqliteFile::GetKeptJournal() const {
     return QFile::decodeName(m_keptJournal);
 }
@@ -265,6 +273,18 @@ EPlatformError CSqliteFile::CopyTo(const QString& path) {
     }
     sqlite3_close(copy);
     return ErrorOf(result);
+}
+
+EPlatformError CSqliteFile::CheckIntegrity() {
+    CStatement check;
+    if (const EPlatformError error = check.Prepare(*this, "PRAGMA integrity_check(1)");
+        error != kErrorSuccess) {
+        return error;
+    }
+    check.Start({});
+    const bool isSound = check.Next() && check.GetText(0) == QLatin1StringView("ok");
+    const EPlatformError error = check.Finish();
+    return error == kErrorSuccess && !isSound ? kErrorCorrupt : error;
 }
 
 EPlatformError CSqliteFile::Begin() {

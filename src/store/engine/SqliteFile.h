@@ -37,6 +37,9 @@ class CSqliteFile {
     /// Copies the content of the open file to another one. Not within a transaction.
     EPlatformError CopyTo(const QString& path);
 
+    /// Reads the whole file; kErrorCorrupt when any page is damaged or used twice.
+    EPlatformError CheckIntegrity();
+
     EPlatformError Begin();
     EPlatformError Commit();
     /// Safe when SQLite has already rolled back by itself.
@@ -44,6 +47,8 @@ class CSqliteFile {
 
     EPlatformError Execute(const char* sql);
     EPlatformError Prepare(const char* sql, sqlite3_stmt*& statement);
+    /// See kChangeCounterAt; as of the last commit.
+    [[nodiscard]] quint32 GetChangeCounter() const;
     /// Reads the file past every cache; fewer bytes than `size` at its end, none on failure.
     [[nodiscard]] QByteArray ReadRaw(qint64 offset, qint64 size) const;
     /// The journal of another volume that Open found beside this one and renamed: its new path.

@@ -1,23 +1,35 @@
 #include "store/engine/UsageTable.h"
 
 #include <QHash>
+#include <algorithm>
 
 #include "store/engine/StorageState.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
-constexpr char kHasTable[] = "SELECT 1 FROM sqlite_master WHERE type='table' AND name='usage'";
+constexpr auto kTableName = "usage_"_L1;
+// In the statements, # is the number of the table.
+constexpr char kFind[] = "SELECT name FROM sqlite_schema WHERE type='table' AND name LIKE 'usage%'";
 constexpr char kCreate[] =
-    "CREATE TABLE IF NOT EXISTS usage(owner INTEGER NOT NULL, kind INTEGER NOT NULL,"
+    "CREATE TABLE usage_#(owner INTEGER NOT NULL, kind INTEGER NOT NULL,"
     " category TEXT NOT NULL, name TEXT NOT NULL, type TEXT NOT NULL, meal INTEGER NOT NULL,"
     " count INTEGER NOT NULL, PRIMARY KEY(owner, kind, category, name, type, meal)) WITHOUT ROWID";
-constexpr char kRead[] = "SELECT kind, category, name, type, meal, count FROM usage WHERE owner=?1";
+constexpr char kReadSums[] = "SELECT owner, sum(count), min(count) FROM usage_# GROUP BY owner";
+constexpr char kRead[] =
+    "SELECT kind, category, name, type, meal, count FROM usage_# WHERE owner=?1";
 constexpr char kAdd[] =
-    "INSERT INTO usage VALUES(?1,?2,?3,?4,?5,?6,?7)"
+    "INSERT INTO usage_# VALUES(?1,?2,?3,?4,?5,?6,?7)"
     " ON CONFLICT DO UPDATE SET count=count+excluded.count";
 constexpr char kRemoveZero[] =
-    "DELETE FROM usage WHERE owner=?1 AND kind=?2 AND category=?3 AND name=?4 AND type=?5"
+    "DELETE FROM usage_# WHERE owner=?1 AND kind=?2 AND category=?3 AND name=?4 AND type=?5"
     " AND meal=?6 AND count=0";
-constexpr char kDeleteOwner[] = "DELETE FROM usage WHERE owner=?1";
+constexpr char kDeleteOwner[] = "DELETE FROM usage_# WHERE owner=?1";
+constexpr char kDeleteAll[] = "DELETE FROM usage_#";
+constexpr char kStamp[] = "REPLACE INTO usage_# VALUES(0,0,'','','',0,?1)";
+
+/// The owner of the stamp.
+constexpr ObjectId kStampOwner = 0;
 
 /// A null text would be stored as no value.
 QStringView Bound(const QString& text) {
@@ -29,14 +41,68 @@ std::size_t CUseHash::operator()(const CUse& use) const {
     return qHashMulti(std::size_t{0}, use.kind, use.category, use.name, use.type, use.meal);
 }
 
-EPlatformError CUsageTable::Read(ObjectId owner, UseRows& rows) {
-    rows.clear();
-    bool isThere = false;
-    if (const EPlatformError error = FindTable(isThere); error != kErrorSuccess || !isThere) {
+void CUsageTable::Load() {
+    if (m_isLoaded || m_state.CheckReadable() != kErrorSuccess) {
+        return;
+    }
+    EPlatformError error = Find();
+    if (error == kErrorSuccess && m_number > 0) {
+        error = ReadSums();
+    }
+    if (error == kErrorSuccess && m_number > 0) {
+        error = Prepare();
+    }
+    m_isLoaded = true;
+    m_isDamaged = error != kErrorSuccess;
+    if (!m_isValid) {
+        m_isValid = m_number == 0 || m_stamp == qint64{m_state.file.GetChangeCounter()};
+    }
+}
+
+EPlatformError CUsageTable::Find() {
+    CStatement find;
+    if (const EPlatformError error = find.Prepare(m_state.file, kFind); error != kErrorSuccess) {
         return error;
     }
+    m_number = 0;
+    find.Start({});
+    while (find.Next()) {
+        const QString name = find.GetText(0);
+        if (name.startsWith(kTableName)) {
+            m_number = std::max(m_number, name.sliced(kTableName.size()).toLongLong());
+        }
+    }
+    return find.Finish();
+}
+
+EPlatformError CUsageTable::ReadSums() {
+    m_stamp = 0;
+    m_sums.clear();
     CStatement read;
-    if (const EPlatformError error = read.Prepare(m_state.file, kRead); error != kErrorSuccess) {
+    if (const EPlatformError error = PrepareNumbered(read, kReadSums); error != kErrorSuccess) {
+        return error;
+    }
+    bool isSound = true;
+    read.Start({});
+    while (read.Next()) {
+        const ObjectId owner = read.GetInteger(0);
+        (owner == kStampOwner ? m_stamp : m_sums[owner]) = read.GetInteger(1);
+        isSound = isSound && read.GetInteger(2) > 0;
+    }
+    const EPlatformError error = read.Finish();
+    return error == kErrorSuccess && !isSound ? kErrorCorrupt : error;
+}
+
+qint64 CUsageTable::SumOf(ObjectId owner) const {
+    const auto sum = m_sums.find(owner);
+    const bool isKnown = !m_isDamaged && (m_isValid == true || m_isWritten) && sum != m_sums.end();
+    return isKnown ? sum->second : 0;
+}
+
+EPlatformError CUsageTable::Read(ObjectId owner, UseRows& rows) {
+    rows.clear();
+    CStatement read;
+    if (const EPlatformError error = PrepareNumbered(read, kRead); error != kErrorSuccess) {
         return error;
     }
     read.Start({owner});
@@ -49,11 +115,7 @@ EPlatformError CUsageTable::Read(ObjectId owner, UseRows& rows) {
 }
 
 EPlatformError CUsageTable::Add(ObjectId owner, const UseRows& changes) {
-    return DropIfDamaged(AddRows(owner, changes));
-}
-
-EPlatformError CUsageTable::AddRows(ObjectId owner, const UseRows& changes) {
-    EPlatformError error = Prepare();
+    EPlatformError error = Create();
     for (const auto& [use, count] : changes) {
         const QStringView category = Bound(use.category);
         const QStringView name = Bound(use.name);
@@ -66,56 +128,79 @@ EPlatformError CUsageTable::AddRows(ObjectId owner, const UseRows& changes) {
             error =
                 m_removeZero.Run({owner, qint64{use.kind}, category, name, type, qint64{use.meal}});
         }
+        m_sums[owner] += count;
     }
     return error;
 }
 
 EPlatformError CUsageTable::DeleteOwner(ObjectId owner) {
-    bool isThere = false;
-    if (const EPlatformError error = FindTable(isThere); error != kErrorSuccess || !isThere) {
-        return error;
-    }
-    CStatement remove;
-    EPlatformError error = remove.Prepare(m_state.file, kDeleteOwner);
-    if (error == kErrorSuccess) {
-        error = remove.Run({owner});
-    }
-    remove.Release();
-    return DropIfDamaged(error);
+    const bool isThere = m_number > 0 && !m_isDamaged && m_sums.erase(owner) > 0;
+    return isThere ? RunOnce(kDeleteOwner, {owner}) : kErrorSuccess;
 }
 
-EPlatformError CUsageTable::DropIfDamaged(EPlatformError error) {
-    if (error != kErrorCorrupt) {
-        return error;
+EPlatformError CUsageTable::Stamp() {
+    const qint64 counter = m_state.file.GetChangeCounter();
+    const bool isValid = m_isValid == true || m_isWritten;
+    if (m_number == 0 || m_isDamaged || !isValid || m_stamp == counter || counter == 0) {
+        return kErrorSuccess;
     }
-    Release();
-    return m_state.file.Execute("DROP TABLE IF EXISTS usage");
+    m_stamp = counter;
+    return RunOnce(kStamp, {counter});
 }
 
-void CUsageTable::Release() {
+// A table whose counts are not valid is emptied.
+EPlatformError CUsageTable::Create() {
+    const bool isUsable = m_number > 0 && !m_isDamaged;
+    if (m_isWritten || (isUsable && m_isValid == true)) {
+        return kErrorSuccess;
+    }
+    m_isWritten = true;
+    m_stamp = 0;
+    m_sums.clear();
+    if (isUsable) {
+        return RunOnce(kDeleteAll, {});
+    }
     m_add.Release();
     m_removeZero.Release();
+    m_isDamaged = false;
+    ++m_number;
+    const EPlatformError error = RunOnce(kCreate, {});
+    return error == kErrorSuccess ? Prepare() : error;
 }
 
-EPlatformError CUsageTable::FindTable(bool& isThere) {
-    CStatement find;
-    const EPlatformError error = find.Prepare(m_state.file, kHasTable);
-    if (error != kErrorSuccess) {
-        return error;
-    }
-    find.Start({});
-    isThere = find.Next();
-    return find.Finish();
+void CUsageTable::UnitCommitted() {
+    m_isValid = m_isValid == true || m_isWritten;
+    m_isWritten = false;
+}
+
+void CUsageTable::UnitAbandoned() {
+    m_add.Release();
+    m_removeZero.Release();
+    m_isLoaded = false;
+    m_isDamaged = false;
+    m_isWritten = false;
+    m_number = 0;
+    m_stamp = 0;
+    m_sums.clear();
+}
+
+void CUsageTable::Forget() {
+    UnitAbandoned();
+    m_isValid.reset();
 }
 
 EPlatformError CUsageTable::Prepare() {
-    if (m_removeZero.IsPrepared()) {
-        return kErrorSuccess;
-    }
-    Release();
-    EPlatformError error = m_state.file.Execute(kCreate);
-    if (error == kErrorSuccess) {
-        error = m_add.Prepare(m_state.file, kAdd);
-    }
-    return error == kErrorSuccess ? m_removeZero.Prepare(m_state.file, kRemoveZero) : error;
+    const EPlatformError error = PrepareNumbered(m_add, kAdd);
+    return error == kErrorSuccess ? PrepareNumbered(m_removeZero, kRemoveZero) : error;
+}
+
+EPlatformError CUsageTable::PrepareNumbered(CStatement& statement, const char* sql) {
+    const QByteArray numbered = QByteArray(sql).replace('#', QByteArray::number(m_number));
+    return statement.Prepare(m_state.file, numbered.constData());
+}
+
+EPlatformError CUsageTable::RunOnce(const char* sql, std::initializer_list<CSqlValue> values) {
+    CStatement statement;
+    const EPlatformError error = PrepareNumbered(statement, sql);
+    return error == kErrorSuccess ? statement.Run(values) : error;
 }

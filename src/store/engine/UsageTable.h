@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <unordered_map>
 
 #include "store/engine/SqliteFile.h"
@@ -24,13 +25,25 @@ using UseRows = std::unordered_map<CUse, qint64, CUseHash>;
 
 /// An owner is the database identifier of a profile. The engine's state outlives the table.
 ///
-/// The table is created with the first row. A volume without it is complete and has the same
-/// version; a program that does not know the table leaves it alone, so counts may be out of date. A
-/// damaged table must not keep records from being written: it is dropped.
+/// Invariants:
+/// 1. The table is created with the first row. A volume without it is complete and has the same
+///    version; a program that does not know the table leaves it alone.
+/// 2. The row of owner 0 holds the file's change counter as of the last units of work. When another
+///    program has written the file since, the counts are not used, and replaced with the next
+///    change.
+/// 3. A damaged page met within a transaction fails the whole transaction. So Load reads the whole
+///    table before a unit of work writes to it. A damaged table is left as it is, since removing it
+///    would follow damaged links between pages: the counts start again in a table with the next
+///    number.
 class CUsageTable {
   public:
     explicit CUsageTable(CStorageState& state) : m_state(state) {}
 
+    /// Reads the table, unless that has been done. Call before a unit of work and before SumOf. A
+    /// table that cannot be read counts as damaged.
+    void Load();
+    /// Of all counts of an owner; 0 when they are not in the table.
+    [[nodiscard]] qint64 SumOf(ObjectId owner) const;
     /// All rows of an owner.
     EPlatformError Read(ObjectId owner, UseRows& rows);
 
@@ -38,17 +51,33 @@ class CUsageTable {
     /// Adds to the counts of an owner. A count of 0 has no row.
     EPlatformError Add(ObjectId owner, const UseRows& changes);
     EPlatformError DeleteOwner(ObjectId owner);
+    /// At the end of the unit: keeps the counts valid.
+    EPlatformError Stamp();
 
-    /// Releases the statements.
-    void Release();
+    void UnitCommitted();
+    /// Releases the statements; the table is read again when it is needed.
+    void UnitAbandoned();
+    /// When the volume is closed.
+    void Forget();
 
   private:
-    EPlatformError FindTable(bool& isThere);
+    EPlatformError Find();
+    EPlatformError ReadSums();
     EPlatformError Prepare();
-    EPlatformError AddRows(ObjectId owner, const UseRows& changes);
-    EPlatformError DropIfDamaged(EPlatformError error);
+    EPlatformError Create();
+    EPlatformError RunOnce(const char* sql, std::initializer_list<CSqlValue> values);
+    EPlatformError PrepareNumbered(CStatement& statement, const char* sql);
 
     CStorageState& m_state;
     CStatement m_add;
     CStatement m_removeZero;
+    qint64 m_number = 0;  ///< of the newest table; 0: there is none
+    bool m_isLoaded = false;
+    bool m_isDamaged = false;
+    bool m_isWritten = false;  ///< in the unit under way: the counts are valid once it is committed
+    /// Whether the counts are those of the records. It is found out before this program first
+    /// writes the file.
+    std::optional<bool> m_isValid;
+    qint64 m_stamp = 0;
+    std::unordered_map<ObjectId, qint64> m_sums;
 };

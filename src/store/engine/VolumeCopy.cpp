@@ -23,18 +23,6 @@ EPlatformError ReadCounts(CSqliteFile& file, std::vector<qint64>& counts) {
     return read.Finish();
 }
 
-EPlatformError CheckIntegrity(CSqliteFile& file) {
-    CStatement check;
-    if (const EPlatformError error = check.Prepare(file, "PRAGMA integrity_check(1)");
-        error != kErrorSuccess) {
-        return error;
-    }
-    check.Start({});
-    const bool isSound = check.Next() && check.GetText(0) == "ok"_L1;
-    const EPlatformError error = check.Finish();
-    return error == kErrorSuccess && !isSound ? kErrorCorrupt : error;
-}
-
 /// kErrorInputOutput when the copy's content differs from the volume's.
 EPlatformError Compare(CSqliteFile& volume, const QString& copyPath) {
     CSqliteFile copy;
@@ -50,7 +38,7 @@ EPlatformError Compare(CSqliteFile& volume, const QString& copyPath) {
     if (error == kErrorSuccess && found != wanted) {
         error = kErrorInputOutput;
     }
-    return error == kErrorSuccess ? CheckIntegrity(copy) : error;
+    return error == kErrorSuccess ? copy.CheckIntegrity() : error;
 }
 }  // namespace
 
