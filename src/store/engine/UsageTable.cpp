@@ -5,7 +5,7 @@
 #include "store/engine/StorageState.h"
 
 namespace {
-constexpr char kHasTable[] = "SELECT 1 FROM sqlite_master WHERE type='table' AND name='usage'";
+constexpr QStringView kTable = u"usage";
 constexpr char kCreate[] =
     "CREATE TABLE IF NOT EXISTS usage(owner INTEGER NOT NULL, kind INTEGER NOT NULL,"
     " category TEXT NOT NULL, name TEXT NOT NULL, type TEXT NOT NULL, meal INTEGER NOT NULL,"
@@ -32,7 +32,8 @@ std::size_t CUseHash::operator()(const CUse& use) const {
 EPlatformError CUsageTable::Read(ObjectId owner, UseRows& rows) {
     rows.clear();
     bool isThere = false;
-    if (const EPlatformError error = FindTable(isThere); error != kErrorSuccess || !isThere) {
+    if (const EPlatformError error = m_state.file.HasTable(kTable, isThere);
+        error != kErrorSuccess || !isThere) {
         return error;
     }
     CStatement read;
@@ -72,7 +73,8 @@ EPlatformError CUsageTable::AddRows(ObjectId owner, const UseRows& changes) {
 
 EPlatformError CUsageTable::DeleteOwner(ObjectId owner) {
     bool isThere = false;
-    if (const EPlatformError error = FindTable(isThere); error != kErrorSuccess || !isThere) {
+    if (const EPlatformError error = m_state.file.HasTable(kTable, isThere);
+        error != kErrorSuccess || !isThere) {
         return error;
     }
     CStatement remove;
@@ -95,17 +97,6 @@ EPlatformError CUsageTable::DropIfDamaged(EPlatformError error) {
 void CUsageTable::Release() {
     m_add.Release();
     m_removeZero.Release();
-}
-
-EPlatformError CUsageTable::FindTable(bool& isThere) {
-    CStatement find;
-    const EPlatformError error = find.Prepare(m_state.file, kHasTable);
-    if (error != kErrorSuccess) {
-        return error;
-    }
-    find.Start({});
-    isThere = find.Next();
-    return find.Finish();
 }
 
 EPlatformError CUsageTable::Prepare() {

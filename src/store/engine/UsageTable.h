@@ -43,7 +43,6 @@ class CUsageTable {
     void Release();
 
   private:
-    EPlatformError FindTable(bool& isThere);
     EPlatformError Prepare();
     EPlatformError AddRows(ObjectId owner, const UseRows& changes);
     EPlatformError DropIfDamaged(EPlatformError error);
