@@ -9,7 +9,8 @@ struct CFileStamp {
     quint64 device = 0;
     quint64 inode = 0;
     qint64 size = 0;
-    qint64 modifiedNs = 0;  ///< nanoseconds since 1970
+    qint64 modifiedSeconds = 0;      ///< since 1970
+    qint64 modifiedNanoseconds = 0;  ///< in addition
     bool operator==(const CFileStamp&) const = default;
 
     [[nodiscard]] bool IsSameFile(const CFileStamp& other) const {

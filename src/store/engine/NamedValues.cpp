@@ -3,8 +3,7 @@
 #include "store/engine/StorageState.h"
 
 namespace {
-constexpr char kHasTable[] =
-    "SELECT 1 FROM sqlite_master WHERE type='table' AND name='named_values'";
+constexpr QStringView kTable = u"named_values";
 constexpr char kCreate[] =
     "CREATE TABLE IF NOT EXISTS named_values(owner INTEGER NOT NULL, name TEXT NOT NULL,"
     " value TEXT NOT NULL, PRIMARY KEY(owner, name)) WITHOUT ROWID";
@@ -27,7 +26,8 @@ EPlatformError CNamedValues::Read(ObjectId owner, const QString& name,
                                   std::optional<QString>& value) {
     value.reset();
     bool isThere = false;
-    if (const EPlatformError error = FindTable(isThere); error != kErrorSuccess || !isThere) {
+    if (const EPlatformError error = m_state.file.HasTable(kTable, isThere);
+        error != kErrorSuccess || !isThere) {
         return error;
     }
     CStatement read;
@@ -62,24 +62,11 @@ EPlatformError CNamedValues::WriteInUnit(ObjectId owner, const QString& name,
 
 EPlatformError CNamedValues::DeleteOwner(ObjectId owner) {
     bool isThere = false;
-    if (const EPlatformError error = FindTable(isThere); error != kErrorSuccess || !isThere) {
+    if (const EPlatformError error = m_state.file.HasTable(kTable, isThere);
+        error != kErrorSuccess || !isThere) {
         return error;
     }
     return m_state.Write([&] { return RunOnce(kDeleteOwner, {owner}); });
-}
-
-EPlatformError CNamedValues::FindTable(bool& isThere) {
-    CStatement find;
-    if (!m_state.file.IsOpen()) {
-        return kErrorInvalidParameter;
-    }
-    if (const EPlatformError error = find.Prepare(m_state.file, kHasTable);
-        error != kErrorSuccess) {
-        return error;
-    }
-    find.Start({});
-    isThere = find.Next();
-    return find.Finish();
 }
 
 EPlatformError CNamedValues::RunOnce(const char* sql, std::initializer_list<CSqlValue> values) {

@@ -31,7 +31,6 @@ class CNamedValues {
     EPlatformError WriteInUnit(ObjectId owner, const QString& name, const QString& value);
 
   private:
-    EPlatformError FindTable(bool& isThere);
     EPlatformError RunOnce(const char* sql, std::initializer_list<CSqlValue> values);
 
     CStorageState& m_state;

@@ -249,7 +249,6 @@ EPlatformError CPositionIndex::LoadEntries(int at) {
         }
     }
     if (const EPlatformError error = read.Finish(); error != kErrorSuccess) {
-        block.entries.clear();
         return error;
     }
     if (!AreEntriesSound(at)) {

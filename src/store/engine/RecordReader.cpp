@@ -12,7 +12,6 @@ EPlatformError CRecordReader::Prepare(CSqliteFile& file) {
 }
 
 void CRecordReader::Release() {
-    Pause();
     m_statement.Release();
 }
 

@@ -306,6 +306,21 @@ EPlatformError CSqliteFile::Execute(const char* sql) {
     return ErrorOf(sqlite3_exec(m_connection, sql, nullptr, nullptr, nullptr));
 }
 
+EPlatformError CSqliteFile::HasTable(QStringView name, bool& isThere) {
+    if (!IsOpen()) {
+        return kErrorInvalidParameter;
+    }
+    CStatement find;
+    if (const EPlatformError error =
+            find.Prepare(*this, "SELECT 1 FROM sqlite_schema WHERE type='table' AND name=?");
+        error != kErrorSuccess) {
+        return error;
+    }
+    find.Start({name});
+    isThere = find.Next();
+    return find.Finish();
+}
+
 EPlatformError CSqliteFile::Prepare(const char* sql, sqlite3_stmt*& statement) {
     return ErrorOf(
         sqlite3_prepare_v3(m_connection, sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr));

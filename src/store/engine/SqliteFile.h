@@ -46,6 +46,8 @@ class CSqliteFile {
     void Rollback();
 
     EPlatformError Execute(const char* sql);
+    /// For tables that not every volume has.
+    EPlatformError HasTable(QStringView name, bool& isThere);
     EPlatformError Prepare(const char* sql, sqlite3_stmt*& statement);
     /// See kChangeCounterAt; as of the last commit.
     [[nodiscard]] quint32 GetChangeCounter() const;

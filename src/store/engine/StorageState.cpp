@@ -39,8 +39,6 @@ void CStorageState::ReleaseStatements() {
         statement->Release();
     }
     generation.Release();
-    recordIds.Forget();
-    databaseIds.Forget();
     reader.Release();
     blocks.Release();
 }

@@ -24,6 +24,7 @@ struct CStorageState {
     /// overwritten the file.
     EPlatformError CheckReadable() const;
     EPlatformError PrepareStatements();
+    /// After Abandon.
     void ReleaseStatements();
     /// Loads the index at first use; `opened` is valid until the database is deleted or a write
     /// fails.

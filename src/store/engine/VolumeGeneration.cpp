@@ -1,7 +1,5 @@
 #include "store/engine/VolumeGeneration.h"
 
-#include <algorithm>
-
 namespace {
 constexpr qint64 kPageSize = 8192;
 }
@@ -32,7 +30,6 @@ EPlatformError CVolumeGeneration::ReadRow(std::optional<CVolumeIdentity>& row) {
 
 EPlatformError CVolumeGeneration::FindPage() {
     m_page = 0;
-    m_place = 0;
     CStatement find;
     const EPlatformError error =
         find.Prepare(m_file, "SELECT rootpage FROM sqlite_schema WHERE name='identity'");
@@ -46,21 +43,13 @@ EPlatformError CVolumeGeneration::FindPage() {
     return find.Finish();
 }
 
-// The row is mostly where it was found last, so the whole page is rarely read.
 bool CVolumeGeneration::IsInPlace() {
     if (!m_stored) {
         return true;
     }
-    const auto isOurs = [this](const std::optional<CVolumeIdentity>& row) {
-        // The next row is there when a failed unit could not be rolled back yet.
-        return row == *m_stored || row == m_next;
-    };
-    if (isOurs(CVolumeIdentity::FindIn(m_file.ReadRaw(m_place, CVolumeIdentity::kSize)))) {
-        return true;
-    }
-    const QByteArray page = m_file.ReadRaw(m_page, kPageSize);
-    m_place = m_page + std::max<qint64>(0, CVolumeIdentity::PlaceIn(page));
-    return isOurs(CVolumeIdentity::FindIn(page));
+    const auto row = CVolumeIdentity::FindIn(m_file.ReadRaw(m_page, kPageSize));
+    // The next row is there when a failed unit could not be rolled back yet.
+    return row == *m_stored || row == m_next;
 }
 
 void CVolumeGeneration::Release() {

@@ -34,6 +34,5 @@ class CVolumeGeneration {
     std::optional<CVolumeIdentity> m_stored;
     CVolumeIdentity m_next;  ///< of the unit under way
     bool m_isParted = false;
-    qint64 m_page = 0;   ///< where the row's page begins in the file
-    qint64 m_place = 0;  ///< where the row was found last
+    qint64 m_page = 0;  ///< where the row's page begins in the file
 };

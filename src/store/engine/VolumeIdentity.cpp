@@ -12,6 +12,7 @@ constexpr int kVolumeAt = 16;
 constexpr int kGenerationAt = 32;
 constexpr int kNonceAt = 40;
 constexpr int kPreviousNonceAt = 48;
+constexpr int kSize = 56;
 }  // namespace
 
 CVolumeIdentity CVolumeIdentity::Create() {
@@ -48,8 +49,8 @@ QByteArray CVolumeIdentity::ToBytes() const {
 }
 
 std::optional<CVolumeIdentity> CVolumeIdentity::FindIn(QByteArrayView bytes) {
-    const qsizetype place = PlaceIn(bytes);
-    if (place < 0) {
+    const qsizetype place = bytes.indexOf(QByteArrayView(kMarker));
+    if (place < 0 || place + kSize > bytes.size()) {
         return std::nullopt;
     }
     const char* row = bytes.data() + place;
@@ -59,9 +60,4 @@ std::optional<CVolumeIdentity> CVolumeIdentity::FindIn(QByteArrayView bytes) {
     identity.nonce = qFromLittleEndian<quint64>(row + kNonceAt);
     identity.previousNonce = qFromLittleEndian<quint64>(row + kPreviousNonceAt);
     return identity;
-}
-
-qsizetype CVolumeIdentity::PlaceIn(QByteArrayView bytes) {
-    const qsizetype place = bytes.indexOf(QByteArrayView(kMarker));
-    return place >= 0 && place + kSize <= bytes.size() ? place : -1;
 }

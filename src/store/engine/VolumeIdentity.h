@@ -19,10 +19,7 @@ struct CVolumeIdentity {
     [[nodiscard]] CVolumeIdentity Next() const;
     [[nodiscard]] bool IsNextOf(const CVolumeIdentity& before) const;
 
-    static constexpr int kSize = 56;  ///< bytes of the row, marker included
     [[nodiscard]] QByteArray ToBytes() const;
     /// The first row within `bytes`.
     static std::optional<CVolumeIdentity> FindIn(QByteArrayView bytes);
-    /// Offset of the first row within `bytes`; -1 when there is none.
-    static qsizetype PlaceIn(QByteArrayView bytes);
 };

@@ -99,10 +99,16 @@ class TestStorageEngine : public QObject {
         QVERIFY(Added(*m_engine, m_database, Numbered(2)) != 0);
         QCOMPARE(m_engine->EndGroup(), kOk);
         // The inner end made nothing durable.
-        QCOMPARE(m_engine->Unmount(), kOk);
+        Remount();
         QCOMPARE(m_engine->EndGroup(), int(kErrorInvalidParameter));
-        QCOMPARE(m_engine->Mount(m_path), kOk);
         QCOMPARE(CountOf(*m_engine, m_database), 1);
+        // Nor does the failure of a group outlive it.
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        QCOMPARE(m_engine->UndoGroup(), kOk);
+        QCOMPARE(m_engine->EndGroup(), int(kErrorOperationAborted));
+        Remount();
+        QVERIFY(Added(*m_engine, m_database, Numbered(3)) != 0);
     }
 
     void databasesAreFoundWithoutCase() {
@@ -125,11 +131,26 @@ class TestStorageEngine : public QObject {
             CDatabaseInfo info;
             QCOMPARE(m_engine->CreateDatabase(name, 0, sort, info), error);
         }
-        ObjectId record = 0;
-        QCOMPARE(m_engine->AddRecord(m_database, {QString()}, record), int(kErrorInvalidParameter));
-        QCOMPARE(m_engine->AddRecord(99, Numbered(1), record), int(kErrorFileNotFound));
+        ObjectId record = Added(*m_engine, m_database, Numbered(1));
+        int count = 0;
         qint64 key = 0;
-        for (const int position : {-1, 0}) {
+        for (const int error : {m_engine->AddRecord(m_database, {QString()}, record),
+                                m_engine->ReplaceRecord(m_database, record, {QString()})}) {
+            QCOMPARE(error, int(kErrorInvalidParameter));
+        }
+        constexpr ObjectId kNoDatabase = 99;
+        for (const int error :
+             {m_engine->AddRecord(kNoDatabase, Numbered(1), record),
+              m_engine->ReplaceRecord(kNoDatabase, record, Numbered(1)),
+              m_engine->DeleteRecord(kNoDatabase, record), m_engine->DeleteDatabase(kNoDatabase),
+              m_engine->CountRecords(kNoDatabase, count),
+              m_engine->SeekToPosition(kNoDatabase, 0, record),
+              m_engine->LowerBound(kNoDatabase, 0, count),
+              m_engine->FindRecord(kNoDatabase, record, count),
+              m_engine->KeyAt(kNoDatabase, 0, key), m_engine->SizeOfRecord(record + 1, count)}) {
+            QCOMPARE(error, int(kErrorFileNotFound));
+        }
+        for (const int position : {-1, 1}) {
             QCOMPARE(m_engine->SeekToPosition(m_database, position, record),
                      int(kErrorFileNotFound));
             QCOMPARE(m_engine->KeyAt(m_database, position, key), int(kErrorFileNotFound));
@@ -174,6 +195,23 @@ class TestStorageEngine : public QObject {
         }
         QCOMPARE(records, 140);
         QCOMPARE(read.result().toHex(), QByteArray("fdadc6b934996b72f435a3cb52ceb90d"));
+    }
+
+    // It is let go of at once: the next one to look finds the same.
+    void aVolumeWithoutATableIsRefused() {
+        for (const char* table : {"databases", "records", "blocks"}) {
+            cleanup();
+            init();
+            QCOMPARE(m_engine->Unmount(), kOk);
+            {
+                CSqliteFile file;
+                QCOMPARE(file.Open(m_path), kOk);
+                QCOMPARE(file.Execute(QByteArray("DROP TABLE ") + table), kOk);
+            }
+            for (int i = 0; i < 2; ++i) {
+                QCOMPARE(m_engine->Mount(m_path), int(kErrorCorrupt));
+            }
+        }
     }
 
     void aDeletedDatabaseTakesItsRecordsAlong() {
@@ -269,6 +307,8 @@ class TestStorageEngine : public QObject {
         QCOMPARE(m_engine->CountRecords(m_database, count), first);
         QCOMPARE(m_engine->SeekToPosition(m_database, 489, record), first);
         QCOMPARE(m_engine->SeekToPosition(m_database, 490, record), int(kErrorCorrupt));
+        qint64 key = 0;
+        QCOMPARE(m_engine->KeyAt(m_database, 490, key), int(kErrorCorrupt));
         QCOMPARE(m_engine->LowerBound(m_database, 700, count), int(kErrorCorrupt));
         QCOMPARE(m_engine->AddRecord(m_database, Numbered(700), record), int(kErrorCorrupt));
         QCOMPARE(m_engine->DeleteDatabase(m_database), kOk);
