@@ -77,11 +77,26 @@ void CDateField::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const QSignalBlocker quiet(lineEdit());
-    if (m_replacesAll && !IsTyped() && lineEdit()->hasSelectedText() &&
-        event->key() != Qt::Key_Backspace && event->key() != Qt::Key_Delete) {
-        lineEdit()->selectAll();
+    if (event->key() != Qt::Key_Backspace && event->key() != Qt::Key_Delete) {
+        SelectWhatTypingReplaces();
     }
     QAbstractSpinBox::keyPressEvent(event);  // NOLINT(bugprone-parent-virtual-call): see above
+}
+
+// What an input method composes is text like any other.
+bool CDateField::event(QEvent* event) {
+    if (event->type() != QEvent::InputMethod) {
+        return QDateEdit::event(event);
+    }
+    const QSignalBlocker quiet(lineEdit());
+    SelectWhatTypingReplaces();
+    return QDateEdit::event(event);
+}
+
+void CDateField::SelectWhatTypingReplaces() {
+    if (m_replacesAll && !IsTyped() && lineEdit()->hasSelectedText()) {
+        lineEdit()->selectAll();
+    }
 }
 
 void CDateField::focusInEvent(QFocusEvent* event) {

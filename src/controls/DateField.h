@@ -16,6 +16,7 @@ class CDateField : public QDateEdit {
     bool TakeTyped();
 
   protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -27,6 +28,7 @@ class CDateField : public QDateEdit {
   private:
     [[nodiscard]] std::optional<QDate> Typed(const QString& text) const;
     [[nodiscard]] bool IsTyped() const;
+    void SelectWhatTypingReplaces();
 
     /// A key, not the pointer, has selected what is selected: the first character that is typed
     /// replaces the whole date, not only the selected part of it.

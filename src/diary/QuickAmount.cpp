@@ -45,6 +45,8 @@ constexpr CUnitRow kUnits[] = {
     {"quart", EMeasure::Volume, 946.353},
 };
 
+constexpr int kMostUnitWords = 2;
+
 struct CDigits {
     double value = 0;
     qsizetype end;  ///< where they began when there are none
@@ -90,11 +92,21 @@ CDigits ReadFraction(QStringView text, qsizetype first) {
     return {above.value / below.value, first + (isSign ? 1 : below.end)};
 }
 
+bool BeginsWithUnit(QStringView text) {
+    const CFoldedWords folded(text);
+    QStringList words;
+    for (int i = 0; i < std::min(folded.Count(), kMostUnitWords); ++i) {
+        words.append(folded.WordAt(i).toString());
+    }
+    return LeadingUnit(words).has_value();
+}
+
 }  // namespace
 
 std::optional<CLeadingAmount> LeadingAmount(QStringView text, const QLocale& locale) {
     CDigits read = ReadFraction(text, 0);
-    if (read.end == 0) {
+    bool hasFraction = read.end > 0;
+    if (!hasFraction) {
         read = ReadDigits(text, 0, u"."_s + locale.decimalPoint());
         if (read.end == 0) {
             return std::nullopt;
@@ -103,15 +115,17 @@ std::optional<CLeadingAmount> LeadingAmount(QStringView text, const QLocale& loc
         const qsizetype next = read.end + (isBlank ? 1 : 0);
         if (const CDigits fraction = ReadFraction(text, next); fraction.end > next) {
             read = {read.value + fraction.value, fraction.end};
+            hasFraction = true;
         }
     }
-    const bool ends =
-        read.end == text.size() || text[read.end].isSpace() || text[read.end].isLetter();
+    const QStringView rest = text.sliced(read.end);
+    const bool ends = rest.isEmpty() || rest.front().isSpace() ||
+                      (rest.front().isLetter() && (hasFraction || BeginsWithUnit(rest)));
     return ends ? std::optional(CLeadingAmount{read.value, read.end}) : std::nullopt;
 }
 
 std::optional<CMeasureUnit> LeadingUnit(const QStringList& words) {
-    for (const int count : {2, 1}) {
+    for (const int count : {kMostUnitWords, 1}) {
         if (words.size() < count) {
             continue;
         }

@@ -42,19 +42,29 @@ int WholeYear(QStringView digits, QDate today) {
                                                          : nearest;
 }
 
-std::optional<QDate> DayBefore(const QString& text, QDate today) {
-    if (text.size() < kLeastLetters) {
-        return std::nullopt;
-    }
-    for (int daysAgo = 0; daysAgo < kDaysPerWeek; ++daysAgo) {
+/// Without case and accents, so that "sab" is a beginning of "sábado".
+QString Folded(const QString& text) {
+    QString folded = text.normalized(QString::NormalizationForm_KD).toCaseFolded();
+    folded.removeIf([](QChar character) { return character.isMark(); });
+    return folded;
+}
+
+std::optional<QDate> DayBefore(const QString& typed, QDate today) {
+    const QString text = Folded(typed);
+    std::optional<QDate> begun;
+    for (int daysAgo = 0; daysAgo < kDaysPerWeek && text.size() >= kLeastLetters; ++daysAgo) {
         const QDate day = today.addDays(-daysAgo);
         for (const QLocale& locale : {QLocale(), QLocale(QLocale::English)}) {
-            if (locale.standaloneDayName(day.dayOfWeek()).startsWith(text, Qt::CaseInsensitive)) {
-                return day;
+            const QString name = Folded(locale.standaloneDayName(day.dayOfWeek()));
+            if (name == text) {
+                return day;  // even where another name begins with it
+            }
+            if (!begun && name.startsWith(text)) {
+                begun = day;
             }
         }
     }
-    return std::nullopt;
+    return begun;
 }
 
 /// The parts in `order`, which has a letter for each.

@@ -10,7 +10,7 @@
 /// - `t`: today.
 /// - `+3`, `-1`: that many days from `held`.
 /// - The beginning of a weekday's name, three letters or more, in English or in the locale's
-///   language: the latest such day up to `today`.
+///   language, with or without accents: the latest such day up to `today`.
 /// - Day, month and year in the order of the locale's short format, whatever separates them; the
 ///   first of four digits is a year (ISO 8601). A missing year, or month and year, is that of
 ///   `held`; four digits alone are a year. Six or eight digits need no separators.

@@ -42,8 +42,10 @@ fill() { { echo "<Recipes>"; part Recipe Fill Fill "" 0=1 "cup,1,$(printf %02400
 # Spoils the page of the place with that number at which the bytes stand in the volume.
 spoil() { at=$(LC_ALL=C grep -obUaP "$1" v.db | sed -n "$2s/:.*//p")
     printf '\177' | dd of=v.db bs=1 seek=$((at / 8192 * 8192 + 1)) conv=notrunc 2> /dev/null; }
-# What a quick line adds to Ann's lunch, without the titles.
+# Kind to energy of all that Ann ate, sorted.
+eaten() { diet list $ann | sed 1d | cut -f4-10 | sort; }
+# What a quick line adds to Ann's lunch, without the titles; kept in "added".
 quick() {
     v diet quick --profile Ann --date 2026-06-02 --meal Lunch "$@" > quick
-    status=$?; sed 1d quick; return $status
+    status=$?; sed 1d quick | tee -a added; return $status
 }
