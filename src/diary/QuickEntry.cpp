@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <utility>
 
 #include "app/ListCommands.h"
@@ -333,28 +334,28 @@ QString CQuickEntry::Measure(const CQuickReading& reading, CChosenFood& food) {
 
 int AddQuickItems(CVelmoraDoc& doc, QDate day, QTime time, int meal,
                   const std::vector<CQuickItem>& items) {
-    std::vector<int> indexes;
-    for (int index = 0; index < std::ssize(items); ++index) {
-        if (items[static_cast<std::size_t>(index)].refusal.isEmpty()) {
-            indexes.push_back(index);
+    std::vector<CDietEntry> entries;
+    for (const CQuickItem& item : items) {
+        if (item.refusal.isEmpty()) {
+            CDietEntry& entry = entries.emplace_back();
+            entry.SetMoment(ToFileTime(day, time));
+            entry.SetMeal(meal);
+            TakeChosenFood(doc.Database(), item.food, entry);
         }
     }
-    const auto foodOf = [&items](int index) -> const CChosenFood& {
-        return items[static_cast<std::size_t>(index)].food;
-    };
-    const auto add = [&](int index) {
-        CDietEntry entry;
-        entry.SetMoment(ToFileTime(day, time));
-        entry.SetMeal(meal);
-        TakeChosenFood(doc.Database(), foodOf(index), entry);
-        return doc.Database().Diet().Write(kNoPosition, entry);
-    };
-    if (indexes.empty()) {
+    if (entries.empty()) {
         return 0;
     }
-    const CStep step(doc.Database().GetStore(),
-                     StepName("addition"_L1, static_cast<int>(indexes.size()),
-                              foodOf(indexes.front()).item.GetName(), "entries"_L1));
+    std::vector<int> indexes(entries.size());
+    std::iota(indexes.begin(), indexes.end(), 0);
+    const auto add = [&](int index) {
+        return doc.Database().Diet().Write(kNoPosition, entries[static_cast<std::size_t>(index)]);
+    };
+    const QString name = StepName("addition"_L1, static_cast<int>(entries.size()),
+                                  entries.front().GetName(), "entries"_L1);
+    CStep step(doc.Database().GetStore(), name);
+    step.SetNews(entries.size() == 1 ? AddedText(doc, day, entries.front())
+                                     : DoneText(name, PlaceText(doc, day, meal)));
     return ActOnEach(doc.Database().GetStore(), indexes, add, kCannotAddEntry);
 }
 
