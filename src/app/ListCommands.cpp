@@ -2,6 +2,8 @@
 
 #include <optional>
 
+#include "store/RecordStore.h"
+
 using namespace Qt::StringLiterals;
 
 bool CheckSelection(const CSelectionTexts& texts, int selected) {
@@ -55,8 +57,11 @@ int ActOnEach(CRecordStore& store, const std::vector<int>& indexes,
             return succeeded == indexes.size();
         });
     }
-    if (succeeded < indexes.size() && !failure.isEmpty()) {
-        ShowMessage(failure, EMessageIcon::Information);
+    if (succeeded < indexes.size()) {
+        store.SilenceStep();
+        if (!failure.isEmpty()) {
+            ShowMessage(failure, EMessageIcon::Information);
+        }
     }
     return static_cast<int>(succeeded);
 }

@@ -15,8 +15,8 @@ QString NothingText(EUndo direction);
 /// "Undone: delete of 3 entries."
 QString RevertedText(const CHistoryStep& step);
 /// Undoes or redoes a step, the next one of the catalogue or of the open profile. Asks first when
-/// that cannot be reversed. False, after a message unless the answer was No, when nothing was
-/// changed.
+/// that cannot be reversed. Tells RevertedText. False, after a message unless the answer was No,
+/// when nothing was changed.
 bool RevertStep(CDatabase& database, const CHistoryStep& step);
 
 /// NextStep and RevertStep in a scope, with the message of NothingText. True when anything was

@@ -71,6 +71,11 @@ void CVelmoraDoc::SetLossHost(CLossHost host) {
     m_database->GetStore().SetLossHost(m_lossHost);
 }
 
+void CVelmoraDoc::SetNewsHost(NewsHost host) {
+    m_newsHost = std::move(host);
+    m_database->GetStore().SetNewsHost(m_newsHost);
+}
+
 bool CVelmoraDoc::MayClose(bool isStored) const {
     return isStored || !m_database->GetStore().IsVolumeLost();
 }
@@ -83,6 +88,7 @@ bool CVelmoraDoc::OpenCatalogue() {
     // time.
     m_database = std::make_unique<CDatabase>(m_volumePath);
     m_database->GetStore().SetLossHost(m_lossHost);
+    m_database->GetStore().SetNewsHost(m_newsHost);
     if (!m_database->OpenCatalogue()) {
         ShowMessage({.text = u"Cannot open database."_s,
                      .icon = EMessageIcon::Stop,

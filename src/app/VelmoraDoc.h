@@ -59,8 +59,11 @@ class CVelmoraDoc {
     /// Starts again with the file that is now at the volume's path; settings that were not saved
     /// are lost. All views must have been destroyed.
     bool Restart(CStartDialogs& dialogs);
-    /// Applies to this and every later database object.
+    /// This and the next apply to every later database object, too.
     void SetLossHost(CLossHost host);
+    void SetNewsHost(NewsHost host);
+    /// See CRecordStore::Tell.
+    void Tell(const QString& text) const { m_database->GetStore().Tell(text); }
     /// Whether a dialog may close after trying to store what was typed. It stays open only when the
     /// volume was lost, so that nothing typed is lost too.
     [[nodiscard]] bool MayClose(bool isStored) const;
@@ -154,6 +157,7 @@ class CVelmoraDoc {
     QString m_volumePath;
     CRegistrySettings m_registry;
     CLossHost m_lossHost;
+    NewsHost m_newsHost;
     std::unique_ptr<CDatabase> m_database;
     CProfileSettings m_settings;
     CProfileSettings m_savedSettings;  ///< as last loaded or written

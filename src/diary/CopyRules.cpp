@@ -98,8 +98,12 @@ int CopyEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries,
     if (copies.empty()) {
         return 0;
     }
-    const CStep step(doc.Database().GetStore(), StepName("copy"_L1, static_cast<int>(copies.size()),
-                                                         entries.front().GetName(), "entries"_L1));
+    const QString name = StepName("copy"_L1, static_cast<int>(copies.size()),
+                                  entries.front().GetName(), "entries"_L1);
+    CStep step(doc.Database().GetStore(), name);
+    step.SetNews(DoneText(name, places.size() == 1
+                                    ? PlaceText(doc, places.front().day, places.front().meal)
+                                    : u"to %1 days"_s.arg(places.size())));
     return ActOnEach(doc.Database().GetStore(), copies, add, kCannotAddEntry);
 }
 

@@ -16,6 +16,7 @@ int DeleteAllPossible(CItemDatabaseBase& diary, const std::vector<ObjectId>& rec
             if (diary.Delete(diary.PositionOf(record))) {
                 ++deleted;
             } else {
+                diary.GetStore().SilenceStep();
                 ShowMessage(QString::fromLatin1(failure), EMessageIcon::Information);
             }
         }

@@ -97,11 +97,14 @@ template <typename Entry>
 }
 
 /// Reads each record, passes it to `change`, and writes it; stops at the first failure. Returns how
-/// many were changed.
+/// many were changed. `place` as in DoneText.
 template <typename Entry>
 int ChangeEntries(CItemDatabase<Entry>& diary, const ListedEntries<Entry>& selected,
-                  const std::function<void(Entry&)>& change, const CEntryCommand& command) {
-    const CStep step(diary.GetStore(), StepNameOf(command, selected));
+                  const std::function<void(Entry&)>& change, const CEntryCommand& command,
+                  const QString& place = {}) {
+    const QString name = StepNameOf(command, selected);
+    CStep step(diary.GetStore(), name);
+    step.SetNews(DoneText(name, place));
     return ActOnRecords(
         diary, RecordsOf(selected),
         [&](int position) {

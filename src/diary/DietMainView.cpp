@@ -11,6 +11,7 @@
 #include "controls/ColorDialog.h"
 #include "controls/RowDelegate.h"
 #include "diary/CustomEntryDialog.h"
+#include "diary/DiaryCommands.h"
 #include "diary/DietMoveDialog.h"
 #include "diary/DietRules.h"
 #include "diary/DietTotals.h"
@@ -244,6 +245,9 @@ void CDietMainView::Copy() {
     if (!entries.empty()) {
         QGuiApplication::clipboard()->setMimeData(
             MimeOfEntries(entries, m_entries->SelectedText()).release());
+        Doc().Tell(DoneText(StepName("copy"_L1, static_cast<int>(entries.size()),
+                                     entries.front().GetName(), "entries"_L1),
+                            u"to the clipboard"_s));
     }
 }
 

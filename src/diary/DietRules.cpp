@@ -1,7 +1,11 @@
 #include "diary/DietRules.h"
 
+#include <cmath>
+
+#include "app/DateText.h"
 #include "diary/DiaryCommands.h"
 #include "platform/Messages.h"
+#include "platform/NumberText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +35,23 @@ constexpr CEntryCommand kDuplicate = {
 
 }  // namespace
 
+QString PlaceText(const CVelmoraDoc& doc, QDate day, std::optional<qint32> meal) {
+    const QString name = meal && *meal >= 0 && *meal < kMealCount ? MealName(*meal) : QString();
+    if (day == doc.dayShown) {
+        return name.isEmpty() ? QString() : u"to "_s + name;
+    }
+    return u"to "_s + (name.isEmpty() ? QString() : name + u" of "_s) + ShownDate(day);
+}
+
+QString AddedText(const CVelmoraDoc& doc, QDate day, const CDietEntry& entry) {
+    constexpr double kHundredth = 100;
+    const QString amount =
+        TypedAmount(ShortestNumber(std::round(entry.GetAmount() * kHundredth) / kHundredth))
+            .value_or(QString());
+    const QString food = amount == u"1"_s ? entry.GetName() : amount + u" x "_s + entry.GetName();
+    return DoneText(StepName("addition"_L1, food), PlaceText(doc, day, entry.GetMeal()));
+}
+
 void TakeChosenFood(CDatabase& database, const CChosenFood& food, CDietEntry& entry) {
     entry.SetKind(food.kind);
     const qint32 category = food.item.GetCategoryId();
@@ -58,7 +79,8 @@ bool AddDietEntry(CVelmoraDoc& doc, QDate day, qint32 meal, const CChosenFood& f
     entry.SetMoment(ToFileTime(day, food.time));
     entry.SetMeal(meal);
     TakeChosenFood(doc.Database(), food, entry);
-    const CStep step(doc.Database().GetStore(), StepName("addition"_L1, entry.GetName()));
+    CStep step(doc.Database().GetStore(), StepName("addition"_L1, entry.GetName()));
+    step.SetNews(AddedText(doc, day, entry));
     const bool added = doc.Database().Diet().Write(-1, entry);
     if (!added) {
         ShowMessage(kCannotAddEntry, EMessageIcon::Information);
@@ -98,7 +120,8 @@ int MoveDietEntries(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected,
         entry.SetMoment(place.moment);
         entry.SetMeal(place.meal);
     };
-    return ChangeEntries<CDietEntry>(doc.Database().Diet(), selected, move, kMove);
+    return ChangeEntries<CDietEntry>(doc.Database().Diet(), selected, move, kMove,
+                                     PlaceText(doc, DateOf(place.moment), place.meal));
 }
 
 bool DuplicateDietEntry(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected) {

@@ -2,6 +2,8 @@
 // writes.
 #pragma once
 
+#include <optional>
+
 #include "app/VelmoraDoc.h"
 #include "catalogue/items/ChosenFood.h"
 
@@ -12,6 +14,12 @@ struct CDietPlace {
     FileTime moment = 0;
     qint32 meal = 0;
 };
+
+/// "to Lunch"; "to Lunch of 31 May 2026" on another day than the one shown. Without a meal, the day
+/// alone.
+QString PlaceText(const CVelmoraDoc& doc, QDate day, std::optional<qint32> meal);
+/// "Added 2 x Egg to Breakfast."
+QString AddedText(const CVelmoraDoc& doc, QDate day, const CDietEntry& entry);
 
 /// Copies kind, names, values, serving and amount of `food` to `entry`, not moment and meal. For an
 /// item without a category (identifier -1) the entry's category name stays as it was.

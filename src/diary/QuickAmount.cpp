@@ -2,6 +2,7 @@
 
 #include <QStringList>
 #include <algorithm>
+#include <limits>
 
 #include "store/search/SearchWords.h"
 
@@ -74,7 +75,7 @@ CDigits ReadDigits(QStringView text, qsizetype first, QStringView signs) {
     return digits;
 }
 
-/// "1/2" or a sign such as "½" at `first`; ends there when there is none.
+/// "1/2" or a sign such as "½" at `first`; ends there when there is none. Infinite for "1/0".
 CDigits ReadFraction(QStringView text, qsizetype first) {
     QString spelled = text.sliced(first).toString();
     const QString parts = spelled.isEmpty() ? QString() : spelled.front().decomposition();
@@ -86,10 +87,12 @@ CDigits ReadFraction(QStringView text, qsizetype first) {
     const bool hasBar = above.end > 0 && above.end < spelled.size() &&
                         (spelled[above.end] == u'/' || spelled[above.end] == u'\u2044');
     const CDigits below = hasBar ? ReadDigits(spelled, above.end + 1, {}) : CDigits{0, 0};
-    if (!hasBar || below.end == above.end + 1 || below.value == 0) {
+    if (!hasBar || below.end == above.end + 1) {
         return {0, first};
     }
-    return {above.value / below.value, first + (isSign ? 1 : below.end)};
+    constexpr double kInfinite = std::numeric_limits<double>::infinity();
+    return {below.value == 0 ? kInfinite : above.value / below.value,
+            first + (isSign ? 1 : below.end)};
 }
 
 bool BeginsWithUnit(QStringView text) {
@@ -104,6 +107,10 @@ bool BeginsWithUnit(QStringView text) {
 }  // namespace
 
 std::optional<CLeadingAmount> LeadingAmount(QStringView text, const QLocale& locale) {
+    if (text.size() > 1 && (text[0] == u'-' || text[0] == u'\u2212') && text[1].isDigit()) {
+        const auto amount = LeadingAmount(text.sliced(1), locale);
+        return amount ? std::optional(CLeadingAmount{-amount->value, amount->length + 1}) : amount;
+    }
     CDigits read = ReadFraction(text, 0);
     bool hasFraction = read.end > 0;
     if (!hasFraction) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <utility>
 
 #include "app/ListCommands.h"
@@ -71,6 +72,10 @@ bool IsBeginningOf(const QStringList& typed, const QStringList& serving, bool ma
 
 QString Quoted(const CChosenFood& food) {
     return u'\'' + food.item.GetName() + u'\'';
+}
+
+QString UnknownText(const CQuickReading& reading) {
+    return u"Nothing in the catalogue is called '%1'."_s.arg(reading.what);
 }
 
 /// Makes `factor` times the item's values the totals of `amount` servings of that name.
@@ -150,7 +155,14 @@ CQuickItem CQuickEntry::ReadItem(const QString& text) {
     CSearchMatches matches;
     item.reading = ReadingOf(text, matches);
     item.matches = std::move(matches.best);
-    TakeMatch(item, 0);
+    // A number that nothing has is an amount in the wrong place: "2 eggs 3 toasts".
+    const bool hasNumber =
+        std::ranges::any_of(item.reading.what, [](QChar c) { return c.isDigit(); });
+    if (matches.found == EFound::Most && hasNumber) {
+        item.refusal = UnknownText(item.reading);
+    } else {
+        TakeMatch(item, 0);
+    }
     return item;
 }
 
@@ -161,7 +173,7 @@ void CQuickEntry::TakeMatch(CQuickItem& item, int match) {
         return;
     }
     if (match >= std::ssize(item.matches)) {
-        item.refusal = u"Nothing in the catalogue is called '%1'."_s.arg(item.reading.what);
+        item.refusal = UnknownText(item.reading);
         return;
     }
     if (!Load(item.matches[match], item.food)) {
@@ -333,28 +345,28 @@ QString CQuickEntry::Measure(const CQuickReading& reading, CChosenFood& food) {
 
 int AddQuickItems(CVelmoraDoc& doc, QDate day, QTime time, int meal,
                   const std::vector<CQuickItem>& items) {
-    std::vector<int> indexes;
-    for (int index = 0; index < std::ssize(items); ++index) {
-        if (items[static_cast<std::size_t>(index)].refusal.isEmpty()) {
-            indexes.push_back(index);
+    std::vector<CDietEntry> entries;
+    for (const CQuickItem& item : items) {
+        if (item.refusal.isEmpty()) {
+            CDietEntry& entry = entries.emplace_back();
+            entry.SetMoment(ToFileTime(day, time));
+            entry.SetMeal(meal);
+            TakeChosenFood(doc.Database(), item.food, entry);
         }
     }
-    const auto foodOf = [&items](int index) -> const CChosenFood& {
-        return items[static_cast<std::size_t>(index)].food;
-    };
-    const auto add = [&](int index) {
-        CDietEntry entry;
-        entry.SetMoment(ToFileTime(day, time));
-        entry.SetMeal(meal);
-        TakeChosenFood(doc.Database(), foodOf(index), entry);
-        return doc.Database().Diet().Write(kNoPosition, entry);
-    };
-    if (indexes.empty()) {
+    if (entries.empty()) {
         return 0;
     }
-    const CStep step(doc.Database().GetStore(),
-                     StepName("addition"_L1, static_cast<int>(indexes.size()),
-                              foodOf(indexes.front()).item.GetName(), "entries"_L1));
+    std::vector<int> indexes(entries.size());
+    std::iota(indexes.begin(), indexes.end(), 0);
+    const auto add = [&](int index) {
+        return doc.Database().Diet().Write(kNoPosition, entries[static_cast<std::size_t>(index)]);
+    };
+    const QString name = StepName("addition"_L1, static_cast<int>(entries.size()),
+                                  entries.front().GetName(), "entries"_L1);
+    CStep step(doc.Database().GetStore(), name);
+    step.SetNews(entries.size() == 1 ? AddedText(doc, day, entries.front())
+                                     : DoneText(name, PlaceText(doc, day, meal)));
     return ActOnEach(doc.Database().GetStore(), indexes, add, kCannotAddEntry);
 }
 

@@ -29,6 +29,7 @@
 #include "diary/weight/WeightMainView.h"
 #include "exercise/ExercisesMainView.h"
 #include "frame/AboutDialog.h"
+#include "frame/StatusLine.h"
 #include "platform/Messages.h"
 #include "platform/ShippedFiles.h"
 #include "profile/SelectProfileDialog.h"
@@ -112,18 +113,22 @@ CDietFrame::CDietFrame(CVelmoraDoc& doc) : m_doc(doc) {
     m_helpAction = new QAction(u"Velmora help"_s, this);
     m_helpAction->setShortcut(QKeySequence::HelpContents);
     connect(m_helpAction, &QAction::triggered, this, [this] { RunCommand(kCommandHelp); });
+    m_status = new CStatusLine(this);
+    setStatusBar(m_status);
     CreateSwitchActions();
     PlaceWindow();
     ShowTitle();
     if (!ShowView(m_doc.Settings().lastTabCommand)) {
         ShowView(kSwitchToDiet);
     }
+    m_doc.SetNewsHost([this](const QString& text) { m_status->Tell(text); });
     m_doc.SetLossHost({[this] { OnceIdle(&CDietFrame::TellLoss, EDialogs::Stay); },
                        [this] { OnceIdle(&CDietFrame::ReopenVolume, EDialogs::Close); }});
 }
 
 CDietFrame::~CDietFrame() {
     m_doc.SetLossHost({});
+    m_doc.SetNewsHost({});
 }
 
 bool CDietFrame::ShowView(int command) {
@@ -149,6 +154,7 @@ bool CDietFrame::ShowView(int command) {
     connect(view, &CMainView::FrameCommand, this, &CDietFrame::RunCommand);
     setCentralWidget(view);  // the old view is deleted once its command has returned
     m_activeCommand = command;
+    m_status->Tell({});
     StoreTab();
     BuildCommandBar();
     return true;
@@ -197,6 +203,11 @@ void CDietFrame::closeEvent(QCloseEvent* event) {
     StoreTab();
     StorePlacement();
     event->accept();
+}
+
+void CDietFrame::resizeEvent(QResizeEvent* event) {
+    m_status->SetSmall(IsSmall(event->size()));
+    QMainWindow::resizeEvent(event);
 }
 
 void CDietFrame::CreateSwitchActions() {
@@ -316,6 +327,7 @@ bool CDietFrame::OpenProfile() {
         ShowMessage(FormatText("Cannot open user profile '%s'."_L1, {dialog.GetProfile()}),
                     EMessageIcon::Stop);
     }
+    m_status->Tell({});
     return true;
 }
 

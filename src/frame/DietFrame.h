@@ -8,6 +8,7 @@
 #include "app/VelmoraDoc.h"
 #include "controls/MainView.h"
 
+class CStatusLine;
 class QActionGroup;
 class QMenu;
 class QWidgetAction;
@@ -31,6 +32,7 @@ class CDietFrame : public QMainWindow {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void CreateSwitchActions();
@@ -69,4 +71,5 @@ class CDietFrame : public QMainWindow {
     std::vector<QMenu*> m_menus;
     QToolBar* m_toolBar;
     QWidgetAction* m_toolButtonGap;
+    CStatusLine* m_status;
 };

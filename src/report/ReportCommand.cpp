@@ -1,9 +1,13 @@
 #include "report/ReportCommand.h"
 
+#include <QDir>
+
 #include "platform/Messages.h"
 #include "report/ReportOptionsDialog.h"
 #include "report/ReportRules.h"
 #include "report/ReportWriter.h"
+
+using namespace Qt::StringLiterals;
 
 void RunReport(CVelmoraDoc& doc, QWidget* parent) {
     const QDate today = QDate::currentDate();
@@ -13,8 +17,7 @@ void RunReport(CVelmoraDoc& doc, QWidget* parent) {
     }
     const CReportRequest request = dialog.GetRequest();
     const QString path = ChooseFileToSave(ReportFileChoice(doc.GetActiveProfile(), request.to));
-    if (!path.isEmpty()) {
-        // A failure has shown its message.
-        (void)WriteReport(doc, request, path);
+    if (!path.isEmpty() && WriteReport(doc, request, path)) {
+        doc.Tell(u"Report written to %1."_s.arg(QDir::toNativeSeparators(path)));
     }
 }

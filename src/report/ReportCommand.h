@@ -6,5 +6,5 @@
 class QWidget;
 
 /// Asks for the options and the file, and writes the report; either can be cancelled. Failures show
-/// messages, success does not.
+/// messages, success is told.
 void RunReport(CVelmoraDoc& doc, QWidget* parent);

@@ -5,6 +5,28 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+/// Commands as the names of steps begin, and in the past.
+struct CCommandWords {
+    const char* command;
+    const char* done;
+};
+constexpr CCommandWords kCommandWords[] = {
+    {"addition", "Added"},       {"copy", "Copied"},  {"cut", "Cut"},    {"delete", "Deleted"},
+    {"duplicate", "Duplicated"}, {"edit", "Changed"}, {"move", "Moved"}, {"rename", "Renamed"}};
+}  // namespace
+
+QString DoneText(const QString& step, const QString& place) {
+    const QString of = u" of "_s;
+    for (const CCommandWords& words : kCommandWords) {
+        if (step.section(of, 0, 0) == QLatin1StringView(words.command)) {
+            const QString done = QLatin1StringView(words.done) + u' ' + step.section(of, 1);
+            return place.isEmpty() ? done + u'.' : done + u' ' + place + u'.';
+        }
+    }
+    return {};
+}
+
 void ShowHistoryNotices(CRecordStore& store) {
     const CHistoryNotices notices = store.History().TakeNotices();
     if (notices.isDamaged) {
@@ -26,16 +48,23 @@ void ShowHistoryNotices(CRecordStore& store) {
 }
 
 CStep::CStep(CRecordStore& store, const QString& name) : m_store(store) {
+    if (!m_store.History().IsInStep()) {
+        m_store.TakeSilence();
+    }
     m_store.History().BeginStep(name);
 }
 
 CStep::~CStep() {
     CHistory& history = m_store.History();
-    history.EndStep();
+    const QString name = history.EndStep();
     if (history.IsInStep()) {
         return;
     }
     ShowHistoryNotices(m_store);
+    const QString news = m_news.isEmpty() ? DoneText(name) : m_news;
+    if (!m_store.TakeSilence() && !name.isEmpty() && !news.isEmpty()) {
+        m_store.Tell(news + u" Ctrl+Z takes it back."_s);
+    }
 }
 
 void CStep::Rename(const QString& name) {

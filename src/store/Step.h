@@ -8,9 +8,13 @@ class CRecordStore;
 /// Shows what the history has to report, if anything.
 void ShowHistoryNotices(CRecordStore& store);
 
+/// "Moved 3 entries to Lunch." for the step "move of 3 entries" and the place "to Lunch", which may
+/// be empty. Empty for a step that has a message of its own, such as an import.
+QString DoneText(const QString& step, const QString& place = {});
+
 /// A step of the history, open while this lives. What is stored meanwhile, in one unit of work or
 /// several, is undone together. A step within another belongs to it: commands may call commands.
-/// The end of the outermost one shows what the history has to report.
+/// The end of the outermost one shows what the history has to report, and tells what was done.
 class CStep {
   public:
     /// `name` completes "Undo ...": "delete of 3 entries".
@@ -21,6 +25,8 @@ class CStep {
 
     /// For a name that is known only later; applies from the next change on.
     void Rename(const QString& name);
+    /// What to tell instead of DoneText: a whole sentence.
+    void SetNews(const QString& text) { m_news = text; }
     /// The step will have taken back all its changes when it ends: nothing of it is kept, nor of
     /// provisional steps that earlier programs have left.
     void Cancel();
@@ -35,4 +41,5 @@ class CStep {
 
   private:
     CRecordStore& m_store;
+    QString m_news;
 };

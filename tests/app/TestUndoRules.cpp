@@ -285,7 +285,7 @@ class TestUndoRules : public CCatalogueTest {
          [this] { return CutDietEntries(*m_doc, All(Database().Diet(), 2)) == 2; }},
         {"addition of 2 entries",
          [this] {
-             CQuickEntry quick(*m_doc, 1);
+             CQuickEntry quick(*m_doc);
              return AddQuickItems(*m_doc, kDay, QTime(8, 0), 1, quick.Read(u"apple, 2 apples"_s)) ==
                     2;
          }},

@@ -125,6 +125,30 @@ class TestDietRules : public CDiaryTest {
         }
     }
 
+    void onlyWhatWasDoneInFullIsTold() {
+        QStringList told;
+        m_doc->SetNewsHost([&told](const QString& text) { told.append(text); });
+        const CListed<CDietEntry> tea = AddEntry(u"Tea"_s, QTime(8, 0));
+        const CListed<CDietEntry> bun = AddEntry(u"Bun"_s, QTime(8, 0));
+        QCOMPARE(CutDietEntries(*m_doc, {tea}), 1);
+        QCOMPARE(CutDietEntries(*m_doc, {bun, tea}), 1);  // the tea is gone
+        QCOMPARE(m_messages->Said(), u"Cannot delete entry."_s);
+        const CListed<CDietEntry> egg = AddEntry(u"Egg"_s, QTime(8, 0));
+        QCOMPARE(MoveDietEntries(*m_doc, {egg}, {ToFileTime(kDay, QTime(9, 0)), 5}), 1);
+        QVERIFY(CopyEntries(*m_doc, {egg.entry}, {{kDay}, {kDay.addDays(1)}}) == 2);
+        CChosenFood food{EItemKind::Food, QTime(9, 15), 0.333333,
+                         ItemFromEntry(Database(), egg.entry)};
+        food.item.SetServingWeight(0, 0.333333);
+        QVERIFY(AddDietEntry(*m_doc, kDay.addDays(-1), 0, food));
+        const QString back = u" Ctrl+Z takes it back."_s;
+        QCOMPARE(told.join(u'|'),
+                 (QStringList{u"Cut Tea."_s + back, u"Moved Egg to Evening."_s + back,
+                              u"Copied 2 entries to 2 days."_s + back,
+                              u"Added 0.33 x Egg to Breakfast of 30 May 2026."_s + back})
+                     .join(u'|'));
+        m_doc->SetNewsHost({});
+    }
+
     void aCommandRefusesWhatItCannotDo() {
         const ListedEntries<CDietEntry> two(2, AddEntry(u"Tea"_s, QTime(8, 0)));
         QVERIFY(!MayEdit(0) && !MayEdit(2) && MayEdit(1));

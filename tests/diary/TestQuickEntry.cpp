@@ -26,6 +26,10 @@ class TestQuickEntry : public CDiaryTest {
             {"digits of another script", u"ar_EG"_s, u"\u0662 eggs"_s, 2, 1},
             {"a unit without a blank", u"C"_s, u"150g lentils"_s, 150, 3},
             {"a unit of two words", u"C"_s, u"8fl oz milk"_s, 8, 1},
+            {"less than nothing", u"C"_s, u"-2 eggs"_s, -2, 2},
+            {"a hyphen", u"C"_s, u"-egg"_s, 0, 0},
+            {"a division by zero", u"C"_s, u"1 1/0 cup"_s, std::numeric_limits<double>::infinity(),
+             5},
             {"the beginning of a word", u"C"_s, u"7up"_s, 0, 0},
             {"of one that begins as a unit does", u"C"_s, u"3gingers"_s, 0, 0},
             {"a fraction before a word", u"C"_s, u"\u00bdapple"_s, 0.5, 1},
@@ -41,9 +45,9 @@ class TestQuickEntry : public CDiaryTest {
     void aCommaBetweenDigitsIsTheLocales() {
         const auto read = [this](const QString& line) {
             QStringList items;
-            for (const CQuickItem& item : CQuickEntry(*m_doc, 2).Read(line)) {
-                items.append(line.sliced(item.first, item.length) + u'=' +
-                             QString::number(item.food.amount) + item.refusal);
+            CQuickEntry entry(*m_doc);
+            for (const CQuickItem& item : entry.Read(line)) {
+                items.append(item.text + u'=' + QString::number(item.food.amount) + item.refusal);
             }
             return items.join(u'|');
         };
@@ -57,24 +61,24 @@ class TestQuickEntry : public CDiaryTest {
 
     void anotherMatchIsMeasuredAnew() {
         const QString line = u"tea, 2 cup apple"_s;
-        CQuickEntry entry(*m_doc, 2);
-        std::vector<CQuickItem> items = entry.Read(line);
+        CQuickEntry entry(*m_doc);
+        const std::vector<CQuickItem>& items = entry.Read(line);
         QCOMPARE(items.size(), std::size_t{2});
-        CQuickItem& apple = items[1];
+        const CQuickItem& apple = items[1];
         QCOMPARE(apple.taken, 0);
         QCOMPARE(apple.food.item.GetType(), u"raw"_s);
         QCOMPARE(apple.food.item.GetServingName(0), u"1 cup"_s);
         QCOMPARE(apple.food.item.GetNutrientValue(kEnergyIndex), 130.0);  // 52 * 125 / 100 * 2
         QCOMPARE(apple.matches.size(), std::size_t{2});
         // The dried apple has no cup; it is shown all the same, with the reason.
-        entry.Take(line, apple, 1);
+        entry.Take(1, 1);
         QCOMPARE(apple.taken, 1);
         QCOMPARE(apple.food.item.GetType(), u"dried"_s);
         QCOMPARE(apple.refusal, u"'Apple' has no serving that names a volume."_s);
-        entry.Take(line, apple, 0);
+        entry.Take(1, 0);
         QCOMPARE(apple.refusal, QString());
         QCOMPARE(apple.food.item.GetNutrientValue(kEnergyIndex), 130.0);
-        entry.Take(line, apple, 2);
+        entry.Take(1, 2);
         QCOMPARE(apple.taken, -1);
         QCOMPARE(apple.refusal, u"Nothing in the catalogue is called 'apple'."_s);
     }

@@ -2,6 +2,7 @@
 #include "FrameFixture.h"
 
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScreen>
 #include <QSplitter>
@@ -72,7 +73,7 @@ class TestSmallScreen : public CFrameTest {
         }
     }
 
-    void theQuickLineTakesRoomOnlyWhenCalled() {
+    void theQuickLineAndTheStatusTakeRoomOnlyWhenUsed() {
         CDietFrame frame(*m_doc);
         Show(frame);
         auto* line = Find<QLineEdit>(*frame.ActiveView(), "quick");
@@ -86,6 +87,13 @@ class TestSmallScreen : public CFrameTest {
         QVERIFY(!list->isVisible());
         QVERIFY(!line->isHidden());  // what was typed is not lost
         line->setFocus();
+        auto* status = Find<QLabel>(frame, "status");
+        QVERIFY(!status->isVisible());
+        QTest::keyClick(line, Qt::Key_Return);
+        QCOMPARE(status->text(), u"Added Apple to Lunch. Ctrl+Z takes it back."_s);
+        QVERIFY(status->isVisible());
+        QCoreApplication::processEvents();  // lays the window out
+        QVERIFY(status->height() >= status->heightForWidth(status->width()));
         QTest::keyClick(line, Qt::Key_Escape);
         QVERIFY(line->isHidden());
         QVERIFY(Find<CReportList>(*frame.ActiveView(), "entries")->hasFocus());

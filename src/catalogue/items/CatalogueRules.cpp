@@ -229,7 +229,9 @@ int CCatalogueRules::Move(const Entries& selected, const CCategoryEntry& target)
     if (!AskYesNo(question)) {
         return 0;
     }
-    CStep step(m_database.GetStore(), StepNameOf("move"_L1, selected));
+    const QString name = StepNameOf("move"_L1, selected);
+    CStep step(m_database.GetStore(), name);
+    step.SetNews(DoneText(name, u"to "_s + target.name));
     // Moving an item to a later category changes positions after it, to an earlier category those
     // before it; in this order the items still to be moved keep their positions.
     const bool descending = target.id > selected.front().categoryId;

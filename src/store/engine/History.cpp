@@ -39,11 +39,13 @@ void CHistory::BeginStep(const QString& name) {
 }
 
 // A step that ends within a unit of work takes the rest of the unit along, under its name.
-void CHistory::EndStep() {
+QString CHistory::EndStep() {
     if (--m_depth > 0 || m_state.isInUnit) {
-        return;
+        return {};
     }
-    const bool isStored = std::ranges::any_of(m_committed, &COpenStep::isRecorded);
+    const auto stored = std::ranges::find_if(m_committed, &COpenStep::isRecorded);
+    const bool isStored = stored != m_committed.end();
+    const QString name = isStored && !m_isCancelled ? stored->step.name : QString();
     if (m_isCancelled && isStored) {
         // A failure leaves a step that undoes nothing.
         (void)m_state.Write([this] { return Guard([this] { return DropCancelled(); }); });
@@ -52,6 +54,7 @@ void CHistory::EndStep() {
     if (m_state.groupDepth == 0 && m_steps.IsUntidy(m_limits)) {
         (void)Tidy(kTidiedAtOnce);  // A failure leaves it to the next step.
     }
+    return name;
 }
 
 void CHistory::CloseSteps() {

@@ -76,7 +76,8 @@ class CHistory : public CChangeListener {
     /// changes nothing leaves no trace. A change outside all steps makes a step of its unit of
     /// work.
     void BeginStep(const QString& name);
-    void EndStep();
+    /// The name of the step that has ended and can be undone; empty when there is none.
+    QString EndStep();
     [[nodiscard]] bool IsInStep() const { return m_depth > 0; }
     /// For the open step's changes from now on.
     void RenameStep(const QString& name) { m_name = name; }
