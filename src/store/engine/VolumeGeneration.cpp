@@ -63,6 +63,10 @@ bool CVolumeGeneration::IsInPlace() {
     return isOurs(CVolumeIdentity::FindIn(page));
 }
 
+std::optional<quint64> CVolumeGeneration::GetNonce() const {
+    return m_stored ? std::optional(m_stored->nonce) : std::nullopt;
+}
+
 void CVolumeGeneration::Release() {
     m_update.Release();
     m_stored.reset();
