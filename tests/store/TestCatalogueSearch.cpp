@@ -197,7 +197,12 @@ class TestCatalogueSearch : public CCatalogueTest {
         // The next program goes on with them.
         QVERIFY(Database().Profiles().Open(u"Ann"_s, false));
         QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Apple"_s, 1)));
-        QCOMPARE(Query("SELECT sum(count) FROM usage_1 WHERE owner>0"), all + 1);
+        Reopen();
+        AddFood(m_fruit, u"Fig"_s);
+        Reopen();
+        QVERIFY(Database().Profiles().Open(u"Ann"_s, false));
+        QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Apple"_s, 1)));
+        QCOMPARE(Query("SELECT sum(count) FROM usage_1 WHERE owner>0"), all + 2);
         QCOMPARE(Query("SELECT count(*) FROM usage_1 WHERE count<1"), 0);
         // What is stored is the same as what is counted.
         for (const QString& profile : {u"Ann"_s, u"Bob"_s}) {
@@ -210,25 +215,21 @@ class TestCatalogueSearch : public CCatalogueTest {
     }
 
     void wrongCountsAreCountedAgain_data() {
-        AddRows<QByteArray, bool, int>({
-            {"no table", "DROP TABLE usage_1", true, 1},
-            {"an entry edited by another program",
-             "UPDATE records SET body=(SELECT body FROM records ORDER BY id DESC LIMIT 1)"
-             " WHERE id=(SELECT max(id)-1 FROM records)",
-             true, 1},
-            {"no rows", "DELETE FROM usage_1 WHERE owner>0", false, 1},
-            {"a row too few", "DELETE FROM usage_1 WHERE name='Apple'", false, 1},
-            {"a count too large", "UPDATE usage_1 SET count=count+1 WHERE owner>0", false, 1},
+        AddRows<QByteArray, int>({
+            {"no table", "DROP TABLE usage_1", 1},
+            {"no rows", "DELETE FROM usage_1 WHERE owner>0", 1},
+            {"a row too few", "DELETE FROM usage_1 WHERE name='Apple'", 1},
+            {"a count too large", "UPDATE usage_1 SET count=count+1 WHERE owner>0", 1},
             {"a count below 1",
-             "UPDATE usage_1 SET count=CASE name WHEN 'Apple' THEN 2 ELSE 0 END WHERE owner>0",
-             false, 2},
+             "UPDATE usage_1 SET count=CASE name WHEN 'Apple' THEN 2 ELSE 0 END WHERE owner>0", 2},
             {"a table of someone else", "ALTER TABLE usage_1 RENAME COLUMN category TO something",
-             false, 2},
-            {"an unreadable page", "", false, 2},
+             2},
+            {"an unreadable page", "page", 2},
+            {"an entry edited by another program", "edit", 1},
         });
     }
     void wrongCountsAreCountedAgain() {
-        const auto& [damage, isNoticed, table] = DataRow<QByteArray, bool, int>();
+        const auto& [damage, table] = DataRow<QByteArray, int>();
         const QByteArray sum =
             "SELECT sum(count) FROM usage_" + QByteArray::number(table) + " WHERE owner>0";
         for (const bool looksFirst : {true, false}) {
@@ -236,10 +237,12 @@ class TestCatalogueSearch : public CCatalogueTest {
             QVERIFY(Database().Profiles().Open(u"Ann"_s, true));
             QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Apple"_s, 1)));
             QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Banana"_s, 2)));
-            if (isNoticed) {
-                Change(damage.constData());
+            if (damage == "page") {
+                DamagePage("usage_1");
+            } else if (damage == "edit") {
+                EditElsewhere();
             } else {
-                ChangeUnnoticed(damage);
+                Change(damage.constData());
             }
             QVERIFY(Database().Profiles().Open(u"Ann"_s, true));
             if (looksFirst) {
@@ -375,23 +378,32 @@ class TestCatalogueSearch : public CCatalogueTest {
             QVERIFY(group.Commit());
         }
     }
-    /// Changes the volume as damage does: the file does not count another program. Without a
-    /// statement, the first page of the counts.
-    void ChangeUnnoticed(const QByteArray& sql) {
-        constexpr int kCounterAt = 24;
-        constexpr int kPageBytes = 8192;
-        const qint64 page = Query("SELECT rootpage FROM sqlite_schema WHERE name='usage_1'");
-        const QByteArray before = Load(Path(u"v.db"_s));
-        if (!sql.isEmpty()) {
-            Change(sql.constData());
-        }
+    /// As a program does that does not know of the counts.
+    void EditElsewhere() {
         m_doc.reset();
-        QByteArray bytes = Load(Path(u"v.db"_s));
-        bytes.replace(kCounterAt, 4, before.mid(kCounterAt, 4));
-        if (sql.isEmpty()) {
-            bytes.replace((page - 1) * kPageBytes, kPageBytes, QByteArray(kPageBytes, '\x55'));
+        {
+            CStorageEngine engine;
+            CDatabaseInfo diet;
+            ObjectId record = 0;
+            PropertyList properties;
+            QCOMPARE(engine.Mount(Path(u"v.db"_s)), int(kErrorSuccess));
+            QCOMPARE(engine.FindDatabase(DietDatabaseName(u"Ann"_s), diet), int(kErrorSuccess));
+            QCOMPARE(engine.SeekToPosition(diet.id, 0, record), int(kErrorSuccess));
+            QCOMPARE(engine.ReadRecord(record, properties), int(kErrorSuccess));
+            QCOMPARE(std::exchange(properties[4], u"Banana"_s), PropertyValue(u"Apple"_s));
+            QCOMPARE(engine.ReplaceRecord(diet.id, record, properties), int(kErrorSuccess));
         }
-        Save(Path(u"v.db"_s), bytes);
+        Reopen();
+    }
+    /// Makes a table's first page unreadable.
+    void DamagePage(const QByteArray& table) {
+        constexpr int kPageBytes = 8192;
+        const QByteArray sql = "SELECT rootpage FROM sqlite_schema WHERE name='" + table + '\'';
+        const qint64 page = Query(sql.constData());
+        m_doc.reset();
+        Save(Path(u"v.db"_s),
+             Load(Path(u"v.db"_s))
+                 .replace((page - 1) * kPageBytes, kPageBytes, QByteArray(kPageBytes, '\x55')));
         Reopen();
     }
     /// With the entries of the open profile.

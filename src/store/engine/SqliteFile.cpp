@@ -9,7 +9,6 @@
 #include "store/engine/VolumeHeader.h"
 
 #include <QFileInfo>
-#include <QtEndian>
 #include <algorithm>
 #include <cerrno>
 #include <climits>
@@ -201,11 +200,6 @@ QByteArray CSqliteFile::ReadRaw(qint64 offset, qint64 size) const {
     const int result =
         file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), offset);
     return result == SQLITE_OK ? bytes : QByteArray();
-}
-
-quint32 CSqliteFile::GetChangeCounter() const {
-    const QByteArray bytes = ReadRaw(kChangeCounterAt, sizeof(quint32));
-    return bytes.size() == sizeof(quint32) ? qFromBigEndian<quint32>(bytes.constData()) : 0;
 }
 
 QString CSqliteFile::GetKeptJournal() const {

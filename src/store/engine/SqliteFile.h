@@ -49,8 +49,6 @@ class CSqliteFile {
     /// For tables that not every volume has.
     EPlatformError HasTable(QStringView name, bool& isThere);
     EPlatformError Prepare(const char* sql, sqlite3_stmt*& statement);
-    /// See kChangeCounterAt; as of the last commit.
-    [[nodiscard]] quint32 GetChangeCounter() const;
     /// Reads the file past every cache; fewer bytes than `size` at its end, none on failure.
     [[nodiscard]] QByteArray ReadRaw(qint64 offset, qint64 size) const;
     /// The journal of another volume that Open found beside this one and renamed: its new path.

@@ -55,7 +55,7 @@ void CUsageTable::Load() {
     m_isLoaded = true;
     m_isDamaged = error != kErrorSuccess;
     if (!m_isValid) {
-        m_isValid = m_number == 0 || m_stamp == qint64{m_state.file.GetChangeCounter()};
+        m_isValid = m_number == 0 || static_cast<quint64>(m_stamp) == m_state.generation.GetNonce();
     }
 }
 
@@ -87,7 +87,7 @@ EPlatformError CUsageTable::ReadSums() {
     while (read.Next()) {
         const ObjectId owner = read.GetInteger(0);
         (owner == kStampOwner ? m_stamp : m_sums[owner]) = read.GetInteger(1);
-        isSound = isSound && read.GetInteger(2) > 0;
+        isSound = isSound && (owner == kStampOwner || read.GetInteger(2) > 0);
     }
     const EPlatformError error = read.Finish();
     return error == kErrorSuccess && !isSound ? kErrorCorrupt : error;
@@ -139,13 +139,12 @@ EPlatformError CUsageTable::DeleteOwner(ObjectId owner) {
 }
 
 EPlatformError CUsageTable::Stamp() {
-    const qint64 counter = m_state.file.GetChangeCounter();
     const bool isValid = m_isValid == true || m_isWritten;
-    if (m_number == 0 || m_isDamaged || !isValid || m_stamp == counter || counter == 0) {
+    if (m_number == 0 || m_isDamaged || !isValid) {
         return kErrorSuccess;
     }
-    m_stamp = counter;
-    return RunOnce(kStamp, {counter});
+    m_stamp = static_cast<qint64>(m_state.generation.GetNextNonce());
+    return RunOnce(kStamp, {m_stamp});
 }
 
 // A table whose counts are not valid is emptied.

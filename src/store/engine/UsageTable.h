@@ -28,9 +28,9 @@ using UseRows = std::unordered_map<CUse, qint64, CUseHash>;
 /// Invariants:
 /// 1. The table is created with the first row. A volume without it is complete and has the same
 ///    version; a program that does not know the table leaves it alone.
-/// 2. The row of owner 0 holds the file's change counter as of the last units of work. When another
-///    program has written the file since, the counts are not used, and replaced with the next
-///    change.
+/// 2. The row of owner 0 names the generation of the volume that the last unit of work stored. When
+///    a program that does not know the table has stored others since, the counts are not used, and
+///    replaced with the next change.
 /// 3. A damaged page met within a transaction fails the whole transaction. So Load reads the whole
 ///    table before a unit of work writes to it. A damaged table is left as it is, since removing it
 ///    would follow damaged links between pages: the counts start again in a table with the next

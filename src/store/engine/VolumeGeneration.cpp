@@ -52,6 +52,10 @@ bool CVolumeGeneration::IsInPlace() {
     return row == *m_stored || row == m_next;
 }
 
+std::optional<quint64> CVolumeGeneration::GetNonce() const {
+    return m_stored ? std::optional(m_stored->nonce) : std::nullopt;
+}
+
 void CVolumeGeneration::Release() {
     m_update.Release();
     m_stored.reset();

@@ -13,6 +13,10 @@ class CVolumeGeneration {
     void Release();
     /// False when the row in the file is not the one that we left there.
     [[nodiscard]] bool IsInPlace();
+    /// The random number of the generation that is in the file; nothing without a row.
+    [[nodiscard]] std::optional<quint64> GetNonce() const;
+    /// That of the unit under way.
+    [[nodiscard]] quint64 GetNextNonce() const { return m_next.nonce; }
     /// Begins a unit of work. Call before its first change, so that the row's page comes first in
     /// the journal. The first unit after opening is preceded by a transaction of its own: it
     /// creates a missing row, or sets this program's generations apart from those of a copy.

@@ -9,9 +9,6 @@
 inline constexpr quint32 kVolumeApplicationId = 0x564C4D52;  ///< "VLMR"
 inline constexpr quint32 kVolumeVersion = 1;
 inline constexpr int kVolumeHeaderSize = 100;
-/// Where SQLite counts the programs that have written the file: 32 bits, big-endian. While a
-/// program has the file to itself, its first transaction counts and, after a rollback, the next.
-inline constexpr int kChangeCounterAt = 24;
 using VolumeHeader = std::array<uchar, kVolumeHeaderSize>;
 
 [[nodiscard]] bool IsBlank(const VolumeHeader& header);
