@@ -17,9 +17,9 @@ struct CUndoTexts {
 constexpr CUndoTexts kUndoTexts = {
     "There is nothing to undo.", "Undone: %s.", "This cannot be redone. Do you want to go on?",
     "Cannot undo %s: what it stored has been changed since.", "Cannot undo %s. Error=%d"};
-constexpr CUndoTexts kRedoTexts = {
-    "There is nothing to redo.", "Redone: %s.", "This cannot be undone. Do you want to go on?",
-    "Cannot redo %s: what it stored has been changed since.", "Cannot redo %s. Error=%d"};
+constexpr CUndoTexts kRedoTexts = {"There is nothing to redo.", "Redone: %s.", kGoOnWithoutUndo,
+                                   "Cannot redo %s: what it stored has been changed since.",
+                                   "Cannot redo %s. Error=%d"};
 
 const CUndoTexts& TextsOf(const CHistoryStep& step) {
     return step.isUndone ? kRedoTexts : kUndoTexts;

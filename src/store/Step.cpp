@@ -46,7 +46,7 @@ bool CStep::MayGoOn(qint64 bytes) {
     if (bytes <= history.GetLimits().bytes) {
         return true;
     }
-    if (!AskYesNo(u"This cannot be undone. Do you want to go on?"_s)) {
+    if (!AskYesNo(QString::fromLatin1(kGoOnWithoutUndo))) {
         return false;
     }
     history.SkipStep();
