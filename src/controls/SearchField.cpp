@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "controls/ListPane.h"
+#include "controls/OverlayPlace.h"
 
 using namespace Qt::StringLiterals;
 
@@ -37,7 +38,7 @@ CSearchField::CSearchField(std::vector<CReportColumn> columns, Search search, QW
     m_pane->SetList(m_list);
     layout->addWidget(m_pane);
 
-    over->installEventFilter(this);
+    OverlayArea(over)->installEventFilter(this);
     connect(this, &QLineEdit::textEdited, this, [this] {
         m_picksFirst = false;
         ShowMatches();
@@ -133,16 +134,13 @@ void CSearchField::focusOutEvent(QFocusEvent* event) {
 }
 
 bool CSearchField::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_overlay->parentWidget() && event->type() == QEvent::Resize && IsOpen()) {
+    if (event->type() == QEvent::Resize && IsOpen() &&
+        watched == OverlayArea(m_overlay->parentWidget())) {
         Place();
     }
     return QLineEdit::eventFilter(watched, event);
 }
 
 void CSearchField::Place() {
-    const QWidget* over = m_overlay->parentWidget();
-    const int below = mapTo(over, rect().bottomLeft()).y();
-    // A list lower than half its parent would be hard to use.
-    const int top = std::clamp(below + 1, 0, over->height() / 2);
-    m_overlay->setGeometry(over->rect().adjusted(0, top, 0, 0));
+    m_overlay->setGeometry(OverlayPlace(m_overlay->parentWidget(), this));
 }

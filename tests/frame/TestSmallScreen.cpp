@@ -3,6 +3,7 @@
 
 #include <QFileDialog>
 #include <QScreen>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QToolButton>
 
@@ -69,6 +70,25 @@ class TestSmallScreen : public CFrameTest {
             const QRect place(button->mapTo(shown, QPoint()), button->size());
             QVERIFY2(shown->rect().contains(place), qPrintable(button->text()));
         }
+    }
+
+    void listsOverADialogLeaveItsScrollBarFree() {
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        OnDialog<CDialog>([](CDialog& dialog) {
+            QTest::keyClicks(dialog.focusWidget(), u"ap"_s);
+            const auto* scroll = dialog.findChild<QScrollArea*>();
+            QVERIFY(scroll->viewport()->width() < scroll->width());
+            for (const char* overlay : {"searchList", "pickList"}) {
+                const auto* list = Find<QWidget>(dialog, overlay);
+                QVERIFY(list->isVisible());
+                QCOMPARE(list->width(), scroll->viewport()->width());
+                dialog.reject();
+                QTest::keyClick(Find<QWidget>(dialog, "category"), Qt::Key_Down);
+            }
+            dialog.reject();
+        });
+        Trigger(frame, u"Add entry..."_s);
     }
 
     void theFileDialogLeavesOutWhatHasNoRoom() {
