@@ -19,7 +19,7 @@ constexpr CUndoTexts kUndoTexts = {
     "Cannot undo %s: what it stored has been changed since. Nothing was changed.",
     "Cannot undo %s. Error=%d"};
 constexpr CUndoTexts kRedoTexts = {
-    "There is nothing to redo.", "Redone: %s.", "This cannot be undone. Do you want to go on?",
+    "There is nothing to redo.", "Redone: %s.", kGoOnWithoutUndo,
     "Cannot redo %s: what it stored has been changed since. Nothing was changed.",
     "Cannot redo %s. Error=%d"};
 

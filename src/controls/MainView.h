@@ -8,12 +8,15 @@
 #include "controls/Silence.h"
 
 class QAction;
+class QMenu;
 
 /// One menu of the command bar; a null action is a separator.
 struct CCommandMenu {
     QString title;  ///< "File", "Edit", "Tools"
     std::vector<QAction*> actions;
 };
+/// Appends such actions to a menu.
+void AddToMenu(QMenu& menu, const std::vector<QAction*>& actions);
 
 /// A view owns its actions; the frame only shows them. Actions have their shortcut set, and a tool
 /// tip if they are also in the tool bar.

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "controls/ListPane.h"
+#include "controls/OverlayPlace.h"
 
 using namespace Qt::StringLiterals;
 
@@ -35,7 +36,7 @@ COverlayField::COverlayField(const QString& name, std::vector<CReportColumn> col
     m_pane->SetList(m_list);
     m_layout->addWidget(m_pane, 1);
 
-    over->installEventFilter(this);
+    OverlayArea(over)->installEventFilter(this);
     connect(this, &QLineEdit::textEdited, this, [this] {
         m_picksFirst = false;
         Open();
@@ -144,18 +145,14 @@ void COverlayField::focusOutEvent(QFocusEvent* event) {
 }
 
 bool COverlayField::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_overlay->parentWidget() && event->type() == QEvent::Resize && IsOpen()) {
+    if (event->type() == QEvent::Resize && IsOpen() &&
+        watched == OverlayArea(m_overlay->parentWidget())) {
         Place();
     }
     return QLineEdit::eventFilter(watched, event);
 }
 
 void COverlayField::Place() {
-    const QWidget* over = m_overlay->parentWidget();
-    const int below = mapTo(over, rect().bottomLeft()).y();
-    // A list lower than half its parent would be hard to use.
-    const int top = std::clamp(below + 1, 0, over->height() / 2);
-    QRect room = over->contentsRect();
-    room.setTop(top);
+    const QRect room = OverlayPlace(m_overlay->parentWidget(), this);
     m_overlay->setGeometry(room.x(), room.y(), room.width(), OverlayHeight(room.height()));
 }

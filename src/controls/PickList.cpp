@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "controls/ListPane.h"
+#include "controls/OverlayPlace.h"
 #include "controls/ReportList.h"
 
 CPickList::CPickList(QWidget* parent)
@@ -19,7 +20,7 @@ CPickList::CPickList(QWidget* parent)
     m_pane->SetList(m_list);
     layout->addWidget(m_pane);
 
-    parent->installEventFilter(this);
+    OverlayArea(parent)->installEventFilter(this);
     m_list->installEventFilter(this);
     m_list->viewport()->installEventFilter(this);
     connect(m_list, &CReportList::clicked, this, &CPickList::Pick);
@@ -63,7 +64,7 @@ void CPickList::Close() {
 }
 
 bool CPickList::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == parentWidget() && event->type() == QEvent::Resize && IsOpen()) {
+    if (event->type() == QEvent::Resize && IsOpen() && watched == OverlayArea(parentWidget())) {
         Place();
     }
     if (watched == m_list && event->type() == QEvent::KeyPress) {
@@ -90,10 +91,5 @@ void CPickList::Pick(const QModelIndex& index) {
 }
 
 void CPickList::Place() {
-    const QRect area = parentWidget()->rect();
-    const int below =
-        m_above == nullptr ? 0 : m_above->mapTo(parentWidget(), m_above->rect().bottomLeft()).y();
-    // A list lower than half its parent would be hard to use.
-    const int top = std::clamp(below + 1, 0, area.height() / 2);
-    setGeometry(area.adjusted(0, top, 0, 0));
+    setGeometry(OverlayPlace(parentWidget(), m_above));
 }

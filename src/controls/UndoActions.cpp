@@ -1,5 +1,7 @@
 #include "controls/UndoActions.h"
 
+#include "platform/CutText.h"
+
 #include <QAction>
 #include <QWidget>
 
@@ -11,7 +13,7 @@ constexpr int kLongestName = 32;
 
 QString MenuText(const QString& command, QString name) {
     if (name.size() > kLongestName) {
-        name = name.left(kLongestName) + u'\u2026';
+        name = CutText(name, kLongestName).toString() + u'\u2026';
     }
     return (command + u' ' + name.replace(u'&', u"&&"_s)).trimmed();
 }

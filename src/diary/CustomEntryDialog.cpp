@@ -12,8 +12,6 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int kPreferredWidth = 380;
 constexpr int kPreferredHeight = 380;
-/// The capacity of an entry's name.
-constexpr int kNameLength = 64;
 }  // namespace
 
 CCustomEntryDialog::CCustomEntryDialog(CCustomEntryForm& form, QWidget* parent)
@@ -23,7 +21,7 @@ CCustomEntryDialog::CCustomEntryDialog(CCustomEntryForm& form, QWidget* parent)
       m_time(CreateTimeField(this)) {
     SetPreferredSize(kPreferredWidth, kPreferredHeight);
     m_name->setObjectName(u"name"_s);
-    m_name->setMaxLength(kNameLength);
+    m_name->setMaxLength(kShortText);
     m_time->setTime(m_form.GetTime());
     QFormLayout* fields = AddForm();
     fields->addRow(u"Name:"_s, m_name);

@@ -41,7 +41,7 @@ bool CCustomEntryForm::Confirm() {
     m_result = {EItemKind::Food, m_time, 1, {}};
     m_result.item.SetCategoryId(-1);
     m_result.item.SetName(name);
-    m_result.item.SetServingName(0, u"1 serving"_s);
+    m_result.item.SetServingName(0, kOneServing);
     m_result.item.SetServingWeight(0, 1);
     m_result.item.SetNutrientValues(m_values);
     return true;

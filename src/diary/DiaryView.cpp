@@ -236,13 +236,7 @@ void CDiaryView::SetDay(QDate day) {
 void CDiaryView::ShowMenu(const std::vector<QAction*>& actions, QWidget* widget,
                           const QPoint& position) {
     QMenu menu(widget);
-    for (QAction* action : actions) {
-        if (action == nullptr) {
-            menu.addSeparator();
-        } else {
-            menu.addAction(action);
-        }
-    }
+    AddToMenu(menu, actions);
     menu.exec(widget->mapToGlobal(position));
 }
 

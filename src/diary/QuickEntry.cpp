@@ -19,7 +19,6 @@ namespace {
 
 constexpr int kMatches = 8;
 constexpr int kMostServingWords = 3;
-constexpr double kLeastAmount = 0.001;
 
 constexpr unsigned kEaten = KindBit(ECatalogueKind::Foods) | KindBit(ECatalogueKind::Menus) |
                             KindBit(ECatalogueKind::Recipes);

@@ -233,13 +233,7 @@ void CDietFrame::BuildCommandBar() {
     m_menus.clear();
     for (const CCommandMenu& commands : ActiveView()->CommandBar()) {
         QMenu* menu = menuBar()->addMenu(u'&' + commands.title);
-        for (QAction* action : commands.actions) {
-            if (action == nullptr) {
-                menu->addSeparator();
-            } else {
-                menu->addAction(action);
-            }
-        }
+        AddToMenu(*menu, commands.actions);
         connect(menu, &QMenu::aboutToShow, ActiveView(), &CMainView::RefreshMenus);
         m_menus.push_back(menu);
     }

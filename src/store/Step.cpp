@@ -84,7 +84,7 @@ bool CStep::MayGoOn(qint64 room) {
     if (room <= history.GetLimits().bytes) {
         return true;
     }
-    if (!AskYesNo(u"This cannot be undone. Do you want to go on?"_s)) {
+    if (!AskYesNo(QString::fromLatin1(kGoOnWithoutUndo))) {
         return false;
     }
     history.SkipStep();

@@ -5,6 +5,9 @@
 
 class CRecordStore;
 
+/// Asked before a change that is larger than the history.
+inline constexpr auto kGoOnWithoutUndo = "This cannot be undone. Do you want to go on?";
+
 /// Shows what the history has to report, if anything.
 void ShowHistoryNotices(CRecordStore& store);
 

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScreen>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QToolButton>
 
@@ -97,6 +98,25 @@ class TestSmallScreen : public CFrameTest {
         QTest::keyClick(line, Qt::Key_Escape);
         QVERIFY(line->isHidden());
         QVERIFY(Find<CReportList>(*frame.ActiveView(), "entries")->hasFocus());
+    }
+
+    void listsOverADialogLeaveItsScrollBarFree() {
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        OnDialog<CDialog>([](CDialog& dialog) {
+            QTest::keyClicks(dialog.focusWidget(), u"ap"_s);
+            const auto* scroll = dialog.findChild<QScrollArea*>();
+            QVERIFY(scroll->viewport()->width() < scroll->width());
+            for (const char* overlay : {"searchList", "pickList"}) {
+                const auto* list = Find<QWidget>(dialog, overlay);
+                QVERIFY(list->isVisible());
+                QCOMPARE(list->width(), scroll->viewport()->width());
+                dialog.reject();
+                QTest::keyClick(Find<QWidget>(dialog, "category"), Qt::Key_Down);
+            }
+            dialog.reject();
+        });
+        Trigger(frame, u"Add entry..."_s);
     }
 
     void theFileDialogLeavesOutWhatHasNoRoom() {

@@ -9,9 +9,6 @@
 
 namespace {
 
-/// A diary entry cuts longer names to this length, or to one less.
-constexpr int kEntryTextLength = 64;
-
 /// The header of a picker, and its message when there is nothing to list.
 struct CPickerRow {
     const char* header;
@@ -74,7 +71,8 @@ QString ResolveItemName(CDatabase& database, ECatalogueKind kind, qint32 categor
     }
     const auto whole = std::ranges::find_if(
         names, [&](const QString& longer) { return longer.startsWith(trimmed); });
-    return trimmed.size() >= kEntryTextLength - 1 && whole != names.end() ? *whole : trimmed;
+    // An entry cuts longer names to its capacity, or to one less.
+    return trimmed.size() >= kShortText - 1 && whole != names.end() ? *whole : trimmed;
 }
 
 QString PickerHeader(EPicker picker) {
@@ -148,7 +146,7 @@ bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodIte
     food.SetType(item.GetType());
     food.SetNutrientValues(item.GetNutrientValues());
     const QString serving = item.GetServingName();
-    food.SetServingName(0, serving.isEmpty() ? QStringLiteral("1 serving") : serving);
+    food.SetServingName(0, serving.isEmpty() ? QString(kOneServing) : serving);
     return true;
 }
 

@@ -6,6 +6,7 @@
 
 #include "catalogue/items/CategoryItems.h"
 #include "catalogue/items/TextLimits.h"
+#include "platform/CutText.h"
 #include "platform/NumberText.h"
 #include "store/Step.h"
 #include "store/UnitOfWork.h"
@@ -20,14 +21,6 @@ constexpr int kCopySuffixLength = 7;
 bool ShowExists(const QString& name) {
     ShowMessage(FormatText("Category '%s' already exists."_L1, {name}));
     return false;
-}
-
-/// The first `length` units of a longer text, or one less so as not to split a surrogate pair.
-QString WithoutEnd(const QString& text, int length) {
-    if (text.size() <= length) {
-        return text;
-    }
-    return text.first(text[length - 1].isHighSurrogate() ? length - 1 : length);
 }
 
 /// Ascending or descending positions.
@@ -312,7 +305,7 @@ QString CCatalogueRules::FreeCopyText(const CCatalogueItem& item) {
     // No longer than both the record and an exchange file can keep.
     const int room = std::min(numbers.layout.properties[property].capacity, kLongestText);
     const QString original =
-        WithoutEnd(m_namesType ? item.GetType() : item.GetName(), room - kCopySuffixLength);
+        CutText(m_namesType ? item.GetType() : item.GetName(), room - kCopySuffixLength).toString();
     for (int copy = 1; copy <= kMostCopies; ++copy) {
         QString candidate = FormatText("%s_Copy%s"_L1, {original, TwoDigits(copy)});
         if (!taken.contains(candidate)) {

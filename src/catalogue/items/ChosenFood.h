@@ -5,6 +5,11 @@
 
 #include "store/Database.h"
 
+/// The serving of what has no other: menus, custom entries, new entries.
+inline constexpr QLatin1StringView kOneServing{"1 serving"};
+/// An amount must be greater.
+inline constexpr double kLeastAmount = 0.001;
+
 /// An item whose nutrient values are already the totals for the amount.
 struct CChosenFood {
     EItemKind kind = EItemKind::Food;

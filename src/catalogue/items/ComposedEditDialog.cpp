@@ -21,8 +21,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// The capacity of a record's name.
-constexpr int kLongestName = 64;
 constexpr int kPageMargin = 4;
 constexpr int kLeastRows = 4;
 /// Narrower dialogs show a short text on the long button.
@@ -70,7 +68,7 @@ void CComposedEditDialog::AddFields() {
     const CComposedFields& fields = m_form.Fields();
     m_name = new QLineEdit(fields.name);
     m_name->setObjectName(u"name"_s);
-    m_name->setMaxLength(kLongestName);
+    m_name->setMaxLength(kShortText);
     m_name->setCursorPosition(0);
     form->addRow(u"&Name:"_s, m_name);
 

@@ -6,6 +6,7 @@
 #include "app/ListCommands.h"
 #include "catalogue/items/CatalogueChoices.h"
 #include "catalogue/items/CatalogueKinds.h"
+#include "catalogue/items/ChosenFood.h"
 #include "platform/NumberText.h"
 
 using namespace Qt::StringLiterals;
@@ -186,7 +187,7 @@ bool CComposedForm::Confirm() {
         return false;
     }
     item.SetType({});
-    item.SetServingName(m_kind == ECatalogueKind::Menus ? u"1 serving"_s
+    item.SetServingName(m_kind == ECatalogueKind::Menus ? QString(kOneServing)
                                                         : m_fields.servings.trimmed());
     item.SetServingX(1.0);
     item.SetInstructions(m_fields.instructions);

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "catalogue/items/CatalogueViewSettings.h"
+#include "catalogue/items/ChosenFood.h"
 #include "catalogue/items/TextLimits.h"
 #include "controls/Grid.h"
 #include "platform/Messages.h"
@@ -176,7 +177,7 @@ void CFoodEditDialog::FillServings() {
         m_fields->shownWeights[row] = weightText;
     }
     if (m_mode == EServingMode::OneServing && m_food.GetServingName(0).isEmpty()) {
-        m_fields->proposedServing = u"1 serving"_s;
+        m_fields->proposedServing = kOneServing;
         m_fields->servings->SetCellText(0, 0, m_fields->proposedServing);
     }
 }

@@ -15,8 +15,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint32 kNoCategory = -1;
-constexpr double kLeastAmount = 0.001;
-constexpr auto kDefaultServing = "1 serving"_L1;
 
 struct CKindRow {
     EAllowedKinds bit;
@@ -40,7 +38,7 @@ CAddFoodRequest CAddFoodRequest::ForNewEntry(QTime time) {
     request.isNew = true;
     request.food.time = time;
     request.food.item.SetCategoryId(kNoCategory);
-    request.food.item.SetServingName(0, kDefaultServing);
+    request.food.item.SetServingName(0, kOneServing);
     return request;
 }
 
@@ -296,7 +294,7 @@ void CAddFoodForm::ClearItem(const QString& name) {
     item.SetCategoryId(m_food.item.GetCategoryId());
     item.SetName(name);
     TakeItem(item);
-    m_servingText = kDefaultServing;
+    m_servingText = kOneServing;
     m_valuesAreTotals = false;
     m_food.cataloguePosition = -1;
     TakeOneServing();

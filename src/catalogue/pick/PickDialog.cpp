@@ -19,8 +19,6 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int kNarrowSpacing = 4;
 constexpr int kButtonMargin = 10;
-/// The capacity of an entry's name and type.
-constexpr int kNameLength = 64;
 }  // namespace
 
 CPickDialog::CPickDialog(const QString& title, CPickForm& form, const CFindTexts& texts,
@@ -72,7 +70,7 @@ CPickField* CPickDialog::AddPickField(QFormLayout* form, EPicker picker, const Q
     auto* field = new CPickField(isEditable, name, this);
     field->setObjectName(name.toLower());
     if (isEditable) {
-        field->SetMaxLength(kNameLength);
+        field->SetMaxLength(kShortText);
     }
     connect(field, &CPickField::PickRequested, this, [this, picker] { OpenPicker(picker); });
     form->addRow(name + u':', field);

@@ -250,13 +250,7 @@ void CCatalogueView::ShowMenu(QWidget* widget, const QPoint& at,
         }
     }
     m_undo->Refresh();
-    for (QAction* action : m_undo->MenuTail()) {
-        if (action == nullptr) {
-            menu.addSeparator();
-        } else {
-            menu.addAction(action);
-        }
-    }
+    AddToMenu(menu, m_undo->MenuTail());
     menu.exec(widget->mapToGlobal(at));
 }
 

@@ -14,8 +14,6 @@ enum : int {
     kFirstServing = kFirstNutrient + kNutrientCount,
 };
 
-constexpr qsizetype kServingNameCapacity = 64;
-
 bool IsServing(int index, const char* wrongIndex) {
     if (index >= 0 && index < kServingCount) {
         return true;
@@ -79,10 +77,10 @@ void CFoodItem::SetServingName(int index, const QString& name) {
         return;
     }
     QString stored = name;
-    if (stored.size() > kServingNameCapacity) {
+    if (stored.size() > kShortText) {
         // The first 65 characters less those at 60 to 63, counted from 1, are 61; with the dots
         // they are 64, however long the text was.
-        stored.truncate(kServingNameCapacity + 1);
+        stored.truncate(kShortText + 1);
         stored.remove(59, 4);
         stored += "..."_L1;
     }

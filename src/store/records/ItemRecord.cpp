@@ -1,5 +1,6 @@
 #include "store/records/ItemRecord.h"
 
+#include "platform/CutText.h"
 #include "platform/Messages.h"
 
 using namespace Qt::StringLiterals;
@@ -21,14 +22,6 @@ PropertyValue EmptyValue(EPropertyType type) {
             return QByteArray();
     }
     Q_UNREACHABLE();
-}
-
-// Never splits a surrogate pair.
-void CutText(QString& text, int capacity) {
-    if (text.size() > capacity) {
-        text.truncate(capacity > 0 && text[capacity - 1].isHighSurrogate() ? capacity - 1
-                                                                           : capacity);
-    }
 }
 
 bool IsNutrient(int index, const char* wrongIndex) {
@@ -64,7 +57,7 @@ bool CItemRecord::SetProperties(PropertyList&& properties) {
     }
     for (std::size_t i = 0; i < properties.size(); ++i) {
         if (auto* text = std::get_if<QString>(&properties[i])) {
-            CutText(*text, m_layout->properties[i].capacity);
+            text->truncate(CutText(*text, m_layout->properties[i].capacity).size());
         } else if (auto* number = std::get_if<double>(&properties[i])) {
             *number = std::isfinite(*number) ? *number : 0.0;
         }
@@ -75,7 +68,7 @@ bool CItemRecord::SetProperties(PropertyList&& properties) {
 
 void CItemRecord::SetText(int number, const QString& text) {
     QString stored = text;
-    CutText(stored, m_layout->properties[number].capacity);
+    stored.truncate(CutText(stored, m_layout->properties[number].capacity).size());
     Set(number, std::move(stored));
 }
 

@@ -8,7 +8,6 @@ namespace {
 // Capacities in UTF-16 units.
 constexpr int kCatalogueText = 128;
 constexpr int kCategoryText = 127;
-constexpr int kShortText = 64;
 constexpr int kInstructionsText = 32767;
 
 using enum EPropertyType;

@@ -8,6 +8,10 @@
 
 #include "store/engine/PropertyValue.h"
 
+/// Capacity of a user's name, of the texts of diary entries, of the names of menus, recipes and
+/// components, and of the names of servings, in UTF-16 units.
+inline constexpr int kShortText = 64;
+
 /// One property. Its number is its index in the layout.
 struct CPropertyDescription {
     EPropertyType type;

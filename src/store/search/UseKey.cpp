@@ -2,18 +2,14 @@
 
 #include <QHash>
 
-namespace {
-/// The longest text that a diary entry has for category, name or type, in UTF-16 units.
-constexpr qsizetype kLongest = 64;
+#include "platform/CutText.h"
+#include "store/records/RecordLayout.h"
 
+namespace {
 /// As a diary entry stores it: the dialog trims, the record cuts. Trimming again makes the stored
 /// text and the item's give the same.
 QStringView StoredText(QStringView text) {
-    QStringView stored = text.trimmed();
-    if (stored.size() > kLongest) {
-        stored = stored.first(stored[kLongest - 1].isHighSurrogate() ? kLongest - 1 : kLongest);
-    }
-    return stored.trimmed();
+    return CutText(text.trimmed(), kShortText).trimmed();
 }
 }  // namespace
 
