@@ -256,6 +256,7 @@ class TestWeightRules : public CDiaryTest {
             {{65.9, 80, 70}, StonesAndPounds, u"55-89 36 65"_s},
             {{90.5, 80, 70}, StonesAndPounds, u"60-99 41 90"_s},
             {{1e300, 80, 70}, StonesAndPounds, u"60-1009 951"_s},  // damaged
+            {{-1e300, 80, 70}, StonesAndPounds, u"-10-89 101"_s},
         };
         for (const auto& [weights, unit, expected] : rows) {
             const auto table = BmiTable(weights, 175, unit);

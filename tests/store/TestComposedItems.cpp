@@ -49,6 +49,19 @@ class TestComposedItems : public CCatalogueTest {
         QCOMPARE(Database().Menus().Count(), 3);
     }
 
+    void componentsWithoutTheirPositionsAreUnknown() {
+        const qint32 lunch = Menu(u"Lunch"_s, {u"Soup"_s});
+        CLeftOut leftOut;
+        QCOMPARE(Database().Composed().ComponentPositions(kMenus, lunch, &leftOut).size(), 1U);
+        QVERIFY(!leftOut.isUnknown);
+        Change(
+            "UPDATE blocks SET entries=x'00' WHERE database="
+            "(SELECT id FROM databases WHERE name='Menus')");
+        QVERIFY(Database().Composed().ComponentPositions(kMenus, lunch, &leftOut).empty());
+        QVERIFY(leftOut.isUnknown);
+        QVERIFY(!Database().Composed().DeleteComponents(kMenus, lunch));
+    }
+
     void recipesThatHoldEachOtherAreSeenThrough() {
         const auto recipe = [this](const QString& name) {
             return AddComposed(Database(), kRecipes, 1, name);

@@ -48,6 +48,21 @@ class TestAddFoodForm : public CDiaryTest {
         QCOMPARE(form.GetResult().item.GetServingWeight(0), 3.0);
     }
 
+    void anAmountOfAThousandthIsOne() {
+        CAddFoodForm form(*m_doc, CAddFoodRequest::ForEntry(Database(), Apple(0.001, 0.5)));
+        QCOMPARE(form.AmountText(), u"1.00"_s);
+        QCOMPARE(form.RowText(0), u"0.50"_s);
+        for (const QString& text : {u"0.001"_s, u"none"_s, u"-2"_s}) {
+            form.SetAmountText(u"2"_s);
+            QVERIFY(!form.FollowAmount(text));
+            QCOMPARE(form.AmountText(), u"2"_s);
+            form.SetAmountText(text);
+            QCOMPARE(form.AmountText(), u"1.00"_s);
+        }
+        QVERIFY(form.FollowAmount(u"0.002"_s));
+        QCOMPARE(form.AmountText(), u"0.002"_s);
+    }
+
     void anEntryLeftAloneStaysTheSameToTheLastBit() {
         CDietEntry entry = Apple(1.0 / 3, 1.0 / 7);
         CAddFoodForm form(*m_doc, CAddFoodRequest::ForEntry(Database(), entry));

@@ -212,6 +212,18 @@ class TestStorageEngine : public QObject {
         }
     }
 
+    void aForeignTableOfValuesIsDamage() {
+        Change("CREATE TABLE named_values(x)");
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        CNamedValues values(m_engine->State());
+        std::optional<QString> value;
+        QCOMPARE(values.Read(0, u"a"_s, value), int(kErrorCorrupt));
+        QCOMPARE(values.Write(0, u"a"_s, u"b"_s), int(kErrorCorrupt));
+        QCOMPARE(values.DeleteOwner(1), int(kErrorCorrupt));
+        ObjectId record = 0;
+        QCOMPARE(m_engine->AddRecord(m_database, Numbered(1), record), int(kErrorCorrupt));
+    }
+
     // A journal whose transaction has ended begins with zeros.
     void halfAPageIsDamageUnlessAJournalIsPlayed() {
         QCOMPARE(m_engine->Unmount(), kOk);
