@@ -62,6 +62,17 @@ class TestComposedItems : public CCatalogueTest {
         QVERIFY(!Database().Composed().DeleteComponents(kMenus, lunch));
     }
 
+    void nothingIsCopiedUnlessAllCanBeRead() {
+        Menu(u"Lunch"_s, {u"Soup"_s, u"Milk"_s});
+        QVERIFY(Database().Composed().AddCopy(kMenus, 0, u"Dinner"_s));
+        for (const int damaged : {5, 1}) {
+            Change("UPDATE records SET body=substr(body, 1, length(body) - 1) WHERE id=?",
+                   {Database().Menus().RecordAt(damaged)});
+            QVERIFY(!Database().Composed().AddCopy(kMenus, 1, u"Tea"_s));
+            QCOMPARE(Database().Menus().Count(), 6);
+        }
+    }
+
     void recipesThatHoldEachOtherAreSeenThrough() {
         const auto recipe = [this](const QString& name) {
             return AddComposed(Database(), kRecipes, 1, name);
