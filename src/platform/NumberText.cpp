@@ -11,8 +11,8 @@ namespace {
 constexpr int kMaxDecimals = 100;
 /// Numbers up to this length are read without allocating.
 constexpr qsizetype kOrdinaryLength = 64;
-/// The shortest form of a double has at most 24 characters.
-constexpr size_t kMaxShortestLength = 32;
+/// Of the shortest form of a double.
+constexpr size_t kMaxShortestLength = 24;
 
 bool IsBlank(char16_t c) {
     return c == u' ' || (c >= u'\t' && c <= u'\r');

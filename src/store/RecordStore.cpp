@@ -57,10 +57,8 @@ bool CRecordStore::UnmountVolume() {
 }
 
 void CRecordStore::DiscardVolume() {
-    const EPlatformError reason = m_lastError;
     (void)m_engine.Discard();  // The error to report is the earlier one.
     RemoveCreatedFolders();
-    m_lastError = reason;
 }
 
 void CRecordStore::RemoveCreatedFolders() {
@@ -239,9 +237,8 @@ int CRecordStore::PositionOf(const CDatabaseHandle& handle, ObjectId record) {
 
 std::optional<qint64> CRecordStore::KeyAt(CDatabaseHandle& handle, int position) {
     qint64 key = 0;
-    return position >= 0 && SetLastError(m_engine.KeyAt(handle.id, position, key))
-               ? std::optional(key)
-               : std::nullopt;
+    return SetLastError(m_engine.KeyAt(handle.id, position, key)) ? std::optional(key)
+                                                                  : std::nullopt;
 }
 
 std::optional<QString> CRecordStore::ReadValue(ObjectId owner, const QString& name) {

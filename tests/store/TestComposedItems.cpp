@@ -49,6 +49,30 @@ class TestComposedItems : public CCatalogueTest {
         QCOMPARE(Database().Menus().Count(), 3);
     }
 
+    void componentsWithoutTheirPositionsAreUnknown() {
+        const qint32 lunch = Menu(u"Lunch"_s, {u"Soup"_s});
+        CLeftOut leftOut;
+        QCOMPARE(Database().Composed().ComponentPositions(kMenus, lunch, &leftOut).size(), 1U);
+        QVERIFY(!leftOut.isUnknown);
+        Change(
+            "UPDATE blocks SET entries=x'00' WHERE database="
+            "(SELECT id FROM databases WHERE name='Menus')");
+        QVERIFY(Database().Composed().ComponentPositions(kMenus, lunch, &leftOut).empty());
+        QVERIFY(leftOut.isUnknown);
+        QVERIFY(!Database().Composed().DeleteComponents(kMenus, lunch));
+    }
+
+    void nothingIsCopiedUnlessAllCanBeRead() {
+        Menu(u"Lunch"_s, {u"Soup"_s, u"Milk"_s});
+        QVERIFY(Database().Composed().AddCopy(kMenus, 0, u"Dinner"_s));
+        for (const int damaged : {5, 1}) {
+            Change("UPDATE records SET body=substr(body, 1, length(body) - 1) WHERE id=?",
+                   {Database().Menus().RecordAt(damaged)});
+            QVERIFY(!Database().Composed().AddCopy(kMenus, 1, u"Tea"_s));
+            QCOMPARE(Database().Menus().Count(), 6);
+        }
+    }
+
     void recipesThatHoldEachOtherAreSeenThrough() {
         const auto recipe = [this](const QString& name) {
             return AddComposed(Database(), kRecipes, 1, name);

@@ -25,6 +25,12 @@ class TestDatabase : public CCatalogueTest {
         renamed.SetName(u"Fruits"_s);
         QVERIFY(Database().Categories().AddOrUpdate(0, renamed));
         QCOMPARE(Database().Categories().IdOf(kFoods, u"Fruits"_s), 1);
+        CCategory late;
+        late.SetKind(kFoods);
+        late.SetId(CViewSettings::kMarker - 2);
+        QVERIFY(Database().Categories().Write(-1, late));
+        QCOMPARE(AddCategory(Database(), u"Last"_s), CViewSettings::kMarker - 1);
+        QCOMPARE(AddCategory(Database(), u"None"_s), -1);
     }
 
     void nutrientNamesAreBroughtTo54() {
@@ -139,6 +145,10 @@ class TestDatabase : public CCatalogueTest {
         Change("UPDATE blocks SET entries=x'00'");
         QVERIFY(Database().Catalogue().FillCategoryList(kFoods, 1).leftOut.isUnknown);
         QVERIFY(Database().Catalogue().FillArrayWithUniqueFoodNames(1).leftOut.isUnknown);
+        CDatabaseHandle raw = OpenRaw(u"Foods"_s);
+        PropertyList properties;
+        QVERIFY(!Database().GetStore().ReadCurrent(raw, properties));
+        QCOMPARE(Database().GetStore().GetLastError(), int(kErrorCorrupt));
         m_messages->TakeShown();  // of the nutrients' names
     }
 
@@ -198,6 +208,17 @@ class TestDatabase : public CCatalogueTest {
         QCOMPARE(m_messages->Said(), u"ERROR: CeOpenDatabaseEx failed (123)"_s);
         QCOMPARE(m_messages->lastIcon, EMessageIcon::Stop);
         QVERIFY(Database().Profiles().Open(u"Anna"_s, false));
+    }
+
+    void aClosedVolumeHasNoProfiles() {
+        Database().CloseCatalogue();
+        QCOMPARE(Database().Profiles().GetNumberOfUserProfiles(), 0);
+        QVERIFY(Database().Profiles().IsNameTaken(u"Anna"_s));
+        QVERIFY(!Database().Profiles().Open(u"Anna"_s, true));
+        QVERIFY(!Database().Profiles().Delete(u"Anna"_s));
+        QVERIFY(!Database().Profiles().SaveValue(u"name"_s, u"value"_s));
+        QCOMPARE(m_messages->Said(),
+                 u"GetNumberOfUserProfiles:: Unknown error.|Cannot delete database."_s);
     }
 
     void theProfileRecordIsKeptOnce() {

@@ -207,8 +207,7 @@ void CImportRun::Report(const CCsvVerdict& verdict) {
 
 /// Only what is durable counts as imported.
 bool CImportRun::CommitGroup() {
-    const bool durable = !m_group || m_group->Commit();
-    m_group.reset();
+    const bool durable = m_group->Commit();
     if (durable) {
         m_imported += m_groupImported;
         m_replaced += m_groupReplaced;

@@ -5,7 +5,6 @@ constexpr qint64 kPageSize = 8192;
 }
 
 EPlatformError CVolumeGeneration::Load() {
-    m_stored.reset();
     EPlatformError error = FindPage();
     if (error != kErrorSuccess || m_page == 0) {
         return error;

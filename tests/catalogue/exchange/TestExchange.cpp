@@ -103,6 +103,22 @@ class TestExchange : public CCatalogueTest {
                                         "Import stopped.|Imported 0 menus."));
     }
 
+    void anItemThatCannotBeReadIsReplacedInItsPlace() {
+        QVERIFY(Database().Foods().Write(-1, MakeFood(0, u"Apple"_s, u"raw"_s)));
+        QCOMPARE(Import(FoodFile(2)), u"Imported 2 foods."_s);
+        Change("UPDATE records SET body=substr(body, 1, length(body) - 1) WHERE id=?",
+               {Database().Foods().RecordAt(2)});
+        Save(Path(u"in.csv"_s), FoodFile(2));
+        QVERIFY(ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Overwrite,
+                                    Path(u"in.csv"_s)));
+        QCOMPARE(m_messages->Said(), u"Imported 2 foods. Replaced 2 existing foods."_s);
+        CFoodItem food;
+        for (const int position : {2, 1, 0}) {
+            QVERIFY(Database().Foods().Read(position, food));
+        }
+        QCOMPARE(food.GetName(), u"Apple"_s);
+    }
+
     void picturesComeFromTheFolderAndNowhereElse() {
         const QByteArray bitmap = "BM" + QByteArray(12, 'h') + "pixels";
         QVERIFY(QDir(m_folder->path()).mkdir(u"sub"_s));

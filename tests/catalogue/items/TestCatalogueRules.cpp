@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "catalogue/exchange/CsvFields.h"
+#include "catalogue/items/CatalogueRules.h"
 #include "catalogue/items/FoodRules.h"
 #include "platform/TextFile.h"
 #include "support/CatalogueTest.h"
@@ -99,6 +100,21 @@ class TestCatalogueRules : public CCatalogueTest {
         QCOMPARE(
             refusal(dairy, u"Milk"_s, u"dry"_s, {{u"1 cup"_s, 0}}, -1, EServingMode::OneServing),
             u"taken"_s);
+    }
+
+    void anItemThatCannotBeReadIsNotRenamed() {
+        for (const char* type : {"clear", "thick"}) {
+            QVERIFY(Database().Foods().Write(-1, MakeFood(1, u"Soup"_s, QLatin1StringView(type))));
+        }
+        Change("UPDATE records SET body=substr(body, 1, length(body) - 1) WHERE id=?",
+               {Database().Foods().RecordAt(1)});
+        CCatalogueRules rules(Database(), kFoods);
+        QCOMPARE(rules.RenameItems(1, u"Soup"_s, u" Broth "_s), QString());
+        QCOMPARE(m_messages->Said(), u"Cannot rename foods."_s);
+        QCOMPARE(rules.ItemsOfName(1, u"Broth"_s).entries.size(), 1U);
+        const auto left = rules.ItemsOfName(1, u"Soup"_s).entries;
+        QCOMPARE(left.size(), 1U);
+        QCOMPARE(left.front().type, u"thick"_s);
     }
 
     void init() { MakeVolume(); }

@@ -25,8 +25,14 @@ class TestAddFoodForm : public CDiaryTest {
         AddCatalogue();
         form.Pick(EPicker::Category, u"Soups"_s);
         form.Pick(EPicker::Name, u"Tomato soup"_s);
-        QVERIFY(Database().Foods().Delete(0) && Database().Foods().Delete(0) &&
-                Database().Foods().Delete(0));
+        CRecordStore& store = Database().GetStore();
+        CDatabaseHandle foods = store.OpenDatabase(u"Foods"_s, 3, 0, true);
+        QVERIFY(store.WriteRecord(foods, 0, {Database().Categories().IdOf(kFoods, u"Soups"_s)}));
+        QCOMPARE(form.Choices(EPicker::Type).note, u"1 damaged food is left out."_s);
+        m_messages->TakeShown();  // of the names, which are read to find the one meant
+        while (Database().Foods().Count() > 0) {
+            QVERIFY(Database().Foods().Delete(0));
+        }
         form.Pick(EPicker::Type, u"home made"_s);
         QCOMPARE(m_messages->Said() + form.NameText(), u"Cannot load food.Tomato soup"_s);
     }
@@ -40,6 +46,21 @@ class TestAddFoodForm : public CDiaryTest {
         // Not displayed: (53 + 1) * 0.5 / 2 * 3
         QCOMPARE(form.GetResult().item.GetNutrientValue(53), 40.5);
         QCOMPARE(form.GetResult().item.GetServingWeight(0), 3.0);
+    }
+
+    void anAmountOfAThousandthIsOne() {
+        CAddFoodForm form(*m_doc, CAddFoodRequest::ForEntry(Database(), Apple(0.001, 0.5)));
+        QCOMPARE(form.AmountText(), u"1.00"_s);
+        QCOMPARE(form.RowText(0), u"0.50"_s);
+        for (const QString& text : {u"0.001"_s, u"none"_s, u"-2"_s}) {
+            form.SetAmountText(u"2"_s);
+            QVERIFY(!form.FollowAmount(text));
+            QCOMPARE(form.AmountText(), u"2"_s);
+            form.SetAmountText(text);
+            QCOMPARE(form.AmountText(), u"1.00"_s);
+        }
+        QVERIFY(form.FollowAmount(u"0.002"_s));
+        QCOMPARE(form.AmountText(), u"0.002"_s);
     }
 
     void anEntryLeftAloneStaysTheSameToTheLastBit() {

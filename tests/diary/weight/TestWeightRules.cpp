@@ -129,6 +129,13 @@ class TestWeightRules : public CDiaryTest {
         fields.date = kDay.addDays(1);
         QVERIFY(form.Confirm(fields));
         QCOMPARE(form.GetEntry().GetMoment(), ToFileTime(QDate(2026, 6, 1), QTime(7, 30, 15)));
+        const QString large = u"2000000000"_s;
+        for (QString* field : {&fields.weight.minor, &fields.bodyFat, &fields.tape[2]}) {
+            const QString before = std::exchange(*field, large);
+            QVERIFY(!form.Confirm(fields));
+            QCOMPARE(m_messages->Said(), u"The number '2000000000' is too large."_s);
+            *field = before;
+        }
     }
 
     void bodyFatFollowsWaistAndWeight() {
@@ -214,6 +221,13 @@ class TestWeightRules : public CDiaryTest {
             const ObjectId record = Database().Weight().RecordAt(position);
             QCOMPARE(WeightToEdit(*m_doc, record)->GetMoment(), ToFileTime(kDay, QTime(0, 0)));
         }
+        const QDate last(9999, 12, 31);
+        for (const auto& [day, shown] : {std::pair(last, last), {last.addDays(1), kDay}}) {
+            undated.SetMoment(FirstMomentOf(day));
+            QVERIFY(Database().Weight().Write(1, undated));
+            const ObjectId record = Database().Weight().RecordAt(1);
+            QCOMPARE(WeightToEdit(*m_doc, record)->GetMoment(), FirstMomentOf(shown));
+        }
         CDietEntry alien;
         CItemDatabaseBase& weights = Database().Weight();
         QVERIFY(weights.Write(-1, alien));  // behind the first
@@ -256,6 +270,7 @@ class TestWeightRules : public CDiaryTest {
             {{65.9, 80, 70}, StonesAndPounds, u"55-89 36 65"_s},
             {{90.5, 80, 70}, StonesAndPounds, u"60-99 41 90"_s},
             {{1e300, 80, 70}, StonesAndPounds, u"60-1009 951"_s},  // damaged
+            {{-1e300, 80, 70}, StonesAndPounds, u"-10-89 101"_s},
         };
         for (const auto& [weights, unit, expected] : rows) {
             const auto table = BmiTable(weights, 175, unit);

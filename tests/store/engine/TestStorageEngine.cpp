@@ -4,6 +4,9 @@
 #include "store/engine/RecordCodec.h"
 #include "store/engine/SqliteFile.h"
 #include "support/DataRows.h"
+#include "support/Files.h"
+
+#include <unistd.h>
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -202,16 +205,59 @@ class TestStorageEngine : public QObject {
         for (const char* table : {"databases", "records", "blocks"}) {
             cleanup();
             init();
-            QCOMPARE(m_engine->Unmount(), kOk);
-            {
-                CSqliteFile file;
-                QCOMPARE(file.Open(m_path), kOk);
-                QCOMPARE(file.Execute(QByteArray("DROP TABLE ") + table), kOk);
-            }
+            Change(QByteArray("DROP TABLE ") + table);
             for (int i = 0; i < 2; ++i) {
                 QCOMPARE(m_engine->Mount(m_path), int(kErrorCorrupt));
             }
         }
+    }
+
+    void aForeignTableOfValuesIsDamage() {
+        Change("CREATE TABLE named_values(x)");
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        CNamedValues values(m_engine->State());
+        std::optional<QString> value;
+        QCOMPARE(values.Read(0, u"a"_s, value), int(kErrorCorrupt));
+        QCOMPARE(values.Write(0, u"a"_s, u"b"_s), int(kErrorCorrupt));
+        QCOMPARE(values.DeleteOwner(1), int(kErrorCorrupt));
+        ObjectId record = 0;
+        QCOMPARE(m_engine->AddRecord(m_database, Numbered(1), record), int(kErrorCorrupt));
+    }
+
+    // A journal whose transaction has ended begins with zeros.
+    void halfAPageIsDamageUnlessAJournalIsPlayed() {
+        QCOMPARE(m_engine->Unmount(), kOk);
+        const QByteArray volume = Load(m_path);
+        for (const int more : {0, 100}) {
+            Save(m_path, volume + QByteArray(more, '\0'));
+            Save(m_path + u"-journal"_s, QByteArray(512, '\0'));
+            QCOMPARE(m_engine->Mount(m_path), more == 0 ? kOk : int(kErrorCorrupt));
+            QCOMPARE(m_engine->Unmount(), kOk);
+        }
+        QFile::remove(m_path + u"-journal"_s);
+    }
+
+    void aVolumeThatCannotBeWrittenIsRefused() {
+        QCOMPARE(m_engine->Unmount(), kOk);
+        QVERIFY(
+            QFile::setPermissions(m_path, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x5777)));
+        // The superuser may write every file.
+        const uid_t user = ::geteuid();
+        constexpr uid_t kNobody = 65534;
+        QVERIFY(user != 0 || ::seteuid(kNobody) == 0);
+        const EPlatformError error = m_engine->Mount(m_path);
+        QCOMPARE(::seteuid(user), 0);
+        QCOMPARE(error, int(kErrorAccessDenied));
+        QVERIFY(!m_engine->IsMounted());
+    }
+
+    void whatAForeignProgramLeftInTheFileIsNotRun() {
+        Change("CREATE TRIGGER t AFTER INSERT ON records BEGIN DELETE FROM records; END");
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        QVERIFY(Added(*m_engine, m_database, Numbered(1)) != 0);
+        PropertyList read;
+        QCOMPARE(m_engine->ReadRecord(1, read), kOk);
     }
 
     void aDeletedDatabaseTakesItsRecordsAlong() {
@@ -294,12 +340,7 @@ class TestStorageEngine : public QObject {
             QVERIFY(Added(*m_engine, m_database, Numbered(i)) != 0);
         }
         QCOMPARE(m_engine->EndGroup(), kOk);
-        QCOMPARE(m_engine->Unmount(), kOk);
-        {
-            CSqliteFile file;
-            QCOMPARE(file.Open(m_path), kOk);
-            QCOMPARE(file.Execute((QByteArray("UPDATE blocks SET ") + change).constData()), kOk);
-        }
+        Change(QByteArray("UPDATE blocks SET ") + change);
         QCOMPARE(m_engine->Mount(m_path), kOk);
         int count = 0;
         ObjectId record = 0;
@@ -319,6 +360,14 @@ class TestStorageEngine : public QObject {
     void Remount() {
         QCOMPARE(m_engine->Unmount(), kOk);
         QCOMPARE(m_engine->Mount(m_path), kOk);
+    }
+
+    /// Leaves the volume unmounted.
+    void Change(const QByteArray& sql) {
+        QCOMPARE(m_engine->Unmount(), kOk);
+        CSqliteFile file;
+        QCOMPARE(file.Open(m_path), kOk);
+        QCOMPARE(file.Execute(sql.constData()), kOk);
     }
 
     // One insertion, or a deletion, or a move to another key, in both.

@@ -129,12 +129,22 @@ class TestVolumeLost : public QObject {
         QVERIFY(QDir().mkdir(folder));
         QCOMPARE(m_engine->SaveCopy(folder), int(kErrorAccessDenied));
         QVERIFY(m_engine->SaveCopy(m_folder->filePath(u"none/copy.db"_s)) != kOk);
+        const QString copy = m_folder->filePath(u"copy.db"_s);
+        for (const char* left : {".part", ".part-1"}) {
+            Save(copy + QLatin1StringView(left), left);  // by a program that was killed
+        }
+        {
+            const CFileSizeLimit full(50'000);
+            QCOMPARE(m_engine->SaveCopy(copy), int(kErrorDiskFull));
+        }
         QCOMPARE(m_engine->BeginGroup(), kOk);
         QVERIFY(Added(*m_engine, m_database, Numbered(kCount)) != 0);
-        QCOMPARE(m_engine->SaveCopy(m_folder->filePath(u"copy.db"_s)), int(kErrorInvalidParameter));
+        QCOMPARE(m_engine->SaveCopy(copy), int(kErrorInvalidParameter));
         QCOMPARE(m_engine->EndGroup(), kOk);
-        const QStringList copies = {u"copy.db*"_s, u"*.part*"_s};
-        QCOMPARE(QDir(m_folder->path()).entryList(copies), QStringList());
+        QCOMPARE(QDir(m_folder->path()).entryList({u"copy.db*"_s, u"*.part*"_s}),
+                 (QStringList{u"copy.db.part"_s, u"copy.db.part-1"_s}));
+        QCOMPARE(m_engine->SaveCopy(copy), kOk);
+        QCOMPARE(Load(copy + u".part"_s) + Load(copy + u".part-1"_s), ".part.part-1");
     }
 
     void aCopyOfDamageIsMadeAndSaysSo() {
