@@ -1,5 +1,6 @@
 #include "controls/OverlayField.h"
 
+#include <QAbstractScrollArea>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QTimer>
@@ -33,7 +34,10 @@ COverlayField::COverlayField(const QString& name, std::vector<CReportColumn> col
     m_pane->SetList(m_list);
     m_layout->addWidget(m_pane, 1);
 
-    over->installEventFilter(this);
+    // A scroll area puts its bars above everything in it.
+    const auto* area = qobject_cast<QAbstractScrollArea*>(over);
+    m_covered = area == nullptr ? over : area->viewport();
+    m_covered->installEventFilter(this);
     connect(this, &QLineEdit::textEdited, this, &COverlayField::Open);
     connect(m_list, &CReportList::clicked, this, [this](const QModelIndex& index) {
         if (IsOpen()) {
@@ -123,7 +127,7 @@ void COverlayField::focusOutEvent(QFocusEvent* event) {
 }
 
 bool COverlayField::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_overlay->parentWidget() && event->type() == QEvent::Resize && IsOpen()) {
+    if (watched == m_covered && event->type() == QEvent::Resize && IsOpen()) {
         Place();
     }
     return QLineEdit::eventFilter(watched, event);
@@ -131,10 +135,10 @@ bool COverlayField::eventFilter(QObject* watched, QEvent* event) {
 
 void COverlayField::Place() {
     const QWidget* over = m_overlay->parentWidget();
+    QRect room = m_covered == over ? over->contentsRect() : m_covered->geometry();
     const int below = mapTo(over, rect().bottomLeft()).y();
     // A list lower than half its parent would be hard to use.
     const int top = std::clamp(below + 1, 0, over->height() / 2);
-    QRect room = over->contentsRect();
     room.setTop(top);
     m_overlay->setGeometry(room.x(), room.y(), room.width(), OverlayHeight(room.height()));
 }

@@ -59,6 +59,7 @@ class COverlayField : public QLineEdit {
     void Place();
 
     QWidget* m_overlay;
+    QWidget* m_covered;  ///< `over`, or what is beside its scroll bars
     QVBoxLayout* m_layout;
     CReportList* m_list;
     CListPane* m_pane;

@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSplitter>
 
 #include "controls/Dialog.h"
@@ -69,9 +71,29 @@ class TestSmallScreen : public CFrameTest {
         QVERIFY(status->isVisible());
         QCoreApplication::processEvents();  // lays the window out
         QVERIFY(status->height() >= status->heightForWidth(status->width()));
+        const int height = status->height();
+        QTest::keyClick(line, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(status->text(), u"Undone: addition of Apple."_s);
+        QCoreApplication::processEvents();
+        QVERIFY(status->height() < height);
         QTest::keyClick(line, Qt::Key_Escape);
         QVERIFY(line->isHidden());
         QVERIFY(Find<CReportList>(*frame.ActiveView(), "entries")->hasFocus());
+    }
+
+    void foundFoodsLieBesideTheScrollBarOfTheDialog() {
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        OnDialog<CDialog>([](CDialog& dialog) {
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_A);
+            QCoreApplication::processEvents();
+            const auto* content = Find<QScrollArea>(dialog, "content");
+            const QRect list = Find<QWidget>(dialog, "searchList")->geometry();
+            dialog.reject();  // closes only the list
+            QVERIFY(content->verticalScrollBar()->isVisible());
+            QCOMPARE(list.right(), content->viewport()->geometry().right());
+        });
+        Trigger(frame, u"Add entry..."_s);
     }
 
     void theFileDialogLeavesOutWhatHasNoRoom() {
