@@ -67,14 +67,18 @@ void ClickButton(QWidget* window, const QString& text) {
     FailTour(u"no button "_s + text);
 }
 
-void Type(QWidget* field, const QString& text) {
-    if (auto* box = qobject_cast<QComboBox*>(field)) {
-        field = box->lineEdit();
-    }
+void TypeOn(QWidget* field, const QString& text) {
     BringIntoSight(field);
     TakeFocus(field);
     QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClicks(field, text);
+}
+
+void Type(QWidget* field, const QString& text) {
+    if (auto* box = qobject_cast<QComboBox*>(field)) {
+        field = box->lineEdit();
+    }
+    TypeOn(field, text);
     QTest::keyClick(field, Qt::Key_Tab);
 }
 

@@ -18,7 +18,9 @@ Widget* Find(QWidget* window, const QString& name) {
 void Click(QWidget* widget);
 /// Clicks a button of a dialog or message box, given by its text without "&".
 void ClickButton(QWidget* window, const QString& text);
-/// Replaces the text of a field.
+/// Replaces the text of a field and stays in it.
+void TypeOn(QWidget* field, const QString& text);
+/// Replaces the text of a field and leaves it.
 void Type(QWidget* field, const QString& text);
 void Press(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 /// Chooses a row of a drop-down list by its beginning.

@@ -9,6 +9,7 @@
 #include "Cooking.h"
 #include "Diaries.h"
 #include "Hands.h"
+#include "Typing.h"
 #include "controls/ReportList.h"
 
 using namespace Qt::StringLiterals;
@@ -241,6 +242,7 @@ std::vector<CTourStep> FirstTenMinutes(const QString& foodFile, const QString& f
     Add(steps, Catalogue(foodFile));
     Add(steps, ThreeMeals());
     Add(steps, LookAtTheDay());
+    Add(steps, TypeAMeal());
     Add(steps, EatAgain());
     Add(steps, CookAndEat(folder + u"/recipe.txt"_s));
     Add(steps, KeepDiaries(folder + u"/report.csv"_s));

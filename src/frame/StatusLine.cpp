@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QLabel>
+#include <QLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +34,9 @@ void CStatusLine::Tell(const QString& text) {
         QAccessible::updateAccessibility(&announced);
     }
     ShowOrHide();
+    // The window does not notice that the text takes more lines than the one before.
+    layout()->activate();
+    parentWidget()->layout()->invalidate();
 }
 
 void CStatusLine::SetSmall(bool isSmall) {

@@ -95,6 +95,11 @@ class TestSmallScreen : public CFrameTest {
         QVERIFY(status->isVisible());
         QCoreApplication::processEvents();  // lays the window out
         QVERIFY(status->height() >= status->heightForWidth(status->width()));
+        const int height = status->height();
+        QTest::keyClick(line, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(status->text(), u"Undone: addition of Apple."_s);
+        QCoreApplication::processEvents();
+        QVERIFY(status->height() < height);
         QTest::keyClick(line, Qt::Key_Escape);
         QVERIFY(line->isHidden());
         QVERIFY(Find<CReportList>(*frame.ActiveView(), "entries")->hasFocus());
