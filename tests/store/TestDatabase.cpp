@@ -88,6 +88,7 @@ class TestDatabase : public CCatalogueTest {
             const CCategoryList list = Database().Catalogue().FillCategoryList(kFoods, 1);
             return list.entries.size() == 1 && !list.leftOut.IsAnything();
         };
+        QVERIFY(!Database().Foods().Write(9, MakeFood(1, u"Pear"_s, u"ripe"_s)));  // is not added
         QVERIFY(isWhole());
         QCOMPARE(m_messages->Said(), QString());  // no food
         QVERIFY(Database().GetStore().WriteRecord(raw, 0, {qint32{2}}));
@@ -217,6 +218,7 @@ class TestDatabase : public CCatalogueTest {
         QVERIFY(!Database().Profiles().Open(u"Anna"_s, true));
         QVERIFY(!Database().Profiles().Delete(u"Anna"_s));
         QVERIFY(!Database().Profiles().SaveValue(u"name"_s, u"value"_s));
+        QVERIFY(!Database().Catalogue().FillCategoryList(kFoods, 1).leftOut.IsAnything());
         QCOMPARE(m_messages->Said(),
                  u"GetNumberOfUserProfiles:: Unknown error.|Cannot delete database."_s);
     }

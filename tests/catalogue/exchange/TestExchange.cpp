@@ -166,6 +166,15 @@ class TestExchange : public CCatalogueTest {
                  u"Exported 1 exercises.|Exported 3 foods.|Exported 2 foods."_s);
     }
 
+    void theNextItemDoesNotStandInForADamagedOne() {
+        Import(FoodFile(3));
+        Damage(Database().Foods(), 1);
+        const QByteArray file = Export({EExportChoice::Selected, -1, {1, 0}});
+        QVERIFY(file.contains("\"0\"") && !file.contains("\"2\""));
+        QCOMPARE(m_messages->Said(), u"Exported 1 foods."_s);
+        QCOMPARE(m_messages->details, QStringList{u"1 damaged food is left out."_s});
+    }
+
     void namesThatCannotComeBackAreNamedWithTheSummary() {
         const qint32 category = AddCategory(Database(), u"\"Raw\", cold"_s);
         for (const QString& name :
