@@ -88,7 +88,6 @@ class TestDatabase : public CCatalogueTest {
             const CCategoryList list = Database().Catalogue().FillCategoryList(kFoods, 1);
             return list.entries.size() == 1 && !list.leftOut.IsAnything();
         };
-        QVERIFY(!Database().Foods().Write(9, MakeFood(1, u"Pear"_s, u"ripe"_s)));  // is not added
         QVERIFY(isWhole());
         QCOMPARE(m_messages->Said(), QString());  // no food
         QVERIFY(Database().GetStore().WriteRecord(raw, 0, {qint32{2}}));
