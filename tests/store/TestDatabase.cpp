@@ -217,6 +217,7 @@ class TestDatabase : public CCatalogueTest {
         QVERIFY(!Database().Profiles().Open(u"Anna"_s, true));
         QVERIFY(!Database().Profiles().Delete(u"Anna"_s));
         QVERIFY(!Database().Profiles().SaveValue(u"name"_s, u"value"_s));
+        QVERIFY(!Database().Catalogue().FillCategoryList(kFoods, 1).leftOut.IsAnything());
         QCOMPARE(m_messages->Said(),
                  u"GetNumberOfUserProfiles:: Unknown error.|Cannot delete database."_s);
     }

@@ -17,11 +17,8 @@ bool StaysInFolder(const QString& name) {
 /// The picture as it is stored: without the file header, but with as many zero bytes at its end.
 QByteArray ReadPicture(const QString& path) {
     const QFileInfo info(path);
-    if (!info.isFile() || info.size() < kFileHeaderBytes || info.size() > kLargestFileBytes) {
-        return {};
-    }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!info.isFile() || info.size() > kLargestFileBytes || !file.open(QIODevice::ReadOnly)) {
         return {};
     }
     QByteArray block = file.read(kLargestFileBytes);

@@ -143,6 +143,24 @@ class TestExchange : public CCatalogueTest {
         }
     }
 
+    void picturesHaveASize() {
+        constexpr int kHeader = 14;
+        constexpr int kLargest = 4 << 20;
+        QByteArray lines = "<Foods>\r\n";
+        for (const int size : {kHeader - 1, kHeader, kLargest, kLargest + 1}) {
+            const QByteArray name = QByteArray::number(size);
+            Save(Path(QString::fromLatin1(name) + u"_S.bmp"_s), "BM" + QByteArray(size - 2, 'x'));
+            lines += "1," + name + ",a,b," + kValues + "cup,1,\r\n";
+        }
+        QCOMPARE(Import(lines), u"Imported 4 foods."_s);
+        CCategory category;
+        for (const auto& [position, size] :
+             {std::pair{0, 0}, {1, kHeader}, {2, kLargest}, {3, 0}}) {
+            QVERIFY(Database().Categories().Read(position, category));
+            QCOMPARE(category.GetSmallPicture().size(), size);
+        }
+    }
+
     void textsWithoutPlaceInTheFileAreReplaced() {
         for (const QString& name : {u"Caf\u00e9 \u4f60"_s, u"Tea"_s, u"Milk"_s}) {
             CFoodItem food = MakeFood(77, name, u"x"_s);
@@ -164,6 +182,15 @@ class TestExchange : public CCatalogueTest {
         QVERIFY(selected.indexOf("Milk") < selected.indexOf("Caf") && !selected.contains("Tea"));
         QCOMPARE(m_messages->Said(),
                  u"Exported 1 exercises.|Exported 3 foods.|Exported 2 foods."_s);
+    }
+
+    void theNextItemDoesNotStandInForADamagedOne() {
+        Import(FoodFile(3));
+        Damage(Database().Foods(), 1);
+        const QByteArray file = Export({EExportChoice::Selected, -1, {1, 0}});
+        QVERIFY(file.contains("\"0\"") && !file.contains("\"2\""));
+        QCOMPARE(m_messages->Said(), u"Exported 1 foods."_s);
+        QCOMPARE(m_messages->details, QStringList{u"1 damaged food is left out."_s});
     }
 
     void namesThatCannotComeBackAreNamedWithTheSummary() {

@@ -1,8 +1,10 @@
 // The engine against a plain sorted list, and its refusals.
+#include "store/engine/Checksum.h"
 #include "store/engine/EngineSteps.h"
 #include "store/engine/NamedValues.h"
 #include "store/engine/RecordCodec.h"
 #include "store/engine/SqliteFile.h"
+#include "store/engine/VolumeIdentity.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
 
@@ -137,9 +139,15 @@ class TestStorageEngine : public QObject {
         ObjectId record = Added(*m_engine, m_database, Numbered(1));
         int count = 0;
         qint64 key = 0;
-        for (const int error : {m_engine->AddRecord(m_database, {QString()}, record),
-                                m_engine->ReplaceRecord(m_database, record, {QString()})}) {
-            QCOMPARE(error, int(kErrorInvalidParameter));
+        const PropertyList most(kMaximumProperties, qint32{1});
+        QCOMPARE(m_engine->ReplaceRecord(m_database, record, most), kOk);
+        PropertyList tooMany = most;
+        tooMany.emplace_back(qint32{1});
+        for (const PropertyList& wrong : {PropertyList(), PropertyList{QString()}, tooMany}) {
+            QCOMPARE(m_engine->ReplaceRecord(m_database, record, wrong),
+                     int(kErrorInvalidParameter));
+            ObjectId added = 0;
+            QCOMPARE(m_engine->AddRecord(m_database, wrong, added), int(kErrorInvalidParameter));
         }
         constexpr ObjectId kNoDatabase = 99;
         for (const int error :
@@ -169,6 +177,32 @@ class TestStorageEngine : public QObject {
         QCOMPARE(values.DeleteOwner(0), int(kErrorInvalidParameter));
         constexpr int kNoResultOfSqlite = 99;
         QCOMPARE(PlatformErrorOf(kNoResultOfSqlite), int(kErrorInputOutput));
+    }
+
+    // Volumes written before must stay readable.
+    void whatIsStoredStaysTheSame() {
+        QByteArray bytes;
+        for (int i = 0; i < 100; ++i) {
+            bytes += static_cast<char>(7 * i);
+        }
+        quint64 sum = 0;
+        for (int size = 0; size <= 100; ++size) {
+            sum = ChecksumWith(sum, ChecksumOf(bytes.first(size), sum));
+        }
+        QCOMPARE(sum, 0xC59CB47626897F3EU);
+        CVolumeIdentity identity;
+        std::copy_n(bytes.begin(), identity.volume.size(), identity.volume.begin());
+        identity.generation = 0x0102;
+        identity.nonce = 0x0304;
+        identity.previousNonce = 0x0506;
+        const QByteArray row = identity.ToBytes();
+        QCOMPARE(row.toHex(), QByteArray("9a561d6c6de372610769f0646e843bc6"
+                                         "00070e151c232a31383f464d545b6269"
+                                         "020100000000000004030000000000000605000000000000"));
+        for (const int most : {55, 56}) {
+            QCOMPARE(CVolumeIdentity::FindIn("ab" + row.first(most)).has_value(), most == 56);
+        }
+        QVERIFY(CVolumeIdentity::FindIn("ab" + row) == identity);
     }
 
     // Each byte in turn is changed or the last one; what is still a record, and which.
@@ -305,6 +339,9 @@ class TestStorageEngine : public QObject {
         const ObjectId elsewhere = Created(*m_engine, u"Numbers"_s);
         QCOMPARE(elsewhere, 1);
         QCOMPARE(Added(*m_engine, elsewhere, Numbered(7)), 1);
+        QCOMPARE(m_engine->DeleteRecord(elsewhere, 1), kOk);
+        Remount();
+        QCOMPARE(Added(*m_engine, elsewhere, Numbered(8)), 2);
     }
 
     // Three blocks with keys 0 to 489, 490 to 979, and 980 to 989.
