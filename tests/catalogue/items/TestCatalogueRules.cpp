@@ -42,6 +42,8 @@ class TestCatalogueRules : public CCatalogueTest {
             }
             QCOMPARE(found, expected);
         }
+        // The nearest double: no other number is between it and its text.
+        QVERIFY(ImportedNumber(u"96.48064786969077") == 96.48064786969077);
     }
 
     void numbersAreWrittenWithThreeDecimals() {
