@@ -22,8 +22,7 @@ PROGRAM = os.path.abspath(sys.argv[1])
 COMMANDS = int(sys.argv[2]) if len(sys.argv) > 2 else 2000
 KILLS = int(sys.argv[3]) if len(sys.argv) > 3 else 200
 RANDOM = random.Random(int(sys.argv[4]) if len(sys.argv) > 4 else 1)
-ROUND = 80  # commands that succeed; with the killed ones fewer than LIMIT
-LIMIT = 100  # steps that the history keeps of a scope
+ROUND = 80  # commands that succeed; with the killed ones fewer than the history keeps
 KINDS = {"foods": "foods", "menus": "menus", "recipes": "recipes", "exlib": "exercises"}
 PROFILES = ("Ann", "Bob")
 NAMES = ("Apple", "Bread", "Milk", "Egg", "Rice")
@@ -194,10 +193,11 @@ def compare(what, seen, expected):
             sys.exit(f"{what}: {name} differs from what was stored before")
 
 
-def compare_steps(what, seen, expected):
-    """The oldest ones may have been dropped since, beyond 100 of a scope with those undone."""
-    for left, all_steps in zip(seen, expected):
-        if left != all_steps[:len(left)] or len(left) < min(len(all_steps), 1):
+def compare_steps(what, seen, expected, before, undone):
+    """Of the expected steps the oldest ones may have been dropped to keep the limit, but only until
+    `before`, from which at most `undone` steps were taken back."""
+    for left, all_steps, later in zip(seen, expected, before):
+        if left != all_steps[:len(left)] or len(left) < min(len(all_steps), len(later) - undone):
             sys.exit(f"{what}: the steps differ: {left} instead of {all_steps}")
 
 
@@ -236,14 +236,15 @@ def main():
             played += play(marker)
         while run("redo")[0] == 0:
             pass
-        end, end_steps = stored(), steps()
+        end, end_steps, before = stored(), steps(), undone
         while newest() != marker:
             status, output = killed_run("undo")
             if status == 1:
                 sys.exit(f"undo: {output}")
             undone += status == 0
         compare(f"round {number}, undone", stored(), start)
-        compare_steps(f"round {number}, undone", steps(), start_steps)
+        compare_steps(f"round {number}, undone", steps(), start_steps, end_steps,
+                      undone - before + len(kills))
         while True:
             status, output = killed_run("redo")
             redone += status == 0
@@ -252,7 +253,7 @@ def main():
                     sys.exit(f"redo: {output}")
                 break
         compare(f"round {number}, redone", stored(), end)
-        compare_steps(f"round {number}, redone", steps(), end_steps)
+        compare_steps(f"round {number}, redone", steps(), end_steps, end_steps, 0)
         if sum(counts.values()) >= COMMANDS and len(kills) >= KILLS:
             break
     print(f"{sum(counts.values())} commands that succeeded in {number + 1} rounds, {undone} undos, "

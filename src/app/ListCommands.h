@@ -38,6 +38,6 @@ QString StepName(QLatin1StringView command, int count, const QString& item,
 
 /// Calls `act` on each index as one unit of work (see RunAsUnit), under a wait cursor when there
 /// are several. Stops at the first index that fails and shows `failure` unless it is empty; what
-/// was done before it stays. Returns how many succeeded.
+/// was done before it stays, and the step then tells nothing. Returns how many succeeded.
 int ActOnEach(CRecordStore& store, const std::vector<int>& indexes,
               const std::function<bool(int index)>& act, const QString& failure);

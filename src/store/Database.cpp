@@ -64,7 +64,7 @@ bool CDatabase::OpenCatalogue() {
         m_store.History().Watch(database->GetId(), kCatalogueScope, CViewSettings::kMarker);
     }
     m_store.History().Watch(m_categories.GetId(), kCatalogueScope);
-    // What a killed dialog has left goes together with its step.
+    // What a killed dialog left is removed together with its step.
     CStep step(m_store, {});
     step.Cancel();
     m_composed.RemoveOrphans(ECatalogueKind::Menus);

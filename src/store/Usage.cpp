@@ -74,9 +74,8 @@ const CUseCounts& CUsage::CountsOf(ObjectId profile) {
     if (!diet.IsValid()) {
         return use.counts;
     }
-    m_table.Load();
     const int count = m_store.CountRecords(diet);
-    use.isStored = m_table.SumOf(profile) == count &&
+    use.isStored = m_table.Load() == kErrorSuccess && m_table.SumOf(profile) == count &&
                    (count == 0 || m_table.Read(profile, use.rows) == kErrorSuccess);
     if (!use.isStored) {
         use.rows = CountEntries(diet);
@@ -172,8 +171,7 @@ EPlatformError CUsage::DatabaseDeleted(qint64 database) {
 
 // Outside the unit's transaction, see CUsageTable.
 EPlatformError CUsage::UnitBegins() {
-    m_table.Load();
-    return kErrorSuccess;
+    return m_table.Load();
 }
 
 EPlatformError CUsage::UnitEnds() {

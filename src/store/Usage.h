@@ -23,8 +23,8 @@ using CUseCounts = std::unordered_map<ItemUseKey, CUseCount>;
 ///
 /// Invariants:
 /// 1. The counts of a profile add up to the number of its diet entries; entries that cannot be read
-///    have a row of their own. Counts that do not, or that were there when another program wrote
-///    the file, are not used: the entries are counted when the counts are asked for, and the table
+///    have a row of their own. Counts that do not, or that a program that does not keep them has
+///    passed by, are not used: the entries are counted when the counts are asked for, and the table
 ///    is written again with the next change.
 /// 2. The counts of a profile go with its database.
 class CUsage : private CChangeListener {

@@ -236,8 +236,8 @@ void CImportRun::ReportSummary() const {
     ShowMessage(summary, EMessageIcon::Result);
 }
 
-/// About the HistoryRoom of the items, with their components, that the file may replace: as if it
-/// had as many as its size allows and each was there already. Those that it adds take no room. A
+/// About the HistoryRoom of the items, with their components, that the file may replace, assuming
+/// that it holds as many as its size allows and that each exists already. Those that it adds take no room. A
 /// pipe has no size; what it brings is judged as the step runs.
 qint64 RoomForReplaced(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy,
                        const QString& path) {

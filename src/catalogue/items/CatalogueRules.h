@@ -54,7 +54,6 @@ class CCatalogueRules {
     CItemDatabaseBase& Items() { return m_database.Items(m_kind.code); }
     [[nodiscard]] Texts NamesOf(const CCategoryListEntry& entry) const;
     [[nodiscard]] QString StepNameOf(QLatin1StringView command, const Entries& selected) const;
-    /// About the bytes of the items of a category.
     /// About the HistoryRoom of items, judged by some of them when they are many.
     qint64 RoomFor(const std::vector<int>& positions, bool withComponents);
     /// None of a damaged menu or recipe.

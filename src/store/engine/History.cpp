@@ -45,7 +45,8 @@ QString CHistory::EndStep() {
     }
     const auto stored = std::ranges::find_if(m_committed, &COpenStep::isRecorded);
     const bool isStored = stored != m_committed.end();
-    const QString name = isStored && !m_isCancelled ? stored->step.name : QString();
+    const bool isDone = isStored && !m_isCancelled && !m_isProvisional;
+    QString name = isDone ? stored->step.name : QString();
     if (m_isCancelled && isStored) {
         // A failure leaves a step that undoes nothing.
         (void)m_state.Write([this] { return Guard([this] { return DropCancelled(); }); });
@@ -69,7 +70,7 @@ void CHistory::CloseSteps() {
 template <typename Work>
 EPlatformError CHistory::Guard(Work work) {
     const EPlatformError error = work();
-    if (!IsHistoryDamage(error)) {
+    if (!IsTableDamage(error)) {
         return error;
     }
     if (m_reverted != nullptr) {
@@ -106,7 +107,7 @@ CHistoryNotices CHistory::TakeNotices() {
 
 EPlatformError CHistory::Load() {
     const EPlatformError error = m_steps.Load();
-    if (!IsHistoryDamage(error)) {
+    if (!IsTableDamage(error)) {
         return error;
     }
     (void)StartAgainAtOnce();
@@ -149,7 +150,7 @@ EPlatformError CHistory::RecordChanged(const CRecordChange& change) {
 // Before the unit's transaction begins.
 EPlatformError CHistory::UnitBegins() {
     const EPlatformError error = m_steps.Load();
-    if (!IsHistoryDamage(error)) {
+    if (!IsTableDamage(error)) {
         return error;
     }
     StartAgain();
@@ -390,8 +391,8 @@ EPlatformError CHistory::Clear(std::optional<qint64> scope) {
         (m_steps.List().empty() && !m_steps.HasDropped() && former.empty())) {
         return error;
     }
-    m_notices.isPartLeft = !former.empty() && m_state.file.CheckIntegrity() != kErrorSuccess;
-    if (m_notices.isPartLeft) {
+    bool isPartLeft = !former.empty() && m_state.file.CheckIntegrity() != kErrorSuccess;
+    if (isPartLeft) {
         former.clear();
     }
     error = m_state.Write([&] {
@@ -402,7 +403,12 @@ EPlatformError CHistory::Clear(std::optional<qint64> scope) {
         }
         return result == kErrorSuccess ? m_steps.Tables().RemoveFormer(former) : result;
     });
-    return IsHistoryDamage(error) ? StartAgainAtOnce() : error;
+    if (IsTableDamage(error)) {
+        isPartLeft = true;  // in the tables that were in use until now
+        error = StartAgainAtOnce();
+    }
+    m_notices.isPartLeft = isPartLeft && error == kErrorSuccess;
+    return error;
 }
 
 EPlatformError CHistory::Tidy() {
@@ -411,5 +417,5 @@ EPlatformError CHistory::Tidy() {
 
 EPlatformError CHistory::Tidy(qint64 most) {
     const EPlatformError error = m_state.Write([this, most] { return m_steps.Tidy(most); });
-    return IsHistoryDamage(error) ? StartAgainAtOnce() : error;
+    return IsTableDamage(error) ? StartAgainAtOnce() : error;
 }

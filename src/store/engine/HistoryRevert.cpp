@@ -9,7 +9,7 @@ EPlatformError CHistoryRevert::Run(const CHistoryStep& step, EReverted& result) 
     for (qint64 number = step.changes - 1; number >= 0; --number) {
         result = EReverted::Failed;
         EPlatformError error = m_tables.ReadChange(step, number, change);
-        if (IsHistoryDamage(error)) {
+        if (IsTableDamage(error)) {
             result = EReverted::Damaged;
         }
         bool isChanged = false;

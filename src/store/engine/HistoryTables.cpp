@@ -8,11 +8,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr auto kStepsName = "history_steps_"_L1;
-constexpr auto kChangesName = "history_changes_"_L1;
+constexpr QStringView kPrefix = u"history_";
+constexpr QStringView kStepsName = u"history_steps_";
+constexpr QStringView kChangesName = u"history_changes_";
 // In the statements, # is the number of the tables.
-constexpr char kFind[] =
-    "SELECT name FROM sqlite_schema WHERE type='table' AND name LIKE 'history%'";
 constexpr char kCreateSteps[] =
     "CREATE TABLE history_steps_#(id INTEGER PRIMARY KEY, scope INTEGER NOT NULL, owner TEXT,"
     " name TEXT NOT NULL, state INTEGER NOT NULL, changes INTEGER NOT NULL,"
@@ -62,7 +61,7 @@ EState StateOf(const CHistoryStep& step) {
 
 /// The number in the name of a table of the history; -1 for any other name.
 qint64 NumberIn(const QString& table) {
-    for (const QLatin1StringView name : {kStepsName, kChangesName}) {
+    for (const QStringView name : {kStepsName, kChangesName}) {
         if (table.startsWith(name)) {
             return table.sliced(name.size()).toLongLong();
         }
@@ -91,18 +90,12 @@ quint64 SealOf(qint64 id, const CHistoryChange& change) {
 
 EPlatformError CHistoryTables::Find() {
     Release();
-    CStatement find;
-    if (const EPlatformError error = find.Prepare(m_file, kFind); error != kErrorSuccess) {
-        return error;
+    std::vector<QString> names;
+    const EPlatformError error = m_file.ListTables(kStepsName, names);
+    for (const QString& name : names) {
+        m_number = std::max(m_number, NumberIn(name));
     }
-    find.Start({});
-    while (find.Next()) {
-        const QString name = find.GetText(0);
-        if (name.startsWith(kStepsName)) {
-            m_number = std::max(m_number, name.sliced(kStepsName.size()).toLongLong());
-        }
-    }
-    return find.Finish();
+    return error;
 }
 
 EPlatformError CHistoryTables::Create() {
@@ -204,18 +197,12 @@ EPlatformError CHistoryTables::RemoveSome(qint64 step, qint64 count) {
 }
 
 EPlatformError CHistoryTables::FindFormer(std::vector<QString>& names) {
-    CStatement find;
-    if (const EPlatformError error = find.Prepare(m_file, kFind); error != kErrorSuccess) {
-        return error;
-    }
-    find.Start({});
-    while (find.Next()) {
-        const QString name = find.GetText(0);
-        if (const qint64 number = NumberIn(name); number > 0 && number != m_number) {
-            names.push_back(name);
-        }
-    }
-    return find.Finish();
+    const EPlatformError error = m_file.ListTables(kPrefix, names);
+    std::erase_if(names, [this](const QString& name) {
+        const qint64 number = NumberIn(name);
+        return number <= 0 || number == m_number;
+    });
+    return error;
 }
 
 EPlatformError CHistoryTables::RemoveFormer(const std::vector<QString>& names) {

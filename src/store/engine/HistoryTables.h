@@ -8,11 +8,6 @@
 
 #include "store/engine/SqliteFile.h"
 
-/// Whether an operation on the tables failed because they are damaged, or not ours.
-[[nodiscard]] constexpr bool IsHistoryDamage(EPlatformError error) {
-    return error == kErrorCorrupt || error == kErrorBadFormat;
-}
-
 struct CHistoryStep {
     qint64 id = 0;     ///< ascends with time
     qint64 scope = 0;  ///< see CHistory::Watch
@@ -75,6 +70,7 @@ class CHistoryTables {
 
     /// The tables with other numbers than those in use. Not within a transaction.
     EPlatformError FindFormer(std::vector<QString>& names);
+    /// Within a transaction, when the file is sound.
     EPlatformError RemoveFormer(const std::vector<QString>& names);
 
     /// A step has a list of changes to undo or one to redo; `number` counts from 0. A change that

@@ -25,9 +25,9 @@ constexpr char kDeleteOwner[] = "DELETE FROM named_values WHERE owner=?1";
 EPlatformError CNamedValues::Read(ObjectId owner, const QString& name,
                                   std::optional<QString>& value) {
     value.reset();
-    bool isThere = false;
-    if (const EPlatformError error = m_state.file.HasTable(kTable, isThere);
-        error != kErrorSuccess || !isThere) {
+    std::vector<QString> tables;
+    if (const EPlatformError error = m_state.file.ListTables(kTable, tables);
+        error != kErrorSuccess || tables.empty()) {
         return error;
     }
     CStatement read;
@@ -61,9 +61,9 @@ EPlatformError CNamedValues::WriteInUnit(ObjectId owner, const QString& name,
 }
 
 EPlatformError CNamedValues::DeleteOwner(ObjectId owner) {
-    bool isThere = false;
-    if (const EPlatformError error = m_state.file.HasTable(kTable, isThere);
-        error != kErrorSuccess || !isThere) {
+    std::vector<QString> tables;
+    if (const EPlatformError error = m_state.file.ListTables(kTable, tables);
+        error != kErrorSuccess || tables.empty()) {
         return error;
     }
     return m_state.Write([&] { return RunOnce(kDeleteOwner, {owner}); });

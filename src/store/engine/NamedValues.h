@@ -21,7 +21,6 @@ class CNamedValues {
   public:
     explicit CNamedValues(CStorageState& state) : m_state(state) {}
 
-    /// Nothing when there is no such value or it cannot be read.
     /// Sets `value` to nothing when there is none.
     EPlatformError Read(ObjectId owner, const QString& name, std::optional<QString>& value);
     EPlatformError Write(ObjectId owner, const QString& name, const QString& value);

@@ -11,5 +11,10 @@ enum [[nodiscard]] EPlatformError : int{
     kErrorInputOutput = 1117,    kErrorNewerVersion = 1150,   kErrorCorrupt = 1392,
 };
 
+/// Whether an operation on a table failed because it is damaged, or not ours.
+[[nodiscard]] constexpr bool IsTableDamage(EPlatformError error) {
+    return error == kErrorCorrupt || error == kErrorBadFormat;
+}
+
 /// The one table from SQLite result codes (extended ones included) to platform numbers.
 EPlatformError PlatformErrorOf(int sqliteResult);

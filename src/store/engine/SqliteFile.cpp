@@ -300,18 +300,23 @@ EPlatformError CSqliteFile::Execute(const char* sql) {
     return ErrorOf(sqlite3_exec(m_connection, sql, nullptr, nullptr, nullptr));
 }
 
-EPlatformError CSqliteFile::HasTable(QStringView name, bool& isThere) {
+EPlatformError CSqliteFile::ListTables(QStringView prefix, std::vector<QString>& names) {
+    names.clear();
     if (!IsOpen()) {
         return kErrorInvalidParameter;
     }
     CStatement find;
     if (const EPlatformError error =
-            find.Prepare(*this, "SELECT 1 FROM sqlite_schema WHERE type='table' AND name=?");
+            find.Prepare(*this, "SELECT name FROM sqlite_schema WHERE type='table'");
         error != kErrorSuccess) {
         return error;
     }
-    find.Start({name});
-    isThere = find.Next();
+    find.Start({});
+    while (find.Next()) {
+        if (const QString name = find.GetText(0); name.startsWith(prefix)) {
+            names.push_back(name);
+        }
+    }
     return find.Finish();
 }
 

@@ -46,8 +46,8 @@ class CSqliteFile {
     void Rollback();
 
     EPlatformError Execute(const char* sql);
-    /// For tables that not every volume has.
-    EPlatformError HasTable(QStringView name, bool& isThere);
+    /// The tables whose names begin with `prefix`: not every volume has all.
+    EPlatformError ListTables(QStringView prefix, std::vector<QString>& names);
     EPlatformError Prepare(const char* sql, sqlite3_stmt*& statement);
     /// Reads the file past every cache; fewer bytes than `size` at its end, none on failure.
     [[nodiscard]] QByteArray ReadRaw(qint64 offset, qint64 size) const;

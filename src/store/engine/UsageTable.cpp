@@ -8,9 +8,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr auto kTableName = "usage_"_L1;
+constexpr QStringView kTableName = u"usage_";
 // In the statements, # is the number of the table.
-constexpr char kFind[] = "SELECT name FROM sqlite_schema WHERE type='table' AND name LIKE 'usage%'";
 constexpr char kCreate[] =
     "CREATE TABLE usage_#(owner INTEGER NOT NULL, kind INTEGER NOT NULL,"
     " category TEXT NOT NULL, name TEXT NOT NULL, type TEXT NOT NULL, meal INTEGER NOT NULL,"
@@ -41,42 +40,41 @@ std::size_t CUseHash::operator()(const CUse& use) const {
     return qHashMulti(std::size_t{0}, use.kind, use.category, use.name, use.type, use.meal);
 }
 
-void CUsageTable::Load() {
+EPlatformError CUsageTable::Load() {
     if (m_isLoaded || m_state.CheckReadable() != kErrorSuccess) {
-        return;
+        return kErrorSuccess;
     }
+    qint64 stamp = 0;
     EPlatformError error = Find();
     if (error == kErrorSuccess && m_number > 0) {
-        error = ReadSums();
+        error = ReadSums(stamp);
     }
     if (error == kErrorSuccess && m_number > 0) {
         error = Prepare();
     }
+    if (error != kErrorSuccess && !IsTableDamage(error)) {
+        UnitAbandoned();
+        return error;
+    }
     m_isLoaded = true;
     m_isDamaged = error != kErrorSuccess;
-    if (!m_isValid) {
-        m_isValid = m_number == 0 || static_cast<quint64>(m_stamp) == m_state.generation.GetNonce();
+    if (!m_isValid && !m_isDamaged) {
+        m_isValid = m_number == 0 || static_cast<quint64>(stamp) == m_state.generation.GetNonce();
     }
+    return kErrorSuccess;
 }
 
 EPlatformError CUsageTable::Find() {
-    CStatement find;
-    if (const EPlatformError error = find.Prepare(m_state.file, kFind); error != kErrorSuccess) {
-        return error;
-    }
+    std::vector<QString> names;
+    const EPlatformError error = m_state.file.ListTables(kTableName, names);
     m_number = 0;
-    find.Start({});
-    while (find.Next()) {
-        const QString name = find.GetText(0);
-        if (name.startsWith(kTableName)) {
-            m_number = std::max(m_number, name.sliced(kTableName.size()).toLongLong());
-        }
+    for (const QString& name : names) {
+        m_number = std::max(m_number, name.sliced(kTableName.size()).toLongLong());
     }
-    return find.Finish();
+    return error;
 }
 
-EPlatformError CUsageTable::ReadSums() {
-    m_stamp = 0;
+EPlatformError CUsageTable::ReadSums(qint64& stamp) {
     m_sums.clear();
     CStatement read;
     if (const EPlatformError error = PrepareNumbered(read, kReadSums); error != kErrorSuccess) {
@@ -86,7 +84,7 @@ EPlatformError CUsageTable::ReadSums() {
     read.Start({});
     while (read.Next()) {
         const ObjectId owner = read.GetInteger(0);
-        (owner == kStampOwner ? m_stamp : m_sums[owner]) = read.GetInteger(1);
+        (owner == kStampOwner ? stamp : m_sums[owner]) = read.GetInteger(1);
         isSound = isSound && (owner == kStampOwner || read.GetInteger(2) > 0);
     }
     const EPlatformError error = read.Finish();
@@ -143,8 +141,7 @@ EPlatformError CUsageTable::Stamp() {
     if (m_number == 0 || m_isDamaged || !isValid) {
         return kErrorSuccess;
     }
-    m_stamp = static_cast<qint64>(m_state.generation.GetNextNonce());
-    return RunOnce(kStamp, {m_stamp});
+    return RunOnce(kStamp, {static_cast<qint64>(m_state.generation.GetNextNonce())});
 }
 
 // A table whose counts are not valid is emptied.
@@ -154,7 +151,6 @@ EPlatformError CUsageTable::Create() {
         return kErrorSuccess;
     }
     m_isWritten = true;
-    m_stamp = 0;
     m_sums.clear();
     if (isUsable) {
         return RunOnce(kDeleteAll, {});
@@ -179,7 +175,6 @@ void CUsageTable::UnitAbandoned() {
     m_isDamaged = false;
     m_isWritten = false;
     m_number = 0;
-    m_stamp = 0;
     m_sums.clear();
 }
 

@@ -29,8 +29,8 @@ using UseRows = std::unordered_map<CUse, qint64, CUseHash>;
 /// 1. The table is created with the first row. A volume without it is complete and has the same
 ///    version; a program that does not know the table leaves it alone.
 /// 2. The row of owner 0 names the generation of the volume that the last unit of work stored. When
-///    a program that does not know the table has stored others since, the counts are not used, and
-///    replaced with the next change.
+///    others have been stored since, by a program that does not know the table or by a unit of work
+///    that was cut off, the counts are not used and are replaced with the next change.
 /// 3. A damaged page met within a transaction fails the whole transaction. So Load reads the whole
 ///    table before a unit of work writes to it. A damaged table is left as it is, since removing it
 ///    would follow damaged links between pages: the counts start again in a table with the next
@@ -39,10 +39,10 @@ class CUsageTable {
   public:
     explicit CUsageTable(CStorageState& state) : m_state(state) {}
 
-    /// Reads the table, unless that has been done. Call before a unit of work and before SumOf. A
-    /// table that cannot be read counts as damaged.
-    void Load();
-    /// Of all counts of an owner; 0 when they are not in the table.
+    /// Reads the table, unless that has been done. Call before a unit of work and before SumOf.
+    /// Damage is no failure: the counts start again.
+    EPlatformError Load();
+    /// Sum of all counts of an owner; 0 when they are not in the table.
     [[nodiscard]] qint64 SumOf(ObjectId owner) const;
     /// All rows of an owner.
     EPlatformError Read(ObjectId owner, UseRows& rows);
@@ -62,7 +62,7 @@ class CUsageTable {
 
   private:
     EPlatformError Find();
-    EPlatformError ReadSums();
+    EPlatformError ReadSums(qint64& stamp);
     EPlatformError Prepare();
     EPlatformError Create();
     EPlatformError RunOnce(const char* sql, std::initializer_list<CSqlValue> values);
@@ -78,6 +78,5 @@ class CUsageTable {
     /// Whether the counts are those of the records. It is found out before this program first
     /// writes the file.
     std::optional<bool> m_isValid;
-    qint64 m_stamp = 0;
     std::unordered_map<ObjectId, qint64> m_sums;
 };

@@ -197,6 +197,7 @@ class TestHistoryFaults : public CHistoryTest {
         if (isFoundByUndo) {
             EPlatformError error = kErrorSuccess;
             QCOMPARE(m_history->Revert(*m_history->NextUndo(0), error), EReverted::Damaged);
+            QCOMPARE(Contents(0), contents);
         } else {
             Step(u"first"_s, [&] {
                 Add(0, 8);
@@ -206,7 +207,6 @@ class TestHistoryFaults : public CHistoryTest {
             contents = Contents(0);
             QCOMPARE(contents[0].size(), stored);
         }
-        QCOMPARE(Contents(0), contents);
         QVERIFY(m_history->TakeNotices().isDamaged);
         Step(u"next"_s, [&] { Add(0, 4); });
         QVERIFY(!m_history->TakeNotices().isDamaged);
@@ -219,10 +219,10 @@ class TestHistoryFaults : public CHistoryTest {
         // Clearing removes the damaged tables, too, unless their pages may not be theirs.
         QCOMPARE(m_history->Clear(), kOk);
         QCOMPARE(m_history->TakeNotices().isPartLeft, isPage);
-        QCOMPARE(Query(kTables), sql.startsWith("DROP") ? 2 : isPage ? 4 : 2);
+        QCOMPARE(Query(kTables), isPage ? 4 : 2);
     }
 
-    // Each time anew, also within one session.
+    // Every time, also within one session.
     void damageIsReportedWhereverItIsMet() {
         for (int number = 1; number < 4; ++number) {
             Step(u"fill"_s, [&] { Fill(3); });
@@ -299,6 +299,7 @@ class TestHistoryFaults : public CHistoryTest {
             damaged(true);
             QVERIFY(!isOfHistory || m_history->Clear() == kErrorSuccess);
             QVERIFY(!isOfHistory || (Stacks() == CStacks() && Contents(0) == filled));
+            QVERIFY(!isOfHistory || m_history->TakeNotices().isPartLeft);
         }
     }
 

@@ -234,7 +234,7 @@ class TestStorageEngine : public QObject {
         QCOMPARE(read.result().toHex(), QByteArray("fdadc6b934996b72f435a3cb52ceb90d"));
     }
 
-    // It is let go of at once: the next one to look finds the same.
+    // The file is released at once: the next mount gets the same error.
     void aVolumeWithoutATableIsRefused() {
         for (const char* table : {"databases", "records", "blocks"}) {
             cleanup();
