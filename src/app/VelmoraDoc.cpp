@@ -143,6 +143,7 @@ bool CVelmoraDoc::LoadProfile(const QString& name) {
         return false;
     }
     ReadSettings(stored);
+    quickLine.clear();
     for (CCatalogueState& state : m_catalogueStates) {
         state.find.reset();
     }

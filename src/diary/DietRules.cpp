@@ -1,7 +1,5 @@
 #include "diary/DietRules.h"
 
-#include <cmath>
-
 #include "app/DateText.h"
 #include "diary/DiaryCommands.h"
 #include "platform/Messages.h"
@@ -44,10 +42,7 @@ QString PlaceText(const CVelmoraDoc& doc, QDate day, std::optional<qint32> meal)
 }
 
 QString AddedText(const CVelmoraDoc& doc, QDate day, const CDietEntry& entry) {
-    constexpr double kHundredth = 100;
-    const QString amount =
-        TypedAmount(ShortestNumber(std::round(entry.GetAmount() * kHundredth) / kHundredth))
-            .value_or(QString());
+    const QString amount = TypedAmount(RoundedNumber(entry.GetAmount())).value_or(QString());
     const QString food = amount == u"1"_s ? entry.GetName() : amount + u" x "_s + entry.GetName();
     return DoneText(StepName("addition"_L1, food), PlaceText(doc, day, entry.GetMeal()));
 }

@@ -1,7 +1,6 @@
 #include "diary/QuickEntry.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 #include <utility>
 
@@ -77,24 +76,24 @@ QString UnknownText(const CQuickReading& reading) {
     return u"Nothing in the catalogue is called '%1'."_s.arg(reading.what);
 }
 
-/// Makes `factor` times the item's values the totals of `amount` servings of that name.
-void TakeTotals(CChosenFood& food, const QString& serving, double amount, double factor) {
+/// How much an item's values are multiplied by.
+struct CMultiple {
+    double servings;
+    double weightGrams;  ///< of a serving; 0 for a food kept per serving
+};
+
+/// Makes the item's values of that multiple the totals of `amount` servings of that name.
+void TakeTotals(CChosenFood& food, const QString& serving, double amount,
+                const CMultiple& multiple) {
     food.amount = amount;
     food.item.ClearServings();
     food.item.SetServingName(0, serving);
     food.item.SetServingWeight(0, amount);
     NutrientValues values = food.item.GetNutrientValues();
     for (double& value : values) {
-        value *= factor;
+        value = ValueOfServings(value, multiple.servings, multiple.weightGrams);
     }
     food.item.SetNutrientValues(values);
-}
-
-/// "206.3", to a hundredth; three digits of a small number.
-QString RoundedText(double value) {
-    constexpr double kSmall = 0.1;
-    return value < kSmall ? QString::number(value, 'g', 3)
-                          : ShortestNumber(std::round(value * 100) / 100);
 }
 
 /// How many of the words, split at blanks, are the name of a unit at their beginning; 0 when they
@@ -153,7 +152,9 @@ CQuickItem CQuickEntry::ReadItem(const QString& text) {
     CQuickItem item{.text = text};
     CSearchMatches matches;
     item.reading = ReadingOf(text, matches);
-    item.matches = std::move(matches.best);
+    if (!item.reading.what.isEmpty()) {  // otherwise they are habits, which were not asked for
+        item.matches = std::move(matches.best);
+    }
     // A number that nothing has is an amount in the wrong place: "2 eggs 3 toasts".
     const bool hasNumber =
         std::ranges::any_of(item.reading.what, [](QChar c) { return c.isDigit(); });
@@ -258,7 +259,7 @@ bool CQuickEntry::Load(const CSearchMatch& match, CChosenFood& food) {
                 : match.kind == ECatalogueKind::Recipes ? EItemKind::Recipe
                                                         : EItemKind::Food;
     food.cataloguePosition = position;
-    return ReadAsFood(database, match.kind, position, food.item);
+    return ReadAsFood(database, match.kind, position, food.item, true);
 }
 
 std::vector<CQuickEntry::CServing> CQuickEntry::ServingsOf(const CFoodItem& food) {
@@ -305,11 +306,11 @@ QString CQuickEntry::Measure(const CQuickReading& reading, CChosenFood& food) {
         if (!isWeighed) {
             return Quoted(food) + u" is kept per serving, so its weight is not known."_s;
         }
-        TakeTotals(food, RoundedText(grams) + u" gm"_s, 1, ValueOfServings(1, 1, grams));
+        TakeTotals(food, RoundedNumber(grams) + u" gm"_s, 1, {1, grams});
         return {};
     }
-    const auto factorOf = [isWeighed](const CServing& serving, double amount) {
-        return ValueOfServings(1, amount, isWeighed ? serving.weightGrams : 0);
+    const auto multipleOf = [isWeighed](const CServing& serving, double amount) {
+        return CMultiple{amount, isWeighed ? serving.weightGrams : 0};
     };
     // "3 cookies" may mean the serving "1 cookie".
     const QStringList what = WordsOf(reading.what);
@@ -322,7 +323,7 @@ QString CQuickEntry::Measure(const CQuickReading& reading, CChosenFood& food) {
         const CServing& serving = servings[named];
         const bool isNamed = !reading.unit.isEmpty() || counted >= 0;
         const double amount = isNamed ? reading.amount / serving.count : reading.amount;
-        TakeTotals(food, serving.name, amount, factorOf(serving, amount));
+        TakeTotals(food, serving.name, amount, multipleOf(serving, amount));
         return {};
     }
     if (!unit) {
@@ -334,8 +335,8 @@ QString CQuickEntry::Measure(const CQuickReading& reading, CChosenFood& food) {
         const auto volume = LeadingUnit(serving.words);
         if (volume && volume->measure == EMeasure::Volume) {
             const double amount = reading.amount * unit->size / (serving.count * volume->size);
-            TakeTotals(food, RoundedText(reading.amount) + u' ' + reading.unit.join(u' '), 1,
-                       factorOf(serving, amount));
+            TakeTotals(food, RoundedNumber(reading.amount) + u' ' + reading.unit.join(u' '), 1,
+                       multipleOf(serving, amount));
             return {};
         }
     }

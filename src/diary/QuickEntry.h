@@ -4,7 +4,7 @@
 #include "app/VelmoraDoc.h"
 #include "catalogue/items/ChosenFood.h"
 
-/// How an item is read: an amount, the words of its unit, and what is searched.
+/// How an item is read: an amount, the words of its unit, and what is searched for.
 struct CQuickReading {
     double amount = 1;
     bool hasAmount = false;
@@ -26,7 +26,7 @@ struct CQuickItem {
 
 /// Reads quick lines. The document outlives it, and a profile is active.
 ///
-/// An item is an amount, a unit, and words that are searched in foods, menus and recipes; both
+/// An item is an amount, a unit, and words that are searched for in foods, menus and recipes; both
 /// amount and unit may be missing. Weights give an entry of one serving "150 gm". Other units are
 /// the beginning of the name of a serving of the item, or a volume, which is taken from a serving
 /// that names one. Without a unit the first serving is meant.

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace {
 /// Long enough to read a sentence twice.
 constexpr int kShownMs = 8000;
-/// Puts the text below the view's in a window that is not small, in pixels.
+/// In pixels; aligns the text with the view, which has wider margins in a large window.
 constexpr int kIndent = 6;
 }  // namespace
 

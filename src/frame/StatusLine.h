@@ -1,4 +1,4 @@
-// The line at the window's foot that says what was done.
+// The status line at the bottom of the window, which says what was done.
 #pragma once
 
 #include <QStatusBar>

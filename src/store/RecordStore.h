@@ -141,7 +141,8 @@ class CRecordStore {
     bool TellLoss();
     void SetLossHost(CLossHost host) { m_lossHost = std::move(host); }
 
-    /// What was done, as a sentence, for a user who may or may not look: no message.
+    /// What was done, as a sentence, for a user who may or may not look: no message. An empty text
+    /// clears the one shown.
     void Tell(const QString& text) const {
         if (m_newsHost) {
             m_newsHost(text);

@@ -62,8 +62,11 @@ CStep::~CStep() {
     }
     ShowHistoryNotices(m_store);
     const QString news = m_news.isEmpty() ? DoneText(name) : m_news;
-    if (!m_store.TakeSilence() && !name.isEmpty() && !news.isEmpty()) {
-        m_store.Tell(news + u" Ctrl+Z takes it back."_s);
+    const bool isSilent = m_store.TakeSilence();
+    if (!name.isEmpty()) {
+        // Without news of its own the step still ends the former promise: Ctrl+Z now means this
+        // one.
+        m_store.Tell(isSilent || news.isEmpty() ? QString() : news + u" Ctrl+Z takes it back."_s);
     }
 }
 
@@ -88,5 +91,6 @@ bool CStep::MayGoOn(qint64 room) {
         return false;
     }
     history.SkipStep();
+    m_store.Tell({});  // Ctrl+Z no longer takes back what is shown there
     return true;
 }

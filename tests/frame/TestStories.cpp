@@ -87,7 +87,7 @@ class TestStories : public CFrameTest {
             } else {
                 Next();
                 ++m_running;
-                QCoreApplication::sendPostedEvents();  // of what was shown or laid out anew
+                QCoreApplication::sendPostedEvents();  // of what was shown or laid out again
                 if (const QString title = TitleOf(*Window()); !m_states.contains(title)) {
                     m_states[title] = CPortrait::StateOf(*View());
                 }
