@@ -21,6 +21,7 @@
 #include "diary/QuickField.h"
 #include "diary/RepeatDialog.h"
 #include "diary/TotalsList.h"
+#include "store/Step.h"
 
 using namespace Qt::StringLiterals;
 
@@ -249,7 +250,7 @@ void CDietMainView::Copy() {
     if (!entries.empty()) {
         QGuiApplication::clipboard()->setMimeData(
             MimeOfEntries(entries, m_entries->SelectedText()).release());
-        Doc().Tell(DoneText(StepName("copy"_L1, static_cast<int>(entries.size()),
+        Doc().Tell(DoneText(StepName(kCopyStep, static_cast<int>(entries.size()),
                                      entries.front().GetName(), "entries"_L1),
                             u"to the clipboard"_s));
     }

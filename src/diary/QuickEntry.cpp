@@ -362,7 +362,7 @@ int AddQuickItems(CVelmoraDoc& doc, QDate day, QTime time, int meal,
     const auto add = [&](int index) {
         return doc.Database().Diet().Write(kNoPosition, entries[static_cast<std::size_t>(index)]);
     };
-    const QString name = StepName("addition"_L1, static_cast<int>(entries.size()),
+    const QString name = StepName(kAdditionStep, static_cast<int>(entries.size()),
                                   entries.front().GetName(), "entries"_L1);
     CStep step(doc.Database().GetStore(), name);
     step.SetNews(entries.size() == 1 ? AddedText(doc, day, entries.front())

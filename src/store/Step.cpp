@@ -8,19 +8,21 @@ using namespace Qt::StringLiterals;
 namespace {
 /// Commands as the names of steps begin, and in the past.
 struct CCommandWords {
-    const char* command;
-    const char* done;
+    QLatin1StringView command;
+    QLatin1StringView done;
 };
 constexpr CCommandWords kCommandWords[] = {
-    {"addition", "Added"},       {"copy", "Copied"},  {"cut", "Cut"},    {"delete", "Deleted"},
-    {"duplicate", "Duplicated"}, {"edit", "Changed"}, {"move", "Moved"}, {"rename", "Renamed"}};
+    {kAdditionStep, "Added"_L1},       {kCopyStep, "Copied"_L1},
+    {kCutStep, "Cut"_L1},              {kDeleteStep, "Deleted"_L1},
+    {kDuplicateStep, "Duplicated"_L1}, {kEditStep, "Changed"_L1},
+    {kMoveStep, "Moved"_L1},           {kRenameStep, "Renamed"_L1}};
 }  // namespace
 
 QString DoneText(const QString& step, const QString& place) {
     const QString of = u" of "_s;
     for (const CCommandWords& words : kCommandWords) {
-        if (step.section(of, 0, 0) == QLatin1StringView(words.command)) {
-            const QString done = QLatin1StringView(words.done) + u' ' + step.section(of, 1);
+        if (step.section(of, 0, 0) == words.command) {
+            const QString done = words.done + u' ' + step.section(of, 1);
             return place.isEmpty() ? done + u'.' : done + u' ' + place + u'.';
         }
     }

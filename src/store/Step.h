@@ -1,9 +1,20 @@
 // The name under which a command can be undone.
 #pragma once
 
+#include <QLatin1StringView>
 #include <QString>
 
 class CRecordStore;
+
+/// The commands that the names of steps begin with. DoneText knows each in the past.
+inline constexpr QLatin1StringView kAdditionStep("addition");
+inline constexpr QLatin1StringView kCopyStep("copy");
+inline constexpr QLatin1StringView kCutStep("cut");
+inline constexpr QLatin1StringView kDeleteStep("delete");
+inline constexpr QLatin1StringView kDuplicateStep("duplicate");
+inline constexpr QLatin1StringView kEditStep("edit");
+inline constexpr QLatin1StringView kMoveStep("move");
+inline constexpr QLatin1StringView kRenameStep("rename");
 
 /// Asked before a change that is larger than the history.
 inline constexpr auto kGoOnWithoutUndo = "This cannot be undone. Do you want to go on?";
