@@ -101,9 +101,9 @@ int CopyEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries,
     const QString name = StepName(kCopyStep, static_cast<int>(copies.size()),
                                   entries.front().GetName(), "entries"_L1);
     CStep step(doc.Database().GetStore(), name);
-    step.SetNews(DoneText(name, places.size() == 1
-                                    ? PlaceText(doc, places.front().day, places.front().meal)
-                                    : u"to %1 days"_s.arg(places.size())));
+    step.SetStatusText(DoneText(name, places.size() == 1
+                                          ? PlaceText(doc, places.front().day, places.front().meal)
+                                          : u"to %1 days"_s.arg(places.size())));
     return ActOnEach(doc.Database().GetStore(), copies, add, kCannotAddEntry);
 }
 

@@ -250,9 +250,9 @@ void CDietMainView::Copy() {
     if (!entries.empty()) {
         QGuiApplication::clipboard()->setMimeData(
             MimeOfEntries(entries, m_entries->SelectedText()).release());
-        Doc().Tell(DoneText(StepName(kCopyStep, static_cast<int>(entries.size()),
-                                     entries.front().GetName(), "entries"_L1),
-                            u"to the clipboard"_s));
+        Doc().ShowStatus(DoneText(StepName(kCopyStep, static_cast<int>(entries.size()),
+                                           entries.front().GetName(), "entries"_L1),
+                                  u"to the clipboard"_s));
     }
 }
 

@@ -76,7 +76,7 @@ bool AddDietEntry(CVelmoraDoc& doc, QDate day, qint32 meal, const CChosenFood& f
     entry.SetMeal(meal);
     TakeChosenFood(doc.Database(), food, entry);
     CStep step(doc.Database().GetStore(), StepName(kAdditionStep, entry.GetName()));
-    step.SetNews(AddedText(doc, day, entry));
+    step.SetStatusText(AddedText(doc, day, entry));
     const bool added = doc.Database().Diet().Write(-1, entry);
     if (!added) {
         ShowMessage(kCannotAddEntry, EMessageIcon::Information);

@@ -365,8 +365,8 @@ int AddQuickItems(CVelmoraDoc& doc, QDate day, QTime time, int meal,
     const QString name = StepName(kAdditionStep, static_cast<int>(entries.size()),
                                   entries.front().GetName(), "entries"_L1);
     CStep step(doc.Database().GetStore(), name);
-    step.SetNews(entries.size() == 1 ? AddedText(doc, day, entries.front())
-                                     : DoneText(name, PlaceText(doc, day, meal)));
+    step.SetStatusText(entries.size() == 1 ? AddedText(doc, day, entries.front())
+                                           : DoneText(name, PlaceText(doc, day, meal)));
     return ActOnEach(doc.Database().GetStore(), indexes, add, kCannotAddEntry);
 }
 

@@ -24,7 +24,7 @@ CStatusLine::CStatusLine(QWidget* parent) : QStatusBar(parent), m_text(new QLabe
     connect(&m_shown, &QTimer::timeout, this, &CStatusLine::ShowOrHide);
 }
 
-void CStatusLine::Tell(const QString& text) {
+void CStatusLine::SetText(const QString& text) {
     m_text->setText(text);
     if (text.isEmpty()) {
         m_shown.stop();

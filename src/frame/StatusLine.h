@@ -14,7 +14,7 @@ class CStatusLine : public QStatusBar {
     explicit CStatusLine(QWidget* parent);
 
     /// Shows the text, and announces it to a screen reader; an empty one clears the line.
-    void Tell(const QString& text);
+    void SetText(const QString& text);
     void SetSmall(bool isSmall);
 
   private:

@@ -158,7 +158,7 @@ bool CRecordStore::ClearHistory(std::optional<qint64> scope) {
     if (!SetLastError(m_history.Clear(scope))) {
         return false;
     }
-    Tell({});  // what it promises to take back is gone
+    ShowStatus({});  // what it says can be undone is gone
     return true;
 }
 

@@ -12,10 +12,9 @@ struct CCommandWords {
     QLatin1StringView done;
 };
 constexpr CCommandWords kCommandWords[] = {
-    {kAdditionStep, "Added"_L1},       {kCopyStep, "Copied"_L1},
-    {kCutStep, "Cut"_L1},              {kDeleteStep, "Deleted"_L1},
-    {kDuplicateStep, "Duplicated"_L1}, {kEditStep, "Changed"_L1},
-    {kMoveStep, "Moved"_L1},           {kRenameStep, "Renamed"_L1}};
+    {kAdditionStep, "Added"_L1}, {kCopyStep, "Copied"_L1},          {kCutStep, "Cut"_L1},
+    {kDeleteStep, "Deleted"_L1}, {kDuplicateStep, "Duplicated"_L1}, {kEditStep, "Changed"_L1},
+    {kMoveStep, "Moved"_L1},     {kRenameStep, "Renamed"_L1}};
 }  // namespace
 
 QString DoneText(const QString& step, const QString& place) {
@@ -63,12 +62,12 @@ CStep::~CStep() {
         return;
     }
     ShowHistoryNotices(m_store);
-    const QString news = m_news.isEmpty() ? DoneText(name) : m_news;
+    const QString text = m_statusText.isEmpty() ? DoneText(name) : m_statusText;
     const bool isSilent = m_store.TakeSilence();
     if (!name.isEmpty()) {
-        // Without news of its own the step still ends the former promise: Ctrl+Z now means this
-        // one.
-        m_store.Tell(isSilent || news.isEmpty() ? QString() : news + u" Ctrl+Z takes it back."_s);
+        // A step without a text clears the former one, since Ctrl+Z now undoes this step.
+        m_store.ShowStatus(isSilent || text.isEmpty() ? QString()
+                                                      : text + u" Ctrl+Z takes it back."_s);
     }
 }
 
@@ -93,6 +92,6 @@ bool CStep::MayGoOn(qint64 room) {
         return false;
     }
     history.SkipStep();
-    m_store.Tell({});  // Ctrl+Z no longer takes back what is shown there
+    m_store.ShowStatus({});  // Ctrl+Z no longer undoes what is shown there
     return true;
 }

@@ -28,7 +28,7 @@ QString DoneText(const QString& step, const QString& place = {});
 
 /// A step of the history, open while this lives. What is stored meanwhile, in one unit of work or
 /// several, is undone together. A step within another belongs to it: commands may call commands.
-/// The end of the outermost one shows what the history has to report, and tells what was done.
+/// The end of the outermost one shows what the history has to report, and a status text.
 class CStep {
   public:
     /// `name` completes "Undo ...": "delete of 3 entries".
@@ -39,8 +39,8 @@ class CStep {
 
     /// For a name that is known only later; applies from the next change on.
     void Rename(const QString& name);
-    /// What to tell instead of DoneText: a whole sentence.
-    void SetNews(const QString& text) { m_news = text; }
+    /// Replaces DoneText as the status text: a whole sentence.
+    void SetStatusText(const QString& text) { m_statusText = text; }
     /// The step will have taken back all its changes when it ends: nothing of it is kept, nor of
     /// provisional steps that earlier programs have left.
     void Cancel();
@@ -55,5 +55,5 @@ class CStep {
 
   private:
     CRecordStore& m_store;
-    QString m_news;
+    QString m_statusText;
 };

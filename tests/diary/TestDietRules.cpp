@@ -128,7 +128,7 @@ class TestDietRules : public CDiaryTest {
 
     void onlyWhatWasDoneInFullIsTold() {
         QStringList told;
-        m_doc->SetNewsHost([&told](const QString& text) { told.append(text); });
+        m_doc->SetStatusHost([&told](const QString& text) { told.append(text); });
         const CListed<CDietEntry> tea = AddEntry(u"Tea"_s, QTime(8, 0));
         const CListed<CDietEntry> bun = AddEntry(u"Bun"_s, QTime(8, 0));
         QCOMPARE(CutDietEntries(*m_doc, {tea}), 1);
@@ -153,7 +153,7 @@ class TestDietRules : public CDiaryTest {
                               u"Added 0.33 x Egg to Breakfast of 30 May 2026."_s + back,
                               u"Added 0.004 x Egg to Breakfast."_s + back, QString()})
                      .join(u'|'));
-        m_doc->SetNewsHost({});
+        m_doc->SetStatusHost({});
     }
 
     void aCommandRefusesWhatItCannotDo() {

@@ -224,7 +224,7 @@ int CCatalogueRules::Move(const Entries& selected, const CCategoryEntry& target)
     }
     const QString name = StepNameOf(kMoveStep, selected);
     CStep step(m_database.GetStore(), name);
-    step.SetNews(DoneText(name, u"to "_s + target.name));
+    step.SetStatusText(DoneText(name, u"to "_s + target.name));
     // Moving an item to a later category changes positions after it, to an earlier category those
     // before it; in this order the items still to be moved keep their positions.
     const bool descending = target.id > selected.front().categoryId;

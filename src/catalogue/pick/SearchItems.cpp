@@ -38,8 +38,9 @@ CSearchItems SearchItems(CVelmoraDoc& doc, CSearchQuery query) {
         }
     }
     found.note = NoteOf(matches, static_cast<int>(std::ssize(found.items)));
-    found.hint = query.text.trimmed().isEmpty() ? u"Type a few letters of what you are looking for."_s
-                                                : u"Nothing found."_s;
+    found.hint = query.text.trimmed().isEmpty()
+                     ? u"Type a few letters of what you are looking for."_s
+                     : u"Nothing found."_s;
     return found;
 }
 
