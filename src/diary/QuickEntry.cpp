@@ -6,10 +6,8 @@
 
 #include "app/ListCommands.h"
 #include "catalogue/items/CatalogueChoices.h"
-#include "catalogue/items/FoundItem.h"
 #include "diary/DietRules.h"
 #include "diary/QuickAmount.h"
-#include "platform/NumberText.h"
 #include "store/Step.h"
 
 using namespace Qt::StringLiterals;
@@ -33,15 +31,6 @@ bool IsServingWord(const QString& word) {
     });
 }
 
-QStringList WordsOf(const QString& text) {
-    const CFoldedWords folded(text);
-    QStringList words;
-    for (int index = 0; index < folded.Count(); ++index) {
-        words.append(folded.WordAt(index).toString());
-    }
-    return words;
-}
-
 /// The words of a text as written.
 QStringList Split(const QString& text) {
     return text.split(u' ', Qt::SkipEmptyParts);
@@ -52,55 +41,15 @@ bool IsDecimalComma(const QString& line, qsizetype at) {
            line[at - 1].isDigit() && line[at + 1].isDigit();
 }
 
-/// Whether typed words are the beginning of a serving's: equal but for number; with `mayBeCut` the
-/// last one may be unfinished.
-bool IsBeginningOf(const QStringList& typed, const QStringList& serving, bool mayBeCut) {
-    if (typed.isEmpty() || typed.size() > serving.size()) {
-        return false;
-    }
-    for (qsizetype index = 0; index < typed.size(); ++index) {
-        const bool isLast = index + 1 == typed.size();
-        if (StemOf(typed[index]) != StemOf(serving[index]) &&
-            !(mayBeCut && isLast && serving[index].startsWith(typed[index]))) {
-            return false;
-        }
-    }
-    return true;
-}
-
-QString Quoted(const CChosenFood& food) {
-    return u'\'' + food.item.GetName() + u'\'';
-}
-
 QString UnknownText(const CQuickReading& reading) {
     return u"Nothing in the catalogue is called '%1'."_s.arg(reading.what);
-}
-
-/// How much an item's values are multiplied by.
-struct CMultiple {
-    double servings;
-    double weightGrams;  ///< of a serving; 0 for a food kept per serving
-};
-
-/// Makes the item's values of that multiple the totals of `amount` servings of that name.
-void TakeTotals(CChosenFood& food, const QString& serving, double amount,
-                const CMultiple& multiple) {
-    food.amount = amount;
-    food.item.ClearServings();
-    food.item.SetServingName(0, serving);
-    food.item.SetServingWeight(0, amount);
-    NutrientValues values = food.item.GetNutrientValues();
-    for (double& value : values) {
-        value = ValueOfServings(value, multiple.servings, multiple.weightGrams);
-    }
-    food.item.SetNutrientValues(values);
 }
 
 /// How many of the words, split at blanks, are the name of a unit at their beginning; 0 when they
 /// do not begin with one.
 int WordsOfUnit(const QStringList& words) {
     for (const int count : {1, 2}) {
-        const QStringList folded = WordsOf(words.mid(0, count).join(u' '));
+        const QStringList folded = FoldedWords(words.mid(0, count).join(u' '));
         const auto unit = LeadingUnit(folded);
         if (unit && unit->words == folded.size()) {
             return std::min(count, static_cast<int>(words.size()));
@@ -208,7 +157,7 @@ CQuickReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matche
     const CSearchMatches whole = Find(rest);
     const int unitWords = WordsOfUnit(words);
     if (unitWords > 0 && (reading.hasAmount || whole.found != EFound::All)) {
-        reading.unit = WordsOf(words.first(unitWords).join(u' '));
+        reading.unit = FoldedWords(words.first(unitWords).join(u' '));
         reading.what = split(unitWords);
         matches = Find(reading.what);
         return reading;
@@ -216,14 +165,14 @@ CQuickReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matche
     if (reading.hasAmount || whole.found != EFound::All) {
         for (qsizetype count = 1; count < words.size() && count <= kMostServingWords; ++count) {
             const QString what = split(count);
-            const QStringList unit = WordsOf(words.first(count).join(u' '));
+            const QStringList unit = FoldedWords(words.first(count).join(u' '));
             CSearchMatches found = Find(what);
             if (found.found != EFound::All && found.found != EFound::Near) {
                 continue;
             }
             const auto hasServing = [&](const CSearchMatch& match) {
                 CChosenFood food;
-                return Load(match, food) && ServingNamed(ServingsOf(food.item), unit) >= 0;
+                return Load(match, food) && HasServing(food.item, unit);
             };
             const auto others =
                 std::stable_partition(found.best.begin(), found.best.end(), hasServing);
@@ -238,8 +187,8 @@ CQuickReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matche
     reading.what = rest;
     matches = whole;
     if (words.size() > 1 && whole.found != EFound::All &&
-        IsServingWord(WordsOf(words.front()).join(QString()))) {
-        reading.unit = WordsOf(words.front());
+        IsServingWord(FoldedWords(words.front()).join(QString()))) {
+        reading.unit = FoldedWords(words.front());
         reading.what = split(1);
         matches = Find(reading.what);
     }
@@ -260,87 +209,6 @@ bool CQuickEntry::Load(const CSearchMatch& match, CChosenFood& food) {
                                                         : EItemKind::Food;
     food.cataloguePosition = position;
     return ReadAsFood(database, match.kind, position, food.item, true);
-}
-
-std::vector<CQuickEntry::CServing> CQuickEntry::ServingsOf(const CFoodItem& food) {
-    std::vector<CServing> servings;
-    for (int index = 0; index < kServingCount; ++index) {
-        const QString name = food.GetServingName(index);
-        if (name.isEmpty()) {
-            continue;
-        }
-        const auto count = LeadingAmount(name, QLocale::c());
-        const QString rest = count ? name.sliced(count->length) : name;
-        servings.push_back({name, food.GetServingWeight(index),
-                            count && count->value > 0 ? count->value : 1, WordsOf(rest)});
-    }
-    return servings;
-}
-
-/// -1 when none has it. "tablespoon" also names "1 tbsp".
-int CQuickEntry::ServingNamed(const std::vector<CServing>& servings, const QStringList& words) {
-    const auto unit = LeadingUnit(words);
-    const bool isUnit = unit && unit->words == words.size();
-    auto named = std::ranges::find_if(servings, [&](const CServing& serving) {
-        return IsBeginningOf(words, serving.words, !isUnit);
-    });
-    if (named == servings.end() && isUnit) {
-        named = std::ranges::find_if(servings, [&unit](const CServing& serving) {
-            const auto same = LeadingUnit(serving.words);
-            return same && same->measure == unit->measure && same->size == unit->size;
-        });
-    }
-    return named == servings.end() ? -1 : static_cast<int>(named - servings.begin());
-}
-
-/// Sets serving, amount and totals; returns why that is not possible.
-QString CQuickEntry::Measure(const CQuickReading& reading, CChosenFood& food) {
-    if (reading.amount <= kLeastAmount || reading.amount > kLargestTyped) {
-        return u"The amount is too small or too large."_s;
-    }
-    const std::vector<CServing> servings = ServingsOf(food.item);
-    const bool isWeighed = food.kind == EItemKind::Food && food.item.IsWeighed();
-    const auto unit = LeadingUnit(reading.unit);
-    if (unit && unit->measure == EMeasure::Weight) {
-        const double grams = reading.amount * unit->size;
-        if (!isWeighed) {
-            return Quoted(food) + u" is kept per serving, so its weight is not known."_s;
-        }
-        TakeTotals(food, RoundedNumber(grams) + u" gm"_s, 1, {1, grams});
-        return {};
-    }
-    const auto multipleOf = [isWeighed](const CServing& serving, double amount) {
-        return CMultiple{amount, isWeighed ? serving.weightGrams : 0};
-    };
-    // "3 cookies" may mean the serving "1 cookie".
-    const QStringList what = WordsOf(reading.what);
-    const int counted = reading.hasAmount && reading.unit.isEmpty()
-                            ? ServingNamed(servings, what.last(std::min<qsizetype>(1, what.size())))
-                            : -1;
-    const int named =
-        !reading.unit.isEmpty() ? ServingNamed(servings, reading.unit) : std::max(0, counted);
-    if (named >= 0 && named < std::ssize(servings)) {
-        const CServing& serving = servings[named];
-        const bool isNamed = !reading.unit.isEmpty() || counted >= 0;
-        const double amount = isNamed ? reading.amount / serving.count : reading.amount;
-        TakeTotals(food, serving.name, amount, multipleOf(serving, amount));
-        return {};
-    }
-    if (!unit) {
-        return servings.empty()
-                   ? Quoted(food) + u" has no servings."_s
-                   : Quoted(food) + u" has no serving '%1'."_s.arg(reading.unit.join(u' '));
-    }
-    for (const CServing& serving : servings) {
-        const auto volume = LeadingUnit(serving.words);
-        if (volume && volume->measure == EMeasure::Volume) {
-            const double amount = reading.amount * unit->size / (serving.count * volume->size);
-            TakeTotals(food, RoundedNumber(reading.amount) + u' ' + reading.unit.join(u' '), 1,
-                       multipleOf(serving, amount));
-            return {};
-        }
-    }
-    return Quoted(food) + u" has no serving that names a volume."_s;
 }
 
 int AddQuickItems(CVelmoraDoc& doc, QDate day, QTime time, int meal,

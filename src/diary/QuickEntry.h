@@ -2,15 +2,7 @@
 #pragma once
 
 #include "app/VelmoraDoc.h"
-#include "catalogue/items/ChosenFood.h"
-
-/// How an item is read: an amount, the words of its unit, and what is searched for.
-struct CQuickReading {
-    double amount = 1;
-    bool hasAmount = false;
-    QStringList unit = {};
-    QString what = {};
-};
+#include "diary/QuickMeasure.h"
 
 /// A part of a quick line between commas.
 struct CQuickItem {
@@ -48,21 +40,11 @@ class CQuickEntry {
     void Forget() { m_items.clear(); }
 
   private:
-    struct CServing {
-        QString name;
-        double weightGrams;
-        double count;       ///< the number its name begins with
-        QStringList words;  ///< the folded words after it
-    };
-
     CQuickItem ReadItem(const QString& text);
     CQuickReading ReadingOf(const QString& text, CSearchMatches& matches);
     void TakeMatch(CQuickItem& item, int match);
     CSearchMatches Find(const QString& what);
     bool Load(const CSearchMatch& match, CChosenFood& food);
-    static std::vector<CServing> ServingsOf(const CFoodItem& food);
-    static int ServingNamed(const std::vector<CServing>& servings, const QStringList& words);
-    QString Measure(const CQuickReading& reading, CChosenFood& food);
 
     CVelmoraDoc& m_doc;
     std::vector<CQuickItem> m_items;
