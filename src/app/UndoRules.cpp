@@ -65,7 +65,7 @@ bool RevertStep(CDatabase& database, const CHistoryStep& step) {
     }
     switch (reverted) {
         case EReverted::Done:
-            store.Tell(RevertedText(step));
+            store.ShowStatus(RevertedText(step));
             return true;
         case EReverted::Changed:
             ShowMessage(FormatText(QLatin1StringView(texts.changed), {step.name}),

@@ -71,9 +71,9 @@ void CVelmoraDoc::SetLossHost(CLossHost host) {
     m_database->GetStore().SetLossHost(m_lossHost);
 }
 
-void CVelmoraDoc::SetNewsHost(NewsHost host) {
-    m_newsHost = std::move(host);
-    m_database->GetStore().SetNewsHost(m_newsHost);
+void CVelmoraDoc::SetStatusHost(StatusHost host) {
+    m_statusHost = std::move(host);
+    m_database->GetStore().SetStatusHost(m_statusHost);
 }
 
 bool CVelmoraDoc::MayClose(bool isStored) const {
@@ -88,7 +88,7 @@ bool CVelmoraDoc::OpenCatalogue() {
     // time.
     m_database = std::make_unique<CDatabase>(m_volumePath);
     m_database->GetStore().SetLossHost(m_lossHost);
-    m_database->GetStore().SetNewsHost(m_newsHost);
+    m_database->GetStore().SetStatusHost(m_statusHost);
     if (!m_database->OpenCatalogue()) {
         ShowMessage({.text = u"Cannot open database."_s,
                      .icon = EMessageIcon::Stop,
@@ -143,6 +143,7 @@ bool CVelmoraDoc::LoadProfile(const QString& name) {
         return false;
     }
     ReadSettings(stored);
+    quickLine.clear();
     for (CCatalogueState& state : m_catalogueStates) {
         state.find.reset();
     }

@@ -61,9 +61,9 @@ class CVelmoraDoc {
     bool Restart(CStartDialogs& dialogs);
     /// This and the next apply to every later database object, too.
     void SetLossHost(CLossHost host);
-    void SetNewsHost(NewsHost host);
-    /// See CRecordStore::Tell.
-    void Tell(const QString& text) const { m_database->GetStore().Tell(text); }
+    void SetStatusHost(StatusHost host);
+    /// See CRecordStore::ShowStatus.
+    void ShowStatus(const QString& text) const { m_database->GetStore().ShowStatus(text); }
     /// Whether a dialog may close after trying to store what was typed. It stays open only when the
     /// volume was lost, so that nothing typed is lost too.
     [[nodiscard]] bool MayClose(bool isStored) const;
@@ -123,6 +123,7 @@ class CVelmoraDoc {
     // View state that outlives a view.
     QDate dayShown;
     int selectedMeal = kAllMeals;
+    QString quickLine;        ///< of the active profile, as far as it was not added
     bool isFirstRun = false;  ///< the start created the volume's first profile
     int weightGraphSpan = 3;  ///< EGraphSpan; all weights unless the profile has another one
     /// Changes it and stores it with the active profile.
@@ -157,7 +158,7 @@ class CVelmoraDoc {
     QString m_volumePath;
     CRegistrySettings m_registry;
     CLossHost m_lossHost;
-    NewsHost m_newsHost;
+    StatusHost m_statusHost;
     std::unique_ptr<CDatabase> m_database;
     CProfileSettings m_settings;
     CProfileSettings m_savedSettings;  ///< as last loaded or written

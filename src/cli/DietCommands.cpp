@@ -135,8 +135,8 @@ bool Copy(CCommandContext& context) {
 
 bool Quick(CCommandContext& context) {
     const CArguments& arguments = context.arguments;
-    const QTime now = QTime::currentTime();
-    const int meal = arguments.Choice("--meal", MealAt(now));
+    const QDateTime now = QDateTime::currentDateTime();
+    const int meal = arguments.Choice("--meal", MealAt(now.time()));
     if (!LoadProfileArgument(context)) {
         return false;
     }
@@ -165,7 +165,7 @@ bool Quick(CCommandContext& context) {
                   ShortestNumber(entry.GetNutrientValue(kEnergyIndex))});
     }
     return arguments.Has("--dry-run") ||
-           AddQuickItems(context.doc, arguments.Date("--date", QDate::currentDate()), now, meal,
+           AddQuickItems(context.doc, arguments.Date("--date", now.date()), now.time(), meal,
                          items) == std::ssize(items);
 }
 

@@ -52,8 +52,11 @@ bool CDateField::TakeTyped() {
     interpretText();
     if (!isUnderstood) {
         lineEdit()->setText(textFromDateTime(dateTime()));
+        const QString kept = lineEdit()->text();
         QToolTip::showText(mapToGlobal(rect().bottomLeft()),
-                           u"\"%1\" is not a date. %2 was kept."_s.arg(typed, lineEdit()->text()),
+                           typed.trimmed().isEmpty()
+                               ? u"No date was typed. %1 was kept."_s.arg(kept)
+                               : u"\"%1\" is not a date. %2 was kept."_s.arg(typed, kept),
                            this, {}, kHintMilliseconds);
     }
     return isUnderstood;

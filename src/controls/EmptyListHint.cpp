@@ -16,8 +16,8 @@ constexpr int kBetweenOffers = 2;
 /// Frame and margins of a button, both sides.
 constexpr int kButtonMargin = 14;
 
-/// In two lines, broken at a blank, where it is wider than that.
-QString Broken(const QString& text, const QFontMetrics& font, int width) {
+/// Broken at a blank into two lines if it is wider than `width` pixels.
+QString InTwoLines(const QString& text, const QFontMetrics& font, int width) {
     qsizetype end = text.size();
     while (end > 0 && font.horizontalAdvance(text.first(end)) > width) {
         end = text.lastIndexOf(u' ', end - 1);
@@ -107,17 +107,18 @@ void CEmptyListHint::changeEvent(QEvent* event) {
 void CEmptyListHint::Arrange() {
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     int height = m_hint->heightForWidth(width());
+    int step = 0;
     for (std::size_t i = 0; i < m_offers.size(); ++i) {
         QToolButton* button = m_offers[i];
-        button->setText(Broken(m_texts[static_cast<qsizetype>(i)], button->fontMetrics(),
-                               width() - bar - kButtonMargin));
-        const int step = kBetweenOffers + button->sizeHint().height();
-        verticalScrollBar()->setSingleStep(step);
+        button->setText(InTwoLines(m_texts[static_cast<qsizetype>(i)], button->fontMetrics(),
+                                   width() - bar - kButtonMargin));
+        step = kBetweenOffers + button->sizeHint().height();
         height += step;
     }
+    verticalScrollBar()->setSingleStep(step);
     const bool hasText = !m_hint->text().isEmpty();
     m_hint->setVisible(hasText && (m_offers.empty() || height <= this->height()));
     setVisible(m_isListEmpty && (hasText || !m_offers.empty()));
-    // Clicks and menus are the list's.
+    // Without offers, clicks and context menus go to the list.
     setAttribute(Qt::WA_TransparentForMouseEvents, m_offers.empty());
 }

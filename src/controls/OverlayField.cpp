@@ -31,17 +31,18 @@ COverlayField::COverlayField(const QString& name, std::vector<CReportColumn> col
     m_list->setContextMenuPolicy(Qt::NoContextMenu);
     m_list->setTextElideMode(Qt::ElideMiddle);  // similar names differ at their ends
     m_list->SetColumns(std::move(columns));
-    m_list->setFocusProxy(this);  // whose keys move in it: its selection is the strong one
+    // The field's keys move in the list, so the list shows the strong selection.
+    m_list->setFocusProxy(this);
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_pane->SetList(m_list);
     m_layout->addWidget(m_pane, 1);
 
     OverlayArea(over)->installEventFilter(this);
     connect(this, &QLineEdit::textEdited, this, [this] {
-        m_picksFirst = false;
+        m_hasReturn = false;
         Open();
     });
-    // Without an interval it fires when the keys that have come meanwhile are handled.
+    // With an interval of 0 it fires once the keys typed meanwhile have been handled.
     m_pending->setSingleShot(true);
     connect(m_pending, &QTimer::timeout, this, &COverlayField::Continue);
     connect(m_list, &CReportList::clicked, this, [this](const QModelIndex& index) {
@@ -55,9 +56,13 @@ bool COverlayField::IsOpen() const {
     return !m_overlay->isHidden();
 }
 
+bool COverlayField::IsPending() const {
+    return m_pending->isActive();
+}
+
 void COverlayField::Close() {
     m_pending->stop();
-    m_picksFirst = false;
+    m_hasReturn = false;
     m_overlay->hide();
 }
 
@@ -88,15 +93,14 @@ void COverlayField::SetRows(const CSearchRows& rows) {
     m_list->SetRows({.count = rows.count, .text = rows.text});
     m_pane->SetNote(rows.note);
     m_list->SelectPlace(0);
-    if (rows.isPending) {
-        m_pending->start();
-    }
+    rows.isPending ? m_pending->start() : m_pending->stop();
 }
 
 void COverlayField::Continue() {
     Open();
-    if (m_picksFirst && !m_pending->isActive()) {
-        Pick(m_list->CurrentPlace());
+    if (m_hasReturn && !IsPending()) {
+        m_hasReturn = false;
+        TakeReturn();
     }
 }
 
@@ -118,8 +122,10 @@ void COverlayField::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
             if (IsOpen()) {
-                m_picksFirst = m_pending->isActive();
-                Pick(m_list->CurrentPlace());
+                m_hasReturn = IsPending();
+                if (!m_hasReturn) {
+                    TakeReturn();
+                }
                 return;
             }
             break;
@@ -154,5 +160,5 @@ bool COverlayField::eventFilter(QObject* watched, QEvent* event) {
 
 void COverlayField::Place() {
     const QRect room = OverlayPlace(m_overlay->parentWidget(), this);
-    m_overlay->setGeometry(room.x(), room.y(), room.width(), OverlayHeight(room.height()));
+    m_overlay->setGeometry(room.x(), room.y(), room.width(), LayOutParts(room.height()));
 }

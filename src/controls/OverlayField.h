@@ -41,18 +41,22 @@ class COverlayField : public QLineEdit {
     /// Fills the list and shows it.
     void Open();
     void SetRows(const CSearchRows& rows);
+    [[nodiscard]] bool IsPending() const;
     CReportList* List() { return m_list; }
     /// What is covered; the list is the last part.
     QVBoxLayout* Overlay() { return m_layout; }
 
-    /// Calls SetRows.
+    /// Must call SetRows.
     virtual void Fill() = 0;
     /// The user chose a row with the keys.
     virtual void RowChosen(int row) { Q_UNUSED(row) }
-    /// The user clicked on a row, or pressed Return on the open list; -1 when that is empty.
+    /// The user clicked on a row, or pressed Return on the open list; -1 when none is current.
     virtual void Pick(int row) = 0;
-    /// Height of the overlay, at most `room`; both in logical pixels.
-    [[nodiscard]] virtual int OverlayHeight(int room) const { return room; }
+    /// Return was pressed on the open list, whose rows are no longer pending.
+    virtual void TakeReturn() { Pick(m_list->CurrentPlace()); }
+    /// Lays out the parts above the list. Returns the height of the overlay, at most `room`; both
+    /// in logical pixels.
+    [[nodiscard]] virtual int LayOutParts(int room) { return room; }
 
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -69,5 +73,5 @@ class COverlayField : public QLineEdit {
     CListPane* m_pane;
     std::function<bool()> m_prepare;
     QTimer* m_pending;
-    bool m_picksFirst = false;  ///< Return was pressed while the rows were pending
+    bool m_hasReturn = false;  ///< Return was pressed while the rows were pending
 };

@@ -1,4 +1,4 @@
-// Where a list covers the lower part of a dialog.
+// Where a list covers the lower part of a dialog or view.
 #pragma once
 
 #include <QRect>

@@ -128,10 +128,12 @@ void CReportList::SelectRow(int row) {
     SelectIndex(m_model->index(m_model->PlaceOf(row), 0));
 }
 
-void CReportList::SelectRange(int row, int count) {
-    SelectRow(row + count - 1);
-    for (int more = row; more < row + count - 1; ++more) {
-        selectionModel()->select(m_model->index(m_model->PlaceOf(more), 0),
+void CReportList::SelectSeveral(const std::vector<int>& rows) {
+    if (!rows.empty()) {
+        SelectRow(rows.back());
+    }
+    for (const int row : rows) {
+        selectionModel()->select(m_model->index(m_model->PlaceOf(row), 0),
                                  QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
 }

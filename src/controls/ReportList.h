@@ -45,8 +45,8 @@ class CReportList : public CRowTree {
     /// Selects only this row, makes it current and scrolls it into view. Does nothing for a row
     /// that does not exist.
     void SelectRow(int row);
-    /// Selects `count` rows from this one on, and makes the last one current.
-    void SelectRange(int row, int count);
+    /// Selects these rows and makes the last one current; does nothing for none.
+    void SelectSeveral(const std::vector<int>& rows);
     /// SelectRow by its place; the last one when the list has become shorter.
     void SelectPlace(int place);
     /// Scrolls a row into view without selecting it.

@@ -61,7 +61,7 @@ int CutDietEntries(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected) 
         return 0;
     }
     const CStep step(doc.Database().GetStore(),
-                     StepName("cut"_L1, static_cast<int>(selected.size()),
+                     StepName(kCutStep, static_cast<int>(selected.size()),
                               selected.front().entry.GetName(), "entries"_L1));
     return DeleteRecords(doc.Database().Diet(), RecordsOf(selected), "Cannot delete entry.",
                          EAfterFailure::Stop);
@@ -98,12 +98,12 @@ int CopyEntries(CVelmoraDoc& doc, const std::vector<CDietEntry>& entries,
     if (copies.empty()) {
         return 0;
     }
-    const QString name = StepName("copy"_L1, static_cast<int>(copies.size()),
+    const QString name = StepName(kCopyStep, static_cast<int>(copies.size()),
                                   entries.front().GetName(), "entries"_L1);
     CStep step(doc.Database().GetStore(), name);
-    step.SetNews(DoneText(name, places.size() == 1
-                                    ? PlaceText(doc, places.front().day, places.front().meal)
-                                    : u"to %1 days"_s.arg(places.size())));
+    step.SetStatusText(DoneText(name, places.size() == 1
+                                          ? PlaceText(doc, places.front().day, places.front().meal)
+                                          : u"to %1 days"_s.arg(places.size())));
     return ActOnEach(doc.Database().GetStore(), copies, add, kCannotAddEntry);
 }
 

@@ -19,6 +19,7 @@ int CutDietEntries(CVelmoraDoc& doc, const ListedEntries<CDietEntry>& selected);
 
 /// The entries without their records: a copy is a new one.
 std::vector<CDietEntry> EntriesToCopy(const ListedEntries<CDietEntry>& listed);
+
 struct CMealEntries {
     std::vector<CDietEntry> entries;
     CLeftOut leftOut;  ///< of the whole day: a damaged entry's meal is unknown

@@ -104,7 +104,7 @@ int ChangeEntries(CItemDatabase<Entry>& diary, const ListedEntries<Entry>& selec
                   const QString& place = {}) {
     const QString name = StepNameOf(command, selected);
     CStep step(diary.GetStore(), name);
-    step.SetNews(DoneText(name, place));
+    step.SetStatusText(DoneText(name, place));
     return ActOnRecords(
         diary, RecordsOf(selected),
         [&](int position) {

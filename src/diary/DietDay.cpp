@@ -1,5 +1,7 @@
 #include "diary/DietDay.h"
 
+#include <algorithm>
+
 #include "app/ItemTexts.h"
 #include "app/LeftOutText.h"
 
@@ -41,12 +43,20 @@ ListedEntries<CDietEntry> CDietDay::EntriesAt(const std::vector<int>& rows) cons
     return entries;
 }
 
-int CDietDay::LastRowOf(FileTime moment) const {
-    int row = Count() - 1;
-    while (row >= 0 && Entry(row).GetMoment() != moment) {
-        --row;
+std::vector<int> CDietDay::AddedRows(std::vector<CDietPlace> places) const {
+    std::vector<int> rows;
+    for (int row = Count() - 1; row >= 0; --row) {
+        const CDietEntry& entry = Entry(row);
+        const auto place = std::ranges::find_if(places, [&entry](const CDietPlace& each) {
+            return each.moment == entry.GetMoment() && each.meal == entry.GetMeal();
+        });
+        if (place != places.end()) {
+            places.erase(place);
+            rows.push_back(row);
+        }
     }
-    return row;
+    std::ranges::reverse(rows);
+    return rows;
 }
 
 QString CDietDay::HeadingOf(int row) const {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/VelmoraDoc.h"
+#include "diary/DietRules.h"
 
 /// Rows are indexes into the list shown, from 0. The entries are copies, which change only with the
 /// next Reload.
@@ -28,8 +29,9 @@ class CDietDay {
     [[nodiscard]] QString LeftOutText() const;
     [[nodiscard]] ListedEntries<CDietEntry> EntriesAt(const std::vector<int>& rows) const;
 
-    /// The last row of that moment; -1 when none is listed.
-    [[nodiscard]] int LastRowOf(FileTime moment) const;
+    /// The rows of entries that have just been added at these places: the last one of each place.
+    /// An entry that is not listed has none.
+    [[nodiscard]] std::vector<int> AddedRows(std::vector<CDietPlace> places) const;
     /// The name of the row's meal, where it is another one than that of the row above.
     [[nodiscard]] QString HeadingOf(int row) const;
 

@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QSplitter>
 #include <QTabBar>
+#include <span>
 
 #include "app/FrameCommands.h"
 #include "catalogue/pick/AddFoodDialog.h"
@@ -20,6 +21,7 @@
 #include "diary/QuickField.h"
 #include "diary/RepeatDialog.h"
 #include "diary/TotalsList.h"
+#include "store/Step.h"
 
 using namespace Qt::StringLiterals;
 
@@ -111,9 +113,8 @@ void CDietMainView::CreateMeals() {
 void CDietMainView::CreateQuickField() {
     m_quick = new CQuickField(Doc(), this, this);
     connect(m_quick, &CQuickField::Added, this, [this](int count, QTime time) {
-        Reload();
-        const int last = m_day.LastRowOf(ToFileTime(Doc().dayShown, time));
-        m_entries->SelectRange(last - count + 1, count);
+        const CDietPlace place{ToFileTime(Doc().dayShown, time), Doc().selectedMeal};
+        ShowAdded(std::vector<CDietPlace>(static_cast<std::size_t>(count), place));
     });
     connect(m_quick, &CQuickField::Left, this, [this] { m_entries->setFocus(); });
 }
@@ -136,6 +137,11 @@ void CDietMainView::Reload(int select) {
     if (select >= 0) {
         m_entries->SelectPlace(select);
     }
+}
+
+void CDietMainView::ShowAdded(const std::vector<CDietPlace>& places) {
+    Reload();
+    m_entries->SelectSeveral(m_day.AddedRows(places));
 }
 
 void CDietMainView::ShowDay() {
@@ -180,8 +186,7 @@ void CDietMainView::AddFrom(CDialog& dialog, const std::function<CChosenFood()>&
         return Doc().MayClose(AddDietEntry(Doc(), Doc().dayShown, Doc().selectedMeal, result()));
     });
     if (dialog.exec() == QDialog::Accepted) {
-        Reload();
-        m_entries->SelectRow(m_day.LastRowOf(ToFileTime(Doc().dayShown, result().time)));
+        ShowAdded({{ToFileTime(Doc().dayShown, result().time), Doc().selectedMeal}});
     }
 }
 
@@ -245,9 +250,9 @@ void CDietMainView::Copy() {
     if (!entries.empty()) {
         QGuiApplication::clipboard()->setMimeData(
             MimeOfEntries(entries, m_entries->SelectedText()).release());
-        Doc().Tell(DoneText(StepName("copy"_L1, static_cast<int>(entries.size()),
-                                     entries.front().GetName(), "entries"_L1),
-                            u"to the clipboard"_s));
+        Doc().ShowStatus(DoneText(StepName(kCopyStep, static_cast<int>(entries.size()),
+                                           entries.front().GetName(), "entries"_L1),
+                                  u"to the clipboard"_s));
     }
 }
 
@@ -270,11 +275,16 @@ void CDietMainView::AddCopies(const std::vector<CDietEntry>& entries) {
     const int meal = Doc().selectedMeal;
     const CCopyPlace place{
         Doc().dayShown, {}, meal == kAllMeals ? std::nullopt : std::optional<qint32>(meal)};
-    if (!entries.empty() && CopyEntries(Doc(), entries, {place}) > 0) {
-        Reload();
-        m_entries->SelectRow(
-            m_day.LastRowOf(ToFileTime(place.day, TimeOf(entries.back().GetMoment()))));
+    const int copied = CopyEntries(Doc(), entries, {place});
+    if (copied == 0) {
+        return;
     }
+    std::vector<CDietPlace> added;
+    for (const CDietEntry& entry : std::span(entries).first(static_cast<std::size_t>(copied))) {
+        added.push_back({ToFileTime(place.day, TimeOf(entry.GetMoment())),
+                         place.meal.value_or(entry.GetMeal())});
+    }
+    ShowAdded(added);
 }
 
 void CDietMainView::CopyTo() {
@@ -285,14 +295,16 @@ void CDietMainView::CopyTo() {
     const CDietEntry& first = selected.front().entry;
     CDietMoveDialog dialog({first.GetMoment(), first.GetMeal()}, this,
                            CDietMoveDialog::EPurpose::Copy);
+    std::vector<CDietPlace> added;
     dialog.SetOnConfirmed([&] {
         const CDietPlace place = dialog.GetPlace();
         const int copied = CopyEntries(Doc(), EntriesToCopy(selected),
                                        {{DateOf(place.moment), TimeOf(place.moment), place.meal}});
+        added.assign(static_cast<std::size_t>(copied), place);
         return Doc().MayClose(copied == std::ssize(selected));
     });
     if (dialog.exec() == QDialog::Accepted) {
-        Reload();
+        ShowAdded(added);
     }
 }
 

@@ -32,6 +32,8 @@ class CDietMainView final : public CDiaryView {
 
     /// Reads and shows the day again; `select` is the place to select, -1 for none.
     void Reload(int select = -1);
+    /// Reads and shows the day again, with the entries just added at these places selected.
+    void ShowAdded(const std::vector<CDietPlace>& places);
     void ShowDay();
     void ShowTotals();
 

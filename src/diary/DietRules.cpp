@@ -1,11 +1,10 @@
 #include "diary/DietRules.h"
 
-#include <cmath>
-
 #include "app/DateText.h"
 #include "diary/DiaryCommands.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
+#include "store/Step.h"
 
 using namespace Qt::StringLiterals;
 
@@ -15,21 +14,21 @@ constexpr CEntryCommand kDelete = {
     {"Please select entry to delete.", nullptr},
     {"Are you sure you want to delete entry '%s'?", "Are you sure you want to delete %d entries?"},
     "Cannot delete entry.",
-    "delete"_L1,
+    kDeleteStep,
     "an entry"_L1,
     "entries"_L1};
 constexpr CEntryCommand kMove = {
     {"Please select entry to move.", nullptr},
     {"Are you sure you want to move entry '%s'?", "Are you sure you want to move %d entries?"},
     "Cannot move entry.",
-    "move"_L1,
+    kMoveStep,
     "an entry"_L1,
     "entries"_L1};
 constexpr CEntryCommand kDuplicate = {
     {"Please select entry to duplicate.", "Please select only one entry to duplicate."},
     {"Are you sure you want to duplicate entry '%s'?", nullptr},
     "Cannot duplicate entry.",
-    "duplicate"_L1,
+    kDuplicateStep,
     "an entry"_L1,
     "entries"_L1};
 
@@ -44,12 +43,9 @@ QString PlaceText(const CVelmoraDoc& doc, QDate day, std::optional<qint32> meal)
 }
 
 QString AddedText(const CVelmoraDoc& doc, QDate day, const CDietEntry& entry) {
-    constexpr double kHundredth = 100;
-    const QString amount =
-        TypedAmount(ShortestNumber(std::round(entry.GetAmount() * kHundredth) / kHundredth))
-            .value_or(QString());
+    const QString amount = TypedAmount(RoundedNumber(entry.GetAmount())).value_or(QString());
     const QString food = amount == u"1"_s ? entry.GetName() : amount + u" x "_s + entry.GetName();
-    return DoneText(StepName("addition"_L1, food), PlaceText(doc, day, entry.GetMeal()));
+    return DoneText(StepName(kAdditionStep, food), PlaceText(doc, day, entry.GetMeal()));
 }
 
 void TakeChosenFood(CDatabase& database, const CChosenFood& food, CDietEntry& entry) {
@@ -79,8 +75,8 @@ bool AddDietEntry(CVelmoraDoc& doc, QDate day, qint32 meal, const CChosenFood& f
     entry.SetMoment(ToFileTime(day, food.time));
     entry.SetMeal(meal);
     TakeChosenFood(doc.Database(), food, entry);
-    CStep step(doc.Database().GetStore(), StepName("addition"_L1, entry.GetName()));
-    step.SetNews(AddedText(doc, day, entry));
+    CStep step(doc.Database().GetStore(), StepName(kAdditionStep, entry.GetName()));
+    step.SetStatusText(AddedText(doc, day, entry));
     const bool added = doc.Database().Diet().Write(-1, entry);
     if (!added) {
         ShowMessage(kCannotAddEntry, EMessageIcon::Information);
@@ -97,7 +93,7 @@ bool EditDietEntry(CVelmoraDoc& doc, const CListed<CDietEntry>& before, const CC
     CDietEntry edited = before.entry;
     edited.SetMoment(ToFileTime(DateOf(edited.GetMoment()), food.time));
     TakeChosenFood(doc.Database(), food, edited);
-    const CStep step(doc.Database().GetStore(), StepName("edit"_L1, edited.GetName()));
+    const CStep step(doc.Database().GetStore(), StepName(kEditStep, edited.GetName()));
     const bool isWritten =
         ReplaceEntry(doc.Database().Diet(), before.record, edited) == EReplaced::Yes;
     if (!isWritten) {

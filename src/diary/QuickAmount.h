@@ -11,8 +11,8 @@ struct CLeadingAmount {
 };
 /// The number at the beginning of a text: 2, 1.5 (or with the locale's sign), 1/2, 1 1/2, ½, 1½. A
 /// sign is read too, and 1/0 is infinite: what no amount can be is for the caller to refuse.
-/// Only a unit follows a whole number without a blank ("150g"). Nothing when there is none, or when
-/// it belongs to a word ("2% milk", "7-grain", "7up").
+/// After a number without a fraction, only a unit may follow without a blank ("150g"). Nothing when
+/// there is none, or when it belongs to a word ("2% milk", "7-grain", "7up").
 std::optional<CLeadingAmount> LeadingAmount(QStringView text, const QLocale& locale = QLocale());
 
 enum class EMeasure { Weight, Volume };

@@ -1,16 +1,13 @@
 #include "diary/QuickEntry.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 #include <utility>
 
 #include "app/ListCommands.h"
 #include "catalogue/items/CatalogueChoices.h"
-#include "catalogue/items/FoundItem.h"
 #include "diary/DietRules.h"
 #include "diary/QuickAmount.h"
-#include "platform/NumberText.h"
 #include "store/Step.h"
 
 using namespace Qt::StringLiterals;
@@ -34,15 +31,6 @@ bool IsServingWord(const QString& word) {
     });
 }
 
-QStringList WordsOf(const QString& text) {
-    const CFoldedWords folded(text);
-    QStringList words;
-    for (int index = 0; index < folded.Count(); ++index) {
-        words.append(folded.WordAt(index).toString());
-    }
-    return words;
-}
-
 /// The words of a text as written.
 QStringList Split(const QString& text) {
     return text.split(u' ', Qt::SkipEmptyParts);
@@ -53,55 +41,15 @@ bool IsDecimalComma(const QString& line, qsizetype at) {
            line[at - 1].isDigit() && line[at + 1].isDigit();
 }
 
-/// Whether typed words are the beginning of a serving's: equal but for number; with `mayBeCut` the
-/// last one may be unfinished.
-bool IsBeginningOf(const QStringList& typed, const QStringList& serving, bool mayBeCut) {
-    if (typed.isEmpty() || typed.size() > serving.size()) {
-        return false;
-    }
-    for (qsizetype index = 0; index < typed.size(); ++index) {
-        const bool isLast = index + 1 == typed.size();
-        if (StemOf(typed[index]) != StemOf(serving[index]) &&
-            !(mayBeCut && isLast && serving[index].startsWith(typed[index]))) {
-            return false;
-        }
-    }
-    return true;
-}
-
-QString Quoted(const CChosenFood& food) {
-    return u'\'' + food.item.GetName() + u'\'';
-}
-
 QString UnknownText(const CQuickReading& reading) {
     return u"Nothing in the catalogue is called '%1'."_s.arg(reading.what);
-}
-
-/// Makes `factor` times the item's values the totals of `amount` servings of that name.
-void TakeTotals(CChosenFood& food, const QString& serving, double amount, double factor) {
-    food.amount = amount;
-    food.item.ClearServings();
-    food.item.SetServingName(0, serving);
-    food.item.SetServingWeight(0, amount);
-    NutrientValues values = food.item.GetNutrientValues();
-    for (double& value : values) {
-        value *= factor;
-    }
-    food.item.SetNutrientValues(values);
-}
-
-/// "206.3", to a hundredth; three digits of a small number.
-QString RoundedText(double value) {
-    constexpr double kSmall = 0.1;
-    return value < kSmall ? QString::number(value, 'g', 3)
-                          : ShortestNumber(std::round(value * 100) / 100);
 }
 
 /// How many of the words, split at blanks, are the name of a unit at their beginning; 0 when they
 /// do not begin with one.
 int WordsOfUnit(const QStringList& words) {
     for (const int count : {1, 2}) {
-        const QStringList folded = WordsOf(words.mid(0, count).join(u' '));
+        const QStringList folded = FoldedWords(words.mid(0, count).join(u' '));
         const auto unit = LeadingUnit(folded);
         if (unit && unit->words == folded.size()) {
             return std::min(count, static_cast<int>(words.size()));
@@ -153,7 +101,9 @@ CQuickItem CQuickEntry::ReadItem(const QString& text) {
     CQuickItem item{.text = text};
     CSearchMatches matches;
     item.reading = ReadingOf(text, matches);
-    item.matches = std::move(matches.best);
+    if (!item.reading.what.isEmpty()) {  // otherwise they are habits, which were not asked for
+        item.matches = std::move(matches.best);
+    }
     // A number that nothing has is an amount in the wrong place: "2 eggs 3 toasts".
     const bool hasNumber =
         std::ranges::any_of(item.reading.what, [](QChar c) { return c.isDigit(); });
@@ -207,7 +157,7 @@ CQuickReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matche
     const CSearchMatches whole = Find(rest);
     const int unitWords = WordsOfUnit(words);
     if (unitWords > 0 && (reading.hasAmount || whole.found != EFound::All)) {
-        reading.unit = WordsOf(words.first(unitWords).join(u' '));
+        reading.unit = FoldedWords(words.first(unitWords).join(u' '));
         reading.what = split(unitWords);
         matches = Find(reading.what);
         return reading;
@@ -215,14 +165,14 @@ CQuickReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matche
     if (reading.hasAmount || whole.found != EFound::All) {
         for (qsizetype count = 1; count < words.size() && count <= kMostServingWords; ++count) {
             const QString what = split(count);
-            const QStringList unit = WordsOf(words.first(count).join(u' '));
+            const QStringList unit = FoldedWords(words.first(count).join(u' '));
             CSearchMatches found = Find(what);
             if (found.found != EFound::All && found.found != EFound::Near) {
                 continue;
             }
             const auto hasServing = [&](const CSearchMatch& match) {
                 CChosenFood food;
-                return Load(match, food) && ServingNamed(ServingsOf(food.item), unit) >= 0;
+                return Load(match, food) && HasServing(food.item, unit);
             };
             const auto others =
                 std::stable_partition(found.best.begin(), found.best.end(), hasServing);
@@ -237,8 +187,8 @@ CQuickReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matche
     reading.what = rest;
     matches = whole;
     if (words.size() > 1 && whole.found != EFound::All &&
-        IsServingWord(WordsOf(words.front()).join(QString()))) {
-        reading.unit = WordsOf(words.front());
+        IsServingWord(FoldedWords(words.front()).join(QString()))) {
+        reading.unit = FoldedWords(words.front());
         reading.what = split(1);
         matches = Find(reading.what);
     }
@@ -258,88 +208,7 @@ bool CQuickEntry::Load(const CSearchMatch& match, CChosenFood& food) {
                 : match.kind == ECatalogueKind::Recipes ? EItemKind::Recipe
                                                         : EItemKind::Food;
     food.cataloguePosition = position;
-    return ReadAsFood(database, match.kind, position, food.item);
-}
-
-std::vector<CQuickEntry::CServing> CQuickEntry::ServingsOf(const CFoodItem& food) {
-    std::vector<CServing> servings;
-    for (int index = 0; index < kServingCount; ++index) {
-        const QString name = food.GetServingName(index);
-        if (name.isEmpty()) {
-            continue;
-        }
-        const auto count = LeadingAmount(name, QLocale::c());
-        const QString rest = count ? name.sliced(count->length) : name;
-        servings.push_back({name, food.GetServingWeight(index),
-                            count && count->value > 0 ? count->value : 1, WordsOf(rest)});
-    }
-    return servings;
-}
-
-/// -1 when none has it. "tablespoon" also names "1 tbsp".
-int CQuickEntry::ServingNamed(const std::vector<CServing>& servings, const QStringList& words) {
-    const auto unit = LeadingUnit(words);
-    const bool isUnit = unit && unit->words == words.size();
-    auto named = std::ranges::find_if(servings, [&](const CServing& serving) {
-        return IsBeginningOf(words, serving.words, !isUnit);
-    });
-    if (named == servings.end() && isUnit) {
-        named = std::ranges::find_if(servings, [&unit](const CServing& serving) {
-            const auto same = LeadingUnit(serving.words);
-            return same && same->measure == unit->measure && same->size == unit->size;
-        });
-    }
-    return named == servings.end() ? -1 : static_cast<int>(named - servings.begin());
-}
-
-/// Sets serving, amount and totals; returns why that is not possible.
-QString CQuickEntry::Measure(const CQuickReading& reading, CChosenFood& food) {
-    if (reading.amount <= kLeastAmount || reading.amount > kLargestTyped) {
-        return u"The amount is too small or too large."_s;
-    }
-    const std::vector<CServing> servings = ServingsOf(food.item);
-    const bool isWeighed = food.kind == EItemKind::Food && food.item.IsWeighed();
-    const auto unit = LeadingUnit(reading.unit);
-    if (unit && unit->measure == EMeasure::Weight) {
-        const double grams = reading.amount * unit->size;
-        if (!isWeighed) {
-            return Quoted(food) + u" is kept per serving, so its weight is not known."_s;
-        }
-        TakeTotals(food, RoundedText(grams) + u" gm"_s, 1, ValueOfServings(1, 1, grams));
-        return {};
-    }
-    const auto factorOf = [isWeighed](const CServing& serving, double amount) {
-        return ValueOfServings(1, amount, isWeighed ? serving.weightGrams : 0);
-    };
-    // "3 cookies" may mean the serving "1 cookie".
-    const QStringList what = WordsOf(reading.what);
-    const int counted = reading.hasAmount && reading.unit.isEmpty()
-                            ? ServingNamed(servings, what.last(std::min<qsizetype>(1, what.size())))
-                            : -1;
-    const int named =
-        !reading.unit.isEmpty() ? ServingNamed(servings, reading.unit) : std::max(0, counted);
-    if (named >= 0 && named < std::ssize(servings)) {
-        const CServing& serving = servings[named];
-        const bool isNamed = !reading.unit.isEmpty() || counted >= 0;
-        const double amount = isNamed ? reading.amount / serving.count : reading.amount;
-        TakeTotals(food, serving.name, amount, factorOf(serving, amount));
-        return {};
-    }
-    if (!unit) {
-        return servings.empty()
-                   ? Quoted(food) + u" has no servings."_s
-                   : Quoted(food) + u" has no serving '%1'."_s.arg(reading.unit.join(u' '));
-    }
-    for (const CServing& serving : servings) {
-        const auto volume = LeadingUnit(serving.words);
-        if (volume && volume->measure == EMeasure::Volume) {
-            const double amount = reading.amount * unit->size / (serving.count * volume->size);
-            TakeTotals(food, RoundedText(reading.amount) + u' ' + reading.unit.join(u' '), 1,
-                       factorOf(serving, amount));
-            return {};
-        }
-    }
-    return Quoted(food) + u" has no serving that names a volume."_s;
+    return ReadAsFood(database, match.kind, position, food.item, true);
 }
 
 int AddQuickItems(CVelmoraDoc& doc, QDate day, QTime time, int meal,
@@ -361,11 +230,11 @@ int AddQuickItems(CVelmoraDoc& doc, QDate day, QTime time, int meal,
     const auto add = [&](int index) {
         return doc.Database().Diet().Write(kNoPosition, entries[static_cast<std::size_t>(index)]);
     };
-    const QString name = StepName("addition"_L1, static_cast<int>(entries.size()),
+    const QString name = StepName(kAdditionStep, static_cast<int>(entries.size()),
                                   entries.front().GetName(), "entries"_L1);
     CStep step(doc.Database().GetStore(), name);
-    step.SetNews(entries.size() == 1 ? AddedText(doc, day, entries.front())
-                                     : DoneText(name, PlaceText(doc, day, meal)));
+    step.SetStatusText(entries.size() == 1 ? AddedText(doc, day, entries.front())
+                                           : DoneText(name, PlaceText(doc, day, meal)));
     return ActOnEach(doc.Database().GetStore(), indexes, add, kCannotAddEntry);
 }
 

@@ -2,15 +2,7 @@
 #pragma once
 
 #include "app/VelmoraDoc.h"
-#include "catalogue/items/ChosenFood.h"
-
-/// How an item is read: an amount, the words of its unit, and what is searched.
-struct CQuickReading {
-    double amount = 1;
-    bool hasAmount = false;
-    QStringList unit = {};
-    QString what = {};
-};
+#include "diary/QuickMeasure.h"
 
 /// A part of a quick line between commas.
 struct CQuickItem {
@@ -26,7 +18,7 @@ struct CQuickItem {
 
 /// Reads quick lines. The document outlives it, and a profile is active.
 ///
-/// An item is an amount, a unit, and words that are searched in foods, menus and recipes; both
+/// An item is an amount, a unit, and words that are searched for in foods, menus and recipes; both
 /// amount and unit may be missing. Weights give an entry of one serving "150 gm". Other units are
 /// the beginning of the name of a serving of the item, or a volume, which is taken from a serving
 /// that names one. Without a unit the first serving is meant.
@@ -48,21 +40,11 @@ class CQuickEntry {
     void Forget() { m_items.clear(); }
 
   private:
-    struct CServing {
-        QString name;
-        double weightGrams;
-        double count;       ///< the number its name begins with
-        QStringList words;  ///< the folded words after it
-    };
-
     CQuickItem ReadItem(const QString& text);
     CQuickReading ReadingOf(const QString& text, CSearchMatches& matches);
     void TakeMatch(CQuickItem& item, int match);
     CSearchMatches Find(const QString& what);
     bool Load(const CSearchMatch& match, CChosenFood& food);
-    static std::vector<CServing> ServingsOf(const CFoodItem& food);
-    static int ServingNamed(const std::vector<CServing>& servings, const QStringList& words);
-    QString Measure(const CQuickReading& reading, CChosenFood& food);
 
     CVelmoraDoc& m_doc;
     std::vector<CQuickItem> m_items;

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QInputMethodEvent>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QTextCharFormat>
 #include <QVBoxLayout>
@@ -43,12 +44,15 @@ CQuickField::CQuickField(CVelmoraDoc& doc, QWidget* over, QWidget* parent)
                          {.title = u"Energy"_s, .kind = CReportColumn::EKind::Number, .share = 0}});
     Overlay()->setSpacing(0);
     Overlay()->insertWidget(0, m_items);
+    setText(doc.quickLine);
+    connect(this, &QLineEdit::textChanged, this,
+            [this](const QString& line) { m_doc.quickLine = line; });
     connect(m_items, &CReportList::clicked, this, [this](const QModelIndex& index) {
         const CQuickItem& item = m_entry.Items()[static_cast<std::size_t>(index.row())];
         setCursorPosition(static_cast<int>(item.first + item.text.size()));
     });
     connect(this, &QLineEdit::cursorPositionChanged, this, [this] {
-        if (IsOpen() && m_entry.ItemAt(cursorPosition()) != m_current) {
+        if (IsOpen() && !IsPending() && m_entry.ItemAt(cursorPosition()) != m_current) {
             ShowMatches();
         }
     });
@@ -69,8 +73,13 @@ void CQuickField::Call() {
 }
 
 void CQuickField::Forget() {
+    if (text() != m_doc.quickLine) {
+        setText(m_doc.quickLine);  // of another profile
+        Close();
+    }
     m_entry.Forget();
     ShowItems();
+    List()->SetColumns(SearchColumns(SearchTitles(m_doc)));
     if (IsOpen()) {
         Open();
     }
@@ -79,9 +88,9 @@ void CQuickField::Forget() {
 bool CQuickField::event(QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride) {
         const auto* key = static_cast<QKeyEvent*>(event);
-        const bool isTaken = (key->matches(QKeySequence::Undo) && !isUndoAvailable()) ||
-                             (key->matches(QKeySequence::Redo) && !isRedoAvailable());
-        if (isTaken) {  // then it belongs to the tab
+        const bool hasHistory = isUndoAvailable() || isRedoAvailable();
+        if (!hasHistory && (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo))) {
+            // Then the keys belong to the tab.
             event->ignore();
             return true;
         }
@@ -110,7 +119,10 @@ void CQuickField::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            Add();
+            if (!IsOpen() && !text().trimmed().isEmpty()) {
+                Open();
+            }
+            COverlayField::keyPressEvent(event);
             return;
         case Qt::Key_Escape:
             Escape();
@@ -158,7 +170,6 @@ void CQuickField::ShowItems() {
         m_items->setFirstColumnSpanned(row, {}, !itemAt(row).refusal.isEmpty());
     }
     m_items->setVisible(!items.empty());
-    m_items->SelectPlace(m_current);
     UnderlineRefused();
 }
 
@@ -170,7 +181,7 @@ QString CQuickField::CellText(const CQuickItem& item, int column) const {
     const CFoodItem& food = item.food.item;
     switch (column) {
         case kName:
-            return NameAndType(food.GetName(), food.GetType());
+            return FoundName(food.GetName(), food.GetType());
         case kServing:
             return ServingText(preferences.FormatNumber(item.food.amount), food.GetServingName(0));
         case kEnergy:
@@ -186,7 +197,7 @@ void CQuickField::ShowMatches() {
     m_current = m_entry.ItemAt(cursorPosition());
     m_matches.clear();
     CSearchRows rows;
-    int taken = 0;
+    int taken = -1;
     if (m_current < 0) {
         rows.hint = u"Type an amount and a food, then a comma and the next one."_s;
     } else {
@@ -202,10 +213,14 @@ void CQuickField::ShowMatches() {
         if (item.refusal.isEmpty() && IsSmall(window()->size())) {
             rows.note = CellText(item, kName);  // the list has no room for it
         }
-        taken = std::max(0, item.taken);
+        taken = item.taken;
     }
     SetRows(rows);
-    List()->SelectPlace(taken);
+    if (taken < 0) {
+        List()->selectionModel()->clear();  // the first Down takes the first match
+    } else {
+        List()->SelectPlace(taken);
+    }
     m_items->SelectPlace(m_current);
     QStringList cells;
     for (const int column : {kName, kServing, kEnergy}) {
@@ -220,6 +235,7 @@ void CQuickField::RowChosen(int row) {
     m_entry.Take(m_current, row);
     ShowItems();
     ShowMatches();
+    List()->SelectPlace(row);  // also when it cannot be taken
 }
 
 void CQuickField::Pick(int row) {
@@ -255,7 +271,9 @@ void CQuickField::Add() {
     }
     const QTime now = QTime::currentTime();
     const int added = AddQuickItems(m_doc, m_doc.dayShown, now, m_doc.selectedMeal, items);
-    setText(QuickLineWithout(items, added));
+    if (added > 0) {  // otherwise the line keeps its undo history
+        setText(QuickLineWithout(items, added));
+    }
     Open();
     if (text().isEmpty()) {
         Close();
@@ -265,7 +283,7 @@ void CQuickField::Add() {
     }
 }
 
-int CQuickField::OverlayHeight(int room) const {
+int CQuickField::LayOutParts(int room) {
     const int row = std::max(m_items->sizeHintForRow(0), fontMetrics().height());
     const int items = std::min(static_cast<int>(m_entry.Items().size()) * row + 2,
                                static_cast<int>(room * kItemsShare));

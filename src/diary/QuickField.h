@@ -6,9 +6,10 @@
 #include "diary/QuickEntry.h"
 
 /// While a line is typed, shows how each of its items is understood and the matches of the item at
-/// the cursor. Up, Down and a click choose a match. Return adds what is understood at the
+/// the cursor. Up, Down and a click choose a match. Return adds what is understood, at the
 /// document's day and meal and at the current time; the rest stays in the line, where it is
-/// underlined. Escape first closes the list, then clears and leaves the field.
+/// underlined. Escape first closes the list, then clears and leaves the field. The document keeps
+/// the line when the view is left.
 class CQuickField : public COverlayField {
     Q_OBJECT
   public:
@@ -18,7 +19,7 @@ class CQuickField : public COverlayField {
     void SetOnDemand(bool isOnDemand);
     /// Shows the field and gives it the focus.
     void Call();
-    /// Call after a change of the catalogue.
+    /// Call after a change of the catalogue, the preferences or the profile.
     void Forget();
 
   signals:
@@ -37,7 +38,8 @@ class CQuickField : public COverlayField {
     void Fill() override;
     void RowChosen(int row) override;
     void Pick(int row) override;
-    [[nodiscard]] int OverlayHeight(int room) const override;
+    void TakeReturn() override { Add(); }
+    [[nodiscard]] int LayOutParts(int room) override;
 
   private:
     void Read();

@@ -78,7 +78,7 @@ void CRepeatDialog::ShowCount() {
                    Counted(count, u"day"_s, u"days"_s) + u'.';
     if (const int full = DaysBeyondList(m_doc, days, m_entries); full > 0) {
         text += u' ' + Counted(full, u"day"_s, u"days"_s) +
-                u" will have more than %1 entries, which the list does not show."_s.arg(
+                u" will have more than %1 entries; the list shows only the first %1."_s.arg(
                     kDietListCapacity);
     }
     m_count->setText(text);

@@ -2,6 +2,7 @@
 
 #include "diary/DiaryCommands.h"
 #include "platform/NumberText.h"
+#include "store/Step.h"
 #include "store/engine/PlatformError.h"
 
 using namespace Qt::StringLiterals;
@@ -13,7 +14,7 @@ constexpr CEntryCommand kDelete = {{"Please select exercise to delete.", nullptr
                                    {"Are you sure you want to delete exercise '%s'?",
                                     "Are you sure you want to delete %d exercises?"},
                                    "Cannot delete exercise.",
-                                   "delete"_L1,
+                                   kDeleteStep,
                                    "an exercise"_L1,
                                    "exercises"_L1};
 
@@ -49,7 +50,7 @@ CExerciseEntry NewExercise(QDate day, QTime time) {
 }
 
 bool AddExercise(CDatabase& database, const CExerciseEntry& entry) {
-    const CStep step(database.GetStore(), StepName("addition"_L1, entry.GetName()));
+    const CStep step(database.GetStore(), StepName(kAdditionStep, entry.GetName()));
     return database.Exercises().Write(-1, entry);
 }
 
@@ -59,7 +60,7 @@ bool MayEditExercise(int selected) {
 }
 
 bool EditExercise(CDatabase& database, ObjectId record, const CExerciseEntry& entry) {
-    const CStep step(database.GetStore(), StepName("edit"_L1, entry.GetName()));
+    const CStep step(database.GetStore(), StepName(kEditStep, entry.GetName()));
     const EReplaced replaced = ReplaceEntry(database.Exercises(), record, entry);
     if (replaced == EReplaced::NoRecord) {
         ShowMessage(FormatText(QLatin1StringView(kExercisesLayout.writeFailure),

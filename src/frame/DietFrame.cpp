@@ -121,14 +121,14 @@ CDietFrame::CDietFrame(CVelmoraDoc& doc) : m_doc(doc) {
     if (!ShowView(m_doc.Settings().lastTabCommand)) {
         ShowView(kSwitchToDiet);
     }
-    m_doc.SetNewsHost([this](const QString& text) { m_status->Tell(text); });
+    m_doc.SetStatusHost([this](const QString& text) { m_status->SetText(text); });
     m_doc.SetLossHost({[this] { OnceIdle(&CDietFrame::TellLoss, EDialogs::Stay); },
                        [this] { OnceIdle(&CDietFrame::ReopenVolume, EDialogs::Close); }});
 }
 
 CDietFrame::~CDietFrame() {
     m_doc.SetLossHost({});
-    m_doc.SetNewsHost({});
+    m_doc.SetStatusHost({});
 }
 
 bool CDietFrame::ShowView(int command) {
@@ -154,7 +154,7 @@ bool CDietFrame::ShowView(int command) {
     connect(view, &CMainView::FrameCommand, this, &CDietFrame::RunCommand);
     setCentralWidget(view);  // the old view is deleted once its command has returned
     m_activeCommand = command;
-    m_status->Tell({});
+    m_status->SetText({});
     StoreTab();
     BuildCommandBar();
     return true;
@@ -321,7 +321,7 @@ bool CDietFrame::OpenProfile() {
         ShowMessage(FormatText("Cannot open user profile '%s'."_L1, {dialog.GetProfile()}),
                     EMessageIcon::Stop);
     }
-    m_status->Tell({});
+    m_status->SetText({});
     return true;
 }
 

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace {
 /// Long enough to read a sentence twice.
 constexpr int kShownMs = 8000;
-/// Puts the text below the view's in a window that is not small, in pixels.
+/// In pixels; aligns the text with the view, which has wider margins in a large window.
 constexpr int kIndent = 6;
 }  // namespace
 
@@ -24,7 +24,7 @@ CStatusLine::CStatusLine(QWidget* parent) : QStatusBar(parent), m_text(new QLabe
     connect(&m_shown, &QTimer::timeout, this, &CStatusLine::ShowOrHide);
 }
 
-void CStatusLine::Tell(const QString& text) {
+void CStatusLine::SetText(const QString& text) {
     m_text->setText(text);
     if (text.isEmpty()) {
         m_shown.stop();

@@ -1,4 +1,4 @@
-// The line at the window's foot that says what was done.
+// The status line at the bottom of the window, which says what was done.
 #pragma once
 
 #include <QStatusBar>
@@ -14,7 +14,7 @@ class CStatusLine : public QStatusBar {
     explicit CStatusLine(QWidget* parent);
 
     /// Shows the text, and announces it to a screen reader; an empty one clears the line.
-    void Tell(const QString& text);
+    void SetText(const QString& text);
     void SetSmall(bool isSmall);
 
   private:

@@ -182,6 +182,13 @@ QString ShortestNumber(double value) {
     return QString::fromLatin1(text.data(), result.ptr - text.data());
 }
 
+QString RoundedNumber(double value) {
+    constexpr double kSmall = 0.1;
+    constexpr double kHundredth = 100;
+    return value < kSmall ? QString::number(value, 'g', 3)
+                          : ShortestNumber(std::round(value * kHundredth) / kHundredth);
+}
+
 QString TwoDigits(int number) {
     return QString::number(number).rightJustified(2, u'0');
 }

@@ -46,6 +46,9 @@ QString ShownNumber(double value, int decimals, const QLocale& locale = QLocale(
 /// The shortest form that reads back to the same double, with a point.
 QString ShortestNumber(double value);
 
+/// Rounded to a hundredth, or to three digits below 0.1, as ShortestNumber: "206.3", "0.004".
+QString RoundedNumber(double value);
+
 /// "05"; more digits where the number has them.
 QString TwoDigits(int number);
 

@@ -18,6 +18,6 @@ void RunReport(CVelmoraDoc& doc, QWidget* parent) {
     const CReportRequest request = dialog.GetRequest();
     const QString path = ChooseFileToSave(ReportFileChoice(doc.GetActiveProfile(), request.to));
     if (!path.isEmpty() && WriteReport(doc, request, path)) {
-        doc.Tell(u"Report written to %1."_s.arg(QDir::toNativeSeparators(path)));
+        doc.ShowStatus(u"Report written to %1."_s.arg(QDir::toNativeSeparators(path)));
     }
 }

@@ -155,7 +155,11 @@ bool CRecordStore::LoadHistory() {
 }
 
 bool CRecordStore::ClearHistory(std::optional<qint64> scope) {
-    return SetLastError(m_history.Clear(scope));
+    if (!SetLastError(m_history.Clear(scope))) {
+        return false;
+    }
+    ShowStatus({});  // what it says can be undone is gone
+    return true;
 }
 
 qint64 CRecordStore::EstimateRoom(const CDatabaseHandle& handle, const CPositionRange& range) {

@@ -34,8 +34,8 @@ struct CLossHost {
     std::function<void()> reopen;  ///< opens the file that is at the volume's path now
 };
 
-/// Shows what was done.
-using NewsHost = std::function<void(const QString& text)>;
+/// Shows what was done, for instance in a status line.
+using StatusHost = std::function<void(const QString& text)>;
 
 /// Operations return success; GetLastError returns the platform number of the last failure.
 /// Positions are valid until the next write or delete in their database.
@@ -141,14 +141,15 @@ class CRecordStore {
     bool TellLoss();
     void SetLossHost(CLossHost host) { m_lossHost = std::move(host); }
 
-    /// What was done, as a sentence, for a user who may or may not look: no message.
-    void Tell(const QString& text) const {
-        if (m_newsHost) {
-            m_newsHost(text);
+    /// Shows what was done, a sentence, without asking for attention. An empty text clears the one
+    /// shown.
+    void ShowStatus(const QString& text) const {
+        if (m_statusHost) {
+            m_statusHost(text);
         }
     }
-    void SetNewsHost(NewsHost host) { m_newsHost = std::move(host); }
-    /// The step under way tells nothing: a message has said that it was not done in full.
+    void SetStatusHost(StatusHost host) { m_statusHost = std::move(host); }
+    /// The step under way shows no status: a message has said that it was not done in full.
     void SilenceStep() { m_isStepSilent = true; }
     /// Whether that was called since the last call of this.
     bool TakeSilence() { return std::exchange(m_isStepSilent, false); }
@@ -163,7 +164,7 @@ class CRecordStore {
     EPlatformError m_lastError = kErrorSuccess;
     QString m_path;
     CLossHost m_lossHost;
-    NewsHost m_newsHost;
+    StatusHost m_statusHost;
     bool m_isStepSilent = false;
     bool m_isLossTold = false;
     QStringList m_createdFolders;  ///< by MountVolume, the innermost first

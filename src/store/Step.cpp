@@ -8,19 +8,20 @@ using namespace Qt::StringLiterals;
 namespace {
 /// Commands as the names of steps begin, and in the past.
 struct CCommandWords {
-    const char* command;
-    const char* done;
+    QLatin1StringView command;
+    QLatin1StringView done;
 };
 constexpr CCommandWords kCommandWords[] = {
-    {"addition", "Added"},       {"copy", "Copied"},  {"cut", "Cut"},    {"delete", "Deleted"},
-    {"duplicate", "Duplicated"}, {"edit", "Changed"}, {"move", "Moved"}, {"rename", "Renamed"}};
+    {kAdditionStep, "Added"_L1}, {kCopyStep, "Copied"_L1},          {kCutStep, "Cut"_L1},
+    {kDeleteStep, "Deleted"_L1}, {kDuplicateStep, "Duplicated"_L1}, {kEditStep, "Changed"_L1},
+    {kMoveStep, "Moved"_L1},     {kRenameStep, "Renamed"_L1}};
 }  // namespace
 
 QString DoneText(const QString& step, const QString& place) {
     const QString of = u" of "_s;
     for (const CCommandWords& words : kCommandWords) {
-        if (step.section(of, 0, 0) == QLatin1StringView(words.command)) {
-            const QString done = QLatin1StringView(words.done) + u' ' + step.section(of, 1);
+        if (step.section(of, 0, 0) == words.command) {
+            const QString done = words.done + u' ' + step.section(of, 1);
             return place.isEmpty() ? done + u'.' : done + u' ' + place + u'.';
         }
     }
@@ -61,9 +62,12 @@ CStep::~CStep() {
         return;
     }
     ShowHistoryNotices(m_store);
-    const QString news = m_news.isEmpty() ? DoneText(name) : m_news;
-    if (!m_store.TakeSilence() && !name.isEmpty() && !news.isEmpty()) {
-        m_store.Tell(news + u" Ctrl+Z takes it back."_s);
+    const QString text = m_statusText.isEmpty() ? DoneText(name) : m_statusText;
+    const bool isSilent = m_store.TakeSilence();
+    if (!name.isEmpty()) {
+        // A step without a text clears the former one, since Ctrl+Z now undoes this step.
+        m_store.ShowStatus(isSilent || text.isEmpty() ? QString()
+                                                      : text + u" Ctrl+Z takes it back."_s);
     }
 }
 
@@ -88,5 +92,6 @@ bool CStep::MayGoOn(qint64 room) {
         return false;
     }
     history.SkipStep();
+    m_store.ShowStatus({});  // Ctrl+Z no longer undoes what is shown there
     return true;
 }

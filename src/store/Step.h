@@ -1,9 +1,20 @@
 // The name under which a command can be undone.
 #pragma once
 
+#include <QLatin1StringView>
 #include <QString>
 
 class CRecordStore;
+
+/// The commands that the names of steps begin with. DoneText knows each in the past.
+inline constexpr QLatin1StringView kAdditionStep("addition");
+inline constexpr QLatin1StringView kCopyStep("copy");
+inline constexpr QLatin1StringView kCutStep("cut");
+inline constexpr QLatin1StringView kDeleteStep("delete");
+inline constexpr QLatin1StringView kDuplicateStep("duplicate");
+inline constexpr QLatin1StringView kEditStep("edit");
+inline constexpr QLatin1StringView kMoveStep("move");
+inline constexpr QLatin1StringView kRenameStep("rename");
 
 /// Asked before a change that is larger than the history.
 inline constexpr auto kGoOnWithoutUndo = "This cannot be undone. Do you want to go on?";
@@ -17,7 +28,7 @@ QString DoneText(const QString& step, const QString& place = {});
 
 /// A step of the history, open while this lives. What is stored meanwhile, in one unit of work or
 /// several, is undone together. A step within another belongs to it: commands may call commands.
-/// The end of the outermost one shows what the history has to report, and tells what was done.
+/// The end of the outermost one shows what the history has to report, and a status text.
 class CStep {
   public:
     /// `name` completes "Undo ...": "delete of 3 entries".
@@ -28,8 +39,8 @@ class CStep {
 
     /// For a name that is known only later; applies from the next change on.
     void Rename(const QString& name);
-    /// What to tell instead of DoneText: a whole sentence.
-    void SetNews(const QString& text) { m_news = text; }
+    /// Replaces DoneText as the status text: a whole sentence.
+    void SetStatusText(const QString& text) { m_statusText = text; }
     /// The step will have taken back all its changes when it ends: nothing of it is kept, nor of
     /// provisional steps that earlier programs have left.
     void Cancel();
@@ -44,5 +55,5 @@ class CStep {
 
   private:
     CRecordStore& m_store;
-    QString m_news;
+    QString m_statusText;
 };

@@ -9,7 +9,7 @@
 //                            only the first line of a wrong command line's usage
 //
 // "$ sql ..." changes the volume itself. With VELMORA_WRITE_TRANSCRIPTS set the transcripts are
-// written anew: read the difference before you keep it.
+// written again: read the difference before you keep it.
 #include "store/engine/SqliteFile.h"
 #include "support/Files.h"
 

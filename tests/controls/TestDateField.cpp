@@ -47,6 +47,7 @@ class TestDateField : public QObject {
         m_other->setFocus();
         QCOMPARE(m_field->date(), QDate(2024, 3, 5));
         QCOMPARE(m_field->text(), u"05.03.2024"_s);
+        QCOMPARE(QToolTip::text(), u"No date was typed. 05.03.2024 was kept."_s);
     }
 
   private:

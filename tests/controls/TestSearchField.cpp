@@ -59,7 +59,15 @@ class TestSearchField : public QObject {
             m_field->clear();
             m_field->Close();
         }
+        // An answered search is not asked again.
+        m_field->clear();
+        m_searched.clear();
+        m_pendingCalls = 1;
+        QTest::keyClicks(m_field, u"de"_s);
+        QTest::qWait(0);
+        QCOMPARE(m_searched, (QStringList{u"d"_s, u"de"_s}));
         // A closed list is not filled any more.
+        m_field->clear();
         m_pendingCalls = 9;
         QTest::keyClicks(m_field, u"e"_s);
         m_field->Close();

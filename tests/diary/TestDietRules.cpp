@@ -8,6 +8,7 @@
 #include "diary/EntryClipboard.h"
 #include "diary/ListSizes.h"
 #include "diary/PurgeRules.h"
+#include "store/Step.h"
 
 class TestDietRules : public CDiaryTest {
     Q_OBJECT
@@ -127,7 +128,7 @@ class TestDietRules : public CDiaryTest {
 
     void onlyWhatWasDoneInFullIsTold() {
         QStringList told;
-        m_doc->SetNewsHost([&told](const QString& text) { told.append(text); });
+        m_doc->SetStatusHost([&told](const QString& text) { told.append(text); });
         const CListed<CDietEntry> tea = AddEntry(u"Tea"_s, QTime(8, 0));
         const CListed<CDietEntry> bun = AddEntry(u"Bun"_s, QTime(8, 0));
         QCOMPARE(CutDietEntries(*m_doc, {tea}), 1);
@@ -140,13 +141,19 @@ class TestDietRules : public CDiaryTest {
                          ItemFromEntry(Database(), egg.entry)};
         food.item.SetServingWeight(0, 0.333333);
         QVERIFY(AddDietEntry(*m_doc, kDay.addDays(-1), 0, food));
+        food.item.SetServingWeight(0, 0.004);
+        QVERIFY(AddDietEntry(*m_doc, kDay, 0, food));
+        // The text is cleared as soon as Ctrl+Z no longer takes back what it names.
+        CStep purge(Database().GetStore(), u"purge"_s);
+        QVERIFY(purge.MayGoOn(Database().GetStore().History().GetLimits().bytes + 1));
         const QString back = u" Ctrl+Z takes it back."_s;
         QCOMPARE(told.join(u'|'),
-                 (QStringList{u"Cut Tea."_s + back, u"Moved Egg to Evening."_s + back,
+                 (QStringList{u"Cut Tea."_s + back, QString(), u"Moved Egg to Evening."_s + back,
                               u"Copied 2 entries to 2 days."_s + back,
-                              u"Added 0.33 x Egg to Breakfast of 30 May 2026."_s + back})
+                              u"Added 0.33 x Egg to Breakfast of 30 May 2026."_s + back,
+                              u"Added 0.004 x Egg to Breakfast."_s + back, QString()})
                      .join(u'|'));
-        m_doc->SetNewsHost({});
+        m_doc->SetStatusHost({});
     }
 
     void aCommandRefusesWhatItCannotDo() {

@@ -59,7 +59,7 @@ class TestQuickEntry : public CDiaryTest {
         QCOMPARE(read(u"1,5 apple"_s), u"1=1What was eaten is missing.|5 apple=5"_s);
     }
 
-    void anotherMatchIsMeasuredAnew() {
+    void anotherMatchIsMeasuredAgain() {
         const QString line = u"tea, 2 cup apple"_s;
         CQuickEntry entry(*m_doc);
         const std::vector<CQuickItem>& items = entry.Read(line);

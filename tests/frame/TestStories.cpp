@@ -51,7 +51,7 @@ class TestStories : public CFrameTest {
         m_states.clear();
         m_title.clear();
         m_heard.clear();
-        m_news.clear();
+        m_statusText.clear();
         m_stored = CStoredRecords(Database().GetStore(), u"Ann"_s);
         for (const QString& line : m_stories.Section(name).split(u'\n')) {
             if (line.startsWith(u"> ")) {
@@ -87,7 +87,7 @@ class TestStories : public CFrameTest {
             } else {
                 Next();
                 ++m_running;
-                QCoreApplication::sendPostedEvents();  // of what was shown or laid out anew
+                QCoreApplication::sendPostedEvents();  // of what was shown or laid out again
                 if (const QString title = TitleOf(*Window()); !m_states.contains(title)) {
                     m_states[title] = CPortrait::StateOf(*View());
                 }
@@ -265,9 +265,9 @@ class TestStories : public CFrameTest {
             text += u"chooses '%1' %2%3 "_s.arg(choice.title, choice.initialName,
                                                 choice.defaultExtension);
         }
-        const QString news = Find<QLabel>(*m_frame, "status")->text().remove(m_folder->path());
-        if (std::exchange(m_news, news) != news) {
-            text += news.isEmpty() ? u"tells nothing "_s : u"tells '"_s + news + u"' "_s;
+        const QString status = Find<QLabel>(*m_frame, "status")->text().remove(m_folder->path());
+        if (std::exchange(m_statusText, status) != status) {
+            text += status.isEmpty() ? u"tells nothing "_s : u"tells '"_s + status + u"' "_s;
         }
         const CStoredRecords stored(Database().GetStore(), u"Ann"_s);
         static const QRegularExpression kAge(u"\\d+(?= ys)"_s);
@@ -292,7 +292,7 @@ class TestStories : public CFrameTest {
     int m_running = 0;
     QString m_told;
     QString m_title;
-    QString m_news;
+    QString m_statusText;
     QSet<QString> m_heard;
     QMap<QString, QList<CPortrait::CState>> m_states;
     CStoredRecords m_stored;

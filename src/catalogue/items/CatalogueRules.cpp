@@ -50,7 +50,7 @@ qint32 CCatalogueRules::AddCategory(const QString& name) {
         return -1;
     }
     const CStep step(m_database.GetStore(),
-                     StepName("addition"_L1, u"category "_s + category.GetName()));
+                     StepName(kAdditionStep, u"category "_s + category.GetName()));
     // AddOrUpdate does not report a failed write.
     if (!m_database.Categories().AddOrUpdate(-1, category) ||
         m_database.Categories().Find(m_kind.code, category.GetId()) < 0) {
@@ -79,7 +79,7 @@ bool CCatalogueRules::RenameCategory(qint32 categoryId, const QString& typed) {
     if (m_database.Categories().Find(m_kind.code, category.GetName()) >= 0) {
         return ShowExists(category.GetName());
     }
-    const CStep step(m_database.GetStore(), StepName("rename"_L1, u"category "_s + oldName));
+    const CStep step(m_database.GetStore(), StepName(kRenameStep, u"category "_s + oldName));
     // AddOrUpdate does not report a failed write, which leaves the old name.
     const bool isRenamed =
         m_database.Categories().AddOrUpdate(position, category) &&
@@ -103,7 +103,7 @@ bool CCatalogueRules::DeleteCategory(qint32 categoryId) {
     if (!AskYesNo(FormatText(QLatin1StringView(m_kind.category.confirmDelete), {name}))) {
         return false;
     }
-    CStep step(m_database.GetStore(), StepName("delete"_L1, u"category "_s + name));
+    CStep step(m_database.GetStore(), StepName(kDeleteStep, u"category "_s + name));
     const CPositionRange range = Items().RangeOf(categoryId).value_or(CPositionRange{});
     std::vector<int> positions(static_cast<size_t>(range.count));
     std::iota(positions.begin(), positions.end(), range.first);
@@ -181,7 +181,7 @@ int CCatalogueRules::Delete(const Entries& selected) {
         !ConfirmFor(m_kind.item.confirmDelete, count, NamesOf(selected.front()))) {
         return 0;
     }
-    CStep step(m_database.GetStore(), StepNameOf("delete"_L1, selected));
+    CStep step(m_database.GetStore(), StepNameOf(kDeleteStep, selected));
     // Last first: a deletion changes the positions after it.
     const std::vector<int> positions = PositionsOf(selected, true);
     if (!step.MayGoOn(RoomFor(positions, true))) {
@@ -222,9 +222,9 @@ int CCatalogueRules::Move(const Entries& selected, const CCategoryEntry& target)
     if (!AskYesNo(question)) {
         return 0;
     }
-    const QString name = StepNameOf("move"_L1, selected);
+    const QString name = StepNameOf(kMoveStep, selected);
     CStep step(m_database.GetStore(), name);
-    step.SetNews(DoneText(name, u"to "_s + target.name));
+    step.SetStatusText(DoneText(name, u"to "_s + target.name));
     // Moving an item to a later category changes positions after it, to an earlier category those
     // before it; in this order the items still to be moved keep their positions.
     const bool descending = target.id > selected.front().categoryId;
@@ -272,7 +272,7 @@ int CCatalogueRules::Duplicate(const Entries& selected) {
         ShowMessage(u"Cannot create unique name to duplicate food."_s);
         return -1;
     }
-    const CStep step(m_database.GetStore(), StepNameOf("duplicate"_L1, selected));
+    const CStep step(m_database.GetStore(), StepNameOf(kDuplicateStep, selected));
     if (m_namesType) {
         copy.SetType(text);
     } else {
@@ -328,7 +328,7 @@ QString CCatalogueRules::RenameItems(qint32 categoryId, const QString& oldName,
         return name;
     }
     const std::vector<int> positions = PositionsOf(ItemsOfName(categoryId, oldName).entries, false);
-    CStep step(m_database.GetStore(), StepName("rename"_L1, oldName));
+    CStep step(m_database.GetStore(), StepName(kRenameStep, oldName));
     if (!step.MayGoOn(RoomFor(positions, false))) {
         return {};
     }

@@ -8,6 +8,7 @@
 #include "catalogue/items/CatalogueKinds.h"
 #include "catalogue/items/ChosenFood.h"
 #include "platform/NumberText.h"
+#include "store/Step.h"
 
 using namespace Qt::StringLiterals;
 
@@ -33,7 +34,7 @@ CComposedForm::CComposedForm(CVelmoraDoc& doc, ECatalogueKind kind, int position
         m_item.SetItemId(doc.Database().Composed().AllocateItemId(kind));
     } else {
         m_isLoaded = Items().Read(position, m_item);
-        m_step.Rename(StepName("edit"_L1, m_item.GetName()));
+        m_step.Rename(StepName(kEditStep, m_item.GetName()));
     }
     m_fields = {m_item.GetParentId(), m_item.GetName(), QString(), m_item.GetInstructions()};
     if (kind == ECatalogueKind::Recipes) {
@@ -191,7 +192,7 @@ bool CComposedForm::Confirm() {
                                                         : m_fields.servings.trimmed());
     item.SetServingX(1.0);
     item.SetInstructions(m_fields.instructions);
-    m_step.Rename(StepName(m_position < 0 ? "addition"_L1 : "edit"_L1, item.GetName()));
+    m_step.Rename(StepName(m_position < 0 ? kAdditionStep : kEditStep, item.GetName()));
     m_step.SetProvisional(false);
     if (!Items().Write(m_position, item)) {
         m_step.SetProvisional(m_position < 0);

@@ -38,8 +38,9 @@ CSearchItems SearchItems(CVelmoraDoc& doc, CSearchQuery query) {
         }
     }
     found.note = NoteOf(matches, static_cast<int>(std::ssize(found.items)));
-    found.hint = query.text.trimmed().isEmpty() ? u"Type a few letters of what you look for."_s
-                                                : u"Nothing found."_s;
+    found.hint = query.text.trimmed().isEmpty()
+                     ? u"Type a few letters of what you are looking for."_s
+                     : u"Nothing found."_s;
     return found;
 }
 
@@ -48,10 +49,14 @@ QStringList SearchTitles(const CVelmoraDoc& doc) {
             UnitName(doc.Preferences().energyUnit, EUnitForm::Abbreviated)};
 }
 
+QString FoundName(const QString& name, const QString& type) {
+    return type.isEmpty() ? name : name + u", "_s + type;
+}
+
 QString SearchCell(const CVelmoraDoc& doc, const CFoundItem& item, int column) {
     switch (column) {
         case kName:
-            return item.type.isEmpty() ? item.name : item.name + u", "_s + item.type;
+            return FoundName(item.name, item.type);
         case kCategory:
             return item.category;
         case kEnergy:

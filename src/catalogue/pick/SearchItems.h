@@ -26,5 +26,7 @@ CSearchItems SearchItems(CVelmoraDoc& doc, CSearchQuery query);
 
 /// "Name and type", "Category" and the energy's unit: narrow lists have no room for more columns.
 QStringList SearchTitles(const CVelmoraDoc& doc);
+/// "Apple, raw"; the name alone when the type is empty.
+QString FoundName(const QString& name, const QString& type);
 /// Energy is of the first serving, or of a minute; "3.5 MET" for exercises that are rated so.
 QString SearchCell(const CVelmoraDoc& doc, const CFoundItem& item, int column);

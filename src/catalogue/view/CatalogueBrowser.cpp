@@ -253,8 +253,9 @@ void CCatalogueBrowser::Narrow() {
                          .categoryId = CategoryId(),
                          .limit = isWhole ? kNoCapacity : kCatalogueListCapacity});
         list = Found(matches);
-        m_found = matches.found;
-        hint = u"Nothing found in this category."_s;
+        m_found = list.entries.empty() ? EFound::All : matches.found;  // a note is about rows
+        hint = ItemName().isEmpty() ? u"Nothing found in this category."_s
+                                    : u"Nothing found under this name."_s;
     }
     m_entries = std::move(list.entries);
     m_leftOut = list.leftOut;

@@ -34,8 +34,7 @@ class CTypedMainView : public CCatalogueView {
         dialog.SetOnConfirmed([&] {
             const CStep step(
                 Database().GetStore(),
-                StepName(position < 0 ? QLatin1StringView("addition") : QLatin1StringView("edit"),
-                         dialog.GetItem().GetName()));
+                StepName(position < 0 ? kAdditionStep : kEditStep, dialog.GetItem().GetName()));
             isStored = items.Write(position, dialog.GetItem());
             return Doc().MayClose(isStored);
         });

@@ -4,6 +4,7 @@
 
 #include "diary/DiaryCommands.h"
 #include "platform/Messages.h"
+#include "store/Step.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,7 +18,7 @@ constexpr CEntryCommand kDelete = {{"Please select weight to delete.", nullptr},
                                    {"Are you sure you want to delete selected weight?",
                                     "Are you sure you want to delete %d weights?"},
                                    "Cannot delete weight.",
-                                   "delete"_L1,
+                                   kDeleteStep,
                                    "a weight"_L1,
                                    "weights"_L1};
 
@@ -65,7 +66,7 @@ CWeightEntry NewWeightEntry(CVelmoraDoc& doc, QTime time) {
 }
 
 bool AddWeight(CVelmoraDoc& doc, const CWeightEntry& entry) {
-    const CStep step(doc.Database().GetStore(), u"addition of a weight"_s);
+    const CStep step(doc.Database().GetStore(), StepName(kAdditionStep, u"a weight"_s));
     return ReportUnlessWritten(doc.Database().Weight().Write(kNoPosition, entry));
 }
 
@@ -89,7 +90,7 @@ std::optional<CWeightEntry> WeightToEdit(CVelmoraDoc& doc, ObjectId record) {
 }
 
 bool EditWeight(CVelmoraDoc& doc, ObjectId record, const CWeightEntry& entry) {
-    const CStep step(doc.Database().GetStore(), u"edit of a weight"_s);
+    const CStep step(doc.Database().GetStore(), StepName(kEditStep, u"a weight"_s));
     return ReportUnlessWritten(ReplaceEntry(doc.Database().Weight(), record, entry) ==
                                EReplaced::Yes);
 }

@@ -82,6 +82,11 @@ class TestFoodsMainView : public CCatalogueTest {
         Replace(filter, u"buter"_s);
         QCOMPARE(list->model()->index(0, 0).data().toString(), u"Butter"_s);
         QCOMPARE(NoteOf(*m_view), u"Similar words:"_s);
+        // They are those of the category; there may be none of the name.
+        m_tree->setCurrentIndex(m_tree->model()->index(1, 0, Node(0)));
+        QCOMPARE(hint->text(), u"Nothing found under this name."_s);
+        QCOMPARE(NoteOf(*m_view), QString());
+        m_tree->setCurrentIndex(Node(0));
         filter->clear();
         QCOMPARE(list->RowCount(), 3);
         QCOMPARE(NoteOf(*m_view), QString());
