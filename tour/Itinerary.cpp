@@ -111,9 +111,15 @@ std::vector<CTourStep> Catalogue(const QString& foodFile) {
          u"CFoodEditDialog"_s,
          {},
          [](QWidget* window) { Click(Find(window, u"cancel"_s)); }},
-        {QString(),
+        {u"A narrowed list"_s,
          u"CDietFrame"_s,
-         {},
+         [](QWidget* window) {
+             TypeOn(Find(window, u"filter"_s), u"appl"_s);
+             Expect(CellText(window, u"items"_s, 0, 0) == u"Apple"_s, u"an apple"_s);
+         },
+         {}},
+        {QString(), u"CDietFrame"_s,
+         [](QWidget* window) { Press(Find(window, u"filter"_s), Qt::Key_Escape); },
          [](QWidget* window) { ClickMenu(window, u"Edit"_s, u"Find food..."_s); }},
         {u"Find food"_s, u"CFindDialog"_s,
          [](QWidget* window) { Type(Find(window, u"name"_s), u"salm"_s); },

@@ -73,13 +73,44 @@ std::vector<CTourStep> TypeAMeal() {
              Expect(Find(frame, u"entries"_s)->hasFocus(), u"the focus in the list"_s);
          },
          {}},
-        {u"The typed meal undone"_s, u"CDietFrame"_s,
+        {u"The typed meal undone"_s,
+         u"CDietFrame"_s,
          [](QWidget* frame) {
              Press(Find(frame, u"entries"_s), Qt::Key_Z, Qt::ControlModifier);
              ExpectStatus(frame, u"Undone: addition of 2 entries."_s);
              ExpectEntries(frame, 1);
          },
+         {}},
+        {u"The typed meal redone"_s,
+         u"CDietFrame"_s,
          [](QWidget* frame) {
+             Press(Find(frame, u"entries"_s), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+             ExpectStatus(frame, u"Redone: addition of 2 entries."_s);
+             ExpectEntries(frame, 3);
+         },
+         {}},
+        {u"A meal copied to the next day"_s,
+         u"CDietFrame"_s,
+         [](QWidget* frame) {
+             Press(Find(frame, u"entries"_s), Qt::Key_A, Qt::ControlModifier);
+             Press(Find(frame, u"entries"_s), Qt::Key_C, Qt::ControlModifier);
+             Press(Find(frame, u"entries"_s), Qt::Key_PageDown, Qt::ControlModifier);
+             ExpectEntries(frame, 0);
+             Press(Find(frame, u"entries"_s), Qt::Key_V, Qt::ControlModifier);
+             ExpectEntries(frame, 3);
+         },
+         {}},
+        {u"Today, typed"_s, u"CDietFrame"_s,
+         [](QWidget* frame) {
+             Press(Find(frame, u"entries"_s), Qt::Key_Z, Qt::ControlModifier);
+             ExpectEntries(frame, 0);
+             TypeOn(Find(frame, u"day"_s), u"t"_s);
+             Press(Find(frame, u"day"_s), Qt::Key_Return);
+             ExpectEntries(frame, 3);
+         },
+         [](QWidget* frame) {
+             Press(Find(frame, u"entries"_s), Qt::Key_Z, Qt::ControlModifier);
+             Press(Find(frame, u"entries"_s), Qt::Key_Z, Qt::ControlModifier);
              Press(Find(frame, u"entries"_s), Qt::Key_Z, Qt::ControlModifier);
              ExpectEntries(frame, 0);
          }},

@@ -44,7 +44,6 @@ CQuickField::CQuickField(CVelmoraDoc& doc, QWidget* over, QWidget* parent)
                          {.title = u"Energy"_s, .kind = CReportColumn::EKind::Number, .share = 0}});
     Overlay()->setSpacing(0);
     Overlay()->insertWidget(0, m_items);
-    setText(doc.quickLine);
     connect(this, &QLineEdit::textChanged, this,
             [this](const QString& line) { m_doc.quickLine = line; });
     connect(m_items, &CReportList::clicked, this, [this](const QModelIndex& index) {
@@ -74,7 +73,7 @@ void CQuickField::Call() {
 
 void CQuickField::Forget() {
     if (text() != m_doc.quickLine) {
-        setText(m_doc.quickLine);  // of another profile
+        setText(m_doc.quickLine);  // in a new view, or with another profile
         Close();
     }
     m_entry.Forget();

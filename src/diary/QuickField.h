@@ -19,7 +19,8 @@ class CQuickField : public COverlayField {
     void SetOnDemand(bool isOnDemand);
     /// Shows the field and gives it the focus.
     void Call();
-    /// Call after a change of the catalogue, the preferences or the profile.
+    /// Call before the field is shown, and after a change of the catalogue, the preferences or the
+    /// profile.
     void Forget();
 
   signals:
