@@ -100,9 +100,9 @@ QString NextName(CDatabase& database, EUndo direction, qint64 scope) {
 }
 
 bool ClearHistory(CDatabase& database, qint64 scope) {
-    if (!AskYesNo(
-            u"Nothing that was done here until now can be undone afterwards, and what the history keeps "
-            "of it is removed from the data file. Are you sure?"_s)) {
+    if (!AskYesNo(u"Nothing that was done here until now can be undone afterwards, and what the "
+                  u"history keeps "
+                  "of it is removed from the data file. Are you sure?"_s)) {
         return false;
     }
     if (!database.GetStore().ClearHistory(scope)) {

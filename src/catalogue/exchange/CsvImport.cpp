@@ -237,12 +237,12 @@ void CImportRun::ReportSummary() const {
 }
 
 /// About the HistoryRoom of the items, with their components, that the file may replace, assuming
-/// that it holds as many as its size allows and that each exists already. Those that it adds take no room. A
-/// pipe has no size; what it brings is judged as the step runs.
+/// that it holds as many as its size allows and that each exists already. Those that it adds take
+/// no room. A pipe has no size; what it brings is judged as the step runs.
 qint64 RoomForReplaced(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy,
                        const QString& path) {
     constexpr qint64 kShortestExercise = 8;
-    constexpr qint64 kShortestFood = 2 * kNutrientCount;  // "0," for each nutrient
+    constexpr qint64 kShortestFood = qint64{2} * kNutrientCount;  // "0," for each nutrient
     const qint64 shortest = kind == ECatalogueKind::Exercises ? kShortestExercise : kShortestFood;
     const qint64 count = database.Catalogue().CountItems(kind);
     const qint64 replaced = std::min(count, QFileInfo(path).size() / shortest);
