@@ -11,8 +11,8 @@ constexpr std::array kKinds = {ECatalogueKind::Foods, ECatalogueKind::Menus,
 constexpr int kLatestEntries = 200;
 /// After more changes than a quarter of the items and these, all items are read again.
 constexpr int kManyChanges = 1000;
-/// Read in about 20 ms: a usual catalogue in one step, and between the steps of a large one a window
-/// still follows the keys.
+/// Read in about 20 ms: a usual catalogue in one step, and between the steps of a large one a
+/// window still follows the keys.
 constexpr int kReadAtOnce = 10000;
 
 /// A number that sorts by the uses at the meal, then by all uses, then by the last one: 20, 20 and
