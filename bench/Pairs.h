@@ -5,35 +5,19 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
-#include <memory>
 #include <vector>
 
-#include "platform/Messages.h"
+#include "cli/ConsoleMessages.h"
 
 /// Answers every question with Yes and shows only failures.
-class CYes : public CMessageSeam {
+class CYes : public CConsoleMessages {
   public:
     void Show(const CMessage& message) override {
         if (message.icon != EMessageIcon::Result) {
-            std::fprintf(stderr, "%s\n", qPrintable(message.text));
+            CConsoleMessages::Show(message);
         }
     }
     bool AskYesNo(const QString& /*text*/, EAnswer /*proposed*/) override { return true; }
-    QString ChooseFileToOpen(const CFileChoice& /*choice*/) override { return {}; }
-    QString ChooseFileToSave(const CFileChoice& /*choice*/) override { return {}; }
-    std::unique_ptr<CProgress> CreateProgress(const QString& /*caption*/) override {
-        class CNone : public CProgress {
-            void SetStatus(const QString& /*text*/) override {}
-            void SetRange(qint64 /*lower*/, qint64 /*upper*/, qint64 /*step*/) override {}
-            void SetPosition(qint64 /*position*/) override {}
-            void Step() override {}
-            void Show() override {}
-            void Hide() override {}
-            void Pump() override {}
-            [[nodiscard]] bool IsCancelled() const override { return false; }
-        };
-        return std::make_unique<CNone>();
-    }
 };
 
 inline double Median(std::vector<double> values) {

@@ -6,6 +6,7 @@
 
 #include "app/ListCommands.h"
 #include "catalogue/items/CatalogueChoices.h"
+#include "catalogue/items/CatalogueKinds.h"
 #include "diary/DietRules.h"
 #include "diary/QuickAmount.h"
 #include "store/Step.h"
@@ -204,9 +205,7 @@ CSearchMatches CQuickEntry::Find(const QString& what) {
 bool CQuickEntry::Load(const CSearchMatch& match, CChosenFood& food) {
     CDatabase& database = m_doc.Database();
     const int position = database.Items(match.kind).PositionOf(match.record);
-    food.kind = match.kind == ECatalogueKind::Menus     ? EItemKind::Menu
-                : match.kind == ECatalogueKind::Recipes ? EItemKind::Recipe
-                                                        : EItemKind::Food;
+    food.kind = KindOf(match.kind).itemKind.value_or(EItemKind::Food);
     food.cataloguePosition = position;
     return ReadAsFood(database, match.kind, position, food.item, true);
 }
