@@ -161,6 +161,8 @@ CQuickReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matche
         reading.unit = FoldedWords(words.first(unitWords).join(u' '));
         reading.what = split(unitWords);
         matches = Find(reading.what);
+        PreferFitting(matches,
+                      [&reading](CChosenFood& food) { return Measure(reading, food).isEmpty(); });
         return reading;
     }
     if (reading.hasAmount || whole.found != EFound::All) {
@@ -171,13 +173,9 @@ CQuickReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matche
             if (found.found != EFound::All && found.found != EFound::Near) {
                 continue;
             }
-            const auto hasServing = [&](const CSearchMatch& match) {
-                CChosenFood food;
-                return Load(match, food) && HasServing(food.item, unit);
-            };
-            const auto others =
-                std::stable_partition(found.best.begin(), found.best.end(), hasServing);
-            if (others != found.best.begin()) {
+            if (PreferFitting(found, [&unit](const CChosenFood& food) {
+                    return HasServing(food.item, unit);
+                })) {
                 reading.unit = unit;
                 reading.what = what;
                 matches = std::move(found);
@@ -194,6 +192,17 @@ CQuickReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matche
         matches = Find(reading.what);
     }
     return reading;
+}
+
+/// Moves the matches that `fits` accepts before the others; whether there are any.
+bool CQuickEntry::PreferFitting(CSearchMatches& matches,
+                                const std::function<bool(CChosenFood&)>& fits) {
+    const auto others = std::stable_partition(matches.best.begin(), matches.best.end(),
+                                              [&](const CSearchMatch& match) {
+                                                  CChosenFood food;
+                                                  return Load(match, food) && fits(food);
+                                              });
+    return others != matches.best.begin();
 }
 
 CSearchMatches CQuickEntry::Find(const QString& what) {

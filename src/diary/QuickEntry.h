@@ -1,6 +1,8 @@
 // Reads a meal from one line: "2 eggs, 150 g lentils, 1/2 cup oatmeal".
 #pragma once
 
+#include <functional>
+
 #include "app/VelmoraDoc.h"
 #include "diary/QuickMeasure.h"
 
@@ -21,7 +23,8 @@ struct CQuickItem {
 /// An item is an amount, a unit, and words that are searched for in foods, menus and recipes; both
 /// amount and unit may be missing. Weights give an entry of one serving "150 gm". Other units are
 /// the beginning of the name of a serving of the item, or a volume, which is taken from a serving
-/// that names one. Without a unit the first serving is meant.
+/// that names one; matches that have what the unit needs come first. Without a unit the first
+/// serving is meant.
 class CQuickEntry {
   public:
     explicit CQuickEntry(CVelmoraDoc& doc) : m_doc(doc) {}
@@ -43,6 +46,7 @@ class CQuickEntry {
     CQuickItem ReadItem(const QString& text);
     CQuickReading ReadingOf(const QString& text, CSearchMatches& matches);
     void TakeMatch(CQuickItem& item, int match);
+    bool PreferFitting(CSearchMatches& matches, const std::function<bool(CChosenFood&)>& fits);
     CSearchMatches Find(const QString& what);
     bool Load(const CSearchMatch& match, CChosenFood& food);
 
