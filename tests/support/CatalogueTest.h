@@ -7,7 +7,7 @@
 #include <QTest>
 
 #include "app/VelmoraDoc.h"
-#include "store/engine/SqliteFile.h"
+#include "store/engine/Statement.h"
 #include "support/RecordingMessages.h"
 
 inline qint32 AddCategory(CDatabase& database, const QString& name,

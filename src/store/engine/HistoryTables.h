@@ -6,7 +6,7 @@
 #include <QString>
 #include <vector>
 
-#include "store/engine/SqliteFile.h"
+#include "store/engine/Statement.h"
 
 struct CHistoryStep {
     qint64 id = 0;     ///< ascends with time

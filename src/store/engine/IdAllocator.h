@@ -2,7 +2,7 @@
 // deleted.
 #pragma once
 
-#include "store/engine/SqliteFile.h"
+#include "store/engine/Statement.h"
 
 struct CStorageState;
 

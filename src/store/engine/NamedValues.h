@@ -4,7 +4,7 @@
 #include <QString>
 #include <optional>
 
-#include "store/engine/SqliteFile.h"
+#include "store/engine/Statement.h"
 #include "store/engine/StorageEngine.h"
 
 /// A value has an owner, the database identifier of a profile or 0 for the volume, and a name,

@@ -13,7 +13,7 @@
 #include <memory>
 #include <vector>
 
-#include "store/engine/SqliteFile.h"
+#include "store/engine/Statement.h"
 
 /// One entry is 16 bytes; 490 of them and the row's other columns fit one 8,192-byte page.
 inline constexpr int kBlockCapacity = 490;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "store/engine/PropertyValue.h"
-#include "store/engine/SqliteFile.h"
+#include "store/engine/Statement.h"
 
 /// Records are mostly read in the order in which they were added. So the statement of one read
 /// stays open for the next, which then costs a step instead of a search.

@@ -9,7 +9,7 @@
 #include "store/engine/IdAllocator.h"
 #include "store/engine/PositionIndex.h"
 #include "store/engine/RecordReader.h"
-#include "store/engine/SqliteFile.h"
+#include "store/engine/Statement.h"
 #include "store/engine/StorageEngine.h"
 #include "store/engine/VolumeGeneration.h"
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <unordered_map>
 
-#include "store/engine/SqliteFile.h"
+#include "store/engine/Statement.h"
 #include "store/engine/StorageEngine.h"
 
 /// What is counted, exactly as it is stored in the records that use it.

@@ -1,5 +1,7 @@
 #include "store/engine/VolumeCopy.h"
 
+#include "store/engine/Statement.h"
+
 #include <QFile>
 #include <cstdio>
 #include <vector>

@@ -1,7 +1,7 @@
 // The identity row of the open volume, which every unit of work advances by one generation.
 #pragma once
 
-#include "store/engine/SqliteFile.h"
+#include "store/engine/Statement.h"
 #include "store/engine/VolumeIdentity.h"
 
 class CVolumeGeneration {
