@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "store/engine/Checksum.h"
 #include "store/engine/HistoryRevert.h"
 #include "store/engine/StorageState.h"
 
@@ -15,10 +14,6 @@ constexpr auto kUnnamed = "change"_L1;
 /// Changes that a step may remove from the file for those before it, so that it does not stall.
 constexpr qint64 kTidiedAtOnce = 10000;
 constexpr qint64 kAllChanges = std::numeric_limits<qint64>::max();
-
-qint64 SizeOf(const CRecordState& state) {
-    return state.exists ? state.body.size() : CHistoryChange::kNothing;
-}
 }  // namespace
 
 CHistory::CHistory(CStorageState& state) : m_state(state), m_steps(state) {}
@@ -43,7 +38,7 @@ QString CHistory::EndStep() {
     if (--m_depth > 0 || m_state.isInUnit) {
         return {};
     }
-    const auto stored = std::ranges::find_if(m_committed, &COpenStep::isRecorded);
+    const auto stored = std::ranges::find_if(m_committed, &CStepRecording::isRecorded);
     const bool isStored = stored != m_committed.end();
     const bool isDone = isStored && !m_isCancelled && !m_isProvisional;
     QString name = isDone ? stored->step.name : QString();
@@ -86,7 +81,7 @@ void CHistory::StartAgain() {
     m_notices.isDamaged = m_notices.isDamaged || !m_isDamageNoted;
     m_isDamageNoted = true;
     m_isSkipped = m_depth > 0 || m_state.isInUnit;
-    for (COpenStep& open : m_open) {
+    for (CStepRecording& open : m_open) {
         open.isRecorded = false;
     }
     m_committed = m_open;
@@ -141,9 +136,13 @@ EPlatformError CHistory::RecordChanged(const CRecordChange& change) {
         return kErrorSuccess;
     }
     return Guard([&] {
-        COpenStep* open = nullptr;
-        const EPlatformError error = Open(watched.scope, open);
-        return error == kErrorSuccess && open->isRecorded ? Record(*open, change) : error;
+        CStepRecording* open = nullptr;
+        EPlatformError error = Open(watched.scope, open);
+        if (error != kErrorSuccess || !open->isRecorded) {
+            return error;
+        }
+        error = open->Add(m_steps.Tables(), change);
+        return error == kErrorSuccess ? StopIfTooLarge(*open) : error;
     });
 }
 
@@ -158,9 +157,9 @@ EPlatformError CHistory::UnitBegins() {
     return kErrorSuccess;
 }
 
-EPlatformError CHistory::Open(qint64 scope, COpenStep*& opened) {
-    const auto found =
-        std::ranges::find(m_open, scope, [](const COpenStep& open) { return open.step.scope; });
+EPlatformError CHistory::Open(qint64 scope, CStepRecording*& opened) {
+    const auto found = std::ranges::find(
+        m_open, scope, [](const CStepRecording& open) { return open.step.scope; });
     if (found != m_open.end()) {
         opened = &*found;
         return kErrorSuccess;
@@ -177,61 +176,12 @@ EPlatformError CHistory::Open(qint64 scope, COpenStep*& opened) {
     return error;
 }
 
-EPlatformError CHistory::Record(COpenStep& open, const CRecordChange& change) {
-    open.isChanged = true;
-    const CRecordState& before = change.before;
-    const CRecordState& after = change.after;
-    if (!before.exists) {
-        return RecordAdded(open, change);
-    }
-    const EPlatformError error = FlushRun(open);
-    if (error != kErrorSuccess) {
-        return error;
-    }
-    return Append(open, {.database = change.database,
-                         .record = change.record,
-                         .liveBytes = SizeOf(after),
-                         .liveChecksum = after.exists ? ChecksumOf(after.body) : 0,
-                         .body = QByteArray::fromRawData(before.body.data(), before.body.size()),
-                         .key = before.key,
-                         .ordinal = before.ordinal});
-}
-
-EPlatformError CHistory::RecordAdded(COpenStep& open, const CRecordChange& change) {
-    CHistoryChange& run = open.run;
-    const bool isNext =
-        run.count > 0 && run.database == change.database && run.record + run.count == change.record;
-    if (!isNext) {
-        if (const EPlatformError error = FlushRun(open); error != kErrorSuccess) {
-            return error;
-        }
-        run = {.database = change.database, .record = change.record, .count = 0, .liveBytes = 0};
-    }
-    ++run.count;
-    run.liveBytes += change.after.body.size();
-    run.liveChecksum = ChecksumOf(change.after.body, run.liveChecksum);
-    return kErrorSuccess;
-}
-
-EPlatformError CHistory::FlushRun(COpenStep& open) {
-    const CHistoryChange run = std::exchange(open.run, {.count = 0});
-    return run.count > 0 ? Append(open, run) : kErrorSuccess;
-}
-
-EPlatformError CHistory::Append(COpenStep& open, const CHistoryChange& change) {
-    CHistoryStep& step = open.step;
-    const EPlatformError error = m_steps.Tables().WriteChange(step, step.changes, change);
-    if (error != kErrorSuccess) {
-        return error;
-    }
-    ++step.changes;
-    step.bytes += HistoryRoom(1, change.body.size());
-    step.bytesReverted += HistoryRoom(change.count, std::max<qint64>(0, change.liveBytes));
-    const bool isTooLarge = step.bytes > m_limits.bytes && m_reverted == nullptr;
+EPlatformError CHistory::StopIfTooLarge(CStepRecording& open) {
+    const bool isTooLarge = open.step.bytes > m_limits.bytes && m_reverted == nullptr;
     return isTooLarge ? StopRecording(open) : kErrorSuccess;
 }
 
-EPlatformError CHistory::StopRecording(COpenStep& open) {
+EPlatformError CHistory::StopRecording(CStepRecording& open) {
     m_hasOutgrown = true;
     open.isRecorded = false;
     const qint64 scope = open.step.scope;
@@ -241,8 +191,14 @@ EPlatformError CHistory::StopRecording(COpenStep& open) {
                : error;
 }
 
-EPlatformError CHistory::Store(COpenStep& open) {
-    EPlatformError error = open.isRecorded ? FlushRun(open) : kErrorSuccess;
+EPlatformError CHistory::Store(CStepRecording& open) {
+    EPlatformError error = kErrorSuccess;
+    if (open.isRecorded) {
+        error = open.FlushRun(m_steps.Tables());
+    }
+    if (error == kErrorSuccess && open.isRecorded) {
+        error = StopIfTooLarge(open);
+    }
     if (error != kErrorSuccess || !open.isRecorded || !open.isChanged) {
         return error;
     }
@@ -264,7 +220,7 @@ EPlatformError CHistory::DropUndone(qint64 scope) {
 
 EPlatformError CHistory::DropCancelled() {
     EPlatformError error = kErrorSuccess;
-    for (COpenStep& open : m_open) {
+    for (CStepRecording& open : m_open) {
         if (error == kErrorSuccess && open.isRecorded) {
             open.isRecorded = false;
             error = m_steps.Drop(open.step);

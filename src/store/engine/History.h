@@ -30,16 +30,9 @@
 
 #include "store/engine/ChangeFeed.h"
 #include "store/engine/HistorySteps.h"
+#include "store/engine/StepRecording.h"
 
 struct CStorageState;
-
-/// What a row of changes takes besides the bytes of a record, about.
-inline constexpr qint64 kHistoryRowBytes = 64;
-/// The room that the history needs to keep records which a step deletes or overwrites: the one
-/// measure for its limits.
-[[nodiscard]] constexpr qint64 HistoryRoom(qint64 records, qint64 bytes) {
-    return kHistoryRowBytes * records + bytes;
-}
 
 /// Other scopes are identified by the databases of profiles.
 inline constexpr qint64 kCatalogueScope = 0;
@@ -124,21 +117,11 @@ class CHistory : public CChangeListener {
         qint64 scope = 0;
         std::optional<qint64> except;
     };
-    /// What the open step, or the one being reverted, has changed in one scope.
-    struct COpenStep {
-        CHistoryStep step;
-        CHistoryChange run = {.count = 0};  ///< added records that are not stored yet
-        bool isRecorded = true;             ///< false once it is skipped, damaged or too large
-        bool isChanged = false;             ///< since it was stored
-    };
 
-    EPlatformError Open(qint64 scope, COpenStep*& opened);
-    EPlatformError Record(COpenStep& open, const CRecordChange& change);
-    EPlatformError RecordAdded(COpenStep& open, const CRecordChange& change);
-    EPlatformError FlushRun(COpenStep& open);
-    EPlatformError Append(COpenStep& open, const CHistoryChange& change);
-    EPlatformError Store(COpenStep& open);
-    EPlatformError StopRecording(COpenStep& open);
+    EPlatformError Open(qint64 scope, CStepRecording*& opened);
+    EPlatformError StopIfTooLarge(CStepRecording& open);
+    EPlatformError Store(CStepRecording& open);
+    EPlatformError StopRecording(CStepRecording& open);
     EPlatformError DropCancelled();
     [[nodiscard]] bool MayRevert(const CHistoryStep& step);
     EPlatformError RevertInUnit(const CHistoryStep& step, EReverted& result);
@@ -162,9 +145,10 @@ class CHistory : public CChangeListener {
     bool m_isSkipped = false;
     bool m_isCancelled = false;
     bool m_isProvisional = false;
-    EReverted* m_reverted = nullptr;     ///< of the step being undone or redone
-    std::vector<COpenStep> m_open;       ///< one for each scope that has been changed
-    std::vector<COpenStep> m_committed;  ///< m_open as it was at the last commit
+    EReverted* m_reverted = nullptr;  ///< of the step being undone or redone
+    /// One for each scope that the open step, or the one being reverted, has changed.
+    std::vector<CStepRecording> m_open;
+    std::vector<CStepRecording> m_committed;  ///< m_open as it was at the last commit
 
     CHistoryNotices m_notices;
     bool m_hasOutgrown = false;  ///< in the unit under way
