@@ -15,7 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Matches of an item that are kept, and those among which one with the unit is looked for.
 constexpr int kMatches = 8;
+constexpr int kMatchesTried = 100;
 constexpr int kMostServingWords = 3;
 
 constexpr unsigned kEaten = KindBit(ECatalogueKind::Foods) | KindBit(ECatalogueKind::Menus) |
@@ -155,12 +157,12 @@ CQuickReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matche
         }
         return after.join(u' ');
     };
-    const CSearchMatches whole = Find(rest);
+    const CSearchMatches whole = Find(rest, kMatches);
     const int unitWords = WordsOfUnit(words);
     if (unitWords > 0 && (reading.hasAmount || whole.found != EFound::All)) {
         reading.unit = FoldedWords(words.first(unitWords).join(u' '));
         reading.what = split(unitWords);
-        matches = Find(reading.what);
+        matches = Find(reading.what, kMatchesTried);
         PreferFitting(matches,
                       [&reading](CChosenFood& food) { return Measure(reading, food).isEmpty(); });
         return reading;
@@ -169,7 +171,7 @@ CQuickReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matche
         for (qsizetype count = 1; count < words.size() && count <= kMostServingWords; ++count) {
             const QString what = split(count);
             const QStringList unit = FoldedWords(words.first(count).join(u' '));
-            CSearchMatches found = Find(what);
+            CSearchMatches found = Find(what, kMatchesTried);
             if (found.found != EFound::All && found.found != EFound::Near) {
                 continue;
             }
@@ -189,12 +191,12 @@ CQuickReading CQuickEntry::ReadingOf(const QString& text, CSearchMatches& matche
         IsServingWord(FoldedWords(words.front()).join(QString()))) {
         reading.unit = FoldedWords(words.front());
         reading.what = split(1);
-        matches = Find(reading.what);
+        matches = Find(reading.what, kMatches);
     }
     return reading;
 }
 
-/// Moves the matches that `fits` accepts before the others; whether there are any.
+/// Keeps the best matches, those that `fits` accepts before the others; whether there are any.
 bool CQuickEntry::PreferFitting(CSearchMatches& matches,
                                 const std::function<bool(CChosenFood&)>& fits) {
     const auto others = std::stable_partition(matches.best.begin(), matches.best.end(),
@@ -202,13 +204,15 @@ bool CQuickEntry::PreferFitting(CSearchMatches& matches,
                                                   CChosenFood food;
                                                   return Load(match, food) && fits(food);
                                               });
-    return others != matches.best.begin();
+    const bool isAnyFitting = others != matches.best.begin();
+    matches.best.resize(std::min<std::size_t>(matches.best.size(), kMatches));
+    return isAnyFitting;
 }
 
-CSearchMatches CQuickEntry::Find(const QString& what) {
+CSearchMatches CQuickEntry::Find(const QString& what, int limit) {
     CDatabase& database = m_doc.Database();
     return database.Search().Find(
-        {.text = what, .kinds = kEaten, .profile = database.Profiles().GetId(), .limit = kMatches});
+        {.text = what, .kinds = kEaten, .profile = database.Profiles().GetId(), .limit = limit});
 }
 
 bool CQuickEntry::Load(const CSearchMatch& match, CChosenFood& food) {

@@ -47,7 +47,7 @@ class CQuickEntry {
     CQuickReading ReadingOf(const QString& text, CSearchMatches& matches);
     void TakeMatch(CQuickItem& item, int match);
     bool PreferFitting(CSearchMatches& matches, const std::function<bool(CChosenFood&)>& fits);
-    CSearchMatches Find(const QString& what);
+    CSearchMatches Find(const QString& what, int limit);
     bool Load(const CSearchMatch& match, CChosenFood& food);
 
     CVelmoraDoc& m_doc;
