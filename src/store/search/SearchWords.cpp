@@ -170,7 +170,10 @@ QString StemOf(QStringView word) {
 }
 
 EWordMatch MatchWord(const CStemmedWord& query, const CStemmedWord& word, bool mayBeNear) {
-    if (query.stem == word.stem) {
+    // A single letter is more often a word just begun than the "M" of a brand.
+    const bool isLetter =
+        query.text.size() == 1 && query.text.front() >= u'a' && query.text.front() <= u'z';
+    if (query.stem == word.stem && !isLetter) {
         return EWordMatch::Whole;
     }
     if (word.text.startsWith(query.text)) {

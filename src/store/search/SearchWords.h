@@ -43,7 +43,7 @@ QString StemOf(QStringView word);
 
 /// How a word of a query matches a word of an item, the best first.
 enum class EWordMatch : quint8 {
-    Whole,          ///< the same word, or its plural or singular
+    Whole,          ///< the same word of more than one letter, or its plural or singular
     Beginning,      ///< the beginning of the word
     NearWhole,      ///< the same word but for one letter
     NearBeginning,  ///< the beginning of the word but for one letter

@@ -41,6 +41,7 @@ constexpr CFood kSomeFoods[] = {
     {"Fruits", "Apples", "cooked"},
     {"Fruits", "Peaches", "canned, not frozen"},
     {"Fruits", "Pine-apples", "raw"},
+    {"Fats", "M&M", "nuts, whole"},
 };
 
 class CFilledIndex {
@@ -203,6 +204,9 @@ class TestSearchIndex : public QObject {
              u"rye bread"_s,
              {u"Bread | rye"_s, u"Rye crackers | thin bread"_s}},
             {"beginnings", u"br ry"_s, {u"Bread | rye"_s, u"Rye crackers | thin bread"_s}},
+            {"a letter is a word just begun",
+             u"whole m"_s,
+             {u"Milk | whole, 3.25% milkfat, with added vitamin D"_s}},
             {"the number that was typed",
              u"almonds"_s,
              {u"Nuts | almonds"_s, u"Oil | almond"_s, u"Beverages | almond milk, vanilla"_s}},
@@ -332,7 +336,7 @@ class TestSearchIndex : public QObject {
     void removedItemsAreGoneAndTheirWordsUnknown() {
         CFilledIndex filled;
         filled.index.Remove({21, 22, 999});
-        QCOMPARE(filled.index.Count(), 22);
+        QCOMPARE(filled.index.Count(), 23);
         QCOMPARE(filled.Find(u"apple"_s),
                  (QStringList{u"Apples | dried"_s, u"Pine-apples | raw"_s}));
         // "skin" was a word of the removed ones.
