@@ -115,6 +115,9 @@ void CDietMainView::CreateQuickField() {
     connect(m_quick, &CQuickField::Added, this, [this](int count, QTime time) {
         const CDietPlace place{ToFileTime(Doc().dayShown, time), Doc().selectedMeal};
         ShowAdded(std::vector<CDietPlace>(static_cast<std::size_t>(count), place));
+        if (m_quick->text().isEmpty()) {
+            m_entries->setFocus();  // the keys of the entries and of an empty meal work again
+        }
     });
     connect(m_quick, &CQuickField::Left, this, [this] { m_entries->setFocus(); });
 }

@@ -107,7 +107,7 @@ class TestDiaryViews : public CDiaryTest {
         // 2 x 71.5 + 82.88 + 61 x 2.44 x 200 / 236.588 + 1.78
         QCOMPARE(Total(open.view, 2), u"353/"_s);
         QCOMPARE(open.list->SelectedRows(), (std::vector<int>{0, 1, 2, 3}));
-        QCOMPARE(open.view.focusWidget()->objectName(), u"quick"_s);
+        QCOMPARE(open.view.focusWidget()->objectName(), u"entries"_s);
     }
 
     void onlyWhatWasAddedAndIsListedIsSelected() {
