@@ -44,7 +44,10 @@ QString PlaceText(const CVelmoraDoc& doc, QDate day, std::optional<qint32> meal)
 
 QString AddedText(const CVelmoraDoc& doc, QDate day, const CDietEntry& entry) {
     const QString amount = TypedAmount(RoundedNumber(entry.GetAmount())).value_or(QString());
-    const QString food = amount == u"1"_s ? entry.GetName() : amount + u" x "_s + entry.GetName();
+    // Of "Beverages" in the category "Beverages" the type says what it is.
+    const bool isNamed = entry.GetName() != entry.GetCategory() || entry.GetType().isEmpty();
+    const QString name = isNamed ? entry.GetName() : entry.GetType();
+    const QString food = amount == u"1"_s ? name : amount + u" x "_s + name;
     return DoneText(StepName(kAdditionStep, food), PlaceText(doc, day, entry.GetMeal()));
 }
 
