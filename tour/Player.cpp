@@ -52,11 +52,16 @@ void CPlayer::Play() {
 }
 
 // The last click of a step may open a dialog, whose event loop then runs inside the step. So each
-// poll has its own timer, started just before that click.
+// poll has its own timer, started just before that click. A poll that comes in the midst of the
+// last click, as it may on a busy machine, waits until a dialog is open or the step is over.
 void CPlayer::Poll() {
     if (m_next == m_steps.size()) {
         std::printf("%d pictures in %s\n", m_pictures, qPrintable(m_folder));
         QApplication::quit();
+        return;
+    }
+    if (FrontWindow() == m_left && ++m_polls <= kMaximumPolls) {
+        Play();
         return;
     }
     const CTourStep& step = m_steps[m_next];
@@ -88,9 +93,11 @@ void CPlayer::PlayStep(const CTourStep& step, QWidget* window) {
     if (!step.name.isEmpty()) {
         TakePicture(step.name);
     }
+    m_left = step.leave ? FrontWindow() : nullptr;
     Play();
     if (step.leave) {
-        step.leave(FrontWindow());
+        step.leave(m_left);
+        m_left = nullptr;
     }
 }
 

@@ -38,6 +38,7 @@ class CPlayer {
     size_t m_next = 0;
     int m_pictures = 0;
     int m_polls = 0;
+    QWidget* m_left = nullptr;  ///< the window in which the last click of a step is under way
 };
 
 /// Prints where and why the tour failed, and ends the program.
