@@ -33,10 +33,12 @@ CEmptyListHint::CEmptyListHint(QWidget* viewport) : QScrollArea(viewport), m_hin
     m_hint->setWordWrap(true);
     m_hint->setMargin(kHintMargin);
     auto* content = new QWidget;
-    auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kBetweenOffers);
-    layout->addWidget(m_hint, 1);
+    m_layout = new QVBoxLayout(content);
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->setSpacing(kBetweenOffers);
+    m_layout->addStretch();
+    m_layout->addWidget(m_hint);
+    m_layout->addStretch();
     setWidget(content);
     setWidgetResizable(true);
     setFrameShape(NoFrame);
@@ -70,8 +72,7 @@ void CEmptyListHint::SetOffers(const QStringList& offers) {
         button->setFocusPolicy(Qt::NoFocus);
         button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
         connect(button, &QToolButton::clicked, this, [this, index] { emit OfferTaken(index); });
-        widget()->layout()->addWidget(button);
-        widget()->layout()->setAlignment(button, Qt::AlignHCenter);
+        m_layout->insertWidget(m_layout->count() - 1, button, 0, Qt::AlignHCenter);
         m_offers.push_back(button);
         m_texts.append(u"%1  %2"_s.arg(index + 1).arg(offer));
     }

@@ -7,6 +7,7 @@
 
 class QLabel;
 class QToolButton;
+class QVBoxLayout;
 
 /// Covers the viewport of the list, which it is given as its parent. Where there is no room for
 /// hint and offers, the hint is left out and the offers scroll.
@@ -36,7 +37,8 @@ class CEmptyListHint : public QScrollArea {
     void Arrange();
 
     QLabel* m_hint;
-    QStringList m_texts;  ///< of the offers
+    QVBoxLayout* m_layout = nullptr;  ///< of the hint, then the offers, between two stretches
+    QStringList m_texts;              ///< of the offers
     std::vector<QToolButton*> m_offers;
     bool m_isListEmpty = true;
 };
