@@ -113,7 +113,7 @@ EPlatformError CHistoryTables::Create() {
             return error;
         }
     }
-    return kErrorSuccess;
+    return PrepareAll();
 }
 
 void CHistoryTables::Release() {
@@ -124,10 +124,25 @@ void CHistoryTables::Release() {
     m_number = 0;
 }
 
-EPlatformError CHistoryTables::Prepare(CStatement& statement, const char* sql) {
-    if (statement.IsPrepared()) {
-        return kErrorSuccess;
+EPlatformError CHistoryTables::PrepareAll() {
+    struct CRow {
+        CStatement& statement;
+        const char* sql;
+    };
+    const CRow rows[] = {{m_writeStep, kWriteStep},
+                         {m_removeStep, kRemoveStep},
+                         {m_writeChange, kWriteChange},
+                         {m_readChange, kReadChange},
+                         {m_removeChanges, kRemoveChanges}};
+    for (const CRow& row : rows) {
+        if (const EPlatformError error = Prepare(row.statement, row.sql); error != kErrorSuccess) {
+            return error;
+        }
     }
+    return kErrorSuccess;
+}
+
+EPlatformError CHistoryTables::Prepare(CStatement& statement, const char* sql) {
     const QByteArray numbered = QByteArray(sql).replace('#', QByteArray::number(m_number));
     return statement.Prepare(m_file, numbered.constData());
 }
@@ -155,10 +170,7 @@ EPlatformError CHistoryTables::ReadSteps(std::vector<CHistoryStep>& steps) {
         error = ReadLastChange(last);
     }
     if (error == kErrorSuccess) {
-        error = Prepare(m_writeStep, kWriteStep);
-    }
-    if (error == kErrorSuccess) {
-        error = Prepare(m_writeChange, kWriteChange);
+        error = PrepareAll();
     }
     isSound = isSound && last <= (steps.empty() ? 0 : steps.back().id);
     return error == kErrorSuccess && !isSound ? kErrorCorrupt : error;
@@ -175,17 +187,12 @@ EPlatformError CHistoryTables::ReadLastChange(qint64& step) {
 }
 
 EPlatformError CHistoryTables::WriteStep(const CHistoryStep& step) {
-    const EPlatformError error = Prepare(m_writeStep, kWriteStep);
-    return error == kErrorSuccess ? m_writeStep.Run({step.id, step.scope, step.name, StateOf(step),
-                                                     step.changes, step.bytes, step.bytesReverted})
-                                  : error;
+    return m_writeStep.Run({step.id, step.scope, step.name, StateOf(step), step.changes, step.bytes,
+                            step.bytesReverted});
 }
 
 EPlatformError CHistoryTables::RemoveStep(qint64 step) {
-    EPlatformError error = RemoveRange(FirstIdOf(step), FirstIdOf(step + 1) - 1);
-    if (error == kErrorSuccess) {
-        error = Prepare(m_removeStep, kRemoveStep);
-    }
+    const EPlatformError error = m_removeChanges.Run({FirstIdOf(step), FirstIdOf(step + 1) - 1});
     return error == kErrorSuccess ? m_removeStep.Run({step}) : error;
 }
 
@@ -217,9 +224,6 @@ EPlatformError CHistoryTables::RemoveFormer(const std::vector<QString>& names) {
 
 EPlatformError CHistoryTables::WriteChange(const CHistoryStep& step, qint64 number,
                                            const CHistoryChange& change) {
-    if (const EPlatformError error = Prepare(m_writeChange, kWriteChange); error != kErrorSuccess) {
-        return error;
-    }
     const qint64 id = FirstIdOf(step) + number;
     return m_writeChange.Run({id, change.database, change.record, change.count, change.liveBytes,
                               static_cast<qint64>(change.liveChecksum), change.key,
@@ -229,9 +233,6 @@ EPlatformError CHistoryTables::WriteChange(const CHistoryStep& step, qint64 numb
 
 EPlatformError CHistoryTables::ReadChange(const CHistoryStep& step, qint64 number,
                                           CHistoryChange& change) {
-    if (const EPlatformError error = Prepare(m_readChange, kReadChange); error != kErrorSuccess) {
-        return error;
-    }
     const qint64 id = FirstIdOf(step) + number;
     bool isSound = false;
     m_readChange.Start({id});
@@ -252,10 +253,5 @@ EPlatformError CHistoryTables::ReadChange(const CHistoryStep& step, qint64 numbe
 
 EPlatformError CHistoryTables::RemoveChanges(const CHistoryStep& step) {
     const qint64 first = FirstIdOf(step);
-    return RemoveRange(first, first + (qint64{1} << kListBits) - 1);
-}
-
-EPlatformError CHistoryTables::RemoveRange(qint64 first, qint64 last) {
-    const EPlatformError error = Prepare(m_removeChanges, kRemoveChanges);
-    return error == kErrorSuccess ? m_removeChanges.Run({first, last}) : error;
+    return m_removeChanges.Run({first, first + (qint64{1} << kListBits) - 1});
 }

@@ -82,9 +82,9 @@ class CHistoryTables {
     EPlatformError RemoveChanges(const CHistoryStep& step);
 
   private:
+    EPlatformError PrepareAll();
     EPlatformError Prepare(CStatement& statement, const char* sql);
     EPlatformError ReadLastChange(qint64& step);
-    EPlatformError RemoveRange(qint64 first, qint64 last);
 
     CSqliteFile& m_file;
     qint64 m_number = 0;  ///< 0: there are none
