@@ -12,7 +12,7 @@ struct CRecordState {
     bool exists = false;
     QByteArrayView body;  ///< stored form, see RecordCodec.h
     qint64 key = 0;
-    int ordinal = kLast;  ///< its place among the records of the same key
+    int ordinal = kLast;  ///< before a change: its place among those of the same key
 
     static constexpr int kLast = -1;  ///< after all records of the same key
 };

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <bit>
 #include <limits>
+#include <utility>
 
 namespace {
 constexpr int kEntrySize = 16;
@@ -168,19 +169,16 @@ EPlatformError CPositionIndex::InsertAt(int position, const CIndexEntry& entry) 
     return kErrorSuccess;
 }
 
-EPlatformError CPositionIndex::RemoveAt(int position) {
+void CPositionIndex::RemoveAt(int position) {
     const CPlace place = Locate(position);
-    if (const EPlatformError error = LoadEntries(place.block); error != kErrorSuccess) {
-        return error;
-    }
     CBlock& block = *m_blocks[place.block];
+    Q_ASSERT(block.isLoaded);
     if (block.count == 1) {
         RemoveBlock(place.block);
-        return kErrorSuccess;
+        return;
     }
     block.entries.erase(block.entries.begin() + place.offset);
     UpdateCount(place.block, -1);
-    return kErrorSuccess;
 }
 
 EPlatformError CPositionIndex::Flush() {
@@ -235,15 +233,16 @@ EPlatformError CPositionIndex::LoadEntries(int at) {
     if (block.isLoaded) {
         return kErrorSuccess;
     }
+    std::vector<CIndexEntry> entries;
     CStatement& read = m_statements.readEntries;
     read.Start({block.row});
     if (read.Next()) {
         const QByteArrayView bytes = read.GetBlob(0);
         if (bytes.size() == qsizetype{block.count} * kEntrySize) {
-            block.entries.reserve(kBlockCapacity);
+            entries.reserve(kBlockCapacity);
             const char* const end = bytes.data() + bytes.size();
             for (const char* from = bytes.data(); from != end; from += kEntrySize) {
-                block.entries.push_back(
+                entries.push_back(
                     {qFromLittleEndian<qint64>(from), qFromLittleEndian<qint64>(from + 8)});
             }
         }
@@ -251,24 +250,23 @@ EPlatformError CPositionIndex::LoadEntries(int at) {
     if (const EPlatformError error = read.Finish(); error != kErrorSuccess) {
         return error;
     }
-    if (!AreEntriesSound(at)) {
-        block.entries.clear();
+    if (!AreSound(entries, at)) {
         return kErrorCorrupt;
     }
+    block.entries = std::move(entries);
     block.isLoaded = true;
     return kErrorSuccess;
 }
 
-bool CPositionIndex::AreEntriesSound(int at) const {
+bool CPositionIndex::AreSound(const std::vector<CIndexEntry>& entries, int at) const {
     const CBlock& block = *m_blocks[at];
-    if (static_cast<int>(block.entries.size()) != block.count ||
-        block.entries.front().key != block.firstKey) {
+    if (static_cast<int>(entries.size()) != block.count || entries.front().key != block.firstKey) {
         return false;
     }
     const bool isLast = at + 1 == static_cast<int>(m_blocks.size());
-    return std::ranges::is_sorted(block.entries, {}, &CIndexEntry::key) &&
-           std::ranges::all_of(block.entries, [](const auto& entry) { return entry.record > 0; }) &&
-           (isLast || block.entries.back().key <= m_blocks[at + 1]->firstKey);
+    return std::ranges::is_sorted(entries, {}, &CIndexEntry::key) &&
+           std::ranges::all_of(entries, [](const auto& entry) { return entry.record > 0; }) &&
+           (isLast || entries.back().key <= m_blocks[at + 1]->firstKey);
 }
 
 void CPositionIndex::MarkChanged(CBlock& block) {

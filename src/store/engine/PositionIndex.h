@@ -55,7 +55,8 @@ class CPositionIndex {
     EPlatformError Insert(const CIndexEntry& entry);
     /// Inserts at a position from the lower to the upper bound of the entry's key.
     EPlatformError InsertAt(int position, const CIndexEntry& entry);
-    EPlatformError RemoveAt(int position);
+    /// The entry has been read by EntryAt.
+    void RemoveAt(int position);
     /// Writes what changed into the file, within the caller's transaction.
     EPlatformError Flush();
 
@@ -77,7 +78,7 @@ class CPositionIndex {
     [[nodiscard]] CPlace Locate(int position) const;
     [[nodiscard]] int PositionOfBlock(int block) const;
     EPlatformError LoadEntries(int block);
-    [[nodiscard]] bool AreEntriesSound(int block) const;
+    [[nodiscard]] bool AreSound(const std::vector<CIndexEntry>& entries, int block) const;
     void MarkChanged(CBlock& block);
     void UpdateCount(int block, int difference);
     void InsertBlock(int at, std::unique_ptr<CBlock> block);

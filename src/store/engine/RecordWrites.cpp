@@ -15,8 +15,7 @@ EPlatformError CRecordWrites::Add(ObjectId& record, QByteArrayView body,
     error = InsertEntry(record, place);
     return error != kErrorSuccess
                ? error
-               : m_state.feed.Report(
-                     {m_database, record, {}, {true, body, place.key, place.ordinal}});
+               : m_state.feed.Report({m_database, record, {}, {true, body, place.key}});
 }
 
 EPlatformError CRecordWrites::Replace(ObjectId record, int position, const CIndexEntry& old,
@@ -28,14 +27,11 @@ EPlatformError CRecordWrites::Replace(ObjectId record, int position, const CInde
     if (error != kErrorSuccess) {
         return error;
     }
-    const bool isMoved = old.key != place.key;
-    change.after = {true, body, place.key, isMoved ? place.ordinal : change.before.ordinal};
+    change.after = {true, body, place.key};
     error = m_state.replaceRecord.Run({body, record});
-    if (error == kErrorSuccess && isMoved) {
-        error = m_opened.index.RemoveAt(position);
-        if (error == kErrorSuccess) {
-            error = InsertEntry(record, place);
-        }
+    if (error == kErrorSuccess && old.key != place.key) {
+        m_opened.index.RemoveAt(position);
+        error = InsertEntry(record, place);
     }
     return error == kErrorSuccess ? m_state.feed.Report(change) : error;
 }
@@ -48,10 +44,11 @@ EPlatformError CRecordWrites::Remove(ObjectId record, int position, const CIndex
     if (error == kErrorSuccess) {
         error = m_state.RemoveRecord(record);
     }
-    if (error == kErrorSuccess) {
-        error = m_opened.index.RemoveAt(position);
+    if (error != kErrorSuccess) {
+        return error;
     }
-    return error == kErrorSuccess ? m_state.feed.Report(change) : error;
+    m_opened.index.RemoveAt(position);
+    return m_state.feed.Report(change);
 }
 
 EPlatformError CRecordWrites::InsertEntry(ObjectId record, const CRecordPlace& place) {

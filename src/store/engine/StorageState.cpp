@@ -144,12 +144,10 @@ EPlatformError CStorageState::DeleteAllRecords(COpenDatabase& opened) {
         if (error == kErrorSuccess) {
             error = RemoveRecord(entry.record);
         }
-        if (error == kErrorSuccess) {
-            error = opened.index.RemoveAt(last);
-        }
         if (error != kErrorSuccess) {
             return error;
         }
+        opened.index.RemoveAt(last);
     }
     return opened.index.Flush();
 }
