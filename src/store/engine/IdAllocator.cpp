@@ -30,8 +30,6 @@ EPlatformError CIdAllocator::KeepBeforeRemoving(qint64 id) {
 void CIdAllocator::Forget() {
     m_largest.Release();
     m_isLoaded = false;
-    m_kept = 0;
-    m_isKeptLargest = false;
 }
 
 EPlatformError CIdAllocator::Load() {

@@ -18,8 +18,7 @@ namespace {
 constexpr char kMagic[] = "\xD9\xD5\x05\xF9\x20\xA1\x63\xD7";
 constexpr int kMagicSize = 8;
 constexpr int kHeaderSize = 28;
-constexpr quint32 kCountFromSize = 0xFFFFFFFF;  ///< as many records as the file holds
-constexpr int kRecordFrame = 8;                 ///< page number and checksum
+constexpr int kRecordFrame = 8;  ///< page number and checksum
 // The journal of a transaction over several files ends with the name of their common journal, its
 // length, a checksum, and the magic again.
 
@@ -33,7 +32,7 @@ bool IsPowerOfTwo(quint32 value, quint32 low, quint32 high) {
 }  // namespace
 
 struct CJournalCheck::CHeader {
-    quint32 recordCount;
+    quint32 recordCount;  ///< the largest number for as many as the file holds
     quint32 volumePages;  ///< before the unit
     quint32 sectorSize;
     quint32 pageSize;
@@ -82,8 +81,7 @@ bool CJournalCheck::IsOfVolume(QFile& journal, const CHeader& header) const {
     }
     const qint64 recordSize = qint64{header.pageSize} + kRecordFrame;
     const qint64 held = (journal.size() - header.sectorSize) / recordSize;
-    const qint64 count =
-        header.recordCount == kCountFromSize ? held : std::min<qint64>(header.recordCount, held);
+    const qint64 count = std::min<qint64>(header.recordCount, held);
     journal.seek(header.sectorSize);
     for (qint64 i = 0; i < count; ++i) {
         const QByteArray record = journal.read(recordSize);

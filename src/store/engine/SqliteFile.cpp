@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 constexpr char kSchema[] =
@@ -46,14 +47,15 @@ bool HasJournal(const QByteArray& path) {
 /// SQLite keeps the journal beside the file that a link leads to.
 QByteArray WithoutLink(const QByteArray& path) {
     char target[PATH_MAX];
-    const bool isLink = ::readlink(path.constData(), target, sizeof(target)) >= 0;
+    struct stat status {};
+    const bool isLink = ::lstat(path.constData(), &status) == 0 && S_ISLNK(status.st_mode);
     return isLink && ::realpath(path.constData(), target) != nullptr ? QByteArray(target) : path;
 }
 
 /// False when the path is taken or the file cannot be created.
 bool CreateFile(const QByteArray& path) {
     constexpr mode_t kMode = 0644;  // as SQLite's own
-    const int file = ::open(path.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, kMode);
+    const int file = ::open(path.constData(), O_CREAT | O_EXCL, kMode);
     return file >= 0 && ::close(file) == 0;
 }
 }  // namespace
@@ -209,13 +211,10 @@ QString CSqliteFile::GetKeptJournal() const {
 
 EPlatformError CSqliteFile::CheckHeader(bool hasJournal, bool& isEmpty) const {
     sqlite3_file* file = OwnFile();
-    if (file == nullptr || file->pMethods == nullptr) {
-        return kErrorInputOutput;
-    }
     sqlite3_int64 size = 0;
     int result = file->pMethods->xFileSize(file, &size);
     // SQLite reports the size of a one-byte file as 0.
-    uchar first = 0;
+    uchar first{};
     isEmpty = size == 0 && file->pMethods->xRead(file, &first, 1, 0) != SQLITE_OK;
     if (result != SQLITE_OK || isEmpty) {
         return ErrorOf(result);
@@ -242,8 +241,8 @@ EPlatformError CSqliteFile::Close() {
     if (result == SQLITE_OK) {
         m_connection = nullptr;
         if (m_lock >= 0) {
-            ::close(m_lock);  // not before SQLite has closed the file, whose lock goes with it
-            m_lock = -1;
+            // Not before SQLite has closed the file, whose lock goes with it.
+            ::close(std::exchange(m_lock, -1));
         }
     }
     return PlatformErrorOf(result);

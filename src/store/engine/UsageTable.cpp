@@ -172,9 +172,7 @@ void CUsageTable::UnitAbandoned() {
     m_add.Release();
     m_removeZero.Release();
     m_isLoaded = false;
-    m_isDamaged = false;
     m_isWritten = false;
-    m_number = 0;
     m_sums.clear();
 }
 

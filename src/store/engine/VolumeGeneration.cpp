@@ -124,7 +124,6 @@ EPlatformError CVolumeGeneration::CreateRow() {
     if (error == kErrorSuccess) {
         error = write.Run({QByteArrayView(created.ToBytes())});
     }
-    write.Release();
     if (error == kErrorSuccess) {
         error = m_file.Commit();
     }

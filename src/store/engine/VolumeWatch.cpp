@@ -1,5 +1,7 @@
 #include "store/engine/VolumeWatch.h"
 
+#include <utility>
+
 void CVolumeWatch::Attach(sqlite3_file* file, const QByteArray& path) {
     m_file = file;
     m_path = path;
@@ -18,8 +20,7 @@ EVolumeState CVolumeWatch::Detach() {
     if (m_file == nullptr) {
         return EVolumeState::Sound;
     }
-    m_file->pMethods = m_methods.original;
-    m_file = nullptr;
+    std::exchange(m_file, nullptr)->pMethods = m_methods.original;
     return Look();
 }
 
