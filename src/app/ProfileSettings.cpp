@@ -2,7 +2,6 @@
 
 #include <QLocale>
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 namespace {
@@ -49,10 +48,6 @@ T CodeOr(T fallback, int value, T last) {
     return value >= 0 && value <= static_cast<int>(last) ? static_cast<T>(value) : fallback;
 }
 
-double FiniteOr(double fallback, double value) {
-    return std::isfinite(value) ? value : fallback;
-}
-
 QDate ValidOr(QDate fallback, QDate value) {
     return value.isValid() ? value : fallback;
 }
@@ -77,7 +72,7 @@ void ReadUser(const CProfileRecord& record, CUserInformation& user) {
     user.isMale = record.IsMale();
     user.birthDate = ValidOr(user.birthDate, record.GetBirthDate());
     const double height = record.GetHeightCm();
-    user.heightCm = std::isfinite(height) && height > 0 ? height : user.heightCm;
+    user.heightCm = height > 0 ? height : user.heightCm;
     user.activityLevel = CodeOr(user.activityLevel, record.GetActivityLevel(),
                                 static_cast<int>(kActivityLevels.size()) - 1);
 }
@@ -90,11 +85,11 @@ void ReadTargets(const CProfileRecord& record, CTargets& targets) {
     targets.startWeightKg = weightOr(targets.startWeightKg, record.GetStartWeightKg());
     targets.goalDate = ValidOr(targets.goalDate, record.GetGoalDate());
     targets.goalWeightKg = weightOr(targets.goalWeightKg, record.GetGoalWeightKg());
-    targets.rateKgPerWeek = std::max(0.0, FiniteOr(0, record.GetRateKgPerWeek()));
-    targets.dailyEnergyKcal = FiniteOr(0, record.GetDailyEnergyKcal());
+    targets.rateKgPerWeek = std::max(0.0, record.GetRateKgPerWeek());
+    targets.dailyEnergyKcal = record.GetDailyEnergyKcal();
     targets.dietType = CodeOr(targets.dietType, record.GetDietType(), kCustomDiet);
     for (int index = 0; index < kNutrientCount; ++index) {
-        targets.nutrients.at(index) = FiniteOr(0, record.GetTarget(index));
+        targets.nutrients.at(index) = record.GetTarget(index);
     }
 }
 

@@ -7,7 +7,7 @@
 
 namespace {
 constexpr mode_t kOwnerOnly = S_IRWXG | S_IRWXO;
-std::optional<mode_t> userUmask;
+mode_t userUmask = S_IWGRP | S_IWOTH;  ///< known from PrepareProcess on
 }  // namespace
 
 void PrepareProcess() {
@@ -15,11 +15,7 @@ void PrepareProcess() {
     std::signal(SIGXFSZ, SIG_IGN);
 }
 
-CUserUmask::CUserUmask() : m_before(umask(userUmask.value_or(kOwnerOnly))) {
-    if (!userUmask) {
-        umask(m_before);  // PrepareProcess was not called: this is the user's own
-    }
-}
+CUserUmask::CUserUmask() : m_before(umask(userUmask)) {}
 
 CUserUmask::~CUserUmask() {
     umask(m_before);

@@ -75,8 +75,7 @@ QStringList CProfiles::ReadNames() {
     QStringList names;
     std::vector<CDatabaseInfo> databases;
     if (!m_store.EnumerateDatabases(kProfileType, databases)) {
-        const EPlatformError error = m_store.GetLastError();
-        const bool isMemory = error == kErrorOutOfMemory || error == kErrorNotEnoughMemory;
+        const bool isMemory = m_store.GetLastError() == kErrorNotEnoughMemory;
         m_store.ShowFailure(isMemory ? u"GetNumberOfUserProfiles:: Out of memory."_s
                                      : u"GetNumberOfUserProfiles:: Unknown error."_s);
         return names;

@@ -74,7 +74,7 @@ CDatabaseHandle CRecordStore::OpenDatabase(const QString& name, quint32 sortProp
     if (SetLastError(m_engine.FindDatabase(name, info))) {
         return {info.id};
     }
-    if (m_lastError == kErrorNotEnoughMemory || m_lastError == kErrorOutOfMemory) {
+    if (m_lastError == kErrorNotEnoughMemory) {
         ShowMessage(u"Not enough memory"_s, EMessageIcon::Stop);
         return {};
     }

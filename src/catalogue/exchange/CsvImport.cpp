@@ -84,7 +84,6 @@ bool CImportRun::Run() {
     });
     const bool whole = ReadToMarker() && ReadItems() && !m_progress->IsCancelled();
     const bool readWhole = m_file.Close();
-    m_layout->SetProgress(nullptr);
     m_progress.reset();
     if (m_file.IsTooLong()) {
         ShowMessage(u"Cannot open file."_s);
