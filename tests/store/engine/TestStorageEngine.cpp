@@ -1,9 +1,12 @@
 // The engine against a plain sorted list, and its refusals.
+#include "store/engine/ChangeFeed.h"
 #include "store/engine/Checksum.h"
 #include "store/engine/EngineSteps.h"
 #include "store/engine/NamedValues.h"
 #include "store/engine/RecordCodec.h"
 #include "store/engine/SqliteFile.h"
+#include "store/engine/Statement.h"
+#include "store/engine/VolumeHeader.h"
 #include "store/engine/VolumeIdentity.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
@@ -15,6 +18,7 @@
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <algorithm>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -116,6 +120,86 @@ class TestStorageEngine : public QObject {
         QVERIFY(Added(*m_engine, m_database, Numbered(3)) != 0);
     }
 
+    // The first unit after opening is preceded by one of its own, but for a new volume.
+    void eachUnitStoresItsGeneration() {
+        const auto generation = [this] {
+            return CVolumeIdentity::FindIn(Load(m_path)).value_or(CVolumeIdentity()).generation;
+        };
+        QCOMPARE(generation(), 1U);
+        for (const quint64 after : {2, 3, 5, 6}) {
+            if (after == 5) {
+                Remount();
+            }
+            QVERIFY(Added(*m_engine, m_database, Numbered(1)) != 0);
+            QCOMPARE(generation(), after);
+        }
+    }
+
+    // Blocks that records arrive in by key are full, and only a full one is halved.
+    void blocksAreLeftFull() {
+        const auto add = [this](int key, int count) {
+            QCOMPARE(m_engine->BeginGroup(), kOk);
+            for (int i = 0; i < count; ++i) {
+                QVERIFY(Added(*m_engine, m_database, Numbered(key)) != 0);
+            }
+            QCOMPARE(m_engine->EndGroup(), kOk);
+        };
+        add(1, 981);
+        add(0, 1);
+        QCOMPARE(m_engine->Unmount(), kOk);
+        CSqliteFile file;
+        QCOMPARE(file.Open(m_path), kOk);
+        CStatement blocks;
+        QCOMPARE(blocks.Prepare(file, "SELECT count FROM blocks ORDER BY ordinal"), kOk);
+        QList<qint64> counts;
+        blocks.Start({});
+        while (blocks.Next()) {
+            counts.append(blocks.GetInteger(0));
+        }
+        QCOMPARE(counts, (QList<qint64>{246, 245, 490, 1}));
+    }
+
+    // A failure in any of them undoes the change, and is the one reported.
+    void whoFollowsTheChangesMayRefuseThem() {
+        class CRefuser : public CChangeListener {
+          public:
+            int refused = -1;
+            int calls = 0;
+            EPlatformError Refuse() {
+                return calls++ == refused ? kErrorOperationAborted : kErrorSuccess;
+            }
+            [[nodiscard]] bool Watches(qint64) const override { return true; }
+            EPlatformError RecordChanged(const CRecordChange&) override { return Refuse(); }
+            EPlatformError DatabaseDeleted(qint64) override { return Refuse(); }
+            EPlatformError UnitBegins() override { return Refuse(); }
+            EPlatformError UnitEnds() override { return Refuse(); }
+        };
+        const ObjectId record = Added(*m_engine, m_database, Numbered(1));
+        CRefuser first;
+        CRefuser second;
+        m_engine->AddListener(&first);
+        m_engine->AddListener(&second);
+        const std::vector<std::function<int()>> changes = {
+            [&] { return m_engine->ReplaceRecord(m_database, record, Numbered(2)); },
+            [&] { return m_engine->DeleteRecord(m_database, record); },
+            [&] { return m_engine->DeleteDatabase(m_database); }};
+        for (const auto& change : changes) {
+            for (int refused = 0; refused < 3; ++refused) {
+                first = {};
+                second = {};
+                first.refused = refused;
+                QCOMPARE(change(), int(kErrorOperationAborted));
+                QCOMPARE(second.calls, refused);
+                QCOMPARE(CountOf(*m_engine, m_database), 1);
+                PropertyList read;
+                QCOMPARE(m_engine->ReadRecord(record, read), kOk);
+                QVERIFY(read == Numbered(1));
+            }
+        }
+        m_engine->RemoveListener(&second);
+        m_engine->RemoveListener(&first);
+    }
+
     void databasesAreFoundWithoutCase() {
         QVERIFY(Created(*m_engine, u"\u00c9mile"_s, 0x1001) != 0);
         CDatabaseInfo info;
@@ -203,6 +287,12 @@ class TestStorageEngine : public QObject {
             QCOMPARE(CVolumeIdentity::FindIn("ab" + row.first(most)).has_value(), most == 56);
         }
         QVERIFY(CVolumeIdentity::FindIn("ab" + row) == identity);
+        VolumeHeader header{};
+        for (const auto& [high, low, size] : {std::tuple{0x20, 0, 8192}, {0, 1, 65536}}) {
+            header[16] = static_cast<uchar>(high);
+            header[17] = static_cast<uchar>(low);
+            QCOMPARE(PageSizeIn(header), size);
+        }
     }
 
     // Each byte in turn is changed or the last one; what is still a record, and which.
@@ -250,8 +340,9 @@ class TestStorageEngine : public QObject {
         Change("CREATE TABLE named_values(x)");
         QCOMPARE(m_engine->Mount(m_path), kOk);
         CNamedValues values(m_engine->State());
-        std::optional<QString> value;
+        std::optional<QString> value = u"z"_s;
         QCOMPARE(values.Read(0, u"a"_s, value), int(kErrorCorrupt));
+        QVERIFY(!value);
         QCOMPARE(values.Write(0, u"a"_s, u"b"_s), int(kErrorCorrupt));
         QCOMPARE(values.DeleteOwner(1), int(kErrorCorrupt));
         ObjectId record = 0;
@@ -271,19 +362,50 @@ class TestStorageEngine : public QObject {
         QFile::remove(m_path + u"-journal"_s);
     }
 
+    void aKeptJournalIsNamedOnce() {
+        QCOMPARE(m_engine->Unmount(), kOk);
+        Save(m_path + u"-journal"_s, "Buy apples");
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        const QString kept = m_path + u"-journal.kept-1"_s;
+        QCOMPARE(m_engine->GetKeptJournal(), kept);
+        Remount();
+        QCOMPARE(m_engine->GetKeptJournal(), QString());
+        QVERIFY(QFile::remove(kept));
+    }
+
+    // Nor is a journal left to be played that is not the volume's and cannot be renamed.
     void aVolumeThatCannotBeWrittenIsRefused() {
         QCOMPARE(m_engine->Unmount(), kOk);
-        QVERIFY(
-            QFile::setPermissions(m_path, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
-        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x5777)));
-        // The superuser may write every file.
-        const uid_t user = ::geteuid();
-        constexpr uid_t kNobody = 65534;
-        QVERIFY(user != 0 || ::seteuid(kNobody) == 0);
-        const EPlatformError error = m_engine->Mount(m_path);
-        QCOMPARE(::seteuid(user), 0);
-        QCOMPARE(error, int(kErrorAccessDenied));
-        QVERIFY(!m_engine->IsMounted());
+        constexpr auto kAll = QFile::Permissions(0x5777);
+        constexpr auto kReading = QFile::Permissions(0x5555);
+        for (const bool isFolder : {false, true}) {
+            if (isFolder) {
+                Save(m_path + u"-journal"_s, "Buy apples");
+                QVERIFY(QFile::setPermissions(m_path + u"-journal"_s, kAll));
+            }
+            QVERIFY(QFile::setPermissions(m_path, isFolder ? kAll : kReading));
+            QVERIFY(QFile::setPermissions(m_folder->path(), isFolder ? kReading : kAll));
+            // The superuser may write every file.
+            const uid_t user = ::geteuid();
+            constexpr uid_t kNobody = 65534;
+            QVERIFY(user != 0 || ::seteuid(kNobody) == 0);
+            const EPlatformError error = m_engine->Mount(m_path);
+            QCOMPARE(::seteuid(user), 0);
+            QCOMPARE(error, int(kErrorAccessDenied));
+            QVERIFY(!m_engine->IsMounted());
+        }
+        QVERIFY(QFile::setPermissions(m_folder->path(), kAll));
+        QVERIFY(QFile::remove(m_path + u"-journal"_s));
+    }
+
+    // Its first value is an empty text.
+    void aRecordWithoutAKeyIsDamage() {
+        const ObjectId record = Added(*m_engine, m_database, Numbered(1));
+        QVERIFY(Added(*m_engine, m_database, Numbered(0)) != 0);
+        Change("UPDATE records SET body=x'01009F' WHERE id=1");
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        int position = 0;
+        QCOMPARE(m_engine->FindRecord(m_database, record, position), int(kErrorCorrupt));
     }
 
     void whatAForeignProgramLeftInTheFileIsNotRun() {

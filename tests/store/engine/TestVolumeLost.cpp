@@ -106,22 +106,35 @@ class TestVolumeLost : public QObject {
 
     // The unit has reached the old file, but nobody is told that it is kept.
     void aUnitUnderWayIsGivenUp() {
-        for (const EFate fate : {EFate::Replaced, EFate::Overwritten}) {
+        for (const EFate fate : {EFate::Replaced, EFate::Overwritten, EFate::Enlarged}) {
             cleanup();
             init();
-            QCOMPARE(m_engine->BeginGroup(), kOk);
-            for (int i = 0; i < 1200; ++i) {
-                Added(*m_engine, m_database, {qint32{i}, QByteArray(8000, 'n')});
-            }
+            AddMuch();
             Suffer(fate);
             const QByteArray put = Load(m_path);
-            QCOMPARE(m_engine->EndGroup(), int(kErrorFileInvalid));
+            // Taking it back would make the larger file smaller.
+            const bool isUndone = fate == EFate::Enlarged;
+            QCOMPARE(isUndone ? m_engine->UndoGroup() : kErrorSuccess, kOk);
+            QCOMPARE(m_engine->EndGroup(),
+                     int(isUndone ? kErrorOperationAborted : kErrorFileInvalid));
             QCOMPARE(CountOf(*m_engine, m_database), fate == EFate::Replaced ? kCount : -1);
             (void)m_engine->Unmount();
             QCOMPARE(Load(m_path), put);
             QCOMPARE(m_engine->Mount(m_path), kOk);
             QCOMPARE(CountOf(*m_engine, m_database), 1);
         }
+    }
+
+    // Part of it is in the file by then.
+    void aLargeUnitIsTakenBack() {
+        const qint64 size = Load(m_path).size();
+        AddMuch();
+        QVERIFY(Load(m_path).size() > size);
+        QCOMPARE(m_engine->UndoGroup(), kOk);
+        QCOMPARE(m_engine->EndGroup(), int(kErrorOperationAborted));
+        QCOMPARE(Load(m_path).size(), size);
+        VerifyNumbers(*m_engine, m_database);
+        QVERIFY(Added(*m_engine, m_database, Numbered(kCount)) != 0);
     }
 
     void aCopyThatCannotBeMadeLeavesNothing() {
@@ -175,7 +188,15 @@ class TestVolumeLost : public QObject {
     }
 
   private:
-    enum class EFate { Removed, Replaced, FolderGone, Overwritten, Patched, OverwrittenUnseen };
+    enum class EFate {
+        Removed,
+        Replaced,
+        FolderGone,
+        Overwritten,
+        Enlarged,
+        Patched,
+        OverwrittenUnseen
+    };
     static constexpr int kCount = 2000;
 
     void Suffer(EFate fate) {
@@ -193,12 +214,23 @@ class TestVolumeLost : public QObject {
             case EFate::Overwritten:
                 Save(m_path, m_older);
                 break;
+            case EFate::Enlarged:
+                Save(m_path, m_older + QByteArray(2000 * 8192, '\0'));
+                break;
             case EFate::Patched:
                 WriteInPlace(30'000, "x");
                 break;
             case EFate::OverwrittenUnseen:
                 // The identity is on the last page of the first ones.
                 OverwriteUnseen(m_older);
+        }
+    }
+
+    /// In an open group: more than the cache holds.
+    void AddMuch() {
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        for (int i = 0; i < 1200; ++i) {
+            Added(*m_engine, m_database, {qint32{i}, QByteArray(8000, 'n')});
         }
     }
 
