@@ -121,6 +121,33 @@ class TestHistory : public CHistoryTest {
         }
     }
 
+    void onlyTheNextStepIsRevertedAndOnlyOnItsOwn() {
+        for (const int key : {1, 2, 3}) {
+            Step(QString::number(key), [&] { Add(0, key); });
+        }
+        QVERIFY(Undo(0));
+        const std::vector<CHistoryStep> steps = m_history->ListSteps();
+        const auto contents = Contents(0);
+        const auto isRefused = [&](const CHistoryStep& step) {
+            EPlatformError error = kErrorSuccess;
+            return m_history->Revert(step, error) == EReverted::Failed &&
+                   error == kErrorInvalidParameter;
+        };
+        QVERIFY(isRefused(steps[0]));
+        Step(u"nested"_s, [&] { QVERIFY(isRefused(steps[1]) && isRefused(steps[2])); });
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        QVERIFY(isRefused(steps[1]) && isRefused(steps[2]));
+        QCOMPARE(m_engine->EndGroup(), kOk);
+        m_history->Unwatch(m_databases[0]);
+        m_history->Unwatch(m_databases[1]);
+        QVERIFY(isRefused(steps[1]) && isRefused(steps[2]));
+        WatchAll();
+        QCOMPARE(Contents(0), contents);
+        QVERIFY(Undo(0));
+        QVERIFY(isRefused(steps[2]));  // the second is redone first
+        QVERIFY(Redo(0) && Redo(0));
+    }
+
     void aFailedUnitIsNotRecorded() {
         m_history->BeginStep(u"step"_s);
         Add(0, 1);

@@ -51,6 +51,15 @@ class TestHistoryFaults : public CHistoryTest {
         const auto filled = Contents(0);
         Step(u"small"_s, [&] { Delete(0, 0); });
         QVERIFY(!m_history->TakeNotices().hasOutgrown);
+        // Nor has a unit that is given up.
+        QCOMPARE(m_engine->BeginGroup(), kOk);
+        for (int i = 0; i < 18; ++i) {
+            Delete(0, 0);
+        }
+        QCOMPARE(m_engine->UndoGroup(), kOk);
+        QCOMPARE(m_engine->EndGroup(), int(kErrorOperationAborted));
+        Step(u"small"_s, [&] { Delete(0, 0); });
+        QVERIFY(!m_history->TakeNotices().hasOutgrown);
         for (const bool isAnnounced : {false, true}) {
             Step(u"meal"_s, [&] { Add(2, 1); });
             m_history->BeginStep(u"purge"_s);
@@ -86,9 +95,59 @@ class TestHistoryFaults : public CHistoryTest {
         const CHistoryStep import = *m_history->NextUndo(0);
         QCOMPARE(import.name, u"import"_s);
         QVERIFY(m_history->IsOneWay(import));
+        // One row; to be redone, forty rows and records. Two bytes for the count, two tags, the
+        // key, the text's length and its 40 units; of one record the key is 0.
+        QCOMPARE(import.changes, 1);
+        QCOMPARE(import.bytes, HistoryRoom(1, 0));
+        QCOMPARE(import.bytesReverted, HistoryRoom(40, 40 * (4 + 4 + 4 + 80) - 4));
         QVERIFY(Undo(0));
         QCOMPARE(Contents(0), before);
         QCOMPARE(Stacks(), (CStacks{{u"first"_s}, {}}));
+    }
+
+    // What is dropped leaves the file when it is much: 16 steps, or a quarter of the room.
+    void droppedStepsAreRemovedFromTheFileAtIntervals() {
+        constexpr auto kSteps = "SELECT count(*) FROM history_steps_1";
+        constexpr auto kChanges = "SELECT count(*) FROM history_changes_1";
+        constexpr qint64 kRecord = HistoryRoom(1, 4 + 4 + 4 + 80);
+        m_history->SetLimits({.steps = 1, .bytes = 100 * kRecord});
+        for (int number = 1; number <= 16; ++number) {
+            Step(QString::number(number), [&] { Add(0, number); });
+        }
+        QCOMPARE(Query(kSteps), 16);
+        Mount(true);
+        m_history->SetLimits({.steps = 1, .bytes = 100 * kRecord});
+        Step(u"17"_s, [&] { Add(0, 17); });
+        QCOMPARE(Query(kSteps), 1);
+        for (const qint64 less : {1, 0}) {
+            Mount(true);
+            const qint64 dropped = HistoryRoom(1, 0) + 5 * kRecord;
+            m_history->SetLimits({.steps = 1, .bytes = 4 * (dropped - less)});
+            Step(u"delete"_s, [&] {
+                for (int i = 0; i < 5; ++i) {
+                    Delete(0, 0);
+                }
+            });
+            Step(u"add"_s, [&] { Add(0, 20); });
+            QCOMPARE(Query(kSteps), less == 1 ? 1 : 3);
+        }
+        // A part of them: what is left goes on being dropped.
+        Mount(true);
+        Step(u"delete"_s, [&] {
+            for (int i = 0; i < 5; ++i) {
+                Delete(0, 0);
+            }
+        });
+        CStorageState& state = m_engine->State();
+        for (const qint64 most : {0, 2, 2, 1}) {
+            CHistorySteps steps(state);
+            QCOMPARE(steps.Load(), kOk);
+            const auto dropAll = [&] { return steps.DropIf([](const auto&) { return true; }); };
+            QCOMPARE(state.Write(dropAll), kOk);
+            QCOMPARE(state.Write([&] { return steps.Tidy(most); }), kOk);
+        }
+        QCOMPARE(Query(kChanges), 1 + 5 + 1);
+        QCOMPARE(Query(kSteps), 3);
     }
 
     void whatWasChangedSinceIsNotTouched_data() {
@@ -236,6 +295,36 @@ class TestHistoryFaults : public CHistoryTest {
             QCOMPARE(Contents(0), contents);
             QCOMPARE(Stacks(), CStacks());
         }
+    }
+
+    void nothingIsDoneWhenDamageTookWhatTheStepDid() {
+        m_history->BeginStep(u"step"_s);
+        Add(0, 1);
+        for (const bool isDamaged : {false, true}) {
+            QCOMPARE(m_engine->BeginGroup(), kOk);
+            Add(0, 2);
+            QCOMPARE(m_engine->UndoGroup(), kOk);
+            QCOMPARE(m_engine->EndGroup(), int(kErrorOperationAborted));
+            QCOMPARE(m_history->TakeNotices().isDamaged, isDamaged);
+            constexpr auto kDamage = "UPDATE history_steps_1 SET changes=-1";
+            QCOMPARE(m_engine->State().file.Execute(kDamage), kOk);
+        }
+        QCOMPARE(m_history->EndStep(), QString());
+    }
+
+    // By another program, or by damage.
+    void aRecordThatIsGoneIsDeletedFromItsPlace() {
+        Step(u"fill"_s, [&] { Fill(3); });
+        const ObjectId record = Contents(0)[0][1].first;
+        m_engine.reset();
+        CSqliteFile file;
+        QCOMPARE(file.Open(m_path), kOk);
+        const QString sql = u"DELETE FROM records WHERE id=%1"_s.arg(record);
+        QCOMPARE(file.Execute(sql.toLatin1().constData()), kOk);
+        QCOMPARE(file.Close(), kOk);
+        Mount(true);
+        Step(u"delete"_s, [&] { Delete(0, 1); });
+        QCOMPARE(CountOf(*m_engine, m_databases[0]), 2);
     }
 
     void whatWasDeletedIsGoneFromTheFileAfterClearing() {
