@@ -17,21 +17,31 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// All records of all databases by name, and the steps of the history.
+/// All records of all databases by name, the counts of use and the steps of the history.
 using CContents = std::map<QString, std::vector<PropertyList>>;
 
 const QDate kDay{2024, 1, 2};
 /// Small records in a database of three blocks of the index, the last one with a single entry.
 constexpr int kNumbers = 2 * kBlockCapacity + 1;
 
-CContents ContentsOf(CRecordStore& store) {
+CContents ContentsOf(CDatabase& database) {
     CContents contents;
+    CRecordStore& store = database.GetStore();
     for (const CHistoryStep& step : store.History().ListSteps()) {
         contents[u"steps"_s].push_back({step.name, qint16{step.isUndone}, step.scope});
     }
     std::vector<CDatabaseInfo> databases;
     (void)store.EnumerateDatabases(0, databases);
     for (const CDatabaseInfo& info : databases) {
+        if (info.type == kProfileType) {
+            std::map<quint64, qint32> uses;
+            for (const auto& [item, count] : database.Usage().CountsOf(info.id)) {
+                uses[item] = count.total;
+            }
+            for (const auto& [item, count] : uses) {
+                contents[u"uses"_s].push_back({static_cast<qint64>(item), count});
+            }
+        }
         CDatabaseHandle handle =
             store.OpenDatabase(info.name, info.sortPropertyId, info.type, true);
         std::vector<PropertyList>& records = contents[info.name];
@@ -102,7 +112,7 @@ class TestBadDisk : public CCatalogueTest {
         bool isPast = false;
         for (int call = 1; !isPast; call += call < 50 ? 1 : call / 5) {
             Open(m_volumes[number]);
-            failure = call % 2 == 0 ? EIO : ENOSPC;
+            failure = std::array{EIO, ENOSPC, EDQUOT}.at(call % 3);
             callsUntilFailure = call;
             const bool isDone = m_commands[number].run();
             isPast = std::exchange(callsUntilFailure, 0) > 0;
@@ -193,7 +203,7 @@ class TestBadDisk : public CCatalogueTest {
             m_volumes.push_back(Load(Path(u"recorded/v.db"_s)));
             QVERIFY2(command.run(), qPrintable(m_messages->Said()));
             m_ends.push_back(m_calls.size());
-            m_contents.push_back(ContentsOf(Database().GetStore()));
+            m_contents.push_back(ContentsOf(Database()));
             m_results.push_back(Load(Path(u"out"_s)));
             QFile::remove(Path(u"out"_s));
             QVERIFY(m_contents.size() == 1 || !m_results.back().isEmpty() ||
@@ -220,7 +230,7 @@ class TestBadDisk : public CCatalogueTest {
             Save(place.filePath(QFile::decodeName(name)), bytes);
         }
         CDatabase database(place.filePath(u"v.db"_s));
-        return database.OpenCatalogue() ? ContentsOf(database.GetStore()) : CContents();
+        return database.OpenCatalogue() ? ContentsOf(database) : CContents();
     }
 
     /// What is held in memory, what the file holds, and what was said.
@@ -229,7 +239,10 @@ class TestBadDisk : public CCatalogueTest {
         QVERIFY(isDone || !said.isEmpty());
         QVERIFY(!isDone || Load(Path(u"out"_s)) == m_results[number]);
         const bool isLost = Database().GetStore().IsVolumeLost();
-        CContents held = ContentsOf(Database().GetStore());
+        // A full disk is no damage, nor is an error of the disk a lack of room.
+        const EPlatformError error = Database().GetStore().GetLastError();
+        QVERIFY(error != (failure == EIO ? kErrorDiskFull : kErrorCorrupt));
+        CContents held = ContentsOf(Database());
         // After EIO a page counts as damaged.
         const bool startsAgain = said.contains(u"The history was damaged"_s) ||
                                  Database().GetStore().History().TakeNotices().isDamaged;

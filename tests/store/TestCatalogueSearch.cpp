@@ -3,6 +3,7 @@
 
 #include "catalogue/exchange/CsvExchange.h"
 #include "catalogue/items/CatalogueRules.h"
+#include "catalogue/pick/SearchItems.h"
 #include "diary/PurgeRules.h"
 #include "support/ComposedSamples.h"
 #include "support/DataRows.h"
@@ -140,6 +141,12 @@ class TestCatalogueSearch : public CCatalogueTest {
         QVERIFY(ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::DoNotCheck, path));
         m_messages->TakeShown();
         QCOMPARE(Find(u"berries"_s).size(), isLarge ? 1100 : 20);
+        const auto note = [this](const QString& text) {
+            return SearchItems(*m_doc, {.text = text}).note;
+        };
+        QCOMPARE(note(u"berries"_s), isLarge ? u"The best 50 of 1100"_s : QString());
+        QCOMPARE(note(u"berxy"_s),
+                 isLarge ? u"Similar words: The best 50 of 1100"_s : u"Similar words:"_s);
         QCOMPARE(Find(u"apple"_s).size(), 1);
         CompareWithFreshIndex();
     }
@@ -261,6 +268,14 @@ class TestCatalogueSearch : public CCatalogueTest {
         for (const QString& name : {u"Apple"_s, u"Banana"_s}) {
             QVERIFY(Database().Diet().Write(-1, MakeEntry(name, 1)));
         }
+        // Another one has a text in the place of its kind, and a third ends before it.
+        CRecordStore& store = Database().GetStore();
+        CDatabaseHandle diet{Database().Diet().GetId()};
+        PropertyList values = MakeEntry(u"Apple"_s, 1).GetProperties();
+        values[2] = u"none"_s;
+        QVERIFY(store.WriteRecord(diet, 0, values));
+        values.resize(2);
+        QVERIFY(store.WriteRecord(diet, 0, values));
         Damage(Database().Diet(), 0);
         Change("DROP TABLE usage_1");
         QVERIFY(Database().Profiles().Open(u"Ann"_s, true));
@@ -272,8 +287,8 @@ class TestCatalogueSearch : public CCatalogueTest {
         QCOMPARE(count(u"Apple"_s), 0);
         QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Banana"_s, 1)));
         QCOMPARE(count(u"Banana"_s), 2);
-        QCOMPARE(Query("SELECT sum(count) FROM usage_1 WHERE owner>0"), 3);
-        QCOMPARE(Query("SELECT count FROM usage_1 WHERE owner>0 AND name=''"), 1);
+        QCOMPARE(Query("SELECT sum(count) FROM usage_1 WHERE owner>0"), 5);
+        QCOMPARE(Query("SELECT count FROM usage_1 WHERE kind=-1 AND meal=-1 AND name=''"), 3);
     }
 
   private:

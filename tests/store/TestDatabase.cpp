@@ -1,5 +1,8 @@
 // Categories, lists, names, profiles and diaries through the database object.
 #include "support/CatalogueTest.h"
+#include "support/Files.h"
+
+#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -41,6 +44,17 @@ class TestDatabase : public CCatalogueTest {
         };
         QVERIFY(Database().NutrientNames().SaveName(54, 54, u"none"_s));
         QCOMPARE(m_messages->Said(), u"Cannot save nutrient name."_s);
+        {
+            // The first that cannot be deleted is the last that is tried.
+            QVERIFY(Database().NutrientNames().SaveName(-1, 54, u"One more"_s));
+            m_doc.reset();
+            m_doc = std::make_unique<CVelmoraDoc>(Path(u"v.db"_s));
+            const CFileSizeLimit full(1);
+            QVERIFY(!m_doc->OpenCatalogue());
+            QCOMPARE(m_messages->Said(),
+                     u"Cannot delete record. Error=112|Cannot open database."_s);
+        }
+        Reopen();
         // One too few and one too many.
         for (const bool isOneMissing : {true, false}) {
             QVERIFY(Database().NutrientNames().SaveName(53, 53, u"Lycopene (mg)"_s));
@@ -108,6 +122,10 @@ class TestDatabase : public CCatalogueTest {
         const CCategoryList list = Database().Catalogue().FillCategoryList(kExercises, 1);
         QCOMPARE(list.entries.size(), 1024U);
         QCOMPARE(list.leftOut.beyond, 1);
+        // A row of 64 bytes, the record's 15 and its name; of so many only the odd ones are read,
+        // 5 of one digit, 45, 450 and 12: (512 x 79 + 2 x 1493) x 1024 / 512.
+        QCOMPARE(Database().Exlib().EstimateRoom({0, 3}), 3 * (64 + 15 + 2));
+        QCOMPARE(Database().Exlib().EstimateRoom({1, 1024}), 86868);
         QCOMPARE(Database().Catalogue().FillCategoryList(kExercises, 1, kNoCapacity).entries.size(),
                  1025U);
         const CUniqueNames unique = Database().Catalogue().FillArrayWithUniqueExlibNames(1);
@@ -220,6 +238,16 @@ class TestDatabase : public CCatalogueTest {
         QVERIFY(!Database().Catalogue().FillCategoryList(kFoods, 1).leftOut.IsAnything());
         QCOMPARE(m_messages->Said(),
                  u"GetNumberOfUserProfiles:: Unknown error.|Cannot delete database."_s);
+    }
+
+    void aLackOfMemoryIsNamed() {
+        sqlite3_hard_heap_limit64(1);
+        const CDatabaseHandle handle = OpenRaw(u"Foods"_s);
+        const QStringList profiles = Database().Profiles().ReadNames();
+        sqlite3_hard_heap_limit64(0);
+        QVERIFY(!handle.IsValid() && profiles.isEmpty());
+        QCOMPARE(m_messages->Said(),
+                 u"Not enough memory|GetNumberOfUserProfiles:: Out of memory."_s);
     }
 
     void theProfileRecordIsKeptOnce() {

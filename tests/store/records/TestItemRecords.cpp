@@ -141,6 +141,7 @@ class TestItemRecords : public QObject {
             QVERIFY(m_store->WriteRecord(handle, 0, {key}));
         }
         QVERIFY(m_store->SeekToPosition(handle, 1) != 0);
+        QCOMPARE(m_store->SeekToPosition(handle, 4), 0);  // none, and nothing is sought by it
         PropertyList read;
         for (const qint32 key : {3, 3, 5}) {
             QVERIFY(m_store->ReadCurrent(handle, read));
@@ -225,6 +226,8 @@ class TestItemRecords : public QObject {
         food.SetServingName(9, u"cup"_s);
         food.SetServingWeight(9, 240.0);
         QVERIFY(has(food, 56, 1.5) && has(food, 75, u"cup"_s) && has(food, 76, 240.0));
+        const CNutrientName nutrient(53, u"Other"_s);
+        QVERIFY(has(nutrient, 0, 53) && has(nutrient, 1, 53) && has(nutrient, 2, u"Other"_s));
         CRecipeItem recipe;
         recipe.Clear();
         recipe.SetServingName(u"4 portions"_s);
