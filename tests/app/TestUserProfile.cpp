@@ -143,6 +143,13 @@ class TestUserProfile : public QObject {
         form.Recalculate();
         QCOMPARE(shown(3), u"350.00|350.00"_s);  // 2000 x 0.7 / 4
         QCOMPARE(shown(40), u"12.00|"_s);
+        // Without an energy that of the plan counts.
+        fields = form.GetFields();
+        fields.energy = u"0"_s;
+        form.SetFields(fields);
+        QCOMPARE(shown(0), u"2000.00|2237.00"_s);
+        form.Recalculate();
+        QCOMPARE(shown(0) + u' ' + form.GetFields().energy, u"2237.00|2237.00 2237"_s);
     }
 
     void listCommandsStopAtTheFirstFailure() {

@@ -177,6 +177,7 @@ class TestVelmoraDoc : public CProfileTest {
         // name again.
         Change("UPDATE databases SET name='Cleo' || substr(name, 5) WHERE name LIKE 'Bert%'");
         QCOMPARE(kept(u"Cleo"_s, kFoods), u"|"_s);
+        QVERIFY(m_doc->KeepFindTexts(kFoods, u"pie"_s, {}));
         Change("DELETE FROM databases WHERE name LIKE 'Cleo%'");
         QVERIFY(CreateProfile(u"Cleo"_s));
         QCOMPARE(kept(u"Cleo"_s, kFoods), u"|"_s);

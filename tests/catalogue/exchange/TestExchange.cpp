@@ -213,6 +213,7 @@ class TestExchange : public CCatalogueTest {
         Export({EExportChoice::Selected, -1, {4}});
         QVERIFY(m_messages->Said().endsWith(
             u"|Items whose lines are too long for an import (1): 'Sun'"));
+        QCOMPARE(m_messages->shownOverProgress, 0);
     }
 
     void aCancelledExportIsClosedProperly() {
@@ -229,8 +230,10 @@ class TestExchange : public CCatalogueTest {
             QVERIFY(Database().Exlib().Write(-1, CExerciseItem()));
         }
         m_messages->progress.cancelAfterPumps = m_messages->progress.pumps + 1;
+        QCOMPARE(m_messages->shownOverProgress, 2);
         QCOMPARE(Export({}, kExercises).count("\r\n"), 4);
         QCOMPARE(m_messages->Said(), u"Export cancelled."_s);
+        QCOMPARE(m_messages->shownOverProgress, 3);
     }
 
     void recipesHaveNoWordForARecipeInARecipe() {

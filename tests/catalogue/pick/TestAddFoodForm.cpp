@@ -98,6 +98,11 @@ class TestAddFoodForm : public CDiaryTest {
                {food - 2, food});
         QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
         QCOMPARE(offered(u"Apple"_s, u"raw"_s), u"1 medium|1 medium"_s);
+        CFoodItem apple;
+        for (const bool isQuiet : {true, false}) {
+            QVERIFY(!ReadAsFood(Database(), kFoods, 0, apple, isQuiet));
+            QCOMPARE(m_messages->Said().isEmpty(), isQuiet);
+        }
         QVERIFY(Database().GetStore().DeleteDatabase(u"Foods"_s, kCatalogueType));
         QCOMPARE(offered(u"Apple"_s, u"dried"_s), u"1 medium|1 medium"_s);
         QCOMPARE(m_messages->Said(), QString());

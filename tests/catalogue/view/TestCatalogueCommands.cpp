@@ -24,7 +24,8 @@ class TestCatalogueCommands : public CCatalogueTest {
         const QString transcript =
             u"Please create %1 before adding new %2.|There is no category selected.|"
             "Category 'Here' already exists.|Please select category.|"
-            "Please select category to delete.|Please select %2 to edit.|"
+            "Please select category to delete.|Please enter category name.|"
+            "Please select %2 to edit.|"
             "Please select only one %2 to edit.|Please select %2 to delete.|"
             "Please select %2 to move.|Cannot move %2, there is only one category.|"
             "Please select %2 to duplicate.|Please select only one %2 to duplicate.|"
@@ -41,7 +42,7 @@ class TestCatalogueCommands : public CCatalogueTest {
         const qint32 here = rules.AddCategory(u"Here"_s);
         QCOMPARE(rules.AddCategory(u"Here"_s), -1);
         QVERIFY(!rules.MayAddItem(-1) && !rules.DeleteCategory(-1));
-        QVERIFY(!rules.RenameCategory(99, u"Nowhere"_s));
+        QVERIFY(!rules.RenameCategory(99, u"Nowhere"_s) && !rules.RenameCategory(here, u" "_s));
         for (const char* name : {"Stew", "Tea"}) {
             AddItem(kind, here, QString::fromLatin1(name), u"hot"_s);
         }
