@@ -7,7 +7,7 @@
 
 namespace {
 constexpr mode_t kOwnerOnly = S_IRWXG | S_IRWXO;
-mode_t userUmask = S_IWGRP | S_IWOTH;  ///< known from PrepareProcess on
+mode_t userUmask = kOwnerOnly;  ///< the user's own from PrepareProcess on
 }  // namespace
 
 void PrepareProcess() {

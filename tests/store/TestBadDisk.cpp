@@ -34,13 +34,11 @@ CContents ContentsOf(CDatabase& database) {
     (void)store.EnumerateDatabases(0, databases);
     for (const CDatabaseInfo& info : databases) {
         if (info.type == kProfileType) {
-            std::map<quint64, qint32> uses;
+            std::vector<PropertyList>& uses = contents[u"uses"_s];
             for (const auto& [item, count] : database.Usage().CountsOf(info.id)) {
-                uses[item] = count.total;
+                uses.push_back({static_cast<qint64>(item), count.total});
             }
-            for (const auto& [item, count] : uses) {
-                contents[u"uses"_s].push_back({static_cast<qint64>(item), count});
-            }
+            std::ranges::sort(uses);
         }
         CDatabaseHandle handle =
             store.OpenDatabase(info.name, info.sortPropertyId, info.type, true);

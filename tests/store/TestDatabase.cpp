@@ -2,8 +2,6 @@
 #include "support/CatalogueTest.h"
 #include "support/Files.h"
 
-#include <sqlite3.h>
-
 using namespace Qt::StringLiterals;
 
 class TestDatabase : public CCatalogueTest {
@@ -47,8 +45,6 @@ class TestDatabase : public CCatalogueTest {
         {
             // The first that cannot be deleted is the last that is tried.
             QVERIFY(Database().NutrientNames().SaveName(-1, 54, u"One more"_s));
-            m_doc.reset();
-            m_doc = std::make_unique<CVelmoraDoc>(Path(u"v.db"_s));
             const CFileSizeLimit full(1);
             QVERIFY(!m_doc->OpenCatalogue());
             QCOMPARE(m_messages->Said(),
@@ -238,16 +234,6 @@ class TestDatabase : public CCatalogueTest {
         QVERIFY(!Database().Catalogue().FillCategoryList(kFoods, 1).leftOut.IsAnything());
         QCOMPARE(m_messages->Said(),
                  u"GetNumberOfUserProfiles:: Unknown error.|Cannot delete database."_s);
-    }
-
-    void aLackOfMemoryIsNamed() {
-        sqlite3_hard_heap_limit64(1);
-        const CDatabaseHandle handle = OpenRaw(u"Foods"_s);
-        const QStringList profiles = Database().Profiles().ReadNames();
-        sqlite3_hard_heap_limit64(0);
-        QVERIFY(!handle.IsValid() && profiles.isEmpty());
-        QCOMPARE(m_messages->Said(),
-                 u"Not enough memory|GetNumberOfUserProfiles:: Out of memory."_s);
     }
 
     void theProfileRecordIsKeptOnce() {

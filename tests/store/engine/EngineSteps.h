@@ -20,6 +20,15 @@ inline ObjectId Added(CStorageEngine& engine, ObjectId database, const PropertyL
     return engine.AddRecord(database, properties, record) == kOk ? record : 0;
 }
 
+/// In one group: as many records with the key `first`, each next key larger by `step`.
+inline bool AddMany(CStorageEngine& engine, ObjectId database, int first, int step, int count) {
+    bool areAdded = engine.BeginGroup() == kOk;
+    for (int i = 0; i < count; ++i) {
+        areAdded = Added(engine, database, Numbered(first + i * step)) != 0 && areAdded;
+    }
+    return engine.EndGroup() == kOk && areAdded;
+}
+
 inline int CountOf(CStorageEngine& engine, ObjectId database) {
     int count = 0;
     return engine.CountRecords(database, count) == kOk ? count : -1;

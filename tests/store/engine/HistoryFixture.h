@@ -95,6 +95,11 @@ class CHistoryTest : public QObject {
         QCOMPARE(m_engine->SeekToPosition(m_databases[database], position, record), kOk);
         QCOMPARE(m_engine->DeleteRecord(m_databases[database], record), kOk);
     }
+    void DeleteFirst(int count) {
+        for (int i = 0; i < count; ++i) {
+            Delete(0, 0);
+        }
+    }
 
     /// A step of some units of some changes each.
     void Play(int scope, QRandomGenerator& random) {

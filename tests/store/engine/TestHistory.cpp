@@ -127,25 +127,21 @@ class TestHistory : public CHistoryTest {
         }
         QVERIFY(Undo(0));
         const std::vector<CHistoryStep> steps = m_history->ListSteps();
-        const auto contents = Contents(0);
-        const auto isRefused = [&](const CHistoryStep& step) {
+        const auto isRefused = [&](int step) {
             EPlatformError error = kErrorSuccess;
-            return m_history->Revert(step, error) == EReverted::Failed &&
+            return m_history->Revert(steps[step], error) == EReverted::Failed &&
                    error == kErrorInvalidParameter;
         };
-        QVERIFY(isRefused(steps[0]));
-        Step(u"nested"_s, [&] { QVERIFY(isRefused(steps[1]) && isRefused(steps[2])); });
+        QVERIFY(isRefused(0));
+        Step(u"nested"_s, [&] { QVERIFY(isRefused(1) && isRefused(2)); });
         QCOMPARE(m_engine->BeginGroup(), kOk);
-        QVERIFY(isRefused(steps[1]) && isRefused(steps[2]));
+        QVERIFY(isRefused(1) && isRefused(2));
         QCOMPARE(m_engine->EndGroup(), kOk);
         m_history->Unwatch(m_databases[0]);
         m_history->Unwatch(m_databases[1]);
-        QVERIFY(isRefused(steps[1]) && isRefused(steps[2]));
+        QVERIFY(isRefused(1) && isRefused(2));
         WatchAll();
-        QCOMPARE(Contents(0), contents);
-        QVERIFY(Undo(0));
-        QVERIFY(isRefused(steps[2]));  // the second is redone first
-        QVERIFY(Redo(0) && Redo(0));
+        QVERIFY(Undo(0) && isRefused(2) && Redo(0) && Redo(0));
     }
 
     void aFailedUnitIsNotRecorded() {

@@ -53,9 +53,7 @@ class TestHistoryFaults : public CHistoryTest {
         QVERIFY(!m_history->TakeNotices().hasOutgrown);
         // Nor has a unit that is given up.
         QCOMPARE(m_engine->BeginGroup(), kOk);
-        for (int i = 0; i < 18; ++i) {
-            Delete(0, 0);
-        }
+        DeleteFirst(18);
         QCOMPARE(m_engine->UndoGroup(), kOk);
         QCOMPARE(m_engine->EndGroup(), int(kErrorOperationAborted));
         Step(u"small"_s, [&] { Delete(0, 0); });
@@ -66,9 +64,7 @@ class TestHistoryFaults : public CHistoryTest {
             if (isAnnounced) {
                 m_history->SkipStep();
             }
-            for (int i = 0; i < 18; ++i) {
-                Delete(0, 0);
-            }
+            DeleteFirst(18);
             m_history->EndStep();
             QCOMPARE(m_history->TakeNotices().hasOutgrown, !isAnnounced);
             QVERIFY(!m_history->NextUndo(0));
@@ -108,36 +104,26 @@ class TestHistoryFaults : public CHistoryTest {
     // What is dropped leaves the file when it is much: 16 steps, or a quarter of the room.
     void droppedStepsAreRemovedFromTheFileAtIntervals() {
         constexpr auto kSteps = "SELECT count(*) FROM history_steps_1";
-        constexpr auto kChanges = "SELECT count(*) FROM history_changes_1";
         constexpr qint64 kRecord = HistoryRoom(1, 4 + 4 + 4 + 80);
-        m_history->SetLimits({.steps = 1, .bytes = 100 * kRecord});
-        for (int number = 1; number <= 16; ++number) {
-            Step(QString::number(number), [&] { Add(0, number); });
-        }
-        QCOMPARE(Query(kSteps), 16);
-        Mount(true);
-        m_history->SetLimits({.steps = 1, .bytes = 100 * kRecord});
-        Step(u"17"_s, [&] { Add(0, 17); });
-        QCOMPARE(Query(kSteps), 1);
-        for (const qint64 less : {1, 0}) {
+        constexpr qint64 kDropped = HistoryRoom(1, 0) + 5 * kRecord;
+        const auto mount = [this](qint64 bytes) {
             Mount(true);
-            const qint64 dropped = HistoryRoom(1, 0) + 5 * kRecord;
-            m_history->SetLimits({.steps = 1, .bytes = 4 * (dropped - less)});
-            Step(u"delete"_s, [&] {
-                for (int i = 0; i < 5; ++i) {
-                    Delete(0, 0);
-                }
-            });
+            m_history->SetLimits({.steps = 1, .bytes = bytes});
+        };
+        for (int number = 1; number <= 17; ++number) {
+            mount(100 * kRecord);
+            Step(QString::number(number), [&] { Add(0, number); });
+            QCOMPARE(Query(kSteps), number < 17 ? number : 1);
+        }
+        for (const qint64 less : {1, 0}) {
+            mount(4 * (kDropped - less));
+            Step(u"delete"_s, [this] { DeleteFirst(5); });
             Step(u"add"_s, [&] { Add(0, 20); });
             QCOMPARE(Query(kSteps), less == 1 ? 1 : 3);
         }
         // A part of them: what is left goes on being dropped.
-        Mount(true);
-        Step(u"delete"_s, [&] {
-            for (int i = 0; i < 5; ++i) {
-                Delete(0, 0);
-            }
-        });
+        mount(kDropped * 100);
+        Step(u"delete"_s, [this] { DeleteFirst(5); });
         CStorageState& state = m_engine->State();
         for (const qint64 most : {0, 2, 2, 1}) {
             CHistorySteps steps(state);
@@ -146,7 +132,7 @@ class TestHistoryFaults : public CHistoryTest {
             QCOMPARE(state.Write(dropAll), kOk);
             QCOMPARE(state.Write([&] { return steps.Tidy(most); }), kOk);
         }
-        QCOMPARE(Query(kChanges), 1 + 5 + 1);
+        QCOMPARE(Query("SELECT count(*) FROM history_changes_1"), 1 + 5 + 1);
         QCOMPARE(Query(kSteps), 3);
     }
 
@@ -184,12 +170,8 @@ class TestHistoryFaults : public CHistoryTest {
             QCOMPARE(m_engine->ReplaceRecord(m_databases[0], last, Numbered(change)), kOk);
         }
         if (change == 2) {
-            m_engine.reset();
-            CSqliteFile file;
-            QCOMPARE(file.Open(m_path), kOk);
             const QString sql = u"INSERT INTO records SELECT %1, body FROM records LIMIT 1"_s;
-            QCOMPARE(file.Execute(sql.arg(deleted).toLatin1().constData()), kOk);
-            QCOMPARE(file.Close(), kOk);
+            ChangeFile(sql.arg(deleted));
             Mount(false);
             QCOMPARE(m_engine->ReplaceRecord(m_databases[0], last, Numbered(8)), kOk);
         }
@@ -204,11 +186,7 @@ class TestHistoryFaults : public CHistoryTest {
     // A program without a history may delete a profile and use its identifier for another one.
     void stepsOfAFormerProfileAreIgnored() {
         Step(u"meal"_s, [&] { Add(2, 1); });
-        m_engine.reset();
-        CSqliteFile file;
-        QCOMPARE(file.Open(m_path), kOk);
-        QCOMPARE(file.Execute("UPDATE databases SET name='Bob' WHERE name='Diet'"), kOk);
-        QCOMPARE(file.Close(), kOk);
+        ChangeFile(u"UPDATE databases SET name='Bob' WHERE name='Diet'"_s);
         Mount(true);
         QVERIFY(!m_history->NextUndo() && !m_history->NextUndo(Scope(2)));
         Step(u"food"_s, [&] { Add(0, 1); });
@@ -246,10 +224,7 @@ class TestHistoryFaults : public CHistoryTest {
         if (isPage) {
             DamagePage(RootOf(QString::fromLatin1(sql)));
         } else {
-            m_engine.reset();
-            CSqliteFile file;
-            QCOMPARE(file.Open(m_path), kOk);
-            QCOMPARE(file.Execute(sql.constData()), kOk);
+            ChangeFile(QString::fromLatin1(sql));
         }
         Mount(true);
         auto contents = Contents(0);
@@ -316,12 +291,7 @@ class TestHistoryFaults : public CHistoryTest {
     void aRecordThatIsGoneIsDeletedFromItsPlace() {
         Step(u"fill"_s, [&] { Fill(3); });
         const ObjectId record = Contents(0)[0][1].first;
-        m_engine.reset();
-        CSqliteFile file;
-        QCOMPARE(file.Open(m_path), kOk);
-        const QString sql = u"DELETE FROM records WHERE id=%1"_s.arg(record);
-        QCOMPARE(file.Execute(sql.toLatin1().constData()), kOk);
-        QCOMPARE(file.Close(), kOk);
+        ChangeFile(u"DELETE FROM records WHERE id=%1"_s.arg(record));
         Mount(true);
         Step(u"delete"_s, [&] { Delete(0, 1); });
         QCOMPARE(CountOf(*m_engine, m_databases[0]), 2);
@@ -335,11 +305,7 @@ class TestHistoryFaults : public CHistoryTest {
                 QVERIFY(Added(*m_engine, m_databases[0], {i % 3, text + kTexts}) != 0);
             }
         });
-        Step(u"purge"_s, [&] {
-            for (int i = 0; i < 300; ++i) {
-                Delete(0, 0);
-            }
-        });
+        Step(u"purge"_s, [&] { DeleteFirst(300); });
         QVERIFY(Load(m_path).contains(bytes));
         QCOMPARE(m_history->Clear(Scope(2)), kOk);
         QVERIFY(Load(m_path).contains(bytes));
@@ -399,6 +365,13 @@ class TestHistoryFaults : public CHistoryTest {
     static constexpr char kTables[] =
         "SELECT count(*) FROM sqlite_schema WHERE name LIKE 'history%'";
 
+    /// Closes the volume; the engine is gone then.
+    void ChangeFile(const QString& sql) {
+        m_engine.reset();
+        CSqliteFile file;
+        QCOMPARE(file.Open(m_path), kOk);
+        QCOMPARE(file.Execute(sql.toLatin1().constData()), kOk);
+    }
     /// The number that a query on the closed volume gives; the engine is gone then.
     qint64 Query(const char* sql) {
         m_engine.reset();

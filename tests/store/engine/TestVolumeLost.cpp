@@ -27,11 +27,7 @@ class TestVolumeLost : public QObject {
         m_database = Created(*m_engine, u"Numbers"_s);
         QVERIFY(Added(*m_engine, m_database, Numbered(0)) != 0);
         m_older = Load(m_path);
-        QCOMPARE(m_engine->BeginGroup(), kOk);
-        for (int i = 1; i < kCount; ++i) {
-            QVERIFY(Added(*m_engine, m_database, Numbered(i)) != 0);
-        }
-        QCOMPARE(m_engine->EndGroup(), kOk);
+        QVERIFY(AddMany(*m_engine, m_database, 1, 1, kCount - 1));
     }
 
     void cleanup() { m_engine.reset(); }
@@ -106,14 +102,14 @@ class TestVolumeLost : public QObject {
 
     // The unit has reached the old file, but nobody is told that it is kept.
     void aUnitUnderWayIsGivenUp() {
-        for (const EFate fate : {EFate::Replaced, EFate::Overwritten, EFate::Enlarged}) {
+        for (const auto& [fate, isUndone] : {std::pair{EFate::Replaced, false},
+                                             {EFate::Overwritten, false},
+                                             {EFate::Overwritten, true}}) {
             cleanup();
             init();
             AddMuch();
             Suffer(fate);
             const QByteArray put = Load(m_path);
-            // Taking it back would make the larger file smaller.
-            const bool isUndone = fate == EFate::Enlarged;
             QCOMPARE(isUndone ? m_engine->UndoGroup() : kErrorSuccess, kOk);
             QCOMPARE(m_engine->EndGroup(),
                      int(isUndone ? kErrorOperationAborted : kErrorFileInvalid));
@@ -127,13 +123,11 @@ class TestVolumeLost : public QObject {
 
     // Part of it is in the file by then.
     void aLargeUnitIsTakenBack() {
-        const qint64 size = Load(m_path).size();
+        const auto size = QFileInfo(m_path).size();
         AddMuch();
-        QVERIFY(Load(m_path).size() > size);
-        QCOMPARE(m_engine->UndoGroup(), kOk);
+        QVERIFY(QFileInfo(m_path).size() > size && m_engine->UndoGroup() == kOk);
         QCOMPARE(m_engine->EndGroup(), int(kErrorOperationAborted));
-        QCOMPARE(Load(m_path).size(), size);
-        VerifyNumbers(*m_engine, m_database);
+        QCOMPARE(QFileInfo(m_path).size(), size);
         QVERIFY(Added(*m_engine, m_database, Numbered(kCount)) != 0);
     }
 
@@ -188,15 +182,7 @@ class TestVolumeLost : public QObject {
     }
 
   private:
-    enum class EFate {
-        Removed,
-        Replaced,
-        FolderGone,
-        Overwritten,
-        Enlarged,
-        Patched,
-        OverwrittenUnseen
-    };
+    enum class EFate { Removed, Replaced, FolderGone, Overwritten, Patched, OverwrittenUnseen };
     static constexpr int kCount = 2000;
 
     void Suffer(EFate fate) {
@@ -212,9 +198,7 @@ class TestVolumeLost : public QObject {
                 QVERIFY(QDir(m_folder->path()).removeRecursively());
                 break;
             case EFate::Overwritten:
-                Save(m_path, m_older);
-                break;
-            case EFate::Enlarged:
+                // Larger than it becomes, so that taking a unit back would cut it.
                 Save(m_path, m_older + QByteArray(2000 * 8192, '\0'));
                 break;
             case EFate::Patched:
