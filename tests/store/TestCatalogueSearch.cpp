@@ -256,7 +256,9 @@ class TestCatalogueSearch : public CCatalogueTest {
                 CompareCounts();
             }
             QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Banana"_s, 1)));
-            CompareCounts();
+            if (!looksFirst) {
+                CompareCounts();
+            }
             QVERIFY(Database().Diet().Delete(0));
             CompareCounts();
             QCOMPARE(Query(sum.constData()), 2);
