@@ -75,7 +75,8 @@ QStringList CProfiles::ReadNames() {
     QStringList names;
     std::vector<CDatabaseInfo> databases;
     if (!m_store.EnumerateDatabases(kProfileType, databases)) {
-        const bool isMemory = m_store.GetLastError() == kErrorNotEnoughMemory;
+        const EPlatformError error = m_store.GetLastError();
+        const bool isMemory = error == kErrorOutOfMemory || error == kErrorNotEnoughMemory;
         m_store.ShowFailure(isMemory ? u"GetNumberOfUserProfiles:: Out of memory."_s
                                      : u"GetNumberOfUserProfiles:: Unknown error."_s);
         return names;

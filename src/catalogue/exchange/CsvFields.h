@@ -54,7 +54,7 @@ class CCsvLineWriter {
     void Text(QStringView text);
     /// The same for a text whose quotes are already escaped.
     void EscapedText(QStringView text);
-    /// Three decimals: "1.500,".
+    /// Three decimals: "1.500,". A number that is not finite is written as 0.
     void Number(double value);
     /// `item` names the item of the line, for LongLines.
     void EndLine(const QString& item = QString());

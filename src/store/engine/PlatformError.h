@@ -3,12 +3,12 @@
 
 /// Stored nowhere, shown in messages: the numbers are part of the system's texts.
 enum [[nodiscard]] EPlatformError : int{
-    kErrorSuccess = 0,           kErrorFileNotFound = 2,       kErrorAccessDenied = 5,
-    kErrorNotEnoughMemory = 8,   kErrorBadFormat = 11,         kErrorSharingViolation = 32,
-    kErrorInvalidParameter = 87, kErrorDiskFull = 112,         kErrorInvalidName = 123,
-    kErrorAlreadyExists = 183,   kErrorOperationAborted = 995,
+    kErrorSuccess = 0,           kErrorFileNotFound = 2,      kErrorAccessDenied = 5,
+    kErrorNotEnoughMemory = 8,   kErrorBadFormat = 11,        kErrorOutOfMemory = 14,
+    kErrorSharingViolation = 32, kErrorInvalidParameter = 87, kErrorDiskFull = 112,
+    kErrorInvalidName = 123,     kErrorAlreadyExists = 183,   kErrorOperationAborted = 995,
     kErrorFileInvalid = 1006,  ///< the open volume was removed, replaced or overwritten
-    kErrorInputOutput = 1117,    kErrorNewerVersion = 1150,    kErrorCorrupt = 1392,
+    kErrorInputOutput = 1117,    kErrorNewerVersion = 1150,   kErrorCorrupt = 1392,
 };
 
 /// Whether an operation on a table failed because it is damaged, or not ours.

@@ -55,7 +55,7 @@ QByteArray WithoutLink(const QByteArray& path) {
 /// False when the path is taken or the file cannot be created.
 bool CreateFile(const QByteArray& path) {
     constexpr mode_t kMode = 0644;  // as SQLite's own
-    const int file = ::open(path.constData(), O_CREAT | O_EXCL, kMode);
+    const int file = ::open(path.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, kMode);
     return file >= 0 && ::close(file) == 0;
 }
 }  // namespace
@@ -214,7 +214,7 @@ EPlatformError CSqliteFile::CheckHeader(bool hasJournal, bool& isEmpty) const {
     sqlite3_int64 size = 0;
     int result = file->pMethods->xFileSize(file, &size);
     // SQLite reports the size of a one-byte file as 0.
-    uchar first{};
+    uchar first = 0;
     isEmpty = size == 0 && file->pMethods->xRead(file, &first, 1, 0) != SQLITE_OK;
     if (result != SQLITE_OK || isEmpty) {
         return ErrorOf(result);
