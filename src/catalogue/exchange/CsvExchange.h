@@ -27,6 +27,19 @@ bool ImportCatalogue(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy 
 bool ImportCatalogueFile(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy,
                          const QString& path);
 
+/// What an import did with its items. A replaced one counts as imported, too.
+struct CImportCounts {
+    int imported = 0;
+    int replaced = 0;
+    int skipped = 0;
+};
+/// "Imported 3 foods. Replaced 1 existing foods."
+QString ImportSummary(ECatalogueKind kind, EDuplicatePolicy policy, const CImportCounts& counts);
+/// About the HistoryRoom of the items, with their components, that an import of at most `most`
+/// items may replace, assuming that each of them exists already. Those that it adds take no room.
+qint64 RoomForReplaced(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy,
+                       qint64 most);
+
 /// Runs one export: counts the items, asks for the file, writes it and shows the summary with the
 /// number of damaged items left out. False when there are any, when there is nothing to export or
 /// the export was cancelled, and when the file could not be written.

@@ -11,7 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int kCutText = 124;
 constexpr int kLongestNumber = 19;
 constexpr int kDecimals = 3;
 /// How many texts a message lists.
@@ -198,9 +197,10 @@ void CCsvLineWriter::EndLine(const QString& item) {
     m_size = 0;
 }
 
-QString CutImportedText(QStringView text) {
-    return text.size() <= kLongestText ? text.toString()
-                                       : text.first(kCutText).toString() + u"..."_s;
+QString CutImportedText(QStringView text, int longest) {
+    const auto dots = u"..."_s;
+    return text.size() <= longest ? text.toString()
+                                  : text.first(longest - dots.size()).toString() + dots;
 }
 
 double ImportedNumber(QStringView field) {

@@ -42,7 +42,6 @@ class CImportRun {
     void Report(const CCsvVerdict& verdict);
     bool CommitGroup();
     void ReportStoreFailure() const;
-    void ReportSummary() const;
     [[nodiscard]] int ShownLineNumber() const {
         return m_lineNumber + m_kind.exchange.lineNumberShift;
     }
@@ -59,12 +58,9 @@ class CImportRun {
     qint64 m_charactersRead = 0;
     int m_lineNumber = 0;
     int m_errors = 0;
-    int m_groupRecords = 0;   ///< written, but not yet durable
-    int m_groupImported = 0;  ///< of these, items that count as imported
-    int m_groupReplaced = 0;
-    int m_imported = 0;
-    int m_replaced = 0;
-    int m_skipped = 0;
+    int m_groupRecords = 0;       ///< written, but not yet durable
+    CImportCounts m_groupCounts;  ///< of these, items that count as imported
+    CImportCounts m_counts;
 };
 
 bool CImportRun::Run() {
@@ -92,7 +88,7 @@ bool CImportRun::Run() {
     } else if (!readWhole) {
         ShowMessage(u"Cannot read file."_s);
     }
-    ReportSummary();
+    ShowMessage(ImportSummary(m_kind.code, m_policy, m_counts), EMessageIcon::Result);
     return whole && readWhole;
 }
 
@@ -173,14 +169,14 @@ bool CImportRun::StoreItem(ECsvLine line) {
         case EStored::Failed:
             return false;
         case EStored::Skipped:
-            ++m_skipped;
+            ++m_counts.skipped;
             return true;
         case EStored::Replaced:
-            ++m_groupReplaced;
-            ++m_groupImported;
+            ++m_groupCounts.replaced;
+            ++m_groupCounts.imported;
             break;
         case EStored::Added:
-            ++m_groupImported;
+            ++m_groupCounts.imported;
             break;
         case EStored::Uncounted:
             break;
@@ -208,12 +204,11 @@ void CImportRun::Report(const CCsvVerdict& verdict) {
 bool CImportRun::CommitGroup() {
     const bool durable = m_group->Commit();
     if (durable) {
-        m_imported += m_groupImported;
-        m_replaced += m_groupReplaced;
+        m_counts.imported += m_groupCounts.imported;
+        m_counts.replaced += m_groupCounts.replaced;
     }
     m_groupRecords = 0;
-    m_groupImported = 0;
-    m_groupReplaced = 0;
+    m_groupCounts = {};
     return durable;
 }
 
@@ -224,34 +219,37 @@ void CImportRun::ReportStoreFailure() const {
     ShowMessage(QString::fromLatin1(m_kind.exchange.afterFailure));
 }
 
-void CImportRun::ReportSummary() const {
-    const QString plural = QString::fromLatin1(m_kind.words.many);
-    QString summary = FormatText("Imported %d %s."_L1, {m_imported, plural});
-    if (m_policy == EDuplicatePolicy::Overwrite && m_replaced > 0) {
-        summary += FormatText(" Replaced %d existing %s."_L1, {m_replaced, plural});
-    } else if (m_policy == EDuplicatePolicy::Skip && m_skipped > 0) {
-        summary += FormatText(" Skipped %d existing %s."_L1, {m_skipped, plural});
-    }
-    ShowMessage(summary, EMessageIcon::Result);
-}
-
-/// About the HistoryRoom of the items, with their components, that the file may replace, assuming
-/// that it holds as many as its size allows and that each exists already. Those that it adds take
-/// no room. A pipe has no size; what it brings is judged as the step runs.
-qint64 RoomForReplaced(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy,
-                       const QString& path) {
+/// How many items the file may hold, as far as its size tells. A pipe has none; what it brings is
+/// judged as the step runs.
+qint64 MostItems(ECatalogueKind kind, const QString& path) {
     constexpr qint64 kShortestExercise = 8;
     constexpr qint64 kShortestFood = qint64{2} * kNutrientCount;  // "0," for each nutrient
-    const qint64 shortest = kind == ECatalogueKind::Exercises ? kShortestExercise : kShortestFood;
+    return QFileInfo(path).size() /
+           (kind == ECatalogueKind::Exercises ? kShortestExercise : kShortestFood);
+}
+}  // namespace
+
+QString ImportSummary(ECatalogueKind kind, EDuplicatePolicy policy, const CImportCounts& counts) {
+    const QString plural = QString::fromLatin1(KindOf(kind).words.many);
+    QString summary = FormatText("Imported %d %s."_L1, {counts.imported, plural});
+    if (policy == EDuplicatePolicy::Overwrite && counts.replaced > 0) {
+        summary += FormatText(" Replaced %d existing %s."_L1, {counts.replaced, plural});
+    } else if (policy == EDuplicatePolicy::Skip && counts.skipped > 0) {
+        summary += FormatText(" Skipped %d existing %s."_L1, {counts.skipped, plural});
+    }
+    return summary;
+}
+
+qint64 RoomForReplaced(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy,
+                       qint64 most) {
     const qint64 count = database.Catalogue().CountItems(kind);
-    const qint64 replaced = std::min(count, QFileInfo(path).size() / shortest);
+    const qint64 replaced = std::min(count, most);
     if (policy != EDuplicatePolicy::Overwrite || replaced == 0) {
         return 0;
     }
     CItemDatabaseBase& items = database.Items(kind);
     return items.EstimateRoom({0, items.Count()}) * replaced / count;
 }
-}  // namespace
 
 bool ImportCatalogue(CDatabase& database, ECatalogueKind kind, EDuplicatePolicy policy) {
     const QString path = ChooseFileToOpen(
@@ -263,6 +261,6 @@ bool ImportCatalogueFile(CDatabase& database, ECatalogueKind kind, EDuplicatePol
                          const QString& path) {
     CStep step(database.GetStore(),
                StepName("import"_L1, QString::fromLatin1(KindOf(kind).words.many)));
-    return step.MayGoOn(RoomForReplaced(database, kind, policy, path)) &&
+    return step.MayGoOn(RoomForReplaced(database, kind, policy, MostItems(kind, path))) &&
            CImportRun(database, kind, policy, path).Run();
 }
