@@ -46,6 +46,10 @@ QString CConsoleMessages::ChooseFileToSave(const CFileChoice& /*choice*/) {
     return {};
 }
 
+QString CConsoleMessages::ChooseFolder(const QString& /*title*/) {
+    return {};
+}
+
 std::unique_ptr<CProgress> CConsoleMessages::CreateProgress(const QString& /*caption*/) {
     return std::make_unique<CNoProgress>();
 }

@@ -126,6 +126,11 @@ QString CWindowMessages::ChooseFileToSave(const CFileChoice& choice) {
     return ChooseFile(choice, QFileDialog::AcceptSave, QFileDialog::AnyFile);
 }
 
+QString CWindowMessages::ChooseFolder(const QString& title) {
+    return ChooseFile({.title = title, .defaultExtension = {}, .filterName = {}, .initialName = {}},
+                      QFileDialog::AcceptOpen, QFileDialog::Directory);
+}
+
 std::unique_ptr<CProgress> CWindowMessages::CreateProgress(const QString& caption) {
     return std::make_unique<CProgressWindow>(caption, WindowInFront());
 }

@@ -40,6 +40,10 @@ QString ChooseFileToSave(const CFileChoice& choice) {
     return Seam().ChooseFileToSave(choice);
 }
 
+QString ChooseFolder(const QString& title) {
+    return Seam().ChooseFolder(title);
+}
+
 std::unique_ptr<CProgress> CreateProgress(const QString& caption) {
     return Seam().CreateProgress(caption);
 }

@@ -100,6 +100,12 @@ class TestWindowMessages : public QObject {
                                                    .initialName = u"Anna050103.csv"_s});
             QCOMPARE(path, folder.filePath(row.second));
         }
+        OnDialog<QFileDialog>([&](QFileDialog& dialog) {
+            dialog.setDirectory(folder.path());
+            dialog.findChild<QLineEdit*>()->setText(folder.path());
+            QTest::keyClick(dialog.findChild<QLineEdit*>(), Qt::Key_Return);
+        });
+        QCOMPARE(ChooseFolder(u"Import"_s), folder.path());
     }
 
     void waitCursorsNest() {

@@ -66,6 +66,7 @@ class CRecordingMessages : public CMessageSeam {
     }
     QString ChooseFileToOpen(const CFileChoice& choice) override { return Choose(choice); }
     QString ChooseFileToSave(const CFileChoice& choice) override { return Choose(choice); }
+    QString ChooseFolder(const QString& title) override { return Choose({title, {}, {}, {}}); }
     std::unique_ptr<CProgress> CreateProgress(const QString& caption) override {
         progress.captions.append(caption);
         return std::make_unique<CRecordingProgress>(progress);
