@@ -1,0 +1,144 @@
+// Reading tables: what is a field, and what is damage.
+#include <QTemporaryDir>
+
+#include "catalogue/tables/CsvTable.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+enum : int { kId, kText };
+constexpr CTableColumn kColumns[] = {{"id"}, {"text", false}};
+constexpr CTableLayout kLayout = {"t.csv", kColumns};
+
+QString TextOf(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+}  // namespace
+
+class TestCsvTable : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void rowsAreRead_data() {
+        AddRows<QByteArray, QString>({
+            {"plain", "id,text\n1,a\n2,b\n", u"1=a|2=b"_s},
+            {"quoted", "\"id\",\"text\"\n\"1\",\"a, \"\"b\"\"\"\n2,\"\"\"\"\n",
+             u"1=a, \"b\"|2=\""_s},
+            {"mark and CR LF", "\xEF\xBB\xBFid,text\r\n1,\"a\"\r\n2,b\r\n", u"1=a|2=b"_s},
+            {"line ends inside", "id,text\n1,\"a\r\nb\n\"\n", u"1=a\r\nb\n"_s},
+            {"other columns", "x,text,\"\",id\n9,a,8,1\n", u"1=a"_s},
+            {"a column that is not there", "id\n1\n2\n", u"1=|2="_s},
+            {"no last line end", "id,text\n1,\"a\"", u"1=a"_s},
+            {"nor its line feed", "id,text\n1,a\r", u"1=a"_s},
+            {"blank lines", "\r\nid,text\n\n\r\n1,a\n\n", u"1=a"_s},
+            {"empty fields", "id,text\n,\"\"\n,\n", u"=|="_s},
+            {"UTF-8", "id,text\n1,cr\xC3\xA8me\n", u"1=crème"_s},
+            {"no rows", "id,text\n", u""_s},
+            {"nothing", "", u"!t.csv: the file is empty"_s},
+            {"only a mark", "\xEF\xBB\xBF", u"!t.csv: the file is empty"_s},
+            {"no such column", "text\na\n", u"!t.csv: there is no column 'id'"_s},
+            {"too few", "id,text\n1,\"a\nb\"\n2\n",
+             u"1=a\nb!t.csv, line 4: 1 fields instead of 2"_s},
+            {"too many", "id,text\n1,a,\n", u"!t.csv, line 2: 3 fields instead of 2"_s},
+            {"open quote", "id,text\n1,a\n2,\"b\n3,c\n",
+             u"1=a!t.csv, line 3: the file ends within a quoted field"_s},
+            {"open quote in the titles", "id,\"text\n1,a\n",
+             u"!t.csv, line 1: the file ends within a quoted field"_s},
+            {"quote inside", "id,text\n1,a\"b\n", u"!t.csv, line 2: "_s + kMisplaced},
+            {"text after a quote", "id,text\n1,\"a\" \n", u"!t.csv, line 2: "_s + kMisplaced},
+            {"lone CR", "id,text\n1,a\r2,b\n", u"!t.csv, line 2: "_s + kMisplaced},
+        });
+    }
+    void rowsAreRead() {
+        const auto& [bytes, expected] = DataRow<QByteArray, QString>();
+        QCOMPARE(Read(bytes), expected);
+    }
+
+    void rowsMayLieAcrossBlocks() {
+        QByteArray bytes = "id,text\n";
+        QStringList expected;
+        for (int i = 0; i < 40; ++i) {
+            const QByteArray text = QByteArray(90'000 + i, 'x') + "\"\"\n";
+            bytes += QByteArray::number(i) + ",\"" + text + "\"\n";
+            expected.append(
+                u"%1=%2"_s.arg(i).arg(QString::fromLatin1(text).replace("\"\""_L1, "\""_L1)));
+        }
+        QVERIFY(bytes.size() > 3 * CCsvTable::kMostRowBytes);
+        QCOMPARE(Read(bytes), expected.join(u'|'));
+        // A quote that is missing does not read the file into memory.
+        QCOMPARE(Read("id,text\n1,\"" + QByteArray(CCsvTable::kMostRowBytes, '\n')),
+                 u"!t.csv, line 2: a row of more than 1 MB, or a quote is missing"_s);
+    }
+
+    void numbersAreReadWholly_data() {
+        AddRows<QByteArray, QString>({
+            {"largest", "4294967295", u"4294967295 4294967295"_s},
+            {"too large", "4294967296",
+             u"t.csv, line 2: '4294967296' is no number for 'id' 4294967296"_s},
+            {"negative", "-1", u"t.csv, line 2: '-1' is no number for 'id' -1"_s},
+            {"decimal", "1.5e3", u"t.csv, line 2: '1.5e3' is no number for 'id' 1500"_s},
+            {"text", "1x", u"t.csv, line 2: '1x' is no number for 'id' refused"_s},
+            {"infinite", "inf", u"t.csv, line 2: 'inf' is no number for 'id' refused"_s},
+            {"empty", "", u"t.csv, line 2: '' is no number for 'id' refused"_s},
+        });
+    }
+    void numbersAreReadWholly() {
+        const auto& [bytes, expected] = DataRow<QByteArray, QString>();
+        Save(m_path, "id,text\n" + bytes + ",a\n3,b\n");
+        CCsvTable table(m_path, kLayout);
+        QVERIFY(table.NextRow());
+        quint32 number = 0;
+        const bool isNumber = table.ReadNumber(kId, number);
+        QCOMPARE(table.NextRow(), isNumber);  // damage ends the table
+        CCsvTable again(m_path, kLayout);
+        QVERIFY(again.NextRow());
+        double amount = 0;
+        const bool isAmount = again.ReadAmount(kId, amount);
+        QCOMPARE((isNumber ? QString::number(number) : table.GetError()) + u' ' +
+                     (isAmount ? QString::number(amount, 'f', 0) : u"refused"_s),
+                 expected);
+    }
+
+    void readingCanBeCancelled() {
+        Save(m_path, "id,text\n" + QByteArray("1,a\n").repeated(600'000));
+        int blocks = 0;
+        CCsvTable table(m_path, kLayout, [&blocks](qsizetype bytes) {
+            blocks += bytes > 0 ? 1 : 0;
+            return blocks < 2;
+        });
+        int rows = 0;
+        while (table.NextRow()) {
+            ++rows;
+        }
+        QVERIFY(rows > 0 && rows < 600'000);
+        QVERIFY(table.IsCancelled());
+        QCOMPARE(table.GetError(), QString());
+    }
+
+    void whatIsNoFileIsNotOpened() {
+        CCsvTable table(m_folder.path(), kLayout);
+        QVERIFY(!table.NextRow());
+        QCOMPARE(table.GetError(), u"t.csv: the file cannot be opened"_s);
+    }
+
+  private:
+    /// "ID=TEXT" of each row, and the error.
+    QString Read(const QByteArray& bytes) {
+        Save(m_path, bytes);
+        CCsvTable table(m_path, kLayout);
+        QStringList rows;
+        while (table.NextRow()) {
+            rows.append(TextOf(table.Field(kId)) + u'=' + TextOf(table.Field(kText)));
+        }
+        return rows.join(u'|') + (table.GetError().isEmpty() ? QString() : u'!' + table.GetError());
+    }
+
+    inline static const QString kMisplaced = u"a quote or a line end is where none may be"_s;
+    QTemporaryDir m_folder;
+    QString m_path = m_folder.filePath(u"t.csv"_s);
+};
+
+QTEST_GUILESS_MAIN(TestCsvTable)
+#include "TestCsvTable.moc"
