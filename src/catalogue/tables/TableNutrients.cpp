@@ -1,0 +1,178 @@
+#include "catalogue/tables/TableNutrients.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <optional>
+#include <string_view>
+
+#include "app/Units.h"
+#include "catalogue/tables/TableFolder.h"
+#include "catalogue/tables/TableTexts.h"
+#include "store/records/NutrientNameTable.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+// Micrograms per international unit.
+// Vitamin A: 0.3 of retinol, 0.6 of beta-carotene and 1.2 of the other provitamin A carotenoids
+// (USDA National Nutrient Database for Standard Reference, release 28, documentation, "Vitamin A").
+// An activity equivalent (RAE) counts as retinol.
+constexpr double kRetinolPerIu = 0.3;
+constexpr double kBetaCarotenePerIu = 0.6;
+constexpr double kOtherCarotenePerIu = 1.2;
+// Vitamin D: 40 units are 1 microgram. Vitamin E: 0.67 mg of natural alpha-tocopherol. (NIH Office
+// of Dietary Supplements, fact sheets for health professionals.)
+constexpr double kVitaminDPerIu = 0.025;
+constexpr double kVitaminEPerIu = 670;
+
+// Number, index, choice, micrograms per international unit.
+constexpr std::array<CTableNutrient, kTableNutrientCount> kTable = {{
+    {208, 0},
+    {203, 1},
+    {204, 2},
+    {205, 3},
+    {291, 4},
+    {221, 5},
+    {269, 6},
+    {207, 7},
+    {255, 8},
+    {301, 9},
+    {303, 10},
+    {304, 11},
+    {305, 12},
+    {306, 13},
+    {307, 14},
+    {309, 15},
+    {312, 16},
+    {315, 17},
+    {317, 18},
+    {401, 19},
+    {404, 20},
+    {405, 21},
+    {406, 22},
+    {410, 23},
+    {415, 24},
+    {417, 25},
+    {418, 26},
+    {318, 27, 0, kRetinolPerIu},
+    {323, 28, 0, kVitaminEPerIu},
+    {328, 29, 0, kVitaminDPerIu},
+    {606, 30},
+    {645, 31},
+    {646, 32},
+    {601, 33},
+    // Energy by specific Atwater factors, by general ones, and in kJ.
+    {958, 0, 1},
+    {957, 0, 2},
+    {268, 0, 3},
+    // Vitamin A as retinol with beta-carotene, alpha-carotene and beta-cryptoxanthin, or as RAE.
+    {319, 27, 1, kRetinolPerIu},
+    {321, 27, 1, kBetaCarotenePerIu},
+    {322, 27, 1, kOtherCarotenePerIu},
+    {334, 27, 1, kOtherCarotenePerIu},
+    {320, 27, 2, kRetinolPerIu},
+    // Vitamin D in international units.
+    {324, 29, 1, kVitaminDPerIu},
+}};
+
+/// The unit in an exchange name, "mg" in "Calcium(mg)".
+constexpr std::string_view UnitIn(std::string_view name) {
+    const size_t begin = name.find('(') + 1;
+    return name.substr(begin, name.find(')') - begin);
+}
+
+bool IsEqual(std::string_view unit, std::string_view other) {
+    return std::ranges::equal(
+        unit, other, {}, [](char c) { return c | 0x20; }, [](char c) { return c | 0x20; });
+}
+
+/// Micrograms, or kcal, in a unit; nothing when it is not known or not one of the nutrient.
+std::optional<double> SizeOfUnit(std::string_view unit, const CTableNutrient& nutrient) {
+    const auto isUnit = [unit](std::string_view name) { return IsEqual(unit, name); };
+    if (nutrient.index == kEnergyIndex) {
+        return isUnit("kcal") ? std::optional(1.0)
+               : isUnit("kj") ? std::optional(KJToKcal(1))
+                              : std::nullopt;
+    }
+    if (isUnit("g") || isUnit("gm")) {
+        return 1e6;
+    }
+    if (isUnit("mg")) {
+        return 1e3;
+    }
+    if (isUnit("ug") || isUnit("mcg")) {
+        return 1;
+    }
+    return isUnit("iu") && nutrient.microgramsPerIu > 0 ? std::optional(nutrient.microgramsPerIu)
+                                                        : std::nullopt;
+}
+
+enum : int { kId, kUnit, kNumber };
+constexpr CTableColumn kColumns[] = {{"id"}, {"unit_name"}, {"nutrient_nbr"}};
+constexpr CTableLayout kLayout = {"nutrient.csv", kColumns};
+
+/// Place of a number, "208" or "208.0", in the table; -1 for the others, such as "269.3".
+int PlaceOfNumber(std::string_view text) {
+    double number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    const auto found = std::ranges::find(kTable, number, [](const CTableNutrient& nutrient) {
+        return static_cast<double>(nutrient.number);
+    });
+    return found == kTable.end() ? -1 : static_cast<int>(found - kTable.begin());
+}
+}  // namespace
+
+const std::array<CTableNutrient, kTableNutrientCount>& TableNutrients() {
+    return kTable;
+}
+
+bool CTableAmounts::Resolve(NutrientValues& values) const {
+    constexpr int kNone = std::numeric_limits<int>::max();
+    std::array<int, kNutrientCount> choices{};
+    choices.fill(kNone);
+    values.fill(0);
+    for (int place = 0; place < kTableNutrientCount; ++place) {
+        const CTableNutrient& nutrient = kTable[place];
+        if (!m_isGiven[place] || nutrient.choice > choices[nutrient.index]) {
+            continue;
+        }
+        double& value = values[nutrient.index];
+        value = m_amounts[place] + (nutrient.choice == choices[nutrient.index] ? value : 0);
+        choices[nutrient.index] = nutrient.choice;
+    }
+    return choices[kEnergyIndex] != kNone;
+}
+
+bool CNutrientNumbers::Read(CTableFolder& folder) {
+    constexpr quint32 kLargestId = 100'000;  // the wanted ones are from 1003 to 2048
+    CCsvTable table = folder.Open(kLayout);
+    while (table.NextRow()) {
+        const int place = PlaceOfNumber(table.Field(kNumber));
+        quint32 id = 0;
+        if (place < 0) {
+            continue;
+        }
+        if (!table.ReadNumber(kId, id) ||
+            (id > kLargestId && !table.Refuse(u"the number of the nutrient is too large"_s))) {
+            break;
+        }
+        AddNutrient(id, place, table.Field(kUnit));
+    }
+    return folder.HasReadAll(table);
+}
+
+void CNutrientNumbers::AddNutrient(quint32 id, int place, std::string_view unit) {
+    constexpr int kMostShown = 5;
+    const CTableNutrient& nutrient = kTable[place];
+    const std::optional<double> from = SizeOfUnit(unit, nutrient);
+    if (!from) {
+        if (m_unknownUnits.size() < kMostShown) {
+            m_unknownUnits.append(u"%1 (%2)"_s.arg(nutrient.number).arg(TableText(unit)));
+        }
+        return;
+    }
+    const double to = *SizeOfUnit(UnitIn(kNutrientNames[nutrient.index].csvName), nutrient);
+    m_nutrients.resize(std::max<size_t>(m_nutrients.size(), id + 1));
+    m_nutrients[id] = *from == to ? CNutrient{place} : CNutrient{place, *from, to};
+}

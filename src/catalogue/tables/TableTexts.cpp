@@ -1,0 +1,66 @@
+#include "catalogue/tables/TableTexts.h"
+
+#include <algorithm>
+
+#include "catalogue/exchange/CsvFields.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// "1.0" is "1".
+QString WithoutTrailingZeros(QString amount) {
+    if (amount.contains(u'.')) {
+        while (amount.endsWith(u'0')) {
+            amount.chop(1);
+        }
+        amount.chop(amount.endsWith(u'.') ? 1 : 0);
+    }
+    return amount;
+}
+
+QString Joined(const QString& text, const QString& separator, const QString& further) {
+    return text.isEmpty() || further.isEmpty() ? text + further : text + separator + further;
+}
+}  // namespace
+
+QString TableText(std::string_view field) {
+    QString text = QString::fromUtf8(field.data(), static_cast<qsizetype>(field.size()));
+    const auto isControl = [](QChar c) { return c < u' ' || (c >= u'\x7F' && c < u'\xA0'); };
+    std::ranges::replace_if(text, isControl, u' ');
+    return text.replace(u'"', "''"_L1).trimmed();
+}
+
+CFoodTexts SplitDescription(const QString& description) {
+    const qsizetype comma = description.indexOf(u',');
+    if (comma < 0) {
+        return {description, u"plain"_s};
+    }
+    const QString type = description.sliced(comma + 1).trimmed();
+    return {description.first(comma).trimmed(), type.isEmpty() ? u"plain"_s : type};
+}
+
+CFoodTexts SplitBranded(const QString& brand, const QString& description) {
+    CFoodTexts texts = SplitDescription(description);
+    if (!texts.name.startsWith(brand, Qt::CaseInsensitive)) {
+        texts.name = Joined(brand, u" "_s, texts.name);
+    }
+    return texts;
+}
+
+QString MarkedType(const QString& type, const QString& mark) {
+    return CutImportedText(type, kLongestText - static_cast<int>(mark.size())) + mark;
+}
+
+QString PortionText(const CPortionFields& portion) {
+    const QString amount = WithoutTrailingZeros(portion.amount);
+    QString text;
+    if (portion.description.isEmpty()) {
+        const QString unit = Joined(amount, u" "_s, portion.unit);
+        text = Joined(unit, portion.unit.isEmpty() ? u" "_s : u", "_s, portion.modifier);
+    } else if (portion.description.front().isNumber()) {
+        text = portion.description;  // has its amount
+    } else {
+        text = Joined(amount, u" "_s, portion.description);
+    }
+    return CutImportedText(text, kLongestServingName);
+}

@@ -1,0 +1,480 @@
+// Import of food tables: made-up ones, and real ones where they are beside the project.
+#include <QDir>
+#include <QMap>
+#include <QProcess>
+
+#include "app/UndoRules.h"
+#include "catalogue/tables/FoodTablesImport.h"
+#include "catalogue/tables/TableTexts.h"
+#include "support/CatalogueTest.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QString kSamples = QStringLiteral(VELMORA_SAMPLES);
+
+/// One food of 52 kcal with a portion.
+const QMap<QByteArray, QByteArray> kTables = {
+    {"nutrient.csv",
+     "id,name,unit_name,nutrient_nbr,rank\n"
+     "1008,Energy,KCAL,208,1\n2048,Energy,KCAL,958,1\n2047,Energy,KCAL,957,1\n"
+     "1062,Energy,kJ,268,1\n1003,Protein,G,203,1\n1063,Sugars,G,269.3,1\n1087,Calcium,MG,301,1\n"
+     "1104,Vitamin A,IU,318,1\n1105,Retinol,UG,319,1\n1107,Carotene,UG,321,1\n"
+     "1108,Carotene,UG,322,1\n1120,Cryptoxanthin,UG,334,1\n1106,Vitamin A,UG,320,1\n"
+     "1109,Vitamin E,MG,323,1\n1114,Vitamin D,UG,328,1\n1110,Vitamin D,IU,324,1\n"},
+    {"food_category.csv", "id,code,description\n1,0100,Fruit\n2,0200,Soups\n"},
+    {"measure_unit.csv", "id,name\n1000,cup\n9999,undetermined\n"},
+    {"food.csv",
+     "fdc_id,data_type,description,food_category_id\n7,sr_legacy_food,\"Apple, raw\",1\n"},
+    {"food_nutrient.csv", "id,fdc_id,nutrient_id,amount\n1,7,1008,52\n"},
+    {"food_portion.csv",
+     "id,fdc_id,seq_num,amount,measure_unit_id,portion_description,modifier,gram_weight\n"
+     "1,7,1,1.0,1000,,sliced,109\n"},
+};
+}  // namespace
+
+class TestFoodTables : public CCatalogueTest {
+    Q_OBJECT
+
+  private slots:
+    void init() {
+        MakeVolume();
+        m_tables = kTables;
+        m_request = {};
+    }
+    void cleanup() { DropVolume(); }
+
+    void amountsAreConverted_data() {
+        AddRows<QByteArray, int, double>({
+            {"energy", "2047=5 1008=0 2048=4", 0, 0},
+            {"by specific factors", "1062=9 2047=5 2048=4", 0, 4},
+            {"by general factors", "1062=9 2047=5", 0, 5},
+            {"kJ", "1062=418", 0, 100},  // 418 / 4.18
+            {"the largest of several", "1008=1 1003=1 1003=3.25 1003=2", 1, 3.25},
+            {"exponent", "1008=1 1003=1.5e+01", 1, 15},
+            {"not measured", "1008=1 1003=", 1, 0},
+            {"a number that only begins so", "1008=1 1063=5", 6, 0},
+            {"in another unit", "1008=1 1188=0.02", 9, 20},
+            {"vitamin A", "1008=1 1104=100 1105=9 1106=8", 27, 100},
+            // 3 / 0.3 + 12 / 0.6 + 6 / 1.2 + 9 / 1.2 = 10 + 20 + 5 + 7.5
+            {"vitamin A of its parts", "1008=1 1105=3 1107=12 1108=6 1120=9 1106=99", 27, 42.5},
+            {"vitamin A as retinol", "1008=1 1106=3", 27, 10},  // 3 / 0.3
+            {"vitamin E", "1008=1 1109=2.5", 28, 2.5},
+            {"vitamin E in units", "1008=1 1258=10", 28, 6.7},     // 10 x 0.67 mg
+            {"vitamin D", "1008=1 1114=2.3 1110=91", 29, 0.0023},  // micrograms / 1000
+            {"vitamin D in units", "1008=1 1110=92", 29, 0.0023},  // 92 / 40 = 2.3 micrograms
+        });
+    }
+    void amountsAreConverted() {
+        const auto& [amounts, nutrient, expected] = DataRow<QByteArray, int, double>();
+        m_tables["nutrient.csv"] += "1188,Calcium,G,301,1\n1258,Vitamin E,IU,323,1\n";
+        SetAmounts(amounts);
+        QCOMPARE(Import(), u"Imported 1 foods."_s);
+        CFoodItem food;
+        QVERIFY(Database().Foods().Read(0, food));
+        QCOMPARE(food.GetNutrientValue(nutrient), expected);
+    }
+
+    void aFoodWithoutEnergyIsReported() {
+        m_tables["food.csv"] += "8,sr_legacy_food,Salt,1\n9,sr_legacy_food,Mystery,1\n";
+        m_tables["food_nutrient.csv"] += "1,8,1003,1\n";
+        QCOMPARE(Import(), u"Imported 1 foods."_s);
+        QCOMPARE(m_messages->details.last(),
+                 u"Foods without energy, left out: 2 ('Salt, plain', 'Mystery, plain')"_s);
+    }
+
+    void descriptionsAreCut_data() {
+        AddRows<QString, QString>({
+            {"", u"Butter, salted"_s, u"Butter|salted"_s},
+            {"at the first comma", u"Cheese ,blue, old"_s, u"Cheese|blue, old"_s},
+            {"no comma", u"Honey"_s, u"Honey|plain"_s},
+            {"no type", u"Honey, "_s, u"Honey|plain"_s},
+            {"no name", u", raw"_s, u"|raw"_s},
+        });
+    }
+    void descriptionsAreCut() {
+        const auto& [description, expected] = DataRow<QString, QString>();
+        const CFoodTexts texts = SplitDescription(description);
+        QCOMPARE(texts.name + u'|' + texts.type, expected);
+    }
+
+    void portionsHaveTexts_data() {
+        AddRows<CPortionFields, QString>({
+            {"modifier", {u"1"_s, {}, {}, u"cup, sliced"_s}, u"1 cup, sliced"_s},
+            {"unit", {u"1.0"_s, u"cup"_s, {}, {}}, u"1 cup"_s},
+            {"unit and modifier", {u"0.50"_s, u"cup"_s, {}, u"whole"_s}, u"0.5 cup, whole"_s},
+            {"description", {{}, u"cup"_s, u"1 cup"_s, u"10205"_s}, u"1 cup"_s},
+            {"description without its amount", {u"10"_s, {}, u"crackers"_s, {}}, u"10 crackers"_s},
+            {"description in words",
+             {{}, {}, u"Quantity not specified"_s, {}},
+             u"Quantity not specified"_s},
+            {"amount alone", {u"fillet"_s, {}, {}, {}}, u"fillet"_s},
+            {"nothing", {}, QString()},
+            {"long", {u"1"_s, QString(70, u'x'), {}, {}}, u"1 "_s + QString(58, u'x') + u"..."_s},
+        });
+    }
+    void portionsHaveTexts() {
+        const auto& [fields, expected] = DataRow<CPortionFields, QString>();
+        QCOMPARE(PortionText(fields), expected);
+    }
+
+    void servingsAreNinePortionsAndHundredGrams() {
+        m_tables["food_portion.csv"] +=
+            "5,7,,1,1000,,,0\n6,7,,1,1000,,,\n7,7,,,9999,,,9\n"  // no weight, no text
+            "3,7,0,1,9999,,\"pat (1\"\" sq)\",5\n2,7,1,1,1000,,whole,138\n8,9,1,1,1000,,,1\n";
+        QCOMPARE(Import(), u"Imported 1 foods."_s);
+        QCOMPARE(
+            Listed(),
+            u"Fruit|Apple|raw|1 pat (1'' sq) 5; 1 cup, sliced 109; 1 cup, whole 138; 100 gm 100"_s);
+        QCOMPARE(m_messages->details.last(), u"Portions without a text or a weight, left out: 3"_s);
+        for (int i = 2; i < 12; ++i) {
+            m_tables["food_portion.csv"] += "1,7,9," + QByteArray::number(i) + ",1000,,,1\n";
+        }
+        QCOMPARE(Import(EDuplicatePolicy::Overwrite),
+                 u"Imported 1 foods. Replaced 1 existing foods."_s);
+        QVERIFY(Listed().endsWith(u"; 7 cup 1; 100 gm 100"_s));
+        QVERIFY(m_messages->details.last().endsWith(
+            u"\nPortions after the ninth of a food, left out: 4"_s));
+        m_tables.remove("food_portion.csv");
+        m_tables.remove("measure_unit.csv");
+        m_tables.remove("food_category.csv");
+        QCOMPARE(Import(), u"Imported 1 foods."_s);
+        QVERIFY(Listed().endsWith(u"|Other foods|Apple|raw|100 gm 100"_s));
+    }
+
+    void onlyFoodsAreTaken() {
+        m_tables["food.csv"] =
+            "publication_date,food_category_id,description,data_type,fdc_id\n"
+            "x,1,Apple,sub_sample_food,6\nx,1,\"Apple, raw\",foundation_food,7\n"
+            "x,1,\"Pear, raw\",survey_fndds_food,8\nx,,Plum,sr_legacy_food,9\n"
+            "x,1,Fig,experimental_food,10\nx,1,\"Pear, again\",sr_legacy_food,8\n"
+            "x,1,,sr_legacy_food,11\n";
+        SetAmounts("1008=1", {7, 8, 9, 10, 11, 6});
+        m_request.foodTypes = 0b0110;
+        QCOMPARE(Import(), u"Imported 2 foods."_s);
+        QCOMPARE(Listed(), u"Fruit|Pear|raw|100 gm 100|Other foods|Plum|plain|100 gm 100"_s);
+        QCOMPARE(m_messages->details.last(),
+                 u"Rows that are no foods: 2\nFoods of other types, left out: 1\n"
+                 "Foods listed twice, left out once: 1\nFoods without a name, left out: 1\n"
+                 "Foods in 'Other foods', since they have no category: 1"_s);
+    }
+
+    void brandedFoodsHaveTheirOwnTable() {
+        m_tables["food.csv"] =
+            "fdc_id,data_type,description,food_category_id\n"
+            "1,branded_food,\"SOUP, TOMATO\",2\n2,branded_food,ACME JUICE,1\n"
+            "3,branded_food,TEA,\n4,branded_food,RICE,1\n5,sr_legacy_food,Tea,1\n";
+        m_tables["branded_food.csv"] =
+            "fdc_id,brand_owner,brand_name,serving_size,serving_size_unit,"
+            "household_serving_fulltext,branded_food_category\n"
+            "2,\"Acme, Inc.\",Acme,240,ml,1 cup,Drinks\n1,\"Acme, Inc.\",Acme,30.50,GRM,,Canned\n"
+            "3,\"Acme, Inc.\",,2,g,1 bag,\n5,Acme,Acme,1,g,,Drinks\n";
+        SetAmounts("1008=1", {1, 2, 3, 4, 5});
+        m_tables["food_portion.csv"] += "1,1,1,1,1000,,,240\n";
+        QCOMPARE(Import(), u"Imported 5 foods."_s);
+        QCOMPARE(Listed(),
+                 u"Canned|Acme SOUP|TOMATO|30.5 gm 30.5; 1 cup 240; 100 gm 100|"
+                 "Drinks|ACME JUICE|plain, per 100 ml|100 gm 100|"
+                 "Other foods|Acme, Inc. TEA|plain|1 bag 2; 100 gm 100|"
+                 "Other foods|RICE|plain|100 gm 100|Fruit|Tea|plain|100 gm 100"_s);
+        QVERIFY(m_messages->details.last().endsWith(u"no category: 2"_s));
+    }
+
+    void foodsOfOneNameAreAllKept() {
+        const QByteArray longType(130, 'x');
+        m_tables["food.csv"] +=
+            "8,sr_legacy_food,\"Apple, raw\",1\n9,sr_legacy_food,\"Apple, raw\",2\n"
+            "2000123,sr_legacy_food,\"Apple," +
+            longType +
+            "y\",1\n"
+            "2000124,sr_legacy_food,\"Apple," +
+            longType + "z\",1\n";
+        SetAmounts("1008=1", {7, 8, 9, 2000123, 2000124});
+        m_tables.remove("food_portion.csv");
+        const QString x(130, u'x');
+        // 110 + 3 + 14 = 127
+        const QString all =
+            u"Fruit|Apple|raw|100 gm 100|Fruit|Apple|raw (FDC 8)|100 gm 100|"
+            "Fruit|Apple|%1...|100 gm 100|Fruit|Apple|%2... (FDC 2000124)|100 gm 100|"
+            "Soups|Apple|raw|100 gm 100"_s.arg(x.first(124), x.first(110));
+        QCOMPARE(Import(), u"Imported 5 foods."_s);
+        QCOMPARE(Listed(), all);
+        QVERIFY(m_messages->details.last().endsWith(u"with their number in the type: 2"_s));
+        // The same foods are recognized.
+        QCOMPARE(Import(EDuplicatePolicy::Skip), u"Imported 0 foods. Skipped 5 existing foods."_s);
+        QCOMPARE(Import(EDuplicatePolicy::Overwrite),
+                 u"Imported 5 foods. Replaced 5 existing foods."_s);
+        QCOMPARE(Listed(), all);
+        QCOMPARE(Import(EDuplicatePolicy::DoNotCheck), u"Imported 5 foods."_s);
+        QCOMPARE(Database().Foods().Count(), 10);
+    }
+
+    void categoriesPastTheLastGoToOtherFoods_data() {
+        AddRows<int, QString, QString>({
+            {"all have room", 252, u"Fruit:Apple Soups:Broth C:Cake D:Date"_s, u""_s},
+            {"two have none", 253, u"Other foods:Cake Other foods:Date Fruit:Apple Soups:Broth"_s,
+             u"Foods in 'Other foods', since no more categories can be added: 2"_s},
+            {"one is left", 255,
+             u"Other foods:Apple Other foods:Broth Other foods:Cake Other foods:Date"_s,
+             u"Foods in 'Other foods', since no more categories can be added: 4"_s},
+            {"none is left", 256, u""_s,
+             u"Foods left out, since no more categories can be added: 4"_s},
+        });
+    }
+    void categoriesPastTheLastGoToOtherFoods() {
+        const auto& [count, expected, detail] = DataRow<int, QString, QString>();
+        for (int i = 0; i < count; ++i) {
+            AddCategory(Database(), QString::number(i), kMenus);
+        }
+        m_tables["food_category.csv"] += "3,0300,C\n4,0400,D\n";
+        m_tables["food.csv"] +=
+            "8,sr_legacy_food,Broth,2\n9,sr_legacy_food,Cake,3\n10,sr_legacy_food,Date,4\n";
+        SetAmounts("1008=1", {7, 8, 9, 10});
+        (void)Import();
+        QStringList filed;
+        for (const CFoodItem& food : Foods()) {
+            filed.append(CategoryOf(food) + u':' + food.GetName());
+        }
+        QCOMPARE(filed.join(u' '), expected);
+        QCOMPARE(m_messages->details.join(u' '), detail);
+    }
+
+    void damageInAnyTableStoresNothing_data() {
+        const QString cannot = u" cannot be opened"_s;
+        AddRows<QByteArray, QByteArray, QString>({
+            {"food", "food.csv", "fdc_id,data_type,description\n7,sr_legacy_food,Apple\n8\n",
+             u"food.csv, line 3: 1 fields instead of 3"_s},
+            {"number of a food", "food.csv", "fdc_id,data_type,description\n7 ,sr_legacy_food,A\n",
+             u"food.csv, line 2: '7 ' is no number for 'fdc_id'"_s},
+            {"nutrient", "nutrient.csv", "id,unit_name,nutrient_nbr\nx,G,203\n",
+             u"nutrient.csv, line 2: 'x' is no number for 'id'"_s},
+            {"number of a nutrient", "nutrient.csv",
+             "id,unit_name,nutrient_nbr\n4000000000,G,203\n",
+             u"nutrient.csv, line 2: the number of the nutrient is too large"_s},
+            {"amount", "food_nutrient.csv", "fdc_id,nutrient_id,amount\n7,1008,52\n7,1003,1g\n",
+             u"food_nutrient.csv, line 3: '1g' is no number for 'amount'"_s},
+            {"no amounts", "food_nutrient.csv", "fdc_id,nutrient_id\n",
+             u"food_nutrient.csv: there is no column 'amount'"_s},
+            {"unit", "measure_unit.csv", "id,name\n,cup\n",
+             u"measure_unit.csv, line 2: '' is no number for 'id'"_s},
+            {"category", "food_category.csv", "id,description\n1,\"Fruit\n",
+             u"food_category.csv, line 2: the file ends within a quoted field"_s},
+            {"portion", "food_portion.csv", "fdc_id,gram_weight,seq_num\n7,1,\n7,1,b\n",
+             u"food_portion.csv, line 3: 'b' is no number for 'seq_num'"_s},
+            {"brand", "branded_food.csv", "fdc_id,branded_food_category,serving_size\n7,A,1 g\n",
+             u"branded_food.csv, line 2: '1 g' is no number for 'serving_size'"_s},
+            {"no foods", "food.csv", "", u"food.csv: the file is empty"_s},
+        });
+    }
+    void damageInAnyTableStoresNothing() {
+        const auto& [table, bytes, error] = DataRow<QByteArray, QByteArray, QString>();
+        m_tables[table] = bytes;
+        QCOMPARE(Import(), u"Cannot read the food tables."_s);
+        QCOMPARE(m_messages->details, QStringList{error});
+        QCOMPARE(Database().Foods().Count() + Database().Categories().Count(), 0);
+    }
+
+    void aTableThatIsNeededMustBeThere() {
+        for (const char* table : {"food_nutrient.csv", "food.csv", "nutrient.csv"}) {
+            m_tables.remove(table);
+            QCOMPARE(Import(), u"Cannot read the food tables."_s);
+            QCOMPARE(m_messages->details.takeLast(),
+                     QLatin1StringView(table) + u": the file cannot be opened"_s);
+        }
+    }
+
+    /// However the rows lie, and however few foods are read at a time.
+    void theOrderOfRowsDoesNotMatter() {
+        AddManyFoods();
+        QCOMPARE(Import(), u"Imported 40 foods."_s);
+        const std::vector<CFoodItem> foods = Foods();
+        for (const char* table : {"food_nutrient.csv", "food_portion.csv", "branded_food.csv"}) {
+            QByteArrayList rows = m_tables[table].trimmed().split('\n');
+            std::reverse(rows.begin() + 1, rows.end());
+            m_tables[table] = rows.join('\n');
+        }
+        for (const qint64 mostAmounts : {1, 100, 10'000}) {
+            for (int i = Database().Foods().Count(); i-- > 0;) {
+                QVERIFY(Database().Foods().Delete(i));
+            }
+            m_request.mostAmounts = mostAmounts;
+            QCOMPARE(Import(), u"Imported 40 foods."_s);
+            QVERIFY(Foods() == foods);
+        }
+    }
+
+    void cancelKeepsWhatIsStored() {
+        AddManyFoods();
+        int stored = 0;
+        for (int pumps = 1; stored == 0; ++pumps) {
+            QVERIFY(pumps < 100);
+            m_messages->progress = {};
+            m_messages->progress.cancelAfterPumps = pumps;
+            const QString said = Import();
+            stored = Database().Foods().Count();
+            QCOMPARE(said, u"Import cancelled.|Imported %1 foods."_s.arg(stored));
+            QVERIFY(stored > 0 || Database().Categories().Count() == 0);
+        }
+        // All tables have been read by then.
+        const QStringList statuses = {u"Reading food tables..."_s, u"Importing foods..."_s};
+        QCOMPARE(m_messages->progress.statuses, statuses);
+        QCOMPARE(m_messages->progress.captions, QStringList{u"Velmora: Import"_s});
+    }
+
+    void anImportIsOneStep() {
+        AddManyFoods();
+        QCOMPARE(Import(), u"Imported 40 foods."_s);
+        QCOMPARE(NextName(Database(), EUndo::Undo, kCatalogueScope), u"import of food tables"_s);
+        // What the history cannot keep is asked about before it is replaced.
+        Database().GetStore().History().SetLimits({.steps = 100, .bytes = 4000});
+        m_messages->answer = false;
+        m_messages->asked.clear();
+        QCOMPARE(Import(EDuplicatePolicy::Overwrite), QString());
+        QCOMPARE(m_messages->asked, QStringList{u"This cannot be undone. Do you want to go on?"_s});
+        m_messages->answer = true;
+        QVERIFY(RevertNext(Database(), EUndo::Undo, kCatalogueScope));
+        QCOMPARE(Database().Foods().Count() + Database().Categories().Count(), 0);
+    }
+
+    void aFailedWriteIsReported() {
+        AddManyFoods();
+        {
+            WriteTables();
+            const CFileSizeLimit full(1);
+            (void)ImportFoodTables(Database(), m_request);
+            const QString said = m_messages->Said();
+            QVERIFY2(said.endsWith(u"|Import stopped.|Imported 0 foods."_s), qPrintable(said));
+        }
+        QCOMPARE(Database().Foods().Count(), 0);
+    }
+
+    void theRealFoodsAreThoseOfTheExchangeFile() {
+        if (!QFile::exists(kSamples + u"/make-fdc.py"_s)) {
+            QSKIP("there are no sample tables");
+        }
+        QVERIFY(ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Skip,
+                                    kSamples + u"/usda-foods.csv"_s));
+        const std::vector<CFoodItem> expected = Foods();
+        QCOMPARE(m_messages->Said(), u"Imported 8789 foods."_s);
+        MakeVolume();
+        m_request.folder = Path(u"made"_s);
+        QCOMPARE(QProcess::execute(u"python3"_s, {kSamples + u"/make-fdc.py"_s, m_request.folder}),
+                 0);
+        QVERIFY(ImportFoodTables(Database(), m_request));
+        QCOMPARE(m_messages->Said(), u"Imported 8789 foods."_s);
+        QCOMPARE(m_messages->details, QStringList());
+        QVERIFY(Foods() == expected);
+    }
+
+    void theSampleHasItsNineFoods() {
+        m_request.folder = kSamples + u"/fdc-sample"_s;
+        if (!QFile::exists(m_request.folder)) {
+            QSKIP("there are no sample tables");
+        }
+        QVERIFY(ImportFoodTables(Database(), m_request));
+        QCOMPARE(m_messages->Said(), u"Imported 9 foods."_s);
+        QCOMPARE(m_messages->details, QStringList{u"Rows that are no foods: 18"_s});
+        // Energy, vitamin A and vitamin D. Kale: 2870 / 0.6 + 27 / 1.2 units of A; egg: 2.3
+        // micrograms of D, which are also given as 91 units.
+        const QStringList expected = {
+            u"Hummus 229 22.5 0"_s, u"Tomatoes 27 0 0"_s,      u"Beans 21 0 0"_s,
+            u"Kale 35 4805.83 0"_s, u"Frankfurter 314 10 0"_s, u"Nuts 620 35.8333 0"_s,
+            u"Egg 150 0 0.0023"_s,  u"Egg 48 0 0"_s,           u"Egg 376 0 0"_s,
+        };
+        QStringList found;
+        for (const CFoodItem& food : Foods()) {
+            found.append(food.GetName());
+            for (const int nutrient : {0, 27, 29}) {
+                found.last() += u' ' + QString::number(food.GetNutrientValue(nutrient));
+            }
+        }
+        QCOMPARE(found, expected);
+        QVERIFY(Listed().contains(u"|Kale|raw|1 cup, pieces of ~1'' 20.6; 100 gm 100"_s));
+    }
+
+  private:
+    QString Import(EDuplicatePolicy policy = EDuplicatePolicy::Skip) {
+        WriteTables();
+        m_request.policy = policy;
+        m_messages->details.clear();
+        (void)ImportFoodTables(Database(), m_request);  // the messages tell how it went
+        return m_messages->Said();
+    }
+    void WriteTables() {
+        m_request.folder = Path(u"tables"_s);
+        QDir(m_request.folder).removeRecursively();
+        QDir().mkpath(m_request.folder);
+        for (auto table = m_tables.begin(); table != m_tables.end(); ++table) {
+            Save(m_request.folder + u'/' + QString::fromLatin1(table.key()), table.value());
+        }
+    }
+
+    /// "1008=52 1003=1" for each of the foods.
+    void SetAmounts(const QByteArray& amounts, const QList<int>& foods = {7}) {
+        QByteArray& table = m_tables["food_nutrient.csv"];
+        table = "id,fdc_id,nutrient_id,amount\n";
+        for (const int food : foods) {
+            for (const QByteArray& amount : amounts.split(' ')) {
+                table += "1," + QByteArray::number(food) + ',' +
+                         QByteArray(amount).replace('=', ',') + '\n';
+            }
+        }
+    }
+
+    /// 40 foods, every other one branded.
+    void AddManyFoods() {
+        m_tables["food.csv"] = "fdc_id,data_type,description,food_category_id\n";
+        m_tables["food_nutrient.csv"] = "fdc_id,nutrient_id,amount\n";
+        m_tables["branded_food.csv"] = "fdc_id,brand_name,branded_food_category\n";
+        m_tables["food_portion.csv"] = "id,fdc_id,amount,measure_unit_id,gram_weight\n";
+        for (int i = 0; i < 40; ++i) {
+            const QByteArray number = QByteArray::number(i * 17 % 40 + 1);
+            const bool isBranded = i % 2 == 0;
+            m_tables["food.csv"] += number + (isBranded ? ",branded_food" : ",sr_legacy_food") +
+                                    ",Food " + number + ",1\n";
+            m_tables["food_nutrient.csv"] +=
+                number + ",1008," + number + "\n" + number + ",1003,0." + number + '\n';
+            if (isBranded) {
+                m_tables["branded_food.csv"] += number + ",Brand " + number + ",Branded\n";
+            }
+            m_tables["food_portion.csv"] +=
+                "2," + number + ",2,1000,20\n1," + number + ",1,1000," + number + '\n';
+        }
+    }
+
+    std::vector<CFoodItem> Foods() {
+        std::vector<CFoodItem> foods(Database().Foods().Count());
+        for (int i = 0; i < static_cast<int>(foods.size()); ++i) {
+            if (!Database().Foods().Read(i, foods[i])) {
+                QTest::qFail("a food cannot be read", __FILE__, __LINE__);
+            }
+        }
+        return foods;
+    }
+
+    QString CategoryOf(const CFoodItem& food) {
+        return Database().Categories().NameOf(kFoods, food.GetCategoryId());
+    }
+
+    /// "Category|name|type|serving weight; serving weight" of all foods.
+    QString Listed() {
+        QStringList rows;
+        for (const CFoodItem& food : Foods()) {
+            QStringList servings;
+            for (int i = 0; i < kServingCount && !food.GetServingName(i).isEmpty(); ++i) {
+                servings.append(food.GetServingName(i) + u' ' +
+                                QString::number(food.GetServingWeight(i)));
+            }
+            rows += {CategoryOf(food), food.GetName(), food.GetType(), servings.join(u"; "_s)};
+        }
+        return rows.join(u'|');
+    }
+
+    QMap<QByteArray, QByteArray> m_tables;
+    CFoodTablesRequest m_request;
+};
+
+QTEST_GUILESS_MAIN(TestFoodTables)
+#include "TestFoodTables.moc"
