@@ -4,6 +4,7 @@
 #include "catalogue/items/CatalogueKinds.h"
 #include "catalogue/items/CatalogueRules.h"
 #include "catalogue/pick/FindItems.h"
+#include "catalogue/tables/FoodTablesImport.h"
 #include "cli/Commands.h"
 #include "cli/CommonArguments.h"
 #include "cli/ItemOutput.h"
@@ -17,6 +18,10 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr COption kImportOptions[] = {{"--existing", EValue::Choice, "overwrite|skip|add",
                                        "what to do with existing items; default overwrite"}};
+constexpr COption kTableOptions[] = {
+    {"--existing", EValue::Choice, "overwrite|skip|add",
+     "what to do with existing foods; default skip"},
+    {"--only", EValue::Choices, kFoodTypes, "the types of foods; default all"}};
 constexpr COption kInCategory[] = {kCategoryOption};
 
 // The options that identify an item: name and type for foods, name for menus and recipes.
@@ -63,6 +68,15 @@ bool Import(CCommandContext& context) {
     const auto policy = static_cast<EDuplicatePolicy>(context.arguments.Choice("--existing"));
     return ImportCatalogueFile(context.doc.Database(), context.kind, policy,
                                context.arguments.Word(0));
+}
+
+bool ImportTables(CCommandContext& context) {
+    const CArguments& arguments = context.arguments;
+    CFoodTablesRequest request{.folder = arguments.Word(0)};
+    request.policy = static_cast<EDuplicatePolicy>(
+        arguments.Choice("--existing", static_cast<int>(request.policy)));
+    request.foodTypes = arguments.Choices("--only", request.foodTypes);
+    return ImportFoodTables(context.doc.Database(), request);
 }
 
 bool Export(CCommandContext& context) {
@@ -207,6 +221,8 @@ constexpr CCommand kTypedCommands[] = {
     {"", "duplicate", "", kTypedItem, EAccess::Writes, "copy an item within its category",
      Duplicate},
     {"", "delete", "", kTypedItemYes, EAccess::Writes, "delete an item", Delete},
+    {"", "import-fdc", "DIR", kTableOptions, EAccess::Writes,
+     "add the foods of a FoodData Central download", ImportTables},
 };
 constexpr CCommand kNamedCommands[] = {
     {"", "import", "FILE", kImportOptions, EAccess::Writes, "add the items of a CSV file", Import},
