@@ -217,11 +217,16 @@ std::vector<CCommandMenu> CCatalogueView::CommandBar() {
     }
     const std::vector<QAction*> tail = m_undo->MenuTail();
     edit.insert(edit.end(), tail.begin(), tail.end());
+    std::vector<QAction*> file = {m_actions[kImport], m_actions[kExport], nullptr,
+                                  m_actions[kClose]};
+    if (const std::vector<QAction*> own = FileTail(); !own.empty()) {
+        file.push_back(nullptr);
+        file.insert(file.end(), own.begin(), own.end());
+    }
     std::vector<QAction*> tools = Tools();
     tools.insert(tools.end(), m_windows.begin(), m_windows.end());
-    return {{u"File"_s, {m_actions[kImport], m_actions[kExport], nullptr, m_actions[kClose]}},
-            {u"Edit"_s, std::move(edit)},
-            {u"Tools"_s, std::move(tools)}};
+    return {
+        {u"File"_s, std::move(file)}, {u"Edit"_s, std::move(edit)}, {u"Tools"_s, std::move(tools)}};
 }
 
 std::vector<QAction*> CCatalogueView::ToolButtons() {

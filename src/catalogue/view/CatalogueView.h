@@ -30,6 +30,8 @@ class CCatalogueView : public CMainView {
     /// Opens the item dialog and stores the result. Position -1 is a new item.
     virtual EEdited EditItem(int position, qint32 categoryId) = 0;
     CCatalogueBrowser& Browser() { return *m_browser; }
+    /// The kind's own entries at the end of the File menu.
+    virtual std::vector<QAction*> FileTail() { return {}; }
     /// The kind's own entries of the Tools menu.
     virtual std::vector<QAction*> Tools() { return {}; }
 

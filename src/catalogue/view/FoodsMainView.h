@@ -11,8 +11,11 @@ class CFoodsMainView : public CTypedMainView {
   protected:
     EEdited EditItem(int position, qint32 categoryId) override;
     bool AskPreferences() override;
+    std::vector<QAction*> FileTail() override;
     void showEvent(QShowEvent* event) override;
 
   private:
+    void ImportTables();
+
     bool m_offered = false;
 };

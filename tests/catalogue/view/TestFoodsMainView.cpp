@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QBuffer>
 #include <QImage>
+#include <QRadioButton>
 #include <QTreeView>
 #include <QtEndian>
 
@@ -13,6 +14,7 @@
 #include "controls/ReportList.h"
 #include "support/Clicks.h"
 #include "support/ComposedSamples.h"
+#include "support/Files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -185,6 +187,31 @@ class TestFoodsMainView : public CCatalogueTest {
         QCOMPARE(m_messages->Said(), u"Imported 68 foods."_s);
         QCOMPARE(m_tree->model()->rowCount(), 9);
         QVERIFY(Find<CReportList>(*m_view, "items")->RowCount() > 0);
+    }
+
+    void foodTablesAreImportedFromAFolder() {
+        Fill();
+        Open();
+        const auto row = [](const QByteArray& titles, const QByteArray& values) {
+            return titles + '\n' + values + '\n';
+        };
+        Save(Path(u"nutrient.csv"_s), row("id,unit_name,nutrient_nbr", "1008,KCAL,208"));
+        Save(Path(u"food_nutrient.csv"_s), row("fdc_id,nutrient_id,amount", "7,1008,52"));
+        Save(Path(u"food.csv"_s), row("fdc_id,data_type,description", "7,sr_legacy_food,Plum"));
+        CCommandMenu menu = m_view->CommandBar().front();
+        QCOMPARE(menu.actions.back()->text(), u"Import food tables..."_s);
+        OnDialog<QDialog>([](QDialog& dialog) { dialog.reject(); });
+        menu.actions.back()->trigger();
+        QVERIFY(m_messages->choices.isEmpty());
+        OnDialog<QDialog>([](QDialog& dialog) {
+            QVERIFY(Find<QRadioButton>(dialog, "option1")->isChecked());  // skip existing foods
+            dialog.accept();
+        });
+        m_messages->chosenFile = m_folder->path();
+        menu.actions.back()->trigger();
+        QCOMPARE(m_messages->choices.last().title, u"Import food tables"_s);
+        QCOMPARE(m_messages->Said(), u"Imported 1 foods."_s);
+        QCOMPARE(m_tree->model()->rowCount(), 3);
     }
 
     // A run that was broken off leaves the file behind: the next one would be offered foods.
