@@ -170,7 +170,7 @@ CCsvTable::EParsed CCsvTable::EndRow(const char* at) {
         }
     }
     if (*at != '\n') {
-        Refuse(u"a quote or a line end is where none may be"_s);
+        Refuse(u"unexpected quote or line end"_s);
         return EParsed::Damaged;
     }
     if (*m_row == '\n' || *m_row == '\r') {
@@ -207,7 +207,7 @@ bool CCsvTable::Refill() {
     char* const buffer = m_buffer.data();
     const qsizetype kept = m_end - m_at;
     if (kept == kMostRowBytes) {
-        return Refuse(u"a row of more than 1 MB, or a quote is missing"_s);
+        return Refuse(u"a row longer than 1 MB, or a missing quote"_s);
     }
     m_bufferStart += m_at - buffer;
     std::memmove(buffer, m_at, static_cast<size_t>(kept));
@@ -241,7 +241,7 @@ bool CCsvTable::RefuseField(int column) {
     if (text.size() > kShownLength) {
         text = text.first(kShownLength) + u"..."_s;
     }
-    return Refuse(u"'%1' is no number for '%2'"_s.arg(
+    return Refuse(u"'%1' is not a valid number for '%2'"_s.arg(
         text, QLatin1StringView(m_layout.columns[column].name)));
 }
 

@@ -189,7 +189,7 @@ bool CFoodTablesRun::StoreRows(const std::vector<CFoodWindow>& windows) {
             continue;
         }
         if (place == m_places.Count()) {
-            table.Refuse(u"the file has changed while it was read"_s);
+            table.Refuse(u"the file changed while it was being read"_s);
             break;
         }
         if (place == window->end && !ReadWindow(*++window)) {

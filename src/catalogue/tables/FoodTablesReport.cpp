@@ -20,13 +20,13 @@ QString FoodTablesReport(const CFoodTablesCounts& counts) {
             lines.append(QLatin1StringView(what) + u": "_s + QString::number(count) + names);
         }
     };
-    add("Rows that are no foods", counts.noFoods);
+    add("Rows that are not foods", counts.noFoods);
     add("Foods of other types, left out", counts.otherTypes);
-    add("Foods listed twice, left out once", counts.listedTwice);
+    add("Foods listed twice, second one left out", counts.listedTwice);
     add("Foods without a name, left out", counts.nameless);
     add("Foods without energy, left out", counts.withoutEnergy, counts.firstWithoutEnergy);
     add("Foods left out, since no more categories can be added", counts.withoutPlace);
-    add("Foods named like another one, with their number in the type", counts.marked);
+    add("Foods with the same name as another, FDC number added to the type", counts.marked);
     add("Foods in 'Other foods', since no more categories can be added", counts.withoutRoom);
     add("Foods in 'Other foods', since they have no category", counts.withoutCategory);
     add("Portions without a text or a weight, left out", counts.unusablePortions);

@@ -46,7 +46,7 @@ bool CFoodValues::ForEachAmount(const Take& take) {
             break;
         }
         if (!take(place, nutrientId, amount)) {
-            table.Refuse(u"the file has changed while it was read"_s);
+            table.Refuse(u"the file changed while it was being read"_s);
             break;
         }
     }

@@ -69,19 +69,19 @@ class TestCsvTable : public QObject {
         QCOMPARE(Read(bytes), expected.join(u'|'));
         // A quote that is missing does not read the file into memory.
         QCOMPARE(Read("id,text\n1,\"" + QByteArray(CCsvTable::kMostRowBytes, '\n')),
-                 u"!t.csv, line 2: a row of more than 1 MB, or a quote is missing"_s);
+                 u"!t.csv, line 2: a row longer than 1 MB, or a missing quote"_s);
     }
 
     void numbersAreReadWholly_data() {
         AddRows<QByteArray, QString>({
             {"largest", "4294967295", u"4294967295 4294967295"_s},
             {"too large", "4294967296",
-             u"t.csv, line 2: '4294967296' is no number for 'id' 4294967296"_s},
-            {"negative", "-1", u"t.csv, line 2: '-1' is no number for 'id' -1"_s},
-            {"decimal", "1.5e3", u"t.csv, line 2: '1.5e3' is no number for 'id' 1500"_s},
-            {"text", "1x", u"t.csv, line 2: '1x' is no number for 'id' refused"_s},
-            {"infinite", "inf", u"t.csv, line 2: 'inf' is no number for 'id' refused"_s},
-            {"empty", "", u"t.csv, line 2: '' is no number for 'id' refused"_s},
+             u"t.csv, line 2: '4294967296' is not a valid number for 'id' 4294967296"_s},
+            {"negative", "-1", u"t.csv, line 2: '-1' is not a valid number for 'id' -1"_s},
+            {"decimal", "1.5e3", u"t.csv, line 2: '1.5e3' is not a valid number for 'id' 1500"_s},
+            {"text", "1x", u"t.csv, line 2: '1x' is not a valid number for 'id' refused"_s},
+            {"infinite", "inf", u"t.csv, line 2: 'inf' is not a valid number for 'id' refused"_s},
+            {"empty", "", u"t.csv, line 2: '' is not a valid number for 'id' refused"_s},
         });
     }
     void numbersAreReadWholly() {
@@ -135,7 +135,7 @@ class TestCsvTable : public QObject {
         return rows.join(u'|') + (table.GetError().isEmpty() ? QString() : u'!' + table.GetError());
     }
 
-    inline static const QString kMisplaced = u"a quote or a line end is where none may be"_s;
+    inline static const QString kMisplaced = u"unexpected quote or line end"_s;
     QTemporaryDir m_folder;
     QString m_path = m_folder.filePath(u"t.csv"_s);
 };

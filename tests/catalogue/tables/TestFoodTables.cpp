@@ -77,12 +77,14 @@ class TestFoodTables : public CCatalogueTest {
         QCOMPARE(food.GetNutrientValue(nutrient), expected);
     }
 
-    void aFoodWithoutEnergyIsReported() {
+    void whatIsLeftOutIsReported() {
         m_tables["food.csv"] += "8,sr_legacy_food,Salt,1\n9,sr_legacy_food,Mystery,1\n";
-        m_tables["food_nutrient.csv"] += "1,8,1003,1\n";
+        m_tables["food_nutrient.csv"] += "1,8,1003,1\n1,7,1300,1\n";
+        m_tables["nutrient.csv"] += "1300,Iron,MG_ATE,303,1\n";
         QCOMPARE(Import(), u"Imported 1 foods."_s);
         QCOMPARE(m_messages->details.last(),
-                 u"Foods without energy, left out: 2 ('Salt, plain', 'Mystery, plain')"_s);
+                 u"Foods without energy, left out: 2 ('Salt, plain', 'Mystery, plain')\n"
+                 "Nutrients in unknown units, left out: 1 (303 (MG_ATE))"_s);
     }
 
     void descriptionsAreCut_data() {
@@ -156,8 +158,8 @@ class TestFoodTables : public CCatalogueTest {
         QCOMPARE(Import(), u"Imported 2 foods."_s);
         QCOMPARE(Listed(), u"Fruit|Pear|raw|100 gm 100|Other foods|Plum|plain|100 gm 100"_s);
         QCOMPARE(m_messages->details.last(),
-                 u"Rows that are no foods: 2\nFoods of other types, left out: 1\n"
-                 "Foods listed twice, left out once: 1\nFoods without a name, left out: 1\n"
+                 u"Rows that are not foods: 2\nFoods of other types, left out: 1\n"
+                 "Foods listed twice, second one left out: 1\nFoods without a name, left out: 1\n"
                  "Foods in 'Other foods', since they have no category: 1"_s);
     }
 
@@ -201,7 +203,7 @@ class TestFoodTables : public CCatalogueTest {
             "Soups|Apple|raw|100 gm 100"_s.arg(x.first(124), x.first(110));
         QCOMPARE(Import(), u"Imported 5 foods."_s);
         QCOMPARE(Listed(), all);
-        QVERIFY(m_messages->details.last().endsWith(u"with their number in the type: 2"_s));
+        QVERIFY(m_messages->details.last().endsWith(u"FDC number added to the type: 2"_s));
         // The same foods are recognized.
         QCOMPARE(Import(EDuplicatePolicy::Skip), u"Imported 0 foods. Skipped 5 existing foods."_s);
         QCOMPARE(Import(EDuplicatePolicy::Overwrite),
@@ -247,24 +249,24 @@ class TestFoodTables : public CCatalogueTest {
             {"food", "food.csv", "fdc_id,data_type,description\n7,sr_legacy_food,Apple\n8\n",
              u"food.csv, line 3: 1 fields instead of 3"_s},
             {"number of a food", "food.csv", "fdc_id,data_type,description\n7 ,sr_legacy_food,A\n",
-             u"food.csv, line 2: '7 ' is no number for 'fdc_id'"_s},
+             u"food.csv, line 2: '7 ' is not a valid number for 'fdc_id'"_s},
             {"nutrient", "nutrient.csv", "id,unit_name,nutrient_nbr\nx,G,203\n",
-             u"nutrient.csv, line 2: 'x' is no number for 'id'"_s},
+             u"nutrient.csv, line 2: 'x' is not a valid number for 'id'"_s},
             {"number of a nutrient", "nutrient.csv",
              "id,unit_name,nutrient_nbr\n4000000000,G,203\n",
              u"nutrient.csv, line 2: the number of the nutrient is too large"_s},
             {"amount", "food_nutrient.csv", "fdc_id,nutrient_id,amount\n7,1008,52\n7,1003,1g\n",
-             u"food_nutrient.csv, line 3: '1g' is no number for 'amount'"_s},
+             u"food_nutrient.csv, line 3: '1g' is not a valid number for 'amount'"_s},
             {"no amounts", "food_nutrient.csv", "fdc_id,nutrient_id\n",
              u"food_nutrient.csv: there is no column 'amount'"_s},
             {"unit", "measure_unit.csv", "id,name\n,cup\n",
-             u"measure_unit.csv, line 2: '' is no number for 'id'"_s},
+             u"measure_unit.csv, line 2: '' is not a valid number for 'id'"_s},
             {"category", "food_category.csv", "id,description\n1,\"Fruit\n",
              u"food_category.csv, line 2: the file ends within a quoted field"_s},
             {"portion", "food_portion.csv", "fdc_id,gram_weight,seq_num\n7,1,\n7,1,b\n",
-             u"food_portion.csv, line 3: 'b' is no number for 'seq_num'"_s},
+             u"food_portion.csv, line 3: 'b' is not a valid number for 'seq_num'"_s},
             {"brand", "branded_food.csv", "fdc_id,branded_food_category,serving_size\n7,A,1 g\n",
-             u"branded_food.csv, line 2: '1 g' is no number for 'serving_size'"_s},
+             u"branded_food.csv, line 2: '1 g' is not a valid number for 'serving_size'"_s},
             {"no foods", "food.csv", "", u"food.csv: the file is empty"_s},
         });
     }
@@ -375,7 +377,7 @@ class TestFoodTables : public CCatalogueTest {
         }
         QVERIFY(ImportFoodTables(Database(), m_request));
         QCOMPARE(m_messages->Said(), u"Imported 9 foods."_s);
-        QCOMPARE(m_messages->details, QStringList{u"Rows that are no foods: 18"_s});
+        QCOMPARE(m_messages->details, QStringList{u"Rows that are not foods: 18"_s});
         // Energy, vitamin A and vitamin D. Kale: 2870 / 0.6 + 27 / 1.2 units of A; egg: 2.3
         // micrograms of D, which are also given as 91 units.
         const QStringList expected = {
