@@ -24,14 +24,14 @@ int PageSizeIn(const VolumeHeader& header) {
     return size > 1 ? size : kLargest;
 }
 
-EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize) {
+EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize, CFileKind kind) {
     if (std::memcmp(header.data(), kMagic, sizeof(kMagic)) != 0 ||
-        qFromBigEndian<quint32>(&header[kApplicationIdAt]) != kVolumeApplicationId) {
+        qFromBigEndian<quint32>(&header[kApplicationIdAt]) != kind.applicationId) {
         return kErrorBadFormat;
     }
     const auto version = qFromBigEndian<quint32>(&header[kUserVersionAt]);
-    if (version != kVolumeVersion) {
-        return version > kVolumeVersion ? kErrorNewerVersion : kErrorBadFormat;
+    if (version != kind.version) {
+        return version > kind.version ? kErrorNewerVersion : kErrorBadFormat;
     }
     // Format 1 is the only one we write; with another, SQLite would create files beside this one.
     // A file shorter than its header SQLite would treat as empty.

@@ -11,9 +11,16 @@ inline constexpr quint32 kVolumeVersion = 1;
 inline constexpr int kVolumeHeaderSize = 100;
 using VolumeHeader = std::array<uchar, kVolumeHeaderSize>;
 
+/// What a header says its file is.
+struct CFileKind {
+    quint32 applicationId;
+    quint32 version;
+};
+
 [[nodiscard]] bool IsBlank(const VolumeHeader& header);
 /// In bytes, of a header that JudgeHeader accepts; never 0.
 [[nodiscard]] int PageSizeIn(const VolumeHeader& header);
-/// kErrorBadFormat for a file that is not a volume, kErrorNewerVersion, or kErrorCorrupt.
+/// kErrorBadFormat for a file that is not of that kind, kErrorNewerVersion, or kErrorCorrupt.
 /// `fileSize` in bytes; a header beyond the end of a shorter file is filled up with zeros.
-EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize);
+EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize,
+                           CFileKind kind = {kVolumeApplicationId, kVolumeVersion});
