@@ -24,14 +24,21 @@ bool CCategories::AddOrUpdate(int position, CCategory& category) {
             return false;  // only a damaged record has so large an identifier
         }
         category.SetId(largestId + 1);
-        if (Count() >= kMaximumCategories) {
-            ShowMessage(u"Cannot add category. Maximum number of categories has been reached."_s);
+        if (!MayAdd(1)) {
             return false;
         }
     }
     // The result is ignored: callers see in the list whether the category was stored.
     (void)Write(position, category);
     return true;
+}
+
+bool CCategories::MayAdd(int count) {
+    if (count == 0 || Count() + count <= kMaximumCategories) {
+        return true;
+    }
+    ShowMessage(u"Cannot add category. Maximum number of categories has been reached."_s);
+    return false;
 }
 
 // The pictures after the name are not decoded.

@@ -17,6 +17,8 @@ class CCategories : public CItemDatabase<CCategory> {
     /// a message when the name exists in the kind, and at 256 categories with "Cannot add category.
     /// Maximum number of categories has been reached.". A failed write still returns true.
     bool AddOrUpdate(int position, CCategory& category);
+    /// Whether so many more fit in; otherwise false after that message.
+    bool MayAdd(int count);
     /// In stored order, which is the order of creation.
     CCategoryEntries ReadEntries(ECatalogueKind kind);
     std::vector<CCategoryEntry> List(ECatalogueKind kind) { return ReadEntries(kind).entries; }

@@ -7,7 +7,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr qint64 kFileHeaderBytes = 14;
-constexpr qint64 kLargestFileBytes = 4LL << 20U;
 
 bool StaysInFolder(const QString& name) {
     return !name.contains(u'/') && !name.contains(u'\\') && !name.contains(QChar(u'\0')) &&
@@ -18,10 +17,10 @@ bool StaysInFolder(const QString& name) {
 QByteArray ReadPicture(const QString& path) {
     const QFileInfo info(path);
     QFile file(path);
-    if (!info.isFile() || info.size() > kLargestFileBytes || !file.open(QIODevice::ReadOnly)) {
+    if (!info.isFile() || info.size() > kLargestPictureBytes || !file.open(QIODevice::ReadOnly)) {
         return {};
     }
-    QByteArray block = file.read(kLargestFileBytes);
+    QByteArray block = file.read(kLargestPictureBytes);
     if (block.size() < kFileHeaderBytes || !block.startsWith("BM")) {
         return {};
     }

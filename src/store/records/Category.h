@@ -6,6 +6,9 @@
 /// Stored codes of the catalogue kinds.
 enum class ECatalogueKind : qint16 { Foods = 0, Menus = 1, Recipes = 2, Exercises = 3 };
 
+/// A larger picture is not stored.
+inline constexpr qint64 kLargestPictureBytes = 4LL << 20U;
+
 class CCategory : public CItemRecord {
   public:
     CCategory();
