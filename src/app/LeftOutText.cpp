@@ -10,12 +10,11 @@ namespace {
 QString Number(int count) {
     return QLocale().toString(count);
 }
+}  // namespace
 
-/// "12 foods".
-QString Counted(int count, const CListWords& words) {
+QString CountText(int count, const CListWords& words) {
     return Number(count) + u' ' + QLatin1StringView(count == 1 ? words.one : words.many);
 }
-}  // namespace
 
 QString DamageText(const CLeftOut& leftOut, const CListWords& words) {
     if (leftOut.isUnknown) {
@@ -32,7 +31,7 @@ QString DamageText(const CLeftOut& leftOut, const CListWords& words) {
                                                  (isOne ? u" is"_s : u" are"_s)});
     if (leftOut.isEnded && leftOut.beyond > 0) {
         text += FormatText(isOne ? ", and %s after it"_L1 : ", and %s after one of them"_L1,
-                           {Counted(leftOut.beyond, words)});
+                           {CountText(leftOut.beyond, words)});
     }
     return text + u'.';
 }

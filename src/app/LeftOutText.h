@@ -14,6 +14,8 @@ inline constexpr CListWords kEntryWords = {"entry", "entries"};
 inline constexpr CListWords kComponentWords = {"component", "components"};
 inline constexpr CListWords kCategoryWords = {"category", "categories"};
 
+/// "12 foods".
+QString CountText(int count, const CListWords& words);
 /// "2 damaged foods are left out."; empty when nothing is damaged.
 QString DamageText(const CLeftOut& leftOut, const CListWords& words);
 /// The same, after a sentence that says the list is full, if it is. `fullText` is that sentence;

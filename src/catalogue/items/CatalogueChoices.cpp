@@ -156,10 +156,13 @@ qint32 CategoryOfComponent(CDatabase& database, const CComposedItem& component) 
                              ? database.Composed().FindRecipe(component.GetItemId())
                              : database.Items(kind).PositionOf(component.GetItemId());
     CCatalogueItem item(kind);
-    // An older program may have reused the identifier of a deleted record.
     const bool isIt = position >= 0 && database.Items(kind).ReadQuietly(position, item) &&
-                      item.GetName().startsWith(component.GetName());
+                      IsItemOfComponent(item, component);
     return isIt ? item.GetCategoryId() : -1;
+}
+
+bool IsItemOfComponent(const CCatalogueItem& item, const CComposedItem& component) {
+    return item.GetName().startsWith(component.GetName());
 }
 
 qint32 ComponentItemId(CDatabase& database, EItemKind kind, int position) {

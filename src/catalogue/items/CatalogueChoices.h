@@ -42,6 +42,9 @@ bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodIte
 /// Category of the food or recipe that a component was made of; -1 when that no longer exists or is
 /// not known.
 qint32 CategoryOfComponent(CDatabase& database, const CComposedItem& component);
+/// Whether the item to which a component's identifier leads is the one it was made of: an older
+/// program may have reused the identifier of a deleted record. Components have shorter names.
+bool IsItemOfComponent(const CCatalogueItem& item, const CComposedItem& component);
 /// The identifier by which a component refers to its catalogue item: a recipe's own identifier or a
 /// food's record identifier; 0 for a negative position.
 qint32 ComponentItemId(CDatabase& database, EItemKind kind, int position);

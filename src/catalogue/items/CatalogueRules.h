@@ -48,14 +48,15 @@ class CCatalogueRules {
     /// damaged items of the whole category, whose names are unknown.
     CCategoryList ItemsOfName(qint32 categoryId, const QString& name);
 
+    /// About the HistoryRoom of items, judged by some of them when they are many.
+    qint64 RoomFor(const std::vector<int>& positions, bool withComponents);
+
   private:
     using Texts = std::vector<CTextArgument>;
 
     CItemDatabaseBase& Items() { return m_database.Items(m_kind.code); }
     [[nodiscard]] Texts NamesOf(const CCategoryListEntry& entry) const;
     [[nodiscard]] QString StepNameOf(QLatin1StringView command, const Entries& selected) const;
-    /// About the HistoryRoom of items, judged by some of them when they are many.
-    qint64 RoomFor(const std::vector<int>& positions, bool withComponents);
     /// None of a damaged menu or recipe.
     CPositionRange ComponentsOf(int position);
     bool DeleteItemsOf(qint32 categoryId);
