@@ -1,0 +1,148 @@
+// A kitchen to share: a menu of recipes of foods, with the values that are hard to keep.
+#pragma once
+
+#include "catalogue/items/CatalogueChoices.h"
+#include "catalogue/items/ChosenFood.h"
+#include "catalogue/share/ShareItems.h"
+#include "catalogue/share/TakeIn.h"
+#include "store/engine/RecordCodec.h"
+#include "support/ComposedSamples.h"
+#include "support/Files.h"
+
+/// "Breakfast" of "Bread" and of "Egg", which has no food; "Bread" of "Dough" and "Milk"; "Dough"
+/// of "Milk" and "Flour". "Soup" is no part of it.
+class CShareTest : public CCatalogueTest {
+  protected:
+    void FillKitchen() {
+        CDatabase& database = Database();
+        CCategory dairy;
+        dairy.SetKind(kFoods);
+        dairy.SetName(QStringLiteral("Dairy"));
+        dairy.SetSmallPicture(QByteArray("picture\0\xFF", 9));
+        QVERIFY(database.Categories().AddOrUpdate(-1, dairy));
+        const qint32 dry = AddCategory(database, QStringLiteral("Dry"));
+        // Texts with a NUL, half a surrogate pair and as long as they get.
+        CFoodItem milk = MakeFood(dairy.GetId(), QStringLiteral("Milk"),
+                                  QString(128, QChar(0xD83D)).replace(1, 1, QChar(0)));
+        milk.SetNutrientValue(0, 0.1 + 0.2);
+        milk.SetNutrientValue(1, -0.0);
+        milk.SetNutrientValue(2, 5e-324);
+        milk.SetNutrientValue(53, 1.7976931348623157e308);
+        QVERIFY(database.Foods().Write(-1, milk));
+        for (const char* name : {"Flour", "Soup"}) {
+            QVERIFY(database.Foods().Write(
+                -1, MakeFood(dry, QString::fromLatin1(name), QStringLiteral("x"))));
+        }
+        const qint32 baking = AddCategory(database, QStringLiteral("Baking"), kRecipes);
+        m_bread = AddComposed(database, kRecipes, baking, QStringLiteral("Bread"));
+        const qint32 dough = AddComposed(database, kRecipes, baking, QStringLiteral("Dough"));
+        CRecipeItem recipe;
+        QVERIFY(database.Recipes().Read(1, recipe));
+        recipe.SetInstructions(QStringLiteral("Knead.\r\nWait \"long\", then bake."));
+        recipe.SetNutrientValue(0, 1.0 / 3);
+        QVERIFY(database.Recipes().Write(1, recipe));
+        AddFoodPart(kRecipes, dough, QStringLiteral("Milk"));
+        AddFoodPart(kRecipes, dough, QStringLiteral("Flour"));
+        QVERIFY(AddPart(database, kRecipes, m_bread, QStringLiteral("Dough"), 0.7,
+                        EItemKind::Recipe, dough));
+        AddFoodPart(kRecipes, m_bread, QStringLiteral("Milk"));
+        const qint32 week = AddCategory(database, QStringLiteral("Week"), kMenus);
+        const qint32 menu = AddComposed(database, kMenus, week, QStringLiteral("Breakfast"));
+        QVERIFY(AddPart(database, kMenus, menu, QStringLiteral("Bread"), 1e-9, EItemKind::Recipe,
+                        m_bread));
+        QVERIFY(AddPart(database, kMenus, menu, QStringLiteral("Egg")));
+        const qint32 sports = AddCategory(database, QStringLiteral("Sports"), kExercises);
+        CExerciseItem rowing;
+        rowing.SetCategoryId(sports);
+        rowing.SetName(QStringLiteral("Rowing"));
+        rowing.SetType(QStringLiteral("slow"));
+        rowing.SetMet(4.8);
+        QVERIFY(database.Exlib().Write(-1, rowing));
+    }
+
+    void AddFoodPart(ECatalogueKind kind, qint32 owner, const QString& name) {
+        CFoodItem food;
+        int position = 0;
+        while (Database().Foods().Read(position, food) && food.GetName() != name) {
+            ++position;
+        }
+        QVERIFY(AddPart(Database(), kind, owner, name, 0.1, EItemKind::Food,
+                        static_cast<qint32>(Database().Foods().RecordAt(position))));
+    }
+
+    /// Shares all items of a kind with the file.
+    bool Share(ECatalogueKind kind, const QString& path) {
+        CShareRequest request{kind, {}};
+        for (int i = 0; i < Database().Catalogue().CountItems(kind); ++i) {
+            request.positions.push_back(i);
+        }
+        return ShareItems(Database(), request, path);
+    }
+    QString Shared() const { return Path(QStringLiteral("kitchen.velmora")); }
+
+    /// Opens another volume; the one before is closed.
+    void OpenOther(const QString& name) {
+        m_doc.reset();
+        m_doc = std::make_unique<CVelmoraDoc>(Path(name));
+        QVERIFY(m_doc->OpenCatalogue());
+    }
+
+    /// Everything in the catalogue, bit by bit, but for the identifiers: a component names the
+    /// category of the item it was made of instead.
+    QString Everything() {
+        QStringList lines;
+        for (const ECatalogueKind kind : {kFoods, kMenus, kRecipes, kExercises}) {
+            for (int i = 0; i < Database().Catalogue().CountItems(kind); ++i) {
+                AppendItem(kind, i, lines);
+            }
+        }
+        CCategory category;
+        for (int i = 0; i < Database().Categories().Count(); ++i) {
+            if (Database().Categories().Read(i, category)) {
+                category.SetId(0);
+                lines.append(Hex(category.GetProperties()));
+            }
+        }
+        lines.sort();
+        return lines.join(u'\n');
+    }
+
+    qint32 m_bread = 0;
+
+  private:
+    static QString Hex(const PropertyList& properties) {
+        QByteArray body;
+        EncodeRecord(properties, body);
+        return QString::fromLatin1(body.toHex());
+    }
+    void AppendItem(ECatalogueKind kind, int position, QStringList& lines) {
+        CCatalogueItem item(kind);
+        CComposedItem composed(HasComponents(kind) ? kind : kMenus);
+        if (!Database().Items(kind).Read(position, item)) {
+            lines.append(QStringLiteral("damaged"));
+            return;
+        }
+        QString line = Database().Categories().NameOf(kind, item.GetCategoryId()) + u' ';
+        PropertyList properties = item.GetProperties();
+        properties[0] = 0;
+        if (composed.SetProperties(PropertyList(properties))) {
+            properties[2] = 0;
+        }
+        line += Hex(properties);
+        if (HasComponents(kind)) {
+            for (const int part :
+                 Database().Composed().ComponentPositions(kind, composed.GetItemId())) {
+                CComposedItem component(kind);
+                line += Database().Items(kind).Read(part, component) ? u' ' : u'?';
+                const qint32 category = CategoryOfComponent(Database(), component);
+                properties = component.GetProperties();
+                properties[0] = 0;
+                properties[2] = 0;
+                line +=
+                    Hex(properties) + u'@' +
+                    Database().Categories().NameOf(CatalogueOf(component.GetItemKind()), category);
+            }
+        }
+        lines.append(line);
+    }
+};

@@ -1,0 +1,268 @@
+// Sharing and taking in over real files and real volumes.
+#include <sys/stat.h>
+
+#include <QDir>
+
+#include "ShareFixture.h"
+#include "app/UndoRules.h"
+#include "catalogue/share/ShareFormat.h"
+#include "support/DataRows.h"
+
+using namespace Qt::StringLiterals;
+
+class TestShare : public CShareTest {
+    Q_OBJECT
+
+  private slots:
+    void init() { MakeVolume(); }
+    void cleanup() { DropVolume(); }
+
+    void aMenuComesOverWithAllItIsMadeOf() {
+        FillKitchen();
+        QVERIFY(Share(kMenus, Shared()));
+        QCOMPARE(m_messages->Said(), u"Shared 2 foods, 1 menu and 2 recipes."_s);
+        QCOMPARE(m_messages->lastIcon, EMessageIcon::Result);
+        QVERIFY(Database().Foods().Delete(2));  // the soup
+        QVERIFY(Database().Exlib().Delete(0));
+        QVERIFY(
+            Database().Categories().Delete(Database().Categories().Find(kExercises, u"Sports"_s)));
+        const QString everything = Everything();
+        QVERIFY(everything.contains(u"@Baking") && everything.contains(u"@Dairy"));
+        OpenOther(u"other.db"_s);
+        QVERIFY(TakeInFile(Database(), EDuplicatePolicy::Skip, Shared()));
+        QCOMPARE(m_messages->Said(), u"Took in 2 foods, 1 menu and 2 recipes."_s);
+        QCOMPARE(Everything(), everything);
+        // And on to a third.
+        QVERIFY(Share(kMenus, Path(u"again.velmora"_s)));
+        OpenOther(u"third.db"_s);
+        QVERIFY(TakeInFile(Database(), EDuplicatePolicy::DoNotCheck, Path(u"again.velmora"_s)));
+        QCOMPARE(Everything(), everything);
+        m_messages->Said();
+        QCOMPARE(NextName(Database(), EUndo::Undo, kCatalogueScope), u"take-in of again.velmora"_s);
+        QVERIFY(RevertNext(Database(), EUndo::Undo, kCatalogueScope));
+        QCOMPARE(Everything(), QString());
+        QCOMPARE(NextName(Database(), EUndo::Undo, kCatalogueScope), QString());
+    }
+
+    void whatIsThereIsTreatedAsTold_data() {
+        AddRows<EDuplicatePolicy, QString, QString, int>({
+            {"skip", EDuplicatePolicy::Skip,
+             u"Took in 1 menu. Skipped 2 foods and 2 recipes that existed already."_s, u"Salt"_s,
+             2},
+            {"overwrite", EDuplicatePolicy::Overwrite,
+             u"Took in 2 foods, 1 menu and 2 recipes. Replaced 2 foods and 2 recipes that existed "
+             "already."_s,
+             u"Dough,Milk"_s, 2},
+            {"add", EDuplicatePolicy::DoNotCheck, u"Took in 2 foods, 1 menu and 2 recipes."_s,
+             u"Salt"_s, 4},
+        });
+    }
+    void whatIsThereIsTreatedAsTold() {
+        const auto& [policy, said, parts, recipes] =
+            DataRow<EDuplicatePolicy, QString, QString, int>();
+        FillKitchen();
+        QVERIFY(Share(kMenus, Shared()));
+        QVERIFY(Database().DeleteItem(kMenus, 0));
+        QVERIFY(Database().Composed().DeleteComponents(kRecipes, m_bread));
+        QVERIFY(AddPart(Database(), kRecipes, m_bread, u"Salt"_s));
+        const ObjectId bread = Database().Recipes().RecordAt(0);
+        m_messages->Said();
+        QVERIFY(TakeInFile(Database(), policy, Shared()));
+        QCOMPARE(m_messages->Said(), said);
+        QCOMPARE(Database().Catalogue().CountItems(kRecipes), recipes);
+        QCOMPARE(Database().Recipes().RecordAt(0), bread);
+        QCOMPARE(PartsOf(Database(), kRecipes, m_bread), parts);
+        // The menu is made of the bread that was there, or of the one that was added.
+        CMenuItem part;
+        QVERIFY(Database().Menus().Read(1, part));
+        const int target = Database().Composed().FindRecipe(part.GetItemId());
+        QCOMPARE(target, policy == EDuplicatePolicy::DoNotCheck ? 3 : 0);
+    }
+
+    /// Otherwise a recipe could come to contain itself: the second of two with one name in place of
+    /// the first, which is part of it.
+    void itemsOfOneNameStayApart() {
+        const qint32 baking = AddCategory(Database(), u"Baking"_s, kRecipes);
+        const qint32 inner = AddComposed(Database(), kRecipes, baking, u"Pie"_s);
+        const qint32 outer = AddComposed(Database(), kRecipes, baking, u"Pie"_s);
+        QVERIFY(AddPart(Database(), kRecipes, outer, u"Pie"_s, 0, EItemKind::Recipe, inner));
+        QVERIFY(Share(kRecipes, Shared()));
+        OpenOther(u"other.db"_s);
+        QCOMPARE(AddCategory(Database(), u"Baking"_s, kRecipes), 1);
+        const qint32 there = AddComposed(Database(), kRecipes, 1, u"Pie"_s);
+        m_messages->Said();
+        for (const QString& said :
+             {u"Took in 2 recipes. Replaced 1 recipe that existed already."_s,
+              u"Took in 2 recipes. Replaced 2 recipes that existed already."_s}) {
+            QVERIFY(TakeInFile(Database(), EDuplicatePolicy::Overwrite, Shared()));
+            QCOMPARE(m_messages->Said(), said);
+            QCOMPARE(Database().Catalogue().CountItems(kRecipes), 2);
+            QCOMPARE(PartsOf(Database(), kRecipes, there), QString());
+            QCOMPARE(PartsOf(Database(), kRecipes, there + 1), u"Pie"_s);
+            QVERIFY(!Database().Composed().RecipeContains(there, there + 1));
+        }
+    }
+
+    void recipesMayContainEachOtherAsDeepAsTheyLike() {
+        constexpr int kDepth = 2000;
+        const qint32 category = AddCategory(Database(), u"Dolls"_s, kRecipes);
+        qint32 inner = 0;
+        CRecordGroup group(Database().GetStore());
+        for (int i = 0; i < kDepth; ++i) {
+            const qint32 doll = AddComposed(Database(), kRecipes, category, QString::number(i));
+            QVERIFY(AddPart(Database(), kRecipes, doll, QString::number(i - 1), 0,
+                            EItemKind::Recipe, inner));
+            inner = doll;
+        }
+        QVERIFY(group.Commit());
+        QVERIFY(ShareItems(Database(), {kRecipes, {kDepth - 1}}, Shared()));
+        OpenOther(u"other.db"_s);
+        QVERIFY(TakeInFile(Database(), EDuplicatePolicy::Skip, Shared()));
+        QCOMPARE(m_messages->Said(), u"Shared 2000 recipes.|Took in 2000 recipes."_s);
+        QVERIFY(
+            Database().Composed().RecipeContains(kFirstComposedId + kDepth, kFirstComposedId + 1));
+    }
+
+    void aFileHoldsNothingElse() {
+        FillKitchen();
+        QVERIFY(Database().Foods().Write(-1, MakeFood(1, u"Secret"_s, u"x"_s)));
+        QVERIFY(Database().Foods().Delete(Database().Foods().Count() - 1));
+        umask(022);
+        QVERIFY(Share(kMenus, Shared()));
+        m_messages->Said();
+        const QByteArray file = Load(Shared());
+        for (const char16_t* absent : {u"Soup", u"Secret", u"Sports", u"NutrientNames"}) {
+            const QString text = QString::fromUtf16(absent);
+            QVERIFY(!file.contains(
+                QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * 2)));
+        }
+        struct stat status {};
+        QCOMPARE(stat(QFile::encodeName(Shared()).constData(), &status), 0);
+        QCOMPARE(status.st_mode & 0777, 0644);
+        QCOMPARE(QDir(m_folder->path()).entryList({u"kitchen*"_s}).size(), 1);
+        // The same items make the same file.
+        QVERIFY(Share(kMenus, Path(u"again.velmora"_s)));
+        QCOMPARE(Load(Path(u"again.velmora"_s)), file);
+        m_messages->Said();
+    }
+
+    void damagedRecordsAreLeftOutAndCounted() {
+        FillKitchen();
+        Damage(Database().Foods(), 1);                               // the flour
+        Damage(Database().Menus(), Database().Menus().Count() - 1);  // the egg
+        QVERIFY(!Share(kMenus, Shared()));
+        QCOMPARE(m_messages->Said(), u"Shared 1 food, 1 menu and 2 recipes."_s);
+        QCOMPARE(m_messages->details, QStringList{u"1 damaged component is left out."_s});
+        QVERIFY(!Share(kFoods, Shared()));
+        QCOMPARE(m_messages->Said(), u"Shared 2 foods."_s);
+        QCOMPARE(m_messages->details.last(), u"1 damaged item is left out."_s);
+        QVERIFY(!ShareItems(Database(), {kFoods, {1}}, Path(u"none"_s)));
+        QCOMPARE(m_messages->Said(), u"There are no foods found to share."_s);
+        QVERIFY(!QFile::exists(Path(u"none"_s)));
+        // An item without its category comes in one of its own.
+        QVERIFY(Database().Categories().Delete(Database().Categories().Find(kFoods, u"Dairy"_s)));
+        QVERIFY(ShareItems(Database(), {kFoods, {0, 0}}, Shared()));
+        OpenOther(u"other.db"_s);
+        QVERIFY(TakeInFile(Database(), EDuplicatePolicy::Skip, Shared()));
+        QCOMPARE(Database().Categories().IdOf(kFoods, u"Undefined"_s), 1);
+        QCOMPARE(m_messages->Said(), u"Shared 1 food.|Took in 1 food."_s);
+    }
+
+    void limitsAreKept() {
+        const qint32 category = AddCategory(Database(), u"Sports"_s, kExercises);
+        CExerciseItem item;
+        item.SetCategoryId(category);
+        item.SetType(u"x"_s);
+        {
+            CRecordGroup group(Database().GetStore());
+            for (int i = 0; i <= kMostSharedItems; ++i) {
+                item.SetName(QString::number(i));
+                QVERIFY(Database().Exlib().Write(-1, item));
+            }
+        }
+        QVERIFY(!Share(kExercises, Shared()));
+        QCOMPARE(
+            m_messages->Said(),
+            u"The file '%1' is too large: a share file has at most 100000 items and 256 MB."_s.arg(
+                Shared()));
+        QVERIFY(!QFile::exists(Shared()));
+        QVERIFY(!ShareItems(Database(), {kRecipes, {}}, Shared()));
+        QCOMPARE(m_messages->Said(), u"There are no recipes found to share."_s);
+    }
+
+    void categoriesMustAllFitIn() {
+        for (int i = 0; i < 2; ++i) {
+            const qint32 category = AddCategory(Database(), u"New%1"_s.arg(i), kFoods);
+            QVERIFY(Database().Foods().Write(-1, MakeFood(category, u"Tea"_s, u"x"_s)));
+        }
+        QVERIFY(Share(kFoods, Shared()));
+        OpenOther(u"other.db"_s);
+        for (int i = 0; i < kMaximumCategories - 1; ++i) {
+            QVERIFY(AddCategory(Database(), QString::number(i), kMenus) > 0);
+        }
+        m_messages->Said();
+        QVERIFY(!TakeInFile(Database(), EDuplicatePolicy::Skip, Shared()));
+        QCOMPARE(m_messages->Said(),
+                 u"Cannot add category. Maximum number of categories has been reached."_s);
+        QCOMPARE(Database().Catalogue().CountItems(kFoods), 0);
+        QVERIFY(Database().Categories().Delete(0));
+        QVERIFY(TakeInFile(Database(), EDuplicatePolicy::Skip, Shared()));
+        QCOMPARE(m_messages->Said(), u"Took in 2 foods."_s);
+        QCOMPARE(Database().Categories().Count(), kMaximumCategories);
+    }
+
+    void nothingIsHalfDone() {
+        FillKitchen();
+        Save(Shared(), "old");
+        {
+            const CFileSizeLimit full(10'000);
+            QVERIFY(!Share(kMenus, Shared()));
+        }
+        QVERIFY(!Share(kMenus, Path(u"v.db"_s)));
+        m_messages->progress.cancelAfterPumps = 0;
+        QVERIFY(!Share(kMenus, Shared()));
+        m_messages->progress.cancelAfterPumps = -1;
+        QCOMPARE(Load(Shared()), "old");
+        QVERIFY(Share(kMenus, Shared()));
+        QCOMPARE(m_messages->Said(),
+                 u"Cannot create file.|Cannot create file.|Sharing cancelled. No file was "
+                 "written.|Shared 2 foods, 1 menu and 2 recipes."_s);
+        const QString before = Everything();
+        const QString step = NextName(Database(), EUndo::Undo, kCatalogueScope);
+        const auto takeIn = [this] {
+            return TakeInFile(Database(), EDuplicatePolicy::DoNotCheck, Shared());
+        };
+        {
+            const CFileSizeLimit full(1);
+            QVERIFY(!takeIn());
+        }
+        QVERIFY(m_messages->Said().endsWith(
+            u"Cannot take in the file '%1'. Nothing was changed."_s.arg(Shared())));
+        // While it is checked, and while it is stored: each pump is an item.
+        for (const int pumps : {1, 7, 10}) {
+            m_messages->progress.pumps = 0;
+            m_messages->progress.cancelAfterPumps = pumps;
+            QVERIFY(!takeIn());
+            QCOMPARE(m_messages->Said(), u"Taking in cancelled. Nothing was changed."_s);
+        }
+        QCOMPARE(Everything(), before);
+        QCOMPARE(NextName(Database(), EUndo::Undo, kCatalogueScope), step);
+    }
+
+    void theProposedNameIsAFileName() {
+        const qint32 category = AddCategory(Database(), u"Dry"_s);
+        for (const QString& name : {u"../Oats: \"fine\" 1/2"_s, u"Süß"_s, u"..."_s}) {
+            QVERIFY(Database().Foods().Write(-1, MakeFood(category, name, u"x"_s)));
+        }
+        const auto proposed = [this](const std::vector<int>& positions) {
+            return ProposedShareName(Database(), {kFoods, positions});
+        };
+        QCOMPARE(proposed({0}), u"Oats fine 1 2.velmora"_s);
+        QCOMPARE(proposed({1}), u"Süß.velmora"_s);
+        QCOMPARE(proposed({2}), u"foods.velmora"_s);
+        QCOMPARE(proposed({0, 1}), u"foods.velmora"_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestShare)
+#include "TestShare.moc"

@@ -1,0 +1,380 @@
+// Share files that somebody made by hand, or that a disk has damaged: each is refused with a reason
+// and changes nothing.
+#include <sqlite3.h>
+
+#include <QtEndian>
+
+#include "ShareFixture.h"
+#include "app/UndoRules.h"
+#include "catalogue/share/ShareFormat.h"
+#include "catalogue/share/ShareReader.h"
+#include "support/DataRows.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// Changes a share file by statements, and makes its checksum match again.
+class CShareEditor {
+  public:
+    explicit CShareEditor(const QString& path) {
+        sqlite3_open(QFile::encodeName(path).constData(), &m_file);
+        const auto body = [](sqlite3_context* context, int, sqlite3_value** values) {
+            PropertyList properties;
+            const auto bytesOf = [](sqlite3_value* value) {
+                return QByteArrayView(static_cast<const char*>(sqlite3_value_blob(value)),
+                                      sqlite3_value_bytes(value));
+            };
+            DecodeRecord(bytesOf(values[0]), properties);
+            PropertyValue& property = properties[sqlite3_value_int(values[1])];
+            if (sqlite3_value_type(values[2]) == SQLITE_TEXT) {
+                property = QString::fromUtf8(bytesOf(values[2]));
+            } else if (std::holds_alternative<double>(property)) {
+                // Infinity comes as 9e999, NaN as NULL.
+                property = sqlite3_value_type(values[2]) == SQLITE_NULL
+                               ? std::numeric_limits<double>::quiet_NaN()
+                               : sqlite3_value_double(values[2]);
+            } else if (std::holds_alternative<qint16>(property)) {
+                property = static_cast<qint16>(sqlite3_value_int(values[2]));
+            } else if (std::holds_alternative<QByteArray>(property)) {
+                property = bytesOf(values[2]).toByteArray();
+            } else {
+                property = sqlite3_value_int(values[2]);
+            }
+            QByteArray bytes;
+            EncodeRecord(properties, bytes);
+            sqlite3_result_blob(context, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
+        };
+        // body with property number and value replaced
+        sqlite3_create_function(m_file, "put", 3, SQLITE_UTF8, nullptr, body, nullptr, nullptr);
+    }
+    ~CShareEditor() { sqlite3_close(m_file); }
+
+    bool Run(const QByteArray& sql) {
+        return sqlite3_exec(m_file, sql.constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
+    }
+    qint64 RootOf(const QByteArray& table) {
+        qint64 root = 0;
+        Each("SELECT rootpage FROM sqlite_schema WHERE name='" + table + "'",
+             [&root](auto number, auto) { root = number(0); });
+        return root;
+    }
+    /// The counts stay as they are.
+    void Seal() {
+        CRowsChecksum categories;
+        CRowsChecksum items;
+        Each("SELECT body FROM categories ORDER BY id", [&](auto number, auto body) {
+            (void)number;
+            categories.Add({}, body(0));
+        });
+        Each("SELECT id,category,body FROM items ORDER BY id", [&](auto number, auto body) {
+            const qint64 id = number(0);
+            items.Add({number(1)}, body(2));
+            Each("SELECT owner,item,body FROM components WHERE owner=" + QByteArray::number(id) +
+                     " ORDER BY id",
+                 [&](auto part, auto partBody) {
+                     items.Add({part(0), part(1)}, partBody(2));
+                 });
+        });
+        QVERIFY(Run("UPDATE contents SET checksum=" +
+                    QByteArray::number(
+                        static_cast<qint64>(ChecksumWith(categories.Value(), items.Value())))));
+    }
+
+  private:
+    template <typename Take>
+    void Each(const QByteArray& sql, Take take) {
+        sqlite3_stmt* rows = nullptr;
+        sqlite3_prepare_v2(m_file, sql.constData(), -1, &rows, nullptr);
+        while (sqlite3_step(rows) == SQLITE_ROW) {
+            take([rows](int column) { return sqlite3_column_int64(rows, column); },
+                 [rows](int column) {
+                     const void* bytes = sqlite3_column_blob(rows, column);
+                     return QByteArrayView(static_cast<const char*>(bytes),
+                                           sqlite3_column_bytes(rows, column));
+                 });
+        }
+        sqlite3_finalize(rows);
+    }
+
+    sqlite3* m_file = nullptr;
+};
+
+constexpr int kPage = 1024;  ///< bytes, in files of page trees
+const QString kNoShare = QStringLiteral("is not a share file of Velmora");
+const QString kNewer = QStringLiteral("was made by a newer version of Velmora");
+const QString kDamaged = QStringLiteral("is damaged");
+const QString kTooLarge = QStringLiteral("is too large");
+}  // namespace
+
+class TestTakeInHostile : public CShareTest {
+    Q_OBJECT
+
+  private slots:
+    // One sound file for all rows, and an empty volume in which nothing may ever be.
+    void initTestCase() {
+        MakeVolume();
+        FillKitchen();
+        QVERIFY(Share(kMenus, Shared()));
+        m_sound = Load(Shared());
+        OpenOther(u"other.db"_s);
+    }
+    void init() {
+        Save(Shared(), m_sound);
+        m_messages->Said();
+    }
+    void cleanup() {
+        QCOMPARE(Everything(), QString());
+        QCOMPARE(NextName(Database(), EUndo::Undo, kCatalogueScope), QString());
+    }
+    void cleanupTestCase() { DropVolume(); }
+
+    /// Items: 1 milk, 2 flour, 3 dough, 4 bread, 5 breakfast. Components: dough of milk and flour,
+    /// bread of dough and milk, breakfast of bread and of an egg.
+    void handMadeFilesAreRefused_data() {
+        AddRows<QByteArray, QString>({
+            {"other application", "PRAGMA application_id=1447841106", kNoShare},
+            {"newer", "PRAGMA user_version=2", kNewer},
+            {"no version", "PRAGMA user_version=0", kNoShare},
+            {"write-ahead log", "PRAGMA journal_mode=WAL", kDamaged},
+            {"free pages", "CREATE TABLE t(x); DROP TABLE t", kDamaged},
+            {"trigger", "CREATE TRIGGER t AFTER UPDATE ON items BEGIN DELETE FROM items; END",
+             kDamaged},
+            {"view", "CREATE VIEW v AS SELECT 1", kDamaged},
+            {"index", "CREATE INDEX i ON items(category)", kDamaged},
+            {"table", "CREATE TABLE t(x)", kDamaged},
+            {"view for a table",
+             "PRAGMA writable_schema=1; UPDATE sqlite_schema SET type='view',rootpage=0,"
+             "sql='CREATE VIEW contents AS SELECT 4,5,6,7' WHERE name='contents'",
+             kDamaged},
+            {"other table",
+             "PRAGMA writable_schema=1; UPDATE sqlite_schema SET sql='CREATE TABLE items(id "
+             "INTEGER PRIMARY KEY,category INTEGER,body BLOB CHECK(1))' WHERE name='items'",
+             kDamaged},
+            {"table of another type",
+             "PRAGMA writable_schema=1; UPDATE sqlite_schema SET type='view' WHERE name='items'",
+             kDamaged},
+            {"page used twice",
+             "PRAGMA writable_schema=1; UPDATE sqlite_schema SET rootpage=(SELECT rootpage FROM "
+             "sqlite_schema WHERE name='items') WHERE name='components'",
+             kDamaged},
+            {"no contents", "DELETE FROM contents", kDamaged},
+            {"contents twice", "INSERT INTO contents SELECT * FROM contents", kDamaged},
+            {"contents as text", "UPDATE contents SET items='5 items'", kDamaged},
+            {"checksum as text", "UPDATE contents SET checksum='none'", kDamaged},
+            {"fewer than none", "UPDATE contents SET items=-5", kDamaged},
+            {"fewer components than none", "UPDATE contents SET components=-1", kDamaged},
+            {"an item too few", "UPDATE contents SET items=6", kDamaged},
+            {"an item too many", "UPDATE contents SET items=4", kDamaged},
+            {"a category too few", "UPDATE contents SET categories=9", kDamaged},
+            {"a component too few", "UPDATE contents SET components=7", kDamaged},
+            {"a component too many", "UPDATE contents SET components=5", kDamaged},
+            {"too many items", "UPDATE contents SET items=100001", kTooLarge},
+            {"too many categories", "UPDATE contents SET categories=261", kTooLarge},
+            {"too many components", "UPDATE contents SET components=1000001", kTooLarge},
+            {"gap", "UPDATE items SET id=6 WHERE id=5; UPDATE components SET owner=6 WHERE owner=5",
+             kDamaged},
+            {"negative number", "UPDATE items SET id=-1 WHERE id=1", kDamaged},
+            {"gap in components", "UPDATE components SET id=7 WHERE id=6", kDamaged},
+            {"gap in categories", "UPDATE categories SET id=9 WHERE id=4", kDamaged},
+            {"missing category", "UPDATE items SET category=5 WHERE id=5", kDamaged},
+            {"no category", "UPDATE items SET category=0 WHERE id=5", kDamaged},
+            {"category as text", "UPDATE items SET category='Week' WHERE id=5", kDamaged},
+            {"food in a category of recipes", "UPDATE items SET category=3 WHERE id=1", kDamaged},
+            {"component of a food", "UPDATE components SET owner=2 WHERE id=1", kDamaged},
+            {"component of no item", "UPDATE components SET owner=9 WHERE id=6", kDamaged},
+            {"component of an item before", "UPDATE components SET owner=3 WHERE id=6", kDamaged},
+            {"made of itself", "UPDATE components SET item=4 WHERE id=3", kDamaged},
+            {"made of what is made of it", "UPDATE components SET item=4 WHERE id=1", kDamaged},
+            {"made of no item", "UPDATE components SET item=99 WHERE id=6", kDamaged},
+            {"made of less than none", "UPDATE components SET item=-1 WHERE id=6", kDamaged},
+            {"made of a text", "UPDATE components SET item='1' || char(0) WHERE id=6", kDamaged},
+            {"recipe for a food", "UPDATE components SET item=3 WHERE id=6", kDamaged},
+            {"food for a recipe", "UPDATE components SET item=1 WHERE id=5", kDamaged},
+            {"kind of nothing", "UPDATE components SET body=put(body,1,3) WHERE id=6", kDamaged},
+            {"negative kind", "UPDATE components SET body=put(body,1,-1) WHERE id=6", kDamaged},
+            {"category of no kind", "UPDATE categories SET body=put(body,0,4) WHERE id=1",
+             kDamaged},
+            {"category of a negative kind", "UPDATE categories SET body=put(body,0,-1) WHERE id=1",
+             kDamaged},
+            {"category without a name", "UPDATE categories SET body=put(body,2,'') WHERE id=1",
+             kDamaged},
+            {"category twice", "UPDATE categories SET body=put(body,2,'Dairy') WHERE id=2",
+             kDamaged},
+            {"large picture", "UPDATE categories SET body=put(body,3,zeroblob(4194305)) WHERE id=1",
+             kDamaged},
+            {"no name", "UPDATE items SET body=put(body,1,'') WHERE id=1", kDamaged},
+            {"no type", "UPDATE items SET body=put(body,2,'') WHERE id=1", kDamaged},
+            {"no recipe's name", "UPDATE items SET body=put(body,3,'') WHERE id=3", kDamaged},
+            {"no component's name", "UPDATE components SET body=put(body,3,'') WHERE id=1",
+             kDamaged},
+            {"long name", "UPDATE items SET body=put(body,1,printf('%0129d',1)) WHERE id=1",
+             kDamaged},
+            {"long serving", "UPDATE items SET body=put(body,57,printf('%065d',1)) WHERE id=1",
+             kDamaged},
+            {"long instructions",
+             "UPDATE items SET body=put(body,61,printf('%032768d',1)) WHERE id=3", kDamaged},
+            {"NaN", "UPDATE items SET body=put(body,3,NULL) WHERE id=1", kDamaged},
+            {"infinity", "UPDATE components SET body=put(body,60,9e999) WHERE id=1", kDamaged},
+            {"text for a number", "UPDATE items SET body=put(body,3,'1') WHERE id=1", kDamaged},
+            {"body as text", "UPDATE items SET body='body' WHERE id=1", kDamaged},
+            {"no body", "UPDATE items SET body=NULL WHERE id=1", kDamaged},
+            {"empty body", "UPDATE components SET body=x'' WHERE id=1", kDamaged},
+            {"body of one value", "UPDATE items SET body=x'010003' WHERE id=1", kDamaged},
+            {"body of many values",
+             "UPDATE items SET body=CAST(x'FFFF' || zeroblob(65535) AS BLOB) WHERE id=1", kDamaged},
+            {"bytes left over", "UPDATE items SET body=CAST(body || x'00' AS BLOB) WHERE id=1",
+             kDamaged},
+            {"giant body", "UPDATE items SET body=zeroblob(20000000) WHERE id=1", kDamaged},
+        });
+    }
+    void handMadeFilesAreRefused() {
+        const auto& [sql, reason] = DataRow<QByteArray, QString>();
+        {
+            CShareEditor editor(Shared());
+            QVERIFY(editor.Run(sql) || sql.contains("writable_schema"));
+            if (!sql.contains("contents")) {
+                editor.Seal();
+            }
+        }
+        Refuses(reason);
+    }
+
+    /// Without a change of more than the seal the file is sound.
+    void theEditorMakesSoundFiles() {
+        {
+            CShareEditor editor(Shared());
+            QVERIFY(editor.Run("UPDATE contents SET checksum=0"));
+        }
+        Refuses(kDamaged);
+        CShareEditor(Shared()).Seal();
+        CShareReader reader;
+        QCOMPARE(int(reader.Open(Shared())), int(kErrorSuccess));
+        QCOMPARE(int(reader.ReadItems(
+                     {[](const auto&) { return true; }, [](const auto&) { return true; }})),
+                 int(kErrorSuccess));
+    }
+
+    void filesOfOtherKindsAreRefused() {
+        for (const auto& [bytes, reason] : {std::pair(QByteArray(), kNoShare),
+                                            {QByteArray("<Foods>\r\n"), kNoShare},
+                                            {m_sound.first(99), kDamaged},
+                                            {m_sound.first(100), kDamaged},
+                                            {m_sound.first(m_sound.size() - 1), kDamaged},
+                                            {m_sound.first(m_sound.size() - 4096), kDamaged},
+                                            {m_sound + QByteArray(4096, '\0'), kDamaged}}) {
+            Save(Shared(), bytes);
+            Refuses(reason);
+        }
+        Save(Shared(), Load(Path(u"v.db"_s)));
+        Refuses(kNoShare);
+        QVERIFY(!TakeInFile(Database(), EDuplicatePolicy::Skip, Path(u"other.db"_s)));
+        QVERIFY(!TakeInFile(Database(), EDuplicatePolicy::Skip, m_folder->path()));
+        QVERIFY(!TakeInFile(Database(), EDuplicatePolicy::Skip, Path(u"none"_s)));
+        QVERIFY(m_messages->Said().contains(u"cannot be read"));
+    }
+
+    /// Checking such a tree takes more stack, or more time, than there is.
+    void deepAndWideTreesAreRefused() {
+        constexpr int kDeep = 50'000;
+        constexpr int kLevels = 4;
+        for (const auto& [levels, cells] : {std::pair(kDeep, 0), {kDeep, 1}, {kLevels, 60}}) {
+            Save(Shared(), m_sound);
+            qint64 root = 0;
+            {
+                CShareEditor editor(Shared());
+                QVERIFY(editor.Run("PRAGMA page_size=1024; VACUUM"));
+                root = editor.RootOf("items");
+            }
+            QByteArray file = Load(Shared());
+            const qsizetype rootAt = (root - 1) * kPage;
+            const QByteArray leaf = file.sliced(rootAt, kPage);
+            auto next = static_cast<quint32>(file.size() / kPage + 1);
+            file.replace(rootAt, kPage, InnerPage(next, cells));
+            for (int level = 0; level < levels; ++level) {
+                file += InnerPage(++next, cells);
+            }
+            file += leaf;
+            qToBigEndian(static_cast<quint32>(file.size() / kPage), file.data() + 28);
+            Save(Shared(), file);
+            Refuses(kDamaged);
+        }
+    }
+
+    void sizeIsJudgedByTheHeaderFirst() {
+        for (const auto& [bytes, reason] :
+             {std::pair(m_sound, kTooLarge), {QByteArray(100, 'x'), kNoShare}}) {
+            QFile file(Shared());
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+            QVERIFY(file.resize(kMostShareBytes + 4096));  // a hole
+            file.close();
+            Refuses(reason);
+        }
+    }
+
+    /// Every field of the first pages, and samples of the rest, with one bit turned: the file is
+    /// refused, or holds what it held.
+    void turnedBitsAreNoticed() {
+        const QByteArray sound = ContentOf(m_sound);
+        QVERIFY(!sound.isEmpty());
+        int refused = 0;
+        for (qsizetype at = 0; at < m_sound.size(); at += at < 400 ? 1 : 37) {
+            QByteArray turned = m_sound;
+            turned[at] = static_cast<char>(turned[at] ^ (1 << (at % 8)));
+            const QByteArray content = ContentOf(turned);
+            refused += content.isEmpty() ? 1 : 0;
+            QVERIFY2(content.isEmpty() || content == sound, qPrintable(QString::number(at)));
+        }
+        QVERIFY(refused > 100);
+    }
+
+  private:
+    void Refuses(const QString& reason) {
+        QVERIFY(!TakeInFile(Database(), EDuplicatePolicy::Overwrite, Shared()));
+        const QString said = m_messages->Said();
+        QVERIFY2(said.contains(reason) && !said.contains(u'|'), qPrintable(said));
+    }
+    /// Of a tree: all its cells lead to the same page. They stand at the page's end, each a page
+    /// number and a row number.
+    static QByteArray InnerPage(quint32 child, int cells) {
+        constexpr int kCellBytes = 5;
+        QByteArray page(kPage, '\0');
+        page[0] = 5;
+        qToBigEndian(static_cast<quint16>(cells), page.data() + 3);
+        qToBigEndian(static_cast<quint16>(kPage - cells * kCellBytes), page.data() + 5);
+        qToBigEndian(child, page.data() + 8);
+        for (int cell = 0; cell < cells; ++cell) {
+            const int at = kPage - (cell + 1) * kCellBytes;
+            qToBigEndian(static_cast<quint16>(at), page.data() + 12 + 2 * cell);
+            qToBigEndian(child, page.data() + at);
+            page[at + 4] = static_cast<char>(cell + 1);
+        }
+        return page;
+    }
+    /// All records of the file; empty when it is refused.
+    QByteArray ContentOf(const QByteArray& bytes) {
+        Save(Shared(), bytes);
+        CShareReader reader;
+        QByteArray content;
+        QByteArray body;
+        const auto take = [&](int number, const PropertyList& record) {
+            EncodeRecord(record, body);
+            content += QByteArray::number(number) + body;
+            return true;
+        };
+        if (reader.Open(Shared()) != kErrorSuccess) {
+            return {};
+        }
+        for (const CCategory& category : reader.Categories()) {
+            take(0, category.GetProperties());
+        }
+        const EPlatformError error = reader.ReadItems(
+            {[&](const CSharedItem& item) { return take(item.category, item.record); },
+             [&](const CSharedComponent& part) { return take(part.item, part.record); }});
+        return error == kErrorSuccess ? content : QByteArray();
+    }
+
+    QByteArray m_sound;
+};
+
+QTEST_GUILESS_MAIN(TestTakeInHostile)
+#include "TestTakeInHostile.moc"
