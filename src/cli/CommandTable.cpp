@@ -51,9 +51,9 @@ const std::vector<CCommand>& AllCommands() {
     static const std::vector<CCommand> all = [] {
         std::vector<CCommand> commands;
         for (const std::span<const CCommand> group :
-             {ProfileCommands(), CatalogueCommands(), CategoryCommands(), SearchCommands(),
-              DietCommands(), WeightCommands(), ExerciseCommands(), ReportCommands(),
-              UndoCommands()}) {
+             {ProfileCommands(), CatalogueCommands(), CategoryCommands(), ShareCommands(),
+              SearchCommands(), DietCommands(), WeightCommands(), ExerciseCommands(),
+              ReportCommands(), UndoCommands()}) {
             commands.insert(commands.end(), group.begin(), group.end());
         }
         return commands;

@@ -41,6 +41,7 @@ struct CCommand {
 std::span<const CCommand> ProfileCommands();
 std::span<const CCommand> CatalogueCommands();
 std::span<const CCommand> CategoryCommands();
+std::span<const CCommand> ShareCommands();
 std::span<const CCommand> DietCommands();
 std::span<const CCommand> WeightCommands();
 std::span<const CCommand> ReportCommands();

@@ -1,5 +1,6 @@
 # The words of the transcripts. Each command of velmora-cli is one, on the volume v.db.
 v() { "$cli" --volume v.db "$@"; }
+w() { "$cli" --volume w.db "$@"; }
 for group in profile foods menus recipes exlib categories search diet weight bmi exercises report \
     purge undo redo
 do eval "$group() { v $group \"\$@\"; }"
