@@ -123,6 +123,7 @@ class CVelmoraDoc {
     // View state that outlives a view.
     QDate dayShown;
     int selectedMeal = kAllMeals;
+    QString shareFile;        ///< name of the file shared or taken in last
     QString quickLine;        ///< of the active profile, as far as it was not added
     bool isFirstRun = false;  ///< the start created the volume's first profile
     int weightGraphSpan = 3;  ///< EGraphSpan; all weights unless the profile has another one

@@ -26,7 +26,7 @@ const QString kOkAndCancel = u"(6,0,6,6 ~0 ( ~0 ok=[OK]!? w+24 cancel=[Cancel]? 
 const QRegularExpression kPassing(u"\\d+(\\.\\d+){2}|v\\d+\\.\\d+|\\d+(?= ys)"_s);
 /// Commands that open a dialog; others delete, copy or switch to another view.
 const QRegularExpression kAsking(
-    u"^(?!Clear|Delete|Duplicate|Nutrients|Quick|Move recipe|Foods|Menus|Recipes|Exercises).*\\.\\.\\.$"_s);
+    u"^(?!Clear|Delete|Duplicate|Nutrients|Quick|Move recipe|Foods|Menus|Recipes|Exercises|Share).*\\.\\.\\.$"_s);
 const QRegularExpression kNewOrEdit(u"^(New|Edit) (?=food)"_s);
 const QRegularExpression kOfEveryDiary(u"^(Open|Report|Pref|User|Target|Purge|About|Backgr)"_s);
 }  // namespace

@@ -1,11 +1,14 @@
 // The commands of the catalogue view.
 #include "catalogue/pick/FindDialog.h"
 #include "catalogue/pick/FindItems.h"
+#include "catalogue/share/ShareItems.h"
+#include "catalogue/share/TakeIn.h"
 #include "catalogue/view/CatalogueView.h"
 #include "catalogue/view/CategoryPickDialog.h"
 #include "catalogue/view/OptionsDialogs.h"
 #include "controls/ReportList.h"
 
+#include <QFileInfo>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -50,6 +53,37 @@ void CCatalogueView::Export() {
         request.positions.push_back(entry.position);
     }
     (void)ExportCatalogue(Database(), m_kind.code, request);
+}
+
+void CCatalogueView::Share() {
+    CShareRequest request{m_kind.code, {}};
+    for (const CCategoryListEntry& entry : m_browser->Selected()) {
+        request.positions.push_back(entry.position);
+    }
+    if (request.positions.empty()) {
+        ShowMessage(FormatText("Please select %s to share."_L1, {Text(m_kind.words.one)}),
+                    EMessageIcon::Information);
+        return;
+    }
+    const QString path =
+        ChooseFileToSave(ShareFileChoice(FormatText("Share %s"_L1, {Text(m_kind.words.many)}),
+                                         ProposedShareName(Database(), request)));
+    if (!path.isEmpty()) {
+        m_doc.shareFile = QFileInfo(path).fileName();
+        (void)ShareItems(Database(), request, path);  // has shown how it went
+    }
+}
+
+void CCatalogueView::TakeIn() {
+    const std::optional<EDuplicatePolicy> policy = AskTakeInOptions(this);
+    if (!policy) {
+        return;
+    }
+    const QString path = ChooseFileToOpen(ShareFileChoice(u"Take in"_s, m_doc.shareFile));
+    if (!path.isEmpty()) {
+        m_doc.shareFile = QFileInfo(path).fileName();
+        RunThenReload([&] { (void)TakeInFile(Database(), *policy, path); });
+    }
 }
 
 void CCatalogueView::NewCategory() {

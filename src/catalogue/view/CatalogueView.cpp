@@ -64,6 +64,8 @@ void CCatalogueView::MakeActions() {
         {texts.duplicateItem, Qt::CTRL | Qt::Key_D, &View::DuplicateSelected},
         {texts.find, QKeySequence::Find, &View::Find, tips.find, EIcon::Find},
         {texts.findNext, Qt::Key_F3, &View::FindAgain, tips.findNext, EIcon::FindNext},
+        {"Share...", {}, &View::Share},
+        {"Take in...", {}, &View::TakeIn},
     }};
     for (size_t i = 0; i < commands.size(); ++i) {
         m_actions[i] = commands[i].text == nullptr ? nullptr : MakeAction(commands[i]);
@@ -163,14 +165,14 @@ void CCatalogueView::ConnectBrowser() {
     connect(tree, &QWidget::customContextMenuRequested, this, [this, tree](const QPoint& at) {
         ShowMenu(tree->viewport(), at,
                  {kNewCategory, kRenameCategory, kDeleteCategory, kCommandCount, kRenameItems,
-                  kNewItem, kCommandCount, kImport, kExport});
+                  kNewItem, kCommandCount, kImport, kExport, kCommandCount, kShare, kTakeIn});
     });
     CReportList* list = m_browser->List();
     connect(list, &QAbstractItemView::activated, this, &CCatalogueView::EditSelected);
     connect(list, &QWidget::customContextMenuRequested, this, [this, list](const QPoint& at) {
         ShowMenu(list->viewport(), at,
                  {kNewItem, kEditItem, kDeleteItems, kMoveItems, kDuplicateItem, kCommandCount,
-                  kFind, kFindNext});
+                  kFind, kFindNext, kCommandCount, kShare, kTakeIn});
     });
 }
 
@@ -218,11 +220,10 @@ std::vector<CCommandMenu> CCatalogueView::CommandBar() {
     const std::vector<QAction*> tail = m_undo->MenuTail();
     edit.insert(edit.end(), tail.begin(), tail.end());
     std::vector<QAction*> file = {m_actions[kImport], m_actions[kExport], nullptr,
-                                  m_actions[kClose]};
-    if (const std::vector<QAction*> own = FileTail(); !own.empty()) {
-        file.push_back(nullptr);
-        file.insert(file.end(), own.begin(), own.end());
-    }
+                                  m_actions[kClose], nullptr};
+    const std::vector<QAction*> own = FileTail();
+    file.insert(file.end(), own.begin(), own.end());
+    file.insert(file.end(), {m_actions[kShare], m_actions[kTakeIn]});
     std::vector<QAction*> tools = Tools();
     tools.insert(tools.end(), m_windows.begin(), m_windows.end());
     return {

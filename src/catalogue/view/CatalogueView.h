@@ -61,6 +61,8 @@ class CCatalogueView : public CMainView {
         kDuplicateItem,
         kFind,
         kFindNext,
+        kShare,
+        kTakeIn,
         kCommandCount
     };
 
@@ -81,6 +83,8 @@ class CCatalogueView : public CMainView {
 
     void Import();
     void Export();
+    void Share();
+    void TakeIn();
     void CloseView();
     void NewCategory();
     void RenameCategory();

@@ -29,29 +29,39 @@ int COptionsDialog::GetChoice() const {
     return m_choices->checkedId();
 }
 
+namespace {
+/// The choice made; nothing when the dialog is cancelled.
+template <typename Choice>
+std::optional<Choice> Ask(const QString& title, const QStringList& choices, Choice preselected,
+                          QWidget* parent) {
+    COptionsDialog dialog(title, title + u':', choices, static_cast<int>(preselected), parent);
+    return dialog.exec() == QDialog::Accepted
+               ? std::optional(static_cast<Choice>(dialog.GetChoice()))
+               : std::nullopt;
+}
+}  // namespace
+
 std::optional<EExportChoice> AskExportOptions(ECatalogueKind kind, EExportChoice preselected,
                                               QWidget* parent) {
     const QString plural = QString::fromLatin1(KindOf(kind).words.many);
-    COptionsDialog dialog(u"Export options"_s, u"Export options:"_s,
-                          {FormatText("Export all %s"_L1, {plural}), u"Export current category"_s,
-                           FormatText("Export selected %s"_L1, {plural})},
-                          static_cast<int>(preselected), parent);
-    if (dialog.exec() != QDialog::Accepted) {
-        return std::nullopt;
-    }
-    return static_cast<EExportChoice>(dialog.GetChoice());
+    return Ask(u"Export options"_s,
+               {FormatText("Export all %s"_L1, {plural}), u"Export current category"_s,
+                FormatText("Export selected %s"_L1, {plural})},
+               preselected, parent);
 }
 
 std::optional<EDuplicatePolicy> AskImportOptions(ECatalogueKind kind, EDuplicatePolicy preselected,
                                                  QWidget* parent) {
     const QString plural = QString::fromLatin1(KindOf(kind).words.many);
-    COptionsDialog dialog(u"Import options"_s, u"Import options:"_s,
-                          {FormatText("Overwrite existing %s"_L1, {plural}),
-                           FormatText("Skip existing %s"_L1, {plural}),
-                           QString::fromLatin1(KindOf(kind).exchange.doNotCheck)},
-                          static_cast<int>(preselected), parent);
-    if (dialog.exec() != QDialog::Accepted) {
-        return std::nullopt;
-    }
-    return static_cast<EDuplicatePolicy>(dialog.GetChoice());
+    return Ask(u"Import options"_s,
+               {FormatText("Overwrite existing %s"_L1, {plural}),
+                FormatText("Skip existing %s"_L1, {plural}),
+                QString::fromLatin1(KindOf(kind).exchange.doNotCheck)},
+               preselected, parent);
+}
+
+std::optional<EDuplicatePolicy> AskTakeInOptions(QWidget* parent) {
+    return Ask(u"Take in options"_s,
+               {u"Overwrite existing items"_s, u"Skip existing items"_s, u"Do not check"_s},
+               EDuplicatePolicy::Skip, parent);
 }

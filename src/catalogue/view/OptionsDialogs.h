@@ -1,4 +1,4 @@
-// "Export options" and "Import options": one choice of three before an exchange.
+// "Export options", "Import options" and "Take in options": one choice of three before an exchange.
 #pragma once
 
 #include "catalogue/exchange/CsvExchange.h"
@@ -23,3 +23,5 @@ std::optional<EExportChoice> AskExportOptions(ECatalogueKind kind, EExportChoice
                                               QWidget* parent);
 std::optional<EDuplicatePolicy> AskImportOptions(ECatalogueKind kind, EDuplicatePolicy preselected,
                                                  QWidget* parent);
+/// Before taking in a share file; Skip is preselected.
+std::optional<EDuplicatePolicy> AskTakeInOptions(QWidget* parent);
