@@ -10,14 +10,15 @@
 #include "store/Step.h"
 
 #include <QFileInfo>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 class CTakeInRun {
   public:
-    CTakeInRun(CDatabase& database, EDuplicatePolicy policy, const QString& path)
-        : m_database(database), m_policy(policy), m_path(path), m_plan(database) {}
+    CTakeInRun(CDatabase& database, EDuplicatePolicy policy, QString path)
+        : m_database(database), m_policy(policy), m_path(std::move(path)), m_plan(database) {}
     bool Run();
 
   private:

@@ -322,7 +322,8 @@ class TestTakeInHostile : public CShareTest {
             turned[at] = static_cast<char>(turned[at] ^ (1 << (at % 8)));
             const QByteArray content = ContentOf(turned);
             refused += content.isEmpty() ? 1 : 0;
-            QVERIFY2(content.isEmpty() || content == sound, qPrintable(QString::number(at)));
+            QVERIFY2(content.isEmpty() || (content == sound && !IsFixed(at)),
+                     qPrintable(QString::number(at)));
         }
         QVERIFY(refused > 100);
     }
@@ -332,6 +333,12 @@ class TestTakeInHostile : public CShareTest {
         QVERIFY(!TakeInFile(Database(), EDuplicatePolicy::Overwrite, Shared()));
         const QString said = m_messages->Said();
         QVERIFY2(said.contains(reason) && !said.contains(u'|'), qPrintable(said));
+    }
+    /// Whether the byte of the file's header is the same in every share file: formats, the size of
+    /// the file, free pages, encoding, traces of a vacuum.
+    static bool IsFixed(qsizetype at) {
+        return (at >= 18 && at < 24) || (at >= 28 && at < 32) || (at >= 36 && at < 40) ||
+               (at >= 52 && at < 60) || (at >= 64 && at < 68);
     }
     /// Of a tree: all its cells lead to the same page. They stand at the page's end, each a page
     /// number and a row number.
