@@ -101,6 +101,9 @@ class TestShare : public CShareTest {
             QCOMPARE(PartsOf(Database(), kRecipes, there + 1), u"Pie"_s);
             QVERIFY(!Database().Composed().RecipeContains(there, there + 1));
         }
+        AddComposed(Database(), kRecipes, 1, u"Pie"_s);  // one more than the file has
+        QVERIFY(TakeInFile(Database(), EDuplicatePolicy::Skip, Shared()));
+        QCOMPARE(m_messages->Said(), u"Took in nothing. Skipped 2 recipes that existed already."_s);
     }
 
     void recipesMayContainEachOtherAsDeepAsTheyLike() {
@@ -186,6 +189,9 @@ class TestShare : public CShareTest {
             u"The file '%1' is too large: a share file has at most 100000 items and 256 MB."_s.arg(
                 Shared()));
         QVERIFY(!QFile::exists(Shared()));
+        QVERIFY(Database().Exlib().Delete(0));
+        QVERIFY(Share(kExercises, Shared()));
+        QCOMPARE(m_messages->Said(), u"Shared 100000 exercises."_s);
         QVERIFY(!ShareItems(Database(), {kRecipes, {}}, Shared()));
         QCOMPARE(m_messages->Said(), u"There are no recipes found to share."_s);
     }
