@@ -22,16 +22,20 @@ constexpr char kWrite[] = "REPLACE INTO named_values VALUES(?1,?2,?3)";
 constexpr char kDeleteOwner[] = "DELETE FROM named_values WHERE owner=?1";
 }  // namespace
 
-EPlatformError CNamedValues::Read(ObjectId owner, const QString& name,
-                                  std::optional<QString>& value) {
+CSqliteFile& CNamedValues::File() const {
+    return m_state.file;
+}
+
+EPlatformError CNamedValues::ReadFrom(CSqliteFile& file, ObjectId owner, const QString& name,
+                                      std::optional<QString>& value) {
     value.reset();
     std::vector<QString> tables;
-    if (const EPlatformError error = m_state.file.ListTables(kTable, tables);
+    if (const EPlatformError error = file.ListTables(kTable, tables);
         error != kErrorSuccess || tables.empty()) {
         return error;
     }
     CStatement read;
-    if (const EPlatformError error = read.Prepare(m_state.file, kRead); error != kErrorSuccess) {
+    if (const EPlatformError error = read.Prepare(file, kRead); error != kErrorSuccess) {
         return error;
     }
     read.Start({owner, name});

@@ -22,7 +22,11 @@ class CNamedValues {
     explicit CNamedValues(CStorageState& state) : m_state(state) {}
 
     /// Sets `value` to nothing when there is none.
-    EPlatformError Read(ObjectId owner, const QString& name, std::optional<QString>& value);
+    EPlatformError Read(ObjectId owner, const QString& name, std::optional<QString>& value) {
+        return ReadFrom(File(), owner, name, value);
+    }
+    static EPlatformError ReadFrom(CSqliteFile& file, ObjectId owner, const QString& name,
+                                   std::optional<QString>& value);
     EPlatformError Write(ObjectId owner, const QString& name, const QString& value);
     /// Deletes all values of an owner.
     EPlatformError DeleteOwner(ObjectId owner);
@@ -30,6 +34,7 @@ class CNamedValues {
     EPlatformError WriteInUnit(ObjectId owner, const QString& name, const QString& value);
 
   private:
+    [[nodiscard]] CSqliteFile& File() const;
     EPlatformError RunOnce(const char* sql, std::initializer_list<CSqlValue> values);
 
     CStorageState& m_state;

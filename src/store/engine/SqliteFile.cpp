@@ -72,15 +72,15 @@ EPlatformError CSqliteFile::Open(const QString& path) {
     m_path = WithoutLink(given);
     m_keptJournal.clear();
     m_created = CreateFile(m_path) ? StampOf(m_path) : std::nullopt;
-    EPlatformError error = Lock();
+    EPlatformError error = m_lock.Take(m_path);
     if (error == kErrorSuccess) {
         error = OpenConnection();
     }
     if (error == kErrorSuccess) {
         error = LockAndCheck();
     }
-    if (error == kErrorSuccess && m_lock < 0) {
-        error = Lock();  // SQLite has created the file that a link led to
+    if (error == kErrorSuccess && !m_lock.IsHeld()) {
+        error = m_lock.Take(m_path);  // SQLite has created the file that a link led to
     }
     if (error == kErrorSuccess) {
         error = Execute(kSettings);
@@ -107,21 +107,6 @@ void CSqliteFile::RemoveCreated() {
         (void)m_watch.Detach();
         ::unlink(m_path.constData());
     }
-}
-
-// SQLite's own lock is lost as soon as anything else in this process, such as a file dialog that
-// looks for an icon, opens the file and closes it. This one stays with its descriptor. Its byte
-// lies beyond every byte that SQLite reads, writes or locks, since some network file systems make a
-// lock keep out reads and writes as well. Where there are no such locks, SQLite's remains.
-EPlatformError CSqliteFile::Lock() {
-    struct flock byte {};
-    byte.l_type = F_WRLCK;
-    byte.l_start = qint64{1} << 61U;
-    byte.l_len = 1;
-    m_lock = ::open(m_path.constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
-    const bool isTaken = m_lock >= 0 && ::fcntl(m_lock, F_OFD_SETLK, &byte) != 0 &&
-                         (errno == EAGAIN || errno == EACCES);
-    return isTaken ? kErrorSharingViolation : kErrorSuccess;
 }
 
 EPlatformError CSqliteFile::OpenConnection() {
@@ -240,10 +225,7 @@ EPlatformError CSqliteFile::Close() {
     const int result = sqlite3_close(m_connection);
     if (result == SQLITE_OK) {
         m_connection = nullptr;
-        if (m_lock >= 0) {
-            // Not before SQLite has closed the file, whose lock goes with it.
-            ::close(std::exchange(m_lock, -1));
-        }
+        m_lock.Release();  // not before SQLite has closed the file, whose lock goes with it
     }
     return PlatformErrorOf(result);
 }
@@ -252,8 +234,10 @@ EPlatformError CSqliteFile::CheckPlace() {
     return m_watch.Look() == EVolumeState::Sound ? kErrorSuccess : kErrorFileInvalid;
 }
 
-EPlatformError CSqliteFile::CopyTo(const QString& path) {
+EPlatformError CSqliteFile::CopyTo(const QString& path, const CopyProgress& progress) {
+    constexpr int kPages = 256;  // at a time: 2 MB
     sqlite3* copy = nullptr;
+    bool isCancelled = false;
     int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &copy,
                                  SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     if (result == SQLITE_OK) {
@@ -261,12 +245,17 @@ EPlatformError CSqliteFile::CopyTo(const QString& path) {
         if (backup == nullptr) {
             result = sqlite3_errcode(copy);
         } else {
-            sqlite3_backup_step(backup, -1);
+            for (int step = SQLITE_OK; step == SQLITE_OK && !isCancelled;) {
+                step = sqlite3_backup_step(backup, kPages);
+                const int total = sqlite3_backup_pagecount(backup);
+                isCancelled =
+                    progress && !progress(total - sqlite3_backup_remaining(backup), total);
+            }
             result = sqlite3_backup_finish(backup);
         }
     }
     sqlite3_close(copy);
-    return ErrorOf(result);
+    return isCancelled ? kErrorOperationAborted : ErrorOf(result);
 }
 
 EPlatformError CSqliteFile::CheckIntegrity() {

@@ -6,8 +6,10 @@
 #include <QStringView>
 #include <optional>
 
+#include "store/engine/FileOperations.h"
 #include "store/engine/FileStamp.h"
 #include "store/engine/PlatformError.h"
+#include "store/engine/VolumeLock.h"
 #include "store/engine/VolumeWatch.h"
 
 /// Holds its file exclusively from a successful Open until Close.
@@ -33,7 +35,7 @@ class CSqliteFile {
     [[nodiscard]] EVolumeState GetState() const { return m_watch.GetState(); }
     void SetOverwritten() { m_watch.SetOverwritten(); }
     /// Copies the content of the open file to another one. Not within a transaction.
-    EPlatformError CopyTo(const QString& path);
+    EPlatformError CopyTo(const QString& path, const CopyProgress& progress = {});
 
     /// Reads the whole file; kErrorCorrupt when any page is damaged or used twice.
     EPlatformError CheckIntegrity();
@@ -57,7 +59,6 @@ class CSqliteFile {
     [[nodiscard]] qint64 GetLastRowId() const;
 
   private:
-    EPlatformError Lock();
     EPlatformError OpenConnection();
     EPlatformError LockAndCheck();
     EPlatformError CheckHeader(bool hasJournal, bool& isEmpty) const;
@@ -69,5 +70,5 @@ class CSqliteFile {
     QByteArray m_path;
     QByteArray m_keptJournal;
     std::optional<CFileStamp> m_created;  ///< of a file that was not there before Open
-    int m_lock = -1;                      ///< a descriptor that is locked from Open until Close
+    CVolumeLock m_lock;                   ///< from Open until Close
 };

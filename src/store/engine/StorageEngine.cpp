@@ -64,7 +64,8 @@ EPlatformError CStorageEngine::SaveCopy(const QString& path) {
     if (const EPlatformError error = m_state->CheckReadable(); error != kErrorSuccess) {
         return error;
     }
-    return m_state->isInUnit ? kErrorInvalidParameter : SaveVolumeCopy(m_state->file, path);
+    return m_state->isInUnit ? kErrorInvalidParameter
+                             : SaveVolumeCopy(m_state->file, path, EDamagedCopy::Kept);
 }
 
 QString CStorageEngine::GetKeptJournal() const {

@@ -42,22 +42,37 @@ EPlatformError Compare(CSqliteFile& volume, const QString& copyPath) {
     }
     return error == kErrorSuccess ? copy.CheckIntegrity() : error;
 }
+/// Reserves a name beside `path` that nothing has.
+EPlatformError CreatePart(const QString& path, QString& part) {
+    part = path + u".part"_s;
+    EPlatformError error = CreatePrivateFile(QFile::encodeName(part));
+    for (int n = 1; error == kErrorAlreadyExists; ++n) {
+        part = path + u".part-%1"_s.arg(n);
+        error = CreatePrivateFile(QFile::encodeName(part));
+    }
+    return error;
+}
 }  // namespace
 
-EPlatformError SaveVolumeCopy(CSqliteFile& volume, const QString& path) {
-    QString part = path + u".part"_s;
-    for (int n = 1; QFile::exists(part); ++n) {
-        part = path + u".part-%1"_s.arg(n);
+EPlatformError SaveVolumeCopy(CSqliteFile& volume, const QString& path, EDamagedCopy damaged,
+                              const CopyProgress& progress) {
+    QString part;
+    if (const EPlatformError error = CreatePart(path, part); error != kErrorSuccess) {
+        return error;
     }
-    EPlatformError error = volume.CopyTo(part);
+    EPlatformError error = volume.CopyTo(part, progress);
     if (error == kErrorSuccess) {
         error = Compare(volume, part);
     }
+    const bool isKept =
+        error == kErrorSuccess || (error == kErrorCorrupt && damaged == EDamagedCopy::Kept);
+    const QByteArray target = QFile::encodeName(path);
     // A rename replaces an existing file in one step.
-    if ((error == kErrorSuccess || error == kErrorCorrupt) &&
-        std::rename(QFile::encodeName(part).constData(), QFile::encodeName(path).constData()) !=
-            0) {
-        error = kErrorAccessDenied;
+    if (isKept && std::rename(QFile::encodeName(part).constData(), target.constData()) != 0) {
+        error = LastFileError();
+    }
+    if (error == kErrorSuccess) {
+        error = SyncFolderOf(target);
     }
     QFile::remove(part);  // only there when something failed
     return error;

@@ -3,7 +3,14 @@
 
 #include "store/engine/SqliteFile.h"
 
-/// Copies `volume` to a file beside `path`, reopens, checks and compares it, then renames it to
-/// `path`, replacing a file of that name. kErrorCorrupt when the copy was saved but is as damaged
-/// as the volume.
-EPlatformError SaveVolumeCopy(CSqliteFile& volume, const QString& path);
+/// What becomes of a copy that is as damaged as the volume.
+enum class EDamagedCopy {
+    Kept,  ///< of a volume that is lost otherwise
+    Removed,
+};
+
+/// Copies `volume` to a private file beside `path`, reopens and checks it and compares the counts
+/// of records of every database, then renames it to `path`, replacing a file of that name, and
+/// syncs the folder. kErrorCorrupt when the copy is damaged.
+EPlatformError SaveVolumeCopy(CSqliteFile& volume, const QString& path, EDamagedCopy damaged,
+                              const CopyProgress& progress = {});
