@@ -12,8 +12,6 @@ inline constexpr int kCatalogueListCapacity = 1024;
 inline constexpr int kDietListCapacity = 128;
 inline constexpr int kNoCapacity = std::numeric_limits<int>::max();
 
-inline constexpr int kMaximumCategories = 256;  ///< over all kinds together
-
 struct CCategoryListEntry {
     int position;
     qint32 categoryId;

@@ -4,23 +4,11 @@
 #include <array>
 
 #include "platform/Messages.h"
+#include "store/records/DatabaseLayouts.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-// The four databases of a profile: suffix to its name, and layout.
-struct CProfileDatabase {
-    const char* suffix;
-    const CRecordLayout& layout;
-};
-constexpr char kDietSuffix[] = "_Diet";
-constexpr CProfileDatabase kProfileDatabases[] = {
-    {"", kProfileLayout},
-    {kDietSuffix, kDietLayout},
-    {"_Weight", kWeightLayout},
-    {"_Exercises", kExercisesLayout},
-};
-
 enum class EOwnership { None, OfProfile, Foreign };
 
 // Whether a database is one of a profile's four, or has a name that one of them needs.
@@ -57,7 +45,7 @@ CFoundRecord FindProfileRecord(CItemDatabaseBase& profile) {
 }  // namespace
 
 QString DietDatabaseName(const QString& profile) {
-    return profile + QLatin1StringView(kDietSuffix);
+    return profile + QLatin1StringView(kProfileDatabases[1].suffix);
 }
 
 CProfiles::CProfiles(CRecordStore& store)

@@ -8,6 +8,7 @@ enum class ECatalogueKind : qint16 { Foods = 0, Menus = 1, Recipes = 2, Exercise
 
 /// A larger picture is not stored.
 inline constexpr qint64 kLargestPictureBytes = 4LL << 20U;
+inline constexpr int kMaximumCategories = 256;  ///< over all kinds together
 
 class CCategory : public CItemRecord {
   public:
