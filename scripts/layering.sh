@@ -25,9 +25,9 @@ git ls-files --cached --others --exclude-standard -- 'src/*.h' 'src/*.cpp' | sor
             for (i = 1; i <= n; i++) {
                 base = ui_array[i]; sub(/\.(h|cpp)$/, "", base); is_ui[base] = 1
             }
-            n = split("platform controls store/engine store/records store/search store app profile " \
-                      "catalogue/items catalogue/exchange catalogue/tables catalogue/share catalogue/pick " \
-                      "catalogue/view " \
+            n = split("platform controls store/engine store/records store/backup store/search store app " \
+                      "profile catalogue/items catalogue/exchange catalogue/tables catalogue/share " \
+                      "catalogue/pick catalogue/view " \
                       "diary diary/weight exercise report cli frame", floors, " ")
             for (i = 1; i <= n; i++) floor[floors[i]] = i
             floor["."] = n + 1

@@ -1,6 +1,7 @@
 #include "app/VelmoraDoc.h"
 
 #include "platform/Messages.h"
+#include "store/VolumeTexts.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -81,21 +82,24 @@ bool CVelmoraDoc::MayClose(bool isStored) const {
 }
 
 bool CVelmoraDoc::OpenCatalogue() {
-    SaveViewState();
-    m_settingsLoaded = false;
-    m_nutrientNames.clear();
-    // This destroys the former database object, which closes the volume: it has one owner at a
-    // time.
+    if (m_database) {
+        CloseVolume();  // it has one owner at a time
+    }
     m_database = std::make_unique<CDatabase>(m_volumePath);
     m_database->GetStore().SetLossHost(m_lossHost);
     m_database->GetStore().SetStatusHost(m_statusHost);
     if (!m_database->OpenCatalogue()) {
-        ShowMessage({.text = u"Cannot open database."_s,
-                     .icon = EMessageIcon::Stop,
-                     .detail = m_database->GetRefusal()});
+        ShowCannotOpen(m_database->GetRefusal());
         return false;
     }
     return true;
+}
+
+void CVelmoraDoc::CloseVolume() {
+    SaveViewState();
+    m_settingsLoaded = false;
+    m_nutrientNames.clear();
+    m_database->CloseCatalogue();
 }
 
 bool CVelmoraDoc::OnNewDocument() {

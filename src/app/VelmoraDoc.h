@@ -63,13 +63,17 @@ class CVelmoraDoc {
     void SetLossHost(CLossHost host);
     void SetStatusHost(StatusHost host);
     /// See CRecordStore::ShowStatus.
-    void ShowStatus(const QString& text) const { m_database->GetStore().ShowStatus(text); }
+    void ShowStatus(const QString& text) { m_database->GetStore().ShowStatus(text); }
     /// Whether a dialog may close after trying to store what was typed. It stays open only when the
     /// volume was lost, so that nothing typed is lost too.
     [[nodiscard]] bool MayClose(bool isStored) const;
     /// Opens the volume and the catalogue, without a profile. Failure shows "Cannot open database."
     /// with the file and the reason.
     bool OpenCatalogue();
+    /// Saves the profile's settings and closes the volume, so that its file can be replaced.
+    /// Restart opens the one that is then at its path. All views must have been destroyed.
+    void CloseVolume();
+    [[nodiscard]] const QString& GetVolumePath() const { return m_volumePath; }
     /// Shows "Invalid command: OnNewDocument": the document is only ever opened.
     static bool OnNewDocument();
 

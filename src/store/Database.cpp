@@ -6,6 +6,7 @@
 
 #include "store/Step.h"
 #include "store/VolumeTexts.h"
+#include "store/engine/StorageState.h"
 
 using namespace Qt::StringLiterals;
 
@@ -29,10 +30,18 @@ CDatabase::CDatabase(QString volumePath)
       m_composed(m_catalogue.Menus(), m_catalogue.Recipes()),
       m_profiles(m_store),
       m_usage(m_store),
-      m_search(m_store, m_catalogue, m_categories, m_usage) {}
+      m_search(m_store, m_catalogue, m_categories, m_usage),
+      m_backups(m_store.EngineState().file, m_volumePath) {
+    m_store.AddListener(&m_backups);
+}
 
 CDatabase::~CDatabase() {
     CloseCatalogue();
+    m_store.RemoveListener(&m_backups);
+}
+
+void CDatabase::StartBackups() {
+    m_backups.Start([this](const QString& text) { m_store.ShowWarning(text); });
 }
 
 bool CDatabase::OpenCatalogue() {

@@ -11,6 +11,7 @@
 #include "store/RecordStore.h"
 #include "store/StoredNutrientNames.h"
 #include "store/StoredViewSettings.h"
+#include "store/backup/VolumeBackups.h"
 
 /// Lives from start-up to exit. Its parts hand out positions that are valid until the next change
 /// of their database.
@@ -31,6 +32,9 @@ class CDatabase {
     CRecordStore& GetStore() { return m_store; }
     /// Whether a path is the volume itself or its journal, which no export may overwrite.
     [[nodiscard]] bool IsVolume(const QString& path) const;
+    CVolumeBackups& Backups() { return m_backups; }
+    /// From now on, the program makes backups by itself, and shows why one could not be made.
+    void StartBackups();
 
     CCatalogue& Catalogue() { return m_catalogue; }
     CItemDatabase<CFoodItem>& Foods() { return m_catalogue.Foods(); }
@@ -69,4 +73,5 @@ class CDatabase {
     CProfiles m_profiles;
     CUsage m_usage;
     CCatalogueSearch m_search;
+    CVolumeBackups m_backups;
 };

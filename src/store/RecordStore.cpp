@@ -43,8 +43,7 @@ bool CRecordStore::MountVolume(const QString& path) {
         return true;
     }
     RemoveCreatedFolders();
-    ShowMessage(FormatText("ERROR: CeMountDBVol failed (%ld)"_L1, {m_lastError}),
-                EMessageIcon::Stop);
+    ShowFailedMount(m_lastError);
     return false;
 }
 
@@ -333,6 +332,23 @@ void CRecordStore::SaveCopy() {
     }
     ShowMessage(CopyText(error, path),
                 error == kErrorSuccess ? EMessageIcon::Result : EMessageIcon::Stop);
+}
+
+void CRecordStore::ShowStatus(const QString& text) {
+    if (m_statusHost) {
+        const QString warning = std::exchange(m_warning, {});
+        m_statusHost(text.isEmpty() || warning.isEmpty() ? text + warning
+                                                         : warning + u' ' + text);
+    }
+}
+
+void CRecordStore::ShowWarning(const QString& text) {
+    if (m_statusHost) {
+        m_statusHost(text);
+        m_warning = text;
+    } else {
+        ShowMessage(text, EMessageIcon::Warning);
+    }
 }
 
 bool CRecordStore::SetLastError(EPlatformError error) {

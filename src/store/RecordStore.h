@@ -143,11 +143,10 @@ class CRecordStore {
 
     /// Shows what was done, a sentence, without asking for attention. An empty text clears the one
     /// shown.
-    void ShowStatus(const QString& text) const {
-        if (m_statusHost) {
-            m_statusHost(text);
-        }
-    }
+    void ShowStatus(const QString& text);
+    /// Shows a warning that must not keep anybody from going on: in the status line together with
+    /// the next text there; without one, as a message.
+    void ShowWarning(const QString& text);
     void SetStatusHost(StatusHost host) { m_statusHost = std::move(host); }
     /// The step under way shows no status: a message has said that it was not done in full.
     void SilenceStep() { m_isStepSilent = true; }
@@ -165,6 +164,7 @@ class CRecordStore {
     QString m_path;
     CLossHost m_lossHost;
     StatusHost m_statusHost;
+    QString m_warning;  ///< that the next status text is to be shown with
     bool m_isStepSilent = false;
     bool m_isLossTold = false;
     QStringList m_createdFolders;  ///< by MountVolume, the innermost first

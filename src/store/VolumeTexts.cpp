@@ -21,6 +21,15 @@ constexpr CRefusalRow kRefusals[] = {
 };
 }  // namespace
 
+void ShowFailedMount(EPlatformError error) {
+    ShowMessage(FormatText("ERROR: CeMountDBVol failed (%ld)"_L1, {error}), EMessageIcon::Stop);
+}
+
+void ShowCannotOpen(const QString& reason) {
+    ShowMessage(
+        {.text = u"Cannot open database."_s, .icon = EMessageIcon::Stop, .detail = reason});
+}
+
 QString RefusalText(EPlatformError error, const QString& path) {
     for (const CRefusalRow& row : kRefusals) {
         if (row.error == error) {

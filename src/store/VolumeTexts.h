@@ -6,6 +6,10 @@
 #include "store/engine/PlatformError.h"
 #include "store/engine/VolumeState.h"
 
+/// Shows "ERROR: CeMountDBVol failed (%ld)".
+void ShowFailedMount(EPlatformError error);
+/// Shows "Cannot open database." with the reason, see RefusalText.
+void ShowCannotOpen(const QString& reason);
 /// Why the volume at `path` could not be opened; `error` is the platform's number.
 QString RefusalText(EPlatformError error, const QString& path);
 /// What became of the open volume; empty when it is sound.

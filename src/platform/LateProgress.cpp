@@ -1,0 +1,17 @@
+#include "platform/LateProgress.h"
+
+bool CLateProgress::Update(qint64 done, qint64 total) {
+    constexpr qint64 kDelayMs = 1000;
+    if (!m_progress) {
+        if (m_time.elapsed() < kDelayMs) {
+            return true;
+        }
+        m_progress = CreateProgress(m_caption);
+        m_progress->SetStatus(m_status);
+        m_progress->Show();
+    }
+    m_progress->SetRange(0, total, 1);
+    m_progress->SetPosition(done);
+    m_progress->Pump();
+    return !m_progress->IsCancelled();
+}

@@ -1,0 +1,87 @@
+#include "store/backup/RecordCheck.h"
+
+#include <cmath>
+
+#include "platform/FileTime.h"
+#include "platform/Messages.h"
+#include "store/records/DiaryEntries.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// A whole number whose values have limits that its type does not show.
+struct CLimitRow {
+    const CRecordLayout& layout;
+    int number;
+    qint64 low;
+    qint64 high;
+};
+constexpr CLimitRow kLimits[] = {
+    {kCategoryLayout, 0, 0, 3},
+    {kCategoryLayout, 1, 1, CViewSettings::kMarker - 1},
+    {kNutrientNameLayout, 0, 0, kNutrientCount - 1},
+    {kMenuLayout, 1, 0, 2},
+    {kRecipeLayout, 1, 0, 2},
+    {kDietLayout, 1, 0, kMealCount - 1},
+    {kDietLayout, 2, 0, 2},
+};
+
+std::optional<qint64> WholeNumber(const PropertyValue& value) {
+    if (const auto* small = std::get_if<qint16>(&value)) {
+        return *small;
+    }
+    if (const auto* medium = std::get_if<qint32>(&value)) {
+        return *medium;
+    }
+    const auto* wide = std::get_if<qint64>(&value);
+    return wide == nullptr ? std::nullopt : std::optional(*wide);
+}
+
+std::optional<QString> ValueFault(const PropertyValue& value,
+                                  const CPropertyDescription& property) {
+    const QString name = QString::fromLatin1(property.name).trimmed();
+    if (TypeOf(value) != property.type) {
+        return FormatText("has a value of another type as '%s'"_L1, {name});
+    }
+    if (const auto* text = std::get_if<QString>(&value);
+        text != nullptr && text->size() > property.capacity) {
+        return FormatText("has %d characters as '%s', which may have %d"_L1,
+                          {qint64{text->size()}, name, property.capacity});
+    }
+    if (const auto* number = std::get_if<double>(&value);
+        number != nullptr && !std::isfinite(*number)) {
+        return FormatText("has no number as '%s'"_L1, {name});
+    }
+    if (property.type == EPropertyType::FileTime && !DateOf(*WholeNumber(value)).isValid()) {
+        return FormatText("has no date as '%s'"_L1, {name});
+    }
+    return std::nullopt;
+}
+}  // namespace
+
+const CRecordLayout& LayoutOfRecord(const PropertyList& properties, const CRecordLayout& layout) {
+    const bool hasSettings = &layout == &kFoodLayout || &layout == &kExerciseLibLayout;
+    return hasSettings && IsPastLastItem(properties) ? kViewSettingsLayout : layout;
+}
+
+std::optional<QString> FaultOf(const PropertyList& properties, const CRecordLayout& layout) {
+    const int count = static_cast<int>(properties.size());
+    if (count != layout.Count()) {
+        return FormatText("has %d values instead of %d"_L1, {count, layout.Count()});
+    }
+    for (int i = 0; i < count; ++i) {
+        if (const auto fault = ValueFault(properties[i], layout.properties[i])) {
+            return fault;
+        }
+    }
+    for (const CLimitRow& row : kLimits) {
+        const qint64 value =
+            &row.layout == &layout ? WholeNumber(properties[row.number]).value_or(0) : row.low;
+        if (value < row.low || value > row.high) {
+            return FormatText("has %ld as '%s', which goes from %ld to %ld"_L1,
+                              {value, QString::fromLatin1(layout.properties[row.number].name),
+                               row.low, row.high});
+        }
+    }
+    return std::nullopt;
+}

@@ -1,0 +1,79 @@
+#include "store/backup/Restore.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include "store/backup/VolumeCheck.h"
+#include "store/engine/VolumeHeader.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// Of the file as it is: what is no volume, or a newer one, is refused before anything is done.
+EPlatformError JudgeFile(const QString& path) {
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        return kErrorFileNotFound;
+    }
+    QFile file(path);
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly)) {
+        return kErrorAccessDenied;
+    }
+    VolumeHeader header{};
+    file.read(reinterpret_cast<char*>(header.data()), kVolumeHeaderSize);
+    return JudgeHeader(header, file.size());
+}
+}  // namespace
+
+EPlatformError CRestore::Begin(const CopyProgress& progress) {
+    m_isOfFile = true;
+    if (const EPlatformError error = JudgeFile(m_file); error != kErrorSuccess) {
+        return error;
+    }
+    m_isOfFile = false;
+    if (const EPlatformError error = m_replacement.Begin(); error != kErrorSuccess) {
+        return error;
+    }
+    m_isOfFile = true;
+    const EPlatformError error = CopyFile(progress);
+    return error == kErrorSuccess ? CheckCopy(progress) : error;
+}
+
+// A journal belongs to the file: it is played back into the copy.
+EPlatformError CRestore::CopyFile(const CopyProgress& progress) {
+    const QByteArray file = QFile::encodeName(m_file);
+    const QByteArray copy = QFile::encodeName(m_replacement.GetNewPath());
+    CVolumeLock lock;
+    EPlatformError error = lock.TakeToRead(file);
+    if (error == kErrorSuccess) {
+        error = CopyFileBytes(file, copy, progress);
+    }
+    if (error == kErrorSuccess && QFile::exists(m_file + u"-journal"_s)) {
+        error = CopyFileBytes(file + "-journal", copy + "-journal", progress);
+    }
+    return error;
+}
+
+EPlatformError CRestore::CheckCopy(const CopyProgress& progress) {
+    {
+        CSqliteFile copy;
+        CFindings findings;
+        EPlatformError error = copy.Open(m_replacement.GetNewPath());
+        if (error == kErrorSuccess) {
+            error = copy.CheckIntegrity();
+        }
+        if (error == kErrorSuccess) {
+            error = CheckVolume(copy, findings, progress);
+        }
+        if (error != kErrorSuccess) {
+            return error;
+        }
+        m_faults = findings.CountFaults();
+    }
+    CStorageEngine engine;
+    EPlatformError error = engine.Mount(m_replacement.GetNewPath());
+    if (error == kErrorSuccess) {
+        error = Summarize(engine, m_summary);
+    }
+    return error == kErrorSuccess ? engine.Unmount() : error;
+}

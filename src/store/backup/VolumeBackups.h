@@ -1,0 +1,65 @@
+// The backups of a volume: those that the person asks for, and those that the program makes by
+// itself.
+#pragma once
+
+#include <functional>
+
+#include "store/backup/Retention.h"
+#include "store/engine/ChangeFeed.h"
+#include "store/engine/SqliteFile.h"
+
+/// Named value of the volume (owner 0): the folder that the person has chosen.
+inline constexpr QLatin1StringView kBackupFolderValue("backup folder");
+
+/// Those of the program are in a folder of their own:
+///
+///     VelmoraDb.db-backups/VelmoraDb-2026-05-31-073000.db
+///
+/// A file of such a name is complete and was checked; one that was interrupted has another name.
+/// The volume's file outlives this. A backup that fails never fails the change it comes before.
+class CVolumeBackups : public CChangeListener {
+  public:
+    using Clock = std::function<QDateTime()>;
+    /// Called with why no backup could be made.
+    using TellFailure = std::function<void(const QString& text)>;
+
+    CVolumeBackups(CSqliteFile& volume, QString volumePath);
+
+    /// From now on, a backup is made before the first unit of work of a day.
+    void Start(TellFailure tell, Clock clock = QDateTime::currentDateTime);
+    void Stop() { m_tell = nullptr; }
+    [[nodiscard]] bool IsStarted() const { return m_tell != nullptr; }
+
+    /// Makes a backup if one is due and anything was ever stored. Call before a large change, not
+    /// within a unit of work. Does nothing before Start.
+    void MakeIfDue(EBackupOccasion occasion);
+
+    /// Saves a checked copy of the volume, replacing a file of that name.
+    EPlatformError SaveAs(const QString& path);
+
+    /// Where the program's own are: the folder beside the volume unless the person has chosen
+    /// another one.
+    [[nodiscard]] QString GetFolder() const;
+    /// Those in it that are complete, the oldest first.
+    [[nodiscard]] std::vector<CBackupFile> List() const;
+
+    [[nodiscard]] bool Watches(qint64 /*database*/) const override { return false; }
+    EPlatformError RecordChanged(const CRecordChange& /*change*/) override { return kErrorSuccess; }
+    EPlatformError UnitBegins() override;
+
+  private:
+    EPlatformError Make(const QDateTime& now);
+    void RemoveOld(const QDateTime& now) const;
+    void RemoveUnfinished() const;
+    [[nodiscard]] bool HasAnything() const;
+    [[nodiscard]] QString NameStart() const;
+
+    CSqliteFile& m_volume;
+    QString m_volumePath;
+    TellFailure m_tell;
+    Clock m_clock;
+    QDateTime m_nextCheck;  ///< no unit of work before it needs a backup
+};
+
+/// Why no backup was made in the folder, or as the file, of that path: a sentence.
+QString BackupFailureText(EPlatformError error, const QString& path);

@@ -1,0 +1,15 @@
+// Checks a whole volume: the pages of its file, its tables, every record against its layout, what
+// records say of each other, and the history. Nothing is changed.
+#pragma once
+
+#include "store/backup/Finding.h"
+#include "store/engine/SqliteFile.h"
+#include "store/engine/StorageEngine.h"
+
+/// Whatever cannot be read is a finding. kErrorOperationAborted when `progress`, which counts
+/// records, cancelled the check; the findings are then incomplete.
+EPlatformError CheckVolume(CSqliteFile& volume, CFindings& findings,
+                           const CopyProgress& progress = {});
+
+/// The databases of the volume, in order of creation.
+EPlatformError ReadDatabases(CSqliteFile& volume, std::vector<CDatabaseInfo>& databases);

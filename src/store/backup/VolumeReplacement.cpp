@@ -1,0 +1,118 @@
+#include "store/backup/VolumeReplacement.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr auto kJournal = "-journal"_L1;
+
+bool Exists(const QByteArray& path) {
+    struct stat status {};
+    return ::lstat(path.constData(), &status) == 0;
+}
+
+/// A second name of the file, or a copy where a file system has no second names.
+EPlatformError Duplicate(const QByteArray& from, const QByteArray& to) {
+    return ::link(from.constData(), to.constData()) == 0 ? kErrorSuccess : CopyFileBytes(from, to);
+}
+
+/// The first name "<base>-kept-<date>.db" beside `path` that is free together with its journal's.
+QString FreeKeptPath(const QString& path, const QDateTime& now) {
+    const QFileInfo volume(path);
+    const QString folder = path.left(path.lastIndexOf(u'/') + 1);
+    const QString start =
+        folder + volume.completeBaseName() + u"-kept-"_s + now.toString(u"yyyy-MM-dd-HHmmss"_s);
+    QString kept = start + u".db"_s;
+    for (int n = 2; Exists(QFile::encodeName(kept)) || Exists(QFile::encodeName(kept + kJournal));
+         ++n) {
+        kept = start + u"-%1.db"_s.arg(n);
+    }
+    return kept;
+}
+}  // namespace
+
+CVolumeReplacement::CVolumeReplacement(const QString& path, const QDateTime& now) : m_path(path) {
+    if (const QFileInfo file(path); file.isSymLink() && file.exists()) {
+        m_path = file.canonicalFilePath();
+    }
+    m_newPath = m_path + u"-new"_s;
+    m_keptPath = FreeKeptPath(m_path, now);
+}
+
+CVolumeReplacement::~CVolumeReplacement() {
+    RemoveNew();
+}
+
+EPlatformError CVolumeReplacement::Begin() {
+    const QByteArray path = QFile::encodeName(m_path);
+    struct stat status {};
+    QDir().mkpath(QFileInfo(m_path).path());  // making the new file fails without it
+    m_hasPresent = ::stat(path.constData(), &status) == 0;
+    if (m_hasPresent && !S_ISREG(status.st_mode)) {
+        return kErrorAccessDenied;
+    }
+    if (m_hasPresent && status.st_size > 0) {
+        m_presentError = m_present.Open(m_path);
+        if (m_presentError == kErrorSharingViolation) {
+            return m_presentError;
+        }
+    }
+    EPlatformError error = kErrorSuccess;
+    if (m_hasPresent && !m_present.IsOpen()) {
+        error = m_lock.Take(path);
+    }
+    if (error == kErrorSuccess) {
+        RemoveNew();
+    }
+    return error;
+}
+
+void CVolumeReplacement::RemoveNew() const {
+    QFile::remove(m_newPath);
+    QFile::remove(m_newPath + kJournal);
+}
+
+EPlatformError CVolumeReplacement::KeepAside() {
+    const QByteArray path = QFile::encodeName(m_path);
+    const QByteArray kept = QFile::encodeName(m_keptPath);
+    EPlatformError error = m_hasPresent ? Duplicate(path, kept) : kErrorSuccess;
+    // Opening the volume has played its journal back.
+    if (error == kErrorSuccess && !m_present.IsOpen() && Exists(path + kJournal.data())) {
+        error = Duplicate(path + kJournal.data(), kept + kJournal.data());
+        if (error != kErrorSuccess) {
+            ::unlink(kept.constData());
+        }
+    }
+    return error == kErrorSuccess ? SyncFolderOf(path) : error;
+}
+
+// The journal goes before the new file comes, or it might be played into that. The volume it
+// belongs to is complete under the name that it is kept as.
+EPlatformError CVolumeReplacement::Commit() {
+    if (const EPlatformError error = KeepAside(); error != kErrorSuccess) {
+        return error;
+    }
+    const QByteArray path = QFile::encodeName(m_path);
+    struct stat status {};
+    if (::stat(path.constData(), &status) == 0) {
+        constexpr mode_t kPermissions = 0777;
+        ::chmod(QFile::encodeName(m_newPath).constData(), status.st_mode & kPermissions);
+    }
+    ::unlink((path + kJournal.data()).constData());
+    if (std::rename(QFile::encodeName(m_newPath).constData(), path.constData()) != 0) {
+        const EPlatformError error = LastFileError();
+        ::link(QFile::encodeName(m_keptPath + kJournal).constData(),
+               (path + kJournal.data()).constData());
+        ::unlink(QFile::encodeName(m_keptPath).constData());
+        ::unlink(QFile::encodeName(m_keptPath + kJournal).constData());
+        return error;
+    }
+    return SyncFolderOf(path);
+}

@@ -1,0 +1,54 @@
+// Puts another file in a volume's place, such that at any moment the volume's name leads to a whole
+// file: the old one or the new one.
+//
+//     VelmoraDb.db-new                            the new file, until it is complete and checked
+//     VelmoraDb-kept-2026-05-31-073000.db         the present one, kept aside first
+//     VelmoraDb.db                                the present one, then the new one
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+#include "store/engine/SqliteFile.h"
+
+/// While it lives, no other process uses the volume.
+class CVolumeReplacement {
+  public:
+    /// `path` is that of the volume; `now` dates what is kept aside.
+    CVolumeReplacement(const QString& path, const QDateTime& now);
+    /// Removes an unfinished new file.
+    ~CVolumeReplacement();
+    CVolumeReplacement(const CVolumeReplacement&) = delete;
+    CVolumeReplacement& operator=(const CVolumeReplacement&) = delete;
+
+    /// Locks the present volume, which may be damaged or missing. kErrorSharingViolation when
+    /// another process uses it. Removes what an interrupted replacement has left.
+    EPlatformError Begin();
+    /// The present volume; not open when there is none or it could not be opened.
+    [[nodiscard]] CSqliteFile& Present() { return m_present; }
+    /// Why the present volume could not be opened; kErrorSuccess when it is open.
+    [[nodiscard]] EPlatformError GetPresentError() const { return m_presentError; }
+    [[nodiscard]] bool HasPresent() const { return m_hasPresent; }
+
+    /// The volume itself, not a link to it.
+    [[nodiscard]] const QString& GetPath() const { return m_path; }
+    /// Where to make the new file.
+    [[nodiscard]] const QString& GetNewPath() const { return m_newPath; }
+    /// Where the present volume is kept from Commit on.
+    [[nodiscard]] const QString& GetKeptPath() const { return m_keptPath; }
+    /// Keeps the present volume and its journal aside and puts the new file, which is closed, in
+    /// its place. On failure the volume is as it was.
+    EPlatformError Commit();
+
+  private:
+    EPlatformError KeepAside();
+    void RemoveNew() const;
+
+    QString m_path;  ///< where a link leads to
+    QString m_newPath;
+    QString m_keptPath;
+    CSqliteFile m_present;
+    CVolumeLock m_lock;  ///< of a volume that cannot be opened
+    EPlatformError m_presentError = kErrorSuccess;
+    bool m_hasPresent = false;
+};
