@@ -53,7 +53,7 @@ const std::vector<CCommand>& AllCommands() {
         for (const std::span<const CCommand> group :
              {ProfileCommands(), CatalogueCommands(), CategoryCommands(), ShareCommands(),
               SearchCommands(), DietCommands(), WeightCommands(), ExerciseCommands(),
-              ReportCommands(), UndoCommands()}) {
+              ReportCommands(), UndoCommands(), BackupCommands()}) {
             commands.insert(commands.end(), group.begin(), group.end());
         }
         return commands;

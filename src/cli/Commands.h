@@ -13,11 +13,16 @@ enum EExitStatus : int { kExitDone = 0, kExitRefused = 1, kExitUsage = 2 };
 struct CCommandContext {
     CVelmoraDoc& doc;
     const CArguments& arguments;
+    QString volume;                               ///< its path
     ECatalogueKind kind = ECatalogueKind::Foods;  ///< of a catalogue command
 };
 
-/// Whether a command changes the volume. One that only reads never creates it.
-enum class EAccess { Reads, Writes };
+/// What a command does with the volume.
+enum class EAccess {
+    Reads,   ///< never creates it
+    Writes,  ///< the catalogue, or the open profile
+    File,    ///< as a file: the catalogue is not open, and the document must not be used
+};
 
 // The order is that of the columns of the tables.
 // NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding)
@@ -48,6 +53,7 @@ std::span<const CCommand> ReportCommands();
 std::span<const CCommand> ExerciseCommands();
 std::span<const CCommand> SearchCommands();
 std::span<const CCommand> UndoCommands();
+std::span<const CCommand> BackupCommands();
 
 /// All of them, in the order of help.
 const std::vector<CCommand>& AllCommands();

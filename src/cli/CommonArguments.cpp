@@ -5,6 +5,8 @@
 #include "cli/TableOutput.h"
 #include "platform/Messages.h"
 
+#include <QFileInfo>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -46,6 +48,14 @@ bool ReportDamage(const CLeftOut& leftOut, const CListWords& words) {
 
 QString KindName(EItemKind kind) {
     return QString::fromLatin1(KindOf(CatalogueOf(kind)).words.one);
+}
+
+bool CheckHasData(const QString& volumePath) {
+    if (QFileInfo(volumePath).size() == 0) {
+        ShowMessage(FormatText("There is no data in '%s'."_L1, {volumePath}));
+        return false;
+    }
+    return true;
 }
 
 bool CheckProfileExists(CVelmoraDoc& doc, const QString& name) {

@@ -15,6 +15,9 @@ bool ReportDamage(const CLeftOut& leftOut, const CListWords& words);
 /// "food", "menu" or "recipe".
 QString KindName(EItemKind kind);
 
+/// False after a message when there is no volume of that path.
+bool CheckHasData(const QString& volumePath);
+
 /// False after a message when the volume has no profile of that name.
 bool CheckProfileExists(CVelmoraDoc& doc, const QString& name);
 /// Opens a profile; false after a message when that fails.

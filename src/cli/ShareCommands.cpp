@@ -44,7 +44,7 @@ CLeftOut AddItemsOf(CCommandContext& context, qint32 categoryId, std::vector<int
 
 bool Share(CCommandContext& context) {
     const ECatalogueKind kind = KindIn(context.arguments);
-    CCommandContext ofKind{context.doc, context.arguments, kind};
+    CCommandContext ofKind{context.doc, context.arguments, context.volume, kind};
     CCategoryEntries categories;
     if (context.arguments.Has("--category")) {
         const auto only = FindCategoryNamed(ofKind, context.arguments.Text("--category"));

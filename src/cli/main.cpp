@@ -1,10 +1,10 @@
 // velmora-cli: the core without windows, for scripts and tests.
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <algorithm>
 
 #include "app/VelmoraDoc.h"
 #include "cli/Commands.h"
+#include "cli/CommonArguments.h"
 #include "cli/ConsoleMessages.h"
 #include "cli/Help.h"
 #include "cli/TableOutput.h"
@@ -31,8 +31,7 @@ int Run(const CCommand& command, const CArguments& arguments, CConsoleMessages& 
     if (HasLostBytes(volume)) {
         return RefusePath(volume);
     }
-    if (command.access == EAccess::Reads && QFileInfo(volume).size() == 0) {
-        ShowMessage(FormatText("There is no data in '%s'."_L1, {volume}));
+    if (command.access == EAccess::Reads && !CheckHasData(volume)) {
         return kExitRefused;
     }
     const bool wantsYes = std::ranges::any_of(command.options, [](const COption& option) {
@@ -42,10 +41,14 @@ int Run(const CCommand& command, const CArguments& arguments, CConsoleMessages& 
         messages.AnswerYes();
     }
     CVelmoraDoc doc(volume);
+    CCommandContext context{doc, arguments, volume, command.kind};
+    if (command.access == EAccess::File) {
+        return command.run(context) && FinishOutput() ? kExitDone : kExitRefused;
+    }
     if (!doc.OpenCatalogue()) {
         return kExitRefused;
     }
-    CCommandContext context{doc, arguments, command.kind};
+    doc.Database().StartBackups();
     const bool done = command.run(context);
     const bool isCutShort = doc.Database().GetStore().TellLoss();
     return done && !isCutShort && FinishOutput() ? kExitDone : kExitRefused;

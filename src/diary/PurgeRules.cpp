@@ -77,6 +77,7 @@ bool PurgeDiaries(CDatabase& database, const CPurgeRequest& request,
     if (!step.MayGoOn(RoomFor(database, request))) {
         return false;
     }
+    database.Backups().MakeIfDue(EBackupOccasion::LargeChange);
     CPurged diet;
     CPurged weights;
     CPurged exercises;

@@ -1,0 +1,188 @@
+// Backups that the program makes by itself: when they are due, which are kept, what is in them.
+#include <sys/stat.h>
+
+#include <QDir>
+
+#include "store/engine/StorageEngine.h"
+#include "support/CatalogueTest.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QDateTime Moment(const QString& text) {
+    return QDateTime::fromString(text, u"yyyy-MM-dd HH:mm"_s);
+}
+
+/// "2026-05-31 07:30" or "2026-05-31 07:30=SIZE", separated by commas.
+std::vector<CBackupFile> Backups(const char* list) {
+    std::vector<CBackupFile> backups;
+    for (const QString& text : QString::fromLatin1(list).split(u',', Qt::SkipEmptyParts)) {
+        const QString moment = text.section(u'=', 0, 0);
+        backups.push_back({moment, Moment(moment), text.section(u'=', 1).toLongLong()});
+    }
+    return backups;
+}
+}  // namespace
+
+class TestBackups : public CCatalogueTest {
+    Q_OBJECT
+
+  private slots:
+    void init() {
+        MakeVolume();
+        m_now = Moment(u"2026-05-31 07:30"_s);
+        m_told.clear();
+    }
+    void cleanup() { DropVolume(); }
+
+    void aBackupIsDueOnceADayAndAtMostOnceAnHour_data() {
+        constexpr auto kFirst = EBackupOccasion::FirstChange;
+        constexpr auto kLarge = EBackupOccasion::LargeChange;
+        AddRows<const char*, EBackupOccasion, bool>({
+            {"none yet", "", kFirst, true},
+            {"none yet, import", "", kLarge, true},
+            {"yesterday", "2026-05-30 07:31", kFirst, true},
+            {"today", "2026-05-31 00:10", kFirst, false},
+            {"today, import", "2026-05-31 06:30", kLarge, true},
+            {"within the hour", "2026-05-31 06:31", kLarge, false},
+            {"the clock was set back", "2026-05-31 08:29", kLarge, false},
+            {"dated ahead", "2026-06-02 07:00", kFirst, true},
+            {"dated ahead, and today", "2026-06-02 07:00,2026-05-31 01:00", kFirst, false},
+        });
+    }
+    void aBackupIsDueOnceADayAndAtMostOnceAnHour() {
+        const auto& [backups, occasion, isDue] = DataRow<const char*, EBackupOccasion, bool>();
+        QCOMPARE(IsBackupDue(Backups(backups), m_now, occasion), isDue);
+        QVERIFY(!IsBackupDue(Backups("2026-05-30 23:50"), Moment(u"2026-05-31 00:49"_s), occasion));
+    }
+
+    void oldBackupsGo_data() {
+        AddRows<const char*, qint64, const char*>({
+            {"none", "", 1000, ""},
+            // Sunday the 1st is the last of its week; Monday and Tuesday are not.
+            {"seven, and a week",
+             "2026-03-01 08:00,2026-03-02 08:00,2026-03-03 08:00,2026-03-04 08:00,2026-03-05 08:00,"
+             "2026-03-06 08:00,2026-03-07 08:00,2026-03-08 08:00,2026-03-09 08:00,2026-03-10 08:00",
+             1000, "2026-03-03 08:00,2026-03-02 08:00"},
+            // Of a week until 91 days, of a month until 365.
+            {"a quarter and a year",
+             "2026-05-31 01:00,2026-05-31 02:00,2026-05-31 03:00,2026-05-31 04:00,2026-05-31 05:00,"
+             "2026-05-31 06:00,2026-05-31 07:00,2026-05-31 00:00,2026-03-01 08:00,2026-02-28 08:00,"
+             "2026-02-27 08:00,2026-02-20 08:00,2025-05-31 08:00,2025-05-30 08:00,2025-04-30 08:00",
+             1000,
+             "2026-05-31 00:00,2026-02-27 08:00,2026-02-20 08:00,2025-05-30 08:00,2025-04-30 "
+             "08:00"},
+            {"room for two", "2026-05-30 08:00=10,2026-05-29 08:00=10,2026-05-28 08:00=10", 25,
+             "2026-05-28 08:00"},
+            {"none is skipped", "2026-05-30 08:00=10,2026-05-29 08:00=90,2026-05-28 08:00=1", 25,
+             "2026-05-29 08:00,2026-05-28 08:00"},
+            {"the last one stays", "2026-05-30 08:00=99,2026-05-29 08:00=1", 25,
+             "2026-05-29 08:00"},
+            {"dated ahead", "2027-01-01 08:00=99,2026-05-30 08:00=99", 25, ""},
+        });
+    }
+    void oldBackupsGo() {
+        const auto& [backups, limit, removed] = DataRow<const char*, qint64, const char*>();
+        QStringList paths;
+        for (const CBackupFile& backup : BackupsToRemove(Backups(backups), m_now, limit)) {
+            paths.append(backup.path);
+        }
+        QCOMPARE(paths.join(u','), QString::fromLatin1(removed));
+        QCOMPARE(BackupLimit(qint64{1} << 40), qint64{2147483648});
+        QCOMPARE(BackupLimit(50), qint64{5});
+    }
+
+    void theFirstChangeOfADayIsPrecededByABackup() {
+        Start();
+        AddCategory(Database(), u"Fruit"_s);  // nothing was stored before
+        QVERIFY(!QFile::exists(Path(u"v.db-backups"_s)));
+        m_now = m_now.addDays(1);
+        AddCategory(Database(), u"Soups"_s);
+        AddCategory(Database(), u"Bread"_s);
+        QCOMPARE(Names(), u"v-2026-06-01-073000.db"_s);
+        QCOMPARE(CategoriesIn(u"v-2026-06-01-073000.db"_s), 1);
+
+        struct stat status {};
+        const QByteArray folder = QFile::encodeName(Path(u"v.db-backups"_s));
+        QVERIFY(::stat(folder, &status) == 0);
+        QCOMPARE(status.st_mode & 0777U, 0700U);
+        QVERIFY(::stat(folder + "/v-2026-06-01-073000.db", &status) == 0);
+        QCOMPARE(status.st_mode & 0777U, 0600U);
+
+        m_now = m_now.addSecs(3599);
+        Database().Backups().MakeIfDue(EBackupOccasion::LargeChange);
+        QCOMPARE(Names(), u"v-2026-06-01-073000.db"_s);
+        m_now = m_now.addSecs(1);
+        // Of a killed program, and of somebody else.
+        Save(Path(u"v.db-backups/v-2026-05-01-000000.db.part"_s), "half");
+        Save(Path(u"v.db-backups/other.db"_s), "whole");
+        Database().Backups().MakeIfDue(EBackupOccasion::LargeChange);
+        QCOMPARE(Names(), u"other.db v-2026-06-01-073000.db v-2026-06-01-083000.db"_s);
+        QCOMPARE(CategoriesIn(u"v-2026-06-01-083000.db"_s), 3);
+        QCOMPARE(m_told, QStringList());
+    }
+
+    // Close to midnight the hour counts, so the day's backup comes later.
+    void theDaysBackupWaitsForTheHour() {
+        AddCategory(Database(), u"Fruit"_s);
+        m_now = Moment(u"2026-05-30 23:50"_s);
+        Start();
+        AddCategory(Database(), u"Soups"_s);
+        m_now = Moment(u"2026-05-31 00:30"_s);
+        AddCategory(Database(), u"Bread"_s);
+        QCOMPARE(Names(), u"v-2026-05-30-235000.db"_s);
+        m_now = Moment(u"2026-05-31 00:50"_s);
+        AddCategory(Database(), u"Nuts"_s);
+        QCOMPARE(Names(), u"v-2026-05-30-235000.db v-2026-05-31-005000.db"_s);
+    }
+
+    void aFailedBackupIsToldOnceAndFailsNothing() {
+        AddCategory(Database(), u"Fruit"_s);
+        Save(Path(u"v.db-backups"_s), "a file");
+        Start();
+        AddCategory(Database(), u"Soups"_s);
+        AddCategory(Database(), u"Bread"_s);
+        QCOMPARE(Database().Categories().Count(), 3);
+        QCOMPARE(m_told.join(u'|'),
+                 u"No backup was made: '%1' cannot be written."_s.arg(Path(u"v.db-backups"_s)));
+    }
+
+    void backupsGoToTheFolderOfThePersonsChoice() {
+        AddCategory(Database(), u"Fruit"_s);
+        QVERIFY(Database().GetStore().WriteValue(0, kBackupFolderValue, Path(u"kept/here"_s)));
+        Start();
+        AddCategory(Database(), u"Soups"_s);
+        QCOMPARE(QDir(Path(u"kept/here"_s)).entryList(QDir::Files),
+                 QStringList(u"v-2026-05-31-073000.db"_s));
+        Database().Backups().Stop();
+        m_now = m_now.addDays(1);
+        AddCategory(Database(), u"Bread"_s);
+        QCOMPARE(Database().Backups().List().size(), std::size_t{1});
+    }
+
+  private:
+    void Start() {
+        Database().Backups().Start([this](const QString& text) { m_told.append(text); },
+                                   [this] { return m_now; });
+    }
+    QString Names() const {
+        return QDir(Path(u"v.db-backups"_s)).entryList(QDir::Files, QDir::Name).join(u' ');
+    }
+    int CategoriesIn(const QString& name) const {
+        CStorageEngine engine;
+        CDatabaseInfo categories;
+        int count = -1;
+        const bool isRead = engine.Mount(Path(u"v.db-backups/"_s + name)) == kErrorSuccess &&
+                            engine.FindDatabase(u"Categories"_s, categories) == kErrorSuccess &&
+                            engine.CountRecords(categories.id, count) == kErrorSuccess;
+        return isRead ? count : -1;
+    }
+
+    QDateTime m_now;
+    QStringList m_told;
+};
+
+QTEST_GUILESS_MAIN(TestBackups)
+#include "TestBackups.moc"

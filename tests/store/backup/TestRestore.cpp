@@ -1,0 +1,242 @@
+// A backup in the volume's place, and what becomes of the volume.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QDir>
+
+#include "app/BackupRules.h"
+#include "diary/DiaryFixture.h"
+#include "store/backup/Restore.h"
+#include "store/engine/VolumeCopy.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
+
+namespace {
+const QDateTime kNow(QDate(2026, 5, 31), QTime(7, 30));
+constexpr auto kKept = "v-kept-2026-05-31-073000.db"_L1;
+constexpr qsizetype kPage = 8192;
+}  // namespace
+
+class TestRestore : public CDiaryTest {
+    Q_OBJECT
+
+  private slots:
+    void init() {
+        MakeDiary();
+        AddCatalogue();
+        AddEntry(u"Tea"_s, QTime(8, 0));
+        QVERIFY(SaveBackup(Database(), Path(u"b.db"_s)));
+        QCOMPARE(m_messages->Said(),
+                 u"A backup was saved as '%1' and checked."_s.arg(Path(u"b.db"_s)));
+        AddEntry(u"Egg"_s, QTime(9, 0));
+        m_doc.reset();
+        m_present = Load(Path(u"v.db"_s));
+    }
+    void cleanup() { DropVolume(); }
+
+    void aBackupIsACopyForItsOwner() {
+        struct stat status {};
+        QVERIFY(::stat(QFile::encodeName(Path(u"b.db"_s)), &status) == 0);
+        QCOMPARE(status.st_mode & 0777U, 0600U);
+        Reopen();
+        QVERIFY(!SaveBackup(Database(), Path(u"v.db"_s)));
+        QCOMPARE(m_messages->Said(), u"Cannot create file."_s);
+        QVERIFY(!SaveBackup(Database(), Path(u"none/b.db"_s)));
+        QVERIFY(m_messages->Said().startsWith(u"No backup was made"_s));
+        const CFileSizeLimit limit(20000);
+        QVERIFY(!SaveBackup(Database(), Path(u"b.db"_s)));
+        QCOMPARE(m_messages->Said(),
+                 u"No backup was made: there is no room for it in '%1'."_s.arg(Path(u"b.db"_s)));
+        QCOMPARE(Names(), u"b.db v.db"_s);
+    }
+
+    void aDamagedVolumeIsNoBackup() {
+        QByteArray damaged = m_present;
+        std::fill_n(damaged.begin() + damaged.size() - kPage, kPage, 'x');
+        Save(Path(u"v.db"_s), damaged);
+        CSqliteFile file;
+        QCOMPARE(file.Open(Path(u"v.db"_s)), int(kErrorSuccess));
+        QCOMPARE(SaveVolumeCopy(file, Path(u"c.db"_s), EDamagedCopy::Removed), int(kErrorCorrupt));
+        QVERIFY(!QFile::exists(Path(u"c.db"_s)));
+        QCOMPARE(SaveVolumeCopy(file, Path(u"c.db"_s), EDamagedCopy::Kept), int(kErrorCorrupt));
+        QVERIFY(QFile::exists(Path(u"c.db"_s)));
+        QCOMPARE(SaveVolumeCopy(file, Path(u"d.db"_s), EDamagedCopy::Kept,
+                                [](qint64, qint64) { return false; }),
+                 int(kErrorOperationAborted));
+        QCOMPARE(Names(), u"b.db c.db v.db"_s);
+    }
+
+    void aBackupTakesTheVolumesPlace_data() {
+        AddRows<bool, bool>(
+            {{"volume", true, false}, {"link", true, true}, {"none", false, false}});
+    }
+    void aBackupTakesTheVolumesPlace() {
+        const auto& [hasPresent, isLink] = DataRow<bool, bool>();
+        QString path = Path(u"v.db"_s);
+        if (isLink) {
+            path = Path(u"l.db"_s);
+            QVERIFY(QFile::link(Path(u"v.db"_s), path));
+        } else if (!hasPresent) {
+            path = Path(u"new/v.db"_s);
+        }
+        m_messages->answers = {false};
+        QVERIFY(!RestoreBackup(Path(u"b.db"_s), path, kNow));
+        QVERIFY(!QFile::exists(Path(kKept)));
+        QVERIFY(RestoreBackup(Path(u"b.db"_s), path, kNow));
+        QCOMPARE(m_messages->asked.last(),
+                 u"'%1' holds:\nAnn: diet entries 1, weights 0, exercises 0, 2026-05-31 to "
+                 "2026-05-31\nCatalogue: foods 3, menus 0, recipes 0, exercises 0\nDo you want to "
+                 "replace your present data with it?"_s.arg(Path(u"b.db"_s)));
+        QString said = u"The data of '%1' was restored."_s.arg(Path(u"b.db"_s));
+        if (hasPresent) {
+            said += u" Your former data is kept as '%1'."_s.arg(Path(kKept));
+            QCOMPARE(Load(Path(kKept)), m_present);
+            QCOMPARE(QFileInfo(path).isSymLink(), isLink);
+        }
+        QCOMPARE(m_messages->Said(), said);
+        QVERIFY(!QFile::exists(path + u"-new"_s));
+        QCOMPARE(Entries(path), 1);
+        QCOMPARE(Entries(Path(u"v.db"_s)), hasPresent ? 1 : 2);
+        if (hasPresent) {
+            QCOMPARE(QDir(path + u"-backups"_s).entryList(QDir::Files),
+                     QStringList(u"%1-2026-05-31-073000.db"_s.arg(isLink ? u"l"_s : u"v"_s)));
+        }
+    }
+
+    void whatIsNoBackupIsRefused_data() {
+        AddRows<const char*, const char*>({
+            {"missing", "", "There is no file 'F'."},
+            {"text", "text", "The file 'F' is not a data file of Velmora."},
+            {"newer", "newer", "The file 'F' was written by a newer version of Velmora."},
+            {"short", "short", "The file 'F' is damaged."},
+            {"damaged page", "damaged", "The file 'F' is damaged."},
+            {"in use", "used", "The file 'F' is in use by another program."},
+            {"cancelled", "cancelled", "Nothing was restored: it was cancelled."},
+        });
+    }
+    void whatIsNoBackupIsRefused() {
+        const auto& [fault, text] = DataRow<const char*, const char*>();
+        const QString file = Path(u"f.db"_s);
+        const QString kind = QString::fromLatin1(fault);
+        QByteArray bytes = Load(Path(u"b.db"_s));
+        CVolumeLock lock;
+        if (kind == u"text"_s) {
+            bytes = "some text";
+        } else if (kind == u"newer"_s) {
+            bytes[63] = 2;
+        } else if (kind == u"short"_s) {
+            bytes.chop(kPage / 2);
+        } else if (kind == u"damaged"_s) {
+            std::fill_n(bytes.begin() + bytes.size() - kPage, kPage, 'x');
+        }
+        if (!kind.isEmpty()) {
+            Save(file, bytes);
+        }
+        if (kind == u"used"_s) {
+            QCOMPARE(lock.Take(QFile::encodeName(file)), int(kErrorSuccess));
+        }
+        if (kind == u"cancelled"_s) {
+            CRestore restore(file, Path(u"v.db"_s), kNow);
+            QCOMPARE(restore.Begin([](qint64, qint64) { return false; }),
+                     int(kErrorOperationAborted));
+        } else {
+            QVERIFY(!RestoreBackup(file, Path(u"v.db"_s), kNow));
+            QCOMPARE(
+                m_messages->Said(),
+                QString::fromLatin1(text).replace(u'F', file).replace(file + u"ile"_s, u"File"_s));
+        }
+        QCOMPARE(Load(Path(u"v.db"_s)), m_present);
+        QCOMPARE(Names(), kind.isEmpty() ? u"b.db v.db"_s : u"b.db f.db v.db"_s);
+    }
+
+    void aVolumeInUseIsLeftAlone() {
+        CVolumeLock lock;
+        QCOMPARE(lock.Take(QFile::encodeName(Path(u"v.db"_s))), int(kErrorSuccess));
+        for (const bool isRestore : {true, false}) {
+            QVERIFY(!(isRestore ? RestoreBackup(Path(u"b.db"_s), Path(u"v.db"_s), kNow)
+                                : RepairData(Path(u"v.db"_s), kNow)));
+            QCOMPARE(m_messages->Said(),
+                     u"ERROR: CeMountDBVol failed (32)|Cannot open database."_s);
+        }
+        QCOMPARE(Names(), u"b.db v.db"_s);
+    }
+
+    // What cannot be opened is kept with its journal, which must not come near the backup.
+    void aDamagedVolumeIsKeptWithItsJournal() {
+        Save(Path(u"v.db"_s), "damaged");
+        Save(Path(u"v.db-journal"_s), "its journal");
+        Save(Path(u"v.db-new"_s), "left by a killed program");
+        QVERIFY(RestoreBackup(Path(u"b.db"_s), Path(u"v.db"_s), kNow));
+        m_messages->TakeShown();
+        QCOMPARE(Names(), u"b.db %1 %1-journal v.db"_s.arg(kKept));
+        QCOMPARE(Load(Path(kKept)), "damaged");
+        QCOMPARE(Load(Path(kKept + u"-journal"_s)), "its journal");
+        QCOMPARE(Entries(Path(u"v.db"_s)), 1);
+        // A second one within the second has another name.
+        QVERIFY(RestoreBackup(Path(kKept), Path(u"v.db"_s), kNow) == false);
+        m_messages->TakeShown();
+        QVERIFY(RestoreBackup(Path(u"b.db"_s), Path(u"v.db"_s), kNow));
+        m_messages->TakeShown();
+        QVERIFY(QFile::exists(Path(u"v-kept-2026-05-31-073000-2.db"_s)));
+    }
+
+    // A backup as a file manager copies it: with the journal of a program that was killed.
+    void aJournalOfTheBackupIsPlayedIntoTheCopy() {
+        CSqliteFile other;
+        QCOMPARE(other.Open(Path(u"b.db"_s)), int(kErrorSuccess));
+        QCOMPARE(other.Execute("PRAGMA cache_size=1; PRAGMA cache_spill=1; BEGIN;"
+                               "UPDATE records SET body=zeroblob(200000)"),
+                 int(kErrorSuccess));
+        Save(Path(u"f.db"_s), Load(Path(u"b.db"_s)));
+        Save(Path(u"f.db-journal"_s), Load(Path(u"b.db-journal"_s)));
+        other.Rollback();
+        QCOMPARE(other.Close(), int(kErrorSuccess));
+        QVERIFY(Load(Path(u"f.db"_s)) != Load(Path(u"b.db"_s)));
+        QVERIFY(RestoreBackup(Path(u"f.db"_s), Path(u"v.db"_s), kNow));
+        m_messages->TakeShown();
+        QCOMPARE(Entries(Path(u"v.db"_s)), 1);
+        CFindings findings;
+        QVERIFY(CheckFile(Path(u"v.db"_s), findings));
+        QVERIFY(findings.List().empty());
+        QVERIFY(QFile::exists(Path(u"f.db-journal"_s)));
+    }
+
+    void repairKeepsTheDamagedFile() {
+        QVERIFY(RepairData(Path(u"v.db"_s), kNow));
+        QCOMPARE(m_messages->Said(), u"The data is sound. Nothing was repaired."_s);
+        QCOMPARE(Load(Path(u"v.db"_s)), m_present);
+        Save(Path(u"v.db"_s), "SQLite format 3");
+        QVERIFY(!RepairData(Path(u"v.db"_s), kNow));
+        QCOMPARE(m_messages->Said(), u"Nothing was repaired."_s);
+        QCOMPARE(Names(), u"b.db v.db"_s);
+        m_messages->details.clear();
+
+        QByteArray damaged = m_present;
+        damaged[0] = 'X';
+        Save(Path(u"v.db"_s), damaged);
+        QVERIFY(RepairData(Path(u"v.db"_s), kNow));
+        const QString said = m_messages->Said();
+        QVERIFY2(said.contains(u"Foods: 3 kept, 0 lost.\n"_s) &&
+                     said.contains(u"Ann_Diet: 2 kept, 0 lost.\n"_s) &&
+                     said.endsWith(u"The damaged file is kept as '%1'."_s.arg(Path(kKept))),
+                 qPrintable(said));
+        QCOMPARE(Load(Path(kKept)), damaged);
+        QCOMPARE(Entries(Path(u"v.db"_s)), 2);
+    }
+
+  private:
+    QString Names() const {
+        return QDir(m_folder->path()).entryList({u"*db*"_s}, QDir::Files, QDir::Name).join(u' ');
+    }
+    /// Of Ann's diet diary.
+    static int Entries(const QString& path) {
+        CVelmoraDoc doc(path);
+        return doc.OpenCatalogue() && doc.LoadProfile(u"Ann"_s) ? doc.Database().Diet().Count()
+                                                                : -1;
+    }
+
+    QByteArray m_present;
+};
+
+QTEST_GUILESS_MAIN(TestRestore)
+#include "TestRestore.moc"

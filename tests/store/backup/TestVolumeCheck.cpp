@@ -1,0 +1,250 @@
+// What a check finds in a volume, and what a repair saves of a damaged one.
+#include "app/BackupRules.h"
+#include "diary/DiaryFixture.h"
+#include "store/backup/Repair.h"
+#include "store/backup/VolumeCheck.h"
+#include "store/engine/RecordCodec.h"
+#include "support/ComposedSamples.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
+
+namespace {
+constexpr qsizetype kPage = 8192;
+}
+
+class TestVolumeCheck : public CDiaryTest {
+    Q_OBJECT
+
+  private slots:
+    void init() {
+        MakeDiary();
+        AddCatalogue();
+        for (const auto kind : {kMenus, kRecipes}) {
+            const qint32 category = AddCategory(Database(), u"Week"_s, kind);
+            const qint32 id = AddComposed(Database(), kind, category, u"Stew"_s);
+            QVERIFY(AddPart(Database(), kind, id, u"Soup"_s, 80));
+        }
+        m_doc->KeepWeightGraphSpan(2);
+        AddEntry(u"Tea"_s, QTime(8, 0));
+        AddDone(u"Walking"_s, kDay, QTime(9, 0), 30, 100);
+        QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay, QTime(7, 0), 80)));
+    }
+    void cleanup() { DropVolume(); }
+
+    void aSoundVolumeHasNoFindings() {
+        CFindings findings;
+        QVERIFY(CheckData(Database(), findings));
+        QCOMPARE(Lines(findings), QString());
+        QCOMPARE(FindingsText(findings), u"The data is sound."_s);
+    }
+
+    void whatIsWrongIsFound_data() {
+        AddRows<const char*, const char*>({
+            {"body", "UPDATE records SET body=x'FF' WHERE id=@foods",
+             "Foods: record @ is damaged."},
+            {"one property less",
+             "UPDATE records SET body=(SELECT body FROM records WHERE id=@exercises) WHERE "
+             "id=@foods",
+             "Foods: record @ is listed under another first value than it has."},
+            {"other layout",
+             "UPDATE records SET body=(SELECT body FROM records WHERE id=@foods) WHERE id=@menus",
+             "Menus: record @ has 77 values instead of 61."},
+            {"gone", "DELETE FROM records WHERE id=@foods",
+             "Foods: records that are listed but missing: 1."},
+            {"unlisted", "INSERT INTO records VALUES(9999, x'00')",
+             "Note: Records that belong to no database: 1. They only take room."},
+            {"index", "UPDATE blocks SET count=count+1 WHERE database=#Foods",
+             "Foods: the list of records is damaged; 0 of 4 entries can be read."},
+            {"index of nothing", "INSERT INTO blocks VALUES(999, 99, 1, 1, 1, x'00')",
+             "Lists of records that belong to no database: 1."},
+            {"database", "DELETE FROM databases WHERE name='Ann_Weight'",
+             "Ann: the database 'Ann_Weight' is missing.|Note: Records that belong to no database: "
+             "1. They only take room.|Lists of records that belong to no database: 1."},
+            {"profile", "UPDATE databases SET name='Bob' WHERE name='Ann'",
+             "Bob: the database 'Bob_Diet' is missing.|Bob: the database 'Bob_Weight' is missing.|"
+             "Bob: the database 'Bob_Exercises' is missing.|Ann_Diet: there is no profile 'Ann'.|"
+             "Ann_Weight: there is no profile 'Ann'.|Ann_Exercises: there is no profile 'Ann'.|"
+             "Note: Small values of profiles that are gone: 2."},
+            {"kind", "UPDATE databases SET type=9 WHERE name='Exlib'",
+             "Exlib: a database of an unknown kind.|The database 'Exlib' is missing."},
+            {"order", "UPDATE databases SET sort=64 WHERE name='Foods'",
+             "Foods: the records are in another order than they should be."},
+            {"table", "CREATE TABLE more(id)", "Note: The table 'more' is of another program."},
+            {"identity", "UPDATE identity SET body=x'00'",
+             "The identity of the data file is damaged."},
+            {"history", "UPDATE history_changes_1 SET seal=0",
+             "The history of changes is damaged: some cannot be undone."},
+            {"value", "INSERT INTO named_values VALUES(99, 'find', 'x')",
+             "Note: Small values of profiles that are gone: 1."},
+        });
+    }
+    void whatIsWrongIsFound() {
+        const auto& [sql, lines] = DataRow<const char*, const char*>();
+        struct CRecord {
+            QString word;
+            CItemDatabaseBase& items;
+        };
+        QString statement = QString::fromLatin1(sql);
+        ObjectId meant = 0;
+        for (const CRecord& row : {CRecord{u"@foods"_s, Database().Foods()},
+                                   {u"@menus"_s, Database().Menus()},
+                                   {u"@exercises"_s, Database().Exercises()}}) {
+            const bool isLast = statement.endsWith(row.word);
+            meant = isLast ? row.items.RecordAt(0) : meant;
+            statement.replace(row.word, QString::number(row.items.RecordAt(0)));
+        }
+        statement.replace(u"#Foods"_s, QString::number(Database().Foods().GetId()));
+        QString expected = QString::fromLatin1(lines);
+        expected.replace(u'@', QString::number(meant));
+        QCOMPARE(LinesAfter(statement), expected);
+    }
+
+    void recordsAgainstTheirLayout() {
+        struct CRow {
+            CItemDatabaseBase& items;
+            int number;
+            PropertyValue value;
+            QString fault;
+        };
+        const CRow rows[] = {
+            {Database().Foods(), 1, QString(129, u'x'),
+             u"has 129 characters as 'Name', which may have 128"_s},
+            {Database().Foods(), 3, std::numeric_limits<double>::infinity(),
+             u"has no number as 'Food energy'"_s},
+            {Database().Diet(), 1, qint32{6}, u"has 6 as 'Meal', which goes from 0 to 5"_s},
+            {Database().Diet(), 0, qint64{-1}, u"has no date as 'Date and time'"_s},
+            {Database().Weight(), 1, qint32{80}, u"has a value of another type as 'Weight (kg)'"_s},
+        };
+        for (const CRow& row : rows) {
+            PropertyList properties;
+            CRecordStore& store = Database().GetStore();
+            CDatabaseHandle handle{row.items.GetId()};
+            const ObjectId record = row.items.RecordAt(0);
+            QVERIFY(store.ReadRecord(record, properties));
+            const PropertyList sound = properties;
+            properties[row.number] = row.value;
+            QVERIFY(store.WriteRecord(handle, record, properties));
+            CFindings findings;
+            QVERIFY(CheckData(Database(), findings));
+            QVERIFY2(Lines(findings).endsWith(u": record %1 %2."_s.arg(record).arg(row.fault)),
+                     qPrintable(Lines(findings)));
+            QCOMPARE(findings.CountFaults(), 1);
+            QVERIFY(store.WriteRecord(handle, record, sound));
+        }
+    }
+
+    void whatRecordsSayOfEachOther() {
+        CFoodItem food = MakeFood(77, u"Fig"_s, u"raw"_s);
+        QVERIFY(Database().Foods().Write(-1, food));
+        const ObjectId fig = Database().Foods().RecordAt(Database().Foods().Count() - 1);
+        CMenuItem part;
+        part.SetParentId(kFirstComposedId + 99);
+        QVERIFY(Database().Menus().Write(-1, part));
+        CFindings findings;
+        QVERIFY(CheckData(Database(), findings));
+        QCOMPARE(Lines(findings),
+                 u"Foods: record %1 is in category 77, which does not exist.|"
+                 "Note: Menus: components that belong to no item: 1."_s.arg(fig));
+    }
+
+    // Each page of the file in turn is filled with zeros, and with ones; then the file ends there.
+    // Records on other pages come back as they were.
+    void untouchedRecordsAreRepaired() {
+        const qint32 category = AddCategory(Database(), u"Many"_s);
+        {
+            CRecordGroup group(Database().GetStore());
+            for (int i = 0; i < 200; ++i) {
+                AddFood(category, u"Food %1"_s.arg(i), u"type"_s, i, {});
+            }
+            CRecipeItem recipe;
+            recipe.SetParentId(1);
+            recipe.SetItemId(kFirstComposedId + 50);
+            recipe.SetName(u"Long"_s);
+            recipe.SetInstructions(QString(20000, u'i'));
+            QVERIFY(Database().Recipes().Write(-1, recipe));
+        }
+        std::map<ObjectId, QByteArray> bodies;
+        for (CItemDatabaseBase* items : std::initializer_list<CItemDatabaseBase*>{
+                 &Database().Foods(), &Database().Recipes(), &Database().Diet()}) {
+            for (int position = 0; position < items->Count(); ++position) {
+                PropertyList properties;
+                const ObjectId record = items->RecordAt(position);
+                QVERIFY(Database().GetStore().ReadRecord(record, properties));
+                EncodeRecord(properties, bodies[record]);
+            }
+        }
+        m_doc.reset();
+        const QString path = Path(u"v.db"_s);
+        const QByteArray volume = Load(path);
+        const qsizetype pages = volume.size() / kPage;
+        QVERIFY(pages > 15);
+        int repaired = 0;
+        for (qsizetype page = 0; page < pages; ++page) {
+            for (const char fill : {'\0', '\xFF', 'c'}) {
+                QByteArray damaged = volume;
+                if (fill == 'c') {
+                    damaged.truncate(page * kPage + 100);
+                } else {
+                    std::fill_n(damaged.begin() + page * kPage, kPage, fill);
+                }
+                Save(path, damaged);
+                CVolumeReplacement replacement(path, QDateTime::currentDateTime());
+                QCOMPARE(replacement.Begin(), int(kErrorSuccess));
+                CRepairSummary summary;
+                const EPlatformError error = CRepair(replacement).Run(summary);
+                if (fill == 'c' && error == kErrorBadFormat) {
+                    continue;  // hardly anything was left
+                }
+                QCOMPARE(error, int(kErrorSuccess));
+                CStorageEngine engine;
+                QCOMPARE(engine.Mount(replacement.GetNewPath()), int(kErrorSuccess));
+                for (const auto& [record, body] : bodies) {
+                    PropertyList properties;
+                    QByteArray found;
+                    const bool isFound = engine.ReadRecord(record, properties) == kErrorSuccess;
+                    EncodeRecord(properties, found);
+                    const qsizetype at = damaged.indexOf(body);
+                    // A record of more than a page is not in one place.
+                    const bool isUntouched = at >= 0 && at / kPage == (at + body.size()) / kPage;
+                    QVERIFY2(!isUntouched || (isFound && found == body),
+                             qPrintable(u"page %1, record %2"_s.arg(page).arg(record)));
+                }
+                CFindings findings;
+                (void)engine.Unmount();
+                CSqliteFile file;
+                QCOMPARE(file.Open(replacement.GetNewPath()), int(kErrorSuccess));
+                QCOMPARE(CheckVolume(file, findings), int(kErrorSuccess));
+                QVERIFY2(!findings.HasFaults(), qPrintable(Lines(findings)));
+                ++repaired;
+            }
+        }
+        QVERIFY(repaired > 2 * pages);
+        Save(path, volume);
+        Reopen();
+    }
+
+  private:
+    static QString Lines(const CFindings& findings) {
+        QStringList lines;
+        for (const CFinding& finding : findings.List()) {
+            lines.append(FindingLine(finding));
+        }
+        return lines.join(u'|');
+    }
+    QString LinesAfter(const QString& statement) {
+        m_doc.reset();
+        CFindings findings;
+        {
+            CSqliteFile file;
+            if (file.Open(Path(u"v.db"_s)) != kErrorSuccess ||
+                file.Execute(statement.toLatin1()) != kErrorSuccess) {
+                return u"cannot be changed"_s;
+            }
+        }
+        const bool isChecked = CheckFile(Path(u"v.db"_s), findings);
+        return isChecked ? Lines(findings) : u"cannot be checked"_s;
+    }
+};
+
+QTEST_GUILESS_MAIN(TestVolumeCheck)
+#include "TestVolumeCheck.moc"
