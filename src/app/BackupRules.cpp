@@ -119,7 +119,9 @@ bool SetBackupFolder(CDatabase& database, const QString& folder) {
         ShowMessage(FormatText("The folder '%s' cannot be written."_L1, {folder}));
         return false;
     }
-    if (!database.GetStore().WriteValue(0, kBackupFolderValue, folder)) {
+    // A null text could not be stored.
+    const QString stored = folder.isEmpty() ? u""_s : folder;
+    if (!database.GetStore().WriteValue(0, kBackupFolderValue, stored)) {
         ShowMessage(u"The folder could not be stored."_s, EMessageIcon::Stop);
         return false;
     }
@@ -186,6 +188,12 @@ bool RepairData(const QString& volumePath, const QDateTime& now) {
 }
 
 bool RestoreBackup(const QString& file, const QString& volumePath, const QDateTime& now) {
+    const auto present = StampOf(QFile::encodeName(volumePath));
+    const auto backup = StampOf(QFile::encodeName(file));
+    if (present && backup && present->IsSameFile(*backup)) {
+        ShowMessage(FormatText("'%s' is your present data itself."_L1, {file}), EMessageIcon::Stop);
+        return false;
+    }
     CRestore restore(file, volumePath, now);
     EPlatformError error = kErrorSuccess;
     {

@@ -50,7 +50,7 @@ EPlatformError CreatePart(const QString& path, QString& part) {
         part = path + u".part-%1"_s.arg(n);
         error = CreatePrivateFile(QFile::encodeName(part));
     }
-    return error;
+    return error == kErrorFileNotFound ? kErrorAccessDenied : error;  // there is no such folder
 }
 }  // namespace
 

@@ -2,7 +2,7 @@
 v() { "$cli" --volume v.db "$@"; }
 w() { "$cli" --volume w.db "$@"; }
 for group in profile foods menus recipes exlib categories search diet weight bmi exercises report \
-    purge undo redo
+    purge undo redo backup backups restore verify
 do eval "$group() { v $group \"\$@\"; }"
 done
 ann="--profile Ann --date 2026-06-02"
@@ -33,6 +33,8 @@ text=$(printf '%0128d')  # longer than a record's texts
 long=$(printf '%064d')   # longer than a serving's
 # Rows whose value is not 0, on one line.
 some() { grep -v "$(printf '\t0$')" | joined; }
+# Without the date and time of a backup.
+dated() { sed -E 's/[0-9]{4}-[0-9]{2}-[0-9]{2}(.)[0-9:]{6,8}/DATE/g'; }
 joined() { paste -sd'~' | sed 's/~/; /g'; }
 show() { tr -d '\r' < "$1"; }
 # The report of a day: one DAY TYPES GROUPING
