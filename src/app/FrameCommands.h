@@ -20,4 +20,7 @@ enum EFrameCommand : int {
     kCommandAbout,
     kCommandHelp,
     kCommandExit,
+    kCommandBackUp,
+    kCommandRestore,
+    kCommandCheckData,
 };

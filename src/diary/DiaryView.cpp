@@ -137,7 +137,10 @@ void CDiaryView::SetMenus(QAction* own) {
           CreateFrameAction(u"User..."_s, kCommandUser),
           CreateFrameAction(u"Targets..."_s, kCommandTargets), own,
           CreateFrameAction(u"Purge..."_s, kCommandPurge),
-          CreateFrameAction(u"About Velmora..."_s, kCommandAbout)}},
+          CreateFrameAction(u"About Velmora..."_s, kCommandAbout), nullptr,
+          CreateFrameAction(u"Back up..."_s, kCommandBackUp),
+          CreateFrameAction(u"Restore..."_s, kCommandRestore),
+          CreateFrameAction(u"Check data..."_s, kCommandCheckData)}},
     };
 }
 

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <QDir>
 #include <QFontInfo>
 #include <QLabel>
 #include <QPushButton>
@@ -9,7 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
-CAboutDialog::CAboutDialog(QWidget* parent) : CDialog(u"About Velmora"_s, parent) {
+CAboutDialog::CAboutDialog(const QString& backupFolder, QWidget* parent)
+    : CDialog(u"About Velmora"_s, parent) {
     const auto addText = [this](const QString& text, const QString& name) {
         auto* label = new QLabel(text);
         label->setObjectName(name);
@@ -27,6 +29,7 @@ CAboutDialog::CAboutDialog(QWidget* parent) : CDialog(u"About Velmora"_s, parent
         u"A personal diet diary: meals, weights and exercise, day by day, against your own "
         "targets."_s,
         u"purpose"_s);
+    addText(u"Backups are in:\n"_s + QDir::toNativeSeparators(backupFolder), u"backups"_s);
     addText(
         u"Built with:\n"
         "Qt %1, GNU Lesser General Public License version 3\n"

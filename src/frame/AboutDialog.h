@@ -6,5 +6,5 @@
 class CAboutDialog : public CDialog {
     Q_OBJECT
   public:
-    explicit CAboutDialog(QWidget* parent);
+    CAboutDialog(const QString& backupFolder, QWidget* parent);
 };

@@ -18,6 +18,7 @@
 #include <QWidgetAction>
 #include <algorithm>
 
+#include "app/BackupRules.h"
 #include "app/FrameCommands.h"
 #include "catalogue/view/ComposedMainView.h"
 #include "catalogue/view/ExlibMainView.h"
@@ -29,7 +30,9 @@
 #include "diary/weight/WeightMainView.h"
 #include "exercise/ExercisesMainView.h"
 #include "frame/AboutDialog.h"
+#include "frame/BackupWindows.h"
 #include "frame/StatusLine.h"
+#include "frame/WindowPlacement.h"
 #include "platform/Messages.h"
 #include "platform/ShippedFiles.h"
 #include "profile/SelectProfileDialog.h"
@@ -75,29 +78,7 @@ constexpr int kToolButtonPlaces = 4;
 /// Between a view and the window's edge, in pixels.
 constexpr int kMargin = 8;
 constexpr int kNarrowMargin = 2;
-/// Pixels of the window that must lie on a screen for a stored placement to be taken.
-constexpr int kLeastVisible = 40;
-constexpr int kNeverSaved = -1;
 constexpr int kIdleCheckMs = 20;
-
-/// `length` from `start`; cut down to the desktop's and moved into it where it is longer.
-std::pair<int, int> SpanWithin(int desktopStart, int desktopLength, int start, int length) {
-    return length > desktopLength ? std::pair(desktopStart, desktopLength)
-                                  : std::pair(start, length);
-}
-
-/// The stored placement, as far as the desktop has room for it; empty for numbers that no window
-/// has: a settings file may hold any.
-QRect PlacementWithin(const QRect& desktop, const CRegistrySettings& stored) {
-    const auto [x, width] =
-        SpanWithin(desktop.x(), desktop.width(), stored.positionX, stored.sizeX);
-    const auto [y, height] =
-        SpanWithin(desktop.y(), desktop.height(), stored.positionY, stored.sizeY);
-    if (width <= 0 || height <= 0 || !desktop.adjusted(-width, -height, 0, 0).contains(x, y)) {
-        return {};
-    }
-    return {x, y, width, height};
-}
 
 }  // namespace
 
@@ -124,9 +105,11 @@ CDietFrame::CDietFrame(CVelmoraDoc& doc) : m_doc(doc) {
     m_doc.SetStatusHost([this](const QString& text) { m_status->SetText(text); });
     m_doc.SetLossHost({[this] { OnceIdle(&CDietFrame::TellLoss, EDialogs::Stay); },
                        [this] { OnceIdle(&CDietFrame::ReopenVolume, EDialogs::Close); }});
+    m_doc.Database().StartBackups();
 }
 
 CDietFrame::~CDietFrame() {
+    m_doc.Database().Backups().Stop();
     m_doc.SetLossHost({});
     m_doc.SetStatusHost({});
 }
@@ -185,13 +168,22 @@ void CDietFrame::RunCommand(int command) {
             RunPurge(m_doc, this, [this] { ActiveView()->DataChanged(); });
             return;
         case kCommandAbout:
-            CAboutDialog(this).exec();
+            CAboutDialog(m_doc.Database().Backups().GetFolder(), this).exec();
             return;
         case kCommandHelp:
             ShowHelp();
             return;
         case kCommandExit:
             close();
+            return;
+        case kCommandBackUp:
+            RunBackUp(m_doc);
+            return;
+        case kCommandRestore:
+            OnceIdle(&CDietFrame::Restore, EDialogs::Stay);
+            return;
+        case kCommandCheckData:
+            OnceIdle(&CDietFrame::CheckData, EDialogs::Stay);
             return;
         default:
             ShowView(command);
@@ -267,19 +259,10 @@ void CDietFrame::ShowTitle() {
 }
 
 void CDietFrame::PlaceWindow() {
-    const CRegistrySettings& stored = m_doc.Registry();
     const QScreen* screen = QGuiApplication::primaryScreen();
     resize(screen == nullptr ? kDefaultSize : kDefaultSize.boundedTo(screen->availableSize()));
-    if (screen == nullptr || stored.sizeX == kNeverSaved || stored.sizeY == kNeverSaved) {
-        return;
-    }
-    const QRect placement = PlacementWithin(screen->availableVirtualGeometry(), stored);
-    for (const QScreen* candidate : QGuiApplication::screens()) {
-        const QRect visible = candidate->availableGeometry().intersected(placement);
-        if (visible.width() >= kLeastVisible && visible.height() >= kLeastVisible) {
-            setGeometry(placement);
-            return;
-        }
+    if (const QRect placement = VisiblePlacement(m_doc.Registry()); !placement.isEmpty()) {
+        setGeometry(placement);
     }
 }
 
@@ -385,8 +368,34 @@ void CDietFrame::ReopenVolume() {
         QCoreApplication::quit();
         return;
     }
+    m_doc.Database().StartBackups();
     ShowTitle();
     ShowView(command);
+}
+
+void CDietFrame::Replacing(const std::function<void(const QString&)>& replace) {
+    ActiveView()->StoreLayout();
+    StoreTab();
+    delete takeCentralWidget();
+    m_doc.CloseVolume();
+    replace(m_doc.GetVolumePath());
+    ReopenVolume();
+}
+
+void CDietFrame::Restore() {
+    if (const QString file = ChooseBackup(m_doc); !file.isEmpty()) {
+        Replacing([&file](const QString& volumePath) {
+            (void)RestoreBackup(file, volumePath, QDateTime::currentDateTime());  // has told it
+        });
+    }
+}
+
+void CDietFrame::CheckData() {
+    if (RunCheckData(m_doc, this)) {
+        Replacing([](const QString& volumePath) {
+            (void)RepairData(volumePath, QDateTime::currentDateTime());  // has told it
+        });
+    }
 }
 
 void CDietFrame::ShowHelp() {

@@ -58,11 +58,17 @@ class CDietFrame : public QMainWindow {
     bool EditTargets();
     void ShowHelp();
 
-    /// For a volume that was lost. Runs `act` once no dialog, box or progress window is left.
+    /// For acts that destroy the view, be it the one that asked for them. Runs `act` once no
+    /// dialog, box or progress window is left.
     enum class EDialogs { Stay, Close };
     void OnceIdle(void (CDietFrame::*act)(), EDialogs dialogs);
     void TellLoss();
     void ReopenVolume();
+
+    /// Closes the volume for as long as `replace` runs, then opens the file that is in its place.
+    void Replacing(const std::function<void(const QString& volumePath)>& replace);
+    void Restore();
+    void CheckData();
 
     CVelmoraDoc& m_doc;
     int m_activeCommand = 0;

@@ -1,6 +1,9 @@
 // What the windows do when the volume is removed, replaced or written over beneath them.
 #include "FrameFixture.h"
 
+#include <QPlainTextEdit>
+#include <QPushButton>
+
 #include "controls/Dialog.h"
 #include "support/Clicks.h"
 #include "support/DataRows.h"
@@ -63,6 +66,59 @@ class TestVolumeLoss : public CFrameTest {
         QCOMPARE(frame.windowTitle(), u"Velmora:Ann"_s);
         QCOMPARE(Database().Weight().Count(), 1);
         QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay, QTime(7, 0), 81)));
+    }
+
+    // Nothing of the session that ends is written into the restored volume.
+    void aBackupIsRestored() {
+        m_messages->chosenFile = Path(u"b.db"_s);
+        {
+            CDietFrame frame(*m_doc);
+            Show(frame);
+            frame.RunCommand(kCommandBackUp);
+            QVERIFY(m_messages->Said().startsWith(u"A backup was saved"_s));
+            AddEntry(u"Newer"_s, QTime(9, 0));
+            QVERIFY(frame.ShowView(kSwitchToWeight));
+            m_messages->answer = false;
+            frame.RunCommand(kCommandRestore);
+            QTRY_COMPARE(m_messages->asked.size(), 1);
+            QTRY_COMPARE(frame.ActiveCommand(), int(kSwitchToWeight));
+            QCOMPARE(Stored().size(), 2);
+            m_messages->answer = true;
+            frame.RunCommand(kCommandRestore);
+            QTRY_COMPARE(Stored(), QStringList{u"Tea 31 08:00 L"_s});
+            QCOMPARE(Load(Path(u"v.db"_s)), Load(Path(u"b.db"_s)));
+            QCOMPARE(frame.ActiveCommand(), int(kSwitchToWeight));
+            QVERIFY(frame.ActiveView() != nullptr);
+            QVERIFY(m_messages->Said().startsWith(u"The data of"_s));
+            QVERIFY(Database().Backups().IsStarted());
+        }
+        QVERIFY(!Database().Backups().IsStarted());
+    }
+
+    void damagedDataIsRepaired() {
+        Damage(Database().Weight(), 0);
+        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        QStringList seen;
+        QTimer poll;
+        connect(&poll, &QTimer::timeout, this, [&] {
+            auto* dialog = qobject_cast<CDialog*>(QApplication::activeModalWidget());
+            if (dialog != nullptr) {
+                seen.append(Find<QPlainTextEdit>(*dialog, "findings")->toPlainText());
+                seen.append(Find<QPushButton>(*dialog, "ok")->text());
+                dialog->accept();
+            }
+        });
+        poll.start(10);
+        frame.RunCommand(kCommandCheckData);
+        QTRY_VERIFY(!m_messages->shown.isEmpty());
+        QVERIFY(m_messages->Said().contains(u"Ann_Weight: 0 kept, 1 lost.\n"_s));
+        QVERIFY2(seen.value(0).startsWith(u"Ann_Weight: record "_s), qPrintable(seen.value(0)));
+        QCOMPARE(seen.mid(1), QStringList{u"Repair"_s});
+        frame.RunCommand(kCommandCheckData);
+        QTRY_COMPARE(m_messages->shown, QStringList{u"The data is sound."_s});
+        QCOMPARE(Stored(), QStringList{u"Tea 31 08:00 L"_s});
     }
 
     // Without a write nothing else would say why the lists are empty.

@@ -1,0 +1,42 @@
+#include "frame/BackupWindows.h"
+
+#include "app/BackupRules.h"
+#include "frame/FindingsDialog.h"
+#include "platform/Messages.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+CFileChoice BackupFileChoice(const QString& title, const QString& initialName) {
+    return {.title = title,
+            .defaultExtension = u".db"_s,
+            .filterName = u"Velmora data (*.db)"_s,
+            .initialName = initialName};
+}
+}  // namespace
+
+void RunBackUp(CVelmoraDoc& doc) {
+    const QString path = ChooseFileToSave(BackupFileChoice(
+        u"Back up"_s, ProposedBackupName(doc.GetVolumePath(), QDate::currentDate())));
+    if (!path.isEmpty()) {
+        (void)SaveBackup(doc.Database(), path);  // has shown its result
+    }
+}
+
+QString ChooseBackup(CVelmoraDoc& doc) {
+    const std::vector<CBackupFile> backups = doc.Database().Backups().List();
+    return ChooseFileToOpen(
+        BackupFileChoice(u"Restore"_s, backups.empty() ? QString() : backups.back().path));
+}
+
+bool RunCheckData(CVelmoraDoc& doc, QWidget* parent) {
+    CFindings findings;
+    if (!CheckData(doc.Database(), findings)) {
+        return false;
+    }
+    if (findings.List().empty()) {
+        ShowMessage(FindingsText(findings), EMessageIcon::Result);
+        return false;
+    }
+    return CFindingsDialog(findings, parent).exec() == QDialog::Accepted && findings.HasFaults();
+}

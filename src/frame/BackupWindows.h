@@ -1,0 +1,13 @@
+// The frame's commands on the data file as a whole.
+#pragma once
+
+#include "app/VelmoraDoc.h"
+
+class QWidget;
+
+/// "Back up...": asks where to, and saves a backup there.
+void RunBackUp(CVelmoraDoc& doc);
+/// Asks for the backup to restore; an empty path when cancelled.
+QString ChooseBackup(CVelmoraDoc& doc);
+/// "Check data...": checks the volume and shows what was found. True when it is to be repaired.
+bool RunCheckData(CVelmoraDoc& doc, QWidget* parent);

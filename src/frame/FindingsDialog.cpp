@@ -1,0 +1,40 @@
+#include "frame/FindingsDialog.h"
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "app/BackupRules.h"
+
+using namespace Qt::StringLiterals;
+
+CFindingsDialog::CFindingsDialog(const CFindings& findings, QWidget* parent)
+    : CDialog(u"Check data"_s, parent) {
+    const auto addText = [this](const QString& text, const QString& name) {
+        auto* label = new QLabel(text);
+        label->setObjectName(name);
+        label->setWordWrap(true);
+        Content()->addWidget(label);
+    };
+    QStringList lines;
+    for (const CFinding& finding : findings.List()) {
+        lines.append(FindingLine(finding));
+    }
+    addText(FindingsText(findings), u"summary"_s);
+    auto* list = new QPlainTextEdit(lines.join(u'\n'));
+    list->setObjectName(u"findings"_s);
+    list->setAccessibleName(u"Findings"_s);
+    list->setReadOnly(true);
+    list->setTabChangesFocus(true);
+    Content()->addWidget(list, 1);
+    if (findings.HasFaults()) {
+        addText(
+            u"Repair takes over what can be read into a new data file. The present one is kept."_s,
+            u"hint"_s);
+        findChild<QPushButton*>(u"ok"_s)->setText(u"Repair"_s);
+    } else {
+        findChild<QPushButton*>(u"cancel"_s)->hide();  // there is nothing to cancel
+    }
+    SetPreferredSize(480, 320);
+}
