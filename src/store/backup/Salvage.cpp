@@ -81,6 +81,7 @@ void CSalvage::TakeTableRow(const CRowPlace& place, const CScannedRow& row) {
     constexpr std::size_t kRecordColumns = 2;
     constexpr std::size_t kDatabaseColumns = 4;
     constexpr std::size_t kBlockColumns = 6;
+    constexpr std::size_t kChangeColumns = 10;
     if (row.values.size() == kRecordColumns) {
         const auto* body = At<QByteArray>(row, 1);
         if (body != nullptr && !CVolumeIdentity::FindIn(*body)) {
@@ -100,6 +101,11 @@ void CSalvage::TakeTableRow(const CRowPlace& place, const CScannedRow& row) {
         if (numbers && entries != nullptr) {
             m_blocks[row.id] = {numbers->at(0), numbers->at(1), numbers->at(3),
                                 EntriesIn(*entries)};
+        }
+    } else if (row.values.size() == kChangeColumns) {
+        // Database, first record and number of records.
+        if (const auto numbers = Numbers(row, 1, 3)) {
+            m_history[numbers->at(1)] = {numbers->at(0), numbers->at(2)};
         }
     }
 }
@@ -224,7 +230,7 @@ void CSalvage::PlaceUnlisted() {
         if (!Decode(record, properties)) {
             continue;
         }
-        CSalvagedDatabase* home = HomeOf(properties);
+        CSalvagedDatabase* home = HomeOf(record, properties);
         const std::optional<qint64> key = KeyOf(properties);
         if (home == nullptr || !key) {
             ++m_homeless;
@@ -237,7 +243,17 @@ void CSalvage::PlaceUnlisted() {
     }
 }
 
-CSalvagedDatabase* CSalvage::HomeOf(const PropertyList& properties) {
+ObjectId CSalvage::HomeInHistory(ObjectId record) const {
+    const auto next = m_history.upper_bound(record);
+    if (next == m_history.begin()) {
+        return 0;
+    }
+    const auto& [first, run] = *std::prev(next);
+    return record - first < run.count ? run.database : 0;
+}
+
+CSalvagedDatabase* CSalvage::HomeOf(ObjectId record, const PropertyList& properties) {
+    const ObjectId known = HomeInHistory(record);
     CSalvagedDatabase* only = nullptr;
     CSalvagedDatabase* withGap = nullptr;
     int homes = 0;
@@ -245,6 +261,9 @@ CSalvagedDatabase* CSalvage::HomeOf(const PropertyList& properties) {
     for (CSalvagedDatabase& database : m_databases) {
         if (!FitsLayout(properties, LayoutOfRecord(properties, *database.layout))) {
             continue;
+        }
+        if (database.info.id == known) {
+            return &database;
         }
         only = &database;
         ++homes;

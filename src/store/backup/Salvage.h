@@ -23,8 +23,8 @@ struct CSalvagedValue {
     QString value;
 };
 
-/// A record whose database is not known goes to the only one of its layout, or to the only one
-/// whose list of records has a gap.
+/// A record that no list names goes to the only database of its layout, or to the one that the
+/// history names, or to the only one whose list has a gap.
 class CSalvage {
   public:
     /// Reads the file. kErrorBadFormat when there is nothing of a volume in it.
@@ -47,20 +47,28 @@ class CSalvage {
         std::vector<CIndexEntry> entries;  ///< none: only the directory knows the block
     };
 
+    /// Consecutive records that were added to a database.
+    struct CRun {
+        ObjectId database = 0;
+        qint64 count = 0;
+    };
+
     void TakeRow(const CRowPlace& place, const CScannedRow& row);
     void TakeTableRow(const CRowPlace& place, const CScannedRow& row);
     void TakeIndexRow(const CScannedRow& row);
     void PlaceListed();
     void NameDatabases();
     void PlaceUnlisted();
-    CSalvagedDatabase* HomeOf(const PropertyList& properties);
+    CSalvagedDatabase* HomeOf(ObjectId record, const PropertyList& properties);
+    [[nodiscard]] ObjectId HomeInHistory(ObjectId record) const;
     [[nodiscard]] bool Decode(ObjectId record, PropertyList& properties) const;
     [[nodiscard]] const CRecordLayout* LayoutOfFirst(const CSalvagedDatabase& database) const;
 
     CPageScan m_scan;
     std::unordered_map<ObjectId, CRowPlace> m_records;
     std::map<ObjectId, CDatabaseInfo> m_infos;
-    std::map<qint64, CBlock> m_blocks;  ///< by the identifier of their row
+    std::map<qint64, CBlock> m_blocks;   ///< by the identifier of their row
+    std::map<ObjectId, CRun> m_history;  ///< by the first record; the last change of it
     std::vector<CSalvagedDatabase> m_databases;
     std::vector<CSalvagedValue> m_values;
     int m_homeless = 0;

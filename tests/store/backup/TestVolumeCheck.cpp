@@ -147,83 +147,116 @@ class TestVolumeCheck : public CDiaryTest {
                  "Note: Menus: components that belong to no item: 1."_s.arg(fig));
     }
 
-    // Each page of the file in turn is filled with zeros, and with ones; then the file ends there.
-    // Records on other pages come back as they were.
+    void untouchedRecordsAreRepaired_data() {
+        AddRows<char>({{"zeros", '\0'}, {"ones", '\xFF'}, {"cut", 'c'}});
+    }
+    // Each page of the file in turn is overwritten, or the file ends there. Records on other pages
+    // come back as they were, and to the diary they were in.
     void untouchedRecordsAreRepaired() {
-        const qint32 category = AddCategory(Database(), u"Many"_s);
-        {
-            CRecordGroup group(Database().GetStore());
-            for (int i = 0; i < 200; ++i) {
-                AddFood(category, u"Food %1"_s.arg(i), u"type"_s, i, {});
-            }
-            CRecipeItem recipe;
-            recipe.SetParentId(1);
-            recipe.SetItemId(kFirstComposedId + 50);
-            recipe.SetName(u"Long"_s);
-            recipe.SetInstructions(QString(20000, u'i'));
-            QVERIFY(Database().Recipes().Write(-1, recipe));
-        }
-        std::map<ObjectId, QByteArray> bodies;
-        for (CItemDatabaseBase* items : std::initializer_list<CItemDatabaseBase*>{
-                 &Database().Foods(), &Database().Recipes(), &Database().Diet()}) {
-            for (int position = 0; position < items->Count(); ++position) {
-                PropertyList properties;
-                const ObjectId record = items->RecordAt(position);
-                QVERIFY(Database().GetStore().ReadRecord(record, properties));
-                EncodeRecord(properties, bodies[record]);
-            }
-        }
+        const auto& [fill] = DataRow<char>();
+        AddManyRecords();
+        std::map<ObjectId, CStored> stored;
+        Collect(stored, Database().Foods());
+        Collect(stored, Database().Recipes());
+        Collect(stored, Database().Diet());
+        QVERIFY(m_doc->LoadProfile(u"Bob"_s));
+        Collect(stored, Database().Diet());
         m_doc.reset();
-        const QString path = Path(u"v.db"_s);
-        const QByteArray volume = Load(path);
+        const QByteArray volume = Load(Path(u"v.db"_s));
         const qsizetype pages = volume.size() / kPage;
         QVERIFY(pages > 15);
         int repaired = 0;
         for (qsizetype page = 0; page < pages; ++page) {
-            for (const char fill : {'\0', '\xFF', 'c'}) {
-                QByteArray damaged = volume;
-                if (fill == 'c') {
-                    damaged.truncate(page * kPage + 100);
-                } else {
-                    std::fill_n(damaged.begin() + page * kPage, kPage, fill);
-                }
-                Save(path, damaged);
-                CVolumeReplacement replacement(path, QDateTime::currentDateTime());
-                QCOMPARE(replacement.Begin(), int(kErrorSuccess));
-                CRepairSummary summary;
-                const EPlatformError error = CRepair(replacement).Run(summary);
-                if (fill == 'c' && error == kErrorBadFormat) {
-                    continue;  // hardly anything was left
-                }
-                QCOMPARE(error, int(kErrorSuccess));
-                CStorageEngine engine;
-                QCOMPARE(engine.Mount(replacement.GetNewPath()), int(kErrorSuccess));
-                for (const auto& [record, body] : bodies) {
-                    PropertyList properties;
-                    QByteArray found;
-                    const bool isFound = engine.ReadRecord(record, properties) == kErrorSuccess;
-                    EncodeRecord(properties, found);
-                    const qsizetype at = damaged.indexOf(body);
-                    // A record of more than a page is not in one place.
-                    const bool isUntouched = at >= 0 && at / kPage == (at + body.size()) / kPage;
-                    QVERIFY2(!isUntouched || (isFound && found == body),
-                             qPrintable(u"page %1, record %2"_s.arg(page).arg(record)));
-                }
-                CFindings findings;
-                (void)engine.Unmount();
-                CSqliteFile file;
-                QCOMPARE(file.Open(replacement.GetNewPath()), int(kErrorSuccess));
-                QCOMPARE(CheckVolume(file, findings), int(kErrorSuccess));
-                QVERIFY2(!findings.HasFaults(), qPrintable(Lines(findings)));
-                ++repaired;
+            QByteArray damaged = volume;
+            if (fill == 'c') {
+                damaged.truncate(page * kPage + 100);
+            } else {
+                std::fill_n(damaged.begin() + page * kPage, kPage, fill);
             }
+            Save(Path(u"v.db"_s), damaged);
+            CVolumeReplacement replacement(Path(u"v.db"_s), QDateTime::currentDateTime());
+            QCOMPARE(replacement.Begin(), int(kErrorSuccess));
+            CRepairSummary summary;
+            if (CRepair(replacement).Run(summary) != kErrorSuccess) {
+                QVERIFY(fill == 'c');  // no record is left
+                continue;
+            }
+            const QString missing = Missing(replacement.GetNewPath(), stored, damaged, fill == 'c');
+            QVERIFY2(missing.isEmpty(), qPrintable(u"page %1: %2"_s.arg(page).arg(missing)));
+            ++repaired;
         }
-        QVERIFY(repaired > 2 * pages);
-        Save(path, volume);
+        QVERIFY(repaired >= pages / 3);
+        Save(Path(u"v.db"_s), volume);
         Reopen();
     }
 
   private:
+    struct CStored {
+        QByteArray body;
+        ObjectId database = 0;
+    };
+
+    void AddManyRecords() {
+        CProfileSettings settings = CProfileSettings::ForNewProfile(kDay);
+        settings.user.name = u"Bob"_s;
+        QVERIFY(m_doc->CreateProfile(settings) && m_doc->LoadProfile(u"Bob"_s));
+        AddEntry(u"Toast"_s, QTime(8, 0));
+        QVERIFY(m_doc->LoadProfile(u"Ann"_s));
+        const qint32 category = AddCategory(Database(), u"Many"_s);
+        CRecordGroup group(Database().GetStore());
+        for (int i = 0; i < 150; ++i) {
+            AddFood(category, u"Food %1"_s.arg(i), u"type"_s, i, {});
+        }
+        CRecipeItem recipe;
+        recipe.SetParentId(1);
+        recipe.SetItemId(kFirstComposedId + 50);
+        recipe.SetName(u"Long"_s);
+        recipe.SetInstructions(QString(20000, u'i'));
+        QVERIFY(Database().Recipes().Write(-1, recipe));
+    }
+    void Collect(std::map<ObjectId, CStored>& stored, CItemDatabaseBase& items) {
+        PropertyList properties;
+        for (int position = 0; position < items.Count(); ++position) {
+            const ObjectId record = items.RecordAt(position);
+            QVERIFY(Database().GetStore().ReadRecord(record, properties));
+            EncodeRecord(properties, stored[record].body);
+            stored[record].database = items.GetId();
+        }
+    }
+    /// What is wrong in the repaired file; empty when it is sound and has every record whose bytes
+    /// are whole in the damaged one. Of a file that was cut, the list of databases may be lost, and
+    /// with it who ate what.
+    static QString Missing(const QString& path, const std::map<ObjectId, CStored>& stored,
+                           const QByteArray& damaged, bool isCut) {
+        CStorageEngine engine;
+        if (engine.Mount(path) != kErrorSuccess) {
+            return u"cannot be opened"_s;
+        }
+        for (const auto& [record, each] : stored) {
+            const qsizetype at = damaged.indexOf(each.body);
+            // A record of more than a page is not in one place.
+            if (at < 0 || at / kPage != (at + each.body.size()) / kPage) {
+                continue;
+            }
+            PropertyList properties;
+            QByteArray found;
+            int position = 0;
+            const bool isFound =
+                engine.ReadRecord(record, properties) == kErrorSuccess &&
+                engine.FindRecord(each.database, record, position) == kErrorSuccess;
+            EncodeRecord(properties, found);
+            if ((!isFound && !isCut) || (isFound && found != each.body)) {
+                return u"record %1"_s.arg(record);
+            }
+        }
+        (void)engine.Unmount();
+        CSqliteFile file;
+        CFindings findings;
+        return file.Open(path) == kErrorSuccess && CheckVolume(file, findings) == kErrorSuccess &&
+                       !findings.HasFaults()
+                   ? QString()
+                   : u"checked: "_s + Lines(findings);
+    }
     static QString Lines(const CFindings& findings) {
         QStringList lines;
         for (const CFinding& finding : findings.List()) {
