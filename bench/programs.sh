@@ -87,6 +87,9 @@ for by in date type; do
 done
 compare "report of ten years / of one, in memory" \
     "$report --from $first" "$report --from 2025-02-01"
+compare "backup of ten years / a synced copy of the volume" \
+    "$cli --volume $work/ten.db backup $work/backup.db >/dev/null" \
+    "cp $work/ten.db $work/copy.db && sync $work/copy.db"
 compare "purge of ten years / a copy of the volume" \
     "cp $work/ten.db $work/purge.db && $cli --volume $work/purge.db purge --profile Ann \
         --from $first --to 2026-01-31 --diet --weights --exercises --yes >/dev/null 2>&1" \
