@@ -2,7 +2,7 @@
 #pragma once
 
 #include "store/Database.h"
-#include "store/backup/Finding.h"
+#include "store/backup/Findings.h"
 
 /// "VelmoraDb-backup-2026-05-31.db"
 QString ProposedBackupName(const QString& volumePath, QDate today);

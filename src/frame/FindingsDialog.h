@@ -2,7 +2,7 @@
 #pragma once
 
 #include "controls/Dialog.h"
-#include "store/backup/Finding.h"
+#include "store/backup/Findings.h"
 
 /// Accepted to repair; without faults there is nothing to repair.
 class CFindingsDialog : public CDialog {

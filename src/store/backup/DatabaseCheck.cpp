@@ -75,9 +75,12 @@ bool CDatabaseCheck::Check(const CDatabaseInfo& database, const CRecordLayout* l
             FormatText("%s: the list of records is damaged; %ld of %ld entries can be read."_L1,
                        {m_name, qint64(rows.entries.size()), rows.expected}));
     }
+    if (!m_isPrepared) {
+        return true;
+    }
     for (const CIndexEntry& entry : rows.entries) {
-        if (!m_isPrepared || !pulse()) {
-            return m_isPrepared ? false : true;
+        if (!pulse()) {
+            return false;
         }
         m_listed.push_back(entry.record);
         CheckRecord(entry, layout, visit);

@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-#include "store/backup/Finding.h"
+#include "store/backup/Findings.h"
 #include "store/engine/PositionIndex.h"
 #include "store/engine/RecordReader.h"
 #include "store/engine/StorageEngine.h"

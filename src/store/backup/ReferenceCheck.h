@@ -5,7 +5,7 @@
 #include <set>
 #include <utility>
 
-#include "store/backup/Finding.h"
+#include "store/backup/Findings.h"
 #include "store/engine/StorageEngine.h"
 #include "store/records/RecordLayout.h"
 

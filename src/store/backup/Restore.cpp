@@ -59,6 +59,9 @@ EPlatformError CRestore::CheckCopy(const CopyProgress& progress) {
         CSqliteFile copy;
         CFindings findings;
         EPlatformError error = copy.Open(m_replacement.GetNewPath());
+        if (const QString journal = copy.GetKeptJournal(); !journal.isEmpty()) {
+            QFile::remove(journal);  // a copy of one that is not the file's
+        }
         if (error == kErrorSuccess) {
             error = copy.CheckIntegrity();
         }

@@ -2,7 +2,7 @@
 // records say of each other, and the history. Nothing is changed.
 #pragma once
 
-#include "store/backup/Finding.h"
+#include "store/backup/Findings.h"
 #include "store/engine/SqliteFile.h"
 #include "store/engine/StorageEngine.h"
 

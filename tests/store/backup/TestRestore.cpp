@@ -199,6 +199,12 @@ class TestRestore : public CDiaryTest {
         QVERIFY(CheckFile(Path(u"v.db"_s), findings));
         QVERIFY(findings.List().empty());
         QVERIFY(QFile::exists(Path(u"f.db-journal"_s)));
+        // One that is not the backup's is left out.
+        Save(Path(u"b.db-journal"_s), "of another file");
+        QVERIFY(RestoreBackup(Path(u"b.db"_s), Path(u"v.db"_s), kNow.addSecs(1)));
+        m_messages->TakeShown();
+        QCOMPARE(QDir(m_folder->path()).entryList({u"v.db-*"_s}, QDir::Files), QStringList());
+        QCOMPARE(Entries(Path(u"v.db"_s)), 1);
     }
 
     void repairKeepsTheDamagedFile() {
