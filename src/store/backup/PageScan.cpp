@@ -141,16 +141,20 @@ bool CPageScan::Open(const QString& path) {
     const qint64 size = m_file.size();
     const uchar* bytes = size > 0 ? m_file.map(0, size) : nullptr;
     m_bytes = {bytes, bytes == nullptr ? 0 : size};
-    m_pages = static_cast<quint32>(m_bytes.size() / kPageSize);
+    m_pages = static_cast<quint32>((m_bytes.size() + kPageSize - 1) / kPageSize);
     FindFreePages();
     return bytes != nullptr;
 }
 
 // What is free may still look like rows.
 void CPageScan::FindFreePages() {
-    quint32 trunk = m_pages > 0 ? NumberAt32(Page(1), kFirstFreeTrunkAt) : 0;
+    const bool hasHeader = m_bytes.size() >= kFileHeader;
+    quint32 trunk = hasHeader ? NumberAt32(m_bytes, kFirstFreeTrunkAt) : 0;
     while (trunk > 1 && trunk <= m_pages && m_free.insert(trunk).second) {
         const QByteArrayView page = Page(trunk);
+        if (page.size() < kPageSize) {
+            return;
+        }
         const quint32 count =
             std::min<quint32>(NumberAt32(page, kPageNumberSize), kPageSize / kPageNumberSize - 2);
         for (quint32 i = 0; i < count; ++i) {
@@ -161,7 +165,8 @@ void CPageScan::FindFreePages() {
 }
 
 QByteArrayView CPageScan::Page(quint32 number) const {
-    return m_bytes.sliced((qint64{number} - 1) * kPageSize, kPageSize);
+    const qint64 start = (qint64{number} - 1) * kPageSize;
+    return m_bytes.sliced(start, std::min<qint64>(kPageSize, m_bytes.size() - start));
 }
 
 std::optional<CPageScan::CPageKind> CPageScan::KindOf(quint32 number) const {
@@ -171,13 +176,16 @@ std::optional<CPageScan::CPageKind> CPageScan::KindOf(quint32 number) const {
     const QByteArrayView page = Page(number);
     CPageKind kind;
     kind.header = number == 1 ? kFileHeader : 0;
+    if (page.size() < kind.header + kInnerHeader) {
+        return std::nullopt;
+    }
     const auto code = static_cast<uchar>(page[kind.header]);
     kind.isIndex = code != kTableLeaf;
     kind.isInner = code == kIndexInner;
     const int cellsAt = kind.header + (kind.isInner ? kInnerHeader : kLeafHeader);
     kind.cells = NumberAt16(page, kind.header + kCellCountAt);
     const bool isKnown = code == kTableLeaf || code == kIndexLeaf || code == kIndexInner;
-    const bool hasRoom = cellsAt + 2 * kind.cells <= kPageSize;
+    const bool hasRoom = cellsAt + 2 * kind.cells <= page.size();
     return isKnown && hasRoom ? std::optional(kind) : std::nullopt;
 }
 
@@ -203,7 +211,7 @@ std::optional<CScannedRow> CPageScan::RowIn(quint32 number, const CPageKind& kin
     if (kind.isInner) {
         at += kPageNumberSize;
     }
-    if (at < header + 2 * kind.cells || at >= kPageSize) {
+    if (at < header + 2 * kind.cells || at >= page.size()) {
         return std::nullopt;
     }
     CByteReader reader(page.sliced(at));
@@ -235,8 +243,12 @@ std::optional<QByteArray> CPageScan::PayloadAt(QByteArrayView local, qint64 size
             return std::nullopt;
         }
         const QByteArrayView page = Page(next);
+        const qint64 part = std::min<qint64>(kOverflow, size - payload.size());
+        if (page.size() < kPageNumberSize + part) {
+            return std::nullopt;
+        }
         next = NumberAt32(page, 0);
-        payload += page.sliced(kPageNumberSize, std::min<qint64>(kOverflow, size - payload.size()));
+        payload += page.sliced(kPageNumberSize, part);
     }
     return payload;
 }

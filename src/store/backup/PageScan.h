@@ -50,6 +50,7 @@ class CPageScan {
         int header = 0;  ///< offset of the page's header; the cells' places follow it
         int cells = 0;
     };
+    /// Shorter at the end of a file that was cut.
     [[nodiscard]] QByteArrayView Page(quint32 number) const;
     [[nodiscard]] std::optional<CPageKind> KindOf(quint32 number) const;
     [[nodiscard]] std::optional<CScannedRow> RowIn(quint32 page, const CPageKind& kind,
@@ -60,6 +61,6 @@ class CPageScan {
 
     QFile m_file;
     QByteArrayView m_bytes;
-    quint32 m_pages = 0;  ///< those that are whole
+    quint32 m_pages = 0;
     std::set<quint32> m_free;
 };

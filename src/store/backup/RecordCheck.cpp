@@ -70,7 +70,7 @@ std::optional<QString> FaultOf(const PropertyList& properties, const CRecordLayo
         return FormatText("has %d values instead of %d"_L1, {count, layout.Count()});
     }
     for (int i = 0; i < count; ++i) {
-        if (const auto fault = ValueFault(properties[i], layout.properties[i])) {
+        if (auto fault = ValueFault(properties[i], layout.properties[i])) {
             return fault;
         }
     }

@@ -169,7 +169,7 @@ class TestVolumeCheck : public CDiaryTest {
         for (qsizetype page = 0; page < pages; ++page) {
             QByteArray damaged = volume;
             if (fill == 'c') {
-                damaged.truncate(page * kPage + 100);
+                damaged.truncate(page * kPage + kPage * 3 / 4);
             } else {
                 std::fill_n(damaged.begin() + page * kPage, kPage, fill);
             }
