@@ -32,13 +32,20 @@ EPlatformError AddDiary(CStorageEngine& engine, ObjectId diary, int& count,
 
 EPlatformError AddProfile(CStorageEngine& engine, const QString& name, CVolumeSummary& summary) {
     CProfileSummary profile{.name = name};
-    int* const counts[] = {nullptr, &profile.dietEntries, &profile.weights, &profile.exercises};
+    struct CRow {
+        const CProfileDatabase& diary;
+        int& count;
+    };
     EPlatformError error = kErrorSuccess;
-    for (std::size_t i = 1; error == kErrorSuccess && i < kProfileDatabases.size(); ++i) {
+    for (const CRow& row : {CRow{kProfileDatabases[1], profile.dietEntries},
+                            {kProfileDatabases[2], profile.weights},
+                            {kProfileDatabases[3], profile.exercises}}) {
         CDatabaseInfo diary;
-        error = engine.FindDatabase(name + QLatin1StringView(kProfileDatabases[i].suffix), diary);
         if (error == kErrorSuccess) {
-            error = AddDiary(engine, diary.id, *counts[i], profile);
+            error = engine.FindDatabase(name + QLatin1StringView(row.diary.suffix), diary);
+        }
+        if (error == kErrorSuccess) {
+            error = AddDiary(engine, diary.id, row.count, profile);
         } else if (error == kErrorFileNotFound) {
             error = kErrorSuccess;
         }
