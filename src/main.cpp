@@ -24,6 +24,7 @@ int main(int argc, char* argv[]) {
     }
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"velmora"_s);
+    QApplication::setDesktopFileName(u"velmora"_s);
     QApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
 
     QCommandLineParser arguments;

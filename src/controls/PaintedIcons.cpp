@@ -1,11 +1,16 @@
 #include "controls/PaintedIcons.h"
 
+#include <QFile>
 #include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPalette>
 #include <QPixmap>
+
+#include "controls/FilledPaths.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -54,17 +59,13 @@ class CPaintedIconEngine : public QIconEngine {
     QColor m_color;
 };
 
-QPainterPath ApplePath() {
+void DrawApple(QPainter& painter) {
     QPainterPath apple(QPointF(8, 5.5));
     apple.cubicTo(3, 3, 1, 8, 4, 12.5);
     apple.cubicTo(5.5, 15, 7, 14.2, 8, 13.8);
     apple.cubicTo(9, 14.2, 10.5, 15, 12, 12.5);
     apple.cubicTo(15, 8, 13, 3, 8, 5.5);
-    return apple;
-}
-
-void DrawApple(QPainter& painter) {
-    painter.drawPath(ApplePath());
+    painter.drawPath(apple);
     painter.drawLine(QPointF(8, 5.5), QPointF(9.5, 1.8));
 }
 
@@ -127,15 +128,18 @@ void DrawRefused(QPainter& painter) {
     painter.drawPoint(QPointF(8, 12));
 }
 
+/// The drawing that is installed as the program's icon, too.
+std::vector<CFilledPath> ReadProgramDrawing() {
+    QFile file(u":/velmora.svg"_s);
+    return file.open(QIODevice::ReadOnly) ? ReadFilledPaths(file.readAll())
+                                          : std::vector<CFilledPath>();
+}
+
 void DrawProgram(QPainter& painter) {
-    constexpr QColor kLeaf(46, 125, 80);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(kLeaf);
-    painter.drawRoundedRect(QRectF(0.5, 0.5, 15, 15), 3.5, 3.5);
-    painter.setBrush(Qt::white);
-    painter.drawPath(ApplePath());
-    painter.setPen(QPen(Qt::white, kLineWidth, Qt::SolidLine, Qt::RoundCap));
-    painter.drawLine(QPointF(8, 5.5), QPointF(9.3, 2.6));
+    static const std::vector<CFilledPath> drawing = ReadProgramDrawing();
+    for (const CFilledPath& shape : drawing) {
+        painter.fillPath(shape.path, shape.color);
+    }
 }
 
 DrawIcon DrawingOf(EIcon icon) {

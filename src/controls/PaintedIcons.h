@@ -1,5 +1,4 @@
-// The program's own icons, drawn when painted and so sharp at every size. No image files, no icon
-// theme.
+// The program's own icons, drawn when painted and so sharp at every size. No icon theme.
 #pragma once
 
 #include <QColor>

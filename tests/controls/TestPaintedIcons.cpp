@@ -9,7 +9,7 @@ class TestPaintedIcons : public QObject {
 
   private slots:
     void colourAndModeAreTheCallers() {
-        QCOMPARE(CPortrait::InkOf(ProgramIcon()), u" icon c33f"_s);
+        QCOMPARE(CPortrait::InkOf(ProgramIcon()), u" icon a5b7"_s);
         const QIcon icon = PaintedIcon(EIcon::Add, Qt::red);
         QCOMPARE(icon.pixmap(64, 64).toImage().pixelColor(32, 32), QColor(Qt::red));
         const QImage off = icon.pixmap(64, 64, QIcon::Disabled).toImage();
