@@ -6,13 +6,22 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+/// From the program's folder to the data folder of the prefix it is installed under.
+constexpr auto kPrefixData = "/../share/velmora/"_L1;
+}  // namespace
+
 QString ShippedFile(const QString& name) {
     const QString program = QCoreApplication::applicationDirPath();
-    for (const auto folder : {"/"_L1, "/data/"_L1, "/../data/"_L1, "/docs/"_L1, "/../docs/"_L1,
-                              "/../share/velmora/"_L1}) {
+    for (const auto folder :
+         {"/"_L1, "/data/"_L1, "/../data/"_L1, "/docs/"_L1, "/../docs/"_L1, kPrefixData}) {
         if (const QFileInfo file(program + folder + name); file.isFile()) {
             return file.canonicalFilePath();
         }
     }
     return QStandardPaths::locate(QStandardPaths::GenericDataLocation, u"velmora/"_s + name);
+}
+
+bool IsInstalledIn(const QString& programFolder) {
+    return QFileInfo(programFolder + kPrefixData + kStarterFoodsName).isFile();
 }

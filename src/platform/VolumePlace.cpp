@@ -3,6 +3,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include "platform/ShippedFiles.h"
+
 namespace {
 constexpr auto kVolumeName = "VelmoraDb.db";
 }
@@ -14,8 +16,10 @@ QString VolumePathBeside(const QString& programPath) {
 
 QString DefaultVolumePath(const QString& programPath) {
     QString beside = VolumePathBeside(programPath);
+    const QString folder = QFileInfo(beside).path();
     // The program's path is empty when it cannot be decoded.
-    if (!programPath.isEmpty() && QFileInfo(QFileInfo(beside).path()).isWritable()) {
+    const bool canBeBeside = !programPath.isEmpty() && QFileInfo(folder).isWritable();
+    if (canBeBeside && (QFileInfo(beside).isFile() || !IsInstalledIn(folder))) {
         return beside;
     }
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +

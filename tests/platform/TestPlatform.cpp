@@ -100,14 +100,31 @@ class TestPlatform : public QObject {
         QCOMPARE(FirstUndecodableWord(4, words), u"z\\x1f ~\\x7f\\x80"_s);
     }
 
-    void theVolumeStandsBesideTheProgramWhereItCan() {
-        const QTemporaryDir folder;
-        qputenv("XDG_DATA_HOME", folder.path().toUtf8());
+    void theVolumeStandsBesideAPortableProgramOnly() {
+        const char* const alone = "bin/VelmoraDb.db";
+        const char* const ofTheUser = "home/velmora/VelmoraDb.db";
+        // Files and folders under the prefix, and the volume of a program in its folder "bin".
+        const std::pair<QStringList, const char*> rows[] = {
+            {{}, ofTheUser},  // a folder that cannot be written
+            {{u"bin/"_s}, alone},
+            {{u"bin/"_s, u"share/velmora/"_s}, alone},  // the user's own data folder
+            {{u"bin/"_s, u"share/velmora/starter-foods.csv"_s}, ofTheUser},
+            {{u"bin/VelmoraDb.db"_s, u"share/velmora/starter-foods.csv"_s}, alone},
+            {{u"bin/VelmoraDb.db"_s}, alone},
+        };
         QCOMPARE(VolumePathBeside(u"velmora"_s), u"VelmoraDb.db"_s);
-        QCOMPARE(DefaultVolumePath(folder.filePath(u"velmora"_s)),
-                 folder.filePath(u"VelmoraDb.db"_s));
-        QCOMPARE(DefaultVolumePath(folder.filePath(u"missing/velmora"_s)),
-                 folder.filePath(u"velmora/VelmoraDb.db"_s));
+        for (const auto& [paths, volume] : rows) {
+            const QTemporaryDir prefix;
+            qputenv("XDG_DATA_HOME", prefix.filePath(u"home"_s).toUtf8());
+            for (const QString& path : paths) {
+                QVERIFY(QDir().mkpath(QFileInfo(prefix.filePath(path)).path()));
+                if (!path.endsWith(u'/')) {
+                    Save(prefix.filePath(path), {});
+                }
+            }
+            QCOMPARE(DefaultVolumePath(prefix.filePath(u"bin/velmora"_s)),
+                     prefix.filePath(QLatin1StringView(volume)));
+        }
     }
 
     void shippedFilesAreFoundUnderAnyPrefix() {

@@ -10,7 +10,7 @@
 using namespace Qt::StringLiterals;
 
 QString StarterFoodsPath() {
-    return ShippedFile(u"starter-foods.csv"_s);
+    return ShippedFile(kStarterFoodsName);
 }
 
 bool OfferStarterFoods(CDatabase& database) {
