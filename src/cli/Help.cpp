@@ -1,5 +1,6 @@
 #include "cli/Help.h"
 
+#include "cli/HelpTexts.h"
 #include "cli/TableOutput.h"
 
 using namespace Qt::StringLiterals;
@@ -17,24 +18,6 @@ QString OptionText(const COption& option) {
     return option.kind == EValue::None ? name : name + u' ' + QLatin1StringView(option.value);
 }
 
-QString UsageItem(const COption& option) {
-    const QString text = OptionText(option);
-    if (option.need == ENeed::Repeatable) {
-        return u'[' + text + u"]..."_s;
-    }
-    return option.need == ENeed::Required && option.rival == nullptr ? text : u'[' + text + u']';
-}
-
-/// "diet add"; only the group if it has one command.
-QString NameOf(const CCommand& command) {
-    int count = 0;
-    for (const CCommand& other : AllCommands()) {
-        count += QLatin1StringView(other.group) == QLatin1StringView(command.group) ? 1 : 0;
-    }
-    const QString group = QLatin1StringView(command.group);
-    return count == 1 ? group : group + u' ' + QLatin1StringView(command.name);
-}
-
 QString NameAndWords(const CCommand& command) {
     return (NameOf(command) + u' ' + QLatin1StringView(command.words)).trimmed();
 }
@@ -43,7 +26,7 @@ QString NameAndWords(const CCommand& command) {
 void PrintUsageOf(std::FILE* stream, const CCommand& command) {
     QString line = kIndent + NameAndWords(command);
     for (const COption& option : command.options) {
-        const QString item = UsageItem(option);
+        const QString item = UsageItem(option, OptionText(option));
         if (line.size() + 1 + item.size() > kLineLength) {
             PrintLine(stream, line);
             line = kIndent + kIndent + item;
@@ -55,14 +38,8 @@ void PrintUsageOf(std::FILE* stream, const CCommand& command) {
 }
 
 void PrintOption(const COption& option) {
-    const QString limits = LimitsOf(option);
-    QString help = QLatin1StringView(option.help);
-    if (option.kind == EValue::Choices) {
-        help += u"; separate several by commas"_s;
-    } else if (!limits.isEmpty()) {
-        help += (option.kind == EValue::Code ? u" (or its number, "_s : u" ("_s) + limits + u')';
-    }
-    PrintLine(stdout, kIndent + OptionText(option).leftJustified(kOptionColumn) + u"  "_s + help);
+    PrintLine(stdout,
+              kIndent + OptionText(option).leftJustified(kOptionColumn) + u"  "_s + HelpOf(option));
 }
 
 void PrintHelpOf(const CCommand& command) {
