@@ -1,5 +1,8 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building, running and checking Velmora needs.
+# Installs the Debian packages that building and running Velmora needs.
+#   scripts/setup.sh [--check]      also those of ./check
+#   scripts/setup.sh [--package]    also those of ./package
+#   scripts/setup.sh [--trial]      also those of scripts/install_trial.sh
 # For packages that are installed already it makes one query and uses no network.
 set -euo pipefail
 
@@ -9,9 +12,16 @@ packages=(
     libsqlite3-dev                # the volume
     fonts-dejavu-core             # a font for machines without any, and for the tour's pictures
 )
-if [ "${1:-}" = "--check" ]; then
-    packages+=(clang-format clang-tidy libbenchmark-dev sqlite3)
-fi
+case "${1:-}" in
+    --check) packages+=(clang-format clang-tidy libbenchmark-dev sqlite3) ;;
+    --package)
+        packages+=(
+            dpkg-dev file                                # the package
+            appstream desktop-file-utils lintian man-db  # its checks
+        )
+        ;;
+    --trial) packages+=(debootstrap) ;;
+esac
 
 missing=()
 for package in "${packages[@]}"; do
