@@ -8,6 +8,7 @@
 #include <cstdio>
 
 #include "Itinerary.h"
+#include "catalogue/exchange/StarterFoods.h"
 #include "frame/Application.h"
 
 using namespace Qt::StringLiterals;
@@ -57,7 +58,7 @@ int main(int argc, char* argv[]) {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temporary.path());
 
     CVelmoraApp velmora(temporary.filePath(u"VelmoraDb.db"_s));
-    CPlayer player(FirstTenMinutes(QStringLiteral(VELMORA_STARTER_FOODS), folder), folder);
+    CPlayer player(FirstTenMinutes(StarterFoodsPath(), folder), folder);
     player.Play();
     // Start runs the first dialogs, so the player starts before it.
     if (!velmora.Start()) {
