@@ -59,7 +59,7 @@ echo "with $(($(packages | wc -l) - $(wc -l <<<"$before") - 1)) other packages"
 in_root dpkg --verify velmora || fail "files differ from the package's"
 in_root dpkg -L velmora | grep -vE '^/usr(/share|/bin)?$'
 
-say "The window program starts, and asks its first question"
+say "The window program starts, with its volume in the user's data folder"
 as_ann 'timeout 3 velmora; [ $? -eq 124 ]' || fail "velmora ended"
 volume=/home/ann/.local/share/velmora/VelmoraDb.db
 [ -s "$root$volume" ] || fail "no volume in the user's data folder"
