@@ -2,6 +2,7 @@
 # Plays the tour offscreen at desktop size, at 240 x 320 and in dark colours.
 #   scripts/tour.sh [DIR [BUILD]]   plays BUILD/velmora_tour (default build); pictures go to
 #                                   DIR/desktop, DIR/small and DIR/dark (default BUILD/tour)
+#   scripts/tour.sh DIR BUILD NAME WIDTH HEIGHT   plays it once, at that size, into DIR/NAME
 set -euo pipefail
 root=$(realpath "$(dirname "$0")/..")
 build=$(realpath -m "${2:-$root/build}")
@@ -25,6 +26,10 @@ play() {  # name width height options...
     rm -f "$screen"
 }
 
+if [ $# -gt 2 ]; then
+    play "$3" "$4" "$5"
+    exit
+fi
 play desktop 1280 800
 play small 240 320
 play dark 1280 800 --dark

@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# Takes the pictures of the help page again: plays the tour on a screen of 640 x 480 and copies the
+# pictures that docs/Velmora.htm shows to docs/pictures.
+#   scripts/manual_pictures.sh [BUILD]   plays BUILD/velmora_tour (default build)
+set -euo pipefail
+root=$(realpath "$(dirname "$0")/..")
+build=$(realpath "${1:-$root/build}")
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+
+"$root/scripts/tour.sh" "$folder" "$build" manual 640 480
+
+# A picture of the tour has a number and the step's title: "61-the-week's-exercises.png".
+declare -A taken
+for picture in "$folder"/manual/*.png; do
+    name=${picture##*/}
+    name=${name#*-}
+    taken[${name//\'/}]=$picture
+done
+mkdir -p "$root/docs/pictures"
+rm -f "$root"/docs/pictures/*.png
+grep -o 'src="pictures/[^"]*"' "$root/docs/Velmora.htm" | cut -d/ -f2 | tr -d '"' | while read -r name; do
+    cp "${taken[$name]}" "$root/docs/pictures/$name"
+done
+du -sh "$root/docs/pictures"
