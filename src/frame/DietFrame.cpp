@@ -31,9 +31,11 @@
 #include "exercise/ExercisesMainView.h"
 #include "frame/AboutDialog.h"
 #include "frame/BackupWindows.h"
+#include "frame/HelpWindow.h"
 #include "frame/StatusLine.h"
 #include "frame/WindowPlacement.h"
 #include "platform/Messages.h"
+#include "platform/PageViewer.h"
 #include "platform/ShippedFiles.h"
 #include "profile/SelectProfileDialog.h"
 #include "profile/StartDialogs.h"
@@ -400,7 +402,11 @@ void CDietFrame::CheckData() {
 
 void CDietFrame::ShowHelp() {
     const QString page = ShippedFile(u"Velmora.htm"_s);
-    if (page.isEmpty() || !QDesktopServices::openUrl(QUrl::fromLocalFile(page))) {
+    if (page.isEmpty()) {
         ShowMessage(u"Cannot show the help page Velmora.htm."_s, EMessageIcon::Stop);
+        return;
+    }
+    if (!HasPageViewer() || !QDesktopServices::openUrl(QUrl::fromLocalFile(page))) {
+        CHelpWindow::Open(page, this);
     }
 }

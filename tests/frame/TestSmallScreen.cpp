@@ -6,13 +6,17 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSplitter>
+#include <QTextBlock>
+#include <QTextBrowser>
 #include <QToolButton>
 
 #include "controls/Dialog.h"
 #include "controls/ReportList.h"
 #include "controls/WindowMessages.h"
 #include "diary/CopyRules.h"
+#include "frame/HelpWindow.h"
 #include "support/Clicks.h"
 #include "support/Files.h"
 
@@ -133,6 +137,34 @@ class TestSmallScreen : public CFrameTest {
             QVERIFY(!Find<QWidget>(dialog, "fileNameEdit")->isHidden());
         });
         QCOMPARE(ChooseFileToOpen({u"Import"_s, {}, {}, {}}), QString());
+    }
+
+    void theHelpPageFitsItsWindow() {
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        CHelpWindow::Open(QStringLiteral(VELMORA_DOCS) + u"/Velmora.htm"_s, &frame);
+        auto* window = frame.findChild<CHelpWindow*>();
+        QTRY_COMPARE(QApplication::activeWindow(), window);
+        QCOMPARE(window->width(), kScreen.width());
+        auto* page = Find<QTextBrowser>(*window, "page");
+        QVERIFY(page->viewport()->height() > kScreen.height() / 2);
+        const auto widest = [page] {
+            int width = 0;
+            for (QTextBlock block = page->document()->begin(); block.isValid();
+                 block = block.next()) {
+                for (auto part = block.begin(); !part.atEnd(); ++part) {
+                    const QString name = part.fragment().charFormat().toImageFormat().name();
+                    const QVariant picture =
+                        page->document()->resource(QTextDocument::ImageResource, name);
+                    width = std::max(width, picture.value<QImage>().width());
+                }
+            }
+            return width;
+        };
+        QVERIFY(widest() > kScreen.width() / 2 && widest() <= page->viewport()->width());
+        QCOMPARE(page->horizontalScrollBar()->maximum(), 0);
+        window->resize(800, 600);
+        QCOMPARE(widest(), 640);  // as they are
     }
 
   private:

@@ -1,0 +1,36 @@
+// The help page in a window of the program, for desktops without a program that shows it.
+#pragma once
+
+#include <QTextBrowser>
+#include <QUrl>
+#include <set>
+
+#include "controls/Dialog.h"
+
+/// A page whose pictures are never wider than it. Links are followed with Tab and Return, and Alt
+/// with Left and Right go back and forward.
+class CHelpPage : public QTextBrowser {
+    Q_OBJECT
+  public:
+    using QTextBrowser::QTextBrowser;
+
+  protected:
+    QVariant loadResource(int type, const QUrl& name) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    [[nodiscard]] QVariant FittedPicture(const QUrl& name);
+
+    std::set<QUrl> m_pictures;
+};
+
+/// Stays open beside its parent; Escape closes it.
+class CHelpWindow : public CDialog {
+    Q_OBJECT
+  public:
+    /// Shows the page in the parent's help window, which is created when there is none.
+    static void Open(const QString& path, QWidget* parent);
+
+  private:
+    CHelpWindow(const QString& path, QWidget* parent);
+};

@@ -1,0 +1,295 @@
+// The help page: how the program shows it, and whether it says what the program does.
+#include "FrameFixture.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QProcess>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QTextBlock>
+#include <QTextBrowser>
+
+#include "cli/Commands.h"
+#include "frame/HelpWindow.h"
+#include "support/Clicks.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
+
+namespace {
+const QString kDocs = QStringLiteral(VELMORA_DOCS);
+constexpr qint64 kMostPictureBytes = 700'000;
+
+/// Stands in for the desktop's viewer.
+class CViewer : public QObject {
+    Q_OBJECT
+  public:
+    CViewer() { QDesktopServices::setUrlHandler(u"file"_s, this, "Take"); }
+    ~CViewer() override { QDesktopServices::unsetUrlHandler(u"file"_s); }
+    QStringList taken;
+
+  public slots:
+    void Take(const QUrl& url) { taken.append(url.fileName()); }
+};
+
+QString Unescaped(QString text) {
+    return text.replace("&lt;"_L1, "<"_L1).replace("&gt;"_L1, ">"_L1).replace("&amp;"_L1, "&"_L1);
+}
+
+/// What `pattern` captures, in the order of the page.
+QStringList Captures(const QString& text, const QString& pattern, int group = 1) {
+    const QRegularExpression expression(pattern, QRegularExpression::DotMatchesEverythingOption);
+    QStringList captures;
+    for (auto match = expression.globalMatch(text); match.hasNext();) {
+        captures.append(match.next().captured(group));
+    }
+    return captures;
+}
+
+/// "diet add" for a command of a group with several, "bmi" for the only one.
+QString NameOf(const CCommand& command) {
+    const auto& all = AllCommands();
+    const bool isOnly = std::ranges::count_if(all, [&](const CCommand& other) {
+                            return QByteArrayView(other.group) == command.group;
+                        }) == 1;
+    return isOnly ? QString::fromLatin1(command.group)
+                  : QString::fromLatin1(command.group) + u' ' + QString::fromLatin1(command.name);
+}
+
+/// The page explains these before the program has them.
+const QStringList kAnnounced = {u"backup FILE"_s,          u"backups folder"_s, u"backups list"_s,
+                                u"foods import-fdc DIR"_s, u"restore FILE"_s,   u"share FILE"_s,
+                                u"take-in FILE"_s,         u"verify"_s};
+}  // namespace
+
+class TestHelp : public CFrameTest {
+    Q_OBJECT
+
+  private slots:
+    void initTestCase() {
+        QVERIFY(QDir(m_shipped.path()).mkpath(u"bin"_s));
+        QVERIFY(QFile::link(kDocs, m_shipped.filePath(u"velmora"_s)));
+        qputenv("XDG_DATA_DIRS", m_shipped.path().toUtf8());
+        qunsetenv("BROWSER");
+        m_page = QString::fromUtf8(Load(kDocs + u"/Velmora.htm"_s));
+        QVERIFY(!m_page.isEmpty());
+    }
+    void init() { FillEveryView(); }
+
+    void thePageOpensWhereItCanBeRead_data() {
+        AddRows<bool, const char*, QStringList, bool>({
+            {"a viewer", true, nullptr, {u"Velmora.htm"_s}, false},
+            {"no viewer", false, nullptr, {}, true},
+            {"an opener and a viewer", true, "echo browser.desktop", {u"Velmora.htm"_s}, false},
+            {"an opener that finds none", true, "", {}, true},
+            {"an opener that cannot say", true, "exit 1", {u"Velmora.htm"_s}, false},
+        });
+    }
+    void thePageOpensWhereItCanBeRead() {
+        const auto& [hasViewer, answer, taken, hasWindow] =
+            DataRow<bool, const char*, QStringList, bool>();
+        const QString bin = m_shipped.filePath(u"bin/"_s);
+        for (const auto name : {"xdg-open"_L1, "xdg-mime"_L1}) {
+            QFile::remove(bin + name);
+            if (answer != nullptr) {
+                Save(bin + name, QByteArray("#!/bin/sh\n") + answer + '\n');
+                QVERIFY(QFile::setPermissions(bin + name, QFile::ReadOwner | QFile::ExeOwner));
+            }
+        }
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", bin.toUtf8());
+        std::optional<CViewer> viewer;
+        if (hasViewer) {
+            viewer.emplace();
+        }
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        frame.RunCommand(kCommandHelp);
+        qputenv("PATH", path);
+        QCOMPARE(viewer ? viewer->taken : QStringList(), taken);
+        QCOMPARE(frame.findChild<CHelpWindow*>() != nullptr, hasWindow);
+        QCOMPARE(m_messages->Said(), QString());
+    }
+
+    void aMissingPageIsReported() {
+        qputenv("XDG_DATA_DIRS", "/nowhere");
+        CDietFrame frame(*m_doc);
+        frame.RunCommand(kCommandHelp);
+        qputenv("XDG_DATA_DIRS", m_shipped.path().toUtf8());
+        QCOMPARE(m_messages->Said(), u"Cannot show the help page Velmora.htm."_s);
+        QVERIFY(frame.findChild<CHelpWindow*>() == nullptr);
+    }
+
+    void theWindowIsReadWithTheKeyboard() {
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        CHelpWindow::Open(kDocs + u"/Velmora.htm"_s, &frame);
+        const QPointer<CHelpWindow> window = frame.findChild<CHelpWindow*>();
+        QTRY_COMPARE(QApplication::activeWindow(), window.data());
+        QVERIFY(!window->isModal());
+        auto* page = Find<QTextBrowser>(*window, "page");
+        auto* back = Find<QPushButton>(*window, "back");
+        QVERIFY(page->hasFocus());
+        QCOMPARE(page->accessibleName(), u"Velmora help"_s);
+        QVERIFY(!back->isEnabled());
+
+        QTest::keyClick(page, Qt::Key_Return);  // no link has the focus
+        QVERIFY(window->isVisible());
+        QTest::keyClick(page, Qt::Key_Tab);
+        QTest::keyClick(page, Qt::Key_Tab);
+        QTest::keyClick(page, Qt::Key_Return);
+        QCOMPARE(page->source().fragment(), u"window"_s);  // the second line of the contents
+        QVERIFY(page->verticalScrollBar()->value() > 0);
+        QTest::keyClick(page, Qt::Key_Left, Qt::AltModifier);
+        QCOMPARE(page->source().fragment(), QString());
+        QTest::keyClick(page, Qt::Key_Right, Qt::AltModifier);
+        QCOMPARE(page->source().fragment(), u"window"_s);
+        Press(*window, "contents");
+        QCOMPARE(page->source().fragment(), u"contents"_s);
+        QVERIFY(back->isEnabled());
+        Press(*window, "back");
+        QCOMPARE(page->source().fragment(), u"window"_s);
+
+        CHelpWindow::Open(kDocs + u"/Velmora.htm"_s, &frame);
+        QCOMPARE(frame.findChildren<CHelpWindow*>().size(), 1);
+        QTest::keyClick(page, Qt::Key_Escape);
+        QTRY_VERIFY(window.isNull());
+    }
+
+    void everyLinkAndPictureExists() {
+        const QStringList places = Captures(m_page, u"id=\"([^\"]*)\""_s);
+        QCOMPARE(QSet<QString>(places.begin(), places.end()).size(), places.size());
+        for (const QString& link : Captures(m_page, u"href=\"([^\"]*)\""_s)) {
+            QVERIFY2(link.startsWith(u'#') && places.contains(link.sliced(1)), qPrintable(link));
+        }
+        QStringList shown = Captures(m_page, u"<img src=\"pictures/([^\"]*)\" alt=\"[^\"]+\">"_s);
+        QCOMPARE(shown.size(), m_page.count("<img"_L1));
+        shown.sort();
+        const QDir pictures(kDocs + u"/pictures"_s);
+        QCOMPARE(pictures.entryList(QDir::Files, QDir::Name | QDir::LocaleAware), shown);
+        qint64 bytes = 0;
+        for (const QFileInfo& picture : pictures.entryInfoList(QDir::Files)) {
+            bytes += picture.size();
+        }
+        QVERIFY2(bytes < kMostPictureBytes, qPrintable(QString::number(bytes)));
+    }
+
+    void everyCommandStandsBesideItsOptions() {
+        QMap<QString, QString> rows;
+        for (const QString& row : Captures(Section(u"cli"_s), u"<tr>(<td>.*?)</tr>"_s)) {
+            for (const QString& command :
+                 Captures(row, u"^<td>(.*?)</td>"_s).value(0).split(u"<br>"_s)) {
+                rows.insert(command.simplified(), row);
+            }
+        }
+        QStringList missing;
+        for (const CCommand& command : AllCommands()) {
+            const QString name =
+                (NameOf(command) + u' ' + QString::fromLatin1(command.words)).trimmed();
+            const QString row = rows.take(name);
+            missing += row.isEmpty() ? QStringList{name} : QStringList();
+            for (const COption& option : command.options) {
+                const QRegularExpression word(QString::fromLatin1(option.name) + u"\\b(?!-)"_s);
+                if (!row.contains(word)) {
+                    missing.append(name + u": "_s + QString::fromLatin1(option.name));
+                }
+            }
+        }
+        QCOMPARE(missing.join(u'\n'), QString());
+        rows.remove(u"--volume FILE"_s);
+        rows.remove(u"--help, --version"_s);
+        QCOMPARE(rows.keys(), kAnnounced);
+    }
+
+    void everyExampleOfTheCommandLineRuns() {
+        const QTemporaryDir folder;
+        SaveFilesOfExamples(folder);
+        QString script = u"set -e\nvelmora-cli() { \"$VELMORA_CLI\" --volume ann.db \"$@\"; }\n"_s;
+        for (const QString& example : Captures(m_page, u"<pre class=\"shell\">(.*?)</pre>"_s)) {
+            for (const QString& line : Unescaped(example).split(u'\n')) {
+                const QStringList words = line.split(u' ');
+                const bool isAnnounced = words.first() == "velmora-cli"_L1 &&
+                                         !FindCommand(words.sliced(1)).error.isEmpty();
+                script += isAnnounced ? QString() : line + u'\n';
+            }
+        }
+        QProcess shell;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"VELMORA_CLI"_s, QStringLiteral(VELMORA_CLI));
+        shell.setProcessEnvironment(environment);
+        shell.setWorkingDirectory(folder.path());
+        shell.start(u"bash"_s, {u"-xc"_s, script});
+        QVERIFY(shell.waitForFinished(-1));
+        QVERIFY2(shell.exitCode() == 0, shell.readAllStandardError().constData());
+        QCOMPARE(Load(folder.filePath(u"week.tsv"_s)).count("date\t"), 7);
+    }
+
+    void everyKeyIsListed() {
+        const QString keys = Section(u"keys"_s);
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        QStringList missing;
+        const auto require = [&](const QKeySequence& key) {
+            const QString text = key.toString(QKeySequence::PortableText);
+            const QRegularExpression word(u"(?<![\\w+])"_s + QRegularExpression::escape(text) +
+                                          u"(?![\\w+])"_s);
+            if (!key.isEmpty() && !keys.contains(word)) {
+                missing.append(text);
+            }
+        };
+        for (const int view : {kSwitchToDiet, kSwitchToWeight, kSwitchToExercises, kSwitchToFoods,
+                               kSwitchToMenus, kSwitchToRecipes, kSwitchToExlib}) {
+            QVERIFY(frame.ShowView(view));
+            for (const auto* action : frame.findChildren<QAction*>()) {
+                std::ranges::for_each(action->shortcuts(), require);
+            }
+            for (const auto* shortcut : frame.findChildren<QShortcut*>()) {
+                require(shortcut->key());
+            }
+            for (const auto* button : frame.ActiveView()->findChildren<QAbstractButton*>()) {
+                require(button->shortcut());
+            }
+        }
+        missing.removeDuplicates();
+        QCOMPARE(missing.join(u", "_s), QString());
+    }
+
+  private:
+    /// From the heading of that place to the next heading of its size.
+    QString Section(const QString& place) const {
+        return Captures(m_page, u"(<h2 id=\""_s + place + u"\">.*?)(?=<h2|$)"_s).value(0);
+    }
+
+    void SaveFilesOfExamples(const QTemporaryDir& folder) const {
+        // The page's own example of a file of exercises.
+        Save(folder.filePath(u"exercises.csv"_s),
+             Unescaped(Captures(m_page, u"<pre>(&lt;Exercises.*?)</pre>"_s).value(0)).toUtf8());
+        QVERIFY(
+            QFile::copy(QStringLiteral(VELMORA_STARTER_FOODS), folder.filePath(u"foods.csv"_s)));
+        const QByteArray values = QByteArray("0,").repeated(kNutrientCount + 1);
+        Save(folder.filePath(u"recipes.csv"_s),
+             "<Recipes>\n1,Recipe,Soups,Lentil soup,," + values + "4 portions,1,Boil.\n<End>\n");
+        const QString tables = folder.filePath(u"FoodData_Central_csv/"_s);
+        QVERIFY(QDir().mkpath(tables));
+        for (const auto& [name, text] :
+             {std::pair{"food.csv"_L1,
+                        "fdc_id,data_type,description,food_category_id\n"
+                        "1,foundation_food,\"Figs, dried\",1\n"},
+              {"food_category.csv"_L1, "id,code,description\n1,0900,Fruits\n"},
+              {"nutrient.csv"_L1, "id,name,unit_name,nutrient_nbr\n1008,Energy,KCAL,208\n"},
+              {"food_nutrient.csv"_L1, "id,fdc_id,nutrient_id,amount\n1,1,1008,249\n"},
+              {"measure_unit.csv"_L1, "id,name\n1000,cup\n"},
+              {"food_portion.csv"_L1,
+               "id,fdc_id,seq_num,amount,measure_unit_id,"
+               "portion_description,modifier,gram_weight\n"}}) {
+            Save(tables + name, text);
+        }
+    }
+
+    QTemporaryDir m_shipped;
+    QString m_page;
+};
+
+QTEST_MAIN(TestHelp)
+#include "TestHelp.moc"
