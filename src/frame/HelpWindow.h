@@ -12,7 +12,7 @@
 class CHelpPage : public QTextBrowser {
     Q_OBJECT
   public:
-    using QTextBrowser::QTextBrowser;
+    explicit CHelpPage(QWidget* parent);
 
   protected:
     QVariant loadResource(int type, const QUrl& name) override;

@@ -10,6 +10,7 @@
 #include <QShortcut>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <cmath>
 
 #include "cli/Commands.h"
 #include "frame/HelpWindow.h"
@@ -35,6 +36,15 @@ class CViewer : public QObject {
 
 QString Unescaped(QString text) {
     return text.replace("&lt;"_L1, "<"_L1).replace("&gt;"_L1, ">"_L1).replace("&amp;"_L1, "&"_L1);
+}
+
+/// Of WCAG 2.
+double Luminance(const QColor& color) {
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
 }
 
 /// What `pattern` captures, in the order of the page.
@@ -155,6 +165,29 @@ class TestHelp : public CFrameTest {
         QCOMPARE(frame.findChildren<CHelpWindow*>().size(), 1);
         QTest::keyClick(page, Qt::Key_Escape);
         QTRY_VERIFY(window.isNull());
+    }
+
+    void linksAreReadOnAnyGround_data() {
+        AddRows<QColor, QColor>({{"blue on white", Qt::white, Qt::blue},
+                                 {"blue on black", QColor(30, 30, 30), Qt::blue},
+                                 {"yellow on white", Qt::white, Qt::yellow},
+                                 {"white on black", Qt::black, Qt::white}});
+    }
+    void linksAreReadOnAnyGround() {
+        const auto& [ground, link] = DataRow<QColor, QColor>();
+        const QPalette before = QApplication::palette();
+        QPalette palette = before;
+        palette.setColor(QPalette::Base, ground);
+        palette.setColor(QPalette::Link, link);
+        QApplication::setPalette(palette);
+        CHelpPage page(nullptr);
+        page.setHtml(u"<a href=\"#a\">a</a>"_s);
+        const QColor shown =
+            page.document()->begin().begin().fragment().charFormat().foreground().color();
+        QApplication::setPalette(before);
+        const double darker = std::min(Luminance(ground), Luminance(shown));
+        const double lighter = std::max(Luminance(ground), Luminance(shown));
+        QVERIFY2((lighter + 0.05) / (darker + 0.05) >= 4.5, qPrintable(shown.name()));
     }
 
     void everyLinkAndPictureExists() {
