@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTextBrowser>
 
 #include "Choosing.h"
 #include "Hands.h"
@@ -197,10 +198,17 @@ std::vector<CTourStep> Purge() {
                     u"the version"_s);
          },
          [](QWidget* dialog) { Click(Find(dialog, u"ok"_s)); }},
-        {QString(),
-         u"CDietFrame"_s,
+        {QString(), u"CDietFrame"_s,
          [](QWidget* frame) { Press(frame, Qt::Key_1, Qt::ControlModifier); },
-         {}},
+         [](QWidget* frame) { ClickMenu(frame, u"Help"_s, u"Velmora help"_s); }},
+        // Offscreen no other program shows the page.
+        {u"The help page"_s, u"CHelpWindow"_s,
+         [](QWidget* window) {
+             Expect(
+                 Find<QTextBrowser>(window, u"page"_s)->toPlainText().startsWith(u"Velmora help"_s),
+                 u"the help page"_s);
+         },
+         [](QWidget* window) { Click(Find(window, u"cancel"_s)); }},
     };
 }
 }  // namespace

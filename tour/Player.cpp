@@ -18,14 +18,17 @@ constexpr int kMaximumPolls = 3000;
 
 QString playedStep;
 
-/// The window in front: the innermost modal one, or the main window.
+/// The window in front: the innermost modal one, another dialog, or the main window.
 QWidget* FrontWindow() {
     if (QWidget* modal = QApplication::activeModalWidget()) {
         return modal;
     }
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && window->windowType() == Qt::Window) {
-            return window;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (const Qt::WindowType type : {Qt::Dialog, Qt::Window}) {
+        for (QWidget* window : windows) {
+            if (window->isVisible() && window->windowType() == type) {
+                return window;
+            }
         }
     }
     return nullptr;
