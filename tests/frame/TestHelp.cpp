@@ -165,6 +165,12 @@ class TestHelp : public CFrameTest {
         QCOMPARE(frame.findChildren<CHelpWindow*>().size(), 1);
         QTest::keyClick(page, Qt::Key_Escape);
         QTRY_VERIFY(window.isNull());
+
+        CHelpWindow::Open(kDocs + u"/Velmora.htm"_s, &frame);
+        QTimer::singleShot(0, &frame, &QWidget::close);
+        constexpr int kStillRunning = 1;
+        QTimer::singleShot(20'000, &frame, [] { QCoreApplication::exit(kStillRunning); });
+        QCOMPARE(QCoreApplication::exec(), 0);  // an open page does not keep the program running
     }
 
     void linksAreReadOnAnyGround_data() {
