@@ -7,6 +7,7 @@
 #include <QStandardItemModel>
 #include <QStyledItemDelegate>
 
+#include "controls/Colors.h"
 #include "controls/InPlaceControl.h"
 #include "controls/InputPanel.h"
 #include "controls/NumberField.h"
@@ -23,7 +24,6 @@ constexpr int kNameColumnMinimum = 100;
 constexpr int kNarrowNameColumn = 60;  // beside more than one column of values
 /// The columns after it are there to be read, in grey.
 constexpr int kLastEditedColumn = 1;
-constexpr float kHintOpacity = 0.65F;
 /// Room for an editor's frame around the text.
 constexpr int kRowPadding = 8;
 
@@ -47,9 +47,9 @@ class CGridDelegate : public QStyledItemDelegate {
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
         if (index.column() > kLastEditedColumn) {
-            QColor text = option->palette.color(QPalette::Text);
-            text.setAlphaF(kHintOpacity);
-            option->palette.setColor(QPalette::Text, text);
+            QPalette& colors = option->palette;
+            colors.setColor(QPalette::Text, FaintTextColor(colors.color(QPalette::Text),
+                                                           colors.color(QPalette::Base)));
         }
     }
 };

@@ -9,33 +9,11 @@
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
+#include "controls/Colors.h"
 #include "controls/EmptyListHint.h"
 #include "controls/RowDelegate.h"
-
-namespace {
-
-/// Linear light of one sRGB channel, 0 to 1.
-double LinearChannel(double channel) {
-    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-}
-
-/// Relative luminance of sRGB (ITU-R BT.709 weights), 0 to 1.
-double Luminance(const QColor& color) {
-    return 0.2126 * LinearChannel(color.redF()) + 0.7152 * LinearChannel(color.greenF()) +
-           0.0722 * LinearChannel(color.blueF());
-}
-
-}  // namespace
-
-QColor ReadableTextColor(const QColor& background) {
-    // WCAG contrast is (lighter + 0.05) / (darker + 0.05), so that of black and that of white are
-    // equal where (luminance + 0.05) squared is 1.05 * 0.05.
-    const double light = Luminance(background) + 0.05;
-    return light * light > 1.05 * 0.05 ? Qt::black : Qt::white;
-}
 
 CReportList::CReportList(const QString& accessibleName, QWidget* parent)
     : CRowTree(parent), m_model(new CReportModel(this)) {

@@ -12,9 +12,6 @@ class CEmptyListHint;
 /// Added to the width of a column's title, in logical pixels.
 inline constexpr int kTitleMargin = 16;
 
-/// Black or white, whichever contrasts more with the background.
-QColor ReadableTextColor(const QColor& background);
-
 /// A flat list; any number of rows. Return or a double click activates a row
 /// (QAbstractItemView::activated); the context menu policy is custom. The copy key puts the
 /// selected rows on the clipboard as they are shown: one line per row, tabs between the columns. On

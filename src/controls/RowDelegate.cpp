@@ -4,8 +4,9 @@
 #include <QScreen>
 #include <QWidget>
 
+#include "controls/Colors.h"
+
 namespace {
-constexpr int kTextPercent = 60;
 constexpr int kLinePercent = 25;
 constexpr int kHeadingMargin = 4;
 }  // namespace
@@ -20,16 +21,15 @@ int HeadingHeight(const QStyleOptionViewItem& option) {
 
 void PaintHeading(QPainter* painter, const QStyleOptionViewItem& option, const QRect& place,
                   const QString& heading) {
-    QColor faint = option.palette.color(QPalette::Text);
-    faint.setAlphaF(kTextPercent / 100.0F);
+    QColor line = option.palette.color(QPalette::Text);
     painter->save();
-    painter->setPen(faint);
+    painter->setPen(FaintTextColor(line, option.palette.color(QPalette::Base)));
     painter->setFont(option.font);
     const QRect text = place.adjusted(kHeadingMargin, 0, -kHeadingMargin, 0);
     QRect written;
     painter->drawText(text, Qt::AlignVCenter | Qt::AlignLeft, heading, &written);
-    faint.setAlphaF(kLinePercent / 100.0F);
-    painter->setPen(faint);
+    line.setAlphaF(kLinePercent / 100.0F);
+    painter->setPen(line);
     const int middle = place.center().y();
     painter->drawLine(written.right() + kHeadingMargin, middle, text.right(), middle);
     painter->restore();

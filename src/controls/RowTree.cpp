@@ -1,17 +1,10 @@
 #include "controls/RowTree.h"
 
-namespace {
+#include "controls/Colors.h"
 
+namespace {
 /// Share of the selection's colour in the pale one.
 constexpr double kPaleShare = 0.4;
-
-QColor Mix(const QColor& a, const QColor& b, double shareOfA) {
-    const auto mix = [shareOfA](int first, int second) {
-        return qRound(first * shareOfA + second * (1 - shareOfA));
-    };
-    return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
-}
-
 }  // namespace
 
 void CRowTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
@@ -26,10 +19,9 @@ void CRowTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
     QStyleOptionViewItem pale = option;
     pale.state &= ~QStyle::State_Active;
     QPalette& colors = pale.palette;
-    colors.setColor(QPalette::Inactive, QPalette::Highlight,
-                    Mix(colors.color(QPalette::Active, QPalette::Highlight),
-                        colors.color(QPalette::Active, QPalette::Base), kPaleShare));
-    colors.setColor(QPalette::Inactive, QPalette::HighlightedText,
-                    colors.color(QPalette::Active, QPalette::Text));
+    const QColor ground = MixedColor(colors.color(QPalette::Active, QPalette::Highlight),
+                                     colors.color(QPalette::Active, QPalette::Base), kPaleShare);
+    colors.setColor(QPalette::Inactive, QPalette::Highlight, ground);
+    colors.setColor(QPalette::Inactive, QPalette::HighlightedText, ReadableTextColor(ground));
     QTreeView::drawRow(painter, pale, index);
 }

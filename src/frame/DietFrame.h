@@ -32,6 +32,8 @@ class CDietFrame : public QMainWindow {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    /// Keeps the palette readable when the desktop changes it.
+    void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "controls/ColorDialog.h"
+#include "controls/Colors.h"
 #include "controls/ReportList.h"
 #include "controls/RowDelegate.h"
 

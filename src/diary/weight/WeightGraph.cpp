@@ -9,7 +9,7 @@
 
 #include "app/DateText.h"
 #include "controls/ColorDialog.h"
-#include "controls/ReportList.h"
+#include "controls/Colors.h"
 #include "platform/FileTime.h"
 
 using namespace Qt::StringLiterals;
