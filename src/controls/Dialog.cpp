@@ -177,15 +177,15 @@ void CDialog::showEvent(QShowEvent* event) {
             const QMargins frame = FrameMargins();
             setGeometry(available.adjusted(0, frame.top(), 0, -frame.bottom()));
         } else {
-            QSize wanted = m_preferredSize;
-            if (!wanted.isValid()) {
-                const QSize page = m_scroll->widget()->sizeHint();
-                const QSize buttons = m_buttonRow->sizeHint();
-                // Room for the scroll bar keeps a form from wrapping its rows when the bar comes.
-                const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-                wanted = {std::max(page.width(), buttons.width()) + bar,
-                          page.height() + layout()->spacing() + buttons.height()};
-            }
+            const QSize page = m_scroll->widget()->sizeHint();
+            const QSize buttons = m_buttonRow->sizeHint();
+            // Room for the scroll bar keeps a form from wrapping its rows when the bar comes.
+            const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+            const QSize wanted =
+                m_preferredSize.isValid()
+                    ? m_preferredSize.expandedTo({page.width() + bar, 0})
+                    : QSize(std::max(page.width(), buttons.width()) + bar,
+                            page.height() + layout()->spacing() + buttons.height());
             resize(wanted.boundedTo(available.size()));
         }
     }

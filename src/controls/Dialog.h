@@ -46,7 +46,7 @@ class CDialog : public QDialog {
     virtual bool CloseOverlay() { return false; }
     /// Reads the fields and applies the rules; false keeps the dialog open.
     virtual bool Confirm() { return true; }
-    /// Logical pixels.
+    /// Logical pixels; the dialog gets wider when its content is, as it is with a large font.
     void SetPreferredSize(int width, int height);
 
     void showEvent(QShowEvent* event) override;

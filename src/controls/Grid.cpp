@@ -165,7 +165,11 @@ void CGrid::CancelEditing() {
 }
 
 QSize CGrid::sizeHint() const {
-    return SizeForRows(8);
+    int titles = header()->sectionSizeHint(0);
+    for (int column = 1; column < m_model->columnCount(); ++column) {
+        titles += isColumnHidden(column) ? 0 : ValueWidth(column);
+    }
+    return SizeForRows(8).expandedTo({titles, 0});
 }
 
 QSize CGrid::minimumSizeHint() const {
