@@ -138,6 +138,8 @@ void CDialog::SetPreferredSize(int width, int height) {
 
 // The fields are created after the buttons, so by default Tab would reach them after the buttons.
 void CDialog::OrderTabs() {
+    // Tab would go from Cancel to the box and by its proxy to OK, never back to the fields.
+    m_buttons->setFocusProxy(nullptr);
     const QWidget* page = m_scroll->widget();
     QWidget* first = nullptr;
     QWidget* last = nullptr;
