@@ -1,5 +1,6 @@
 #include "controls/GraphPane.h"
 
+#include <QAccessibleWidget>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -17,9 +18,15 @@ constexpr double kGridAlpha = 0.18;
 constexpr int kReach = 24;  ///< pixels between the pointer and a value that shows its tool tip
 /// The accessible description has at most this many values, the last ones.
 constexpr size_t kMostSpoken = 31;
+
+QAccessibleInterface* DescribeGraph(const QString& /*className*/, QObject* object) {
+    auto* graph = qobject_cast<CGraphPane*>(object);
+    return graph == nullptr ? nullptr : new QAccessibleWidget(graph, QAccessible::Chart);
+}
 }  // namespace
 
 CGraphPane::CGraphPane(const QString& accessibleName, QWidget* parent) : QWidget(parent) {
+    QAccessible::installFactory(DescribeGraph);  // a second time does nothing
     setAccessibleName(accessibleName);
     setFocusPolicy(Qt::TabFocus);
     setMouseTracking(true);

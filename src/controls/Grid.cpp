@@ -320,6 +320,7 @@ QLineEdit* CGrid::CreateEditor(const QModelIndex& index, const QString& text) {
         auto* box =
             new CInPlaceList(cell, m_choices, static_cast<int>(m_choices.indexOf(text)), text);
         box->setAccessibleName(accessibleName());
+        box->lineEdit()->setAccessibleName(accessibleName());
         m_control = box;
         return box->lineEdit();
     }

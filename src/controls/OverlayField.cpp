@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "controls/ClearButton.h"
 #include "controls/ListPane.h"
 #include "controls/OverlayPlace.h"
 
@@ -21,7 +22,7 @@ COverlayField::COverlayField(const QString& name, std::vector<CReportColumn> col
       m_pane(new CListPane(m_overlay)),
       m_pending(new QTimer(this)) {
     setObjectName(name);
-    setClearButtonEnabled(true);
+    AddClearButton(*this);
     m_overlay->setObjectName(name + u"List"_s);
     m_overlay->setAutoFillBackground(true);
     m_overlay->hide();

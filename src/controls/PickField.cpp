@@ -15,6 +15,7 @@ CPickField::CPickField(bool isEditable, const QString& accessibleName, QWidget* 
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     if (isEditable) {
         setCompleter(nullptr);
+        lineEdit()->setAccessibleName(accessibleName);
     }
 }
 

@@ -55,6 +55,13 @@ QVariant CReportModel::data(const QModelIndex& index, int role) const {
     if (role == kHeadingRole && m_rows.heading) {
         return m_rows.heading(RowAt(index.row()));
     }
+    if (role == Qt::AccessibleDescriptionRole && index.column() == 0 && m_rows.iconText) {
+        return m_rows.iconText(RowAt(index.row()));
+    }
+    // The heading is painted above the row and is no row itself.
+    if (role == Qt::AccessibleTextRole && index.column() == 0 && !HeadingOf(index).isEmpty()) {
+        return QString(HeadingOf(index) + QStringLiteral(": ") + index.data().toString());
+    }
     return role == Qt::TextAlignmentRole ? Alignment(index.column()) : QVariant();
 }
 

@@ -22,7 +22,8 @@ struct CReportColumn {
 struct CReportRows {
     int count = 0;
     std::function<QString(int row, int column)> text;
-    std::function<QIcon(int row)> icon = {};  ///< in column 0; may be empty
+    std::function<QIcon(int row)> icon = {};        ///< in column 0; may be empty
+    std::function<QString(int row)> iconText = {};  ///< what the icon says, for a screen reader
     /// The key by which a click on a header sorts: a number, or a text compared without case. A
     /// list without this function cannot be sorted.
     std::function<QVariant(int row, int column)> sortKey = {};

@@ -45,6 +45,15 @@ QSize CRowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInd
     return HeadingOf(index).isEmpty() ? size : size + QSize(0, HeadingHeight(option));
 }
 
+QWidget* CRowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                    const QModelIndex& index) const {
+    QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+    if (editor != nullptr && option.widget != nullptr) {
+        editor->setAccessibleName(option.widget->accessibleName());
+    }
+    return editor;
+}
+
 void CRowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
     const bool isPale = option->state.testFlag(QStyle::State_Selected) &&

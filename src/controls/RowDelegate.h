@@ -30,6 +30,10 @@ class CRowDelegate : public QStyledItemDelegate {
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const override;
 
+    /// The editor has the list's accessible name.
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override;
+
   protected:
     /// The icon of a row with a pale selection is the plain one.
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "catalogue/items/CatalogueKinds.h"
+#include "catalogue/items/ChosenFood.h"
 #include "controls/PaintedIcons.h"
 #include "diary/ListSizes.h"
 
@@ -22,6 +24,10 @@ constexpr auto kNothingEatenAll =
 constexpr auto kNothingEatenAtMeal =
     "Nothing eaten yet at this meal.\n"
     "Press Insert to add what you ate."_L1;
+
+QString KindText(EItemKind kind) {
+    return QString::fromLatin1(KindOf(CatalogueOf(kind)).capitalized);
+}
 
 }  // namespace
 
@@ -61,6 +67,7 @@ void CEntryList::ShowRows() {
                      const auto kind = static_cast<size_t>(m_day.Entry(row).GetKind());
                      return m_pictures[std::min(kind, m_pictures.size() - 1)];
                  },
+             .iconText = [this](int row) { return KindText(m_day.Entry(row).GetKind()); },
              .heading = m_doc.selectedMeal == kAllMeals
                             ? [this](int row) { return m_day.HeadingOf(row); }
                             : std::function<QString(int)>()});

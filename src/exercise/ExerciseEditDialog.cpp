@@ -61,17 +61,16 @@ bool CExerciseEditDialog::Confirm() {
 void CExerciseEditDialog::AddFields() {
     QFormLayout* form = AddForm();
     AddPickFields(form);
-    QWidget* duration = AddDurationRow();
+    QLayout* duration = CreateDurationRow();
     AddRow(form, u"Ex. time:"_s, duration, m_hours);
     AddTimeRow(form, u"Time:"_s);
-    QWidget* energy = AddEnergyRow();
+    QLayout* energy = CreateEnergyRow();
     AddRow(form, u"Total energy burned:"_s, energy, m_energy);
 }
 
-QWidget* CExerciseEditDialog::AddDurationRow() {
-    auto* row = new QWidget(this);
-    m_hours = new QComboBox(row);
-    m_minutes = new QComboBox(row);
+QLayout* CExerciseEditDialog::CreateDurationRow() {
+    m_hours = new QComboBox(this);
+    m_minutes = new QComboBox(this);
     SetUpListField(m_hours, u"Hours"_s, kDurationCharacters, kDurationLength);
     SetUpListField(m_minutes, u"Minutes"_s, kDurationCharacters, kDurationLength);
     for (int hour = 0; hour < kHoursPerDay; ++hour) {
@@ -86,24 +85,26 @@ QWidget* CExerciseEditDialog::AddDurationRow() {
             m_energy->setText(m_form.EnergyText());
         });
     }
-    QHBoxLayout* layout = RowLayout(row);
-    layout->addWidget(m_hours);
-    layout->addWidget(new QLabel(u"hrs"_s, row));
-    layout->addWidget(m_minutes);
-    layout->addWidget(new QLabel(u"mins"_s, row));
-    layout->addStretch(1);
+    QHBoxLayout* row = CreateRow();
+    for (const auto& [field, unit] :
+         {std::pair(m_hours, u"hrs"_s), std::pair(m_minutes, u"mins"_s)}) {
+        auto* label = new QLabel(unit, this);
+        label->setBuddy(field);
+        row->addWidget(field);
+        row->addWidget(label);
+    }
+    row->addStretch(1);
     return row;
 }
 
-QWidget* CExerciseEditDialog::AddEnergyRow() {
-    auto* row = new QWidget(this);
-    m_energy = CreateNumberField(u"energy"_s, row);
+QLayout* CExerciseEditDialog::CreateEnergyRow() {
+    m_energy = CreateNumberField(u"energy"_s, this);
     m_energy->setAccessibleName(u"Total energy burned"_s);
     connect(m_energy, &QLineEdit::textEdited, this,
             [this](const QString& text) { m_form.SetEnergyText(text); });
-    QHBoxLayout* layout = RowLayout(row);
-    layout->addWidget(m_energy, 1);
-    layout->addWidget(new QLabel(m_form.EnergyUnitText(), row));
+    QHBoxLayout* row = CreateRow();
+    row->addWidget(m_energy, 1);
+    row->addWidget(new QLabel(m_form.EnergyUnitText(), this));
     return row;
 }
 

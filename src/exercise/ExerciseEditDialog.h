@@ -20,8 +20,8 @@ class CExerciseEditDialog : public CPickDialog {
 
   private:
     void AddFields();
-    QWidget* AddDurationRow();
-    QWidget* AddEnergyRow();
+    QLayout* CreateDurationRow();
+    QLayout* CreateEnergyRow();
 
     CExerciseForm& m_form;
     QComboBox* m_hours = nullptr;

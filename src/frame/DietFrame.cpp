@@ -14,6 +14,7 @@
 #include <QScreen>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
 #include <QUrl>
 #include <QWidgetAction>
 #include <algorithm>
@@ -92,6 +93,10 @@ CDietFrame::CDietFrame(CVelmoraDoc& doc) : m_doc(doc) {
     m_toolBar->setMovable(false);
     m_toolBar->setIconSize(kIconSize);
     m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
+    if (auto* more = m_toolBar->findChild<QToolButton*>(u"qt_toolbar_ext_button"_s)) {
+        more->setAccessibleName(u"More commands"_s);
+        more->setToolTip(more->accessibleName());
+    }
     m_toolButtonGap = new QWidgetAction(this);
     m_toolButtonGap->setDefaultWidget(new QWidget);
     m_helpAction = new QAction(u"Velmora help"_s, this);

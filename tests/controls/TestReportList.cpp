@@ -1,4 +1,5 @@
 #include <QAbstractItemModelTester>
+#include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -168,6 +169,25 @@ class TestReportList : public QObject {
         }
         list.SetBackgroundColor({});
         QCOMPARE(list.palette(), before);
+    }
+
+    void aScreenReaderHearsHeadingsAndPictures() {
+        CReportList list(u"Entries"_s);
+        list.SetColumns(TwoColumns());
+        CReportRows rows = Rows(2);
+        rows.iconText = [](int row) { return row == 0 ? u"Food"_s : u"Menu"_s; };
+        rows.heading = [](int row) { return row == 1 ? u"Lunch"_s : QString(); };
+        list.SetRows(rows);
+        QStringList heard;
+        auto* spoken = QAccessible::queryAccessibleInterface(&list);
+        for (int row = 0; row < 2; ++row) {
+            for (int column = 0; column < 2; ++column) {
+                const auto* cell = spoken->tableInterface()->cellAt(row, column);
+                heard.append(cell->text(QAccessible::Name) + u'/' +
+                             cell->text(QAccessible::Description));
+            }
+        }
+        QCOMPARE(heard.join(u' '), u"0/0/Food 0/1/ Lunch: 1/0/Menu 1/1/"_s);
     }
 
     void onlyThePaneWithTheKeyboardHasTheStrongSelection() {

@@ -2,11 +2,17 @@
 #pragma once
 
 #include <QAction>
+#include <QRegularExpression>
 
 #include "app/FrameCommands.h"
 #include "diary/DiaryFixture.h"
 #include "frame/DietFrame.h"
 #include "support/ComposedSamples.h"
+
+/// Commands that open a dialog; others delete, copy or switch to another view.
+inline const QRegularExpression kAsking(
+    u"^(?!Back up|Check|Clear|Delete|Duplicate|Nutrients|Quick|Restore|Move (?:recipe|menu)|Foods|Menus|"
+    u"Recipes|Exercises|Share).*\\.\\.\\.$"_s);
 
 class CFrameTest : public CDiaryTest {
   protected:

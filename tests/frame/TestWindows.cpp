@@ -24,9 +24,6 @@ namespace {
 const QString kOkAndCancel = u"(6,0,6,6 ~0 ( ~0 ok=[OK]!? w+24 cancel=[Cancel]? w+24)))"_s;
 /// Versions of the libraries and of this program, the age today, and the folder of the volume.
 const QRegularExpression kPassing(u"\\d+(\\.\\d+){2}|v\\d+\\.\\d+|\\d+(?= ys)|/\\S+(?=/v\\.db)"_s);
-/// Commands that open a dialog; others delete, copy or switch to another view.
-const QRegularExpression kAsking(
-    u"^(?!Back up|Check|Clear|Delete|Duplicate|Nutrients|Quick|Restore|Move recipe|Foods|Menus|Recipes|Exercises|Share).*\\.\\.\\.$"_s);
 const QRegularExpression kNewOrEdit(u"^(New|Edit) (?=food)"_s);
 const QRegularExpression kOfEveryDiary(u"^(Open|Report|Pref|User|Target|Purge|About|Backgr)"_s);
 }  // namespace

@@ -82,15 +82,14 @@ void CAddFoodDialog::AddKindTabs() {
 void CAddFoodDialog::AddFields() {
     QFormLayout* form = AddForm();
     AddPickFields(form);
-    QWidget* serving = AddServingRow();
+    QLayout* serving = CreateServingRow();
     AddRow(form, u"Serving:"_s, serving, m_serving);
     AddTimeRow(form, m_form.HasTime() ? u"Time:"_s : QString());
     TimeField()->setVisible(m_form.HasTime());
 }
 
-QWidget* CAddFoodDialog::AddServingRow() {
-    auto* row = new QWidget(this);
-    m_serving = new CDropField(row);
+QLayout* CAddFoodDialog::CreateServingRow() {
+    m_serving = new CDropField(this);
     SetUpListField(m_serving, u"Serving"_s, kServingCharacters, kLongestServingName);
     connect(m_serving, &CDropField::Opening, this, [this] {
         m_form.OfferServings();
@@ -102,7 +101,7 @@ QWidget* CAddFoodDialog::AddServingRow() {
         ShowForm();
     });
 
-    m_amount = CreateNumberField(u"amount"_s, row);
+    m_amount = CreateNumberField(u"amount"_s, this);
     m_amount->setAccessibleName(u"Amount"_s);
     m_amount->setMaximumWidth(m_amount->fontMetrics().averageCharWidth() * kAmountCharacters +
                               m_amount->fontMetrics().height());
@@ -119,10 +118,10 @@ QWidget* CAddFoodDialog::AddServingRow() {
         }
     });
 
-    QHBoxLayout* layout = RowLayout(row);
-    layout->addWidget(m_serving, 1);
-    layout->addWidget(new QLabel(u"X"_s, row));
-    layout->addWidget(m_amount);
+    QHBoxLayout* row = CreateRow();
+    row->addWidget(m_serving, 1);
+    row->addWidget(new QLabel(u"X"_s, this));
+    row->addWidget(m_amount);
     return row;
 }
 

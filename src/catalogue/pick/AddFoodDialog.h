@@ -28,7 +28,7 @@ class CAddFoodDialog : public CPickDialog {
   private:
     void AddKindTabs();
     void AddFields();
-    QWidget* AddServingRow();
+    QLayout* CreateServingRow();
     void ShowValues();
 
     CAddFoodForm& m_form;

@@ -78,14 +78,13 @@ CPickField* CPickDialog::AddPickField(QFormLayout* form, EPicker picker, const Q
 }
 
 void CPickDialog::AddTimeRow(QFormLayout* form, const QString& label) {
-    auto* row = new QWidget(this);
-    m_time = CreateTimeField(row);
-    QHBoxLayout* layout = RowLayout(row);
-    layout->addWidget(m_time);
-    layout->addStretch(1);
+    m_time = CreateTimeField(this);
+    QHBoxLayout* row = CreateRow();
+    row->addWidget(m_time);
+    row->addStretch(1);
 
     const auto addButton = [&](const QString& text, const char* tip, auto slot) {
-        auto* button = new QPushButton(text, row);
+        auto* button = new QPushButton(text, this);
         button->setObjectName(QLatin1StringView(tip));
         button->setAccessibleName(button->objectName());
         button->setToolTip(button->objectName());
@@ -94,7 +93,7 @@ void CPickDialog::AddTimeRow(QFormLayout* form, const QString& label) {
         const QSize size = button->fontMetrics().size(Qt::TextShowMnemonic, text);
         button->setFixedWidth(size.width() + kButtonMargin);
         connect(button, &QPushButton::clicked, this, slot);
-        layout->addWidget(button);
+        row->addWidget(button);
         m_findButtons.push_back(button);
     };
     addButton(u"&Find..."_s, m_texts.find, &CPickDialog::Find);
@@ -111,17 +110,16 @@ void CPickDialog::AddPickList() {
     });
 }
 
-void CPickDialog::AddRow(QFormLayout* form, const QString& label, QWidget* row, QWidget* buddy) {
+void CPickDialog::AddRow(QFormLayout* form, const QString& label, QLayout* row, QWidget* buddy) {
     auto* text = new QLabel(label);
     text->setBuddy(buddy);
     form->addRow(text, row);
 }
 
-QHBoxLayout* CPickDialog::RowLayout(QWidget* row) {
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kNarrowSpacing);
-    return layout;
+QHBoxLayout* CPickDialog::CreateRow() {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(kNarrowSpacing);
+    return row;
 }
 
 void CPickDialog::SetUpListField(QComboBox* field, const QString& name, int characters,
@@ -131,6 +129,7 @@ void CPickDialog::SetUpListField(QComboBox* field, const QString& name, int char
     field->setEditable(true);
     field->setInsertPolicy(QComboBox::NoInsert);
     field->setCompleter(nullptr);
+    field->lineEdit()->setAccessibleName(name);
     field->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     field->setMinimumContentsLength(characters);
     field->lineEdit()->setMaxLength(length);

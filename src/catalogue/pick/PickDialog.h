@@ -13,6 +13,7 @@ class CSearchField;
 class QComboBox;
 class QFormLayout;
 class QHBoxLayout;
+class QLayout;
 class QTimeEdit;
 
 /// Shows a form and passes it what the user does. The form has the rules and outlives the dialog.
@@ -37,8 +38,9 @@ class CPickDialog : public CDialog {
     /// Time and the find buttons.
     void AddTimeRow(QFormLayout* form, const QString& label);
     void AddPickList();
-    static void AddRow(QFormLayout* form, const QString& label, QWidget* row, QWidget* buddy);
-    static QHBoxLayout* RowLayout(QWidget* row);
+    /// Label and fields have one parent, since that is where a field's label is looked for.
+    static void AddRow(QFormLayout* form, const QString& label, QLayout* row, QWidget* buddy);
+    static QHBoxLayout* CreateRow();
     /// Makes a combo box editable, for texts of up to `length` UTF-16 units, `characters` wide.
     static void SetUpListField(QComboBox* field, const QString& name, int characters, int length);
 

@@ -13,6 +13,7 @@
 #include "app/LeftOutText.h"
 #include "catalogue/pick/SearchItems.h"
 #include "catalogue/view/CategoryTreeModel.h"
+#include "controls/ClearButton.h"
 #include "controls/InputPanel.h"
 #include "controls/ListPane.h"
 #include "controls/ReportList.h"
@@ -81,7 +82,7 @@ void CCatalogueBrowser::MakeFilter() {
     m_filter->setObjectName(u"filter"_s);
     m_filter->setAccessibleName(u"Narrow the list"_s);
     m_filter->setPlaceholderText(u"Narrow the list"_s);
-    m_filter->setClearButtonEnabled(true);
+    AddClearButton(*m_filter);
     m_filter->installEventFilter(this);
     connect(m_filter, &QLineEdit::textChanged, this, &CCatalogueBrowser::Narrow);
     m_pending->setSingleShot(true);

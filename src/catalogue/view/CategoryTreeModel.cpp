@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 CCategoryTreeModel::CCategoryTreeModel(CDatabase& database, ECatalogueKind kind, bool renamesItems,
                                        QObject* parent)
     : QAbstractItemModel(parent),
@@ -106,6 +108,11 @@ QVariant CCategoryTreeModel::data(const QModelIndex& index, int role) const {
         default:
             return {};
     }
+}
+
+QVariant CCategoryTreeModel::headerData(int /*section*/, Qt::Orientation /*orientation*/,
+                                        int role) const {
+    return role == Qt::DisplayRole ? u"Category"_s : QVariant();
 }
 
 Qt::ItemFlags CCategoryTreeModel::flags(const QModelIndex& index) const {

@@ -1,0 +1,141 @@
+// What a screen reader and the Tab key find in a window, and whether its texts have room.
+#pragma once
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QHeaderView>
+#include <QLabel>
+#include <QTabBar>
+#include <QTest>
+#include <QToolButton>
+#include <QTreeView>
+
+using namespace Qt::StringLiterals;
+
+class CHeard {
+  public:
+    /// The controls in it that have no name, or the focus without a fitting role.
+    static QStringList Nameless(QWidget& window) {
+        QStringList found;
+        Collect(QAccessible::queryAccessibleInterface(&window), found);
+        return found;
+    }
+
+    /// What is wrong with going round by Tab and back by Shift+Tab; empty for nothing.
+    static QString TabFault(QWidget& window) {
+        const QList<QWidget*> there = Round(window, Qt::NoModifier);
+        QList<QWidget*> back = Round(window, Qt::ShiftModifier);
+        std::reverse(back.begin() + 1, back.end());
+        if (there.size() > kMostStops || there != back) {
+            return u"Tab: %1, Shift+Tab: %2"_s.arg(NamesOf(there), NamesOf(back));
+        }
+        return {};
+    }
+
+    /// The texts in sight that have less room than they need.
+    static QStringList Cut(const QWidget& window) {
+        QStringList cut;
+        const auto add = [&cut](bool isCut, const QString& text) {
+            if (isCut && !text.isEmpty()) {
+                cut.append(text);
+            }
+        };
+        for (const auto* label : Visible<QLabel>(window)) {
+            const int height = label->wordWrap() ? label->heightForWidth(label->width())
+                                                 : label->sizeHint().height();
+            add((!label->wordWrap() && label->width() < label->sizeHint().width()) ||
+                    label->height() < height,
+                label->text());
+        }
+        for (const auto* button : Visible<QAbstractButton>(window)) {
+            const auto* tool = qobject_cast<const QToolButton*>(button);
+            if (tool != nullptr && (tool->arrowType() != Qt::NoArrow || !tool->icon().isNull())) {
+                continue;  // shows no text
+            }
+            const int text =
+                button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width();
+            add(button->width() < text || button->height() < button->fontMetrics().height(),
+                button->text());
+        }
+        for (const auto* bar : Visible<QTabBar>(window)) {
+            for (int tab = 0; tab < bar->count(); ++tab) {
+                add(bar->tabRect(tab).width() <
+                        bar->fontMetrics().horizontalAdvance(bar->tabText(tab)),
+                    bar->tabText(tab));
+            }
+        }
+        for (const auto* header : Visible<QHeaderView>(window)) {
+            for (int column = 0; column < header->count(); ++column) {
+                const QString title =
+                    header->model()->headerData(column, Qt::Horizontal).toString();
+                add(!header->isSectionHidden(column) &&
+                        header->sectionSize(column) <
+                            header->fontMetrics().horizontalAdvance(title),
+                    title);
+            }
+        }
+        return cut;
+    }
+
+  private:
+    static constexpr int kMostStops = 60;
+
+    static void Collect(QAccessibleInterface* node, QStringList& found) {
+        constexpr QAccessible::Role kControls[] = {
+            QAccessible::PushButton, QAccessible::CheckBox, QAccessible::RadioButton,
+            QAccessible::ComboBox,   QAccessible::SpinBox,  QAccessible::EditableText,
+            QAccessible::Slider,     QAccessible::Tree,     QAccessible::Table,
+            QAccessible::List,       QAccessible::PageTab,  QAccessible::MenuItem,
+            QAccessible::Chart};
+        const QAccessible::Role role = node->role();
+        const QObject* object = node->object();
+        const bool isControl = std::ranges::find(kControls, role) != std::end(kControls);
+        const bool isNamed = !node->text(QAccessible::Name).trimmed().isEmpty();
+        const bool hasFocus = role == QAccessible::Client && node->state().focusable &&
+                              qobject_cast<const QTabWidget*>(object) == nullptr;
+        if ((isControl && !isNamed) || hasFocus) {
+            found.append(QLatin1StringView(object->metaObject()->className()) + u' ' +
+                         object->objectName());
+        }
+        // The list that a combo box opens is read with its box.
+        const bool isWhole = role == QAccessible::ComboBox || role == QAccessible::Tree ||
+                             role == QAccessible::Table;
+        for (int i = 0; i < node->childCount(); ++i) {
+            QAccessibleInterface* child = node->child(i);
+            if (child != nullptr && (!isWhole || child->role() == QAccessible::EditableText)) {
+                Collect(child, found);
+            }
+        }
+    }
+
+    static QList<QWidget*> Round(const QWidget& window, Qt::KeyboardModifiers modifiers) {
+        QList<QWidget*> stops = {window.focusWidget()};
+        for (int presses = 0; presses < 4 * kMostStops; ++presses) {
+            QTest::keyClick(window.focusWidget(), Qt::Key_Tab, modifiers);
+            if (window.focusWidget() == stops.front() && stops.size() > 1) {
+                return stops;
+            }
+            // The parts of a date are one stop.
+            if (window.focusWidget() != stops.back()) {
+                stops.append(window.focusWidget());
+            }
+        }
+        return stops;
+    }
+
+    static QString NamesOf(const QList<QWidget*>& widgets) {
+        QStringList names;
+        for (const QWidget* widget : widgets.first(std::min<qsizetype>(widgets.size(), 20))) {
+            names.append(widget->objectName());
+        }
+        return names.join(u' ');
+    }
+
+    template <typename Widget>
+    static QList<Widget*> Visible(const QWidget& window) {
+        QList<Widget*> widgets = window.findChildren<Widget*>();
+        widgets.removeIf([](const Widget* widget) { return !widget->isVisible(); });
+        return widgets;
+    }
+};
