@@ -99,9 +99,11 @@ CDietFrame::CDietFrame(CVelmoraDoc& doc) : m_doc(doc) {
     }
     m_toolButtonGap = new QWidgetAction(this);
     m_toolButtonGap->setDefaultWidget(new QWidget);
-    m_helpAction = new QAction(u"Velmora help"_s, this);
-    m_helpAction->setShortcut(QKeySequence::HelpContents);
-    connect(m_helpAction, &QAction::triggered, this, [this] { RunCommand(kCommandHelp); });
+    // One for all views: to a screen reader an action that outlives its menu is lost.
+    m_helpMenu = new QMenu(u"&Help"_s, this);
+    QAction* help =
+        m_helpMenu->addAction(u"Velmora help"_s, this, [this] { RunCommand(kCommandHelp); });
+    help->setShortcut(QKeySequence::HelpContents);
     m_status = new CStatusLine(this);
     setStatusBar(m_status);
     CreateSwitchActions();
@@ -247,8 +249,7 @@ void CDietFrame::BuildCommandBar() {
         connect(menu, &QMenu::aboutToShow, ActiveView(), &CMainView::RefreshMenus);
         m_menus.push_back(menu);
     }
-    m_menus.push_back(menuBar()->addMenu(u"&Help"_s));
-    m_menus.back()->addAction(m_helpAction);
+    menuBar()->addMenu(m_helpMenu);
 
     m_toolBar->clear();
     const std::vector<QAction*> buttons = ActiveView()->ToolButtons();

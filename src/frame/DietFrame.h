@@ -75,8 +75,8 @@ class CDietFrame : public QMainWindow {
     CVelmoraDoc& m_doc;
     int m_activeCommand = 0;
     QActionGroup* m_switchActions;
-    QAction* m_helpAction;
-    std::vector<QMenu*> m_menus;
+    std::vector<QMenu*> m_menus;  ///< of the view
+    QMenu* m_helpMenu;
     QToolBar* m_toolBar;
     QWidgetAction* m_toolButtonGap;
     CStatusLine* m_status;

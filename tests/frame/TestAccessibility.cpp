@@ -19,7 +19,12 @@ class TestAccessibility : public CFrameTest {
         const auto& [command] = DataRow<int>();
         CDietFrame frame(*m_doc);
         Show(frame);
-        QVERIFY(frame.ShowView(command));
+        // From one view to another the menus are built again.
+        for (const int view : {int(kSwitchToDiet), int(kSwitchToWeight), command}) {
+            QVERIFY(frame.ShowView(view));
+            (void)CHeard::Nameless(frame);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
         QCOMPARE(CHeard::Nameless(frame).join(u", "_s), QString());
         OnEveryDialog(frame, [](CDialog& dialog, const QByteArray& name) {
             QVERIFY2(CHeard::Nameless(dialog).isEmpty(),

@@ -103,7 +103,9 @@ class CHeard {
                              role == QAccessible::Table;
         for (int i = 0; i < node->childCount(); ++i) {
             QAccessibleInterface* child = node->child(i);
-            if (child != nullptr && (!isWhole || child->role() == QAccessible::EditableText)) {
+            if (child == nullptr || !child->isValid()) {
+                found.append(u"nothing in "_s + node->text(QAccessible::Name));
+            } else if (!isWhole || child->role() == QAccessible::EditableText) {
                 Collect(child, found);
             }
         }
