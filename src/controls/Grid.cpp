@@ -108,6 +108,7 @@ void CGrid::SetRowCount(int rows) {
             item->setTextAlignment(column == 0 ? Qt::AlignLeft | Qt::AlignVCenter
                                                : Qt::AlignRight | Qt::AlignVCenter);
             m_model->setItem(row, column, item);
+            SetCellText(row, column, {});
         }
     }
 }
@@ -124,6 +125,8 @@ QString CGrid::CellText(int row, int column) const {
 void CGrid::SetCellText(int row, int column, const QString& text) {
     if (QStandardItem* item = m_model->item(row, column)) {
         item->setText(text);
+        const bool isEmptyRow = column == 0 && text.isEmpty();
+        item->setAccessibleText(isEmptyRow ? QStringLiteral("Empty row") : QString());
     }
 }
 

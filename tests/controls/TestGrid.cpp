@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QClipboard>
 #include <QComboBox>
 #include <QGuiApplication>
@@ -107,6 +108,20 @@ class TestGrid : public QObject {
             QCOMPARE(m_grid->findChild<QComboBox*>() != nullptr,
                      opens && kind == EGridKind::Choices && column == 0);
         }
+    }
+
+    void anEmptyRowIsHeardAsSuch() {
+        Make(EGridKind::Choices, 2);
+        m_grid->SetCellText(0, 0, u"cup"_s);
+        auto* table = QAccessible::queryAccessibleInterface(m_grid)->tableInterface();
+        const auto heard = [table](int row, int column) {
+            return table->cellAt(row, column)->text(QAccessible::Name);
+        };
+        QCOMPARE(heard(0, 0), u"cup"_s);
+        QCOMPARE(heard(1, 0), u"Empty row"_s);
+        QCOMPARE(heard(1, 1), QString());
+        m_grid->SetCellText(0, 0, {});
+        QCOMPARE(heard(0, 0), u"Empty row"_s);
     }
 
     void editorsCoverTheirCells() {
