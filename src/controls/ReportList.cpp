@@ -153,8 +153,15 @@ void CReportList::SetColumnWidths(const std::vector<int>& widths) {
 
 int CReportList::LeastWidth(int column) const {
     const CReportColumn& wanted = m_columns[column];
-    return wanted.least > 0 ? wanted.least
-                            : fontMetrics().horizontalAdvance(wanted.title) + kTitleMargin;
+    const int least = wanted.least > 0
+                          ? wanted.least
+                          : fontMetrics().horizontalAdvance(wanted.title) + kTitleMargin;
+    return std::max(least, std::min(wanted.content, viewport()->width() / 2));
+}
+
+void CReportList::SetContentWidth(int column, int width) {
+    m_columns[column].content = width;
+    LayColumnsOut();
 }
 
 void CReportList::LayColumnsOut() {

@@ -53,6 +53,8 @@ class CReportList : public CRowTree {
     [[nodiscard]] std::vector<int> GetColumnWidths() const;
     /// Fixes the columns' widths; 0 leaves a column as it is.
     void SetColumnWidths(const std::vector<int>& widths);
+    /// Changes CReportColumn::content: the cells of the column need so many logical pixels.
+    void SetContentWidth(int column, int width);
     /// The text shown in the list while it is empty.
     void SetEmptyHint(const QString& text);
     /// Buttons in the list while it is empty, for what it could be filled with; the keys 1, 2, ...

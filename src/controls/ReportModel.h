@@ -12,9 +12,10 @@ struct CReportColumn {
 
     QString title;
     EKind kind = EKind::Text;
-    int width = 0;  ///< fixed width in logical pixels; 0: the list chooses
-    int least = 0;  ///< least width that the list chooses, in logical pixels; 0: the title's
-    int share = 1;  ///< weight when the remaining room is shared; 0: gets none of it
+    int width = 0;    ///< fixed width in logical pixels; 0: the list chooses
+    int least = 0;    ///< least width that the list chooses, in logical pixels; 0: the title's
+    int content = 0;  ///< width of the texts, which the list chooses up to half of its own
+    int share = 1;    ///< weight when the remaining room is shared; 0: gets none of it
 };
 
 /// The rows of a list. The functions are called when a cell is painted, with rows in the owner's

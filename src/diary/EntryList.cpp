@@ -71,6 +71,9 @@ void CEntryList::ShowRows() {
              .heading = m_doc.selectedMeal == kAllMeals
                             ? [this](int row) { return m_day.HeadingOf(row); }
                             : std::function<QString(int)>()});
+    // With a large font there may be no room to share.
+    SetContentWidth(0, sizeHintForColumn(0));
+    SetContentWidth(1, sizeHintForColumn(1));
     SetEmptyHint(m_doc.selectedMeal == kAllMeals ? kNothingEatenAll : kNothingEatenAtMeal);
 }
 

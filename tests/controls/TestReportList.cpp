@@ -142,6 +142,15 @@ class TestReportList : public QObject {
                  (std::vector<int>{40 + left * 3 / 4, 40 + left - left * 3 / 4, 60}));
         list.resize(500, 200);
         QCOMPARE(list.header()->length(), list.viewport()->width());
+        // Long texts get their width, up to half of the list, even if it has to scroll then.
+        for (const auto& [content, width] : {std::pair(420, 250), {330, 250}, {240, 240}}) {
+            list.resize(500 + list.width() - list.viewport()->width(), 200);
+            list.SetContentWidth(1, content);
+            list.SetContentWidth(0, 250);
+            QCOMPARE(list.GetColumnWidths()[1], width);
+        }
+        list.SetContentWidth(0, 0);
+        list.SetContentWidth(1, 0);
         QCOMPARE(dragged.count(), 0);
         list.header()->resizeSection(1, 50);
         QCOMPARE(dragged, (QList<QList<QVariant>>{{1, 50}}));
