@@ -3,6 +3,7 @@
 #   scripts/setup.sh [--check]      also those of ./check
 #   scripts/setup.sh [--package]    also those of ./package
 #   scripts/setup.sh [--trial]      also those of scripts/install_trial.sh
+#   scripts/setup.sh [--accessibility]    also those of scripts/accessibility.py
 # For packages that are installed already it makes one query and uses no network.
 set -euo pipefail
 
@@ -21,6 +22,13 @@ case "${1:-}" in
         )
         ;;
     --trial) packages+=(debootstrap) ;;
+    --accessibility)
+        packages+=(
+            xvfb openbox xdotool              # a display with windows and keys
+            dbus-daemon at-spi2-core          # what a screen reader listens to
+            gir1.2-atspi-2.0 python3-gi       # the client
+        )
+        ;;
 esac
 
 missing=()
