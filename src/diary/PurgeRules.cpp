@@ -74,10 +74,9 @@ bool PurgeDiaries(CDatabase& database, const CPurgeRequest& request,
         return false;
     }
     CStep step(database.GetStore(), u"purge"_s);
-    if (!step.MayGoOn(RoomFor(database, request))) {
+    if (!database.MayChangeMuch(step, RoomFor(database, request))) {
         return false;
     }
-    database.Backups().MakeIfDue(EBackupOccasion::LargeChange);
     CPurged diet;
     CPurged weights;
     CPurged exercises;

@@ -44,6 +44,14 @@ void CDatabase::StartBackups() {
     m_backups.Start([this](const QString& text) { m_store.ShowWarning(text); });
 }
 
+bool CDatabase::MayChangeMuch(CStep& step, qint64 room) {
+    const bool mayGoOn = step.MayGoOn(room);
+    if (mayGoOn) {
+        m_backups.MakeIfDue(EBackupOccasion::LargeChange);
+    }
+    return mayGoOn;
+}
+
 bool CDatabase::OpenCatalogue() {
     CloseCatalogue();
     if (!m_store.MountVolume(m_volumePath)) {

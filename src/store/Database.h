@@ -13,6 +13,8 @@
 #include "store/StoredViewSettings.h"
 #include "store/backup/VolumeBackups.h"
 
+class CStep;
+
 /// Lives from start-up to exit. Its parts hand out positions that are valid until the next change
 /// of their database.
 class CDatabase {
@@ -35,6 +37,9 @@ class CDatabase {
     CVolumeBackups& Backups() { return m_backups; }
     /// From now on, the program makes backups by itself, and shows why one could not be made.
     void StartBackups();
+    /// Call instead of CStep::MayGoOn before a change of much data, such as an import: makes a
+    /// backup as well if one is due. Not within a unit of work.
+    [[nodiscard]] bool MayChangeMuch(CStep& step, qint64 room);
 
     CCatalogue& Catalogue() { return m_catalogue; }
     CItemDatabase<CFoodItem>& Foods() { return m_catalogue.Foods(); }

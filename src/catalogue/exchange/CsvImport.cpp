@@ -261,9 +261,7 @@ bool ImportCatalogueFile(CDatabase& database, ECatalogueKind kind, EDuplicatePol
                          const QString& path) {
     CStep step(database.GetStore(),
                StepName("import"_L1, QString::fromLatin1(KindOf(kind).words.many)));
-    if (!step.MayGoOn(RoomForReplaced(database, kind, policy, MostItems(kind, path)))) {
-        return false;
-    }
-    database.Backups().MakeIfDue(EBackupOccasion::LargeChange);
-    return CImportRun(database, kind, policy, path).Run();
+    return database.MayChangeMuch(step,
+                                  RoomForReplaced(database, kind, policy, MostItems(kind, path))) &&
+           CImportRun(database, kind, policy, path).Run();
 }

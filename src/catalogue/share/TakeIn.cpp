@@ -80,7 +80,8 @@ bool CTakeInRun::Check() {
 /// False after a message or a No.
 bool CTakeInRun::MayStore(CStep& step) {
     const qint64 room = m_policy == EDuplicatePolicy::Overwrite ? m_plan.RoomForExisting() : 0;
-    return m_database.Categories().MayAdd(m_plan.CountNewCategories()) && step.MayGoOn(room);
+    return m_database.Categories().MayAdd(m_plan.CountNewCategories()) &&
+           m_database.MayChangeMuch(step, room);
 }
 
 bool CTakeInRun::Store() {

@@ -109,8 +109,8 @@ bool CFoodTablesRun::Run(CStep& step) {
     bool isWhole = ReadTables();
     if (isWhole) {
         m_progress->Hide();
-        if (!step.MayGoOn(
-                RoomForReplaced(m_database, kFoods, m_request.policy, m_places.Count()))) {
+        if (!m_database.MayChangeMuch(
+                step, RoomForReplaced(m_database, kFoods, m_request.policy, m_places.Count()))) {
             return false;
         }
         m_progress->SetStatus(u"Importing foods..."_s);
