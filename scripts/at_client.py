@@ -1,4 +1,4 @@
-"""A display, a session bus and an accessibility client of their own, and what a person at a screen
+"""A display, a message bus and an accessibility client of their own, and what a person at a screen
 reader has: keys to press, and the objects that the program shows to it."""
 
 import atexit
@@ -21,7 +21,7 @@ POLL_S = 0.05
 
 
 class Desk:
-    """A virtual display with a session bus; what it started ends with this program."""
+    """A virtual display with a message bus; what it started ends with this program."""
 
     def __init__(self, folder, size, screen_scale):
         self.processes = []

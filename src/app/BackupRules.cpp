@@ -119,8 +119,10 @@ bool SetBackupFolder(CDatabase& database, const QString& folder) {
         ShowMessage(FormatText("The folder '%s' cannot be written."_L1, {folder}));
         return false;
     }
-    // A null text could not be stored.
-    const QString stored = folder.isEmpty() ? u""_s : folder;
+    const QString usual = database.Backups().GetUsualFolder();
+    const bool isUsual =
+        folder.isEmpty() || QDir(folder) == QDir(usual) || QDir(folder) == QFileInfo(usual).dir();
+    const QString stored = isUsual ? u""_s : folder;  // a null text could not be stored
     if (!database.GetStore().WriteValue(0, kBackupFolderValue, stored)) {
         ShowMessage(u"The folder could not be stored."_s, EMessageIcon::Stop);
         return false;

@@ -10,8 +10,9 @@ QString ProposedBackupName(const QString& volumePath, QDate today);
 /// Saves a checked copy of the open volume. Shows where, or why not.
 bool SaveBackup(CDatabase& database, const QString& path);
 
-/// Where the program's own backups go from now on; an empty path is the folder beside the volume.
-/// False after a message when the folder cannot be used or stored.
+/// Where the program's own backups go from now on. An empty path is the usual folder; so is the one
+/// that the volume is in, where backups would lie among other files. False after a message when the
+/// folder cannot be used or stored.
 bool SetBackupFolder(CDatabase& database, const QString& folder);
 
 /// What is wrong in the open volume. False when it was cancelled.

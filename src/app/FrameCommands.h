@@ -21,6 +21,7 @@ enum EFrameCommand : int {
     kCommandHelp,
     kCommandExit,
     kCommandBackUp,
+    kCommandBackupFolder,
     kCommandRestore,
     kCommandCheckData,
 };

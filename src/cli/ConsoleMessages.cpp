@@ -46,7 +46,7 @@ QString CConsoleMessages::ChooseFileToSave(const CFileChoice& /*choice*/) {
     return {};
 }
 
-QString CConsoleMessages::ChooseFolder(const QString& /*title*/) {
+QString CConsoleMessages::ChooseFolder(const QString& /*title*/, const QString& /*initial*/) {
     return {};
 }
 

@@ -126,9 +126,10 @@ QString CWindowMessages::ChooseFileToSave(const CFileChoice& choice) {
     return ChooseFile(choice, QFileDialog::AcceptSave, QFileDialog::AnyFile);
 }
 
-QString CWindowMessages::ChooseFolder(const QString& title) {
-    return ChooseFile({.title = title, .defaultExtension = {}, .filterName = {}, .initialName = {}},
-                      QFileDialog::AcceptOpen, QFileDialog::Directory);
+QString CWindowMessages::ChooseFolder(const QString& title, const QString& initial) {
+    return ChooseFile(
+        {.title = title, .defaultExtension = {}, .filterName = {}, .initialName = initial},
+        QFileDialog::AcceptOpen, QFileDialog::Directory);
 }
 
 std::unique_ptr<CProgress> CWindowMessages::CreateProgress(const QString& caption) {

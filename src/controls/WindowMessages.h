@@ -11,7 +11,7 @@ class CWindowMessages : public CMessageSeam {
     bool AskYesNo(const QString& text, EAnswer proposed) override;
     QString ChooseFileToOpen(const CFileChoice& choice) override;
     QString ChooseFileToSave(const CFileChoice& choice) override;
-    QString ChooseFolder(const QString& title) override;
+    QString ChooseFolder(const QString& title, const QString& initial) override;
     std::unique_ptr<CProgress> CreateProgress(const QString& caption) override;
     void BeginWait() override;
     void EndWait() override;

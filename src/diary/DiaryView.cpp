@@ -139,6 +139,7 @@ void CDiaryView::SetMenus(QAction* own) {
           CreateFrameAction(u"Purge..."_s, kCommandPurge),
           CreateFrameAction(u"About Velmora..."_s, kCommandAbout), nullptr,
           CreateFrameAction(u"Back up..."_s, kCommandBackUp),
+          CreateFrameAction(u"Backup folder..."_s, kCommandBackupFolder),
           CreateFrameAction(u"Restore..."_s, kCommandRestore),
           CreateFrameAction(u"Check data..."_s, kCommandCheckData)}},
     };

@@ -23,6 +23,16 @@ void RunBackUp(CVelmoraDoc& doc) {
     }
 }
 
+void RunBackupFolder(CVelmoraDoc& doc) {
+    CDatabase& database = doc.Database();
+    const QString folder = ChooseFolder(u"Backup folder"_s, database.Backups().GetFolder());
+    if (!folder.isEmpty() && SetBackupFolder(database, folder)) {
+        ShowMessage(FormatText("From now on, backups are made in '%s'."_L1,
+                               {database.Backups().GetFolder()}),
+                    EMessageIcon::Result);
+    }
+}
+
 QString ChooseBackup(CVelmoraDoc& doc) {
     const std::vector<CBackupFile> backups = doc.Database().Backups().List();
     return ChooseFileToOpen(

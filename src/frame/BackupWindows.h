@@ -7,6 +7,8 @@ class QWidget;
 
 /// "Back up...": asks where to, and saves a backup there.
 void RunBackUp(CVelmoraDoc& doc);
+/// "Backup folder...": asks where the program is to make its own backups from now on.
+void RunBackupFolder(CVelmoraDoc& doc);
 /// Asks for the backup to restore; an empty path when cancelled.
 QString ChooseBackup(CVelmoraDoc& doc);
 /// "Check data...": checks the volume and shows what was found. True when it is to be repaired.

@@ -189,6 +189,9 @@ void CDietFrame::RunCommand(int command) {
         case kCommandBackUp:
             RunBackUp(m_doc);
             return;
+        case kCommandBackupFolder:
+            RunBackupFolder(m_doc);
+            return;
         case kCommandRestore:
             OnceIdle(&CDietFrame::Restore, EDialogs::Stay);
             return;

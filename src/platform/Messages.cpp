@@ -40,8 +40,8 @@ QString ChooseFileToSave(const CFileChoice& choice) {
     return Seam().ChooseFileToSave(choice);
 }
 
-QString ChooseFolder(const QString& title) {
-    return Seam().ChooseFolder(title);
+QString ChooseFolder(const QString& title, const QString& initial) {
+    return Seam().ChooseFolder(title, initial);
 }
 
 std::unique_ptr<CProgress> CreateProgress(const QString& caption) {

@@ -57,7 +57,7 @@ class CMessageSeam {
     virtual QString ChooseFileToOpen(const CFileChoice& choice) = 0;
     virtual QString ChooseFileToSave(const CFileChoice& choice) = 0;
     /// The path of an existing folder; empty when cancelled.
-    virtual QString ChooseFolder(const QString& title) = 0;
+    virtual QString ChooseFolder(const QString& title, const QString& initial) = 0;
     /// A progress window captioned `caption`; never null.
     virtual std::unique_ptr<CProgress> CreateProgress(const QString& caption) = 0;
     /// Wait cursor on and off; calls nest.
@@ -73,7 +73,7 @@ void ShowMessage(const CMessage& message);
 bool AskYesNo(const QString& text, EAnswer proposed = EAnswer::Yes);
 QString ChooseFileToOpen(const CFileChoice& choice);
 QString ChooseFileToSave(const CFileChoice& choice);
-QString ChooseFolder(const QString& title);
+QString ChooseFolder(const QString& title, const QString& initial = {});
 std::unique_ptr<CProgress> CreateProgress(const QString& caption);
 
 /// Silences ShowMessage while it lives: for a first attempt that is repeated, with its messages, if

@@ -11,7 +11,8 @@
 
 /// Commands that open a dialog; others delete, copy or switch to another view.
 inline const QRegularExpression kAsking(
-    u"^(?!Back up|Check|Clear|Delete|Duplicate|Nutrients|Quick|Restore|Move (?:recipe|menu)|Foods|Menus|"
+    u"^(?!Back ?up|Check|Clear|Delete|Duplicate|Nutrients|Quick|Restore|Move "
+    u"(?:recipe|menu)|Foods|Menus|"
     u"Recipes|Exercises|Share).*\\.\\.\\.$"_s);
 
 class CFrameTest : public CDiaryTest {

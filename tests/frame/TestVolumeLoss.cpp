@@ -68,7 +68,20 @@ class TestVolumeLoss : public CFrameTest {
         QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay, QTime(7, 0), 81)));
     }
 
-    // Nothing of the session that ends is written into the restored volume.
+    void theFolderOfTheBackupsIsChosen() {
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        const CVolumeBackups& backups = Database().Backups();
+        for (const auto& [chosen, used] :
+             {std::pair(u"other"_s, u"other"_s), {u"."_s, u"v.db-backups"_s}}) {
+            m_messages->chosenFile = QDir::cleanPath(Path(chosen));
+            frame.RunCommand(kCommandBackupFolder);
+            QCOMPARE(backups.GetFolder(), Path(used));
+            QVERIFY(m_messages->Said().contains(Path(used)));
+        }
+    }
+
+    // Nothing of what was open is written into the restored volume.
     void aBackupIsRestored() {
         m_messages->chosenFile = Path(u"b.db"_s);
         {

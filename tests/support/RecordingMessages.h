@@ -66,7 +66,9 @@ class CRecordingMessages : public CMessageSeam {
     }
     QString ChooseFileToOpen(const CFileChoice& choice) override { return Choose(choice); }
     QString ChooseFileToSave(const CFileChoice& choice) override { return Choose(choice); }
-    QString ChooseFolder(const QString& title) override { return Choose({title, {}, {}, {}}); }
+    QString ChooseFolder(const QString& title, const QString& initial) override {
+        return Choose({title, {}, {}, initial});
+    }
     std::unique_ptr<CProgress> CreateProgress(const QString& caption) override {
         progress.captions.append(caption);
         return std::make_unique<CRecordingProgress>(progress);

@@ -50,7 +50,7 @@ QString CVolumeBackups::GetFolder() const {
     std::optional<QString> chosen;
     // When it cannot be read, the folder beside the volume serves.
     (void)CNamedValues::ReadFrom(m_volume, 0, kBackupFolderValue, chosen);
-    return chosen && !chosen->isEmpty() ? *chosen : m_volumePath + u"-backups"_s;
+    return chosen && !chosen->isEmpty() ? *chosen : GetUsualFolder();
 }
 
 QString CVolumeBackups::NameStart() const {

@@ -37,9 +37,12 @@ class CVolumeBackups : public CChangeListener {
     /// Saves a checked copy of the volume, replacing a file of that name.
     EPlatformError SaveAs(const QString& path);
 
-    /// Where the program's own are: the folder beside the volume unless the person has chosen
-    /// another one.
+    /// Where the program's own are: the usual folder unless the person has chosen another one.
     [[nodiscard]] QString GetFolder() const;
+    /// Beside the volume.
+    [[nodiscard]] QString GetUsualFolder() const {
+        return m_volumePath + QLatin1String("-backups");
+    }
     /// Those in it that are complete, the oldest first.
     [[nodiscard]] std::vector<CBackupFile> List() const;
 

@@ -256,7 +256,7 @@ class TestHistoryFaults : public CHistoryTest {
         QCOMPARE(Query(kTables), isPage ? 4 : 2);
     }
 
-    // Every time, also within one session.
+    // Every time, also while it stays open.
     void damageIsReportedWhereverItIsMet() {
         for (int number = 1; number < 4; ++number) {
             Step(u"fill"_s, [&] { Fill(3); });
