@@ -59,6 +59,14 @@ bool CVolumeCheck::Run() {
 }
 
 void CVolumeCheck::CheckPages() {
+    std::vector<QString> damaged;
+    if (m_file.ReadTrees(damaged) == kErrorSuccess && !damaged.empty()) {
+        for (const QString& name : damaged) {
+            m_findings.AddFault(
+                FormatText("The file is damaged: not all pages of '%s' can be read."_L1, {name}));
+        }
+        return;
+    }
     CStatement check;
     if (check.Prepare(m_file, "PRAGMA integrity_check") != kErrorSuccess) {
         m_findings.AddFault(u"The file is damaged: its tables cannot be read."_s);

@@ -258,7 +258,39 @@ EPlatformError CSqliteFile::CopyTo(const QString& path, const CopyProgress& prog
     return isCancelled ? kErrorOperationAborted : ErrorOf(result);
 }
 
+EPlatformError CSqliteFile::ReadTrees(std::vector<QString>& damaged) {
+    constexpr char kTrees[] =
+        "SELECT name, format('SELECT count(1) FROM \"%w\" ', tbl_name) ||"
+        " iif(type='index', format('INDEXED BY \"%w\"', name), 'NOT INDEXED')"
+        " FROM sqlite_schema WHERE rootpage>0";
+    std::vector<std::pair<QString, QByteArray>> trees;
+    CStatement list;
+    EPlatformError error = list.Prepare(*this, kTrees);
+    if (error == kErrorSuccess) {
+        list.Start({});
+        while (list.Next()) {
+            trees.emplace_back(list.GetText(0), list.GetText(1).toUtf8());
+        }
+        error = list.Finish();
+    }
+    damaged.clear();
+    for (const auto& [name, sql] : trees) {
+        CStatement read;
+        // A cursor refuses a tree that is deeper than 20 pages.
+        if (read.Prepare(*this, sql.constData()) != kErrorSuccess ||
+            read.Run({}) != kErrorSuccess) {
+            damaged.push_back(name);
+        }
+    }
+    return error;
+}
+
 EPlatformError CSqliteFile::CheckIntegrity() {
+    std::vector<QString> damaged;
+    if (const EPlatformError error = ReadTrees(damaged);
+        error != kErrorSuccess || !damaged.empty()) {
+        return error == kErrorSuccess ? kErrorCorrupt : error;
+    }
     CStatement check;
     if (const EPlatformError error = check.Prepare(*this, "PRAGMA integrity_check(1)");
         error != kErrorSuccess) {

@@ -39,6 +39,10 @@ class CSqliteFile {
 
     /// Reads the whole file; kErrorCorrupt when any page is damaged or used twice.
     EPlatformError CheckIntegrity();
+    /// Reads every page of every table and index. `damaged` gets the names of those that cannot be
+    /// read; CheckIntegrity fails then. The first step of a check, since SQLite's own one overflows
+    /// the stack in a tree that somebody made as deep as a file has pages.
+    EPlatformError ReadTrees(std::vector<QString>& damaged);
 
     EPlatformError Begin();
     EPlatformError Commit();

@@ -2,13 +2,12 @@
 // and changes nothing.
 #include <sqlite3.h>
 
-#include <QtEndian>
-
 #include "ShareFixture.h"
 #include "app/UndoRules.h"
 #include "catalogue/share/ShareFormat.h"
 #include "catalogue/share/ShareReader.h"
 #include "support/DataRows.h"
+#include "support/DeepTrees.h"
 
 using namespace Qt::StringLiterals;
 
@@ -285,17 +284,7 @@ class TestTakeInHostile : public CShareTest {
                 QVERIFY(editor.Run("PRAGMA page_size=1024; VACUUM"));
                 root = editor.RootOf("items");
             }
-            QByteArray file = Load(Shared());
-            const qsizetype rootAt = (root - 1) * kPage;
-            const QByteArray leaf = file.sliced(rootAt, kPage);
-            auto next = static_cast<quint32>(file.size() / kPage + 1);
-            file.replace(rootAt, kPage, InnerPage(next, cells));
-            for (int level = 0; level < levels; ++level) {
-                file += InnerPage(++next, cells);
-            }
-            file += leaf;
-            qToBigEndian(static_cast<quint32>(file.size() / kPage), file.data() + 28);
-            Save(Shared(), file);
+            Save(Shared(), WithDeepTree(Load(Shared()), kPage, root, levels, cells));
             Refuses(kDamaged);
         }
     }
@@ -339,23 +328,6 @@ class TestTakeInHostile : public CShareTest {
     static bool IsFixed(qsizetype at) {
         return (at >= 18 && at < 24) || (at >= 28 && at < 32) || (at >= 36 && at < 40) ||
                (at >= 52 && at < 60) || (at >= 64 && at < 68);
-    }
-    /// Of a tree: all its cells lead to the same page. They stand at the page's end, each a page
-    /// number and a row number.
-    static QByteArray InnerPage(quint32 child, int cells) {
-        constexpr int kCellBytes = 5;
-        QByteArray page(kPage, '\0');
-        page[0] = 5;
-        qToBigEndian(static_cast<quint16>(cells), page.data() + 3);
-        qToBigEndian(static_cast<quint16>(kPage - cells * kCellBytes), page.data() + 5);
-        qToBigEndian(child, page.data() + 8);
-        for (int cell = 0; cell < cells; ++cell) {
-            const int at = kPage - (cell + 1) * kCellBytes;
-            qToBigEndian(static_cast<quint16>(at), page.data() + 12 + 2 * cell);
-            qToBigEndian(child, page.data() + at);
-            page[at + 4] = static_cast<char>(cell + 1);
-        }
-        return page;
     }
     /// All records of the file; empty when it is refused.
     QByteArray ContentOf(const QByteArray& bytes) {

@@ -6,6 +6,7 @@
 #include "store/engine/RecordCodec.h"
 #include "support/ComposedSamples.h"
 #include "support/DataRows.h"
+#include "support/DeepTrees.h"
 #include "support/Files.h"
 
 namespace {
@@ -131,6 +132,30 @@ class TestVolumeCheck : public CDiaryTest {
             QCOMPARE(findings.CountFaults(), 1);
             QVERIFY(store.WriteRecord(handle, record, sound));
         }
+    }
+
+    /// Following such a tree without a limit takes more stack than there is.
+    void aTreeAsDeepAsItsFileIsDamage() {
+        constexpr qsizetype kSmallPage = 1024;
+        m_doc.reset();
+        qint64 root = 0;
+        {
+            CSqliteFile file;
+            QCOMPARE(file.Open(Path(u"v.db"_s)), int(kErrorSuccess));
+            QCOMPARE(file.Execute("PRAGMA page_size=1024; VACUUM"), int(kErrorSuccess));
+            CStatement find;
+            QCOMPARE(find.Prepare(file, "SELECT rootpage FROM sqlite_schema WHERE name='blocks'"),
+                     int(kErrorSuccess));
+            find.Start({});
+            QVERIFY(find.Next());
+            root = find.GetInteger(0);
+        }
+        Save(Path(u"v.db"_s), WithDeepTree(Load(Path(u"v.db"_s)), kSmallPage, root, 100'000, 1));
+        CFindings findings;
+        QVERIFY(CheckFile(Path(u"v.db"_s), findings));
+        QVERIFY2(Lines(findings).startsWith(
+                     u"The file is damaged: not all pages of 'blocks' can be read."_s),
+                 qPrintable(Lines(findings)));
     }
 
     void whatRecordsSayOfEachOther() {
