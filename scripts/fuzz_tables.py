@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
-"""Imports damaged food tables for a while and reports what crashes, hangs or spoils the volume.
+"""Imports damaged food tables for a while and reports what crashes, hangs or damages the volume.
 
 usage: fuzz_tables.py PROGRAM FOLDER MINUTES [SEED]
 
 PROGRAM is velmora-cli, best built with sanitizers; FOLDER holds the tables of a small download.
-Each run changes a copy of the tables, imports it and lists the foods. A run is bad when the program
-ends by a signal or with a status other than 0 (done) or 1 (refused), when it takes longer than ten
-seconds, or when the foods cannot be listed afterwards. The tables of a bad run are kept.
+Each run changes a copy of the tables, imports it, lists the foods and verifies the volume. A run is
+bad when the program ends by a signal, with a report of a sanitizer or with a status other than 0 (done)
+or, for the import alone, 1 (refused), and when it takes longer than ten seconds. The tables of a bad
+run are kept.
 """
 import os
 import random
@@ -44,14 +45,19 @@ def changed(data, chance):
 
 def play(program, folder, volume, options):
     """What was wrong with a run; None for nothing."""
-    for command in (['import-fdc', folder] + options, ['list']):
+    importing = ['foods', 'import-fdc', folder] + options
+    for command in (importing, ['foods', 'list'], ['verify']):
+        name = ' '.join(command[:2])
         try:
-            done = subprocess.run([program, '--volume', volume, 'foods'] + command,
+            done = subprocess.run([program, '--volume', volume] + command,
                                   stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, timeout=10)
         except subprocess.TimeoutExpired:
-            return f'{command[0]} took longer than ten seconds'
-        if done.returncode not in ((0, 1) if command[0] == 'import-fdc' else (0,)):
-            return f'{command[0]} ended with {done.returncode}: {done.stderr[-2000:].decode(errors="replace")}'
+            return f'{name} took longer than ten seconds'
+        said = done.stderr.decode(errors='replace')
+        # A sanitizer ends the program with 1, as a refusal does.
+        if (done.returncode not in ((0, 1) if command is importing else (0,))
+                or 'Sanitizer' in said or 'runtime error' in said):
+            return f'{name} ended with {done.returncode}: {said[-2000:]}'
     return None
 
 
