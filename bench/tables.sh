@@ -13,8 +13,10 @@ trap 'rm -rf "$work"' EXIT
 
 printf ".import --csv '%s' %s\n" "$folder/food.csv" food "$folder/food_nutrient.csv" food_nutrient \
     >"$work/import.sql"
-rows=$(cat "$folder/food.csv" "$folder/food_nutrient.csv" | wc -l)
-printf '%-44s ' "import of $((rows - 2)) rows / sqlite3 shell"
-"$build/bench_compare" "$rounds" \
+rows=$(($(cat "$folder/food.csv" "$folder/food_nutrient.csv" | wc -l) - 2))
+figures=$("$build/bench_compare" "$rounds" \
     "rm -f $work/v.db; $build/velmora-cli --volume $work/v.db foods import-fdc '$folder' >/dev/null 2>&1" \
-    "rm -f $work/s.db; sqlite3 $work/s.db <$work/import.sql"
+    "rm -f $work/s.db; sqlite3 $work/s.db <$work/import.sql")
+printf '%-44s %s\n' "import of $rows rows / sqlite3 shell" "$figures"
+sed -E 's|.*\(([0-9.]+) ms / ([0-9.]+) ms;.*|\1 \2|' <<<"$figures" |
+    awk -v rows="$rows" '{ printf "%-44s %.0f / %.0f\n", "rows a second", 1000 * rows / $1, 1000 * rows / $2 }'
