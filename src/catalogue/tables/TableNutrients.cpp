@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
-#include <optional>
 #include <string_view>
 
-#include "app/Units.h"
 #include "catalogue/tables/TableFolder.h"
 #include "catalogue/tables/TableTexts.h"
+#include "catalogue/tables/TableUnits.h"
 #include "store/records/NutrientNameTable.h"
 
 using namespace Qt::StringLiterals;
@@ -26,7 +25,19 @@ constexpr double kOtherCarotenePerIu = 1.2;
 constexpr double kVitaminDPerIu = 0.025;
 constexpr double kVitaminEPerIu = 670;
 
-// Number, index, choice, micrograms per international unit.
+/// A nutrient of a download as one of the catalogue's.
+struct CTableNutrient {
+    int number;  ///< "nutrient_nbr" of the download's nutrient.csv
+    int index;   ///< in the table of nutrients
+    /// Of several for the same index, those with the least choice that a food has count. If these
+    /// are several, they are parts and are added up.
+    int choice = 0;
+    double microgramsPerIu = 0;  ///< 0: not measured in international units
+    /// The total of the parts before it, some of which may not be given: it counts if it is more.
+    bool isTotal = false;
+};
+
+// Number, index, choice, micrograms per international unit, is total.
 constexpr std::array<CTableNutrient, kTableNutrientCount> kTable = {{
     {208, 0},
     {203, 1},
@@ -66,12 +77,15 @@ constexpr std::array<CTableNutrient, kTableNutrientCount> kTable = {{
     {958, 0, 1},
     {957, 0, 2},
     {268, 0, 3},
-    // Vitamin A as retinol with beta-carotene, alpha-carotene and beta-cryptoxanthin, or as RAE.
+    // Vitamin A as retinol with beta-carotene, alpha-carotene and beta-cryptoxanthin, or as RAE,
+    // which counts carotenes for less than their units do.
     {319, 27, 1, kRetinolPerIu},
     {321, 27, 1, kBetaCarotenePerIu},
     {322, 27, 1, kOtherCarotenePerIu},
     {334, 27, 1, kOtherCarotenePerIu},
-    {320, 27, 2, kRetinolPerIu},
+    {320, 27, 1, kRetinolPerIu, true},
+    // Vitamin E of labels.
+    {340, 28, 1, kVitaminEPerIu},
     // Vitamin D in international units.
     {324, 29, 1, kVitaminDPerIu},
 }};
@@ -82,30 +96,14 @@ constexpr std::string_view UnitIn(std::string_view name) {
     return name.substr(begin, name.find(')') - begin);
 }
 
-bool IsEqual(std::string_view unit, std::string_view other) {
-    return std::ranges::equal(
-        unit, other, {}, [](char c) { return c | 0x20; }, [](char c) { return c | 0x20; });
-}
-
-/// Micrograms, or kcal, in a unit; nothing when it is not known or not one of the nutrient.
-std::optional<double> SizeOfUnit(std::string_view unit, const CTableNutrient& nutrient) {
-    const auto isUnit = [unit](std::string_view name) { return IsEqual(unit, name); };
-    if (nutrient.index == kEnergyIndex) {
-        return isUnit("kcal") ? std::optional(1.0)
-               : isUnit("kj") ? std::optional(KJToKcal(1))
-                              : std::nullopt;
+/// Micrograms, or kcal, in a unit; 0 when it is not known or not one of the nutrient.
+double SizeOfUnit(std::string_view text, const CTableNutrient& nutrient) {
+    const CTableUnit unit = UnitOf(text);
+    if (unit.measure == EMeasure::InternationalUnits) {
+        return nutrient.microgramsPerIu;
     }
-    if (isUnit("g") || isUnit("gm")) {
-        return 1e6;
-    }
-    if (isUnit("mg")) {
-        return 1e3;
-    }
-    if (isUnit("ug") || isUnit("mcg")) {
-        return 1;
-    }
-    return isUnit("iu") && nutrient.microgramsPerIu > 0 ? std::optional(nutrient.microgramsPerIu)
-                                                        : std::nullopt;
+    const bool isEnergy = nutrient.index == kEnergyIndex;
+    return unit.measure == (isEnergy ? EMeasure::Energy : EMeasure::Mass) ? unit.size : 0;
 }
 
 enum : int { kId, kUnit, kNumber };
@@ -114,18 +112,17 @@ constexpr CTableLayout kLayout = {"nutrient.csv", kColumns};
 
 /// Place of a number, "208" or "208.0", in the table; -1 for the others, such as "269.3".
 int PlaceOfNumber(std::string_view text) {
+    const char* const end = text.data() + text.size();
     double number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
+    if (std::from_chars(text.data(), end, number).ptr != end) {
+        return -1;
+    }
     const auto found = std::ranges::find(kTable, number, [](const CTableNutrient& nutrient) {
         return static_cast<double>(nutrient.number);
     });
     return found == kTable.end() ? -1 : static_cast<int>(found - kTable.begin());
 }
 }  // namespace
-
-const std::array<CTableNutrient, kTableNutrientCount>& TableNutrients() {
-    return kTable;
-}
 
 bool CTableAmounts::Resolve(NutrientValues& values) const {
     constexpr int kNone = std::numeric_limits<int>::max();
@@ -138,7 +135,9 @@ bool CTableAmounts::Resolve(NutrientValues& values) const {
             continue;
         }
         double& value = values[nutrient.index];
-        value = m_amounts[place] + (nutrient.choice == choices[nutrient.index] ? value : 0);
+        const double parts = nutrient.choice == choices[nutrient.index] ? value : 0;
+        const double amount = m_amounts[place];
+        value = nutrient.isTotal ? std::max(parts, amount) : parts + amount;
         choices[nutrient.index] = nutrient.choice;
     }
     return choices[kEnergyIndex] != kNone;
@@ -165,14 +164,14 @@ bool CNutrientNumbers::Read(CTableFolder& folder) {
 void CNutrientNumbers::AddNutrient(quint32 id, int place, std::string_view unit) {
     constexpr int kMostShown = 5;
     const CTableNutrient& nutrient = kTable[place];
-    const std::optional<double> from = SizeOfUnit(unit, nutrient);
-    if (!from) {
+    const double from = SizeOfUnit(unit, nutrient);
+    if (from <= 0) {
         if (m_unknownUnits.size() < kMostShown) {
             m_unknownUnits.append(u"%1 (%2)"_s.arg(nutrient.number).arg(TableText(unit)));
         }
         return;
     }
-    const double to = *SizeOfUnit(UnitIn(kNutrientNames[nutrient.index].csvName), nutrient);
+    const double to = SizeOfUnit(UnitIn(kNutrientNames[nutrient.index].csvName), nutrient);
     m_nutrients.resize(std::max<size_t>(m_nutrients.size(), id + 1));
-    m_nutrients[id] = *from == to ? CNutrient{place} : CNutrient{place, *from, to};
+    m_nutrients[id] = from == to ? CNutrient{place} : CNutrient{place, from, to};
 }

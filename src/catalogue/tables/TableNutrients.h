@@ -10,20 +10,10 @@
 
 class CTableFolder;
 
-/// A nutrient of a download as one of the catalogue's.
-struct CTableNutrient {
-    int number;  ///< "nutrient_nbr" of the download's nutrient.csv
-    int index;   ///< in the table of nutrients
-    /// Of several for the same index, those with the least choice that a food has count. If these
-    /// are several, they are parts and are added up.
-    int choice = 0;
-    double microgramsPerIu = 0;  ///< 0: not measured in international units
-};
+/// How many nutrients of a download are wanted; each has its place.
+inline constexpr int kTableNutrientCount = 44;
 
-inline constexpr int kTableNutrientCount = 43;
-const std::array<CTableNutrient, kTableNutrientCount>& TableNutrients();
-
-/// The amounts of one food, in the catalogue's units, by their places in TableNutrients.
+/// The amounts of one food, in the catalogue's units, by the places of the nutrients.
 class CTableAmounts {
   public:
     void Clear() { m_isGiven.fill(false); }
@@ -45,7 +35,7 @@ class CNutrientNumbers {
     /// False when the table cannot be read.
     [[nodiscard]] bool Read(CTableFolder& folder);
 
-    /// Place in TableNutrients of the nutrient with that "nutrient_id"; -1 for the others.
+    /// Place of the nutrient with that "nutrient_id"; -1 for the others.
     [[nodiscard]] int PlaceOf(quint32 id) const {
         return id < m_nutrients.size() ? m_nutrients[id].place : -1;
     }

@@ -55,21 +55,25 @@ class TestFoodTables : public CCatalogueTest {
             {"the largest of several", "1008=1 1003=1 1003=3.25 1003=2", 1, 3.25},
             {"exponent", "1008=1 1003=1.5e+01", 1, 15},
             {"not measured", "1008=1 1003=", 1, 0},
-            {"a number that only begins so", "1008=1 1063=5", 6, 0},
+            {"a number that only begins so", "1008=1 1063=5 1064=5", 6, 0},
             {"in another unit", "1008=1 1188=0.02", 9, 20},
             {"vitamin A", "1008=1 1104=100 1105=9 1106=8", 27, 100},
             // 3 / 0.3 + 12 / 0.6 + 6 / 1.2 + 9 / 1.2 = 10 + 20 + 5 + 7.5
-            {"vitamin A of its parts", "1008=1 1105=3 1107=12 1108=6 1120=9 1106=99", 27, 42.5},
-            {"vitamin A as retinol", "1008=1 1106=3", 27, 10},  // 3 / 0.3
+            {"vitamin A of its parts", "1008=1 1105=3 1107=12 1108=6 1120=9 1106=5", 27, 42.5},
+            {"beta-carotene is not given", "1008=1 1108=0 1120=27 1106=24", 27, 80},  // 24 / 0.3
+            {"vitamin A as retinol", "1008=1 1106=3", 27, 10},                        // 3 / 0.3
             {"vitamin E", "1008=1 1109=2.5", 28, 2.5},
-            {"vitamin E in units", "1008=1 1258=10", 28, 6.7},     // 10 x 0.67 mg
+            {"vitamin E in units", "1008=1 1258=10", 28, 6.7},  // 10 x 0.67 mg
+            {"vitamin E of labels", "1008=1 1124=10", 28, 6.7},
             {"vitamin D", "1008=1 1114=2.3 1110=91", 29, 0.0023},  // micrograms / 1000
             {"vitamin D in units", "1008=1 1110=92", 29, 0.0023},  // 92 / 40 = 2.3 micrograms
         });
     }
     void amountsAreConverted() {
         const auto& [amounts, nutrient, expected] = DataRow<QByteArray, int, double>();
-        m_tables["nutrient.csv"] += "1188,Calcium,G,301,1\n1258,Vitamin E,IU,323,1\n";
+        m_tables["nutrient.csv"] +=
+            "1188,Calcium,gm,301,1\n1258,Vitamin E,IU,323,1\n1124,Vitamin E,IU,340,1\n"
+            "1064,Sugars,G,269x,1\n";
         SetAmounts(amounts);
         QCOMPARE(Import(), u"Imported 1 foods."_s);
         CFoodItem food;
