@@ -30,8 +30,8 @@ QString TableText(std::string_view field) {
     return text.replace(u'"', "''"_L1).trimmed();
 }
 
-CFoodTexts SplitDescription(const QString& description) {
-    const qsizetype comma = description.indexOf(u',');
+CFoodTexts SplitDescription(const QString& description, qsizetype from) {
+    const qsizetype comma = description.indexOf(u',', from);
     if (comma < 0) {
         return {description, u"plain"_s};
     }
@@ -40,10 +40,13 @@ CFoodTexts SplitDescription(const QString& description) {
 }
 
 CFoodTexts SplitBranded(const QString& brand, const QString& description) {
-    CFoodTexts texts = SplitDescription(description);
-    if (!texts.name.startsWith(brand, Qt::CaseInsensitive)) {
-        texts.name = Joined(brand, u" "_s, texts.name);
+    const QStringView rest = QStringView(description).mid(brand.size());
+    if (description.startsWith(brand, Qt::CaseInsensitive) &&
+        (rest.isEmpty() || !rest.front().isLetterOrNumber())) {
+        return SplitDescription(description, brand.size());
     }
+    CFoodTexts texts = SplitDescription(description);
+    texts.name = Joined(brand, u" "_s, texts.name);
     return texts;
 }
 
@@ -52,6 +55,9 @@ QString MarkedType(const QString& type, const QString& mark) {
 }
 
 QString PortionText(const CPortionFields& portion) {
+    if (portion.unit.isEmpty() && portion.description.isEmpty() && portion.modifier.isEmpty()) {
+        return {};
+    }
     const QString amount = WithoutTrailingZeros(portion.amount);
     QString text;
     if (portion.description.isEmpty()) {

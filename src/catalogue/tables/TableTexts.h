@@ -13,9 +13,11 @@ struct CFoodTexts {
     QString name;
     QString type;
 };
-/// Cuts a description at its first comma: "Butter, salted". Without one the type is "plain".
-CFoodTexts SplitDescription(const QString& description);
-/// The same with the brand in front of the name, unless the name begins with it.
+/// Cuts a description at its first comma from `from` on: "Butter, salted". Without one the type is
+/// "plain".
+CFoodTexts SplitDescription(const QString& description, qsizetype from = 0);
+/// The same with the brand, which may have commas, in front of the name, unless the description
+/// begins with it.
 CFoodTexts SplitBranded(const QString& brand, const QString& description);
 /// `mark` at the end of the type, which is cut so that the whole mark is stored.
 QString MarkedType(const QString& type, const QString& mark);
@@ -27,5 +29,5 @@ struct CPortionFields {
     QString description;
     QString modifier;
 };
-/// "1 cup, sifted", as long as the name of a serving may be. Empty when the fields are.
+/// "1 cup, sifted", as long as the name of a serving may be. Empty when only the amount is given.
 QString PortionText(const CPortionFields& portion);

@@ -92,17 +92,22 @@ class TestFoodTables : public CCatalogueTest {
     }
 
     void descriptionsAreCut_data() {
-        AddRows<QString, QString>({
-            {"", u"Butter, salted"_s, u"Butter|salted"_s},
-            {"at the first comma", u"Cheese ,blue, old"_s, u"Cheese|blue, old"_s},
-            {"no comma", u"Honey"_s, u"Honey|plain"_s},
-            {"no type", u"Honey, "_s, u"Honey|plain"_s},
-            {"no name", u", raw"_s, u"|raw"_s},
+        AddRows<QString, QString, QString>({
+            {"", {}, u"Butter, salted"_s, u"Butter|salted"_s},
+            {"at the first comma", {}, u"Cheese ,blue, old"_s, u"Cheese|blue, old"_s},
+            {"no comma", {}, u"Honey"_s, u"Honey|plain"_s},
+            {"no type", {}, u"Honey, "_s, u"Honey|plain"_s},
+            {"no name", {}, u", raw"_s, u"|raw"_s},
+            {"brand", u"Acme"_s, u"TEA, GREEN"_s, u"Acme TEA|GREEN"_s},
+            {"brand in it", u"Acme"_s, u"ACME'S TEA"_s, u"ACME'S TEA|plain"_s},
+            {"brand alone", u"Acme"_s, u"ACME"_s, u"ACME|plain"_s},
+            {"letters of the brand", u"Go"_s, u"GOAT CHEESE"_s, u"Go GOAT CHEESE|plain"_s},
+            {"brand with a comma", u"Acme, Inc."_s, u"ACME, INC. TEA, X"_s, u"ACME, INC. TEA|X"_s},
         });
     }
     void descriptionsAreCut() {
-        const auto& [description, expected] = DataRow<QString, QString>();
-        const CFoodTexts texts = SplitDescription(description);
+        const auto& [brand, description, expected] = DataRow<QString, QString, QString>();
+        const CFoodTexts texts = SplitBranded(brand, description);
         QCOMPARE(texts.name + u'|' + texts.type, expected);
     }
 
@@ -116,8 +121,7 @@ class TestFoodTables : public CCatalogueTest {
             {"description in words",
              {{}, {}, u"Quantity not specified"_s, {}},
              u"Quantity not specified"_s},
-            {"amount alone", {u"fillet"_s, {}, {}, {}}, u"fillet"_s},
-            {"nothing", {}, QString()},
+            {"amount alone", {u"1.0"_s, {}, {}, {}}, QString()},
             {"long", {u"1"_s, QString(70, u'x'), {}, {}}, u"1 "_s + QString(58, u'x') + u"..."_s},
         });
     }
