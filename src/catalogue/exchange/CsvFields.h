@@ -76,8 +76,8 @@ class CCsvLineWriter {
     CDistinctTexts m_longLines;
 };
 
-/// A text of a file as it is stored: one longer than `longest`, 128 characters or more, becomes the
-/// first 124 and "...".
+/// A text of a file as it is stored: one longer than `longest` is cut there, with "..." as its last
+/// three characters.
 QString CutImportedText(QStringView text, int longest = kLongestText);
 /// A number of a file: 1 to 19 characters are read, any other length gives 0.
 double ImportedNumber(QStringView field);

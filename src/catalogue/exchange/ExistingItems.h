@@ -6,8 +6,8 @@
 #include "store/Database.h"
 
 /// An index of the categories that the import has used, each read once. It relies on two things:
-/// 1. while it exists, only the import changes items: it reports every item it adds, and never
-///    changes category, name or type of an existing one;
+/// 1. while it exists, only the import changes items, and never category, name or type of an
+///    existing one. Items that it adds are found only if it reports them;
 /// 2. the store puts a new record after all others of its category, so that an item keeps its
 ///    place within the category.
 class CExistingItems {
