@@ -5,10 +5,11 @@
 #include "platform/Messages.h"
 
 #include <QStringList>
+#include <functional>
 #include <utility>
 
 /// What a progress window was told. `cancelAfterPumps` pumps later the user has cancelled; -1 is
-/// never.
+/// never. `onPump` does what happens elsewhere meanwhile.
 struct CProgressLog {
     QStringList captions;
     QStringList statuses;
@@ -17,6 +18,7 @@ struct CProgressLog {
     int pumps = 0;
     int cancelAfterPumps = -1;
     bool isShown = false;
+    std::function<void()> onPump;
 };
 
 class CRecordingProgress : public CProgress {
@@ -34,7 +36,12 @@ class CRecordingProgress : public CProgress {
     void Step() override { m_log.position += m_log.step; }
     void Show() override { m_log.isShown = true; }
     void Hide() override { m_log.isShown = false; }
-    void Pump() override { ++m_log.pumps; }
+    void Pump() override {
+        ++m_log.pumps;
+        if (m_log.onPump) {
+            m_log.onPump();
+        }
+    }
     bool IsCancelled() const override {
         return m_log.cancelAfterPumps >= 0 && m_log.pumps >= m_log.cancelAfterPumps;
     }

@@ -1,12 +1,12 @@
 #include "catalogue/tables/BrandedFoods.h"
 
 #include <algorithm>
-#include <array>
 
 #include "catalogue/exchange/CsvFields.h"
 #include "catalogue/tables/FoodCategories.h"
 #include "catalogue/tables/TableFolder.h"
 #include "catalogue/tables/TableTexts.h"
+#include "catalogue/tables/TableUnits.h"
 #include "platform/NumberText.h"
 
 using namespace Qt::StringLiterals;
@@ -23,26 +23,27 @@ constexpr CTableColumn kColumns[] = {
     {"household_serving_fulltext", false},
 };
 constexpr CTableLayout kLayout = {"branded_food.csv", kColumns};
-
-/// How downloads write the units of servings.
-constexpr std::array<QLatin1StringView, 3> kGrams = {"g"_L1, "gm"_L1, "grm"_L1};
-constexpr std::array<QLatin1StringView, 2> kMillilitres = {"ml"_L1, "mlt"_L1};
-
-bool IsOneOf(const QString& unit, std::span<const QLatin1StringView> units) {
-    return std::ranges::any_of(units, [&unit](QLatin1StringView known) {
-        return unit.compare(known, Qt::CaseInsensitive) == 0;
-    });
-}
 }  // namespace
+
+CBrandedFoods::CBrandedFoods(CTableFolder& folder, CFoodPlaces& places, CFoodCategories& categories)
+    : m_folder(folder),
+      m_places(places),
+      m_categories(categories),
+      m_isThere(folder.Has(kLayout)) {}
 
 qint64 CBrandedFoods::SizeOfTable(const CTableFolder& folder) {
     return folder.SizeOf(kLayout);
 }
 
+void CBrandedFoods::Expect(int place) {
+    m_isMissing.resize(place);
+    m_isMissing.push_back(true);
+}
+
 bool CBrandedFoods::ReadWindow(const CFoodWindow& window) {
     m_window = window;
     m_texts.Clear();
-    if (!m_folder.Has(kLayout)) {
+    if (!m_isThere) {
         return true;
     }
     m_foods.assign(window.Count(), {});
@@ -58,9 +59,15 @@ bool CBrandedFoods::ReadWindow(const CFoodWindow& window) {
             break;
         }
         m_categories.Need(TableText(table.Field(kCategory)));
+        if (place < std::ssize(m_isMissing)) {
+            m_isMissing[place] = false;
+        }
         if (window.Contains(place)) {
             m_foods[place - window.first] = Keep(table, food.size);
         }
+    }
+    if (std::ranges::find(m_isMissing, true) != m_isMissing.end()) {
+        m_categories.Need({});
     }
     return m_folder.HasReadAll(table);
 }
@@ -71,7 +78,9 @@ CBrandedFoods::CFood CBrandedFoods::Keep(const CCsvTable& table, double size) {
     food.brand = m_texts.Add(brand.empty() ? table.Field(kOwner) : brand);
     food.category = m_texts.Add(table.Field(kCategory));
     food.serving = m_texts.Add(table.Field(kHousehold));
-    food.unit = m_texts.Add(table.Field(kUnit));
+    const CTableUnit unit = UnitOf(table.Field(kUnit));
+    food.isInGrams = unit.measure == EMeasure::Mass && unit.size == kMicrogramsPerGram;
+    food.isPerMl = unit.measure == EMeasure::Volume;
     return food;
 }
 
@@ -80,17 +89,16 @@ CBrandedFood CBrandedFoods::FoodOf(int place) const {
         return {};
     }
     const CFood& food = m_foods[place - m_window.first];
-    const QString unit = m_texts.TextOf(food.unit);
+    const QString household = m_texts.TextOf(food.serving);
     CBrandedFood found;
     found.brand = m_texts.TextOf(food.brand);
     found.category = m_texts.TextOf(food.category);
-    found.isPerMl = IsOneOf(unit, kMillilitres);
-    if (IsOneOf(unit, kGrams) && food.size > 0) {
-        const QString household = m_texts.TextOf(food.serving);
+    found.isPerMl = food.isPerMl;
+    if (!food.isPerMl && (food.size > 0 || !household.isEmpty())) {
         found.label.name =
             CutImportedText(household.isEmpty() ? ShortestNumber(food.size) + u" gm"_s : household,
                             kLongestServingName);
-        found.label.grams = food.size;
+        found.label.grams = food.isInGrams ? food.size : 0;
     }
     return found;
 }

@@ -22,8 +22,8 @@ class CFoodCategories {
 
     /// Notes that a food has the category of that name, or none when it is empty.
     void Need(const QString& name);
-    /// Call before the first IdOf: if not all needed categories can be added, adds "Other foods"
-    /// first.
+    /// Call before the first IdOf, and in a group of records, which notices a write that failed: if
+    /// not all needed categories can be added, adds "Other foods" first.
     void Prepare();
     /// Identifier of the category for a food of the category `name`, which may be empty; adds it if
     /// missing. -1 when that is not possible, nor is there "Other foods".

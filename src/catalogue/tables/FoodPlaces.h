@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QtGlobal>
+#include <optional>
 #include <vector>
 
 /// The place of a food is the number of wanted rows before its own.
@@ -22,7 +23,7 @@ class CFoodPlaces {
 
     std::vector<CFood> m_foods;
     // The food sought last, and the one after it.
-    quint32 m_soughtId = 0;
+    std::optional<quint32> m_soughtId;
     int m_soughtPlace = -1;
     size_t m_next = 0;
 };

@@ -35,6 +35,9 @@ bool ReadIfGiven(CCsvTable& table, int column, quint32& number) {
 }
 }  // namespace
 
+CFoodPortions::CFoodPortions(CTableFolder& folder, CFoodPlaces& places)
+    : m_folder(folder), m_places(places), m_isThere(folder.Has(kPortions)) {}
+
 qint64 CFoodPortions::SizeOfTable(const CTableFolder& folder) {
     return folder.SizeOf(kPortions);
 }
@@ -54,66 +57,65 @@ bool CFoodPortions::ReadUnits() {
 
 bool CFoodPortions::ReadWindow(const CFoodWindow& window) {
     m_portions.clear();
-    if (!m_folder.Has(kPortions)) {
+    m_texts.Clear();
+    if (!m_isThere) {
         return true;
     }
     CCsvTable table = m_folder.Open(kPortions);
     quint32 fdcId = 0;
     while (table.NextRow() && table.ReadNumber(kFdcId, fdcId)) {
-        CPortion portion;
-        portion.place = m_places.PlaceOf(fdcId);
+        CPortion portion{.place = m_places.PlaceOf(fdcId)};
+        quint32 unit = kUndetermined;
         if (portion.place < 0) {
             continue;
         }
-        if (!ReadPortion(table, portion)) {
+        if (!ReadIfGiven(table, kOrder, portion.order) || !ReadIfGiven(table, kId, portion.id) ||
+            !ReadIfGiven(table, kUnit, unit) ||
+            !(table.Field(kGrams).empty() || table.ReadAmount(kGrams, portion.grams))) {
             break;
         }
         if (window.Contains(portion.place)) {
-            const bool isUsable = portion.serving.grams > 0 && !portion.serving.name.isEmpty();
-            m_unusable += isUsable ? 0 : 1;
-            if (isUsable) {
-                m_portions.push_back(std::move(portion));
-            }
+            portion.name =
+                m_texts.Add(PortionText({.amount = TableText(table.Field(kAmount)),
+                                         .unit = m_units.value(unit),
+                                         .description = TableText(table.Field(kDescription)),
+                                         .modifier = TableText(table.Field(kModifier))})
+                                .toStdString());
+            m_portions.push_back(portion);
         }
     }
-    std::ranges::sort(m_portions, {}, [](const CPortion& portion) {
+    std::ranges::stable_sort(m_portions, {}, [](const CPortion& portion) {
         return std::tie(portion.place, portion.order, portion.id);
     });
     return m_folder.HasReadAll(table);
 }
 
-bool CFoodPortions::ReadPortion(CCsvTable& table, CPortion& portion) {
-    quint32 unit = kUndetermined;
-    if (!ReadIfGiven(table, kOrder, portion.order) || !ReadIfGiven(table, kId, portion.id) ||
-        !ReadIfGiven(table, kUnit, unit) ||
-        !(table.Field(kGrams).empty() || table.ReadAmount(kGrams, portion.serving.grams))) {
-        return false;
-    }
-    portion.serving.name = PortionText({.amount = TableText(table.Field(kAmount)),
-                                        .unit = m_units.value(unit),
-                                        .description = TableText(table.Field(kDescription)),
-                                        .modifier = TableText(table.Field(kModifier))});
-    return true;
-}
-
 void CFoodPortions::SetServings(int place, const CFoodServing& label, CFoodItem& food) {
-    food.ClearServings();
+    const CFoodServing whole = {u"100 gm"_s, kWholeGrams};
     int count = 0;
     const auto add = [&](const CFoodServing& serving) {
         food.SetServingName(count, serving.name);
         food.SetServingWeight(count, serving.grams);
         ++count;
     };
-    if (!label.name.isEmpty()) {
-        add(label);
-    }
-    auto portion = std::ranges::lower_bound(m_portions, place, {}, &CPortion::place);
-    for (; portion != m_portions.end() && portion->place == place; ++portion) {
-        if (count < kServingCount - 1) {
-            add(portion->serving);
+    const auto addIfUsable = [&](const CFoodServing& serving) {
+        if (serving.name.isEmpty() || serving.grams <= 0) {
+            ++m_unusable;
+        } else if (serving == whole) {
+            return;  // it closes the list in any case
+        } else if (count < kServingCount - 1) {
+            add(serving);
         } else {
             ++m_tooMany;
         }
+    };
+    food.ClearServings();
+    if (!label.name.isEmpty()) {
+        addIfUsable(label);
     }
-    add({u"100 gm"_s, kWholeGrams});
+    auto portion = std::ranges::lower_bound(m_portions, place, {}, &CPortion::place);
+    for (; portion != m_portions.end() && portion->place == place; ++portion) {
+        addIfUsable({m_texts.TextOf(portion->name), portion->grams});
+    }
+    add(whole);
 }

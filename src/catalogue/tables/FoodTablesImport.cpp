@@ -70,7 +70,7 @@ class CFoodTablesRun {
     void SetTexts(const CFoodTexts& texts, const QString& mark, quint32 fdcId);
     bool Store();
     bool CommitGroup();
-    void Report();
+    void Report(bool isCancelled);
 
     CDatabase& m_database;
     const CFoodTablesRequest& m_request;
@@ -88,7 +88,6 @@ class CFoodTablesRun {
     std::optional<CRecordGroup> m_group;
     CImportCounts m_groupCounts;  ///< written, but not yet durable
     CFoodTablesCounts m_counts;
-    bool m_hasBranded = false;
     bool m_hasFailed = false;  ///< a write
 };
 
@@ -126,7 +125,7 @@ bool CFoodTablesRun::Run(CStep& step) {
         ShowMessage({.text = u"Cannot read the food tables."_s, .detail = error});
     }
     if (m_group || error.isEmpty()) {
-        Report();
+        Report(isCancelled);
     }
     return isWhole;
 }
@@ -140,7 +139,6 @@ bool CFoodTablesRun::ReadTables() {
 }
 
 bool CFoodTablesRun::ReadFoods() {
-    m_hasBranded = CBrandedFoods::SizeOfTable(m_folder) > 0;
     CCsvTable table = m_folder.Open(kLayout);
     quint32 fdcId = 0;
     while (table.NextRow() && table.ReadNumber(kFdcId, fdcId)) {
@@ -149,10 +147,12 @@ bool CFoodTablesRun::ReadFoods() {
             ++(foodType == kNoFood ? m_counts.noFoods : m_counts.otherTypes);
             continue;
         }
-        m_places.Add(fdcId);
-        if (foodType != kBrandedType || !m_hasBranded) {
+        if (foodType == kBrandedType && m_branded.IsThere()) {
+            m_branded.Expect(m_places.Count());
+        } else {
             m_categories.Need(m_categories.NameOf(table.Field(kCategoryId)));
         }
+        m_places.Add(fdcId);
     }
     m_places.Sort();
     return m_folder.HasReadAll(table);
@@ -168,8 +168,8 @@ bool CFoodTablesRun::StoreFoods() {
     if (!ReadWindow(windows.front())) {
         return false;
     }
-    m_categories.Prepare();
     m_group.emplace(m_database.GetStore());
+    m_categories.Prepare();
     const bool isWhole = StoreRows(windows);
     m_hasFailed = !CommitGroup() || m_hasFailed;
     return isWhole && !m_hasFailed;
@@ -225,7 +225,7 @@ bool CFoodTablesRun::MakeFood(CCsvTable& table, int place) {
         ++m_counts.listedTwice;
         return false;
     }
-    const bool isBranded = m_hasBranded && FoodTypeOf(table.Field(kType)) == kBrandedType;
+    const bool isBranded = m_branded.IsThere() && FoodTypeOf(table.Field(kType)) == kBrandedType;
     const CBrandedFood brand = isBranded ? m_branded.FoodOf(place) : CBrandedFood();
     const CFoodTexts texts = SplitBranded(brand.brand, TableText(table.Field(kDescription)));
     if (texts.name.isEmpty()) {
@@ -296,7 +296,7 @@ bool CFoodTablesRun::CommitGroup() {
     return true;
 }
 
-void CFoodTablesRun::Report() {
+void CFoodTablesRun::Report(bool isCancelled) {
     if (m_hasFailed) {
         m_database.GetStore().ShowFailure(
             FormatText("Cannot add food '%s, %s'."_L1, {m_food.GetName(), m_food.GetType()}));
@@ -307,9 +307,11 @@ void CFoodTablesRun::Report() {
     m_counts.unusablePortions = m_portions.CountUnusable();
     m_counts.tooManyPortions = m_portions.CountTooMany();
     m_counts.unknownUnits = m_nutrients.UnknownUnits();
-    ShowMessage({.text = ImportSummary(kFoods, m_request.policy, m_counts.stored),
+    const CImportCounts& stored = m_counts.stored;
+    const bool isNothing = isCancelled && stored.imported + stored.skipped == 0;
+    ShowMessage({.text = ImportSummary(kFoods, m_request.policy, stored),
                  .icon = EMessageIcon::Result,
-                 .detail = FoodTablesReport(m_counts)});
+                 .detail = isNothing ? QString() : FoodTablesReport(m_counts)});
 }
 }  // namespace
 

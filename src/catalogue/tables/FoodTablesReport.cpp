@@ -29,7 +29,7 @@ QString FoodTablesReport(const CFoodTablesCounts& counts) {
     add("Foods with the same name as another, FDC number added to the type", counts.marked);
     add("Foods in 'Other foods', since no more categories can be added", counts.withoutRoom);
     add("Foods in 'Other foods', since they have no category", counts.withoutCategory);
-    add("Portions without a text or a weight, left out", counts.unusablePortions);
+    add("Portions without a text or a weight in grams, left out", counts.unusablePortions);
     add("Portions after the ninth of a food, left out", counts.tooManyPortions);
     add("Nutrients in unknown units, left out", counts.unknownUnits.size(), counts.unknownUnits);
     return lines.join(u'\n');

@@ -8,7 +8,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr quint8 kFree = 0xFF;
-/// The fewest amounts that a label has, about.
+/// What a food weighs at least in a window, whose brands and texts take memory beside the amounts:
+/// about as many amounts as a label has.
 constexpr qint64 kFewAmounts = 12;
 
 enum : int { kFdcId, kNutrientId, kAmount };

@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QMap>
 #include <QProcess>
+#include <optional>
 
 #include "app/UndoRules.h"
 #include "catalogue/tables/FoodTablesImport.h"
@@ -132,13 +133,15 @@ class TestFoodTables : public CCatalogueTest {
 
     void servingsAreNinePortionsAndHundredGrams() {
         m_tables["food_portion.csv"] +=
-            "5,7,,1,1000,,,0\n6,7,,1,1000,,,\n7,7,,,9999,,,9\n"  // no weight, no text
+            "5,7,,1,1000,,,0\n6,7,,1,1000,,,\n7,7,,1,9999,,,9\n"  // no weight, no text
+            "4,7,,100,9999,,gm,100\n"                             // what closes the list
             "3,7,0,1,9999,,\"pat (1\"\" sq)\",5\n2,7,1,1,1000,,whole,138\n8,9,1,1,1000,,,1\n";
         QCOMPARE(Import(), u"Imported 1 foods."_s);
         QCOMPARE(
             Listed(),
             u"Fruit|Apple|raw|1 pat (1'' sq) 5; 1 cup, sliced 109; 1 cup, whole 138; 100 gm 100"_s);
-        QCOMPARE(m_messages->details.last(), u"Portions without a text or a weight, left out: 3"_s);
+        QCOMPARE(m_messages->details.last(),
+                 u"Portions without a text or a weight in grams, left out: 3"_s);
         for (int i = 2; i < 12; ++i) {
             m_tables["food_portion.csv"] += "1,7,9," + QByteArray::number(i) + ",1000,,,1\n";
         }
@@ -175,21 +178,26 @@ class TestFoodTables : public CCatalogueTest {
         m_tables["food.csv"] =
             "fdc_id,data_type,description,food_category_id\n"
             "1,branded_food,\"SOUP, TOMATO\",2\n2,branded_food,ACME JUICE,1\n"
-            "3,branded_food,TEA,\n4,branded_food,RICE,1\n5,sr_legacy_food,Tea,1\n";
+            "3,branded_food,TEA,\n4,branded_food,RICE,1\n5,sr_legacy_food,Tea,1\n"
+            "6,branded_food,PILLS,\n8,branded_food,BREAD,\n";
         m_tables["branded_food.csv"] =
             "fdc_id,brand_owner,brand_name,serving_size,serving_size_unit,"
             "household_serving_fulltext,branded_food_category\n"
             "2,\"Acme, Inc.\",Acme,240,ml,1 cup,Drinks\n1,\"Acme, Inc.\",Acme,30.50,GRM,,Canned\n"
-            "3,\"Acme, Inc.\",,2,g,1 bag,\n5,Acme,Acme,1,g,,Drinks\n";
-        SetAmounts("1008=1", {1, 2, 3, 4, 5});
+            "3,\"Acme, Inc.\",,2,g,1 bag,\n5,Acme,Acme,1,g,,Drinks\n"
+            "6,,,30,MG,1 pill,Drinks\n8,,,100,g,,Drinks\n";
+        SetAmounts("1008=1", {1, 2, 3, 4, 5, 6, 8});
         m_tables["food_portion.csv"] += "1,1,1,1,1000,,,240\n";
-        QCOMPARE(Import(), u"Imported 5 foods."_s);
+        QCOMPARE(Import(), u"Imported 7 foods."_s);
         QCOMPARE(Listed(),
                  u"Canned|Acme SOUP|TOMATO|30.5 gm 30.5; 1 cup 240; 100 gm 100|"
                  "Drinks|ACME JUICE|plain, per 100 ml|100 gm 100|"
+                 "Drinks|PILLS|plain|100 gm 100|Drinks|BREAD|plain|100 gm 100|"
                  "Other foods|Acme, Inc. TEA|plain|1 bag 2; 100 gm 100|"
                  "Other foods|RICE|plain|100 gm 100|Fruit|Tea|plain|100 gm 100"_s);
-        QVERIFY(m_messages->details.last().endsWith(u"no category: 2"_s));
+        QCOMPARE(m_messages->details.last(),
+                 u"Foods in 'Other foods', since they have no category: 2\n"
+                 "Portions without a text or a weight in grams, left out: 1"_s);
     }
 
     void foodsOfOneNameAreAllKept() {
@@ -222,33 +230,51 @@ class TestFoodTables : public CCatalogueTest {
     }
 
     void categoriesPastTheLastGoToOtherFoods_data() {
-        AddRows<int, QString, QString>({
-            {"all have room", 252, u"Fruit:Apple Soups:Broth C:Cake D:Date"_s, u""_s},
-            {"two have none", 253, u"Other foods:Cake Other foods:Date Fruit:Apple Soups:Broth"_s,
-             u"Foods in 'Other foods', since no more categories can be added: 2"_s},
-            {"one is left", 255,
+        const auto noRoom = u"Foods in 'Other foods', since no more categories can be added: "_s;
+        const auto twoOthers = u"Other foods:Cake Other foods:Date Fruit:Apple Soups:Broth"_s;
+        AddRows<int, QByteArray, QString, QString>({
+            {"all have room", 252, "", u"Fruit:Apple Soups:Broth C:Cake D:Date"_s, u""_s},
+            {"two have none", 253, "", twoOthers, QString(noRoom + u'2')},
+            {"one is left", 255, "",
              u"Other foods:Apple Other foods:Broth Other foods:Cake Other foods:Date"_s,
-             u"Foods in 'Other foods', since no more categories can be added: 4"_s},
-            {"none is left", 256, u""_s,
+             QString(noRoom + u'4')},
+            {"none is left", 256, "", u""_s,
              u"Foods left out, since no more categories can be added: 4"_s},
+            {"a branded one has no row", 253, "fdc_id,branded_food_category\n9,C\n", twoOthers,
+             noRoom + u"1\nFoods in 'Other foods', since they have no category: 1"_s},
         });
     }
     void categoriesPastTheLastGoToOtherFoods() {
-        const auto& [count, expected, detail] = DataRow<int, QString, QString>();
-        for (int i = 0; i < count; ++i) {
-            AddCategory(Database(), QString::number(i), kMenus);
-        }
-        m_tables["food_category.csv"] += "3,0300,C\n4,0400,D\n";
-        m_tables["food.csv"] +=
-            "8,sr_legacy_food,Broth,2\n9,sr_legacy_food,Cake,3\n10,sr_legacy_food,Date,4\n";
-        SetAmounts("1008=1", {7, 8, 9, 10});
+        const auto& [count, branded, expected, detail] =
+            DataRow<int, QByteArray, QString, QString>();
+        AddFoodsOfFourCategories(count);
+        m_tables["branded_food.csv"] = branded;
         (void)Import();
-        QStringList filed;
-        for (const CFoodItem& food : Foods()) {
-            filed.append(CategoryOf(food) + u':' + food.GetName());
-        }
-        QCOMPARE(filed.join(u' '), expected);
+        QCOMPARE(Filed(), expected);
         QCOMPARE(m_messages->details.join(u' '), detail);
+    }
+
+    /// A disk that is full for a while files no food under a wrong category.
+    void aWriteThatFailsOnceIsNoticed() {
+        std::optional<CFileSizeLimit> full;
+        int pumps = 1;
+        for (int pump = 1; pump <= pumps; ++pump) {
+            MakeVolume();
+            AddFoodsOfFourCategories(253);
+            m_messages->progress.onPump = [&] {
+                full.reset();
+                pumps = m_messages->progress.pumps;
+                if (pumps == pump) {
+                    full.emplace(1);
+                }
+            };
+            (void)Import();
+            full.reset();
+            const QString filed = Filed();
+            QVERIFY2(filed.isEmpty() ||
+                         filed == u"Other foods:Cake Other foods:Date Fruit:Apple Soups:Broth"_s,
+                     qPrintable(filed));
+        }
     }
 
     void damageInAnyTableStoresNothing_data() {
@@ -315,8 +341,28 @@ class TestFoodTables : public CCatalogueTest {
         }
     }
 
+    void aTableThatIsGoneLaterIsReported() {
+        AddManyFoods();
+        m_request.mostAmounts = 1;  // each food for itself
+        for (const QString& table : {u"branded_food.csv"_s, u"food_portion.csv"_s}) {
+            MakeVolume();
+            m_messages->progress.onPump = [&] {
+                constexpr int kPumpsLater = 100;
+                if (m_messages->progress.pumps == kPumpsLater) {
+                    QFile::remove(m_request.folder + u'/' + table);
+                }
+            };
+            const QString said = Import();
+            QCOMPARE(said, u"Cannot read the food tables.|Imported %1 foods."_s.arg(
+                               Database().Foods().Count()));
+            QCOMPARE(m_messages->details.first(), table + u": the file cannot be opened"_s);
+            QVERIFY(Database().Foods().Count() > 0);
+        }
+    }
+
     void cancelKeepsWhatIsStored() {
         AddManyFoods();
+        m_tables["food.csv"] += "50,sub_sample_food,Sample,1\n";
         int stored = 0;
         for (int pumps = 1; stored == 0; ++pumps) {
             QVERIFY(pumps < 100);
@@ -326,6 +372,7 @@ class TestFoodTables : public CCatalogueTest {
             stored = Database().Foods().Count();
             QCOMPARE(said, u"Import cancelled.|Imported %1 foods."_s.arg(stored));
             QVERIFY(stored > 0 || Database().Categories().Count() == 0);
+            QVERIFY(stored > 0 || m_messages->details.isEmpty());
         }
         // All tables have been read by then.
         const QStringList statuses = {u"Reading food tables..."_s, u"Importing foods..."_s};
@@ -440,7 +487,7 @@ class TestFoodTables : public CCatalogueTest {
         m_tables["branded_food.csv"] = "fdc_id,brand_name,branded_food_category\n";
         m_tables["food_portion.csv"] = "id,fdc_id,amount,measure_unit_id,gram_weight\n";
         for (int i = 0; i < 40; ++i) {
-            const QByteArray number = QByteArray::number(i * 17 % 40 + 1);
+            const QByteArray number = QByteArray::number(i * 17 % 40);
             const bool isBranded = i % 2 == 0;
             m_tables["food.csv"] += number + (isBranded ? ",branded_food" : ",sr_legacy_food") +
                                     ",Food " + number + ",1\n";
@@ -452,6 +499,20 @@ class TestFoodTables : public CCatalogueTest {
             m_tables["food_portion.csv"] +=
                 "2," + number + ",2,1000,20\n1," + number + ",1,1000," + number + '\n';
         }
+    }
+
+    /// Beside `count` categories of menus.
+    void AddFoodsOfFourCategories(int count) {
+        CRecordGroup group(Database().GetStore());
+        for (int i = 0; i < count; ++i) {
+            AddCategory(Database(), QString::number(i), kMenus);
+        }
+        QVERIFY(group.Commit());
+        m_tables = kTables;
+        m_tables["food_category.csv"] += "3,0300,C\n4,0400,D\n";
+        m_tables["food.csv"] +=
+            "8,sr_legacy_food,Broth,2\n9,branded_food,Cake,3\n10,branded_food,Date,4\n";
+        SetAmounts("1008=1", {7, 8, 9, 10});
     }
 
     std::vector<CFoodItem> Foods() {
@@ -466,6 +527,15 @@ class TestFoodTables : public CCatalogueTest {
 
     QString CategoryOf(const CFoodItem& food) {
         return Database().Categories().NameOf(kFoods, food.GetCategoryId());
+    }
+
+    /// "Category:name" of all foods.
+    QString Filed() {
+        QStringList filed;
+        for (const CFoodItem& food : Foods()) {
+            filed.append(CategoryOf(food) + u':' + food.GetName());
+        }
+        return filed.join(u' ');
     }
 
     /// "Category|name|type|serving weight; serving weight" of all foods.
