@@ -1,21 +1,19 @@
 // The import run: one file, one kind.
 #include "catalogue/exchange/CsvExchange.h"
 #include "catalogue/exchange/CsvLayout.h"
+#include "catalogue/exchange/ImportGroups.h"
 #include "catalogue/items/CatalogueKinds.h"
 #include "platform/TextFile.h"
 #include "store/Step.h"
 
 #include <QFileInfo>
 #include <algorithm>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int kMostErrors = 10;
 constexpr int kFatalErrors = 65535;
-/// Records that become durable together; the components of the last item are added to its group.
-constexpr int kGroupSize = 4096;
 
 /// Everything up to and including the last separator.
 QString FolderOf(const QString& path) {
@@ -30,7 +28,8 @@ class CImportRun {
           m_kind(KindOf(kind)),
           m_policy(policy),
           m_path(path),
-          m_layout(MakeCsvLayout(database, kind, FolderOf(path))) {}
+          m_layout(MakeCsvLayout(database, kind, FolderOf(path))),
+          m_groups(database) {}
     bool Run();
 
   private:
@@ -40,7 +39,6 @@ class CImportRun {
     bool ShowProgress();
     bool StoreItem(ECsvLine line);
     void Report(const CCsvVerdict& verdict);
-    bool CommitGroup();
     void ReportStoreFailure() const;
     [[nodiscard]] int ShownLineNumber() const {
         return m_lineNumber + m_kind.exchange.lineNumberShift;
@@ -53,14 +51,11 @@ class CImportRun {
     std::unique_ptr<CCsvLayout> m_layout;
     CTextFile m_file;
     std::unique_ptr<CProgress> m_progress;
-    std::optional<CRecordGroup> m_group;
+    CImportGroups m_groups;
     QString m_line;
     qint64 m_charactersRead = 0;
     int m_lineNumber = 0;
     int m_errors = 0;
-    int m_groupRecords = 0;       ///< written, but not yet durable
-    CImportCounts m_groupCounts;  ///< of these, items that count as imported
-    CImportCounts m_counts;
 };
 
 bool CImportRun::Run() {
@@ -88,7 +83,7 @@ bool CImportRun::Run() {
     } else if (!readWhole) {
         ShowMessage(u"Cannot read file."_s);
     }
-    ShowMessage(ImportSummary(m_kind.code, m_policy, m_counts), EMessageIcon::Result);
+    ShowMessage(ImportSummary(m_kind.code, m_policy, m_groups.Counts()), EMessageIcon::Result);
     return whole && readWhole;
 }
 
@@ -128,7 +123,7 @@ bool CImportRun::ShowProgress() {
 }
 
 bool CImportRun::ReadItems() {
-    m_group.emplace(m_database.GetStore());
+    m_groups.Begin();
     bool whole = true;
     while (whole && ReadLine()) {
         const CCsvVerdict verdict = m_layout->ReadLine(m_line);
@@ -137,7 +132,7 @@ bool CImportRun::ReadItems() {
         }
         const bool isRecord = verdict.line == ECsvLine::Item || verdict.line == ECsvLine::Component;
         if (isRecord && !StoreItem(verdict.line)) {
-            (void)CommitGroup();  // keep what was written before the failure, if possible
+            (void)m_groups.Commit();  // keep what was written before the failure, if possible
             ReportStoreFailure();
             return false;
         }
@@ -151,7 +146,7 @@ bool CImportRun::ReadItems() {
             whole = false;
         }
     }
-    if (!CommitGroup()) {
+    if (!m_groups.Commit()) {
         ReportStoreFailure();
         return false;
     }
@@ -159,30 +154,8 @@ bool CImportRun::ReadItems() {
 }
 
 bool CImportRun::StoreItem(ECsvLine line) {
-    if (line == ECsvLine::Item && m_groupRecords >= kGroupSize) {
-        if (!CommitGroup()) {
-            return false;
-        }
-        m_group.emplace(m_database.GetStore());
-    }
-    switch (m_layout->Store(m_policy)) {
-        case EStored::Failed:
-            return false;
-        case EStored::Skipped:
-            ++m_counts.skipped;
-            return true;
-        case EStored::Replaced:
-            ++m_groupCounts.replaced;
-            ++m_groupCounts.imported;
-            break;
-        case EStored::Added:
-            ++m_groupCounts.imported;
-            break;
-        case EStored::Uncounted:
-            break;
-    }
-    ++m_groupRecords;
-    return true;
+    return (line != ECsvLine::Item || m_groups.MakeRoom()) &&
+           m_groups.Note(m_layout->Store(m_policy));
 }
 
 void CImportRun::Report(const CCsvVerdict& verdict) {
@@ -198,18 +171,6 @@ void CImportRun::Report(const CCsvVerdict& verdict) {
     if (hides) {
         m_progress->Show();
     }
-}
-
-/// Only what is durable counts as imported.
-bool CImportRun::CommitGroup() {
-    const bool durable = m_group->Commit();
-    if (durable) {
-        m_counts.imported += m_groupCounts.imported;
-        m_counts.replaced += m_groupCounts.replaced;
-    }
-    m_groupRecords = 0;
-    m_groupCounts = {};
-    return durable;
 }
 
 void CImportRun::ReportStoreFailure() const {

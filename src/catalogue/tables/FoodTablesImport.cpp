@@ -1,15 +1,10 @@
 #include "catalogue/tables/FoodTablesImport.h"
 
 #include <QSet>
-#include <algorithm>
-#include <array>
-#include <bit>
-#include <optional>
-#include <string_view>
-#include <utility>
 
 #include "catalogue/exchange/CsvFields.h"
 #include "catalogue/exchange/ExistingItems.h"
+#include "catalogue/exchange/ImportGroups.h"
 #include "catalogue/items/CatalogueKinds.h"
 #include "catalogue/tables/BrandedFoods.h"
 #include "catalogue/tables/FoodCategories.h"
@@ -23,32 +18,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr ECatalogueKind kFoods = ECatalogueKind::Foods;
-/// Records that become durable together.
-constexpr int kGroupSize = 8192;
 
 enum : int { kFdcId, kType, kDescription, kCategoryId };
 constexpr CTableColumn kColumns[] = {
     {"fdc_id"}, {"data_type"}, {"description"}, {"food_category_id", false}};
 constexpr CTableLayout kLayout = {"food.csv", kColumns};
-
-constexpr int kNoFood = -1;
-constexpr int kBrandedType = 3;
-
-constexpr auto kTypeNames = [] {
-    std::array<std::string_view, std::popcount(unsigned{kAllFoodTypes})> names;
-    std::string_view rest = kFoodTypes;
-    for (std::string_view& name : names) {
-        name = rest.substr(0, rest.find('|'));
-        rest.remove_prefix(std::min(name.size() + 1, rest.size()));
-    }
-    return names;
-}();
-
-/// Place of a data type in kFoodTypes; kNoFood for the others.
-int FoodTypeOf(std::string_view type) {
-    const auto found = std::ranges::find(kTypeNames, type);
-    return found == kTypeNames.end() ? kNoFood : static_cast<int>(found - kTypeNames.begin());
-}
 
 class CFoodTablesRun {
   public:
@@ -68,8 +42,7 @@ class CFoodTablesRun {
     bool MakeFood(CCsvTable& table, int place);
     /// Texts of m_food, whose category is set; `mark` ends the type.
     void SetTexts(const CFoodTexts& texts, const QString& mark, quint32 fdcId);
-    bool Store();
-    bool CommitGroup();
+    EStored Store();
     void Report(bool isCancelled);
 
     CDatabase& m_database;
@@ -85,8 +58,7 @@ class CFoodTablesRun {
     CExistingItems m_existing;
     QSet<size_t> m_seen;  ///< hashes of category, name and type
     CFoodItem m_food;
-    std::optional<CRecordGroup> m_group;
-    CImportCounts m_groupCounts;  ///< written, but not yet durable
+    CImportGroups m_groups;
     CFoodTablesCounts m_counts;
     bool m_hasFailed = false;  ///< a write
 };
@@ -100,7 +72,8 @@ CFoodTablesRun::CFoodTablesRun(CDatabase& database, const CFoodTablesRequest& re
       m_categories(database),
       m_branded(m_folder, m_places, m_categories),
       m_portions(m_folder, m_places),
-      m_existing(database, kFoods) {}
+      m_existing(database, kFoods),
+      m_groups(database) {}
 
 bool CFoodTablesRun::Run(CStep& step) {
     m_progress->SetStatus(u"Reading food tables..."_s);
@@ -124,7 +97,7 @@ bool CFoodTablesRun::Run(CStep& step) {
     } else if (!error.isEmpty()) {
         ShowMessage({.text = u"Cannot read the food tables."_s, .detail = error});
     }
-    if (m_group || error.isEmpty()) {
+    if (m_groups.HasBegun() || error.isEmpty()) {
         Report(isCancelled);
     }
     return isWhole;
@@ -168,10 +141,10 @@ bool CFoodTablesRun::StoreFoods() {
     if (!ReadWindow(windows.front())) {
         return false;
     }
-    m_group.emplace(m_database.GetStore());
+    m_groups.Begin();
     m_categories.Prepare();
     const bool isWhole = StoreRows(windows);
-    m_hasFailed = !CommitGroup() || m_hasFailed;
+    m_hasFailed = !m_groups.Commit() || m_hasFailed;
     return isWhole && !m_hasFailed;
 }
 
@@ -206,13 +179,7 @@ bool CFoodTablesRun::StoreRows(const std::vector<CFoodWindow>& windows) {
 
 /// False when a write has failed.
 bool CFoodTablesRun::StoreFood(CCsvTable& table, int place) {
-    if (m_groupCounts.imported == kGroupSize) {
-        if (!CommitGroup()) {
-            return false;
-        }
-        m_group.emplace(m_database.GetStore());
-    }
-    return !MakeFood(table, place) || Store();
+    return m_groups.MakeRoom() && (!MakeFood(table, place) || m_groups.Note(Store()));
 }
 
 /// False when the food is left out.
@@ -268,32 +235,18 @@ void CFoodTablesRun::SetTexts(const CFoodTexts& texts, const QString& mark, quin
     m_food.SetType(type);
 }
 
-bool CFoodTablesRun::Store() {
+EStored CFoodTablesRun::Store() {
     const bool isChecked = m_request.policy != EDuplicatePolicy::DoNotCheck;
     const int position =
         isChecked ? m_existing.Find(m_food.GetCategoryId(), m_food.GetName(), m_food.GetType())
                   : -1;
     if (position >= 0 && m_request.policy == EDuplicatePolicy::Skip) {
-        ++m_counts.stored.skipped;
-        return true;
+        return EStored::Skipped;
     }
     if (!m_database.Foods().Write(position, m_food)) {
-        return false;
+        return EStored::Failed;
     }
-    ++m_groupCounts.imported;
-    m_groupCounts.replaced += position >= 0 ? 1 : 0;
-    return true;
-}
-
-/// Only what is durable counts as imported.
-bool CFoodTablesRun::CommitGroup() {
-    const CImportCounts written = std::exchange(m_groupCounts, {});
-    if (!m_group->Commit()) {
-        return false;
-    }
-    m_counts.stored.imported += written.imported;
-    m_counts.stored.replaced += written.replaced;
-    return true;
+    return position >= 0 ? EStored::Replaced : EStored::Added;
 }
 
 void CFoodTablesRun::Report(bool isCancelled) {
@@ -307,7 +260,7 @@ void CFoodTablesRun::Report(bool isCancelled) {
     m_counts.unusablePortions = m_portions.CountUnusable();
     m_counts.tooManyPortions = m_portions.CountTooMany();
     m_counts.unknownUnits = m_nutrients.UnknownUnits();
-    const CImportCounts& stored = m_counts.stored;
+    const CImportCounts& stored = m_groups.Counts();
     const bool isNothing = isCancelled && stored.imported + stored.skipped == 0;
     ShowMessage({.text = ImportSummary(kFoods, m_request.policy, stored),
                  .icon = EMessageIcon::Result,

@@ -2,16 +2,12 @@
 #pragma once
 
 #include "catalogue/exchange/CsvExchange.h"
-
-/// The data types of a download that are foods, as food.csv names them, in the order of their bits
-/// in CFoodTablesRequest. Its other rows are samples and what they were bought for.
-inline constexpr auto kFoodTypes = "foundation_food|sr_legacy_food|survey_fndds_food|branded_food";
-inline constexpr int kAllFoodTypes = 0b1111;
+#include "catalogue/tables/FoodTypes.h"
 
 struct CFoodTablesRequest {
     QString folder;
     EDuplicatePolicy policy = EDuplicatePolicy::Skip;  ///< for foods that were there before
-    int foodTypes = kAllFoodTypes;
+    int foodTypes = kAllFoodTypes;                     ///< a set of them
     /// Amounts of nutrients in memory at once, at 9 bytes each. When a download has more, its
     /// tables are read again for each further part of its foods.
     qint64 mostAmounts = 13'000'000;

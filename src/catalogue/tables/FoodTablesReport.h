@@ -1,12 +1,9 @@
-// What an import of food tables took and what it left out.
+// What an import of food tables left out or changed.
 #pragma once
 
 #include <QStringList>
 
-#include "catalogue/exchange/CsvExchange.h"
-
 struct CFoodTablesCounts {
-    CImportCounts stored;
     // Rows of food.csv that were left out.
     int noFoods = 0;
     int otherTypes = 0;
@@ -26,5 +23,5 @@ struct CFoodTablesCounts {
     void AddWithoutEnergy(const QString& food);
 };
 
-/// One line for each of the counts, except of what was stored, that is not 0.
+/// One line for each of the counts that is not 0.
 QString FoodTablesReport(const CFoodTablesCounts& counts);
