@@ -9,6 +9,18 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+/// The choice made; nothing when the dialog is cancelled.
+template <typename Choice>
+std::optional<Choice> Ask(const QString& title, const QStringList& choices, Choice preselected,
+                          QWidget* parent) {
+    COptionsDialog dialog(title, title + u':', choices, static_cast<int>(preselected), parent);
+    return dialog.exec() == QDialog::Accepted
+               ? std::optional(static_cast<Choice>(dialog.GetChoice()))
+               : std::nullopt;
+}
+}  // namespace
+
 COptionsDialog::COptionsDialog(const QString& title, const QString& label,
                                const QStringList& choices, int selected, QWidget* parent)
     : CDialog(title, parent), m_choices(new QButtonGroup(this)) {
@@ -28,18 +40,6 @@ COptionsDialog::COptionsDialog(const QString& title, const QString& label,
 int COptionsDialog::GetChoice() const {
     return m_choices->checkedId();
 }
-
-namespace {
-/// The choice made; nothing when the dialog is cancelled.
-template <typename Choice>
-std::optional<Choice> Ask(const QString& title, const QStringList& choices, Choice preselected,
-                          QWidget* parent) {
-    COptionsDialog dialog(title, title + u':', choices, static_cast<int>(preselected), parent);
-    return dialog.exec() == QDialog::Accepted
-               ? std::optional(static_cast<Choice>(dialog.GetChoice()))
-               : std::nullopt;
-}
-}  // namespace
 
 std::optional<EExportChoice> AskExportOptions(ECatalogueKind kind, EExportChoice preselected,
                                               QWidget* parent) {
