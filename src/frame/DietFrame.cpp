@@ -421,7 +421,7 @@ void CDietFrame::CheckData() {
 }
 
 void CDietFrame::ShowHelp() {
-    const QString page = ShippedFile(u"Velmora.htm"_s);
+    const QString page = ShippedFile(kHelpPageName);
     if (page.isEmpty()) {
         ShowMessage(u"Cannot show the help page Velmora.htm."_s, EMessageIcon::Stop);
         return;

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -23,5 +25,8 @@ QString ShippedFile(const QString& name) {
 }
 
 bool IsInstalledIn(const QString& programFolder) {
-    return QFileInfo(programFolder + kPrefixData + kStarterFoodsName).isFile();
+    return std::ranges::any_of(std::array{kStarterFoodsName, kHelpPageName},
+                               [&](QLatin1StringView name) {
+                                   return QFileInfo(programFolder + kPrefixData + name).isFile();
+                               });
 }

@@ -19,7 +19,9 @@ QString DefaultVolumePath(const QString& programPath) {
     const QString folder = QFileInfo(beside).path();
     // The program's path is empty when it cannot be decoded.
     const bool canBeBeside = !programPath.isEmpty() && QFileInfo(folder).isWritable();
-    if (canBeBeside && (QFileInfo(beside).isFile() || !IsInstalledIn(folder))) {
+    // A link counts even if what it leads to is missing: its disk may not be mounted now.
+    const bool isBeside = QFileInfo(beside).isFile() || QFileInfo(beside).isSymLink();
+    if (canBeBeside && (isBeside || !IsInstalledIn(folder))) {
         return beside;
     }
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +

@@ -110,7 +110,9 @@ class TestPlatform : public QObject {
             {{u"bin/"_s, u"share/velmora/"_s}, alone},  // the user's own data folder
             {{u"bin/"_s, u"share/velmora/starter-foods.csv"_s}, ofTheUser},
             {{u"bin/VelmoraDb.db"_s, u"share/velmora/starter-foods.csv"_s}, alone},
+            {{u"bin/"_s, u"share/velmora/Velmora.htm"_s}, ofTheUser},
             {{u"bin/VelmoraDb.db"_s}, alone},
+            {{u"bin/VelmoraDb.db -> gone"_s, u"share/velmora/starter-foods.csv"_s}, alone},
         };
         QCOMPARE(VolumePathBeside(u"velmora"_s), u"VelmoraDb.db"_s);
         for (const auto& [paths, volume] : rows) {
@@ -118,7 +120,9 @@ class TestPlatform : public QObject {
             qputenv("XDG_DATA_HOME", prefix.filePath(u"home"_s).toUtf8());
             for (const QString& path : paths) {
                 QVERIFY(QDir().mkpath(QFileInfo(prefix.filePath(path)).path()));
-                if (!path.endsWith(u'/')) {
+                if (const QStringList link = path.split(u" -> "_s); link.size() == 2) {
+                    QVERIFY(QFile::link(link[1], prefix.filePath(link[0])));
+                } else if (!path.endsWith(u'/')) {
                     Save(prefix.filePath(path), {});
                 }
             }
