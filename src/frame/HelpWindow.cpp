@@ -1,7 +1,6 @@
 #include "frame/HelpWindow.h"
 
 #include <QGuiApplication>
-#include <QImage>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QTextDocument>
@@ -30,8 +29,8 @@ QVariant CHelpPage::loadResource(int type, const QUrl& name) {
     if (type != QTextDocument::ImageResource) {
         return QTextBrowser::loadResource(type, name);
     }
-    m_pictures.insert(name);
-    return FittedPicture(name);
+    const QVariant bytes = QTextBrowser::loadResource(type, name);
+    return Fitted(m_pictures[name] = QImage::fromData(bytes.toByteArray()));
 }
 
 void CHelpPage::resizeEvent(QResizeEvent* event) {
@@ -39,15 +38,13 @@ void CHelpPage::resizeEvent(QResizeEvent* event) {
     if (event->size().width() == event->oldSize().width()) {
         return;
     }
-    for (const QUrl& name : m_pictures) {
-        document()->addResource(QTextDocument::ImageResource, name, FittedPicture(name));
+    for (const auto& [name, picture] : m_pictures) {
+        document()->addResource(QTextDocument::ImageResource, name, Fitted(picture));
     }
     document()->markContentsDirty(0, document()->characterCount());
 }
 
-QVariant CHelpPage::FittedPicture(const QUrl& name) {
-    const QVariant bytes = QTextBrowser::loadResource(QTextDocument::ImageResource, name);
-    const QImage picture = QImage::fromData(bytes.toByteArray());
+QImage CHelpPage::Fitted(const QImage& picture) const {
     const int room = viewport()->width() - 2 * qRound(document()->documentMargin());
     return picture.width() > room && room > 0
                ? picture.scaledToWidth(room, Qt::SmoothTransformation)

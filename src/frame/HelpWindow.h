@@ -1,9 +1,10 @@
 // The help page in a window of the program, for desktops without a program that shows it.
 #pragma once
 
+#include <QImage>
 #include <QTextBrowser>
 #include <QUrl>
-#include <set>
+#include <map>
 
 #include "controls/Dialog.h"
 
@@ -19,9 +20,9 @@ class CHelpPage : public QTextBrowser {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
-    [[nodiscard]] QVariant FittedPicture(const QUrl& name);
+    [[nodiscard]] QImage Fitted(const QImage& picture) const;
 
-    std::set<QUrl> m_pictures;
+    std::map<QUrl, QImage> m_pictures;  ///< in their own size
 };
 
 /// Stays open beside its parent; Escape closes it.

@@ -150,6 +150,21 @@ class TestHelp : public CFrameTest {
         QCOMPARE(QCoreApplication::exec(), 0);  // an open page does not keep the program running
     }
 
+    void aPictureIsReadFromTheDiskOnce() {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(u"p.png"_s);
+        QVERIFY(QFile::copy(kDocs + u"/pictures/targets.png"_s, file));
+        Save(folder.filePath(u"p.htm"_s), "<img src=\"p.png\">");
+        CHelpPage page(nullptr);
+        page.resize(300, 200);
+        page.setSource(QUrl::fromLocalFile(folder.filePath(u"p.htm"_s)));
+        page.show();
+        QVERIFY(QFile::remove(file));
+        page.resize(400, 200);
+        const QVariant shown = page.document()->resource(QTextDocument::ImageResource, u"p.png"_s);
+        QVERIFY(shown.value<QImage>().width() > 300);
+    }
+
     void linksAreReadOnAnyGround_data() {
         AddRows<QColor, QColor>({{"blue on white", Qt::white, Qt::blue},
                                  {"blue on black", QColor(30, 30, 30), Qt::blue},
