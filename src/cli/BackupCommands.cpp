@@ -70,13 +70,12 @@ bool Verify(CCommandContext& context) {
 constexpr std::span<const COption> kNoOptions;
 
 constexpr CCommand kCommands[] = {
-    {"backup", "write", "FILE", kNoOptions, EAccess::Reads, "save a checked copy of all data",
-     Backup},
+    {"backup", "", "FILE", kNoOptions, EAccess::Reads, "save a checked copy of all data", Backup},
     {"backups", "list", "", kNoOptions, EAccess::Reads, "list the backups made automatically",
      ListBackups},
     {"backups", "folder", "", kFolderOptions, EAccess::Reads, "show or set the folder they are in",
      Folder},
-    {"restore", "run", "FILE", kRestoreOptions, EAccess::File,
+    {"restore", "", "FILE", kRestoreOptions, EAccess::File,
      "replace all data with that of a backup", Restore},
     {"verify", "run", "", kVerifyOptions, EAccess::File,
      "check all data; status 1 when there are faults", Verify},
