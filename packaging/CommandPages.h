@@ -9,7 +9,7 @@ QString CommonOptionsPage();
 /// Every command with its options, as roff for the manual page, a heading for each group.
 QString CommandsPage();
 
-/// The options of every command, as one row of the table that velmora-cli.bash.in describes.
+/// The options of every command, as one row of the table that velmora-cli.bash describes.
 QString CommonOptionsRow();
 
 /// The rows of that table, one a command.

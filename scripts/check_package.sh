@@ -18,17 +18,23 @@ failed=0
 
 # Shows the lines of a command's output that match the pattern: its findings.
 check() {  # pattern command...
-    local pattern=$1 output line tag
+    local pattern=$1 output status=0 findings line tag
     shift
     echo "== $1"
-    output=$("$@" 2>&1) || [ $? -lt 126 ]  # a command that cannot be run finds nothing
+    output=$("$@" 2>&1) || status=$?
+    findings=$(grep -E "$pattern" <<<"$output") || findings=
+    if [ "$status" -ge 126 ] || { [ "$status" -ne 0 ] && [ -z "$findings" ]; }; then
+        echo "$1 did not do its work (status $status): $output"
+        failed=1
+    fi
+    [ -n "$findings" ] || return 0
     while IFS= read -r line; do
         for tag in "${known[@]}"; do
             [[ $line == *" $tag"* ]] && echo "$line (known)" && continue 2
         done
         echo "$line"
         failed=1
-    done < <(grep -E "$pattern" <<<"$output")
+    done <<<"$findings"
 }
 
 format_page() {

@@ -6,6 +6,7 @@
 # Needs root, and the network that apt uses. The system is of the same release as this one and comes
 # from the same mirror; it is deleted at the end.
 set -euo pipefail
+pictures=$(realpath -m "${1:-$(dirname "$0")/../build-package/trial}")
 cd "$(dirname "$0")/.."
 
 # Mounts and processes of the trial end with it.
@@ -14,13 +15,12 @@ if [ "${VELMORA_TRIAL:-}" != inside ]; then
     package=$(./package --build-only | tail -1)
     cmake --build build-package -j"$(nproc)" --target velmora_tour >&2
     export VELMORA_TRIAL=inside
-    exec unshare --mount --pid --fork --kill-child "$0" "$package" "$(realpath -m "${1:-build-package/trial}")"
+    exec unshare --mount --pid --fork --kill-child scripts/install_trial.sh "$pictures" "$package"
 fi
-package=$1
-pictures=$2
+package=$2
 root=$(mktemp -d)
 chmod 755 "$root"
-trap 'umount "$root/proc" 2>/dev/null || true; rm -rf --one-file-system "$root"' EXIT
+trap 'umount "$root/proc" 2>/dev/null || true; rm -rf --one-file-system "$root" "$root.log"' EXIT
 
 say() { echo "== $*"; }
 fail() { echo "FAILED: $*" >&2; exit 1; }
@@ -41,7 +41,6 @@ mirror=$(awk -v suite="$codename" '$2 == suite { print $1; exit }' <<<"$lists")
 
 say "A clean system"
 debootstrap --variant=minbase "$codename" "$root" "$mirror" >"$root.log" || { tail "$root.log"; exit 1; }
-rm "$root.log"
 awk '{ print "deb", $1, $2, "main" }' <<<"$lists" >"$root/etc/apt/sources.list"
 cp /etc/resolv.conf "$root/etc/"
 mount -t proc proc "$root/proc"

@@ -17,9 +17,13 @@ for picture in "$folder"/manual/*.png; do
     name=${name#*-}
     taken[${name//\'/}]=$picture
 done
+mapfile -t shown < <(grep -o 'src="pictures/[^"]*"' "$root/docs/Velmora.htm" | cut -d/ -f2 | tr -d '"')
+for name in "${shown[@]}"; do
+    [ -n "${taken[$name]:-}" ] || { echo "The tour has no picture $name." >&2; exit 1; }
+done
 mkdir -p "$root/docs/pictures"
 rm -f "$root"/docs/pictures/*.png
-grep -o 'src="pictures/[^"]*"' "$root/docs/Velmora.htm" | cut -d/ -f2 | tr -d '"' | while read -r name; do
+for name in "${shown[@]}"; do
     cp "${taken[$name]}" "$root/docs/pictures/$name"
 done
 du -sh "$root/docs/pictures"
