@@ -5,14 +5,15 @@
 set -euo pipefail
 root=$(realpath "$(dirname "$0")/..")
 build=$(realpath "${1:-$root/build}")
-folder=$(mktemp -d)
+folder=/tmp/Ann  # messages in the pictures name files in it
+mkdir "$folder"
 trap 'rm -rf "$folder"' EXIT
 
-"$root/scripts/tour.sh" "$folder" "$build" manual 640 480
+"$root/scripts/tour.sh" "$folder" "$build" Diary 640 480
 
 # A picture of the tour has a number and the step's title: "61-the-week's-exercises.png".
 declare -A taken
-for picture in "$folder"/manual/*.png; do
+for picture in "$folder"/Diary/*.png; do
     name=${picture##*/}
     name=${name#*-}
     taken[${name//\'/}]=$picture

@@ -1,5 +1,6 @@
 #include "Choosing.h"
 
+#include <QAbstractItemView>
 #include <QLineEdit>
 
 #include "Hands.h"
@@ -40,12 +41,25 @@ std::vector<CTourStep> ChooseFood(const CChoice& choice, bool withPictures) {
 }
 
 CTourStep AnswerFileDialog(const QString& name, const QString& path) {
-    return {name, u"QFileDialog"_s,
-            [path](QWidget* window) {
-                auto* field = Find<QLineEdit>(window, u"fileNameEdit"_s);
-                field->setFocus();
-                field->selectAll();
-                field->insert(path);
+    const auto enter = [path](QWidget* window) {
+        // The dialog prefers a file that is selected, because it was proposed, to the field.
+        Find<QAbstractItemView>(window, u"listView"_s)->clearSelection();
+        auto* field = Find<QLineEdit>(window, u"fileNameEdit"_s);
+        field->setFocus();
+        field->selectAll();
+        field->insert(path);
+    };
+    // The dialog may have found the proposed file in the meantime.
+    return {name, u"QFileDialog"_s, enter, [enter](QWidget* window) {
+                enter(window);
+                Press(Find(window, u"fileNameEdit"_s), Qt::Key_Return);
+            }};
+}
+
+CTourStep AnswerMessage(const QString& name, const QString& text, const QString& button) {
+    return {name, u"QMessageBox"_s,
+            [text](QWidget* box) {
+                Expect(MessageText(box).contains(text), text + u" in "_s + MessageText(box));
             },
-            [](QWidget* window) { Press(Find(window, u"fileNameEdit"_s), Qt::Key_Return); }};
+            [button](QWidget* box) { ClickButton(box, button); }};
 }

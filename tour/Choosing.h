@@ -21,3 +21,5 @@ std::vector<CTourStep> ChooseFood(const CChoice& choice, bool withPictures);
 
 /// Answers the file dialog in front.
 CTourStep AnswerFileDialog(const QString& name, const QString& path);
+/// Clicks a button of the message in front, which contains `text`.
+CTourStep AnswerMessage(const QString& name, const QString& text, const QString& button);

@@ -119,6 +119,38 @@ std::vector<CTourStep> CookRecipe(const QString& textFile) {
     return steps;
 }
 
+/// Shares the recipe that is selected, deletes it, and takes it in again.
+std::vector<CTourStep> ShareRecipe(const QString& shareFile) {
+    return {
+        {QString(),
+         u"CDietFrame"_s,
+         {},
+         [](QWidget* frame) { ClickMenu(frame, u"File"_s, u"Share..."_s); }},
+        AnswerFileDialog(u"Share recipes"_s, shareFile),
+        AnswerMessage(u"Shared"_s, u"Shared 5 foods and 1 recipe."_s, u"OK"_s),
+        {QString(),
+         u"CDietFrame"_s,
+         {},
+         [](QWidget* frame) { Press(Find(frame, u"items"_s), Qt::Key_Delete); }},
+        AnswerMessage(QString(), u"Apple porridge"_s, u"Yes"_s),
+        {QString(),
+         u"CDietFrame"_s,
+         {},
+         [](QWidget* frame) { ClickMenu(frame, u"File"_s, u"Take in..."_s); }},
+        {u"Take in options"_s,
+         u"COptionsDialog"_s,
+         {},
+         [](QWidget* dialog) { Click(Find(dialog, u"ok"_s)); }},
+        AnswerFileDialog(u"File to take in"_s, shareFile),
+        AnswerMessage(u"Taken in"_s, u"Took in 1 recipe. Skipped 5 foods that existed already."_s,
+                      u"OK"_s),
+        {u"The recipe again"_s,
+         u"CDietFrame"_s,
+         [](QWidget* frame) { ClickRow(Find(frame, u"items"_s), u"Apple porridge"_s); },
+         {}},
+    };
+}
+
 std::vector<CTourStep> MakeMenu() {
     std::vector<CTourStep> steps = OpenWithCategory(u"Menus"_s, u"Every day"_s);
     Add(steps, {{QString(), u"CDietFrame"_s,
@@ -167,11 +199,12 @@ std::vector<CTourStep> EatMenu() {
 }
 }  // namespace
 
-std::vector<CTourStep> CookAndEat(const QString& textFile) {
+std::vector<CTourStep> CookAndEat(const QString& folder) {
     std::vector<CTourStep> steps = {{QString(), u"CDietFrame"_s, {}, [](QWidget* frame) {
                                          ClickMenu(frame, u"Tools"_s, u"Foods..."_s);
                                      }}};
-    Add(steps, CookRecipe(textFile));
+    Add(steps, CookRecipe(folder + u"/recipe.txt"_s));
+    Add(steps, ShareRecipe(folder + u"/porridge.velmora"_s));
     Add(steps, MakeMenu());
     Add(steps, EatMenu());
     return steps;

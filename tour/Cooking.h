@@ -5,5 +5,5 @@
 
 #include "Player.h"
 
-/// Begins and ends in the diet diary. The recipe is saved as text in `textFile`.
-std::vector<CTourStep> CookAndEat(const QString& textFile);
+/// Begins and ends in the diet diary. The recipe is saved as text and shared in `folder`.
+std::vector<CTourStep> CookAndEat(const QString& folder);

@@ -9,6 +9,7 @@
 #include "Cooking.h"
 #include "Diaries.h"
 #include "Hands.h"
+#include "Safety.h"
 #include "Typing.h"
 #include "controls/ReportList.h"
 
@@ -250,7 +251,8 @@ std::vector<CTourStep> FirstTenMinutes(const QString& foodFile, const QString& f
     Add(steps, LookAtTheDay());
     Add(steps, TypeAMeal());
     Add(steps, EatAgain());
-    Add(steps, CookAndEat(folder + u"/recipe.txt"_s));
+    Add(steps, CookAndEat(folder));
     Add(steps, KeepDiaries(folder + u"/report.csv"_s));
+    Add(steps, KeepSafe(folder + u"/backup.db"_s));
     return steps;
 }

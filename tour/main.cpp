@@ -43,7 +43,8 @@ int main(int argc, char* argv[]) {
     }
     QDir().mkpath(arguments[1]);
     const QString folder = QDir(arguments[1]).absolutePath();
-    for (const QString& file : {u"recipe.txt"_s, u"report.csv"_s}) {
+    for (const QString& file :
+         {u"recipe.txt"_s, u"porridge.velmora"_s, u"report.csv"_s, u"backup.db"_s}) {
         QFile::remove(QDir(folder).filePath(file));
     }
     // Only pictures of an earlier tour, no other files.
