@@ -249,8 +249,9 @@ class TestHelp : public CFrameTest {
         QCOMPARE(Load(folder.filePath(u"week.tsv"_s)).count("date\t"), 7);
     }
 
-    void everyKeyIsListed() {
+    void everyKeyAndEveryCommandOfTheDiariesIsExplained() {
         const QString keys = Section(u"keys"_s);
+        const QString words = QString(m_page).remove(QRegularExpression(u"<[^>]*>"_s)).simplified();
         CDietFrame frame(*m_doc);
         Show(frame);
         QStringList missing;
@@ -267,6 +268,11 @@ class TestHelp : public CFrameTest {
             QVERIFY(frame.ShowView(view));
             for (const auto* action : frame.findChildren<QAction*>()) {
                 std::ranges::for_each(action->shortcuts(), require);
+                const QString command = action->text().remove(u'&');
+                if (view <= kSwitchToExercises && command.endsWith("..."_L1) &&
+                    !words.contains(command.chopped(3))) {
+                    missing.append(command);
+                }
             }
             for (const auto* shortcut : frame.findChildren<QShortcut*>()) {
                 require(shortcut->key());
