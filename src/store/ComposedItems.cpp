@@ -8,14 +8,10 @@
 namespace {
 constexpr qint64 kLastComposedId = std::numeric_limits<qint32>::max();
 
-// Numbers of properties.
-constexpr int kItemTypeNumber = 1;
-constexpr int kItemIdNumber = 2;
-
 // Property 2 of an item or component; 0 for a damaged record.
 qint32 ItemIdOf(const PropertyList& properties) {
-    const auto* id = std::ssize(properties) > kItemIdNumber
-                         ? std::get_if<qint32>(&properties[kItemIdNumber])
+    const auto* id = std::ssize(properties) > kComposedIdNumber
+                         ? std::get_if<qint32>(&properties[kComposedIdNumber])
                          : nullptr;
     return id != nullptr ? *id : 0;
 }
@@ -41,7 +37,7 @@ std::optional<QSet<qint32>> ItemIds(CItemDatabaseBase& items, int count) {
             }
             return true;
         },
-        kItemIdNumber + 1);
+        kComposedIdNumber + 1);
     return seen == count ? std::optional(ids) : std::nullopt;
 }
 
@@ -58,7 +54,7 @@ qint32 LargestItemId(CItemDatabaseBase& items) {
             }
             return true;
         },
-        kItemIdNumber + 1);
+        kComposedIdNumber + 1);
     return largest;
 }
 }  // namespace
@@ -168,7 +164,7 @@ int CComposedItems::FindRecipe(qint32 itemId) {
             found = ItemIdOf(properties) == itemId ? position : kNoPosition;
             return found == kNoPosition;
         },
-        kItemIdNumber + 1);
+        kComposedIdNumber + 1);
     return found;
 }
 
@@ -204,14 +200,14 @@ int CComposedItems::FindComponent(ECatalogueKind kind, qint32 parentId, qint32 i
                 return false;
             }
             if (std::ssize(properties) == items.GetLayout().Count() &&
-                properties[kItemTypeNumber] ==
+                properties[kComposedKindNumber] ==
                     PropertyValue(static_cast<qint32>(EItemKind::Menu)) &&
-                properties[kItemIdNumber] == PropertyValue(itemId)) {
+                properties[kComposedIdNumber] == PropertyValue(itemId)) {
                 found = position;
             }
             return found == kNoPosition;
         },
-        kItemIdNumber + 1);
+        kComposedIdNumber + 1);
     return found;
 }
 

@@ -1,40 +1,25 @@
 #include "catalogue/share/SharedRecord.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "catalogue/items/CatalogueKinds.h"
+#include "store/records/RecordFit.h"
 
 namespace {
-// Property numbers: of a category, and of menus, recipes and components.
+// Property numbers of a category, and of items.
 constexpr int kCategoryKind = 0;
 constexpr int kCategoryName = 2;
 constexpr int kParentId = 0;
-constexpr int kItemType = 1;
-constexpr int kItemId = 2;
 
-bool Fits(const PropertyValue& value, const CPropertyDescription& property) {
-    if (TypeOf(value) != property.type) {
-        return false;
-    }
-    if (const auto* text = std::get_if<QString>(&value)) {
-        return text->size() <= property.capacity;
-    }
-    if (const auto* number = std::get_if<double>(&value)) {
-        return std::isfinite(*number);
-    }
-    const auto* blob = std::get_if<QByteArray>(&value);
-    return blob == nullptr || blob->size() <= kLargestPictureBytes;
+bool IsSmallPicture(const PropertyValue& value) {
+    const auto* picture = std::get_if<QByteArray>(&value);
+    return picture == nullptr || picture->size() <= kLargestPictureBytes;
 }
-
-bool FitsLayout(const PropertyList& properties, const CRecordLayout& layout) {
-    return std::ranges::equal(properties, layout.properties, Fits);
-}
-
 }  // namespace
 
 bool IsShareableCategory(const PropertyList& properties) {
     return FitsLayout(properties, kCategoryLayout) &&
+           std::ranges::all_of(properties, IsSmallPicture) &&
            std::ranges::find(CatalogueKinds(),
                              ECatalogueKind(std::get<qint16>(properties[kCategoryKind])),
                              &CCatalogueKind::code) != CatalogueKinds().end() &&
@@ -49,23 +34,23 @@ bool IsShareableItem(ECatalogueKind kind, const PropertyList& properties) {
 
 bool IsShareableComponent(ECatalogueKind kind, const PropertyList& properties) {
     return HasComponents(kind) && IsShareableItem(kind, properties) &&
-           std::ranges::find(CatalogueKinds(), KindOfComponent(properties),
-                             &CCatalogueKind::itemKind) != CatalogueKinds().end();
+           (KindOfComponent(properties) == EItemKind::Food ||
+            KindOfComponent(properties) == EItemKind::Recipe);
 }
 
 EItemKind KindOfComponent(const PropertyList& component) {
-    return static_cast<EItemKind>(std::get<qint32>(component[kItemType]));
+    return static_cast<EItemKind>(std::get<qint32>(component[kComposedKindNumber]));
 }
 
 void PlaceItem(ECatalogueKind kind, PropertyList& properties, qint32 categoryId, qint32 itemId) {
     properties[kParentId] = categoryId;
     if (HasComponents(kind)) {
-        properties[kItemType] = static_cast<qint32>(*KindOf(kind).itemKind);
-        properties[kItemId] = itemId;
+        properties[kComposedKindNumber] = static_cast<qint32>(*KindOf(kind).itemKind);
+        properties[kComposedIdNumber] = itemId;
     }
 }
 
 void PlaceComponent(PropertyList& properties, qint32 ownerId, qint32 itemId) {
     properties[kParentId] = ownerId;
-    properties[kItemId] = itemId;
+    properties[kComposedIdNumber] = itemId;
 }

@@ -4,11 +4,11 @@
 
 #include "store/records/ComposedItem.h"
 
-/// They have as many values as their layout has and of its types, texts within their capacities and
-/// finite numbers; names are not empty, nor are the types of items that are identified by them.
+/// They fit their layouts; names are not empty, nor are the types of items that are identified by
+/// them. The pictures of a category are not larger than a volume may hold.
 bool IsShareableCategory(const PropertyList& properties);
 bool IsShareableItem(ECatalogueKind kind, const PropertyList& properties);
-/// `kind` is that of the menu or recipe.
+/// `kind` is that of the menu or recipe. A component is a food or a recipe, never a menu.
 bool IsShareableComponent(ECatalogueKind kind, const PropertyList& properties);
 /// What such a component was made of.
 EItemKind KindOfComponent(const PropertyList& component);

@@ -1,10 +1,8 @@
 #include "store/backup/RecordCheck.h"
 
-#include <cmath>
-
-#include "platform/FileTime.h"
 #include "platform/Messages.h"
 #include "store/records/DiaryEntries.h"
+#include "store/records/RecordFit.h"
 
 using namespace Qt::StringLiterals;
 
@@ -37,25 +35,22 @@ std::optional<qint64> WholeNumber(const PropertyValue& value) {
     return wide == nullptr ? std::nullopt : std::optional(*wide);
 }
 
-std::optional<QString> ValueFault(const PropertyValue& value,
-                                  const CPropertyDescription& property) {
+std::optional<QString> FaultText(const PropertyValue& value, const CPropertyDescription& property) {
     const QString name = QString::fromLatin1(property.name).trimmed();
-    if (TypeOf(value) != property.type) {
-        return FormatText("has a value of another type as '%s'"_L1, {name});
+    switch (ValueFaultOf(value, property)) {
+        case EValueFault::None:
+            return std::nullopt;
+        case EValueFault::OtherType:
+            return FormatText("has a value of another type as '%s'"_L1, {name});
+        case EValueFault::TooLong:
+            return FormatText("has %d characters as '%s', which may have %d"_L1,
+                              {qint64{TextOf(value).size()}, name, property.capacity});
+        case EValueFault::NotFinite:
+            return FormatText("has no number as '%s'"_L1, {name});
+        case EValueFault::NoDate:
+            return FormatText("has no date as '%s'"_L1, {name});
     }
-    if (const auto* text = std::get_if<QString>(&value);
-        text != nullptr && text->size() > property.capacity) {
-        return FormatText("has %d characters as '%s', which may have %d"_L1,
-                          {qint64{text->size()}, name, property.capacity});
-    }
-    if (const auto* number = std::get_if<double>(&value);
-        number != nullptr && !std::isfinite(*number)) {
-        return FormatText("has no number as '%s'"_L1, {name});
-    }
-    if (property.type == EPropertyType::FileTime && !DateOf(*WholeNumber(value)).isValid()) {
-        return FormatText("has no date as '%s'"_L1, {name});
-    }
-    return std::nullopt;
+    Q_UNREACHABLE();
 }
 }  // namespace
 
@@ -70,7 +65,7 @@ std::optional<QString> FaultOf(const PropertyList& properties, const CRecordLayo
         return FormatText("has %d values instead of %d"_L1, {count, layout.Count()});
     }
     for (int i = 0; i < count; ++i) {
-        if (auto fault = ValueFault(properties[i], layout.properties[i])) {
+        if (auto fault = FaultText(properties[i], layout.properties[i])) {
             return fault;
         }
     }

@@ -3,10 +3,8 @@
 namespace {
 // Property numbers.
 enum : int {
-    kParentId,
-    kItemType,
-    kItemId,
-    kName,
+    kParentId = 0,
+    kName = kComposedIdNumber + 1,
     kType,
     kFirstNutrient,
     kServingName = kFirstNutrient + kNutrientCount,
@@ -29,19 +27,19 @@ void CComposedItem::SetParentId(qint32 id) {
 }
 
 EItemKind CComposedItem::GetItemKind() const {
-    return static_cast<EItemKind>(Get<qint32>(kItemType));
+    return static_cast<EItemKind>(Get<qint32>(kComposedKindNumber));
 }
 
 void CComposedItem::SetItemKind(EItemKind type) {
-    Set(kItemType, static_cast<qint32>(type));
+    Set(kComposedKindNumber, static_cast<qint32>(type));
 }
 
 qint32 CComposedItem::GetItemId() const {
-    return Get<qint32>(kItemId);
+    return Get<qint32>(kComposedIdNumber);
 }
 
 void CComposedItem::SetItemId(qint32 id) {
-    Set(kItemId, id);
+    Set(kComposedIdNumber, id);
 }
 
 QString CComposedItem::GetName() const {

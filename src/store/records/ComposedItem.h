@@ -8,6 +8,10 @@
 /// the view settings: all of these are property 0 of records in the same database.
 inline constexpr qint32 kFirstComposedId = 0x400000;
 
+/// Property numbers in both layouts, for code that reads records without this class.
+inline constexpr int kComposedKindNumber = 1;
+inline constexpr int kComposedIdNumber = 2;
+
 /// A menu or recipe, or a component of one. The parent is a category identifier for a menu or
 /// recipe itself and the owner's item identifier for a component.
 class CComposedItem : public CNutrientItem {
