@@ -12,6 +12,11 @@ QString Number(int count) {
 }
 }  // namespace
 
+QString JoinSentences(QStringList sentences) {
+    sentences.removeAll(QString());
+    return sentences.join(u' ');
+}
+
 QString CountText(int count, const CListWords& words) {
     return Number(count) + u' ' + QLatin1StringView(count == 1 ? words.one : words.many);
 }
@@ -46,5 +51,5 @@ QString LeftOutText(const CLeftOut& leftOut, const CListWords& words, int shown,
     const QString full =
         FormatText(QLatin1StringView(fullText),
                    {Number(shown), Number(all), QString(QLatin1StringView(words.many))});
-    return damage.isEmpty() ? full : full + u' ' + damage;
+    return JoinSentences({full, damage});
 }

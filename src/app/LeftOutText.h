@@ -1,7 +1,7 @@
 // Sentences that say what a list leaves out.
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include "store/LeftOut.h"
 
@@ -14,6 +14,8 @@ inline constexpr CListWords kEntryWords = {"entry", "entries"};
 inline constexpr CListWords kComponentWords = {"component", "components"};
 inline constexpr CListWords kCategoryWords = {"category", "categories"};
 
+/// The sentences that are not empty, one after the other.
+QString JoinSentences(QStringList sentences);
 /// "12 foods".
 QString CountText(int count, const CListWords& words);
 /// "2 damaged foods are left out."; empty when nothing is damaged.

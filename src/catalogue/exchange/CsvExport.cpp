@@ -98,10 +98,9 @@ bool CExportRun::Run(const QString& path) {
 }
 
 QString CExportRun::LeftOutText() const {
-    const QString items = ::LeftOutText(m_leftOut, m_kind.words, m_written,
-                                        "Only %s of %s %s are listed and exported.");
-    const QString parts = DamageText(m_layout->LeftOutParts(), kComponentWords);
-    return items.isEmpty() || parts.isEmpty() ? items + parts : items + u' ' + parts;
+    return JoinSentences({::LeftOutText(m_leftOut, m_kind.words, m_written,
+                                        "Only %s of %s %s are listed and exported."),
+                          DamageText(m_layout->LeftOutParts(), kComponentWords)});
 }
 
 /// Warns about texts and lines that an import will not read back unchanged.
