@@ -1,7 +1,6 @@
 #include "catalogue/share/ShareReader.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <algorithm>
 #include <set>
 
@@ -10,21 +9,17 @@
 #include "store/engine/RecordCodec.h"
 
 namespace {
-/// The whole file; one too large is refused by its header when that is not a share file's.
+/// The whole file. A large one is refused for what it is before it is refused for its size.
 EPlatformError ReadFile(const QString& path, QByteArray& bytes) {
     QFile file(path);
-    // Opening a pipe would wait for its other end.
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
-        return kErrorAccessDenied;
+    if (const EPlatformError error = OpenJudged(file, kShareFileKind); error != kErrorSuccess) {
+        return error;
     }
-    if (file.size() > kMostShareBytes) {
-        VolumeHeader header{};
-        const QByteArray start = file.read(kVolumeHeaderSize);
-        std::ranges::copy(start, header.begin());
-        const EPlatformError error = JudgeHeader(header, file.size(), kShareFileKind);
-        return error == kErrorSuccess ? kErrorInvalidParameter : error;
+    const qint64 size = file.size();
+    if (size > kMostShareBytes) {
+        return kErrorInvalidParameter;
     }
-    bytes = file.read(file.size());
+    bytes = file.read(size);  // not what it may have grown by
     return file.error() == QFileDevice::NoError ? kErrorSuccess : kErrorInputOutput;
 }
 

@@ -1,34 +1,20 @@
 #include "store/backup/Restore.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include "store/backup/VolumeCheck.h"
 #include "store/engine/VolumeHeader.h"
 
 using namespace Qt::StringLiterals;
 
-namespace {
-/// Of the file as it is: what is no volume, or a newer one, is refused before anything is done.
-EPlatformError JudgeFile(const QString& path) {
-    const QFileInfo info(path);
-    if (!info.exists()) {
-        return kErrorFileNotFound;
-    }
-    QFile file(path);
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly)) {
-        return kErrorAccessDenied;
-    }
-    VolumeHeader header{};
-    file.read(reinterpret_cast<char*>(header.data()), kVolumeHeaderSize);
-    return JudgeHeader(header, file.size());
-}
-}  // namespace
-
 EPlatformError CRestore::Begin(const CopyProgress& progress) {
     m_isOfFile = true;
-    if (const EPlatformError error = JudgeFile(m_file); error != kErrorSuccess) {
-        return error;
+    {
+        // What is no volume, or a newer one, is refused before anything is done.
+        QFile file(m_file);
+        if (const EPlatformError error = OpenJudged(file); error != kErrorSuccess) {
+            return error;
+        }
     }
     m_isOfFile = false;
     if (const EPlatformError error = m_replacement.Begin(); error != kErrorSuccess) {

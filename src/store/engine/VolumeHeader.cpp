@@ -1,5 +1,6 @@
 #include "store/engine/VolumeHeader.h"
 
+#include <QFileInfo>
 #include <QtEndian>
 #include <algorithm>
 #include <cstring>
@@ -39,4 +40,19 @@ EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize, CFileKin
         return kErrorCorrupt;
     }
     return kErrorSuccess;
+}
+
+EPlatformError OpenJudged(QFile& file, CFileKind kind) {
+    const QFileInfo info(file);
+    if (!info.exists()) {
+        return kErrorFileNotFound;
+    }
+    // Opening a pipe would wait for its other end.
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly)) {
+        return kErrorAccessDenied;
+    }
+    VolumeHeader header{};
+    std::ranges::copy(file.peek(kVolumeHeaderSize), header.begin());
+    return file.error() == QFileDevice::NoError ? JudgeHeader(header, file.size(), kind)
+                                                : kErrorInputOutput;
 }

@@ -1,7 +1,7 @@
 // The first bytes of a volume file, which say whether it is one.
 #pragma once
 
-#include <QtGlobal>
+#include <QFile>
 #include <array>
 
 #include "store/engine/PlatformError.h"
@@ -24,3 +24,6 @@ struct CFileKind {
 /// `fileSize` in bytes; a header beyond the end of a shorter file is filled up with zeros.
 EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize,
                            CFileKind kind = {kVolumeApplicationId, kVolumeVersion});
+/// Opens `file` for reading and judges its header, which is still to be read. kErrorFileNotFound,
+/// kErrorAccessDenied when it cannot be opened or is not a regular file, otherwise as JudgeHeader.
+EPlatformError OpenJudged(QFile& file, CFileKind kind = {kVolumeApplicationId, kVolumeVersion});
