@@ -1,13 +1,36 @@
 #include "cli/TableOutput.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
-QString Escaped(QString cell) {
-    return cell.replace(u'\\', u"\\\\"_s)
-        .replace(u'\t', u"\\t"_s)
-        .replace(u'\n', u"\\n"_s)
-        .replace(u'\r', u"\\r"_s);
+/// Names may come from files of strangers, and a terminal obeys control characters.
+bool IsEscaped(QChar character) {
+    return character == u'\\' || character.category() == QChar::Other_Control;
+}
+
+QString EscapeOf(QChar character) {
+    constexpr QStringView kNamed = u"\\\t\n\r";
+    constexpr QStringView kNames = u"\\tnr";
+    const qsizetype place = kNamed.indexOf(character);
+    return place < 0 ? u"\\x%1"_s.arg(character.unicode(), 2, 16, QChar(u'0'))
+                     : QString(u'\\') + kNames[place];
+}
+
+QString Escaped(const QString& cell) {
+    if (std::ranges::none_of(cell, IsEscaped)) {
+        return cell;
+    }
+    QString escaped;
+    for (const QChar character : cell) {
+        if (IsEscaped(character)) {
+            escaped += EscapeOf(character);
+        } else {
+            escaped += character;
+        }
+    }
+    return escaped;
 }
 }  // namespace
 

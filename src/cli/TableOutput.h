@@ -11,7 +11,8 @@
 void PrintLine(std::FILE* stream, const QString& text);
 
 /// Writes cells to standard output, separated by tabs. A tab, line break or backslash in a cell is
-/// written as \t, \n, \r or \\, so that a row is always one line.
+/// written as \t, \n, \r or \\, any other control character as \x and two hexadecimal digits, so
+/// that a row is always one line and a terminal obeys none of it.
 void PrintRow(const QStringList& cells);
 
 /// The cells "2026-05-31" and "07:30:00" of a diary entry.
