@@ -30,38 +30,29 @@ QString CheckType(const CArguments& arguments) {
                : QString();
 }
 
-/// The items of a category that --name and --type let through.
-CLeftOut AddItemsOf(CCommandContext& context, qint32 categoryId, std::vector<int>& positions) {
-    const CArguments& arguments = context.arguments;
-    return ForEachItemOf(
-        context.doc.Database(), context.kind, categoryId,
-        [&](int position, const QString& name, const QString& type) {
-            if (arguments.Text("--name", name) == name && arguments.Text("--type", type) == type) {
-                positions.push_back(position);
-            }
-        });
-}
-
 bool Share(CCommandContext& context) {
-    const ECatalogueKind kind = KindIn(context.arguments);
-    CCommandContext ofKind{context.doc, context.arguments, context.volume, kind};
-    CCategoryEntries categories;
-    if (context.arguments.Has("--category")) {
-        const auto only = FindCategoryNamed(ofKind, context.arguments.Text("--category"));
-        if (!only) {
+    const CArguments& arguments = context.arguments;
+    const ECatalogueKind kind = KindIn(arguments);
+    CDatabase& database = context.doc.Database();
+    std::optional<qint32> categoryId;
+    if (arguments.Has("--category")) {
+        CCommandContext ofKind{context.doc, arguments, context.volume, kind};
+        const auto category = FindCategoryNamed(ofKind, arguments.Text("--category"));
+        if (!category) {
             return false;
         }
-        categories.entries = {*only};
-    } else {
-        categories = context.doc.Database().Categories().ReadEntries(kind);
+        categoryId = category->id;
     }
     CShareRequest request{kind, {}};
-    CLeftOut leftOut;
-    for (const CCategoryEntry& category : categories.entries) {
-        leftOut += AddItemsOf(ofKind, category.id, request.positions);
-    }
-    const bool isShared = ShareItems(context.doc.Database(), request, context.arguments.Word(0));
-    const bool areCategoriesWhole = ReportDamage(categories.leftOut, kCategoryWords);
+    const CLeftOut leftOut = ForEachItemOf(
+        database, kind, categoryId, [&](int position, const QString& name, const QString& type) {
+            if (arguments.Text("--name", name) == name && arguments.Text("--type", type) == type) {
+                request.positions.push_back(position);
+            }
+        });
+    const bool isShared = ShareItems(database, request, arguments.Word(0));
+    const bool areCategoriesWhole =
+        ReportDamage(database.Categories().ReadEntries(kind).leftOut, kCategoryWords);
     return ReportDamage(leftOut, KindOf(kind).words) && areCategoriesWhole && isShared;
 }
 
