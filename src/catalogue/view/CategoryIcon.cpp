@@ -10,9 +10,9 @@ constexpr qsizetype kFileHeaderBytes = 14;
 constexpr quint32 kInfoHeaderBytes = 40;
 constexpr quint32 kBitFields = 3;
 constexpr quint32 kMaskBytes = 12;
-/// Limit of a decoded picture: 64 MB at four bytes each. A short compressed file can claim any
-/// size.
-constexpr qint64 kMostPixels = 16LL << 20U;
+/// A picture of more pixels must have as many bytes: a few bytes can claim any size, and a volume
+/// may hold a picture for each category.
+constexpr qint64 kMostClaimedPixels = 1LL << 20U;
 /// Longer side of an icon in pixels.
 constexpr int kLargestSide = 256;
 
@@ -27,7 +27,8 @@ bool IsDecodable(const QByteArray& block) {
     }
     const auto width = static_cast<qint32>(NumberAt(block, 4));
     const qint64 height = static_cast<qint32>(NumberAt(block, 8));  // negative from the top down
-    return width > 0 && std::abs(height) <= kMostPixels / width;
+    const qint64 mostPixels = std::max<qint64>(kMostClaimedPixels, block.size());
+    return width > 0 && std::abs(height) <= mostPixels / width;
 }
 
 /// Offset of the pixels in a whole bitmap file: after both headers, the colour masks (which are

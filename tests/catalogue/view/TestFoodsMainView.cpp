@@ -134,26 +134,30 @@ class TestFoodsMainView : public CCatalogueTest {
     }
 
     void storedPicturesBecomeIcons() {
-        const auto blockOf = [](QSize size) {
+        // Up to 16 colours, a pixel takes half a byte.
+        const auto blockOf = [](QSize size, int colors = 2) {
             QByteArray file;
             QBuffer buffer(&file);
             QImage picture(size, QImage::Format_Indexed8);
-            picture.setColorTable({qRgb(255, 0, 0), qRgb(0, 255, 0)});
+            QList<QRgb> table(colors, qRgb(0, 255, 0));
+            table.front() = qRgb(255, 0, 0);
+            picture.setColorTable(table);
             picture.fill(1);
             picture.save(&buffer, "BMP");
             return file.sliced(14) + QByteArray(14, '\0');
         };
         const QByteArray block = blockOf({5, 3});
-        // A few bytes that claim to be a compressed picture of 5,000 x 5,000.
+        // A few bytes that claim to be a compressed picture of 1,200 x 1,000.
         QByteArray huge = block;
-        qToLittleEndian<qint32>(5000, huge.data() + 4);
-        qToLittleEndian<qint32>(5000, huge.data() + 8);
+        qToLittleEndian<qint32>(1200, huge.data() + 4);
+        qToLittleEndian<qint32>(1000, huge.data() + 8);
         qToLittleEndian<qint32>(2, huge.data() + 16);
         // Three lines of four bytes and the zeros at the end give way to the mark of its end.
         huge = huge.chopped(3 * 4 + 14) + QByteArray("\0\1", 2);
         const std::pair<QByteArray, QSize> rows[] = {
             {block, {5, 3}},
             {blockOf({300, 150}), {256, 128}},
+            {blockOf({1200, 1000}, 17), {256, 213}},
             {block.first(20), {}},
             {QByteArray(200, '\xff'), {}},
             {huge, {}},
@@ -166,7 +170,7 @@ class TestFoodsMainView : public CCatalogueTest {
             QVERIFY(Database().Categories().AddOrUpdate(-1, category));
         }
         Open();
-        for (int i = 0; i < 5; ++i) {
+        for (int i = 0; i < 6; ++i) {
             const auto icon = Node(i).data(Qt::DecorationRole).value<QIcon>();
             QCOMPARE(icon.availableSizes().value(0, QSize(0, 0)),
                      rows[i].second.isValid() ? rows[i].second : QSize(0, 0));
