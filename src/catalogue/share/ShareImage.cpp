@@ -1,6 +1,5 @@
 #include "catalogue/share/ShareImage.h"
 
-#include <QtEndian>
 #include <algorithm>
 
 #include "catalogue/share/ShareFormat.h"
@@ -38,7 +37,9 @@ struct CFixedField {
 };
 constexpr CFixedField kFixedFields[] = {
     {20, 1, 0},                    // bytes kept free in each page
+    {32, 4, 0},                    // the first free page
     {36, 4, 0},                    // free pages
+    {48, 4, 0},                    // pages that SQLite should keep in memory
     {52, 4, 0},                    // a root page, for a file that can be vacuumed in part
     {56, 4, 1},                    // texts are UTF-8
     {64, 4, 0},                    // as 52
@@ -56,8 +57,8 @@ quint32 NumberAt(QByteArrayView bytes, int offset, int count) {
     return number;
 }
 
-/// Everything that can be said of a file before SQLite sees it. SQLite reads the list of tables by
-/// itself before any check of ours, so that list must be small and in its place.
+/// Checks made before SQLite sees the file. SQLite reads the list of tables by itself before any
+/// check of ours, so that list must be small and in its place.
 EPlatformError JudgeBytes(QByteArrayView bytes) {
     VolumeHeader header{};
     std::ranges::copy(bytes.first(std::min<qsizetype>(bytes.size(), kVolumeHeaderSize)),
@@ -195,7 +196,7 @@ EPlatformError CShareImage::Execute(const char* sql) {
     return ErrorOf(sqlite3_exec(m_connection, sql, nullptr, nullptr, nullptr));
 }
 
-/// Whatever goes wrong in a file that was handed in is the file's fault, but for the memory.
+/// Any failure in a foreign file counts as damage, except lack of memory.
 EPlatformError CShareImage::ErrorOf(int result) const {
     const EPlatformError error = PlatformErrorOf(result);
     return m_isForeign && error != kErrorSuccess && error != kErrorNotEnoughMemory ? kErrorCorrupt

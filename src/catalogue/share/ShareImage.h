@@ -1,5 +1,5 @@
 // The bytes of a share file as an SQLite database in memory. Nothing is read from or written to a
-// disk, so no journal, lock or other file beside it has a part in it.
+// disk, so journals, locks and other files beside it play no part.
 #pragma once
 
 #include <sqlite3.h>

@@ -70,7 +70,7 @@ void CCatalogueView::Share() {
                                          ProposedShareName(Database(), request)));
     if (!path.isEmpty()) {
         m_doc.shareFile = QFileInfo(path).fileName();
-        (void)ShareItems(Database(), request, path);  // has shown how it went
+        (void)ShareItems(Database(), request, path);  // has reported the result
     }
 }
 
