@@ -150,19 +150,24 @@ bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodIte
     return true;
 }
 
-qint32 CategoryOfComponent(CDatabase& database, const CComposedItem& component) {
+CComponentSource SourceOfComponent(CDatabase& database, const CComposedItem& component,
+                                   const std::function<int(qint32)>& findRecipe) {
     const ECatalogueKind kind = CatalogueOf(component.GetItemKind());
     const int position = component.GetItemKind() == EItemKind::Recipe
-                             ? database.Composed().FindRecipe(component.GetItemId())
+                             ? findRecipe(component.GetItemId())
                              : database.Items(kind).PositionOf(component.GetItemId());
     CCatalogueItem item(kind);
+    // Components have shorter names.
     const bool isIt = position >= 0 && database.Items(kind).ReadQuietly(position, item) &&
-                      IsItemOfComponent(item, component);
-    return isIt ? item.GetCategoryId() : -1;
+                      item.GetName().startsWith(component.GetName());
+    return isIt ? CComponentSource{kind, position, item.GetCategoryId()} : CComponentSource{kind};
 }
 
-bool IsItemOfComponent(const CCatalogueItem& item, const CComposedItem& component) {
-    return item.GetName().startsWith(component.GetName());
+qint32 CategoryOfComponent(CDatabase& database, const CComposedItem& component) {
+    return SourceOfComponent(
+               database, component,
+               [&database](qint32 itemId) { return database.Composed().FindRecipe(itemId); })
+        .categoryId;
 }
 
 qint32 ComponentItemId(CDatabase& database, EItemKind kind, int position) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QStringList>
+#include <functional>
 
 #include "store/Database.h"
 
@@ -39,12 +40,19 @@ QStringList TypesOfName(CDatabase& database, ECatalogueKind kind, qint32 categor
 bool ReadAsFood(CDatabase& database, ECatalogueKind kind, int position, CFoodItem& food,
                 bool isQuiet = false);
 
-/// Category of the food or recipe that a component was made of; -1 when that no longer exists or is
-/// not known.
+/// The food or recipe that a component was made of. Position and category are -1 when that no
+/// longer exists or is not known. An item of another name is not it: an older program may have
+/// reused the identifier of a deleted record.
+struct CComponentSource {
+    ECatalogueKind kind = ECatalogueKind::Foods;
+    int position = kNoPosition;
+    qint32 categoryId = -1;
+};
+/// `findRecipe` returns the position of the recipe with an identifier, or -1.
+CComponentSource SourceOfComponent(CDatabase& database, const CComposedItem& component,
+                                   const std::function<int(qint32 itemId)>& findRecipe);
+/// Category of the food or recipe that a component was made of, or -1.
 qint32 CategoryOfComponent(CDatabase& database, const CComposedItem& component);
-/// Whether the item to which a component's identifier leads is the one it was made of: an older
-/// program may have reused the identifier of a deleted record. Components have shorter names.
-bool IsItemOfComponent(const CCatalogueItem& item, const CComposedItem& component);
 /// The identifier by which a component refers to its catalogue item: a recipe's own identifier or a
 /// food's record identifier; 0 for a negative position.
 qint32 ComponentItemId(CDatabase& database, EItemKind kind, int position);

@@ -189,14 +189,9 @@ void CShareRun::Close(const COpenItem& open) {
 
 /// The item that a component was made of; position -1 when the catalogue no longer has it.
 CPlace CShareRun::TargetOf(const CComposedItem& component) {
-    const ECatalogueKind kind = CatalogueOf(component.GetItemKind());
-    const int position = component.GetItemKind() == EItemKind::Recipe
-                             ? PositionOfRecipe(component.GetItemId())
-                             : m_database.Items(kind).PositionOf(component.GetItemId());
-    CCatalogueItem item(kind);
-    const bool isIt = position >= 0 && m_database.Items(kind).ReadQuietly(position, item) &&
-                      IsItemOfComponent(item, component);
-    return isIt ? CPlace{kind, position} : CPlace{kind};
+    const CComponentSource source = SourceOfComponent(
+        m_database, component, [this](qint32 itemId) { return PositionOfRecipe(itemId); });
+    return {source.kind, source.position};
 }
 
 int CShareRun::PositionOfRecipe(qint32 itemId) {
