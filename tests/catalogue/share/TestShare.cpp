@@ -6,6 +6,7 @@
 #include "ShareFixture.h"
 #include "app/UndoRules.h"
 #include "catalogue/share/ShareFormat.h"
+#include "platform/Process.h"
 #include "support/DataRows.h"
 
 using namespace Qt::StringLiterals;
@@ -130,8 +131,10 @@ class TestShare : public CShareTest {
         FillKitchen();
         QVERIFY(Database().Foods().Write(-1, MakeFood(1, u"Secret"_s, u"x"_s)));
         QVERIFY(Database().Foods().Delete(Database().Foods().Count() - 1));
-        umask(022);
+        const mode_t mask = umask(022);
+        PrepareProcess();
         QVERIFY(Share(kMenus, Shared()));
+        umask(mask);
         m_messages->Said();
         const QByteArray file = Load(Shared());
         for (const char16_t* absent : {u"Soup", u"Secret", u"Sports", u"NutrientNames"}) {
