@@ -68,3 +68,9 @@ struct CShareContents {
     quint64 checksum = 0;
     bool operator==(const CShareContents& other) const = default;
 };
+
+/// Whether a file may have so many rows.
+constexpr bool IsWithinLimits(const CShareContents& contents) {
+    return contents.categories <= kMostSharedCategories && contents.items <= kMostSharedItems &&
+           contents.components <= kMostSharedComponents;
+}

@@ -45,6 +45,7 @@ class CShareRun {
     };
 
     bool AddItems(const CShareRequest& request);
+    bool GoesOn();
     void Add(const CPlace& place);
     void Open(std::vector<COpenItem>& open, const CPlace& place);
     void Close(const COpenItem& open);
@@ -56,6 +57,7 @@ class CShareRun {
 
     CDatabase& m_database;
     CShareWriter m_writer;
+    std::unique_ptr<CProgress> m_progress;
     QHash<CPlace, int> m_numbers;
     QHash<qint32, int> m_recipes;  ///< positions by identifier; filled at the first use
     // Numbers of categories, by identifier and by name.
@@ -64,21 +66,17 @@ class CShareRun {
     CKindCounts m_counts{};
     CLeftOut m_leftOut;
     CLeftOut m_leftOutParts;
+    int m_withoutSource = 0;  ///< components without the item they were made of
 };
 
 bool CShareRun::Run(const CShareRequest& request, const QString& path) {
     if (!AddItems(request)) {
         return false;
     }
-    if (m_writer.Contents().items == 0) {
+    if (m_writer.Contents().items == 0 && !m_writer.HasFailed()) {
         ShowMessage({FormatText("There are no %s found to share."_L1,
                                 {QString::fromLatin1(KindOf(request.kind).words.many)}),
                      EMessageIcon::Plain, LeftOutText()});
-        return false;
-    }
-    if (m_writer.Contents().items > kMostSharedItems ||
-        m_writer.Contents().components > kMostSharedComponents) {
-        ShowMessage(ShareRefusalText(kErrorInvalidParameter, path));
         return false;
     }
     if (!Write(path)) {
@@ -89,32 +87,43 @@ bool CShareRun::Run(const CShareRequest& request, const QString& path) {
 }
 
 QString CShareRun::LeftOutText() const {
-    const QString items = DamageText(m_leftOut, kItemWords);
-    const QString parts = DamageText(m_leftOutParts, kComponentWords);
-    return items.isEmpty() || parts.isEmpty() ? items + parts : items + u' ' + parts;
+    QString sourceless;
+    if (m_withoutSource > 0) {
+        sourceless =
+            CountText(m_withoutSource, kComponentWords) +
+            (m_withoutSource == 1 ? u" comes without the food or recipe it was made of."_s
+                                  : u" come without the food or recipe they were made of."_s);
+    }
+    return JoinSentences({DamageText(m_leftOut, kItemWords),
+                          DamageText(m_leftOutParts, kComponentWords), sourceless});
 }
 
 /// False after a message when the user has cancelled.
 bool CShareRun::AddItems(const CShareRequest& request) {
-    const std::unique_ptr<CProgress> progress = CreateProgress(u"Velmora: Share"_s);
-    progress->SetStatus(
+    m_progress = CreateProgress(u"Velmora: Share"_s);
+    m_progress->SetStatus(
         FormatText("Sharing %s..."_L1, {QString::fromLatin1(KindOf(request.kind).words.many)}));
-    progress->SetRange(0, static_cast<qint64>(request.positions.size()), 1);
-    progress->Show();
+    m_progress->SetRange(0, static_cast<qint64>(request.positions.size()), 1);
+    m_progress->Show();
     for (const int position : request.positions) {
         Add({request.kind, position});
-        progress->Step();
-        progress->Pump();
-        if (progress->IsCancelled()) {
-            progress->Hide();
-            ShowMessage(u"Sharing cancelled. No file was written."_s);
-            return false;
-        }
-        if (m_writer.Contents().items > kMostSharedItems) {
-            return true;  // more than the file may hold
+        m_progress->Step();
+        if (!GoesOn()) {
+            break;
         }
     }
-    return true;
+    const bool isCancelled = m_progress->IsCancelled();
+    m_progress.reset();
+    if (isCancelled) {
+        ShowMessage(u"Sharing cancelled. No file was written."_s);
+    }
+    return !isCancelled;
+}
+
+/// False when the user has cancelled, or the file cannot be made any more.
+bool CShareRun::GoesOn() {
+    m_progress->Pump();
+    return !m_progress->IsCancelled() && !m_writer.HasFailed();
 }
 
 /// Without recursion: recipes may contain each other as deep as they like.
@@ -123,7 +132,7 @@ void CShareRun::Add(const CPlace& place) {
     if (!m_numbers.contains(place)) {
         Open(open, place);
     }
-    while (!open.empty()) {
+    while (!open.empty() && GoesOn()) {
         COpenItem& top = open.back();
         if (top.next == top.components.size()) {
             Close(top);
@@ -172,6 +181,9 @@ void CShareRun::Close(const COpenItem& open) {
         m_writer.AddItem(CategoryNumber(kind, item.GetCategoryId()), properties);
     ++m_counts.at(static_cast<std::size_t>(kind));
     for (const int position : open.components) {
+        if (!GoesOn()) {
+            return;
+        }
         CComposedItem component(kind);
         if (!m_database.Items(kind).ReadQuietly(position, component) ||
             !IsShareableComponent(kind, component.GetProperties())) {
@@ -184,6 +196,7 @@ void CShareRun::Close(const COpenItem& open) {
         properties = component.GetProperties();
         PlaceComponent(properties, 0, 0);
         m_writer.AddComponent(std::max(known, 0), properties);
+        m_withoutSource += known > 0 ? 0 : 1;
     }
 }
 

@@ -51,10 +51,10 @@ EPlatformError CShareReader::ReadContents() {
     const bool isSound =
         checksum && std::min({m_stored.categories, m_stored.items, m_stored.components}) >= 0 &&
         !row.Next() && row.GetError() == kErrorSuccess;
-    const bool isTooLarge = m_stored.categories > kMostSharedCategories ||
-                            m_stored.items > kMostSharedItems ||
-                            m_stored.components > kMostSharedComponents;
-    return !isSound ? kErrorCorrupt : isTooLarge ? kErrorInvalidParameter : kErrorSuccess;
+    if (!isSound) {
+        return kErrorCorrupt;
+    }
+    return IsWithinLimits(m_stored) ? kErrorSuccess : kErrorInvalidParameter;
 }
 
 EPlatformError CShareReader::ReadCategories() {

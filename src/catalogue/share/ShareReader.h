@@ -27,14 +27,15 @@ struct CShareTaker {
     std::function<bool(const CSharedComponent&)> component;
 };
 
-/// Every value passed on is such as a volume may hold, see SharedRecord.h, and every number names
-/// an item passed on before.
+/// Every value passed on may be stored in a volume, see SharedRecord.h, and every number names an
+/// item passed on before.
 class CShareReader {
   public:
-    /// Reads the file into memory, and its categories. kErrorAccessDenied when it cannot be read,
-    /// kErrorInvalidParameter when it exceeds a limit of ShareFormat.h, otherwise as
-    /// CShareImage::Open.
+    /// Reads the file into memory, and its categories. kErrorFileNotFound and kErrorAccessDenied
+    /// when it cannot be read, kErrorInvalidParameter when it exceeds a limit of ShareFormat.h,
+    /// otherwise as CShareImage::Open.
     EPlatformError Open(const QString& path);
+    /// Within the limits once Open has succeeded.
     [[nodiscard]] const CShareContents& Contents() const { return m_stored; }
     [[nodiscard]] const std::vector<CCategory>& Categories() const { return m_categories; }
 

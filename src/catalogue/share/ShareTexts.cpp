@@ -9,6 +9,15 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+QString LimitsText() {
+    return FormatText(
+        "a share file has at most %s, %s, %s and %d MB."_L1,
+        {CountText(kMostSharedCategories, kCategoryWords), CountText(kMostSharedItems, kItemWords),
+         CountText(kMostSharedComponents, kComponentWords), kMostShareBytes >> 20U});
+}
+}  // namespace
+
 QString CountsText(const CKindCounts& counts) {
     QStringList texts;
     for (const CCatalogueKind& kind : CatalogueKinds()) {
@@ -23,19 +32,23 @@ QString CountsText(const CKindCounts& counts) {
     return texts.isEmpty() ? last : texts.join(u", "_s) + u" and "_s + last;
 }
 
-QString ShareRefusalText(EPlatformError error, const QString& path) {
+QString TakeInRefusalText(EPlatformError error, const QString& path) {
     switch (error) {
         case kErrorBadFormat:
             return FormatText("The file '%s' is not a share file of Velmora."_L1, {path});
+        case kErrorFileNotFound:
         case kErrorAccessDenied:
             return FormatText("The file '%s' cannot be read."_L1, {path});
         case kErrorNewerVersion:
             return FormatText("The file '%s' was made by a newer version of Velmora."_L1, {path});
         case kErrorInvalidParameter:
-            return FormatText(
-                "The file '%s' is too large: a share file has at most %s and %d MB."_L1,
-                {path, CountText(kMostSharedItems, kItemWords), kMostShareBytes >> 20U});
+            return FormatText("The file '%s' is too large: "_L1, {path}) + LimitsText();
         default:
             return RefusalText(error, path);
     }
+}
+
+QString ShareRefusalText(EPlatformError error, const QString& path) {
+    return error == kErrorInvalidParameter ? u"This is too much to share: "_s + LimitsText()
+                                           : RefusalText(error, path);
 }

@@ -15,5 +15,7 @@ using CKindCounts = std::array<int, 4>;
 /// "2 foods, 1 menu and 1 recipe"; "nothing".
 QString CountsText(const CKindCounts& counts);
 
-/// Why a share file at `path` was refused, or could not be made.
+/// Why a share file at `path` was refused.
+QString TakeInRefusalText(EPlatformError error, const QString& path);
+/// Why the bytes of a share file for `path` could not be made.
 QString ShareRefusalText(EPlatformError error, const QString& path);

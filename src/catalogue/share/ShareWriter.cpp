@@ -47,6 +47,9 @@ void CShareWriter::AddComponent(int item, const PropertyList& component) {
 }
 
 EPlatformError CShareWriter::Finish(QByteArrayView& bytes) {
+    if (!IsWithinLimits(m_contents)) {
+        return kErrorInvalidParameter;
+    }
     m_contents.checksum = ChecksumWith(m_categories.Value(), m_items.Value());
     Run(m_statements->contents, {m_contents.categories, m_contents.items, m_contents.components,
                                  static_cast<qint64>(m_contents.checksum)});

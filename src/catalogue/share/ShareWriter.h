@@ -6,7 +6,7 @@
 #include "catalogue/share/ShareFormat.h"
 #include "catalogue/share/ShareImage.h"
 
-/// The first failure ends everything: what follows does nothing.
+/// After the first failure all calls do nothing.
 class CShareWriter {
   public:
     CShareWriter();
@@ -20,8 +20,12 @@ class CShareWriter {
     void AddComponent(int item, const PropertyList& component);
     [[nodiscard]] const CShareContents& Contents() const { return m_contents; }
 
-    /// Ends the file: its bytes, valid while this lives. kErrorInvalidParameter when it would be
-    /// larger than kMostShareBytes.
+    /// Whether Finish will fail, so that adding more is no use.
+    [[nodiscard]] bool HasFailed() const {
+        return m_error != kErrorSuccess || !IsWithinLimits(m_contents);
+    }
+    /// Ends the file: its bytes, valid while this lives. kErrorInvalidParameter when it would
+    /// exceed a limit of ShareFormat.h.
     EPlatformError Finish(QByteArrayView& bytes);
 
   private:

@@ -70,7 +70,7 @@ bool CTakeInRun::Check() {
                                     [](const CSharedComponent&) { return true; }});
     }
     if (error != kErrorSuccess) {
-        Refuse(ShareRefusalText(error, m_path));
+        Refuse(TakeInRefusalText(error, m_path));
         return false;
     }
     m_plan.Match(m_reader.Categories());

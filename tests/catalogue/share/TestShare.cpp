@@ -5,7 +5,7 @@
 
 #include "ShareFixture.h"
 #include "app/UndoRules.h"
-#include "catalogue/share/ShareFormat.h"
+#include "catalogue/share/ShareWriter.h"
 #include "platform/Process.h"
 #include "support/DataRows.h"
 
@@ -22,6 +22,8 @@ class TestShare : public CShareTest {
         FillKitchen();
         QVERIFY(Share(kMenus, Shared()));
         QCOMPARE(m_messages->Said(), u"Shared 2 foods, 1 menu and 2 recipes."_s);
+        QCOMPARE(m_messages->details,
+                 QStringList{u"1 component comes without the food or recipe it was made of."_s});
         QCOMPARE(m_messages->lastIcon, EMessageIcon::Result);
         QVERIFY(Database().Foods().Delete(2));  // the soup
         QVERIFY(Database().Exlib().Delete(0));
@@ -158,7 +160,9 @@ class TestShare : public CShareTest {
         Damage(Database().Menus(), Database().Menus().Count() - 1);  // the egg
         QVERIFY(!Share(kMenus, Shared()));
         QCOMPARE(m_messages->Said(), u"Shared 1 food, 1 menu and 2 recipes."_s);
-        QCOMPARE(m_messages->details, QStringList{u"1 damaged component is left out."_s});
+        QCOMPARE(m_messages->details,
+                 QStringList{u"1 damaged component is left out. 1 component comes without the food "
+                             "or recipe it was made of."_s});
         QVERIFY(!Share(kFoods, Shared()));
         QCOMPARE(m_messages->Said(), u"Shared 2 foods."_s);
         QCOMPARE(m_messages->details.last(), u"1 damaged item is left out."_s);
@@ -187,16 +191,35 @@ class TestShare : public CShareTest {
             }
         }
         QVERIFY(!Share(kExercises, Shared()));
-        QCOMPARE(
-            m_messages->Said(),
-            u"The file '%1' is too large: a share file has at most 100000 items and 256 MB."_s.arg(
-                Shared()));
+        QCOMPARE(m_messages->Said(),
+                 u"This is too much to share: a share file has at most 260 categories, 100000 "
+                 "items, 1000000 components and 256 MB."_s);
         QVERIFY(!QFile::exists(Shared()));
         QVERIFY(Database().Exlib().Delete(0));
         QVERIFY(Share(kExercises, Shared()));
         QCOMPARE(m_messages->Said(), u"Shared 100000 exercises."_s);
         QVERIFY(!ShareItems(Database(), {kRecipes, {}}, Shared()));
         QCOMPARE(m_messages->Said(), u"There are no recipes found to share."_s);
+    }
+
+    void nothingIsAddedToAFileThatIsTooLarge() {
+        CShareWriter small;
+        CShareWriter large;
+        for (int i = 0; i < kMostSharedComponents; ++i) {
+            small.AddComponent(0, {});
+        }
+        QVERIFY(!small.HasFailed());
+        small.AddComponent(0, {});
+        const PropertyList picture = {QByteArray(kLargestPictureBytes, 'x')};
+        while (!large.HasFailed()) {
+            large.AddCategory(picture);
+        }
+        for (CShareWriter* writer : {&small, &large}) {
+            QByteArrayView bytes;
+            QVERIFY(writer->HasFailed());
+            QCOMPARE(int(writer->Finish(bytes)), int(kErrorInvalidParameter));
+            QVERIFY(bytes.isEmpty());
+        }
     }
 
     void categoriesMustAllFitIn() {
@@ -228,14 +251,18 @@ class TestShare : public CShareTest {
             QVERIFY(!Share(kMenus, Shared()));
         }
         QVERIFY(!Share(kMenus, Path(u"v.db"_s)));
-        m_messages->progress.cancelAfterPumps = 0;
-        QVERIFY(!Share(kMenus, Shared()));
+        QCOMPARE(m_messages->Said(), u"Cannot create file.|Cannot create file."_s);
+        // Before the only menu has been read, among all that it is made of, and at its end.
+        for (const int pumps : {1, 10, 18}) {
+            m_messages->progress.pumps = 0;
+            m_messages->progress.cancelAfterPumps = pumps;
+            QVERIFY(!Share(kMenus, Shared()));
+            QCOMPARE(m_messages->Said(), u"Sharing cancelled. No file was written."_s);
+        }
         m_messages->progress.cancelAfterPumps = -1;
         QCOMPARE(Load(Shared()), "old");
         QVERIFY(Share(kMenus, Shared()));
-        QCOMPARE(m_messages->Said(),
-                 u"Cannot create file.|Cannot create file.|Sharing cancelled. No file was "
-                 "written.|Shared 2 foods, 1 menu and 2 recipes."_s);
+        QCOMPARE(m_messages->Said(), u"Shared 2 foods, 1 menu and 2 recipes."_s);
         const QString before = Everything();
         const QString step = NextName(Database(), EUndo::Undo, kCatalogueScope);
         const auto takeIn = [this] {

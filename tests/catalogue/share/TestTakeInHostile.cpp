@@ -102,7 +102,9 @@ constexpr int kPage = 1024;  ///< bytes, in files of page trees
 const QString kNoShare = QStringLiteral("is not a share file of Velmora");
 const QString kNewer = QStringLiteral("was made by a newer version of Velmora");
 const QString kDamaged = QStringLiteral("is damaged");
-const QString kTooLarge = QStringLiteral("is too large");
+const QString kTooLarge = QStringLiteral(
+    "is too large: a share file has at most 260 categories, 100000 items, 1000000 components and "
+    "256 MB.");
 }  // namespace
 
 class TestTakeInHostile : public CShareTest {
