@@ -16,6 +16,7 @@ struct CProgressLog {
     qint64 position = 0;
     qint64 step = 1;
     int pumps = 0;
+    int shows = 0;
     int cancelAfterPumps = -1;
     bool isShown = false;
     std::function<void()> onPump;
@@ -34,7 +35,10 @@ class CRecordingProgress : public CProgress {
     }
     void SetPosition(qint64 position) override { m_log.position = position; }
     void Step() override { m_log.position += m_log.step; }
-    void Show() override { m_log.isShown = true; }
+    void Show() override {
+        m_log.isShown = true;
+        ++m_log.shows;
+    }
     void Hide() override { m_log.isShown = false; }
     void Pump() override {
         ++m_log.pumps;
@@ -69,6 +73,7 @@ class CRecordingMessages : public CMessageSeam {
     }
     bool AskYesNo(const QString& text, EAnswer /*proposed*/) override {
         asked.append(text);
+        shownOverProgress += progress.isShown ? 1 : 0;
         return answers.isEmpty() ? answer : answers.takeFirst();
     }
     QString ChooseFileToOpen(const CFileChoice& choice) override { return Choose(choice); }

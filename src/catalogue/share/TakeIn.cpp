@@ -32,9 +32,10 @@ class CTakeInRun {
     qint32 ComposedId(ECatalogueKind kind, int position);
     /// Identifier of a category of the file, created when it is missing; -1 on failure.
     qint32 CategoryFor(int category);
-    void KeepIdentifier(ECatalogueKind kind, int position);
+    bool KeepIdentifier(ECatalogueKind kind, int position, qint32 categoryId);
     void Refuse(const QString& text);
-    bool ShowProgress();
+    bool GoesOn();
+    [[nodiscard]] QString NotTakenInText() const;
     [[nodiscard]] QString Summary() const;
 
     CDatabase& m_database;
@@ -57,17 +58,19 @@ bool CTakeInRun::Run() {
 
 /// Reads the whole file once. False after a message.
 bool CTakeInRun::Check() {
-    EPlatformError error = m_database.IsVolume(m_path) ? kErrorBadFormat : m_reader.Open(m_path);
     m_progress = CreateProgress(u"Velmora: Take in"_s);
     m_progress->SetStatus(u"Taking in items..."_s);
-    m_progress->SetRange(0, 2 * m_reader.Contents().items, 1);  // checked, then stored
     m_progress->Show();
+    m_progress->Pump();  // opening may take seconds
+    EPlatformError error = m_database.IsVolume(m_path) ? kErrorBadFormat : m_reader.Open(m_path);
     if (error == kErrorSuccess) {
+        m_progress->SetRange(0, 2 * m_reader.Contents().items, 1);  // checked, then stored
         error = m_reader.ReadItems({[this](const CSharedItem& item) {
                                         m_plan.Note(item);
-                                        return ShowProgress();
+                                        m_progress->Step();
+                                        return GoesOn();
                                     },
-                                    [](const CSharedComponent&) { return true; }});
+                                    [this](const CSharedComponent&) { return GoesOn(); }});
     }
     if (error != kErrorSuccess) {
         Refuse(TakeInRefusalText(error, m_path));
@@ -79,9 +82,17 @@ bool CTakeInRun::Check() {
 
 /// False after a message or a No.
 bool CTakeInRun::MayStore(CStep& step) {
+    m_progress->Hide();
+    if (!m_database.Categories().MayAdd(m_plan.CountNewCategories())) {
+        Refuse(NotTakenInText());
+        return false;
+    }
     const qint64 room = m_policy == EDuplicatePolicy::Overwrite ? m_plan.RoomForExisting() : 0;
-    return m_database.Categories().MayAdd(m_plan.CountNewCategories()) &&
-           m_database.MayChangeMuch(step, room);
+    if (!m_database.MayChangeMuch(step, room)) {
+        return false;
+    }
+    m_progress->Show();
+    return true;
 }
 
 bool CTakeInRun::Store() {
@@ -98,7 +109,7 @@ bool CTakeInRun::Store() {
         return true;
     }
     group.Undo();
-    Refuse(FormatText("Cannot take in the file '%s'. Nothing was changed."_L1, {m_path}));
+    Refuse(NotTakenInText());
     return false;
 }
 
@@ -108,26 +119,21 @@ bool CTakeInRun::StoreItem(const CSharedItem& item) {
         m_policy == EDuplicatePolicy::DoNotCheck ? 0 : m_plan.ExistingOf(item.number);
     int position = existing == 0 ? kNoPosition : items.PositionOf(existing);
     m_ownerId = 0;
-    if (!ShowProgress() || (existing != 0 && position < 0)) {
+    m_progress->Step();
+    if (!GoesOn() || (existing != 0 && position < 0)) {
         return false;
     }
     const auto kind = static_cast<std::size_t>(item.kind);
     m_existing.at(kind) += existing == 0 ? 0 : 1;
+    qint32 categoryId = 0;
     if (existing == 0 || m_policy == EDuplicatePolicy::Overwrite) {
-        const qint32 categoryId = CategoryFor(item.category);
+        categoryId = CategoryFor(item.category);
         if (categoryId < 0 || !WriteItem(item, position, categoryId)) {
             return false;
         }
-        if (position < 0) {
-            // A new record comes after the others of its category.
-            const CPositionRange range =
-                items.RangeBetween(categoryId, categoryId).value_or(CPositionRange{});
-            position = range.first + range.count - 1;
-        }
         ++m_stored.at(kind);
     }
-    KeepIdentifier(item.kind, position);
-    return true;
+    return KeepIdentifier(item.kind, position, categoryId);
 }
 
 bool CTakeInRun::WriteItem(const CSharedItem& item, int position, qint32 categoryId) {
@@ -146,6 +152,9 @@ bool CTakeInRun::WriteItem(const CSharedItem& item, int position, qint32 categor
 }
 
 bool CTakeInRun::StoreComponent(const CSharedComponent& component) {
+    if (!GoesOn()) {
+        return false;
+    }
     if (m_ownerId == 0) {
         return true;
     }
@@ -165,6 +174,7 @@ qint32 CTakeInRun::ComposedId(ECatalogueKind kind, int position) {
     return isThere ? item.GetItemId() : m_database.Composed().AllocateItemId(kind);
 }
 
+// AddOrUpdate does not report a failed write, but that fails the whole unit.
 qint32 CTakeInRun::CategoryFor(int category) {
     if (m_plan.CategoryOf(category) < 0) {
         CCategory created = m_reader.Categories()[static_cast<std::size_t>(category)];
@@ -175,9 +185,21 @@ qint32 CTakeInRun::CategoryFor(int category) {
     return m_plan.CategoryOf(category);
 }
 
-void CTakeInRun::KeepIdentifier(ECatalogueKind kind, int position) {
+/// Of an item at `position`, or of the one just added to the category when that is -1. False when
+/// the new one cannot be found.
+bool CTakeInRun::KeepIdentifier(ECatalogueKind kind, int position, qint32 categoryId) {
     const std::optional<EItemKind> itemKind = KindOf(kind).itemKind;
-    m_identifiers.push_back(itemKind ? ComponentItemId(m_database, *itemKind, position) : 0);
+    if (!itemKind || m_ownerId != 0) {
+        m_identifiers.push_back(m_ownerId);
+        return true;
+    }
+    if (position < 0) {
+        // A new record comes after the others of its category.
+        const auto range = m_database.Items(kind).RangeBetween(categoryId, categoryId);
+        position = range ? range->first + range->count - 1 : kNoPosition;
+    }
+    m_identifiers.push_back(ComponentItemId(m_database, *itemKind, position));
+    return position >= 0;
 }
 
 void CTakeInRun::Refuse(const QString& text) {
@@ -188,10 +210,13 @@ void CTakeInRun::Refuse(const QString& text) {
 }
 
 /// False when the user has cancelled.
-bool CTakeInRun::ShowProgress() {
-    m_progress->Step();
+bool CTakeInRun::GoesOn() {
     m_progress->Pump();
     return !m_progress->IsCancelled();
+}
+
+QString CTakeInRun::NotTakenInText() const {
+    return FormatText("Cannot take in the file '%s'. Nothing was changed."_L1, {m_path});
 }
 
 QString CTakeInRun::Summary() const {

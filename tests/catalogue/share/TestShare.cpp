@@ -235,12 +235,33 @@ class TestShare : public CShareTest {
         m_messages->Said();
         QVERIFY(!TakeInFile(Database(), EDuplicatePolicy::Skip, Shared()));
         QCOMPARE(m_messages->Said(),
-                 u"Cannot add category. Maximum number of categories has been reached."_s);
+                 u"Cannot add category. Maximum number of categories has been reached.|Cannot take "
+                 "in the file '%1'. Nothing was changed."_s.arg(Shared()));
+        QCOMPARE(m_messages->shownOverProgress, 0);
         QCOMPARE(Database().Catalogue().CountItems(kFoods), 0);
         QVERIFY(Database().Categories().Delete(0));
         QVERIFY(TakeInFile(Database(), EDuplicatePolicy::Skip, Shared()));
         QCOMPARE(m_messages->Said(), u"Took in 2 foods."_s);
         QCOMPARE(Database().Categories().Count(), kMaximumCategories);
+    }
+
+    void whatCannotBeUndoneIsAskedBefore() {
+        FillKitchen();
+        QVERIFY(Share(kMenus, Shared()));
+        QVERIFY(AddPart(Database(), kRecipes, m_bread, u"Salt"_s));
+        const QString before = Everything();
+        Database().GetStore().History().SetLimits({.steps = 100, .bytes = 500});
+        m_messages->Said();
+        m_messages->answers = {false};
+        QVERIFY(!TakeInFile(Database(), EDuplicatePolicy::Overwrite, Shared()));
+        QCOMPARE(m_messages->asked, QStringList{u"This cannot be undone. Do you want to go on?"_s});
+        QCOMPARE(m_messages->Said(), QString());
+        QCOMPARE(Everything(), before);
+        QVERIFY(TakeInFile(Database(), EDuplicatePolicy::Overwrite, Shared()));
+        QVERIFY(m_messages->Said().startsWith(u"Took in 2 foods"_s));
+        QCOMPARE(PartsOf(Database(), kRecipes, m_bread), u"Dough,Milk"_s);
+        QCOMPARE(m_messages->progress.shows, 4);
+        QCOMPARE(m_messages->shownOverProgress, 0);
     }
 
     void nothingIsHalfDone() {
@@ -274,8 +295,8 @@ class TestShare : public CShareTest {
         }
         QVERIFY(m_messages->Said().endsWith(
             u"Cannot take in the file '%1'. Nothing was changed."_s.arg(Shared())));
-        // While it is checked, and while it is stored: each pump is an item.
-        for (const int pumps : {1, 7, 10}) {
+        // While it is checked and while it is stored: 5 items and 6 components each.
+        for (const int pumps : {1, 2, 12, 13, 23}) {
             m_messages->progress.pumps = 0;
             m_messages->progress.cancelAfterPumps = pumps;
             QVERIFY(!takeIn());
