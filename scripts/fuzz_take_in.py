@@ -6,13 +6,14 @@
 PROGRAM is best built with sanitizers. Each case has a seed of its own, which is printed when it
 fails: `--seed S --cases 1` plays it again. A case changes bytes of a sound file, values of its
 tables or bytes of its records, with or without a checksum that matches, and lets a copy of a volume
-take it in. The exit status must be 0 or 1, within a minute and a gigabyte or two, and no sanitizer
-may complain. After a refusal the records and the exported catalogue are what they were; what was
+take it in. The exit status must be 0 or 1, within a minute and MOST_MEMORY, and no sanitizer may
+complain. After a refusal the records and the exported catalogue are what they were; what was
 taken in must be sound, can be shared again, and one undo takes it all back.
 """
 import argparse
 import os
 import random
+import resource
 import shutil
 import sqlite3
 import struct
@@ -23,6 +24,7 @@ import time
 from collections import Counter
 
 MASK = (1 << 64) - 1
+MOST_MEMORY = 2 << 20  # KB resident, sanitizers included
 INT16, INT32, REAL, TEXT, BLOB = 2, 3, 5, 31, 65
 NUTRIENTS = [REAL] * 54
 FOOD = [INT32, TEXT, TEXT, *NUTRIENTS, *[TEXT, REAL] * 10]
@@ -123,9 +125,9 @@ def sound_file(path, rng):
                      (number, kind + 1, record(kind, name, type_, kind, rng)))
         for _ in range(rng.randrange(5) if kind in (1, 2) else 0):
             target = rng.randrange(len(kinds) + 1)
-            if target and kinds[target - 1] == 3:
+            if target and kinds[target - 1] in (1, 3):
                 target = 0
-            made_of = kinds[target - 1] if target else rng.randrange(3)
+            made_of = kinds[target - 1] if target else rng.choice([0, 2])
             parts += 1
             file.execute("INSERT INTO components VALUES(?,?,?,?)", (
                 parts, number, target, record(kind, f"Part {parts}", "", made_of, rng)))
@@ -181,9 +183,12 @@ def change_tables(path, rng):
     for _ in range(rng.choice([1, 1, 1, 2, 5])):
         table = rng.choice(list(columns))
         column = rng.choice(columns[table])
-        change = rng.randrange(8)
+        change = rng.randrange(9)
         try:
-            if change == 0:
+            if change == 8:
+                file.execute(f"UPDATE contents SET {rng.choice(columns['contents'])}=?",
+                             (rng.choice([2**62, 2**63 - 1, -2**63, any_value(rng)]),))
+            elif change == 0:
                 file.execute(f"UPDATE {table} SET {column}=? WHERE rowid=?",
                              (any_value(rng), rng.randrange(1, 9)))
             elif change <= 3 and table != "contents":
@@ -248,6 +253,7 @@ class Trial:
     def __init__(self, program):
         self.program = os.path.abspath(program)
         self.results = Counter()
+        self.memory = 0  # KB, the most that a process has taken
         with open("foods.csv", "w", encoding="ascii") as file:
             file.write("<Foods>\r\n" + "".join(
                 f"1,Kind 0,Item {i},x,{'1,' * 54}cup,100,\r\n" for i in range(4)))
@@ -264,6 +270,11 @@ class Trial:
         process = subprocess.run([self.program, "--volume", volume, *words], timeout=60,
                                  stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
         said = (process.stdout + process.stderr).decode("utf-8", "replace")
+        memory = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss
+        if memory > max(self.memory, MOST_MEMORY):
+            self.memory = memory
+            raise AssertionError(f"{words}: took {memory >> 10} MB")
+        self.memory = memory
         if process.returncode not in statuses or "Sanitizer" in said or "runtime error" in said:
             raise AssertionError(f"{words}: status {process.returncode}: {said[-3000:]}")
         return process.returncode, said
@@ -346,7 +357,8 @@ def main():
             shutil.copy("file", kept)
             print(f"seed {seed} ({kept}): {failure}", flush=True)
         seed += 1
-    print(f"seeds {arguments.seed} to {seed - 1}, {failed} failed")
+    print(f"seeds {arguments.seed} to {seed - 1}, {failed} failed, "
+          f"at most {trial.memory >> 10} MB")
     for (how, result), count in sorted(trial.results.items()):
         print(f"{count:7} {how}: {result}")
     sys.exit(1 if failed else 0)
