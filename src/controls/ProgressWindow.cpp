@@ -45,6 +45,7 @@ CProgressWindow::CProgressWindow(const QString& caption, QWidget* mainWindow)
 
     if (m_mainWindow != nullptr) {
         m_focusBefore = m_mainWindow->focusWidget();
+        m_wasEnabled = m_mainWindow->isEnabled();
         m_mainWindow->setEnabled(false);
         // Disabling the main window has disabled its child windows, too.
         setEnabled(true);
@@ -52,7 +53,7 @@ CProgressWindow::CProgressWindow(const QString& caption, QWidget* mainWindow)
 }
 
 CProgressWindow::~CProgressWindow() {
-    if (m_mainWindow == nullptr) {
+    if (m_mainWindow == nullptr || !m_wasEnabled) {
         return;
     }
     m_mainWindow->setEnabled(true);

@@ -11,8 +11,8 @@
 class QLabel;
 class QProgressBar;
 
-/// Disables `mainWindow` (may be null) while it lives. The caption is "%s [%d%%]" once a position
-/// is set.
+/// Disables `mainWindow` (may be null) while it lives; one within another leaves that to the outer
+/// one. The caption is "%s [%d%%]" once a position is set.
 class CProgressWindow : public QDialog, public CProgress {
     Q_OBJECT
   public:
@@ -38,6 +38,7 @@ class CProgressWindow : public QDialog, public CProgress {
     QString m_caption;
     QPointer<QWidget> m_mainWindow;
     QPointer<QWidget> m_focusBefore;
+    bool m_wasEnabled = false;
     QLabel* m_status;
     QProgressBar* m_bar;
     qint64 m_lower = 0;

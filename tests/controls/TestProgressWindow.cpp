@@ -64,6 +64,8 @@ class TestProgressWindow : public QObject {
                 window.Pump();
                 QVERIFY(!mainWindow.isEnabled() && window.isEnabled() && !window.IsCancelled());
                 QCOMPARE(window.findChild<QPushButton*>()->text(), u" Cancel "_s);
+                { const CProgressWindow inner(u"Backup"_s, &mainWindow); }
+                QVERIFY(!mainWindow.isEnabled() && window.isEnabled());
                 leave(window);
                 QVERIFY(window.IsCancelled());
                 QVERIFY(window.isHidden());
