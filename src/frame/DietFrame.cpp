@@ -203,8 +203,17 @@ void CDietFrame::RunCommand(int command) {
     }
 }
 
+// Disabling the frame does not keep the desktop from closing it. Without a view, the volume could
+// not be opened again.
 void CDietFrame::closeEvent(QCloseEvent* event) {
-    ActiveView()->StoreLayout();
+    if (CModalLoop::IsAny()) {
+        event->ignore();
+        OnceIdle(&CDietFrame::Leave, EDialogs::Stay);
+        return;
+    }
+    if (CMainView* view = ActiveView()) {
+        view->StoreLayout();
+    }
     StoreTab();
     StorePlacement();
     event->accept();
@@ -375,6 +384,10 @@ void CDietFrame::OnceIdle(void (CDietFrame::*act)(), EDialogs dialogs) {
     });
 }
 
+void CDietFrame::Leave() {
+    close();
+}
+
 void CDietFrame::TellLoss() {
     m_doc.Database().GetStore().TellLoss();
 }
@@ -407,7 +420,8 @@ void CDietFrame::Replacing(const std::function<void(const QString&)>& replace) {
 void CDietFrame::Restore() {
     if (const QString file = ChooseBackup(m_doc); !file.isEmpty()) {
         Replacing([&file](const QString& volumePath) {
-            (void)RestoreBackup(file, volumePath, QDateTime::currentDateTime());  // has told it
+            (void)RestoreBackup(file, volumePath,
+                                QDateTime::currentDateTime());  // shows its result
         });
     }
 }
@@ -415,7 +429,7 @@ void CDietFrame::Restore() {
 void CDietFrame::CheckData() {
     if (RunCheckData(m_doc, this)) {
         Replacing([](const QString& volumePath) {
-            (void)RepairData(volumePath, QDateTime::currentDateTime());  // has told it
+            (void)RepairData(volumePath, QDateTime::currentDateTime());  // shows its result
         });
     }
 }

@@ -31,6 +31,7 @@ class CDietFrame : public QMainWindow {
     void RunCommand(int command);
 
   protected:
+    /// Waits until no dialog, box or progress window is left: what is under way needs the view.
     void closeEvent(QCloseEvent* event) override;
     /// Keeps the palette readable when the desktop changes it.
     void changeEvent(QEvent* event) override;
@@ -66,6 +67,7 @@ class CDietFrame : public QMainWindow {
     void OnceIdle(void (CDietFrame::*act)(), EDialogs dialogs);
     void TellLoss();
     void ReopenVolume();
+    void Leave();
 
     /// Closes the volume for as long as `replace` runs, then opens the file that is in its place.
     void Replacing(const std::function<void(const QString& volumePath)>& replace);

@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "controls/Dialog.h"
+#include "controls/ProgressWindow.h"
 #include "support/Clicks.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
@@ -106,6 +107,19 @@ class TestVolumeLoss : public CFrameTest {
             QVERIFY(Database().Backups().IsStarted());
         }
         QVERIFY(!Database().Backups().IsStarted());
+    }
+
+    // What is under way, such as a restore, needs the frame and its view.
+    void theFrameClosesOnceTheProgressWindowIsGone() {
+        CDietFrame frame(*m_doc);
+        Show(frame);
+        {
+            CProgressWindow progress(u"Velmora: Restore"_s, &frame);
+            frame.close();
+            progress.Pump();
+            QVERIFY(frame.isVisible());
+        }
+        QTRY_VERIFY(!frame.isVisible());
     }
 
     void damagedDataIsRepaired() {
