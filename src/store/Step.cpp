@@ -2,6 +2,7 @@
 
 #include "platform/Messages.h"
 #include "store/RecordStore.h"
+#include "store/engine/StorageState.h"
 
 using namespace Qt::StringLiterals;
 
@@ -51,6 +52,9 @@ void ShowHistoryNotices(CRecordStore& store) {
 CStep::CStep(CRecordStore& store, const QString& name) : m_store(store) {
     if (!m_store.History().IsInStep()) {
         m_store.TakeSilence();
+        if (const CStorageState& state = m_store.EngineState(); !state.isInUnit) {
+            state.feed.NoteStep();
+        }
     }
     m_store.History().BeginStep(name);
 }

@@ -76,14 +76,19 @@ std::vector<CBackupFile> CVolumeBackups::List() const {
 }
 
 EPlatformError CVolumeBackups::UnitBegins() {
-    if (IsStarted() && !(m_nextCheck.isValid() && m_clock() < m_nextCheck)) {
-        MakeIfDue(EBackupOccasion::FirstChange);
-    }
+    MakeDaysBackup();
     return kErrorSuccess;
 }
 
+void CVolumeBackups::MakeDaysBackup() {
+    if (IsStarted() && !(m_nextCheck.isValid() && m_clock() < m_nextCheck)) {
+        MakeIfDue(EBackupOccasion::FirstChange);
+    }
+}
+
 void CVolumeBackups::MakeIfDue(EBackupOccasion occasion) {
-    if (!IsStarted()) {
+    // What is there now may be anything; the command that follows says so.
+    if (!IsStarted() || m_volume.CheckPlace() != kErrorSuccess) {
         return;
     }
     const QDateTime now = m_clock();

@@ -25,7 +25,7 @@ class CVolumeBackups : public CChangeListener {
 
     CVolumeBackups(CSqliteFile& volume, QString volumePath);
 
-    /// From now on, a backup is made before the first unit of work of a day.
+    /// From now on, a backup is made before the first command of a day that may write.
     void Start(TellFailure tell, Clock clock = QDateTime::currentDateTime);
     void Stop() { m_tell = nullptr; }
     [[nodiscard]] bool IsStarted() const { return m_tell != nullptr; }
@@ -48,9 +48,12 @@ class CVolumeBackups : public CChangeListener {
 
     [[nodiscard]] bool Watches(qint64 /*database*/) const override { return false; }
     EPlatformError RecordChanged(const CRecordChange& /*change*/) override { return kErrorSuccess; }
+    void StepBegins() override { MakeDaysBackup(); }
+    /// For what is stored outside all steps, such as the widths of columns.
     EPlatformError UnitBegins() override;
 
   private:
+    void MakeDaysBackup();
     EPlatformError Make(const QDateTime& now);
     void RemoveOld(const QDateTime& now) const;
     void RemoveUnfinished() const;

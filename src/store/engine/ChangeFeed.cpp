@@ -29,6 +29,12 @@ EPlatformError CChangeFeed::ReportDeletedDatabase(qint64 database) const {
     return kErrorSuccess;
 }
 
+void CChangeFeed::NoteStep() const {
+    for (CChangeListener* listener : m_listeners) {
+        listener->StepBegins();
+    }
+}
+
 EPlatformError CChangeFeed::BeginUnit() const {
     for (CChangeListener* listener : m_listeners) {
         if (const EPlatformError error = listener->UnitBegins(); error != kErrorSuccess) {

@@ -35,6 +35,8 @@ class CChangeListener {
     virtual EPlatformError RecordChanged(const CRecordChange& change) = 0;
     /// The database is deleted with all its records, which are not reported one by one.
     virtual EPlatformError DatabaseDeleted(qint64 /*database*/) { return kErrorSuccess; }
+    /// A command begins; no unit of work is under way.
+    virtual void StepBegins() {}
     /// Before a unit of work begins its transaction; a failure fails the unit.
     virtual EPlatformError UnitBegins() { return kErrorSuccess; }
     /// Before the unit is committed; the last chance to write into the file.
@@ -54,6 +56,7 @@ class CChangeFeed {
     [[nodiscard]] bool IsWatched(qint64 database) const;
     EPlatformError Report(const CRecordChange& change) const;
     EPlatformError ReportDeletedDatabase(qint64 database) const;
+    void NoteStep() const;
     [[nodiscard]] EPlatformError BeginUnit() const;
     EPlatformError EndUnit() const;
     void NoteCommit() const;
