@@ -65,5 +65,5 @@ std::vector<CBackupFile> BackupsToRemove(std::vector<CBackupFile> backups, const
 qint64 BackupLimit(qint64 freeBytes) {
     constexpr qint64 kMost = qint64{2} << 30;
     constexpr qint64 kShare = 10;
-    return std::min(kMost, freeBytes / kShare);
+    return freeBytes < 0 ? kMost : std::min(kMost, freeBytes / kShare);
 }

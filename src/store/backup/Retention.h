@@ -29,4 +29,5 @@ std::vector<CBackupFile> BackupsToRemove(std::vector<CBackupFile> backups, const
                                          qint64 limit);
 
 /// The most bytes that backups may take together: 2 GB, or a tenth of what is free if that is less.
+/// `freeBytes` is -1 when it is not known.
 qint64 BackupLimit(qint64 freeBytes);

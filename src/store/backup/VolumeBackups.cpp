@@ -1,10 +1,10 @@
 #include "store/backup/VolumeBackups.h"
 
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 
 #include <QDir>
 #include <QFileInfo>
-#include <QStorageInfo>
 #include <algorithm>
 #include <cerrno>
 
@@ -34,6 +34,14 @@ EPlatformError CreateFolder(const QString& path) {
         return kErrorSuccess;
     }
     return errno == EEXIST ? kErrorAccessDenied : LastFileError();  // a file is in the way
+}
+
+/// Asked of the file system itself: a list of mounted ones is not to be had everywhere.
+qint64 FreeBytes(const QString& folder) {
+    struct statvfs status {};
+    return ::statvfs(QFile::encodeName(folder).constData(), &status) == 0
+               ? static_cast<qint64>(status.f_bavail * status.f_frsize)
+               : -1;
 }
 }  // namespace
 
@@ -141,7 +149,7 @@ void CVolumeBackups::RemoveUnfinished() const {
 
 // One that cannot be removed is tried again with the next backup.
 void CVolumeBackups::RemoveOld(const QDateTime& now) const {
-    const qint64 limit = BackupLimit(QStorageInfo(GetFolder()).bytesAvailable());
+    const qint64 limit = BackupLimit(FreeBytes(GetFolder()));
     for (const CBackupFile& backup : BackupsToRemove(List(), now, limit)) {
         QFile::remove(backup.path);
     }

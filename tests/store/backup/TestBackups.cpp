@@ -40,22 +40,26 @@ class TestBackups : public CCatalogueTest {
     void aBackupIsDueOnceADayAndAtMostOnceAnHour_data() {
         constexpr auto kFirst = EBackupOccasion::FirstChange;
         constexpr auto kLarge = EBackupOccasion::LargeChange;
-        AddRows<const char*, EBackupOccasion, bool>({
-            {"none yet", "", kFirst, true},
-            {"none yet, import", "", kLarge, true},
-            {"yesterday", "2026-05-30 07:31", kFirst, true},
-            {"today", "2026-05-31 00:10", kFirst, false},
-            {"today, import", "2026-05-31 06:30", kLarge, true},
-            {"within the hour", "2026-05-31 06:31", kLarge, false},
-            {"the clock was set back", "2026-05-31 08:29", kLarge, false},
-            {"dated ahead", "2026-06-02 07:00", kFirst, true},
-            {"dated ahead, and today", "2026-06-02 07:00,2026-05-31 01:00", kFirst, false},
+        AddRows<const char*, EBackupOccasion, const char*, bool>({
+            {"none yet", "", kFirst, "07:30", true},
+            {"none yet, import", "", kLarge, "07:30", true},
+            {"yesterday", "2026-05-30 07:31", kFirst, "07:30", true},
+            {"today", "2026-05-31 00:10", kFirst, "07:30", false},
+            {"today, import", "2026-05-31 06:30", kLarge, "07:30", true},
+            {"within the hour", "2026-05-31 06:31", kLarge, "07:30", false},
+            {"over midnight", "2026-05-30 23:50", kFirst, "00:49", false},
+            {"over midnight, import", "2026-05-30 23:50", kLarge, "00:49", false},
+            {"an hour over midnight", "2026-05-30 23:50", kFirst, "00:50", true},
+            {"the clock was set back", "2026-05-31 08:29", kLarge, "07:30", false},
+            {"dated ahead", "2026-06-02 07:00", kFirst, "07:30", true},
+            {"dated ahead, and today", "2026-06-02 07:00,2026-05-31 01:00", kFirst, "07:30", false},
         });
     }
     void aBackupIsDueOnceADayAndAtMostOnceAnHour() {
-        const auto& [backups, occasion, isDue] = DataRow<const char*, EBackupOccasion, bool>();
-        QCOMPARE(IsBackupDue(Backups(backups), m_now, occasion), isDue);
-        QVERIFY(!IsBackupDue(Backups("2026-05-30 23:50"), Moment(u"2026-05-31 00:49"_s), occasion));
+        const auto& [backups, occasion, time, isDue] =
+            DataRow<const char*, EBackupOccasion, const char*, bool>();
+        const QDateTime now = Moment(u"2026-05-31 "_s + QLatin1StringView(time));
+        QCOMPARE(IsBackupDue(Backups(backups), now, occasion), isDue);
     }
 
     void oldBackupsGo_data() {
@@ -90,8 +94,19 @@ class TestBackups : public CCatalogueTest {
             paths.append(backup.path);
         }
         QCOMPARE(paths.join(u','), QString::fromLatin1(removed));
-        QCOMPARE(BackupLimit(qint64{1} << 40), qint64{2147483648});
-        QCOMPARE(BackupLimit(50), qint64{5});
+    }
+
+    void theLimitIsATenthOfWhatIsFree_data() {
+        AddRows<qint64, qint64>({
+            {"full", 0, 0},
+            {"little", 50, 5},
+            {"much", qint64{1} << 40, qint64{2147483648}},
+            {"not known", -1, qint64{2147483648}},
+        });
+    }
+    void theLimitIsATenthOfWhatIsFree() {
+        const auto& [free, limit] = DataRow<qint64, qint64>();
+        QCOMPARE(BackupLimit(free), limit);
     }
 
     void theFirstChangeOfADayIsPrecededByABackup() {
