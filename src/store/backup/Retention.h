@@ -7,7 +7,7 @@
 /// A backup that was checked when it was made.
 struct CBackupFile {
     QString path;
-    QDateTime made;  ///< local time
+    QDateTime made;  ///< what the clock showed, as UTC: there no hour is missing
     qint64 size = 0;
 };
 

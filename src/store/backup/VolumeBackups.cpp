@@ -18,7 +18,35 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr auto kDateFormat = "yyyy-MM-dd-HHmmss"_L1;
+constexpr qsizetype kDateSize = 17;
 constexpr auto kEnding = ".db"_L1;
+/// What SaveVolumeCopy has not finished is called <name>.part or <name>.part-1.
+constexpr auto kPart = ".part"_L1;
+
+/// A file that the program has made, complete or not.
+struct CNamedFile {
+    QFileInfo file;
+    QDateTime made;
+    QString ending;
+};
+
+/// Those called <start>DATE<ending>. The volume's name may begin with a point.
+std::vector<CNamedFile> FilesIn(const QString& folder, const QString& start) {
+    std::vector<CNamedFile> files;
+    for (const QFileInfo& file : QDir(folder).entryInfoList(QDir::Files | QDir::Hidden)) {
+        const QString name = file.fileName();
+        if (!name.startsWith(start)) {
+            continue;
+        }
+        const QString rest = name.sliced(start.size());
+        const auto made =
+            QDateTime::fromString(rest.left(kDateSize) + u'Z', QString(kDateFormat) + u't');
+        if (made.isValid()) {
+            files.push_back({file, made, rest.mid(kDateSize)});
+        }
+    }
+    return files;
+}
 
 /// Creates a folder with its parents, which only the owner can read; one that exists stays as it
 /// is.
@@ -51,7 +79,7 @@ CVolumeBackups::CVolumeBackups(CSqliteFile& volume, QString volumePath)
 void CVolumeBackups::Start(TellFailure tell, Clock clock) {
     m_tell = std::move(tell);
     m_clock = std::move(clock);
-    m_nextCheck = {};
+    m_nextCheck = m_lastCheck = {};
 }
 
 QString CVolumeBackups::GetFolder() const {
@@ -67,16 +95,9 @@ QString CVolumeBackups::NameStart() const {
 
 std::vector<CBackupFile> CVolumeBackups::List() const {
     std::vector<CBackupFile> backups;
-    const QString start = NameStart();
-    for (const QFileInfo& file : QDir(GetFolder()).entryInfoList(QDir::Files)) {
-        const QString name = file.fileName();
-        if (!name.startsWith(start) || !name.endsWith(kEnding)) {
-            continue;
-        }
-        const QString date = name.sliced(start.size()).chopped(kEnding.size());
-        const QDateTime made = QDateTime::fromString(date, kDateFormat);
-        if (made.isValid()) {
-            backups.push_back({file.filePath(), made, file.size()});
+    for (const CNamedFile& named : FilesIn(GetFolder(), NameStart())) {
+        if (named.ending == kEnding) {
+            backups.push_back({named.file.filePath(), named.made, named.file.size()});
         }
     }
     std::ranges::sort(backups, {}, &CBackupFile::made);
@@ -89,9 +110,17 @@ EPlatformError CVolumeBackups::UnitBegins() {
 }
 
 void CVolumeBackups::MakeDaysBackup() {
-    if (IsStarted() && !(m_nextCheck.isValid() && m_clock() < m_nextCheck)) {
+    if (!IsStarted()) {
+        return;
+    }
+    if (const QDateTime now = Now(); now < m_lastCheck || now >= m_nextCheck) {
         MakeIfDue(EBackupOccasion::FirstChange);
     }
+}
+
+QDateTime CVolumeBackups::Now() const {
+    const QDateTime now = m_clock();
+    return {now.date(), now.time(), Qt::UTC};
 }
 
 void CVolumeBackups::MakeIfDue(EBackupOccasion occasion) {
@@ -99,8 +128,9 @@ void CVolumeBackups::MakeIfDue(EBackupOccasion occasion) {
     if (!IsStarted() || m_volume.CheckPlace() != kErrorSuccess) {
         return;
     }
-    const QDateTime now = m_clock();
-    const QDateTime tomorrow = now.date().addDays(1).startOfDay();
+    const QDateTime now = Now();
+    const QDateTime tomorrow = now.date().addDays(1).startOfDay(Qt::UTC);
+    m_lastCheck = now;
     m_nextCheck = tomorrow;
     const std::vector<CBackupFile> backups = List();
     if (!HasAnything()) {
@@ -141,9 +171,10 @@ EPlatformError CVolumeBackups::SaveAs(const QString& path) {
 
 // What a killed program has left.
 void CVolumeBackups::RemoveUnfinished() const {
-    QDir folder(GetFolder());
-    for (const QString& name : folder.entryList({NameStart() + u"*.db.part*"_s}, QDir::Files)) {
-        folder.remove(name);
+    for (const CNamedFile& named : FilesIn(GetFolder(), NameStart())) {
+        if (named.ending.startsWith(kEnding + kPart)) {
+            QFile::remove(named.file.filePath());
+        }
     }
 }
 

@@ -59,12 +59,15 @@ class CVolumeBackups : public CChangeListener {
     void RemoveUnfinished() const;
     [[nodiscard]] bool HasAnything() const;
     [[nodiscard]] QString NameStart() const;
+    /// What the clock shows, see CBackupFile.
+    [[nodiscard]] QDateTime Now() const;
 
     CSqliteFile& m_volume;
     QString m_volumePath;
     TellFailure m_tell;
     Clock m_clock;
-    QDateTime m_nextCheck;  ///< no unit of work before it needs a backup
+    QDateTime m_lastCheck;  ///< whether a backup is due
+    QDateTime m_nextCheck;  ///< nothing before it needs a backup, unless the clock is set back
 };
 
 /// Why no backup was made in the folder, or as the file, of that path: a sentence.

@@ -4,6 +4,7 @@
 #include <QDir>
 
 #include "store/engine/StorageEngine.h"
+#include "store/engine/StorageState.h"
 #include "support/CatalogueTest.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
@@ -30,6 +31,8 @@ class TestBackups : public CCatalogueTest {
     Q_OBJECT
 
   private slots:
+    // A zone with an hour that does not exist.
+    void initTestCase() { qputenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3"); }
     void init() {
         MakeVolume();
         m_now = Moment(u"2026-05-31 07:30"_s);
@@ -151,6 +154,50 @@ class TestBackups : public CCatalogueTest {
         m_now = Moment(u"2026-05-31 00:50"_s);
         AddCategory(Database(), u"Nuts"_s);
         QCOMPARE(Names(), u"v-2026-05-30-235000.db v-2026-05-31-005000.db"_s);
+    }
+
+    void aClockSetBackIsNoticed() {
+        AddCategory(Database(), u"Fruit"_s);
+        m_now = Moment(u"2030-01-01 00:00"_s);
+        Start();
+        AddCategory(Database(), u"Soups"_s);
+        m_now = Moment(u"2026-05-31 07:30"_s);
+        AddCategory(Database(), u"Bread"_s);
+        QCOMPARE(Names(), u"v-2026-05-31-073000.db v-2030-01-01-000000.db"_s);
+    }
+
+    // What others have left in the folder stays.
+    void theVolumeMayHaveAnyName_data() {
+        AddRows<QString>(
+            {{"v", u"v"_s}, {"hidden", u".v"_s}, {"set", u"a[b]"_s}, {"any", u"a*"_s}});
+    }
+    void theVolumeMayHaveAnyName() {
+        const auto& [name] = DataRow<QString>();
+        AddCategory(Database(), u"Fruit"_s);
+        CVolumeBackups backups(Database().GetStore().EngineState().file, Path(name + u".db"_s));
+        backups.Start([this](const QString& text) { m_told.append(text); },
+                      [this] { return m_now; });
+        QDir folder(backups.GetUsualFolder());
+        QVERIFY(folder.mkpath(u"."_s));
+        const QStringList others = {u"ab-2026-05-01-000000.db.part"_s,
+                                    name + u"-2-2026-05-01-000000.db.part"_s,
+                                    name + u"-notes.db"_s};
+        for (const QString& other : others) {
+            Save(folder.filePath(other), "other");
+        }
+        // In the hour that the clock skips, and what was not finished.
+        const QString kept = name + u"-2026-03-29-023000.db"_s;
+        Save(folder.filePath(kept), "kept");
+        Save(folder.filePath(name + u"-2026-05-01-000000.db.part-1"_s), "half");
+        backups.MakeIfDue(EBackupOccasion::LargeChange);
+        m_now = m_now.addSecs(60);
+        backups.MakeIfDue(EBackupOccasion::LargeChange);
+        QCOMPARE(backups.List().size(), std::size_t{2});
+        QStringList expected = others + QStringList{kept, name + u"-2026-05-31-073000.db"_s};
+        expected.sort();
+        QStringList found = folder.entryList(QDir::Files | QDir::Hidden);
+        found.sort();
+        QCOMPARE(found, expected);
     }
 
     void aFailedBackupIsToldOnceAndFailsNothing() {
