@@ -115,7 +115,9 @@ bool SaveBackup(CDatabase& database, const QString& path) {
 }
 
 bool SetBackupFolder(CDatabase& database, const QString& folder) {
-    if (!folder.isEmpty() && !QFileInfo(folder).isWritable() && !QDir().mkpath(folder)) {
+    const bool isUsable =
+        folder.isEmpty() || (CVolumeBackups::IsUsable(folder) && QDir().mkpath(folder));
+    if (!isUsable) {
         ShowMessage(FormatText("The folder '%s' cannot be written."_L1, {folder}));
         return false;
     }

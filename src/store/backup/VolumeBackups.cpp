@@ -5,11 +5,13 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QSysInfo>
 #include <algorithm>
 #include <cerrno>
 
 #include "platform/LateProgress.h"
 #include "platform/Messages.h"
+#include "store/engine/Checksum.h"
 #include "store/engine/NamedValues.h"
 #include "store/engine/VolumeCopy.h"
 #include "store/records/RecordLayout.h"
@@ -82,15 +84,38 @@ void CVolumeBackups::Start(TellFailure tell, Clock clock) {
     m_nextCheck = m_lastCheck = {};
 }
 
-QString CVolumeBackups::GetFolder() const {
+QString CVolumeBackups::ChosenFolder() const {
     std::optional<QString> chosen;
     // When it cannot be read, the folder beside the volume serves.
     (void)CNamedValues::ReadFrom(m_volume, 0, kBackupFolderValue, chosen);
-    return chosen && !chosen->isEmpty() ? *chosen : GetUsualFolder();
+    return chosen.value_or(QString());
 }
 
+// A volume that was restored on another computer still has the folder of the first one.
+QString CVolumeBackups::GetFolder() const {
+    const QString chosen = ChosenFolder();
+    return !chosen.isEmpty() && IsUsable(chosen) ? chosen : GetUsualFolder();
+}
+
+bool CVolumeBackups::IsUsable(const QString& folder) {
+    QFileInfo existing(folder);
+    while (!existing.exists() && !existing.isRoot()) {
+        existing.setFile(existing.path());
+    }
+    return existing.isDir() && existing.isWritable();
+}
+
+// Two volumes are mostly called the same; they differ in their place, or in the computer.
 QString CVolumeBackups::NameStart() const {
-    return QFileInfo(m_volumePath).completeBaseName() + u'-';
+    const QFileInfo volume(m_volumePath);
+    QString start = volume.completeBaseName() + u'-';
+    if (GetFolder() == GetUsualFolder()) {
+        return start;
+    }
+    const QString path = QDir(volume.absolutePath()).canonicalPath() + u'/' + volume.fileName();
+    const quint64 place =
+        ChecksumOf(QFile::encodeName(path), ChecksumOf(QSysInfo::machineUniqueId()));
+    return start + u"%1-"_s.arg(static_cast<quint32>(place), 8, 16, QChar(u'0'));
 }
 
 std::vector<CBackupFile> CVolumeBackups::List() const {
@@ -146,6 +171,9 @@ void CVolumeBackups::MakeIfDue(EBackupOccasion occasion) {
     const EPlatformError error = Make(now);
     if (error != kErrorSuccess) {
         m_tell(BackupFailureText(error, GetFolder()));
+    } else if (const QString chosen = ChosenFolder(); !chosen.isEmpty() && !IsUsable(chosen)) {
+        m_tell(FormatText("The folder '%s' cannot be written. A backup was made in '%s'."_L1,
+                          {chosen, GetFolder()}));
     }
 }
 

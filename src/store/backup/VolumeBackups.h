@@ -15,6 +15,9 @@ inline constexpr QLatin1StringView kBackupFolderValue("backup folder");
 ///
 ///     VelmoraDb.db-backups/VelmoraDb-2026-05-31-073000.db
 ///
+/// In a folder of the person's choice there may be those of other volumes, so that the names there
+/// also tell where the volume is: VelmoraDb-1f8a03c2-2026-05-31-073000.db
+///
 /// A file of such a name is complete and was checked; one that was interrupted has another name.
 /// The volume's file outlives this. A backup that fails never fails the change it comes before.
 class CVolumeBackups : public CChangeListener {
@@ -37,8 +40,11 @@ class CVolumeBackups : public CChangeListener {
     /// Saves a checked copy of the volume, replacing a file of that name.
     EPlatformError SaveAs(const QString& path);
 
-    /// Where the program's own are: the usual folder unless the person has chosen another one.
+    /// Where the program's own are: in the folder that the person has chosen, if it can be used
+    /// now, or the usual one.
     [[nodiscard]] QString GetFolder() const;
+    /// Whether the folder can be written, or made.
+    [[nodiscard]] static bool IsUsable(const QString& folder);
     /// Beside the volume.
     [[nodiscard]] QString GetUsualFolder() const {
         return m_volumePath + QLatin1String("-backups");
@@ -53,6 +59,7 @@ class CVolumeBackups : public CChangeListener {
     EPlatformError UnitBegins() override;
 
   private:
+    [[nodiscard]] QString ChosenFolder() const;
     void MakeDaysBackup();
     EPlatformError Make(const QDateTime& now);
     void RemoveOld(const QDateTime& now) const;

@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 
 #include <QDir>
+#include <QRegularExpression>
 
 #include "store/engine/StorageEngine.h"
 #include "store/engine/StorageState.h"
@@ -211,17 +212,40 @@ class TestBackups : public CCatalogueTest {
                  u"No backup was made: '%1' cannot be written."_s.arg(Path(u"v.db-backups"_s)));
     }
 
+    // Where others, such as a copy on a stick, may have theirs.
     void backupsGoToTheFolderOfThePersonsChoice() {
         AddCategory(Database(), u"Fruit"_s);
         QVERIFY(Database().GetStore().WriteValue(0, kBackupFolderValue, Path(u"kept/here"_s)));
         Start();
         AddCategory(Database(), u"Soups"_s);
-        QCOMPARE(QDir(Path(u"kept/here"_s)).entryList(QDir::Files),
-                 QStringList(u"v-2026-05-31-073000.db"_s));
+        const QDir folder(Path(u"kept/here"_s));
+        QCOMPARE(folder.count(), 3U);  // with "." and ".."
+        static const QRegularExpression kName(u"^v-[0-9a-f]{8}-2026-05-31-073000.db$"_s);
+        QVERIFY(kName.match(folder.entryList(QDir::Files).first()).hasMatch());
+        CVolumeBackups others(Database().GetStore().EngineState().file, Path(u"stick/v.db"_s));
+        QCOMPARE(others.List().size(), std::size_t{0});
+        others.Start([this](const QString& text) { m_told.append(text); },
+                     [this] { return m_now; });
+        others.MakeIfDue(EBackupOccasion::FirstChange);
+        QCOMPARE(folder.entryList(QDir::Files).size(), 2);
+        QCOMPARE(others.List().size(), std::size_t{1});
         Database().Backups().Stop();
         m_now = m_now.addDays(1);
         AddCategory(Database(), u"Bread"_s);
         QCOMPARE(Database().Backups().List().size(), std::size_t{1});
+    }
+
+    // As after moving to another computer.
+    void aChosenFolderThatCannotBeMadeIsReplaced() {
+        AddCategory(Database(), u"Fruit"_s);
+        QVERIFY(Database().GetStore().WriteValue(0, kBackupFolderValue, Path(u"v.db/kept"_s)));
+        Start();
+        AddCategory(Database(), u"Soups"_s);
+        AddCategory(Database(), u"Bread"_s);
+        QCOMPARE(Names(), u"v-2026-05-31-073000.db"_s);
+        QCOMPARE(m_told.join(u'|'),
+                 u"The folder '%1' cannot be written. A backup was made in '%2'."_s.arg(
+                     Path(u"v.db/kept"_s), Path(u"v.db-backups"_s)));
     }
 
   private:
