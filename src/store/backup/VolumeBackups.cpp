@@ -183,8 +183,12 @@ EPlatformError CVolumeBackups::Make(const QDateTime& now) {
         return error;
     }
     RemoveUnfinished();
-    const EPlatformError error =
-        SaveAs(folder + u'/' + NameStart() + now.toString(kDateFormat) + kEnding);
+    const QString path = folder + u'/' + NameStart() + now.toString(kDateFormat) + kEnding;
+    EPlatformError error = SaveAs(path);
+    if (error == kErrorDiskFull) {
+        RemoveOld(now);  // which may make the room
+        error = SaveAs(path);
+    }
     if (error == kErrorSuccess) {
         RemoveOld(now);
     }

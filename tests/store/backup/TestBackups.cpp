@@ -213,6 +213,23 @@ class TestBackups : public CCatalogueTest {
     }
 
     // Where others, such as a copy on a stick, may have theirs.
+    // Those that are not kept anyway.
+    void onAFullDiskOldBackupsMakeRoom() {
+        AddCategory(Database(), u"Fruit"_s);
+        QVERIFY(QDir(m_folder->path()).mkdir(u"v.db-backups"_s));
+        for (int hour = 1; hour <= 9; ++hour) {
+            Save(Path(u"v.db-backups/v-2026-05-30-0%1.db"_s.arg(hour * 10000)), "old");
+        }
+        Start();
+        {
+            const CFileSizeLimit limit(20'000);
+            Database().Backups().MakeIfDue(EBackupOccasion::FirstChange);
+        }
+        QCOMPARE(m_told.join(u'|'), u"No backup was made: there is no room for it in '%1'."_s.arg(
+                                        Path(u"v.db-backups"_s)));
+        QVERIFY(Names().startsWith(u"v-2026-05-30-030000.db"_s));
+    }
+
     void backupsGoToTheFolderOfThePersonsChoice() {
         AddCategory(Database(), u"Fruit"_s);
         QVERIFY(Database().GetStore().WriteValue(0, kBackupFolderValue, Path(u"kept/here"_s)));
