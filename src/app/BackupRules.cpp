@@ -104,6 +104,11 @@ bool SaveBackup(CDatabase& database, const QString& path) {
         ShowMessage(u"Cannot create file."_s);
         return false;
     }
+    CVolumeLock lock;  // of another volume, which another program may have open
+    if (lock.TakeToRead(QFile::encodeName(path)) == kErrorSharingViolation) {
+        ShowMessage(RefusalText(kErrorSharingViolation, path), EMessageIcon::Stop);
+        return false;
+    }
     const EPlatformError error = database.Backups().SaveAs(path);
     if (error != kErrorSuccess) {
         ShowMessage(BackupFailureText(error, path), EMessageIcon::Stop);
