@@ -1,6 +1,7 @@
 #include "store/RecordStore.h"
 
 #include "store/VolumeTexts.h"
+#include "store/backup/VolumeReplacement.h"
 #include "store/engine/NamedValues.h"
 
 #include <QDir>
@@ -35,11 +36,16 @@ CRecordStore::~CRecordStore() {
 bool CRecordStore::MountVolume(const QString& path) {
     m_path = path;
     m_createdFolders = CreateFolders(QFileInfo(path).path());
+    const bool wasThere = QFileInfo::exists(path);
     const bool isMounted = SetLastError(m_engine.Mount(path));
     if (const QString kept = m_engine.GetKeptJournal(); !kept.isEmpty()) {
         ShowMessage(KeptJournalText(kept, path), EMessageIcon::Warning);
     }
     if (isMounted) {
+        if (wasThere) {
+            // Removes the new file that a killed restore or repair has left: this volume is ours.
+            const CVolumeReplacement killed(path, {});
+        }
         return true;
     }
     RemoveCreatedFolders();
@@ -337,8 +343,7 @@ void CRecordStore::SaveCopy() {
 void CRecordStore::ShowStatus(const QString& text) {
     if (m_statusHost) {
         const QString warning = std::exchange(m_warning, {});
-        m_statusHost(text.isEmpty() || warning.isEmpty() ? text + warning
-                                                         : warning + u' ' + text);
+        m_statusHost(text.isEmpty() || warning.isEmpty() ? text + warning : warning + u' ' + text);
     }
 }
 

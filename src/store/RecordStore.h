@@ -48,7 +48,7 @@ class CRecordStore {
 
     /// Creates the directory of the path when it is missing, then mounts, creating the file.
     /// Failure shows "ERROR: CeMountDBVol failed (%ld)". Also shows a message when the journal of
-    /// another volume was set aside.
+    /// another volume was set aside. Removes what a killed restore or repair has left.
     [[nodiscard]] bool MountVolume(const QString& path);
     /// Failure shows "Failed unmounting the database.".
     bool UnmountVolume();

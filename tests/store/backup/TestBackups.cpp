@@ -213,6 +213,15 @@ class TestBackups : public CCatalogueTest {
     }
 
     // Where others, such as a copy on a stick, may have theirs.
+    void whatAKilledRestoreHasLeftIsRemoved() {
+        m_doc.reset();
+        for (const QString& name : {u"v.db-new"_s, u"v.db-new-journal"_s}) {
+            Save(Path(name), "a whole copy");
+        }
+        Reopen();
+        QCOMPARE(QDir(m_folder->path()).entryList({u"v.db-new*"_s}), QStringList());
+    }
+
     // Those that are not kept anyway.
     void onAFullDiskOldBackupsMakeRoom() {
         AddCategory(Database(), u"Fruit"_s);
