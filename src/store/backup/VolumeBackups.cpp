@@ -78,8 +78,8 @@ qint64 FreeBytes(const QString& folder) {
 CVolumeBackups::CVolumeBackups(CSqliteFile& volume, QString volumePath)
     : m_volume(volume), m_volumePath(std::move(volumePath)) {}
 
-void CVolumeBackups::Start(TellFailure tell, Clock clock) {
-    m_tell = std::move(tell);
+void CVolumeBackups::Start(ReportFailure report, Clock clock) {
+    m_report = std::move(report);
     m_clock = std::move(clock);
     m_nextCheck = m_lastCheck = {};
 }
@@ -170,10 +170,10 @@ void CVolumeBackups::MakeIfDue(EBackupOccasion occasion) {
     }
     const EPlatformError error = Make(now);
     if (error != kErrorSuccess) {
-        m_tell(BackupFailureText(error, GetFolder()));
+        m_report(BackupFailureText(error, GetFolder()));
     } else if (const QString chosen = ChosenFolder(); !chosen.isEmpty() && !IsUsable(chosen)) {
-        m_tell(FormatText("The folder '%s' cannot be written. A backup was made in '%s'."_L1,
-                          {chosen, GetFolder()}));
+        m_report(FormatText("The folder '%s' cannot be written. A backup was made in '%s'."_L1,
+                            {chosen, GetFolder()}));
     }
 }
 

@@ -24,14 +24,14 @@ class CVolumeBackups : public CChangeListener {
   public:
     using Clock = std::function<QDateTime()>;
     /// Called with why no backup could be made.
-    using TellFailure = std::function<void(const QString& text)>;
+    using ReportFailure = std::function<void(const QString& text)>;
 
     CVolumeBackups(CSqliteFile& volume, QString volumePath);
 
     /// From now on, a backup is made before the first command of a day that may write.
-    void Start(TellFailure tell, Clock clock = QDateTime::currentDateTime);
-    void Stop() { m_tell = nullptr; }
-    [[nodiscard]] bool IsStarted() const { return m_tell != nullptr; }
+    void Start(ReportFailure report, Clock clock = QDateTime::currentDateTime);
+    void Stop() { m_report = nullptr; }
+    [[nodiscard]] bool IsStarted() const { return m_report != nullptr; }
 
     /// Makes a backup if one is due and anything was ever stored. Call before a large change, not
     /// within a unit of work. Does nothing before Start.
@@ -71,7 +71,7 @@ class CVolumeBackups : public CChangeListener {
 
     CSqliteFile& m_volume;
     QString m_volumePath;
-    TellFailure m_tell;
+    ReportFailure m_report;
     Clock m_clock;
     QDateTime m_lastCheck;  ///< whether a backup is due
     QDateTime m_nextCheck;  ///< nothing before it needs a backup, unless the clock is set back
