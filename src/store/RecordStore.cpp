@@ -1,5 +1,6 @@
 #include "store/RecordStore.h"
 
+#include "platform/LateProgress.h"
 #include "store/VolumeTexts.h"
 #include "store/backup/VolumeReplacement.h"
 #include "store/engine/NamedValues.h"
@@ -33,11 +34,15 @@ CRecordStore::~CRecordStore() {
     RemoveListener(&m_history);
 }
 
-bool CRecordStore::MountVolume(const QString& path) {
+bool CRecordStore::MountVolume(const QString& path, std::span<const UpgradeStep> steps) {
     m_path = path;
     m_createdFolders = CreateFolders(QFileInfo(path).path());
     const bool wasThere = QFileInfo::exists(path);
-    const bool isMounted = SetLastError(m_engine.Mount(path));
+    EPlatformError error = m_engine.Mount(path, VersionAfter(steps));
+    if (error == kErrorOlderVersion) {
+        error = UpgradeAndMount(steps);
+    }
+    const bool isMounted = SetLastError(error);
     if (const QString kept = m_engine.GetKeptJournal(); !kept.isEmpty()) {
         ShowMessage(KeptJournalText(kept, path), EMessageIcon::Warning);
     }
@@ -51,6 +56,21 @@ bool CRecordStore::MountVolume(const QString& path) {
     RemoveCreatedFolders();
     ShowFailedMount(m_lastError);
     return false;
+}
+
+EPlatformError CRecordStore::UpgradeAndMount(std::span<const UpgradeStep> steps) {
+    CLateProgress progress(u"Velmora: Upgrade"_s, u"Bringing your data up to date..."_s);
+    QString kept;
+    const EPlatformError error = UpgradeVolume(
+        m_path, QDateTime::currentDateTime(), steps, kept,
+        [&progress](qint64 done, qint64 total) { return progress.Update(done, total); });
+    if (error != kErrorSuccess) {
+        return error;
+    }
+    ShowMessage(
+        FormatText("Your data was brought up to date. The former file is kept as '%s'."_L1, {kept}),
+        EMessageIcon::Information);
+    return m_engine.Mount(m_path, VersionAfter(steps));
 }
 
 bool CRecordStore::UnmountVolume() {

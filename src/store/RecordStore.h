@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/Messages.h"
+#include "store/backup/Upgrade.h"
 #include "store/engine/History.h"
 #include "store/engine/StorageEngine.h"
 
@@ -49,7 +50,9 @@ class CRecordStore {
     /// Creates the directory of the path when it is missing, then mounts, creating the file.
     /// Failure shows "ERROR: CeMountDBVol failed (%ld)". Also shows a message when the journal of
     /// another volume was set aside. Removes what a killed restore or repair has left.
-    [[nodiscard]] bool MountVolume(const QString& path);
+    /// A volume of an older version is upgraded first; a message says where it is kept.
+    [[nodiscard]] bool MountVolume(const QString& path,
+                                   std::span<const UpgradeStep> steps = kUpgradeSteps);
     /// Failure shows "Failed unmounting the database.".
     bool UnmountVolume();
     /// After a failed start: unmounts, discards what an open group wrote, and removes the file and
@@ -144,8 +147,8 @@ class CRecordStore {
     /// Shows what was done, a sentence, without asking for attention. An empty text clears the one
     /// shown.
     void ShowStatus(const QString& text);
-    /// Shows a warning that must not keep anybody from going on: in the status line together with
-    /// the next text there; without one, as a message.
+    /// Shows a warning without stopping the work: in the status line together with the next text
+    /// there; without one, as a message.
     void ShowWarning(const QString& text);
     void SetStatusHost(StatusHost host) { m_statusHost = std::move(host); }
     /// The step under way shows no status: a message has said that it was not done in full.
@@ -155,6 +158,7 @@ class CRecordStore {
 
   private:
     bool SetLastError(EPlatformError error);
+    EPlatformError UpgradeAndMount(std::span<const UpgradeStep> steps);
     void SaveCopy();
     void RemoveCreatedFolders();
 

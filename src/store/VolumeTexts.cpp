@@ -12,6 +12,7 @@ struct CRefusalRow {
 constexpr CRefusalRow kRefusals[] = {
     {kErrorBadFormat, "The file '%s' is not a data file of Velmora."_L1},
     {kErrorNewerVersion, "The file '%s' was written by a newer version of Velmora."_L1},
+    {kErrorOlderVersion, "The file '%s' was written by an older version of Velmora."_L1},
     {kErrorCorrupt, "The file '%s' is damaged."_L1},
     {kErrorSharingViolation, "The file '%s' is in use by another program."_L1},
     {kErrorAccessDenied, "The file '%s' cannot be read and written."_L1},
@@ -26,8 +27,7 @@ void ShowFailedMount(EPlatformError error) {
 }
 
 void ShowCannotOpen(const QString& reason) {
-    ShowMessage(
-        {.text = u"Cannot open database."_s, .icon = EMessageIcon::Stop, .detail = reason});
+    ShowMessage({.text = u"Cannot open database."_s, .icon = EMessageIcon::Stop, .detail = reason});
 }
 
 QString RefusalText(EPlatformError error, const QString& path) {

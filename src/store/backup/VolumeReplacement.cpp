@@ -50,7 +50,7 @@ CVolumeReplacement::~CVolumeReplacement() {
     RemoveNew();
 }
 
-EPlatformError CVolumeReplacement::Begin() {
+EPlatformError CVolumeReplacement::Begin(quint32 version) {
     const QByteArray path = QFile::encodeName(m_path);
     struct stat status {};
     QDir().mkpath(QFileInfo(m_path).path());  // making the new file fails without it
@@ -59,7 +59,7 @@ EPlatformError CVolumeReplacement::Begin() {
         return kErrorAccessDenied;
     }
     if (m_hasPresent && status.st_size > 0) {
-        m_presentError = m_present.Open(m_path);
+        m_presentError = m_present.Open(m_path, version);
         if (m_presentError == kErrorSharingViolation) {
             return m_presentError;
         }

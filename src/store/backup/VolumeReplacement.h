@@ -23,7 +23,7 @@ class CVolumeReplacement {
 
     /// Locks the present volume, which may be damaged or missing. kErrorSharingViolation when
     /// another process uses it. Removes what an interrupted replacement has left.
-    EPlatformError Begin();
+    EPlatformError Begin(quint32 version = kVolumeVersion);
     /// The present volume; not open when there is none or it could not be opened.
     [[nodiscard]] CSqliteFile& Present() { return m_present; }
     /// Why the present volume could not be opened; kErrorSuccess when it is open.

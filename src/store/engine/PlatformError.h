@@ -8,7 +8,8 @@ enum [[nodiscard]] EPlatformError : int{
     kErrorSharingViolation = 32, kErrorInvalidParameter = 87, kErrorDiskFull = 112,
     kErrorInvalidName = 123,     kErrorAlreadyExists = 183,   kErrorOperationAborted = 995,
     kErrorFileInvalid = 1006,  ///< the open volume was removed, replaced or overwritten
-    kErrorInputOutput = 1117,    kErrorNewerVersion = 1150,   kErrorCorrupt = 1392,
+    kErrorInputOutput = 1117,    kErrorNewerVersion = 1150,   kErrorOlderVersion = 1306,
+    kErrorCorrupt = 1392,
 };
 
 /// Whether an operation on a table failed because it is damaged, or not ours.

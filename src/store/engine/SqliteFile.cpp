@@ -64,7 +64,8 @@ CSqliteFile::~CSqliteFile() {
     (void)Close();  // a destructor cannot report a failure
 }
 
-EPlatformError CSqliteFile::Open(const QString& path) {
+EPlatformError CSqliteFile::Open(const QString& path, quint32 version) {
+    m_version = version;
     // Neither SQLite nor Qt takes a path that starts with a slash or a point for a URI or a special
     // name. An absolute path would not do: the current folder's name may not be decodable.
     const QString plainPath = path.startsWith(u'/') ? path : QLatin1StringView("./") + path;
@@ -212,7 +213,7 @@ EPlatformError CSqliteFile::CheckHeader(bool hasJournal, bool& isEmpty) const {
     if (IsBlank(header) && hasJournal) {
         return kErrorSuccess;
     }
-    const EPlatformError error = JudgeHeader(header, size);
+    const EPlatformError error = JudgeHeader(header, size, {kVolumeApplicationId, m_version});
     return error == kErrorSuccess && !hasJournal && size % PageSizeIn(header) != 0 ? kErrorCorrupt
                                                                                    : error;
 }

@@ -9,6 +9,7 @@
 #include "store/engine/FileOperations.h"
 #include "store/engine/FileStamp.h"
 #include "store/engine/PlatformError.h"
+#include "store/engine/VolumeHeader.h"
 #include "store/engine/VolumeLock.h"
 #include "store/engine/VolumeWatch.h"
 
@@ -20,9 +21,9 @@ class CSqliteFile {
     CSqliteFile(const CSqliteFile&) = delete;
     CSqliteFile& operator=(const CSqliteFile&) = delete;
 
-    /// Opens a volume; a missing or empty file becomes one. A refused file is not changed, and a
-    /// file that this call created is removed again when it fails.
-    EPlatformError Open(const QString& path);
+    /// Opens a volume of that version; a missing or empty file becomes one. A refused file is not
+    /// changed, and a file that this call created is removed again when it fails.
+    EPlatformError Open(const QString& path, quint32 version = kVolumeVersion);
     /// Removes the file if Open created it: for a volume that could not be filled.
     void RemoveCreated();
     /// All statements must have been released.
@@ -72,6 +73,7 @@ class CSqliteFile {
     sqlite3* m_connection = nullptr;
     CVolumeWatch m_watch;
     QByteArray m_path;
+    quint32 m_version = kVolumeVersion;  ///< the only one that is accepted
     QByteArray m_keptJournal;
     std::optional<CFileStamp> m_created;  ///< of a file that was not there before Open
     CVolumeLock m_lock;                   ///< from Open until Close

@@ -26,11 +26,11 @@ CStorageEngine::~CStorageEngine() {
     (void)Unmount();  // a destructor cannot report a failure
 }
 
-EPlatformError CStorageEngine::Mount(const QString& path) {
+EPlatformError CStorageEngine::Mount(const QString& path, quint32 version) {
     if (IsMounted()) {
         return kErrorInvalidParameter;
     }
-    EPlatformError error = m_state->file.Open(path);
+    EPlatformError error = m_state->file.Open(path, version);
     if (error == kErrorSuccess) {
         error = m_state->PrepareStatements();
     }

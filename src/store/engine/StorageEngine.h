@@ -20,6 +20,7 @@
 
 #include "store/engine/PlatformError.h"
 #include "store/engine/PropertyValue.h"
+#include "store/engine/VolumeHeader.h"
 #include "store/engine/VolumeState.h"
 
 class CChangeListener;
@@ -43,7 +44,7 @@ class CStorageEngine {
     ~CStorageEngine();
 
     /// Creates the file when it is missing.
-    EPlatformError Mount(const QString& path);
+    EPlatformError Mount(const QString& path, quint32 version = kVolumeVersion);
     EPlatformError Unmount();
     /// Unmounts, and removes the file if Mount created it.
     EPlatformError Discard();

@@ -25,14 +25,21 @@ int PageSizeIn(const VolumeHeader& header) {
     return size > 1 ? size : kLargest;
 }
 
+quint32 VersionIn(const VolumeHeader& header) {
+    return qFromBigEndian<quint32>(&header[kUserVersionAt]);
+}
+
 EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize, CFileKind kind) {
     if (std::memcmp(header.data(), kMagic, sizeof(kMagic)) != 0 ||
         qFromBigEndian<quint32>(&header[kApplicationIdAt]) != kind.applicationId) {
         return kErrorBadFormat;
     }
-    const auto version = qFromBigEndian<quint32>(&header[kUserVersionAt]);
-    if (version != kind.version) {
-        return version > kind.version ? kErrorNewerVersion : kErrorBadFormat;
+    const quint32 version = VersionIn(header);
+    if (version == 0 || version > kind.version) {
+        return version == 0 ? kErrorBadFormat : kErrorNewerVersion;
+    }
+    if (version < kind.version) {
+        return kErrorOlderVersion;
     }
     // Format 1 is the only one we write; with another, SQLite would create files beside this one.
     // A file shorter than its header SQLite would treat as empty.

@@ -20,7 +20,9 @@ struct CFileKind {
 [[nodiscard]] bool IsBlank(const VolumeHeader& header);
 /// In bytes, of a header that JudgeHeader accepts; never 0.
 [[nodiscard]] int PageSizeIn(const VolumeHeader& header);
-/// kErrorBadFormat for a file that is not of that kind, kErrorNewerVersion, or kErrorCorrupt.
+[[nodiscard]] quint32 VersionIn(const VolumeHeader& header);
+/// kErrorBadFormat for a file that is not of that kind, kErrorNewerVersion, kErrorOlderVersion, or
+/// kErrorCorrupt.
 /// `fileSize` in bytes; a header beyond the end of a shorter file is filled up with zeros.
 EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize,
                            CFileKind kind = {kVolumeApplicationId, kVolumeVersion});

@@ -1,0 +1,141 @@
+// A volume of an older version, by a program whose version is one later than ours. As
+// "TestUpgrade --upgrade FILE" it is that program, which scripts/upgrade_trial.py kills.
+#include <QDir>
+#include <QRegularExpression>
+
+#include "store/RecordStore.h"
+#include "store/engine/StorageState.h"
+#include "support/CatalogueTest.h"
+#include "support/DataRows.h"
+#include "support/Files.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+EPlatformError AddTable(CSqliteFile& file) {
+    return file.Execute(
+        "CREATE TABLE added(id INTEGER PRIMARY KEY, body BLOB NOT NULL);"
+        "INSERT INTO added SELECT id, body FROM records");
+}
+
+EPlatformError AddTableAndFail(CSqliteFile& file) {
+    (void)AddTable(file);
+    return kErrorCorrupt;
+}
+
+constexpr UpgradeStep kSteps[] = {AddTable};
+constexpr UpgradeStep kFailingSteps[] = {AddTable, AddTableAndFail};
+constexpr qsizetype kVersionAt = 63;
+}  // namespace
+
+class TestUpgrade : public CCatalogueTest {
+    Q_OBJECT
+
+  private slots:
+    void init() {
+        MakeVolume();
+        AddCategory(Database(), u"Fruit"_s);
+        m_doc.reset();
+        m_before = Load(Path(u"v.db"_s));
+    }
+    void cleanup() { DropVolume(); }
+
+    void theUpgradedCopyTakesTheVolumesPlace() {
+        CRecordStore store;
+        QVERIFY(store.MountVolume(Path(u"v.db"_s), kSteps));
+        const QStringList kept = QDir(m_folder->path()).entryList({u"v-kept-*.db"_s});
+        QCOMPARE(m_messages->Said(),
+                 u"Your data was brought up to date. The former file is kept as '%1'."_s.arg(
+                     Path(kept.value(0))));
+        QCOMPARE(Load(Path(kept.value(0))), m_before);
+        CDatabaseHandle categories = store.OpenDatabase(u"Categories"_s, 0, 0, true);
+        QCOMPARE(store.CountRecords(categories), 1);
+        std::vector<QString> tables;
+        QCOMPARE(store.EngineState().file.ListTables(u"added", tables), int(kErrorSuccess));
+        QCOMPARE(tables.size(), std::size_t{1});
+        QVERIFY(store.UnmountVolume());
+        QVERIFY(store.MountVolume(Path(u"v.db"_s), kSteps));
+        QCOMPARE(Names(), kept + QStringList{u"v.db"_s});
+        // This program is the older one now.
+        QVERIFY(store.UnmountVolume());
+        QVERIFY(!store.MountVolume(Path(u"v.db"_s)));
+        QCOMPARE(m_messages->Said(), u"ERROR: CeMountDBVol failed (1150)"_s);
+    }
+
+    // The interrupted unit of work is undone in the upgraded one, too.
+    void aJournalOfTheVolumeIsPlayedIntoTheCopy() {
+        {
+            CSqliteFile file;
+            QCOMPARE(file.Open(Path(u"v.db"_s)), int(kErrorSuccess));
+            QCOMPARE(file.Execute("PRAGMA cache_size=1; PRAGMA cache_spill=1; BEGIN;"
+                                  "UPDATE records SET body=zeroblob(200000)"),
+                     int(kErrorSuccess));
+            QVERIFY(QFile::copy(Path(u"v.db"_s), Path(u"w.db"_s)));
+            QVERIFY(QFile::copy(Path(u"v.db-journal"_s), Path(u"w.db-journal"_s)));
+        }
+        QVERIFY(Load(Path(u"w.db"_s)) != m_before);
+        CRecordStore store;
+        QVERIFY(store.MountVolume(Path(u"w.db"_s), kSteps));
+        m_messages->TakeShown();
+        std::vector<CDatabaseInfo> databases;
+        QVERIFY(store.EnumerateDatabases(0, databases) && databases.size() == 6);
+        QCOMPARE(store.EngineState().file.CheckIntegrity(), int(kErrorSuccess));
+        CDatabaseHandle categories = store.OpenDatabase(u"Categories"_s, 0, 0, true);
+        PropertyList properties;
+        QVERIFY(store.ReadCurrent(categories, properties));
+        QCOMPARE(QDir(m_folder->path()).entryList({u"w-kept-*"_s}).size(), 2);
+        QVERIFY(!QFile::exists(Path(u"w.db-journal"_s)));
+    }
+
+    void aFailedUpgradeLeavesEverythingAsItWas_data() {
+        AddRows<const char*, const char*>({
+            {"a step", "step", "ERROR: CeMountDBVol failed (1392)"},
+            {"full disk", "full", "ERROR: CeMountDBVol failed (112)"},
+            {"damaged", "damaged", "ERROR: CeMountDBVol failed (1392)"},
+            {"version 0", "zero", "ERROR: CeMountDBVol failed (11)"},
+        });
+    }
+    void aFailedUpgradeLeavesEverythingAsItWas() {
+        const auto& [fault, text] = DataRow<const char*, const char*>();
+        const QByteArray kind = fault;
+        if (kind == "damaged") {
+            std::fill_n(m_before.end() - 8192, 8192, 'x');
+        } else if (kind == "zero") {
+            m_before[kVersionAt] = 0;
+        }
+        Save(Path(u"v.db"_s), m_before);
+        {
+            std::optional<CFileSizeLimit> limit;
+            if (kind == "full") {
+                limit.emplace(20'000);
+            }
+            CRecordStore store;
+            QVERIFY(!store.MountVolume(
+                Path(u"v.db"_s),
+                kind == "step" ? std::span<const UpgradeStep>(kFailingSteps) : kSteps));
+        }
+        QCOMPARE(m_messages->Said(), QString::fromLatin1(text));
+        QCOMPARE(Load(Path(u"v.db"_s)), m_before);
+        QCOMPARE(Names(), QStringList(u"v.db"_s));
+    }
+
+  private:
+    QStringList Names() const {
+        return QDir(m_folder->path()).entryList({u"v*"_s}, QDir::Files, QDir::Name);
+    }
+
+    QByteArray m_before;
+};
+
+int main(int argc, char* argv[]) {
+    QCoreApplication application(argc, argv);
+    const QStringList words = QCoreApplication::arguments();
+    if (words.value(1) == u"--upgrade"_s) {
+        CRecordingMessages messages;
+        return CRecordStore().MountVolume(words.value(2), kSteps) ? 0 : 1;
+    }
+    TestUpgrade test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "TestUpgrade.moc"
