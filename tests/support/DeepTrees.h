@@ -23,13 +23,21 @@ inline QByteArray InnerPage(qsizetype size, quint32 child, int cells) {
 }
 
 /// The file with so many inner pages between the page `root`, which counts from 1, and what it
-/// held.
+/// held. Page 1 begins with the file's header.
 inline QByteArray WithDeepTree(QByteArray file, qsizetype pageSize, qint64 root, int levels,
                                int cells) {
+    constexpr qsizetype kLeafHeader = 8;
     const qsizetype rootAt = (root - 1) * pageSize;
-    const QByteArray leaf = file.sliced(rootAt, pageSize);
+    const qsizetype header = root == 1 ? 100 : 0;
+    const QByteArray page = file.sliced(rootAt, pageSize);
+    const qsizetype places =
+        kLeafHeader + 2 * qFromBigEndian<quint16>(page.constData() + header + 3);
+    QByteArray leaf = page;
+    leaf.replace(0, places, page.sliced(header, places));
     auto next = static_cast<quint32>(file.size() / pageSize + 1);
-    file.replace(rootAt, pageSize, InnerPage(pageSize, next, cells));
+    QByteArray inner = InnerPage(pageSize, next, cells);
+    inner.remove(12 + 2 * cells, header);
+    file.replace(rootAt, pageSize, page.first(header) + inner);
     for (int level = 0; level < levels; ++level) {
         file += InnerPage(pageSize, ++next, cells);
     }

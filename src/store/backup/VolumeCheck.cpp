@@ -21,6 +21,7 @@ class CVolumeCheck {
     bool Run();
 
   private:
+    bool CheckTrees();
     void CheckPages();
     void CheckTables();
     void CheckIdentity();
@@ -42,6 +43,9 @@ class CVolumeCheck {
 };
 
 bool CVolumeCheck::Run() {
+    if (!CheckTrees()) {
+        return true;
+    }
     CheckPages();
     CheckTables();
     if (ReadDatabases(m_file, m_databases) != kErrorSuccess) {
@@ -58,15 +62,20 @@ bool CVolumeCheck::Run() {
     return true;
 }
 
-void CVolumeCheck::CheckPages() {
-    std::vector<QString> damaged;
-    if (m_file.ReadTrees(damaged) == kErrorSuccess && !damaged.empty()) {
-        for (const QString& name : damaged) {
-            m_findings.AddFault(
-                FormatText("The file is damaged: not all pages of '%s' can be read."_L1, {name}));
-        }
-        return;
+/// False when reading the tables might never end.
+bool CVolumeCheck::CheckTrees() {
+    std::vector<QString> endless;
+    if (m_file.CheckTrees(endless) != kErrorSuccess) {
+        return true;  // reported with the pages
     }
+    for (const QString& name : endless) {
+        m_findings.AddFault(
+            FormatText("The file is damaged: not all pages of '%s' can be read."_L1, {name}));
+    }
+    return endless.empty();
+}
+
+void CVolumeCheck::CheckPages() {
     CStatement check;
     if (check.Prepare(m_file, "PRAGMA integrity_check") != kErrorSuccess) {
         m_findings.AddFault(u"The file is damaged: its tables cannot be read."_s);

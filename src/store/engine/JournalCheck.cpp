@@ -1,5 +1,6 @@
 #include "store/engine/JournalCheck.h"
 
+#include "store/engine/VolumeHeader.h"
 #include "store/engine/VolumeIdentity.h"
 
 #include <fcntl.h>
@@ -22,7 +23,6 @@ constexpr int kRecordFrame = 8;  ///< page number and checksum
 // The journal of a transaction over several files ends with the name of their common journal, its
 // length, a checksum, and the magic again.
 
-constexpr qint64 kVolumePage = 8192;
 /// Offset of the number of cells in a page, after the page's kind and its first free block.
 constexpr int kCellCountAt = 3;
 
@@ -99,7 +99,7 @@ bool CJournalCheck::IsOfVolume(QFile& journal, const CHeader& header) const {
 
 // The table of databases is always on page 2.
 bool CJournalCheck::IsUnfilled() const {
-    const QByteArray count = m_readVolume(kVolumePage + kCellCountAt, sizeof(quint16));
+    const QByteArray count = m_readVolume(kVolumePageSize + kCellCountAt, sizeof(quint16));
     return count.size() < qsizetype{sizeof(quint16)} || qFromBigEndian<quint16>(count.data()) == 0;
 }
 

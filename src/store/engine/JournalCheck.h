@@ -3,12 +3,9 @@
 #pragma once
 
 #include <QByteArray>
-#include <functional>
 
 #include "store/engine/PlatformError.h"
-
-/// Reads `size` bytes of the volume as they are on disk; fewer at its end.
-using VolumeReader = std::function<QByteArray(qint64 offset, qint64 size)>;
+#include "store/engine/VolumeReader.h"
 
 /// The volume must be locked against writers, or the journal may be that of a running program.
 ///

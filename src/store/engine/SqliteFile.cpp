@@ -37,6 +37,8 @@ constexpr char kSettings[] =
     "PRAGMA secure_delete=ON;"
     "PRAGMA cache_size=-8192;";
 
+constexpr quint32 kSchemaPage = 1;
+
 constexpr char kJournalSuffix[] = "-journal";
 
 bool HasJournal(const QByteArray& path) {
@@ -148,6 +150,8 @@ EPlatformError CSqliteFile::LockAndCheck() {
     }
     if (error == kErrorSuccess && isEmpty) {
         error = Execute(kSchema);
+    } else if (error == kErrorSuccess && !WalkTrees().Ends(kSchemaPage)) {
+        error = kErrorCorrupt;  // the list of tables, which SQLite reads before anything else
     }
     return error == kErrorSuccess ? Commit() : error;
 }
@@ -259,37 +263,37 @@ EPlatformError CSqliteFile::CopyTo(const QString& path, const CopyProgress& prog
     return isCancelled ? kErrorOperationAborted : ErrorOf(result);
 }
 
-EPlatformError CSqliteFile::ReadTrees(std::vector<QString>& damaged) {
-    constexpr char kTrees[] =
-        "SELECT name, format('SELECT count(1) FROM \"%w\" ', tbl_name) ||"
-        " iif(type='index', format('INDEXED BY \"%w\"', name), 'NOT INDEXED')"
-        " FROM sqlite_schema WHERE rootpage>0";
-    std::vector<std::pair<QString, QByteArray>> trees;
+CTreeWalk CSqliteFile::WalkTrees() const {
+    sqlite3_file* file = OwnFile();
+    sqlite3_int64 size = 0;
+    file->pMethods->xFileSize(file, &size);
+    return {[this](qint64 offset, qint64 bytes) { return ReadRaw(offset, bytes); },
+            size / kVolumePageSize};
+}
+
+EPlatformError CSqliteFile::CheckTrees(std::vector<QString>& endless) {
+    endless.clear();
     CStatement list;
-    EPlatformError error = list.Prepare(*this, kTrees);
-    if (error == kErrorSuccess) {
-        list.Start({});
-        while (list.Next()) {
-            trees.emplace_back(list.GetText(0), list.GetText(1).toUtf8());
-        }
-        error = list.Finish();
+    if (const EPlatformError error =
+            list.Prepare(*this, "SELECT name, rootpage FROM sqlite_schema WHERE rootpage>0");
+        error != kErrorSuccess) {
+        return error;
     }
-    damaged.clear();
-    for (const auto& [name, sql] : trees) {
-        CStatement read;
-        // A cursor refuses a tree that is deeper than 20 pages.
-        if (read.Prepare(*this, sql.constData()) != kErrorSuccess ||
-            read.Run({}) != kErrorSuccess) {
-            damaged.push_back(name);
+    CTreeWalk walk = WalkTrees();
+    (void)walk.Ends(kSchemaPage);  // known since the file was opened; no other tree may lead there
+    list.Start({});
+    while (list.Next()) {
+        if (!walk.Ends(static_cast<quint32>(list.GetInteger(1)))) {
+            endless.push_back(list.GetText(0));
         }
     }
-    return error;
+    return list.Finish();
 }
 
 EPlatformError CSqliteFile::CheckIntegrity() {
-    std::vector<QString> damaged;
-    if (const EPlatformError error = ReadTrees(damaged);
-        error != kErrorSuccess || !damaged.empty()) {
+    std::vector<QString> endless;
+    if (const EPlatformError error = CheckTrees(endless);
+        error != kErrorSuccess || !endless.empty()) {
         return error == kErrorSuccess ? kErrorCorrupt : error;
     }
     CStatement check;

@@ -9,6 +9,7 @@
 #include "store/engine/FileOperations.h"
 #include "store/engine/FileStamp.h"
 #include "store/engine/PlatformError.h"
+#include "store/engine/TreeWalk.h"
 #include "store/engine/VolumeHeader.h"
 #include "store/engine/VolumeLock.h"
 #include "store/engine/VolumeWatch.h"
@@ -40,10 +41,9 @@ class CSqliteFile {
 
     /// Reads the whole file; kErrorCorrupt when any page is damaged or used twice.
     EPlatformError CheckIntegrity();
-    /// Reads every page of every table and index. `damaged` gets the names of those that cannot be
-    /// read; CheckIntegrity fails then. The first step of a check, since SQLite's own one overflows
-    /// the stack in a tree that somebody made as deep as a file has pages.
-    EPlatformError ReadTrees(std::vector<QString>& damaged);
+    /// `endless` gets the names of the tables and indexes whose pages do not end, see CTreeWalk.
+    /// CheckIntegrity fails then; so must any check before it reads them. Not within a transaction.
+    EPlatformError CheckTrees(std::vector<QString>& endless);
 
     EPlatformError Begin();
     EPlatformError Commit();
@@ -68,6 +68,7 @@ class CSqliteFile {
     EPlatformError LockAndCheck();
     EPlatformError CheckHeader(bool hasJournal, bool& isEmpty) const;
     EPlatformError AdmitJournal();
+    [[nodiscard]] CTreeWalk WalkTrees() const;
     [[nodiscard]] sqlite3_file* OwnFile() const;
 
     sqlite3* m_connection = nullptr;

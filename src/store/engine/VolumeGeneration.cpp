@@ -1,8 +1,6 @@
 #include "store/engine/VolumeGeneration.h"
 
-namespace {
-constexpr qint64 kPageSize = 8192;
-}
+#include "store/engine/VolumeHeader.h"
 
 EPlatformError CVolumeGeneration::Load() {
     EPlatformError error = FindPage();
@@ -37,7 +35,7 @@ EPlatformError CVolumeGeneration::FindPage() {
     }
     find.Start({});
     if (find.Next()) {
-        m_page = (find.GetInteger(0) - 1) * kPageSize;
+        m_page = (find.GetInteger(0) - 1) * kVolumePageSize;
     }
     return find.Finish();
 }
@@ -46,7 +44,7 @@ bool CVolumeGeneration::IsInPlace() {
     if (!m_stored) {
         return true;
     }
-    const auto row = CVolumeIdentity::FindIn(m_file.ReadRaw(m_page, kPageSize));
+    const auto row = CVolumeIdentity::FindIn(m_file.ReadRaw(m_page, kVolumePageSize));
     // The next row is there when a failed unit could not be rolled back yet.
     return row == *m_stored || row == m_next;
 }

@@ -9,6 +9,7 @@
 inline constexpr quint32 kVolumeApplicationId = 0x564C4D52;  ///< "VLMR"
 inline constexpr quint32 kVolumeVersion = 1;
 inline constexpr int kVolumeHeaderSize = 100;
+inline constexpr int kVolumePageSize = 8192;
 using VolumeHeader = std::array<uchar, kVolumeHeaderSize>;
 
 /// What a header says its file is.

@@ -70,7 +70,8 @@ class TestVolumeCheck : public CDiaryTest {
              "Exlib: a database of an unknown kind.|The database 'Exlib' is missing."},
             {"order", "UPDATE databases SET sort=64 WHERE name='Foods'",
              "Foods: the records are in another order than they should be."},
-            {"table", "CREATE TABLE more(id)", "Note: The table 'more' is of another program."},
+            {"table", "CREATE TABLE more(id); CREATE INDEX some ON more(id) WHERE id>1",
+             "Note: The table 'more' is of another program."},
             {"identity", "UPDATE identity SET body=x'00'",
              "The identity of the data file is damaged."},
             {"history", "UPDATE history_changes_1 SET seal=0",
@@ -134,28 +135,31 @@ class TestVolumeCheck : public CDiaryTest {
         }
     }
 
-    /// Following such a tree without a limit takes more stack than there is.
-    void aTreeAsDeepAsItsFileIsDamage() {
-        constexpr qsizetype kSmallPage = 1024;
+    void aTreeWithoutAnEndIsDamage_data() {
+        AddRows<const char*, int, int, const char*>({
+            {"deep", "blocks", 25, 1,
+             "The file is damaged: not all pages of 'blocks' can be read."},
+            {"wide", "blocks", 18, 60,
+             "The file is damaged: not all pages of 'blocks' can be read."},
+            {"wide index", "directory", 18, 60,
+             "The file is damaged: not all pages of 'directory' can be read."},
+            {"list of tables", "", 18, 60, "The file 'v.db' is damaged."},
+        });
+    }
+    /// Following such a tree takes more stack than there is, or more time.
+    void aTreeWithoutAnEndIsDamage() {
+        const auto& [name, levels, cells, line] = DataRow<const char*, int, int, const char*>();
         m_doc.reset();
-        qint64 root = 0;
-        {
-            CSqliteFile file;
-            QCOMPARE(file.Open(Path(u"v.db"_s)), int(kErrorSuccess));
-            QCOMPARE(file.Execute("PRAGMA page_size=1024; VACUUM"), int(kErrorSuccess));
-            CStatement find;
-            QCOMPARE(find.Prepare(file, "SELECT rootpage FROM sqlite_schema WHERE name='blocks'"),
-                     int(kErrorSuccess));
-            find.Start({});
-            QVERIFY(find.Next());
-            root = find.GetInteger(0);
-        }
-        Save(Path(u"v.db"_s), WithDeepTree(Load(Path(u"v.db"_s)), kSmallPage, root, 100'000, 1));
+        const qint64 root = RootOf(QString::fromLatin1(name));
+        const QByteArray hostile = WithDeepTree(Load(Path(u"v.db"_s)), kPage, root, levels, cells);
+        Save(Path(u"v.db"_s), hostile);
+        QString expected = QString::fromLatin1(line);
+        expected.replace(u"v.db"_s, Path(u"v.db"_s));
         CFindings findings;
         QVERIFY(CheckFile(Path(u"v.db"_s), findings));
-        QVERIFY2(Lines(findings).startsWith(
-                     u"The file is damaged: not all pages of 'blocks' can be read."_s),
-                 qPrintable(Lines(findings)));
+        QCOMPARE(Lines(findings), expected);
+        QVERIFY(!RestoreBackup(Path(u"v.db"_s), Path(u"other.db"_s), QDateTime::currentDateTime()));
+        QCOMPARE(m_messages->Said(), u"The file '%1' is damaged."_s.arg(Path(u"v.db"_s)));
     }
 
     void whatRecordsSayOfEachOther() {
@@ -281,6 +285,18 @@ class TestVolumeCheck : public CDiaryTest {
                        !findings.HasFaults()
                    ? QString()
                    : u"checked: "_s + Lines(findings);
+    }
+    /// The first page of a table or index; that of the list of them without a name.
+    qint64 RootOf(const QString& name) {
+        CSqliteFile file;
+        CStatement find;
+        if (name.isEmpty() || file.Open(Path(u"v.db"_s)) != kErrorSuccess ||
+            find.Prepare(file, "SELECT rootpage FROM sqlite_schema WHERE name=?") !=
+                kErrorSuccess) {
+            return 1;
+        }
+        find.Start({name});
+        return find.Next() ? find.GetInteger(0) : 1;
     }
     static QString Lines(const CFindings& findings) {
         QStringList lines;
