@@ -1,13 +1,17 @@
 #include "store/backup/PageScan.h"
 
+#include <unistd.h>
+
 #include <QtEndian>
 #include <algorithm>
 #include <array>
 
+#include "store/engine/VolumeHeader.h"
+
 namespace {
 // The format of SQLite's files; numbers are big-endian.
+constexpr int kPageCountAt = 28;
 constexpr int kFirstFreeTrunkAt = 32;
-constexpr int kFileHeader = 100;  ///< at the start of page 1
 constexpr uchar kTableLeaf = 0x0D;
 constexpr uchar kIndexLeaf = 0x0A;
 constexpr uchar kIndexInner = 0x02;
@@ -16,10 +20,10 @@ constexpr int kLeafHeader = 8;
 constexpr int kInnerHeader = 12;
 constexpr int kPageNumberSize = 4;
 // The most that a cell holds of a payload by itself, and what it holds of a longer one.
-constexpr qint64 kMostInTable = CPageScan::kPageSize - 35;
-constexpr qint64 kMostInIndex = (CPageScan::kPageSize - 12) * 64 / 255 - 23;
-constexpr qint64 kLeast = (CPageScan::kPageSize - 12) * 32 / 255 - 23;
-constexpr qint64 kOverflow = CPageScan::kPageSize - kPageNumberSize;
+constexpr qint64 kMostInTable = kVolumePageSize - 35;
+constexpr qint64 kMostInIndex = (kVolumePageSize - 12) * 64 / 255 - 23;
+constexpr qint64 kLeast = (kVolumePageSize - 12) * 32 / 255 - 23;
+constexpr qint64 kOverflow = kVolumePageSize - kPageNumberSize;
 /// Longer than any record.
 constexpr qint64 kMostPayload = qint64{64} << 20;
 
@@ -135,47 +139,54 @@ bool TakeValues(QByteArrayView payload, std::vector<ScannedValue>& values) {
 
 bool CPageScan::Open(const QString& path) {
     m_file.setFileName(path);
-    if (!m_file.open(QIODevice::ReadOnly)) {
+    if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || m_file.size() == 0) {
         return false;
     }
-    const qint64 size = m_file.size();
-    const uchar* bytes = size > 0 ? m_file.map(0, size) : nullptr;
-    m_bytes = {bytes, bytes == nullptr ? 0 : size};
-    m_pages = static_cast<quint32>((m_bytes.size() + kPageSize - 1) / kPageSize);
-    FindFreePages();
-    return bytes != nullptr;
+    m_pages = static_cast<quint32>((m_file.size() + kVolumePageSize - 1) / kVolumePageSize);
+    m_isFree.assign(std::size_t{m_pages} + 1, false);
+    const QByteArray first = Page(1);
+    if (first.size() >= kVolumeHeaderSize) {
+        m_isCut = NumberAt32(first, kPageCountAt) > m_pages;
+        FindFreePages(NumberAt32(first, kFirstFreeTrunkAt));
+    }
+    return true;
 }
 
 // What is free may still look like rows.
-void CPageScan::FindFreePages() {
-    const bool hasHeader = m_bytes.size() >= kFileHeader;
-    quint32 trunk = hasHeader ? NumberAt32(m_bytes, kFirstFreeTrunkAt) : 0;
-    while (trunk > 1 && trunk <= m_pages && m_free.insert(trunk).second) {
-        const QByteArrayView page = Page(trunk);
-        if (page.size() < kPageSize) {
+void CPageScan::FindFreePages(quint32 trunk) {
+    while (trunk > 1 && trunk <= m_pages && !m_isFree[trunk]) {
+        m_isFree[trunk] = true;
+        const QByteArray page = Page(trunk);
+        if (page.size() < kVolumePageSize) {
             return;
         }
-        const quint32 count =
-            std::min<quint32>(NumberAt32(page, kPageNumberSize), kPageSize / kPageNumberSize - 2);
+        const quint32 count = std::min<quint32>(NumberAt32(page, kPageNumberSize),
+                                                kVolumePageSize / kPageNumberSize - 2);
         for (quint32 i = 0; i < count; ++i) {
-            m_free.insert(NumberAt32(page, (qsizetype{i} + 2) * kPageNumberSize));
+            const quint32 number = NumberAt32(page, (qsizetype{i} + 2) * kPageNumberSize);
+            if (number <= m_pages) {
+                m_isFree[number] = true;
+            }
         }
         trunk = NumberAt32(page, 0);
     }
 }
 
-QByteArrayView CPageScan::Page(quint32 number) const {
-    const qint64 start = (qint64{number} - 1) * kPageSize;
-    return m_bytes.sliced(start, std::min<qint64>(kPageSize, m_bytes.size() - start));
+// A mapped file would end the program where the disk cannot read it.
+QByteArray CPageScan::Page(quint32 number) const {
+    QByteArray page(kVolumePageSize, Qt::Uninitialized);
+    const ssize_t read = ::pread(m_file.handle(), page.data(), kVolumePageSize,
+                                 (qint64{number} - 1) * kVolumePageSize);
+    page.truncate(std::max<ssize_t>(read, 0));
+    return page;
 }
 
-std::optional<CPageScan::CPageKind> CPageScan::KindOf(quint32 number) const {
-    if (number < 1 || number > m_pages || m_free.contains(number)) {
+std::optional<CPageScan::CPageKind> CPageScan::KindOf(quint32 number, QByteArrayView page) const {
+    if (number < 1 || number > m_pages || m_isFree[number]) {
         return std::nullopt;
     }
-    const QByteArrayView page = Page(number);
     CPageKind kind;
-    kind.header = number == 1 ? kFileHeader : 0;
+    kind.header = number == 1 ? kVolumeHeaderSize : 0;
     if (page.size() < kind.header + kInnerHeader) {
         return std::nullopt;
     }
@@ -191,21 +202,23 @@ std::optional<CPageScan::CPageKind> CPageScan::KindOf(quint32 number) const {
 
 void CPageScan::ForEachRow(
     quint32 page, const std::function<void(const CRowPlace&, const CScannedRow&)>& visit) const {
-    const std::optional<CPageKind> kind = KindOf(page);
+    const QByteArray bytes = Page(page);
+    const std::optional<CPageKind> kind = KindOf(page, bytes);
     for (int cell = 0; kind && cell < kind->cells; ++cell) {
-        if (const auto row = RowIn(page, *kind, cell)) {
+        if (const auto row = RowIn(bytes, *kind, cell)) {
             visit({page, static_cast<quint16>(cell)}, *row);
         }
     }
 }
 
 std::optional<CScannedRow> CPageScan::RowAt(const CRowPlace& place) const {
-    const std::optional<CPageKind> kind = KindOf(place.page);
-    return kind && place.cell < kind->cells ? RowIn(place.page, *kind, place.cell) : std::nullopt;
+    const QByteArray bytes = Page(place.page);
+    const std::optional<CPageKind> kind = KindOf(place.page, bytes);
+    return kind && place.cell < kind->cells ? RowIn(bytes, *kind, place.cell) : std::nullopt;
 }
 
-std::optional<CScannedRow> CPageScan::RowIn(quint32 number, const CPageKind& kind, int cell) const {
-    const QByteArrayView page = Page(number);
+std::optional<CScannedRow> CPageScan::RowIn(QByteArrayView page, const CPageKind& kind,
+                                            int cell) const {
     const int header = kind.header + (kind.isInner ? kInnerHeader : kLeafHeader);
     int at = NumberAt16(page, header + 2 * cell);
     if (kind.isInner) {
@@ -239,16 +252,16 @@ std::optional<QByteArray> CPageScan::PayloadAt(QByteArrayView local, qint64 size
     QByteArray payload = local.first(here).toByteArray();
     quint32 next = here < size ? NumberAt32(local, here) : 0;
     while (payload.size() < size) {
-        if (next < 2 || next > m_pages || m_free.contains(next)) {
+        if (next < 2 || next > m_pages || m_isFree[next]) {
             return std::nullopt;
         }
-        const QByteArrayView page = Page(next);
+        const QByteArray page = Page(next);
         const qint64 part = std::min<qint64>(kOverflow, size - payload.size());
         if (page.size() < kPageNumberSize + part) {
             return std::nullopt;
         }
         next = NumberAt32(page, 0);
-        payload += page.sliced(kPageNumberSize, part);
+        payload += QByteArrayView(page).sliced(kPageNumberSize, part);
     }
     return payload;
 }

@@ -5,7 +5,6 @@
 #include <QFile>
 #include <functional>
 #include <optional>
-#include <set>
 #include <variant>
 #include <vector>
 
@@ -28,14 +27,14 @@ struct CScannedRow {
     std::vector<ScannedValue> values;
 };
 
-/// The page size is that of every volume. Anything may be in the file.
+/// Anything may be in the file. A page that the disk cannot read has no rows.
 class CPageScan {
   public:
-    static constexpr qint64 kPageSize = 8192;
-
     /// False when the file cannot be read.
     bool Open(const QString& path);
     [[nodiscard]] quint32 CountPages() const { return m_pages; }
+    /// Whether the file has fewer pages than it had.
+    [[nodiscard]] bool IsCut() const { return m_isCut; }
     /// Calls `visit` with every row of a page that can be read.
     void ForEachRow(quint32 page,
                     const std::function<void(const CRowPlace&, const CScannedRow&)>& visit) const;
@@ -50,17 +49,17 @@ class CPageScan {
         int header = 0;  ///< offset of the page's header; the cells' places follow it
         int cells = 0;
     };
-    /// Shorter at the end of a file that was cut.
-    [[nodiscard]] QByteArrayView Page(quint32 number) const;
-    [[nodiscard]] std::optional<CPageKind> KindOf(quint32 number) const;
-    [[nodiscard]] std::optional<CScannedRow> RowIn(quint32 page, const CPageKind& kind,
+    /// Shorter at the end of a file that was cut; empty when it cannot be read.
+    [[nodiscard]] QByteArray Page(quint32 number) const;
+    [[nodiscard]] std::optional<CPageKind> KindOf(quint32 number, QByteArrayView page) const;
+    [[nodiscard]] std::optional<CScannedRow> RowIn(QByteArrayView page, const CPageKind& kind,
                                                    int cell) const;
     [[nodiscard]] std::optional<QByteArray> PayloadAt(QByteArrayView local, qint64 size,
                                                       bool isIndex) const;
-    void FindFreePages();
+    void FindFreePages(quint32 trunk);
 
     QFile m_file;
-    QByteArrayView m_bytes;
     quint32 m_pages = 0;
-    std::set<quint32> m_free;
+    bool m_isCut = false;
+    std::vector<bool> m_isFree;  ///< by page
 };
