@@ -52,7 +52,7 @@ CIndexRows ReadIndexRows(CSqliteFile& file, ObjectId database) {
         const bool isInOrder =
             ordinal > lastOrdinal && (rows.entries.empty() || rows.entries.back().key <= firstKey);
         lastOrdinal = ordinal;
-        rows.expected += read.GetInteger(2);
+        rows.expected += std::clamp<qint64>(read.GetInteger(2), 0, kBlockCapacity);
         rows.isSound = TakeEntries(read.GetBlob(3), firstKey, read.GetInteger(2), rows.entries) &&
                        isInOrder && rows.isSound;
     }

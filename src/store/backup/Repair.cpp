@@ -2,6 +2,7 @@
 
 #include <QSet>
 #include <algorithm>
+#include <set>
 
 #include "store/backup/Salvage.h"
 #include "store/engine/NamedValues.h"
@@ -33,6 +34,7 @@ class CNewVolume {
     EPlatformError AddLostNames();
     EPlatformError AddRecord(const CRecordLayout& layout, const PropertyList& properties);
     EPlatformError WriteValues();
+    [[nodiscard]] bool IsOwner(ObjectId id) const;
 
     CSalvage& m_salvage;
     CRepairSummary& m_summary;
@@ -109,11 +111,13 @@ EPlatformError CNewVolume::AddMissing() {
         create(QString::fromLatin1(layout->databaseName), *layout);
     }
     for (const CSalvagedDatabase& database : m_salvage.Databases()) {
-        if (database.layout != &kProfileLayout) {
-            continue;
-        }
+        const QString profile = database.layout == &kProfileLayout
+                                    ? database.info.name
+                                    : ProfileOfDiary(database.info.name, database.info.type);
         for (const CProfileDatabase& row : kProfileDatabases) {
-            create(database.info.name + QLatin1StringView(row.suffix), row.layout);
+            if (!profile.isEmpty()) {
+                create(profile + QLatin1StringView(row.suffix), row.layout);
+            }
         }
     }
     return error;
@@ -218,16 +222,23 @@ EPlatformError CNewVolume::AddRecord(const CRecordLayout& layout, const Property
 EPlatformError CNewVolume::WriteValues() {
     EPlatformError error = kErrorSuccess;
     for (const CSalvagedValue& value : m_salvage.Values()) {
-        const bool isOwned =
-            value.owner == 0 ||
-            std::ranges::any_of(m_salvage.Databases(), [&value](const auto& database) {
-                return database.info.id == value.owner;
-            });
-        if (error == kErrorSuccess && isOwned && !value.name.isEmpty()) {
+        if (error == kErrorSuccess && !value.name.isEmpty() &&
+            (value.owner == 0 || IsOwner(value.owner))) {
             error = CNamedValues(m_engine.State()).Write(value.owner, value.name, value.value);
         }
     }
     return error;
+}
+
+// Values under the name of another profile were another profile's.
+bool CNewVolume::IsOwner(ObjectId id) const {
+    return std::ranges::any_of(m_salvage.Databases(), [&](const auto& database) {
+        return database.info.id == id &&
+               std::ranges::any_of(m_salvage.Values(), [&](const CSalvagedValue& value) {
+                   return value.owner == id && value.name.isEmpty() &&
+                          value.value == database.info.name;
+               });
+    });
 }
 }  // namespace
 

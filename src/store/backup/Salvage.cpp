@@ -2,9 +2,9 @@
 
 #include <QtEndian>
 #include <algorithm>
-#include <unordered_set>
 
 #include "store/backup/RecordCheck.h"
+#include "store/backup/SalvagedNames.h"
 #include "store/engine/RecordCodec.h"
 #include "store/engine/VolumeIdentity.h"
 #include "store/records/DatabaseLayouts.h"
@@ -58,11 +58,11 @@ EPlatformError CSalvage::Read(const QString& path, const CopyProgress& progress)
             return kErrorOperationAborted;
         }
     }
-    if (m_records.empty() || (m_infos.empty() && m_blocks.empty())) {
+    if (m_records.empty() || (m_infos.empty() && m_blocks.empty() && m_directory.empty())) {
         return kErrorBadFormat;
     }
     PlaceListed();
-    NameDatabases();
+    NameDatabases(m_databases);
     PlaceUnlisted();
     return kErrorSuccess;
 }
@@ -104,7 +104,7 @@ void CSalvage::TakeTableRow(const CRowPlace& place, const CScannedRow& row) {
         }
     } else if (row.values.size() == kChangeColumns) {
         // Database, first record and number of records.
-        if (const auto numbers = Numbers(row, 1, 3)) {
+        if (const auto numbers = Numbers(row, 1, 3); numbers && numbers->at(1) > 0) {
             m_history[numbers->at(1)] = {numbers->at(0), numbers->at(2)};
         }
     }
@@ -124,78 +124,84 @@ void CSalvage::TakeIndexRow(const CScannedRow& row) {
     } else if (row.values.size() == kDirectoryColumns) {
         // Database, ordinal, first key, count, and the block's row.
         if (const auto numbers = Numbers(row, 0, kDirectoryColumns)) {
-            m_blocks.try_emplace(numbers->at(4),
-                                 CBlock{numbers->at(0), numbers->at(1), numbers->at(3), {}});
+            m_directory[numbers->at(4)] = {numbers->at(0), numbers->at(1), numbers->at(3), {}};
         }
     }
 }
 
 void CSalvage::PlaceListed() {
+    const auto rowOf = [](const auto& block) { return block.first; };
+    m_areListsWhole = !m_blocks.empty() && !m_scan.IsCut() &&
+                      std::ranges::equal(m_blocks, m_directory, {}, rowOf, rowOf);
     std::map<ObjectId, std::vector<const CBlock*>> blocks;
+    for (const auto& [row, block] : m_directory) {
+        m_blocks.try_emplace(row, block);
+    }
     for (const auto& [row, block] : m_blocks) {
-        blocks[block.database].push_back(&block);
+        blocks[OwnerOf(row, block)].push_back(&block);
     }
     for (const auto& [id, info] : m_infos) {
         blocks[id];
     }
-    std::unordered_set<ObjectId> placed;
     for (auto& [id, own] : blocks) {
         std::ranges::sort(own, {}, &CBlock::ordinal);
         CSalvagedDatabase& database = m_databases.emplace_back();
         database.info.id = id;
         if (const auto info = m_infos.find(id); info != m_infos.end()) {
             database.info = info->second;
+            database.layout = LayoutOfDatabase(database.info.name, database.info.type);
         }
+        std::vector<CIndexEntry> misfits;
         for (const CBlock* block : own) {
-            database.listed += std::clamp<qint64>(block->count, 0, kBlockCapacity);
-            for (const CIndexEntry& entry : block->entries) {
-                PropertyList properties;
-                if (m_records.contains(entry.record) && Decode(entry.record, properties) &&
-                    KeyOf(properties) && placed.insert(entry.record).second) {
-                    database.entries.push_back({*KeyOf(properties), entry.record});
-                }
-            }
+            PlaceBlock(*block, database, misfits);
+        }
+        if (const CRecordLayout* layout = LayoutOfFirst(misfits);
+            database.entries.empty() && layout != nullptr) {
+            // Its name or type is damaged.
+            database.layout = layout;
+            std::erase_if(misfits, [this](const CIndexEntry& entry) {
+                return !m_placed.insert(entry.record).second;
+            });
+            database.entries.swap(misfits);
         }
         std::ranges::stable_sort(database.entries, {}, &CIndexEntry::key);
-    }
-}
-
-// A profile's four databases are created one after the other.
-void CSalvage::NameDatabases() {
-    for (CSalvagedDatabase& database : m_databases) {
-        CDatabaseInfo& info = database.info;
-        database.layout = LayoutOfDatabase(info.name, info.type);
-        if (database.layout == nullptr) {
-            database.layout = LayoutOfFirst(database);
-        }
-        if (database.layout == nullptr || !info.name.isEmpty()) {
-            continue;
-        }
-        info.type = database.layout->databaseType;
-        info.sortPropertyId = database.layout->SortPropertyId();
-        info.name = QString::fromLatin1(database.layout->databaseName);
-        for (std::size_t i = 0; i < kProfileDatabases.size(); ++i) {
-            const CProfileDatabase& row = kProfileDatabases[i];
-            if (&row.layout != database.layout) {
-                continue;
-            }
-            const auto profile = std::ranges::find_if(m_databases, [&](const auto& other) {
-                return other.layout == &kProfileLayout &&
-                       other.info.id == info.id - static_cast<ObjectId>(i);
-            });
-            const QString name = profile != m_databases.end() && profile->info.id != info.id
-                                     ? profile->info.name
-                                     : QStringLiteral("Profile %1").arg(info.id);
-            info.name = name + QLatin1StringView(row.suffix);
-        }
     }
     std::erase_if(m_databases,
                   [](const CSalvagedDatabase& database) { return database.layout == nullptr; });
 }
 
-const CRecordLayout* CSalvage::LayoutOfFirst(const CSalvagedDatabase& database) const {
+// A record that does not fit is one of another database.
+void CSalvage::PlaceBlock(const CBlock& block, CSalvagedDatabase& database,
+                          std::vector<CIndexEntry>& misfits) {
+    database.listed += std::clamp<qint64>(block.count, 0, kBlockCapacity);
+    for (const CIndexEntry& entry : block.entries) {
+        PropertyList properties;
+        if (!m_records.contains(entry.record) || !Decode(entry.record, properties)) {
+            continue;
+        }
+        const std::optional<qint64> key = KeyOf(properties);
+        const bool fits = database.layout != nullptr &&
+                          FitsLayout(properties, LayoutOfRecord(properties, *database.layout));
+        if (key && !fits) {
+            misfits.push_back({*key, entry.record});
+        } else if (key && m_placed.insert(entry.record).second) {
+            database.entries.push_back({*key, entry.record});
+        }
+    }
+}
+
+// The database of a block is in its row and in the directory. One that is in no list is damaged.
+ObjectId CSalvage::OwnerOf(qint64 row, const CBlock& block) const {
+    const auto other = m_directory.find(row);
+    return !m_infos.contains(block.database) && other != m_directory.end() &&
+                   m_infos.contains(other->second.database)
+               ? other->second.database
+               : block.database;
+}
+
+const CRecordLayout* CSalvage::LayoutOfFirst(const std::vector<CIndexEntry>& entries) const {
     PropertyList properties;
-    if (database.entries.empty() || !Decode(database.entries.front().record, properties)) {
+    if (entries.empty() || !Decode(entries.front().record, properties)) {
         return nullptr;
     }
     for (const CRecordLayout* layout : kCatalogueDatabases) {
@@ -212,15 +218,9 @@ const CRecordLayout* CSalvage::LayoutOfFirst(const CSalvagedDatabase& database) 
 }
 
 void CSalvage::PlaceUnlisted() {
-    std::unordered_set<ObjectId> listed;
-    for (const CSalvagedDatabase& database : m_databases) {
-        for (const CIndexEntry& entry : database.entries) {
-            listed.insert(entry.record);
-        }
-    }
     std::vector<ObjectId> unlisted;
     for (const auto& [record, place] : m_records) {
-        if (!listed.contains(record)) {
+        if (!m_placed.contains(record)) {
             unlisted.push_back(record);
         }
     }
@@ -267,12 +267,14 @@ CSalvagedDatabase* CSalvage::HomeOf(ObjectId record, const PropertyList& propert
         }
         only = &database;
         ++homes;
-        if (std::ssize(database.entries) < database.listed) {
+        if (database.HasGap()) {
             withGap = &database;
             ++gaps;
         }
     }
-    if (homes == 1) {
+    // What a profile left that could not be deleted whole is nobody else's.
+    const bool isOfProfile = only != nullptr && only->info.type != kCatalogueType;
+    if (homes == 1 && !(isOfProfile && m_areListsWhole)) {
         return only;
     }
     return gaps == 1 ? withGap : nullptr;

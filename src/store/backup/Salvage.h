@@ -3,6 +3,7 @@
 
 #include <map>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "store/backup/PageScan.h"
 #include "store/engine/FileOperations.h"
@@ -15,6 +16,8 @@ struct CSalvagedDatabase {
     const CRecordLayout* layout = nullptr;  ///< never null once Read has returned
     std::vector<CIndexEntry> entries;       ///< records that can be read, in their order
     qint64 listed = 0;                      ///< records that the index lists, as far as it is known
+
+    [[nodiscard]] bool HasGap() const { return std::ssize(entries) < listed; }
 };
 
 struct CSalvagedValue {
@@ -23,8 +26,8 @@ struct CSalvagedValue {
     QString value;
 };
 
-/// A record that no list names goes to the only database of its layout, or to the one that the
-/// history names, or to the only one whose list has a gap.
+/// A record that no list names goes to the database that the history names, or to the only one of
+/// its layout, or to the only one whose list has a gap; to a diary only if lists are damaged.
 class CSalvage {
   public:
     /// Reads the file. kErrorBadFormat when there is nothing of a volume in it.
@@ -44,7 +47,7 @@ class CSalvage {
         ObjectId database = 0;
         qint64 ordinal = 0;
         qint64 count = 0;
-        std::vector<CIndexEntry> entries;  ///< none: only the directory knows the block
+        std::vector<CIndexEntry> entries;  ///< none in the directory
     };
 
     /// Consecutive records that were added to a database.
@@ -57,19 +60,24 @@ class CSalvage {
     void TakeTableRow(const CRowPlace& place, const CScannedRow& row);
     void TakeIndexRow(const CScannedRow& row);
     void PlaceListed();
-    void NameDatabases();
+    void PlaceBlock(const CBlock& block, CSalvagedDatabase& database,
+                    std::vector<CIndexEntry>& misfits);
+    [[nodiscard]] ObjectId OwnerOf(qint64 row, const CBlock& block) const;
     void PlaceUnlisted();
     CSalvagedDatabase* HomeOf(ObjectId record, const PropertyList& properties);
     [[nodiscard]] ObjectId HomeInHistory(ObjectId record) const;
     [[nodiscard]] bool Decode(ObjectId record, PropertyList& properties) const;
-    [[nodiscard]] const CRecordLayout* LayoutOfFirst(const CSalvagedDatabase& database) const;
+    [[nodiscard]] const CRecordLayout* LayoutOfFirst(const std::vector<CIndexEntry>& entries) const;
 
     CPageScan m_scan;
     std::unordered_map<ObjectId, CRowPlace> m_records;
     std::map<ObjectId, CDatabaseInfo> m_infos;
-    std::map<qint64, CBlock> m_blocks;   ///< by the identifier of their row
-    std::map<ObjectId, CRun> m_history;  ///< by the first record; the last change of it
+    std::map<qint64, CBlock> m_blocks;     ///< by the identifier of their row
+    std::map<qint64, CBlock> m_directory;  ///< the same as the index of the blocks has it
+    std::map<ObjectId, CRun> m_history;    ///< by the first record; the last change of it
+    std::unordered_set<ObjectId> m_placed;
     std::vector<CSalvagedDatabase> m_databases;
     std::vector<CSalvagedValue> m_values;
+    bool m_areListsWhole = false;  ///< every block is in its table and in the index of it
     int m_homeless = 0;
 };
