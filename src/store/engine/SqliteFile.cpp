@@ -218,8 +218,9 @@ EPlatformError CSqliteFile::CheckHeader(bool hasJournal, bool& isEmpty) const {
         return kErrorSuccess;
     }
     const EPlatformError error = JudgeHeader(header, size, {kVolumeApplicationId, m_version});
-    return error == kErrorSuccess && !hasJournal && size % PageSizeIn(header) != 0 ? kErrorCorrupt
-                                                                                   : error;
+    const bool hasOurPages =
+        PageSizeIn(header) == kVolumePageSize && (hasJournal || size % kVolumePageSize == 0);
+    return error == kErrorSuccess && !hasOurPages ? kErrorCorrupt : error;
 }
 
 EPlatformError CSqliteFile::Close() {
