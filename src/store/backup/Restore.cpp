@@ -49,13 +49,10 @@ EPlatformError CRestore::CheckCopy(const CopyProgress& progress) {
             QFile::remove(journal);  // a copy of one that is not the file's
         }
         if (error == kErrorSuccess) {
-            error = copy.CheckIntegrity();
-        }
-        if (error == kErrorSuccess) {
             error = CheckVolume(copy, findings, progress);
         }
-        if (error != kErrorSuccess) {
-            return error;
+        if (error != kErrorSuccess || findings.IsFileDamaged()) {
+            return error == kErrorSuccess ? kErrorCorrupt : error;
         }
         m_faults = findings.CountFaults();
     }

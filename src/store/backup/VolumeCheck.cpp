@@ -8,6 +8,7 @@
 #include "store/backup/ReferenceCheck.h"
 #include "store/engine/HistoryTables.h"
 #include "store/engine/VolumeIdentity.h"
+#include "store/engine/WatchedWork.h"
 #include "store/records/DatabaseLayouts.h"
 
 using namespace Qt::StringLiterals;
@@ -15,10 +16,10 @@ using namespace Qt::StringLiterals;
 namespace {
 class CVolumeCheck {
   public:
-    CVolumeCheck(CSqliteFile& file, CFindings& findings, const CopyProgress& progress)
-        : m_file(file), m_findings(findings), m_progress(progress) {}
+    CVolumeCheck(CSqliteFile& file, CFindings& findings, CWatchedWork& work)
+        : m_file(file), m_findings(findings), m_work(work) {}
 
-    bool Run();
+    void Run();
 
   private:
     bool CheckTrees();
@@ -38,13 +39,14 @@ class CVolumeCheck {
 
     CSqliteFile& m_file;
     CFindings& m_findings;
-    const CopyProgress& m_progress;
+    CWatchedWork& m_work;
     std::vector<CDatabaseInfo> m_databases;
 };
 
-bool CVolumeCheck::Run() {
+// Once it is cancelled, nothing can be read any more and no finding counts.
+void CVolumeCheck::Run() {
     if (!CheckTrees()) {
-        return true;
+        return;
     }
     CheckPages();
     CheckTables();
@@ -53,13 +55,11 @@ bool CVolumeCheck::Run() {
     }
     CheckIdentity();
     CheckDatabases();
-    if (!CheckRecords()) {
-        return false;
+    if (CheckRecords()) {
+        CheckBlockOwners();
+        CheckValues();
+        CheckHistory();
     }
-    CheckBlockOwners();
-    CheckValues();
-    CheckHistory();
-    return true;
 }
 
 /// False when reading the tables might never end.
@@ -69,8 +69,7 @@ bool CVolumeCheck::CheckTrees() {
         return true;  // reported with the pages
     }
     for (const QString& name : endless) {
-        m_findings.AddFault(
-            FormatText("The file is damaged: not all pages of '%s' can be read."_L1, {name}));
+        m_findings.AddDamage(FormatText("not all pages of '%s' can be read"_L1, {name}));
     }
     return endless.empty();
 }
@@ -78,19 +77,19 @@ bool CVolumeCheck::CheckTrees() {
 void CVolumeCheck::CheckPages() {
     CStatement check;
     if (check.Prepare(m_file, "PRAGMA integrity_check") != kErrorSuccess) {
-        m_findings.AddFault(u"The file is damaged: its tables cannot be read."_s);
+        m_findings.AddDamage(u"its tables cannot be read"_s);
         return;
     }
     check.Start({});
     while (check.Next()) {
         for (const QString& line : check.GetText(0).split(u'\n', Qt::SkipEmptyParts)) {
             if (line != u"ok"_s && line != u"*** in database main ***"_s) {
-                m_findings.AddFault(FormatText("The file is damaged: %s."_L1, {line}));
+                m_findings.AddDamage(line);
             }
         }
     }
     if (check.Finish() != kErrorSuccess) {
-        m_findings.AddFault(u"The file is damaged: not all of its pages can be read."_s);
+        m_findings.AddDamage(u"not all of its pages can be read"_s);
     }
 }
 
@@ -189,7 +188,7 @@ void CVolumeCheck::CheckName(const CDatabaseInfo& database) {
 bool CVolumeCheck::CheckRecords() {
     const qint64 total = CountOf("SELECT sum(count) FROM blocks");
     qint64 done = 0;
-    const auto pulse = [&] { return !m_progress || m_progress(++done, total); };
+    const auto pulse = [&] { return m_work.Update(++done, total); };
     CDatabaseCheck check(m_file, m_findings);
     CReferenceCheck references;
     std::set<QString> withSettings;
@@ -288,8 +287,14 @@ qint64 CVolumeCheck::CountOf(const char* sql) {
 }
 }  // namespace
 
-EPlatformError CheckVolume(CSqliteFile& volume, CFindings& findings, const CopyProgress& progress) {
-    return CVolumeCheck(volume, findings, progress).Run() ? kErrorSuccess : kErrorOperationAborted;
+EPlatformError CheckVolume(CSqliteFile& volume, CFindings& findings, const CopyProgress& progress,
+                           EVolumeUse use) {
+    CWatchedWork work(volume, progress);
+    if (use == EVolumeUse::Shown) {
+        volume.SetPulse({});
+    }
+    CVolumeCheck(volume, findings, work).Run();
+    return work.IsCancelled() ? kErrorOperationAborted : kErrorSuccess;
 }
 
 EPlatformError ReadDatabases(CSqliteFile& volume, std::vector<CDatabaseInfo>& databases) {

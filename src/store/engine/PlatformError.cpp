@@ -24,6 +24,7 @@ constexpr CErrorRow kErrorTable[] = {
     {SQLITE_BUSY, kErrorSharingViolation},
     {SQLITE_LOCKED, kErrorSharingViolation},
     {SQLITE_FULL, kErrorDiskFull},
+    {SQLITE_INTERRUPT, kErrorOperationAborted},
     {SQLITE_NOTFOUND, kErrorFileNotFound},
     {SQLITE_NOTADB, kErrorBadFormat},
     {SQLITE_TOOBIG, kErrorInvalidParameter},

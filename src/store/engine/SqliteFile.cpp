@@ -8,6 +8,7 @@
 #include "store/engine/JournalCheck.h"
 #include "store/engine/Statement.h"
 #include "store/engine/VolumeHeader.h"
+#include "store/engine/WatchedWork.h"
 
 #include <QFileInfo>
 #include <algorithm>
@@ -291,7 +292,8 @@ EPlatformError CSqliteFile::CheckTrees(std::vector<QString>& endless) {
     return list.Finish();
 }
 
-EPlatformError CSqliteFile::CheckIntegrity() {
+EPlatformError CSqliteFile::CheckIntegrity(const CopyProgress& progress) {
+    const CWatchedWork work(*this, progress);
     std::vector<QString> endless;
     if (const EPlatformError error = CheckTrees(endless);
         error != kErrorSuccess || !endless.empty()) {
@@ -306,6 +308,13 @@ EPlatformError CSqliteFile::CheckIntegrity() {
     const bool isSound = check.Next() && check.GetText(0) == QLatin1StringView("ok");
     const EPlatformError error = check.Finish();
     return error == kErrorSuccess && !isSound ? kErrorCorrupt : error;
+}
+
+void CSqliteFile::SetPulse(std::function<bool()> pulse) {
+    constexpr int kSteps = 100'000;  // of SQLite's machine: some milliseconds
+    m_pulse = std::move(pulse);
+    const auto call = [](void* file) { return static_cast<CSqliteFile*>(file)->m_pulse() ? 0 : 1; };
+    sqlite3_progress_handler(m_connection, kSteps, m_pulse ? +call : nullptr, this);
 }
 
 EPlatformError CSqliteFile::Begin() {

@@ -39,11 +39,16 @@ class CSqliteFile {
     /// Copies the content of the open file to another one. Not within a transaction.
     EPlatformError CopyTo(const QString& path, const CopyProgress& progress = {});
 
-    /// Reads the whole file; kErrorCorrupt when any page is damaged or used twice.
-    EPlatformError CheckIntegrity();
+    /// Reads the whole file; kErrorCorrupt when any page is damaged or used twice. Nothing else may
+    /// use the file while `progress` runs.
+    EPlatformError CheckIntegrity(const CopyProgress& progress = {});
     /// `endless` gets the names of the tables and indexes whose pages do not end, see CTreeWalk.
     /// CheckIntegrity fails then; so must any check before it reads them. Not within a transaction.
     EPlatformError CheckTrees(std::vector<QString>& endless);
+
+    /// From now on, long statements call `pulse` now and then, and fail with kErrorOperationAborted
+    /// once it returns false. See CWatchedWork.
+    void SetPulse(std::function<bool()> pulse);
 
     EPlatformError Begin();
     EPlatformError Commit();
@@ -78,4 +83,5 @@ class CSqliteFile {
     QByteArray m_keptJournal;
     std::optional<CFileStamp> m_created;  ///< of a file that was not there before Open
     CVolumeLock m_lock;                   ///< from Open until Close
+    std::function<bool()> m_pulse;
 };

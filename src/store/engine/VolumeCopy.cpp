@@ -26,22 +26,23 @@ EPlatformError ReadCounts(CSqliteFile& file, std::vector<qint64>& counts) {
 }
 
 /// kErrorInputOutput when the copy's content differs from the volume's.
-EPlatformError Compare(CSqliteFile& volume, const QString& copyPath) {
+EPlatformError Compare(CSqliteFile& volume, const QString& copyPath, const CopyProgress& progress) {
     CSqliteFile copy;
     std::vector<qint64> wanted;
     std::vector<qint64> found;
-    EPlatformError error = ReadCounts(volume, wanted);
+    EPlatformError error = copy.Open(copyPath);
     if (error == kErrorSuccess) {
-        error = copy.Open(copyPath);
+        error = copy.CheckIntegrity(progress);  // nothing can be counted in trees without an end
     }
     if (error == kErrorSuccess) {
         error = ReadCounts(copy, found);
     }
-    if (error == kErrorSuccess && found != wanted) {
-        error = kErrorInputOutput;
+    if (error == kErrorSuccess) {
+        error = ReadCounts(volume, wanted);
     }
-    return error == kErrorSuccess ? copy.CheckIntegrity() : error;
+    return error == kErrorSuccess && found != wanted ? kErrorInputOutput : error;
 }
+
 /// Reserves a name beside `path` that nothing has.
 EPlatformError CreatePart(const QString& path, QString& part) {
     part = path + u".part"_s;
@@ -62,7 +63,7 @@ EPlatformError SaveVolumeCopy(CSqliteFile& volume, const QString& path, EDamaged
     }
     EPlatformError error = volume.CopyTo(part, progress);
     if (error == kErrorSuccess) {
-        error = Compare(volume, part);
+        error = Compare(volume, part, progress);
     }
     const bool isKept =
         error == kErrorSuccess || (error == kErrorCorrupt && damaged == EDamagedCopy::Kept);
