@@ -20,9 +20,16 @@ EPlatformError CRestore::Begin(const CopyProgress& progress) {
     if (const EPlatformError error = m_replacement.Begin(); error != kErrorSuccess) {
         return error;
     }
-    m_isOfFile = true;
-    const EPlatformError error = CopyFile(progress);
-    return error == kErrorSuccess ? CheckCopy(progress) : error;
+    const QByteArray copy = QFile::encodeName(m_replacement.GetNewPath());
+    if (const EPlatformError error = CreatePrivateFile(copy); error != kErrorSuccess) {
+        return error;
+    }
+    EPlatformError error = CopyFile(progress);
+    if (error == kErrorSuccess) {
+        error = CheckCopy(progress);
+    }
+    m_isOfFile = error != kErrorDiskFull;  // the copy is beside the present volume
+    return error;
 }
 
 // A journal belongs to the file: it is played back into the copy.
@@ -35,7 +42,10 @@ EPlatformError CRestore::CopyFile(const CopyProgress& progress) {
         error = CopyFileBytes(file, copy, progress);
     }
     if (error == kErrorSuccess && QFile::exists(m_file + u"-journal"_s)) {
-        error = CopyFileBytes(file + "-journal", copy + "-journal", progress);
+        error = CreatePrivateFile(copy + "-journal");
+        if (error == kErrorSuccess) {
+            error = CopyFileBytes(file + "-journal", copy + "-journal", progress);
+        }
     }
     return error;
 }

@@ -20,7 +20,11 @@ bool Exists(const QByteArray& path) {
 
 /// A second name of the file, or a copy where a file system has no second names.
 EPlatformError Duplicate(const QByteArray& from, const QByteArray& to) {
-    return ::link(from.constData(), to.constData()) == 0 ? kErrorSuccess : CopyFileBytes(from, to);
+    if (::link(from.constData(), to.constData()) == 0) {
+        return kErrorSuccess;
+    }
+    const EPlatformError error = CreatePrivateFile(to);
+    return error == kErrorSuccess ? CopyFileBytes(from, to) : error;
 }
 
 /// The first name "<base>-kept-<date>.db" beside `path` that is free together with its journal's.
@@ -48,15 +52,25 @@ CVolumeReplacement::CVolumeReplacement(const QString& path, const QDateTime& now
 
 CVolumeReplacement::~CVolumeReplacement() {
     RemoveNew();
+    if (m_isPlaceHeld) {
+        QFile::remove(m_path);
+    }
 }
 
 EPlatformError CVolumeReplacement::Begin(quint32 version) {
     const QByteArray path = QFile::encodeName(m_path);
     struct stat status {};
-    QDir().mkpath(QFileInfo(m_path).path());  // making the new file fails without it
     m_hasPresent = ::stat(path.constData(), &status) == 0;
     if (m_hasPresent && !S_ISREG(status.st_mode)) {
         return kErrorAccessDenied;
+    }
+    if (!m_hasPresent && Exists(path)) {
+        return kErrorFileNotFound;  // a link to a disk that is not there
+    }
+    if (!m_hasPresent) {
+        if (const EPlatformError error = HoldPlace(); error != kErrorSuccess) {
+            return error;
+        }
     }
     if (m_hasPresent && status.st_size > 0) {
         m_presentError = m_present.Open(m_path, version);
@@ -65,13 +79,21 @@ EPlatformError CVolumeReplacement::Begin(quint32 version) {
         }
     }
     EPlatformError error = kErrorSuccess;
-    if (m_hasPresent && !m_present.IsOpen()) {
+    if (!m_present.IsOpen()) {
         error = m_lock.Take(path);
     }
     if (error == kErrorSuccess) {
         RemoveNew();
     }
     return error;
+}
+
+// Where there is no volume, an empty file is locked: another process finds it in use.
+EPlatformError CVolumeReplacement::HoldPlace() {
+    QDir().mkpath(QFileInfo(m_path).path());  // making the file fails without it
+    const EPlatformError error = CreatePrivateFile(QFile::encodeName(m_path));
+    m_isPlaceHeld = error == kErrorSuccess;
+    return error == kErrorAlreadyExists ? kErrorSharingViolation : error;
 }
 
 void CVolumeReplacement::RemoveNew() const {
@@ -86,11 +108,19 @@ EPlatformError CVolumeReplacement::KeepAside() {
     // Opening the volume has played its journal back.
     if (error == kErrorSuccess && !m_present.IsOpen() && Exists(path + kJournal.data())) {
         error = Duplicate(path + kJournal.data(), kept + kJournal.data());
-        if (error != kErrorSuccess) {
-            ::unlink(kept.constData());
-        }
     }
-    return error == kErrorSuccess ? SyncFolderOf(path) : error;
+    if (error == kErrorSuccess) {
+        error = SyncFolderOf(path);
+    }
+    if (error != kErrorSuccess) {
+        RemoveKept();
+    }
+    return error;
+}
+
+void CVolumeReplacement::RemoveKept() const {
+    QFile::remove(m_keptPath);
+    QFile::remove(m_keptPath + kJournal);
 }
 
 // The journal goes before the new file comes, or it might be played into that. The volume it
@@ -110,9 +140,10 @@ EPlatformError CVolumeReplacement::Commit() {
         const EPlatformError error = LastFileError();
         ::link(QFile::encodeName(m_keptPath + kJournal).constData(),
                (path + kJournal.data()).constData());
-        ::unlink(QFile::encodeName(m_keptPath).constData());
-        ::unlink(QFile::encodeName(m_keptPath + kJournal).constData());
+        RemoveKept();
         return error;
     }
-    return SyncFolderOf(path);
+    m_isPlaceHeld = false;
+    m_isConfirmed = SyncFolderOf(path) == kErrorSuccess;
+    return kErrorSuccess;
 }

@@ -2,7 +2,8 @@
 // file: the old one or the new one.
 //
 //     VelmoraDb.db-new                            the new file, until it is complete and checked
-//     VelmoraDb-kept-2026-05-31-073000.db         the present one, kept aside first
+//     VelmoraDb-kept-2026-05-31-073000.db         the present one, kept aside first; until the last
+//                                                 step it is a second name of the same file
 //     VelmoraDb.db                                the present one, then the new one
 #pragma once
 
@@ -22,7 +23,8 @@ class CVolumeReplacement {
     CVolumeReplacement& operator=(const CVolumeReplacement&) = delete;
 
     /// Locks the present volume, which may be damaged or missing. kErrorSharingViolation when
-    /// another process uses it. Removes what an interrupted replacement has left.
+    /// another process uses it; kErrorFileNotFound when the path is a link that leads nowhere.
+    /// Removes what an interrupted replacement has left.
     EPlatformError Begin(quint32 version = kVolumeVersion);
     /// The present volume; not open when there is none or it could not be opened.
     [[nodiscard]] CSqliteFile& Present() { return m_present; }
@@ -39,16 +41,23 @@ class CVolumeReplacement {
     /// Keeps the present volume and its journal aside and puts the new file, which is closed, in
     /// its place. On failure the volume is as it was.
     EPlatformError Commit();
+    /// After Commit: false when the disk reported an error instead of confirming it, so that a loss
+    /// of power may bring the former volume back.
+    [[nodiscard]] bool IsConfirmed() const { return m_isConfirmed; }
 
   private:
+    EPlatformError HoldPlace();
     EPlatformError KeepAside();
     void RemoveNew() const;
+    void RemoveKept() const;
 
     QString m_path;  ///< where a link leads to
     QString m_newPath;
     QString m_keptPath;
     CSqliteFile m_present;
-    CVolumeLock m_lock;  ///< of a volume that cannot be opened
+    CVolumeLock m_lock;  ///< of a volume that cannot be opened, or of the file in its place
     EPlatformError m_presentError = kErrorSuccess;
     bool m_hasPresent = false;
+    bool m_isPlaceHeld = false;  ///< by an empty file of ours
+    bool m_isConfirmed = false;
 };

@@ -86,9 +86,10 @@ EPlatformError SyncFolderOf(const QByteArray& path) {
     const QByteArray folder = slash < 0 ? QByteArray(".") : path.first(slash + 1);
     const CDescriptor opened(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (opened.number < 0) {
-        return LastFileError();
+        return errno == EACCES ? kErrorSuccess : LastFileError();
     }
-    // Some file systems cannot sync a folder, and some need not.
+    // Some file systems cannot sync a folder, and some need not. Where names can be changed but not
+    // listed, it cannot be done either.
     return ::fsync(opened.number) == 0 || errno == EINVAL ? kErrorSuccess : LastFileError();
 }
 
@@ -102,13 +103,7 @@ EPlatformError CreatePrivateFile(const QByteArray& path) {
 EPlatformError CopyFileBytes(const QByteArray& from, const QByteArray& to,
                              const CopyProgress& progress) {
     const CDescriptor source(::open(from.constData(), O_RDONLY | O_CLOEXEC));
-    if (source.number < 0) {
-        return LastFileError();
-    }
-    if (const EPlatformError error = CreatePrivateFile(to); error != kErrorSuccess) {
-        return error;
-    }
-    const CDescriptor target(::open(to.constData(), O_WRONLY | O_CLOEXEC));
+    const CDescriptor target(source.number < 0 ? -1 : ::open(to.constData(), O_WRONLY | O_CLOEXEC));
     const EPlatformError error =
         target.number < 0 ? LastFileError() : CopyInto(source.number, target.number, progress);
     if (error != kErrorSuccess) {

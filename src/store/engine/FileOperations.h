@@ -16,7 +16,6 @@ EPlatformError LastFileError();
 EPlatformError SyncFolderOf(const QByteArray& path);
 /// Creates an empty file that only its owner can read; fails when there is one of that name.
 EPlatformError CreatePrivateFile(const QByteArray& path);
-/// Copies the bytes of a file into a new private one, and syncs it. What a failure leaves is
-/// removed again.
+/// Copies the bytes of a file into an empty one, and syncs it. After a failure that is removed.
 EPlatformError CopyFileBytes(const QByteArray& from, const QByteArray& to,
                              const CopyProgress& progress = {});
