@@ -14,17 +14,25 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-bool CheckShowingProgress(CSqliteFile& volume, CFindings& findings) {
+bool CheckShowingProgress(CSqliteFile& volume, CFindings& findings,
+                          EVolumeUse use = EVolumeUse::Alone) {
     CLateProgress progress(u"Velmora: Check data"_s, u"Checking the data..."_s);
-    return CheckVolume(volume, findings, [&progress](qint64 done, qint64 total) {
-               return progress.Update(done, total);
-           }) == kErrorSuccess;
+    const auto update = [&progress](qint64 done, qint64 total) {
+        return progress.Update(done, total);
+    };
+    return CheckVolume(volume, findings, update, use) == kErrorSuccess;
 }
 
-/// As a start of the program tells it.
+/// In the words of a start of the program.
 void ShowRefusedVolume(EPlatformError error, const QString& path) {
     ShowFailedMount(error);
     ShowCannotOpen(RefusalText(error, path));
+}
+
+/// Of an attempt to open a volume. What keeps it from being opened may be no damage at all: another
+/// program, a newer version, a file that may only be read, a full disk.
+bool IsSoundOrDamaged(EPlatformError error) {
+    return error == kErrorSuccess || IsTableDamage(error);
 }
 
 /// Why the file cannot be restored.
@@ -48,16 +56,30 @@ QString QuestionText(CRestore& restore, const QString& file) {
 }
 
 /// Of the present volume, if it is sound.
-void BackUpPresent(CVolumeReplacement& replacement, const QString& volumePath,
-                   const QDateTime& now) {
+void BackUpPresent(CVolumeReplacement& replacement, const QDateTime& now) {
     if (replacement.Present().IsOpen()) {
-        CVolumeBackups backups(replacement.Present(), volumePath);
+        CVolumeBackups backups(replacement.Present(), replacement.GetPath());
         backups.Start([](const QString& text) { ShowMessage(text, EMessageIcon::Warning); },
                       [now] { return now; });
         backups.MakeIfDue(EBackupOccasion::LargeChange);
     }
 }
-QString RepairedText(const CRepairSummary& summary, const QString& kept) {
+
+/// As a start of the program does.
+void ShowKeptJournal(CVolumeReplacement& replacement) {
+    if (const QString kept = replacement.Present().GetKeptJournal(); !kept.isEmpty()) {
+        ShowMessage(KeptJournalText(kept, replacement.GetPath()), EMessageIcon::Warning);
+    }
+}
+
+QString ConfirmationText(const CVolumeReplacement& replacement) {
+    return replacement.IsConfirmed() ? QString()
+                                     : u" The disk reports an error: after a loss of power your "
+                                       "former data may be back."_s;
+}
+
+QString RepairedText(const CRepairSummary& summary, const CFindings& left,
+                     const CVolumeReplacement& replacement) {
     QString text;
     for (const CRepairedDatabase& database : summary.databases) {
         text += FormatText("%s: %d kept, %ld lost.\n"_L1,
@@ -70,27 +92,74 @@ QString RepairedText(const CRepairSummary& summary, const QString& kept) {
         text += FormatText("Lost categories, whose items are now in 'Recovered' ones: %d.\n"_L1,
                            {summary.categories});
     }
-    return text + FormatText("The data was repaired. The damaged file is kept as '%s'."_L1, {kept});
+    if (left.HasFaults()) {
+        text += FormatText("Faults that remain: %d.\n"_L1, {left.CountFaults()});
+    }
+    return text +
+           FormatText(
+               "The data was repaired. The history of changes and the counts of use begin "
+               "again. The damaged file is kept as '%s'."_L1,
+               {replacement.GetKeptPath()}) +
+           ConfirmationText(replacement);
 }
 
-/// False when the present volume is sound, or cannot be checked.
-bool NeedsRepair(CVolumeReplacement& replacement) {
-    CFindings findings;
-    return !replacement.Present().IsOpen() ||
-           (CheckShowingProgress(replacement.Present(), findings) && findings.HasFaults());
-}
-
-/// What is written is read again before it counts.
-EPlatformError WriteRepaired(CVolumeReplacement& replacement, CRepairSummary& summary) {
+/// What is written is checked before it counts: `left` gets what is still wrong.
+EPlatformError WriteRepaired(CVolumeReplacement& replacement, CRepairSummary& summary,
+                             CFindings& left) {
     CLateProgress progress(u"Velmora: Check data"_s, u"Repairing the data..."_s);
-    EPlatformError error = CRepair(replacement).Run(summary, [&](qint64 done, qint64 total) {
+    const auto update = [&progress](qint64 done, qint64 total) {
         return progress.Update(done, total);
-    });
+    };
+    EPlatformError error = CRepair(replacement).Run(summary, update);
     CSqliteFile repaired;
     if (error == kErrorSuccess) {
         error = repaired.Open(replacement.GetNewPath());
     }
-    return error == kErrorSuccess ? repaired.CheckIntegrity() : error;
+    if (error == kErrorSuccess) {
+        error = CheckVolume(repaired, left, update);
+    }
+    return error == kErrorSuccess && left.IsFileDamaged() ? kErrorInputOutput : error;
+}
+
+/// Records that can be read are taken over with what is wrong in them.
+bool AreAllLeft(const CFindings& found, const CFindings& left) {
+    return std::ranges::all_of(found.List(), [&left](const CFinding& finding) {
+        return finding.kind == EFinding::Note ||
+               std::ranges::find(left.List(), finding.text, &CFinding::text) != left.List().end();
+    });
+}
+
+void ShowNotRepaired(EPlatformError error, const QString& volumePath) {
+    if (error == kErrorOperationAborted) {
+        ShowMessage(u"Nothing was repaired: it was cancelled."_s, EMessageIcon::Stop);
+    } else {
+        ShowMessage({.text = u"Nothing was repaired."_s,
+                     .icon = EMessageIcon::Stop,
+                     .detail = RefusalText(error, volumePath)});
+    }
+}
+
+/// `found` is what is wrong in the present volume, if it could be opened.
+bool ReplaceByRepaired(CVolumeReplacement& replacement, const CFindings& found) {
+    CRepairSummary summary;
+    CFindings left;
+    EPlatformError error = WriteRepaired(replacement, summary, left);
+    if (error == kErrorSuccess && replacement.Present().IsOpen() && AreAllLeft(found, left)) {
+        ShowMessage(
+            u"Nothing was repaired: the faults are within records, and a repair keeps every "
+            "record that can be read."_s,
+            EMessageIcon::Stop);
+        return false;
+    }
+    if (error == kErrorSuccess) {
+        error = replacement.Commit();
+    }
+    if (error != kErrorSuccess) {
+        ShowNotRepaired(error, replacement.GetPath());
+        return false;
+    }
+    ShowMessage(RepairedText(summary, left, replacement), EMessageIcon::Result);
+    return true;
 }
 }  // namespace
 
@@ -138,13 +207,14 @@ bool SetBackupFolder(CDatabase& database, const QString& folder) {
 }
 
 bool CheckData(CDatabase& database, CFindings& findings) {
-    return CheckShowingProgress(database.GetStore().EngineState().file, findings);
+    return CheckShowingProgress(database.GetStore().EngineState().file, findings,
+                                EVolumeUse::Shown);
 }
 
 bool CheckFile(const QString& volumePath, CFindings& findings) {
     CSqliteFile volume;
     const EPlatformError error = volume.Open(volumePath);
-    if (error == kErrorSharingViolation) {
+    if (!IsSoundOrDamaged(error)) {
         ShowRefusedVolume(error, volumePath);
         return false;
     }
@@ -173,27 +243,26 @@ QString FindingsText(const CFindings& findings) {
 
 bool RepairData(const QString& volumePath, const QDateTime& now) {
     CVolumeReplacement replacement(volumePath, now);
-    if (const EPlatformError error = replacement.Begin(); error != kErrorSuccess) {
+    EPlatformError error = replacement.Begin();
+    ShowKeptJournal(replacement);
+    if (error == kErrorSuccess && !IsSoundOrDamaged(replacement.GetPresentError())) {
+        error = replacement.GetPresentError();
+    }
+    if (error != kErrorSuccess) {
         ShowRefusedVolume(error, volumePath);
         return false;
     }
-    if (!NeedsRepair(replacement)) {
+    CFindings found;
+    const bool isOpen = replacement.Present().IsOpen();
+    if (isOpen && !CheckShowingProgress(replacement.Present(), found)) {
+        ShowNotRepaired(kErrorOperationAborted, volumePath);
+        return false;
+    }
+    if (isOpen && !found.HasFaults()) {
         ShowMessage(u"The data is sound. Nothing was repaired."_s, EMessageIcon::Result);
         return true;
     }
-    CRepairSummary summary;
-    EPlatformError error = WriteRepaired(replacement, summary);
-    if (error == kErrorSuccess) {
-        error = replacement.Commit();
-    }
-    if (error != kErrorSuccess) {
-        ShowMessage({.text = u"Nothing was repaired."_s,
-                     .icon = EMessageIcon::Stop,
-                     .detail = RefusalText(error, volumePath)});
-        return false;
-    }
-    ShowMessage(RepairedText(summary, replacement.GetKeptPath()), EMessageIcon::Result);
-    return true;
+    return ReplaceByRepaired(replacement, found);
 }
 
 bool RestoreBackup(const QString& file, const QString& volumePath, const QDateTime& now) {
@@ -210,6 +279,8 @@ bool RestoreBackup(const QString& file, const QString& volumePath, const QDateTi
         error = restore.Begin(
             [&progress](qint64 done, qint64 total) { return progress.Update(done, total); });
     }
+    CVolumeReplacement& replacement = restore.Replacement();
+    ShowKeptJournal(replacement);
     if (error != kErrorSuccess && !restore.IsOfFile()) {
         ShowRefusedVolume(error, volumePath);
         return false;
@@ -218,11 +289,10 @@ bool RestoreBackup(const QString& file, const QString& volumePath, const QDateTi
         ShowMessage(RefusedFileText(error, file), EMessageIcon::Stop);
         return false;
     }
-    CVolumeReplacement& replacement = restore.Replacement();
     if (!AskYesNo(QuestionText(restore, file), EAnswer::No)) {
         return false;
     }
-    BackUpPresent(replacement, volumePath, now);
+    BackUpPresent(replacement, now);
     if (error = restore.Commit(); error != kErrorSuccess) {
         ShowMessage(FormatText("Nothing was restored (error# %d)."_L1, {error}),
                     EMessageIcon::Stop);
@@ -232,6 +302,6 @@ bool RestoreBackup(const QString& file, const QString& volumePath, const QDateTi
     if (replacement.HasPresent()) {
         text += FormatText(" Your former data is kept as '%s'."_L1, {replacement.GetKeptPath()});
     }
-    ShowMessage(text, EMessageIcon::Result);
+    ShowMessage(text + ConfirmationText(replacement), EMessageIcon::Result);
     return true;
 }

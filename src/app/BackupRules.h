@@ -17,8 +17,9 @@ bool SetBackupFolder(CDatabase& database, const QString& folder);
 
 /// What is wrong in the open volume. False when it was cancelled.
 bool CheckData(CDatabase& database, CFindings& findings);
-/// The same for a volume that is not open. False after a message when another program uses it. What
-/// cannot be opened at all is a finding.
+/// The same for a volume that is not open. One that cannot be opened because it is damaged is a
+/// finding; false after a message when there is another reason, such as another program that uses
+/// it, or a newer version that wrote it.
 bool CheckFile(const QString& volumePath, CFindings& findings);
 /// "Note: ..." for what the program itself may leave.
 QString FindingLine(const CFinding& finding);
@@ -26,8 +27,9 @@ QString FindingLine(const CFinding& finding);
 QString FindingsText(const CFindings& findings);
 
 /// Takes over what can be read of a damaged volume, which is not open, into a new one in its place;
-/// the damaged one is kept aside. Shows how much was kept and lost. A sound volume is left alone.
-/// False after a message when nothing was repaired.
+/// the damaged one is kept aside. Shows how much was kept and lost. A sound volume is left alone,
+/// and one of which every fault would be taken over. False after a message when nothing was
+/// repaired.
 bool RepairData(const QString& volumePath, const QDateTime& now);
 
 /// Shows what is in `file` and asks; then puts it in the place of the volume, which is not open and

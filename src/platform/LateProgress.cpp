@@ -1,9 +1,8 @@
 #include "platform/LateProgress.h"
 
 bool CLateProgress::Update(qint64 done, qint64 total) {
-    constexpr qint64 kDelayMs = 1000;
     if (!m_progress) {
-        if (m_time.elapsed() < kDelayMs) {
+        if (m_time.elapsed() < delayMs) {
             return true;
         }
         m_progress = CreateProgress(m_caption);

@@ -8,6 +8,8 @@
 /// Appears when the work has taken longer than a second.
 class CLateProgress {
   public:
+    static inline qint64 delayMs = 1000;  ///< a test need not wait so long
+
     CLateProgress(QString caption, QString status)
         : m_caption(std::move(caption)), m_status(std::move(status)) {
         m_time.start();

@@ -31,7 +31,8 @@ CDatabase::CDatabase(QString volumePath)
       m_profiles(m_store),
       m_usage(m_store),
       m_search(m_store, m_catalogue, m_categories, m_usage),
-      m_backups(m_store.EngineState().file, m_volumePath) {
+      m_backups(m_store.EngineState().file,
+                QFileInfo(m_volumePath).isSymLink() ? TargetOf(m_volumePath) : m_volumePath) {
     m_store.AddListener(&m_backups);
 }
 

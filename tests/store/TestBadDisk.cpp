@@ -3,6 +3,7 @@
 #include <QDir>
 #include <set>
 
+#include "app/BackupRules.h"
 #include "app/UndoRules.h"
 #include "catalogue/exchange/CsvExchange.h"
 #include "catalogue/items/CatalogueRules.h"
@@ -12,6 +13,7 @@
 #include "store/RecordedDisk.h"
 #include "store/engine/PositionIndex.h"
 #include "support/CatalogueTest.h"
+#include "support/DataRows.h"
 #include "support/Files.h"
 
 using namespace Qt::StringLiterals;
@@ -122,6 +124,40 @@ class TestBadDisk : public CCatalogueTest {
         }
     }
 
+    void aReplacementThatFailsLeavesTheVolume_data() {
+        AddRows<bool>({{"restore", true}, {"repair", false}});
+    }
+    void aReplacementThatFailsLeavesTheVolume() {
+        const auto& [isRestore] = DataRow<bool>();
+        m_doc.reset();
+        const QDateTime now(kDay, QTime(7, 30));
+        const QString kept = Path(u"v-kept-2024-01-02-073000.db"_s);
+        QByteArray present = m_volumes[4];
+        present[0] = isRestore ? present[0] : 'X';
+        Save(Path(u"b.db"_s), m_volumes[2]);
+        const CContents wanted = ContentsOfFile(isRestore ? m_volumes[2] : m_volumes[4]);
+        int done = 0;
+        bool isPast = false;
+        for (int call = 1; !isPast; ++call) {
+            Save(Path(u"v.db"_s), present);
+            failure = call % 2 == 0 ? EIO : ENOSPC;
+            callsUntilFailure = call;
+            const bool isDone = isRestore ? RestoreBackup(Path(u"b.db"_s), Path(u"v.db"_s), now)
+                                          : RepairData(Path(u"v.db"_s), now);
+            isPast = std::exchange(callsUntilFailure, 0) > 0;
+            done += isDone ? 1 : 0;
+            const QByteArray found = Load(Path(u"v.db"_s));
+            QVERIFY2(isDone ? ContentsOfFile(found) == wanted && Load(kept) == present
+                            : found == present && !m_messages->shown.isEmpty(),
+                     qPrintable(u"call %1: %2"_s.arg(call).arg(m_messages->Said())));
+            m_messages->TakeShown();
+            QFile::remove(kept);
+        }
+        // Not only the last time: after the last step nothing fails it any more.
+        QVERIFY(done > 1);
+        QVERIFY(QFile::remove(Path(u"v.db"_s)));
+    }
+
   private:
     /// Changes what is stored, or writes the file "out".
     struct CCommand {
@@ -220,6 +256,13 @@ class TestBadDisk : public CCatalogueTest {
         QFile::remove(Path(u"out"_s));
     }
 
+    /// Without what a repair does not take over.
+    CContents ContentsOfFile(const QByteArray& volume) {
+        CContents contents = Reopened({{"v.db", volume}});
+        contents.erase(u"steps"_s);
+        contents.erase(u"uses"_s);
+        return contents;
+    }
     CContents Reopened(const CFolder& folder) {
         QDir place(Path(u"left"_s));
         place.removeRecursively();

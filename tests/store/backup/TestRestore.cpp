@@ -95,11 +95,12 @@ class TestRestore : public CDiaryTest {
         }
         QCOMPARE(m_messages->Said(), said);
         QVERIFY(!QFile::exists(path + u"-new"_s));
+        QVERIFY(CDatabase(path).Backups().GetUsualFolder().endsWith(u"/v.db-backups"_s));
         QCOMPARE(Entries(path), 1);
         QCOMPARE(Entries(Path(u"v.db"_s)), hasPresent ? 1 : 2);
         if (hasPresent) {
-            QCOMPARE(QDir(path + u"-backups"_s).entryList(QDir::Files),
-                     QStringList(u"%1-2026-05-31-073000.db"_s.arg(isLink ? u"l"_s : u"v"_s)));
+            QCOMPARE(QDir(Path(u"v.db-backups"_s)).entryList(QDir::Files),
+                     QStringList(u"v-2026-05-31-073000.db"_s));
         }
     }
 
@@ -110,6 +111,7 @@ class TestRestore : public CDiaryTest {
             {"newer", "newer", "The file 'F' was written by a newer version of Velmora."},
             {"short", "short", "The file 'F' is damaged."},
             {"damaged page", "damaged", "The file 'F' is damaged."},
+            {"other pages", "pages", "The file 'F' is damaged."},
             {"in use", "used", "The file 'F' is in use by another program."},
             {"cancelled", "cancelled", "Nothing was restored: it was cancelled."},
         });
@@ -131,6 +133,11 @@ class TestRestore : public CDiaryTest {
         }
         if (!kind.isEmpty()) {
             Save(file, bytes);
+        }
+        if (kind == u"pages"_s) {
+            CSqliteFile other;
+            QVERIFY(other.Open(file) == kErrorSuccess &&
+                    other.Execute("PRAGMA page_size=1024; VACUUM") == kErrorSuccess);
         }
         if (kind == u"used"_s) {
             QCOMPARE(lock.Take(QFile::encodeName(file)), int(kErrorSuccess));
@@ -158,6 +165,31 @@ class TestRestore : public CDiaryTest {
             QCOMPARE(m_messages->Said(),
                      u"ERROR: CeMountDBVol failed (32)|Cannot open database."_s);
         }
+        QCOMPARE(Names(), u"b.db v.db"_s);
+    }
+
+    void whatIsNotDamagedIsNotRepaired_data() {
+        AddRows<bool, const char*>({
+            {"newer version", true, "ERROR: CeMountDBVol failed (1150)|Cannot open database."},
+            {"only to be read", false, "ERROR: CeMountDBVol failed (5)|Cannot open database."},
+        });
+    }
+    void whatIsNotDamagedIsNotRepaired() {
+        const auto& [isNewer, said] = DataRow<bool, const char*>();
+        QByteArray present = m_present;
+        present[63] = isNewer ? 2 : 1;
+        Save(Path(u"v.db"_s), present);
+        QVERIFY(QFile::setPermissions(Path(u"v.db"_s), isNewer ? kForAll : kToRead));
+        CFindings findings;
+        bool isChecked = true;
+        bool isRepaired = true;
+        AsAnybody(kForAll, [&] {
+            isChecked = CheckFile(Path(u"v.db"_s), findings);
+            isRepaired = RepairData(Path(u"v.db"_s), kNow);
+        });
+        QVERIFY(!isChecked && !isRepaired && findings.List().empty());
+        QCOMPARE(m_messages->Said(), QLatin1StringView(said) + u'|' + QLatin1StringView(said));
+        QCOMPARE(Load(Path(u"v.db"_s)), present);
         QCOMPARE(Names(), u"b.db v.db"_s);
     }
 
@@ -201,9 +233,13 @@ class TestRestore : public CDiaryTest {
         QVERIFY(QFile::exists(Path(u"f.db-journal"_s)));
         // One that is not the backup's is left out.
         Save(Path(u"b.db-journal"_s), "of another file");
+        Save(Path(u"v.db-journal"_s), "of another file");
         QVERIFY(RestoreBackup(Path(u"b.db"_s), Path(u"v.db"_s), kNow.addSecs(1)));
-        m_messages->TakeShown();
-        QCOMPARE(QDir(m_folder->path()).entryList({u"v.db-*"_s}, QDir::Files), QStringList());
+        QVERIFY(
+            m_messages->Said().startsWith(u"The journal beside the file '%1' does not belong to "
+                                          "it and was not used."_s.arg(Path(u"v.db"_s))));
+        QCOMPARE(QDir(m_folder->path()).entryList({u"v.db-*"_s}, QDir::Files),
+                 QStringList(u"v.db-journal.kept-1"_s));
         QCOMPARE(Entries(Path(u"v.db"_s)), 1);
     }
 
@@ -230,7 +266,53 @@ class TestRestore : public CDiaryTest {
         QCOMPARE(Entries(Path(u"v.db"_s)), 2);
     }
 
+    // Where files can be replaced but not listed, nothing can be synced.
+    void aFolderThatCannotBeListedNeedsNoSync() {
+        EPlatformError error = kErrorCorrupt;
+        AsAnybody(kToWrite, [&] { error = SyncFolderOf(QFile::encodeName(Path(u"v.db"_s))); });
+        QCOMPARE(error, int(kErrorSuccess));
+    }
+
+    void whereTheVolumeCannotBeIsNotTheBackupsFault_data() {
+        AddRows<const char*, const char*>({
+            {"folder that cannot be made", "b.db/new/v.db", "5"},
+            {"link to nothing", "link.db", "2"},
+            {"in use, though empty", "held.db", "32"},
+            {"no room", "v.db", "112"},
+        });
+    }
+    void whereTheVolumeCannotBeIsNotTheBackupsFault() {
+        const auto& [name, error] = DataRow<const char*, const char*>();
+        QVERIFY(QFile::link(Path(u"gone/v.db"_s), Path(u"link.db"_s)));
+        {
+            CVolumeReplacement other(Path(u"held.db"_s), kNow);
+            QCOMPARE(other.Begin(), int(kErrorSuccess));
+            const CFileSizeLimit limit(20000);
+            QVERIFY(!RestoreBackup(Path(u"b.db"_s), Path(QString::fromLatin1(name)), kNow));
+        }
+        QCOMPARE(m_messages->Said(), u"ERROR: CeMountDBVol failed (%1)|Cannot open database."_s.arg(
+                                         QLatin1StringView(error)));
+        QVERIFY(QFileInfo(Path(u"link.db"_s)).isSymLink());
+        QCOMPARE(Load(Path(u"v.db"_s)), m_present);
+        QCOMPARE(Names(), u"b.db v.db"_s);
+    }
+
   private:
+    static constexpr auto kForAll = QFile::Permissions(0x5777);
+    static constexpr auto kToRead = QFile::Permissions(0x5555);
+    static constexpr auto kToWrite = QFile::Permissions(0x3333);
+
+    /// The superuser may read and write every file.
+    void AsAnybody(QFile::Permissions ofFolder, const std::function<void()>& run) {
+        constexpr uid_t kNobody = 65534;
+        const auto before = QFile::permissions(m_folder->path());
+        QVERIFY(QFile::setPermissions(m_folder->path(), ofFolder));
+        const uid_t user = ::geteuid();
+        QVERIFY(user != 0 || ::seteuid(kNobody) == 0);
+        run();
+        QCOMPARE(::seteuid(user), 0);
+        QVERIFY(QFile::setPermissions(m_folder->path(), before));
+    }
     QString Names() const {
         return QDir(m_folder->path()).entryList({u"*db*"_s}, QDir::Files, QDir::Name).join(u' ');
     }

@@ -1,9 +1,13 @@
 // What a check finds in a volume, and what a repair saves of a damaged one.
 #include "app/BackupRules.h"
 #include "diary/DiaryFixture.h"
+#include "platform/LateProgress.h"
 #include "store/backup/Repair.h"
+#include "store/backup/Salvage.h"
 #include "store/backup/VolumeCheck.h"
+#include "store/backup/VolumeSummary.h"
 #include "store/engine/RecordCodec.h"
+#include "store/engine/WatchedWork.h"
 #include "support/ComposedSamples.h"
 #include "support/DataRows.h"
 #include "support/DeepTrees.h"
@@ -40,48 +44,65 @@ class TestVolumeCheck : public CDiaryTest {
     }
 
     void whatIsWrongIsFound_data() {
-        AddRows<const char*, const char*>({
-            {"body", "UPDATE records SET body=x'FF' WHERE id=@foods",
-             "Foods: record @ is damaged."},
+        AddRows<const char*, const char*, int>({
+            {"body", "UPDATE records SET body=x'FF' WHERE id=@foods", "Foods: record @ is damaged.",
+             1},
             {"one property less",
              "UPDATE records SET body=(SELECT body FROM records WHERE id=@exercises) WHERE "
              "id=@foods",
-             "Foods: record @ is listed under another first value than it has."},
+             "Foods: record @ is listed under another first value than it has.", 1},
             {"other layout",
              "UPDATE records SET body=(SELECT body FROM records WHERE id=@foods) WHERE id=@menus",
-             "Menus: record @ has 77 values instead of 61."},
+             "Menus: record @ has 77 values instead of 61.", 1},
             {"gone", "DELETE FROM records WHERE id=@foods",
-             "Foods: records that are listed but missing: 1."},
+             "Foods: records that are listed but missing: 1.", 1},
             {"unlisted", "INSERT INTO records VALUES(9999, x'00')",
-             "Note: Records that belong to no database: 1. They only take room."},
+             "Note: Records that belong to no database: 1. They only take room.", 0},
             {"index", "UPDATE blocks SET count=count+1 WHERE database=#Foods",
-             "Foods: the list of records is damaged; 0 of 4 entries can be read."},
+             "Foods: the list of records is damaged; 0 of 4 entries can be read.", 0},
             {"index of nothing", "INSERT INTO blocks VALUES(999, 99, 1, 1, 1, x'00')",
-             "Lists of records that belong to no database: 1."},
+             "Lists of records that belong to no database: 1.", 0},
             {"database", "DELETE FROM databases WHERE name='Ann_Weight'",
              "Ann: the database 'Ann_Weight' is missing.|Note: Records that belong to no database: "
-             "1. They only take room.|Lists of records that belong to no database: 1."},
+             "1. They only take room.|Lists of records that belong to no database: 1.",
+             0},
             {"profile", "UPDATE databases SET name='Bob' WHERE name='Ann'",
              "Bob: the database 'Bob_Diet' is missing.|Bob: the database 'Bob_Weight' is missing.|"
              "Bob: the database 'Bob_Exercises' is missing.|Ann_Diet: there is no profile 'Ann'.|"
              "Ann_Weight: there is no profile 'Ann'.|Ann_Exercises: there is no profile 'Ann'.|"
-             "Note: Small values of profiles that are gone: 2."},
+             "Note: Small values of profiles that are gone: 2.",
+             0},
             {"kind", "UPDATE databases SET type=9 WHERE name='Exlib'",
-             "Exlib: a database of an unknown kind.|The database 'Exlib' is missing."},
+             "Exlib: a database of an unknown kind.|The database 'Exlib' is missing.", 0},
             {"order", "UPDATE databases SET sort=64 WHERE name='Foods'",
-             "Foods: the records are in another order than they should be."},
+             "Foods: the records are in another order than they should be.", 0},
+            {"name", "UPDATE databases SET name='Goods' WHERE name='Foods'",
+             "Goods: a database of an unknown kind.|The database 'Foods' is missing.", 0},
+            {"diary's name", "UPDATE databases SET name='Ann_Eiet' WHERE name='Ann_Diet'",
+             "Ann: the database 'Ann_Diet' is missing.", 0},
+            {"diary's kind", "UPDATE databases SET type=9 WHERE name='Ann_Diet'",
+             "Ann: the database 'Ann_Diet' is missing.|Ann_Diet: a database of an unknown kind.",
+             0},
+            {"block", "UPDATE blocks SET database=database+64 WHERE database=#Foods",
+             "Note: Records that belong to no database: 3. They only take room.|Lists of records "
+             "that belong to no database: 1.",
+             0},
+            {"block of a diary", "UPDATE blocks SET database=database+64 WHERE database=#Diet",
+             "Note: Records that belong to no database: 1. They only take room.|Lists of records "
+             "that belong to no database: 1.",
+             0},
             {"table", "CREATE TABLE more(id); CREATE INDEX some ON more(id) WHERE id>1",
-             "Note: The table 'more' is of another program."},
+             "Note: The table 'more' is of another program.", 0},
             {"identity", "UPDATE identity SET body=x'00'",
-             "The identity of the data file is damaged."},
+             "The identity of the data file is damaged.", 0},
             {"history", "UPDATE history_changes_1 SET seal=0",
-             "The history of changes is damaged: some cannot be undone."},
+             "The history of changes is damaged: some cannot be undone.", 0},
             {"value", "INSERT INTO named_values VALUES(99, 'find', 'x')",
-             "Note: Small values of profiles that are gone: 1."},
+             "Note: Small values of profiles that are gone: 1.", 0},
         });
     }
     void whatIsWrongIsFound() {
-        const auto& [sql, lines] = DataRow<const char*, const char*>();
+        const auto& [sql, lines, lost] = DataRow<const char*, const char*, int>();
         struct CRecord {
             QString word;
             CItemDatabaseBase& items;
@@ -96,9 +117,19 @@ class TestVolumeCheck : public CDiaryTest {
             statement.replace(row.word, QString::number(row.items.RecordAt(0)));
         }
         statement.replace(u"#Foods"_s, QString::number(Database().Foods().GetId()));
+        statement.replace(u"#Diet"_s, QString::number(Database().Diet().GetId()));
+        m_doc.reset();
+        const QString before = Summary();
         QString expected = QString::fromLatin1(lines);
         expected.replace(u'@', QString::number(meant));
         QCOMPARE(LinesAfter(statement), expected);
+        // Nothing but a damaged record is lost.
+        QVERIFY(RepairData(Path(u"v.db"_s), QDateTime::currentDateTime()));
+        CFindings findings;
+        QVERIFY(CheckFile(Path(u"v.db"_s), findings));
+        QVERIFY2(!findings.HasFaults(), qPrintable(Lines(findings)));
+        QVERIFY(lost > 0 || Summary() == before);
+        m_messages->TakeShown();
     }
 
     void recordsAgainstTheirLayout() {
@@ -174,6 +205,91 @@ class TestVolumeCheck : public CDiaryTest {
         QCOMPARE(Lines(findings),
                  u"Foods: record %1 is in category 77, which does not exist.|"
                  "Note: Menus: components that belong to no item: 1."_s.arg(fig));
+    }
+
+    void whatIsNobodysIsNotGivenAway() {
+        const QString diet = QString::number(Database().Diet().RecordAt(0));
+        const QString food = QString::number(Database().Foods().RecordAt(0));
+        (void)LinesAfter(
+            u"INSERT INTO records SELECT 9999, body FROM records WHERE id=%1;"
+            "UPDATE named_values SET value='Zoe' WHERE owner<>0 AND name='';"
+            "UPDATE records SET body=x'FF' WHERE id=%2"_s.arg(diet, food));
+        QVERIFY(RepairData(Path(u"v.db"_s), QDateTime::currentDateTime()));
+        const QString said = m_messages->Said();
+        QVERIFY2(said.contains(u"Foods: 2 kept, 1 lost.\n"_s) &&
+                     said.contains(u"Ann_Diet: 1 kept, 0 lost.\n"_s) &&
+                     said.contains(u"Records whose database is not known: 1.\n"_s),
+                 qPrintable(said));
+        CSqliteFile file;
+        QCOMPARE(file.Open(Path(u"v.db"_s)), int(kErrorSuccess));
+        std::vector<QString> tables;
+        QCOMPARE(file.ListTables(u"named_values", tables), int(kErrorSuccess));
+        QVERIFY(tables.empty());
+    }
+
+    /// What a repair would keep as it is, is no reason for one.
+    void whatCanBeReadIsNotRepaired() {
+        PropertyList properties;
+        CDatabaseHandle handle{Database().Diet().GetId()};
+        const ObjectId record = Database().Diet().RecordAt(0);
+        QVERIFY(Database().GetStore().ReadRecord(record, properties));
+        properties[1] = qint32{6};
+        QVERIFY(Database().GetStore().WriteRecord(handle, record, properties));
+        const QString food = QString::number(Database().Foods().RecordAt(0));
+        m_doc.reset();
+        const QByteArray volume = Load(Path(u"v.db"_s));
+        QVERIFY(!RepairData(Path(u"v.db"_s), QDateTime::currentDateTime()));
+        QCOMPARE(m_messages->Said(),
+                 u"Nothing was repaired: the faults are within records, and a repair keeps every "
+                 "record that can be read."_s);
+        QCOMPARE(Load(Path(u"v.db"_s)), volume);
+        // With something else, it remains.
+        (void)LinesAfter(u"UPDATE records SET body=x'FF' WHERE id="_s + food);
+        QVERIFY(RepairData(Path(u"v.db"_s), QDateTime::currentDateTime()));
+        QVERIFY(m_messages->Said().contains(u"\nFaults that remain: 1.\n"_s));
+    }
+
+    void aCancelledCheckOrRepairIsNone() {
+        m_doc.reset();
+        const auto delay = std::exchange(CLateProgress::delayMs, -1);
+        QByteArray volume = Load(Path(u"v.db"_s));
+        for (const bool isSound : {true, false}) {
+            volume[0] = isSound ? volume[0] : 'X';
+            Save(Path(u"v.db"_s), volume);
+            m_messages->progress = {};
+            m_messages->progress.cancelAfterPumps = isSound ? 1 : 3;
+            QVERIFY(!RepairData(Path(u"v.db"_s), QDateTime::currentDateTime()));
+            QCOMPARE(m_messages->Said(), u"Nothing was repaired: it was cancelled."_s);
+            QCOMPARE(Load(Path(u"v.db"_s)), volume);
+        }
+        m_messages->progress = {};
+        CLateProgress::delayMs = delay;
+    }
+
+    /// Also during a single statement, which SQLite's own check is.
+    void aLongStatementCanBeCancelled() {
+        m_doc.reset();
+        CSqliteFile file;
+        QCOMPARE(file.Open(Path(u"v.db"_s)), int(kErrorSuccess));
+        int pulses = 0;
+        {
+            const CWatchedWork work(file, [&pulses](qint64, qint64) { return ++pulses < 3; });
+            QCOMPARE(file.Execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n "
+                                  "LIMIT 10000000) SELECT sum(i) FROM n"),
+                     int(kErrorOperationAborted));
+            QVERIFY(work.IsCancelled());
+        }
+        QCOMPARE(pulses, 3);
+        QCOMPARE(file.Execute("SELECT count(*) FROM records"), int(kErrorSuccess));
+    }
+
+    /// A page that can no longer be read has no rows.
+    void aVolumeThatShrinksIsReadAsFarAsItGoes() {
+        m_doc.reset();
+        CSalvage salvage;
+        QCOMPARE(salvage.Read(Path(u"v.db"_s),
+                              [this](qint64, qint64) { return QFile::resize(Path(u"v.db"_s), 0); }),
+                 int(kErrorBadFormat));
     }
 
     void untouchedRecordsAreRepaired_data() {
@@ -285,6 +401,14 @@ class TestVolumeCheck : public CDiaryTest {
                        !findings.HasFaults()
                    ? QString()
                    : u"checked: "_s + Lines(findings);
+    }
+    /// Of what is in the volume, which is not open.
+    QString Summary() {
+        CStorageEngine engine;
+        CVolumeSummary summary;
+        const bool isRead = engine.Mount(Path(u"v.db"_s)) == kErrorSuccess &&
+                            Summarize(engine, summary) == kErrorSuccess;
+        return isRead ? SummaryText(summary) : QString();
     }
     /// The first page of a table or index; that of the list of them without a name.
     qint64 RootOf(const QString& name) {
