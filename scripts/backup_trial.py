@@ -3,13 +3,16 @@
 
     scripts/backup_trial.py PROGRAM [KILLS [DAMAGED [SEED]]]
 
-After each kill the volume's name must lead to a whole volume, the old one or the new one, and what
-was kept aside must be what was there before. Of each damaged volume it counts what the check finds,
-and which of the records that the damage did not touch come back with the same bytes.
+After each kill the volume's name must lead to a whole volume, the old one or the new one, what was
+kept aside must be what was there before, nothing else may be left but what the next run removes, and
+that run must succeed. Of each damaged volume it counts what the check finds, and which of the records
+that the damage did not touch come back with the same bytes. Values have no checksums, so a flipped
+bit within one is found only where it breaks a rule.
 """
 import hashlib
 import os
 import random
+import re
 import shutil
 import sqlite3
 import subprocess
@@ -24,27 +27,34 @@ DAMAGED = int(sys.argv[3]) if len(sys.argv) > 3 else 200
 RANDOM = random.Random(int(sys.argv[4]) if len(sys.argv) > 4 else 1)
 PAGE = 8192
 FOODS = 3000
+DATE = r"\d{4}-\d\d-\d\d-\d{6}(-\d+)?"
+EXPECTED = re.compile(r"(whole|older|b|v|seen)\.db(-journal)?|(in|seen|out)\.csv|"
+                      rf"v-kept-{DATE}\.db(-journal)?|v\.db-backups/v-{DATE}\.db")
+UNFINISHED = re.compile(rf"v\.db-new(-journal)?|(b|v\.db-backups/v-{DATE})\.db\.part(-journal)?")
 took = defaultdict(list)  # seconds, of each kind of run that was not killed
 kills = Counter()
+kills_writing = Counter()  # of them, those that left a new file unfinished
 
 
-def run(*words, kill=None):
-    """Exit status and output; status None when it was killed. `kill` names the kind of run."""
+def run(*words, kill=False):
+    """Exit status and output; status None when it was killed."""
+    kind = "repair" if "--repair" in words else words[0]
     begun = time.monotonic()
     process = subprocess.Popen([PROGRAM, "--volume", "v.db", *words], stdout=subprocess.PIPE,
                                stderr=subprocess.STDOUT)
     if kill:
-        usual = sorted(took[kill])[len(took[kill]) // 2] if took[kill] else 0.05
+        usual = sorted(took[kind])[len(took[kind]) // 2]
         time.sleep(RANDOM.uniform(0, 1.1) * usual)
         process.kill()
     output = process.communicate()[0].decode()
     if process.returncode not in (0, 1, -9):
         sys.exit(f"{words}: status {process.returncode}: {output}")
     if process.returncode == -9:
-        kills[kill] += 1
+        kills[kind] += 1
+        kills_writing[kind] += any(UNFINISHED.fullmatch(name) for name in names_below("."))
         return None, output
-    if kill is None:
-        took[words[0]].append(time.monotonic() - begun)
+    if not kill:
+        took[kind].append(time.monotonic() - begun)
     return process.returncode, output
 
 
@@ -53,6 +63,18 @@ def must(*words):
     if status != 0:
         sys.exit(f"{words}: {output}")
     return output
+
+
+def names_below(folder):
+    return [os.path.relpath(os.path.join(place, name), folder)
+            for place, _, names in os.walk(folder) for name in names]
+
+
+def check_names():
+    """Nothing is left but what this script and the program put there."""
+    for name in names_below("."):
+        if not EXPECTED.fullmatch(name) and not UNFINISHED.fullmatch(name):
+            sys.exit(f"left over: {name} in {os.getcwd()}")
 
 
 def foods(first, count):
@@ -124,7 +146,7 @@ def killed_backup():
     if os.path.exists("b.db") and RANDOM.random() < 0.5:
         os.remove("b.db")
     before = content("b.db") if os.path.exists("b.db") else None
-    run("backup", "b.db", kill="backup")
+    run("backup", "b.db", kill=True)
     return content("v.db") == after and (content("b.db") if os.path.exists("b.db") else
                                          None) in (before, after)
 
@@ -132,7 +154,7 @@ def killed_backup():
 def killed_own_backup():
     """The program makes one by itself before an import."""
     foods(9000, 50)
-    run("foods", "import", "in.csv", kill="foods")
+    run("foods", "import", "in.csv", kill=True)
     folder = "v.db-backups"
     whole = [f"{folder}/{name}" for name in (os.listdir(folder) if os.path.isdir(folder) else ())
              if name.endswith(".db")]
@@ -141,27 +163,30 @@ def killed_own_backup():
 
 
 def killed_restore():
-    run("restore", "older.db", "--yes", kill="restore")
+    run("restore", "older.db", "--yes", kill=True)
     now = content("v.db")
     aside = [content(name) for name in kept_aside()]
     return (now == after and all(each == after for each in aside)) or (now == older and
                                                                        after in aside)
 
 
-def killed_repair():
-    data = read("v.db")
+def make_damaged():
+    """The bytes of v.db, damaged such that the check finds it."""
+    data = read("whole.db")
     while True:
         _, damaged, _ = damage(data)
         with open("v.db", "wb") as file:
             file.write(damaged)
         if run("verify")[0] == 1:
-            break
-    damaged = read("v.db")
-    run("verify", "--repair", kill="verify")
+            return read("v.db")
+
+
+def killed_repair():
+    damaged = make_damaged()
+    run("verify", "--repair", kill=True)
     if read("v.db") == damaged:
         return True
-    content("v.db")
-    return damaged in [read(name) for name in kept_aside()]
+    return "damaged" not in run("verify")[1] and damaged in [read(name) for name in kept_aside()]
 
 
 def play_kills():
@@ -173,8 +198,13 @@ def play_kills():
         act = acts[number % len(acts)]
         if not act():
             sys.exit(f"{act.__name__}: neither the old nor the new volume is whole: {os.getcwd()}")
+        check_names()
+        must("restore", "older.db", "--yes")
+        if os.path.exists("v.db-new") or content("v.db") != older:
+            sys.exit(f"{act.__name__}: the next restore fails: {os.getcwd()}")
         number += 1
     print(f"killed: {dict(kills)}, in {number} runs; each left the old or the new volume whole")
+    print(f"of them while a new file was being written: {dict(kills_writing)}")
 
 
 def stored(path):
@@ -210,8 +240,8 @@ def play_damage():
             if places[record] < 0 or any(first < end and start < last for first, last in ranges):
                 continue
             page = start // PAGE * PAGE
-            header = any(first < page + 8 + 2 * 64 and page < last for first, last in ranges)
-            if header:
+            cells = int.from_bytes(data[page + 3:page + 5], "big")
+            if any(first < page + 8 + 2 * cells and page < last for first, last in ranges):
                 continue  # without the header of its page a record cannot be found
             untouched += 1
             back += repaired.get(record) == body
@@ -257,8 +287,10 @@ for _ in range(3):  # how long each takes
     shutil.copy("whole.db", "v.db")
     must("backup", "b.db")
     must("restore", "older.db", "--yes")
-    must("verify", "--repair")
-whole_export = None
+    foods(9000, 50)
+    must("foods", "import", "in.csv")
+    make_damaged()
+    run("verify", "--repair")
 shutil.copy("whole.db", "v.db")
 whole_export = export()
 play_kills()

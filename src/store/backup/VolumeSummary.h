@@ -23,10 +23,6 @@ struct CVolumeSummary {
     int menus = 0;  ///< without their components, here and below
     int recipes = 0;
     int exercises = 0;
-
-    [[nodiscard]] bool IsEmpty() const {
-        return profiles.empty() && foods + menus + recipes + exercises == 0;
-    }
 };
 
 EPlatformError Summarize(CStorageEngine& engine, CVolumeSummary& summary);
