@@ -74,14 +74,15 @@ void CNaming::NameCatalogue(const CRecordLayout& layout) {
             kept = &database;
         }
     }
+    if (kept == nullptr) {
+        return;
+    }
     for (CSalvagedDatabase& database : m_databases) {
         if (database.layout == &layout && &database != kept) {
             Merge(database, *kept);
         }
     }
-    if (kept != nullptr) {
-        kept->info.name = name;
-    }
+    kept->info.name = name;
 }
 
 // A name that none of its diaries has was damaged when they agree on another one.
@@ -104,7 +105,7 @@ QString CNaming::NameInDiaries(const CSalvagedDatabase& profile) const {
     for (std::size_t number = 1; number < kProfileDatabases.size(); ++number) {
         const CSalvagedDatabase* diary = Find(IdBeside(profile.info.id, static_cast<int>(number)),
                                               kProfileDatabases[number].layout);
-        const QString name = diary == nullptr ? QString() : OwnerOf(*diary);
+        QString name = diary == nullptr ? QString() : OwnerOf(*diary);
         if (!name.isEmpty() && Find(name) == nullptr) {
             return name;
         }

@@ -51,7 +51,9 @@ CVolumeReplacement::CVolumeReplacement(const QString& path, const QDateTime& now
 }
 
 CVolumeReplacement::~CVolumeReplacement() {
-    RemoveNew();
+    if (m_hasBegun) {
+        RemoveNew();
+    }
     if (m_isPlaceHeld) {
         QFile::remove(m_path);
     }
@@ -83,6 +85,7 @@ EPlatformError CVolumeReplacement::Begin(quint32 version) {
         error = m_lock.Take(path);
     }
     if (error == kErrorSuccess) {
+        m_hasBegun = true;
         RemoveNew();
     }
     return error;
@@ -105,8 +108,11 @@ EPlatformError CVolumeReplacement::KeepAside() {
     const QByteArray path = QFile::encodeName(m_path);
     const QByteArray kept = QFile::encodeName(m_keptPath);
     EPlatformError error = m_hasPresent ? Duplicate(path, kept) : kErrorSuccess;
+    if (error != kErrorSuccess) {
+        return error;
+    }
     // Opening the volume has played its journal back.
-    if (error == kErrorSuccess && !m_present.IsOpen() && Exists(path + kJournal.data())) {
+    if (!m_present.IsOpen() && Exists(path + kJournal.data())) {
         error = Duplicate(path + kJournal.data(), kept + kJournal.data());
     }
     if (error == kErrorSuccess) {

@@ -57,6 +57,7 @@ class CVolumeReplacement {
     CSqliteFile m_present;
     CVolumeLock m_lock;  ///< of a volume that cannot be opened, or of the file in its place
     EPlatformError m_presentError = kErrorSuccess;
+    bool m_hasBegun = false;  ///< before, a new file is that of another process
     bool m_hasPresent = false;
     bool m_isPlaceHeld = false;  ///< by an empty file of ours
     bool m_isConfirmed = false;

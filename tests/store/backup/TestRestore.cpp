@@ -287,8 +287,10 @@ class TestRestore : public CDiaryTest {
         {
             CVolumeReplacement other(Path(u"held.db"_s), kNow);
             QCOMPARE(other.Begin(), int(kErrorSuccess));
+            Save(other.GetNewPath(), "its new file");
             const CFileSizeLimit limit(20000);
             QVERIFY(!RestoreBackup(Path(u"b.db"_s), Path(QString::fromLatin1(name)), kNow));
+            QVERIFY(QFile::exists(other.GetNewPath()));
         }
         QCOMPARE(m_messages->Said(), u"ERROR: CeMountDBVol failed (%1)|Cannot open database."_s.arg(
                                          QLatin1StringView(error)));
