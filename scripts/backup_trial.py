@@ -26,6 +26,7 @@ KILLS = int(sys.argv[2]) if len(sys.argv) > 2 else 500
 DAMAGED = int(sys.argv[3]) if len(sys.argv) > 3 else 200
 RANDOM = random.Random(int(sys.argv[4]) if len(sys.argv) > 4 else 1)
 PAGE = 8192
+ROW_HEAD = 12  # bytes before a record's: sizes and its identifier
 FOODS = 3000
 DATE = r"\d{4}-\d\d-\d\d-\d{6}(-\d+)?"
 EXPECTED = re.compile(r"(whole|older|b|v|seen)\.db(-journal)?|(in|seen|out)\.csv|"
@@ -236,10 +237,10 @@ def play_damage():
         repaired = stored("v.db")
         for record, body in records.items():
             # A record of more than a page is in several places.
-            start, end = places[record], places[record] + len(body)
+            start, end = places[record] - ROW_HEAD, places[record] + len(body)
             if places[record] < 0 or any(first < end and start < last for first, last in ranges):
                 continue
-            page = start // PAGE * PAGE
+            page = (end - 1) // PAGE * PAGE
             cells = int.from_bytes(data[page + 3:page + 5], "big")
             if any(first < page + 8 + 2 * cells and page < last for first, last in ranges):
                 continue  # without the header of its page a record cannot be found

@@ -137,7 +137,7 @@ class TestRestore : public CDiaryTest {
         if (kind == u"pages"_s) {
             CSqliteFile other;
             QVERIFY(other.Open(file) == kErrorSuccess &&
-                    other.Execute("PRAGMA page_size=1024; VACUUM") == kErrorSuccess);
+                    other.Execute("PRAGMA page_size=16384; VACUUM") == kErrorSuccess);
         }
         if (kind == u"used"_s) {
             QCOMPARE(lock.Take(QFile::encodeName(file)), int(kErrorSuccess));

@@ -83,6 +83,12 @@ class TestVolumeCheck : public CDiaryTest {
             {"diary's kind", "UPDATE databases SET type=9 WHERE name='Ann_Diet'",
              "Ann: the database 'Ann_Diet' is missing.|Ann_Diet: a database of an unknown kind.",
              0},
+            {"diary's other kind",
+             "UPDATE databases SET type=(SELECT type FROM databases WHERE name='Ann_Weight') WHERE "
+             "name='Ann_Diet' AND 0<@diet",
+             "Ann: the database 'Ann_Diet' is missing.|Ann_Diet: record @ has 62 values instead of "
+             "15.",
+             0},
             {"block", "UPDATE blocks SET database=database+64 WHERE database=#Foods",
              "Note: Records that belong to no database: 3. They only take room.|Lists of records "
              "that belong to no database: 1.",
@@ -111,7 +117,8 @@ class TestVolumeCheck : public CDiaryTest {
         ObjectId meant = 0;
         for (const CRecord& row : {CRecord{u"@foods"_s, Database().Foods()},
                                    {u"@menus"_s, Database().Menus()},
-                                   {u"@exercises"_s, Database().Exercises()}}) {
+                                   {u"@exercises"_s, Database().Exercises()},
+                                   CRecord{u"@diet"_s, Database().Diet()}}) {
             const bool isLast = statement.endsWith(row.word);
             meant = isLast ? row.items.RecordAt(0) : meant;
             statement.replace(row.word, QString::number(row.items.RecordAt(0)));
