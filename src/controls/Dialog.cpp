@@ -6,6 +6,7 @@
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -116,6 +117,18 @@ QFormLayout* CDialog::AddForm() {
     form->setRowWrapPolicy(QFormLayout::WrapLongRows);
     m_content->addLayout(form);
     return form;
+}
+
+QLabel* CDialog::AddText(const QString& text, const QString& objectName) {
+    auto* label = new QLabel(text);
+    label->setObjectName(objectName);
+    label->setWordWrap(true);
+    m_content->addWidget(label);
+    return label;
+}
+
+void CDialog::HideCancel() {
+    m_buttons->button(QDialogButtonBox::Cancel)->hide();
 }
 
 QPushButton* CDialog::AddButton(const QString& text) {

@@ -9,6 +9,7 @@
 class QDialogButtonBox;
 class QFormLayout;
 class QHBoxLayout;
+class QLabel;
 class QPushButton;
 class QScrollArea;
 class QVBoxLayout;
@@ -38,6 +39,10 @@ class CDialog : public QDialog {
     /// A form of labelled rows at the end of the content; each field added through it becomes its
     /// label's buddy.
     QFormLayout* AddForm();
+    /// A text that wraps, at the end of the content.
+    QLabel* AddText(const QString& text, const QString& objectName);
+    /// For a dialog that only shows something. Escape still closes it.
+    void HideCancel();
     /// Extra button at the left of OK and Cancel.
     QPushButton* AddButton(const QString& text);
     /// Parent for an overlay such as a pick list, which covers the content but not the buttons.

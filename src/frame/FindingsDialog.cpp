@@ -1,6 +1,5 @@
 #include "frame/FindingsDialog.h"
 
-#include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -11,17 +10,11 @@ using namespace Qt::StringLiterals;
 
 CFindingsDialog::CFindingsDialog(const CFindings& findings, QWidget* parent)
     : CDialog(u"Check data"_s, parent) {
-    const auto addText = [this](const QString& text, const QString& name) {
-        auto* label = new QLabel(text);
-        label->setObjectName(name);
-        label->setWordWrap(true);
-        Content()->addWidget(label);
-    };
     QStringList lines;
     for (const CFinding& finding : findings.List()) {
         lines.append(FindingLine(finding));
     }
-    addText(FindingsText(findings), u"summary"_s);
+    AddText(FindingsText(findings), u"summary"_s);
     auto* list = new QPlainTextEdit(lines.join(u'\n'));
     list->setObjectName(u"findings"_s);
     list->setAccessibleName(u"Findings"_s);
@@ -29,12 +22,14 @@ CFindingsDialog::CFindingsDialog(const CFindings& findings, QWidget* parent)
     list->setTabChangesFocus(true);
     Content()->addWidget(list, 1);
     if (findings.HasFaults()) {
-        addText(
+        AddText(
             u"Repair takes over what can be read into a new data file. The present one is kept."_s,
             u"hint"_s);
         findChild<QPushButton*>(u"ok"_s)->setText(u"Repair"_s);
+        // Return in the list must not start it.
+        findChild<QPushButton*>(u"cancel"_s)->setDefault(true);
     } else {
-        findChild<QPushButton*>(u"cancel"_s)->hide();  // there is nothing to cancel
+        HideCancel();
     }
     SetPreferredSize(480, 320);
 }

@@ -2,7 +2,6 @@
 
 #include <QHeaderView>
 #include <QLabel>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -101,8 +100,7 @@ CBmiDialog::CBmiDialog(const CBmiView& bmi, QWidget* parent) : CDialog(u"BMI"_s,
     Content()->addWidget(text);
     Content()->addWidget(heading);
     Content()->addWidget(list, 1);
-    // There is nothing to cancel.
-    findChild<QPushButton*>(u"cancel"_s)->hide();
+    HideCancel();
     list->setFocus();
     SetPreferredSize(320, 420);
 }
