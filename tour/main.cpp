@@ -9,6 +9,7 @@
 
 #include "Itinerary.h"
 #include "catalogue/exchange/StarterFoods.h"
+#include "controls/Colors.h"
 #include "frame/Application.h"
 
 using namespace Qt::StringLiterals;
@@ -52,7 +53,7 @@ int main(int argc, char* argv[]) {
         QFile::remove(QDir(folder).filePath(old));
     }
     if (arguments.contains(u"--dark"_s)) {
-        QApplication::setPalette(DarkPalette());
+        QApplication::setPalette(ReadablePalette(DarkPalette()));
     }
     // Does not use the user's own settings and data.
     const QTemporaryDir temporary;

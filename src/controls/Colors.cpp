@@ -7,7 +7,7 @@ namespace {
 
 /// Shares of the text in a faint one, from the faintest on.
 constexpr double kFaintShares[] = {0.6, 0.7, 0.8, 0.9};
-/// How far a ground moves towards black or white at once, and how often until it is there.
+/// How far a colour moves towards black or white at once, and how often until it is there.
 constexpr double kStepShare = 0.05;
 constexpr int kMostSteps = 100;
 
@@ -24,15 +24,6 @@ double Luminance(const QColor& color) {
 
 bool IsReadable(const QColor& text, const QColor& ground) {
     return Contrast(text, ground) >= kReadableContrast;
-}
-
-/// The ground, moved away from the text until that can be read.
-QColor ReadableGround(QColor ground, const QColor& text) {
-    const QColor end = Luminance(text) > Luminance(ground) ? Qt::black : Qt::white;
-    for (int step = 0; step < kMostSteps && !IsReadable(text, ground); ++step) {
-        ground = MixedColor(end, ground, kStepShare);
-    }
-    return ground;
 }
 
 }  // namespace
@@ -63,13 +54,24 @@ QColor FaintTextColor(const QColor& text, const QColor& ground) {
     return text;
 }
 
+QColor ContrastingColor(QColor color, const QColor& ground, double contrast) {
+    const QColor end = ReadableTextColor(ground);
+    for (int step = 0; step < kMostSteps && Contrast(color, ground) < contrast; ++step) {
+        color = MixedColor(end, color, kStepShare);
+    }
+    return color;
+}
+
 QPalette ReadablePalette(QPalette palette) {
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-        const QColor selected = palette.color(group, QPalette::HighlightedText);
-        const QColor ground = palette.color(group, QPalette::Highlight);
-        if (!IsReadable(selected, ground)) {
-            palette.setColor(group, QPalette::Highlight, ReadableGround(ground, selected));
-        }
+        const auto keepReadable = [&](QPalette::ColorRole moved, QPalette::ColorRole fixed) {
+            const QColor color = palette.color(group, moved);
+            if (const QColor other = palette.color(group, fixed); !IsReadable(color, other)) {
+                palette.setColor(group, moved, ContrastingColor(color, other, kReadableContrast));
+            }
+        };
+        keepReadable(QPalette::Highlight, QPalette::HighlightedText);
+        keepReadable(QPalette::Link, QPalette::Base);
         const QColor base = palette.color(group, QPalette::Base);
         const QColor hint = palette.color(group, QPalette::PlaceholderText);
         if (!IsReadable(MixedColor(hint, base, hint.alphaF()), base)) {

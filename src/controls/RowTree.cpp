@@ -1,5 +1,9 @@
 #include "controls/RowTree.h"
 
+#include <QHeaderView>
+#include <QPainter>
+#include <algorithm>
+
 #include "controls/Colors.h"
 
 namespace {
@@ -14,6 +18,7 @@ void CRowTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
     const bool isMovedByField = focus != nullptr && focus == focusProxy();
     if (focus == this || isMovedByField || (focus != nullptr && isAncestorOf(focus))) {
         QTreeView::drawRow(painter, option, index);
+        FrameSelected(painter, option, index);
         return;
     }
     QStyleOptionViewItem pale = option;
@@ -24,4 +29,18 @@ void CRowTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
     colors.setColor(QPalette::Inactive, QPalette::Highlight, ground);
     colors.setColor(QPalette::Inactive, QPalette::HighlightedText, ReadableTextColor(ground));
     QTreeView::drawRow(painter, pale, index);
+    FrameSelected(painter, option, index);
+}
+
+void CRowTree::FrameSelected(QPainter* painter, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) const {
+    if (!ShowsSelection() || !selectionModel()->isSelected(index)) {
+        return;
+    }
+    const QColor base = option.palette.color(QPalette::Active, QPalette::Base);
+    const QColor ground = option.palette.color(QPalette::Active, QPalette::Highlight);
+    QRect row = option.rect;
+    row.setRight(std::min(row.right(), header()->length() - header()->offset() - 1));
+    painter->setPen(ContrastingColor(ground, base, kVisibleContrast));
+    painter->drawRect(row.adjusted(0, 0, -1, -1));
 }

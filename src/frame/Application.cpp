@@ -4,13 +4,13 @@
 #include <QTimer>
 
 #include "catalogue/exchange/StarterFoods.h"
-#include "controls/Colors.h"
 #include "controls/PaintedIcons.h"
+#include "controls/ReadableStyle.h"
 #include "profile/StartDialogs.h"
 
 CVelmoraApp::CVelmoraApp(const QString& volumePath) : m_doc(volumePath) {
     QApplication::setWindowIcon(ProgramIcon());
-    QApplication::setPalette(ReadablePalette(QApplication::palette()));
+    CReadableStyle::Use();
 }
 
 bool CVelmoraApp::Start() {

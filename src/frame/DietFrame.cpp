@@ -24,7 +24,6 @@
 #include "catalogue/view/ComposedMainView.h"
 #include "catalogue/view/ExlibMainView.h"
 #include "catalogue/view/FoodsMainView.h"
-#include "controls/Colors.h"
 #include "controls/ModalLoop.h"
 #include "controls/RowDelegate.h"
 #include "diary/DietMainView.h"
@@ -217,16 +216,6 @@ void CDietFrame::closeEvent(QCloseEvent* event) {
     StoreTab();
     StorePlacement();
     event->accept();
-}
-
-void CDietFrame::changeEvent(QEvent* event) {
-    QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange) {
-        const QPalette now = QApplication::palette();
-        if (const QPalette readable = ReadablePalette(now); readable != now) {
-            QApplication::setPalette(readable);
-        }
-    }
 }
 
 void CDietFrame::resizeEvent(QResizeEvent* event) {

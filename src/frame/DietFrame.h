@@ -33,8 +33,6 @@ class CDietFrame : public QMainWindow {
   protected:
     /// Waits until no dialog, box or progress window is left: what is under way needs the view.
     void closeEvent(QCloseEvent* event) override;
-    /// Keeps the palette readable when the desktop changes it.
-    void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:

@@ -1,29 +1,11 @@
 #include "frame/HelpWindow.h"
 
-#include <QGuiApplication>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QTextDocument>
 #include <QVBoxLayout>
-#include <cstdlib>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-/// Grey levels out of 255 that a link differs at least from its ground.
-constexpr int kLeastDifference = 110;
-constexpr int kMiddleGrey = 128;
-}  // namespace
-
-CHelpPage::CHelpPage(QWidget* parent) : QTextBrowser(parent) {
-    // Many dark palettes keep the blue links of the light ones, which cannot be read.
-    const int ground = qGray(palette().color(QPalette::Base).rgb());
-    const int link = qGray(QGuiApplication::palette().color(QPalette::Link).rgb());
-    if (std::abs(ground - link) < kLeastDifference) {
-        document()->setDefaultStyleSheet(ground < kMiddleGrey ? u"a { color: #8ab4f8; }"_s
-                                                              : u"a { color: #0000c0; }"_s);
-    }
-}
 
 QVariant CHelpPage::loadResource(int type, const QUrl& name) {
     if (type != QTextDocument::ImageResource) {

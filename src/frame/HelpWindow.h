@@ -13,7 +13,7 @@
 class CHelpPage : public QTextBrowser {
     Q_OBJECT
   public:
-    explicit CHelpPage(QWidget* parent);
+    using QTextBrowser::QTextBrowser;
 
   protected:
     QVariant loadResource(int type, const QUrl& name) override;

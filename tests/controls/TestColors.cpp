@@ -43,15 +43,18 @@ class TestColors : public QObject {
     }
 
     void thePaletteGetsReadable_data() {
-        AddRows<QColor, QColor, QColor, QColor>({
-            {"of the style", {48, 140, 198}, Qt::white, Qt::white, Qt::black},
-            {"dark", {38, 79, 120}, Qt::white, {30, 30, 30}, Qt::white},
-            {"black on dark blue", {0, 0, 128}, Qt::black, Qt::white, Qt::black},
+        AddRows<QColor, QColor, QColor, QColor, QColor>({
+            {"of the style", {48, 140, 198}, Qt::white, Qt::white, Qt::black, Qt::blue},
+            {"dark", {38, 79, 120}, Qt::white, {30, 30, 30}, Qt::white, Qt::blue},
+            {"black on dark blue", {0, 0, 128}, Qt::black, Qt::white, Qt::black, Qt::yellow},
+            {"a pale blue link", {0, 0, 128}, Qt::white, Qt::white, Qt::black, {41, 128, 185}},
         });
     }
     void thePaletteGetsReadable() {
-        const auto& [highlight, selected, base, text] = DataRow<QColor, QColor, QColor, QColor>();
+        const auto& [highlight, selected, base, text, link] =
+            DataRow<QColor, QColor, QColor, QColor, QColor>();
         QPalette palette;
+        palette.setColor(QPalette::Link, link);
         palette.setColor(QPalette::Highlight, highlight);
         palette.setColor(QPalette::HighlightedText, selected);
         palette.setColor(QPalette::Base, base);
@@ -67,6 +70,9 @@ class TestColors : public QObject {
             QCOMPARE(ground == highlight, Contrast(selected, highlight) >= 4.5);
             const QColor faint = readable.color(group, QPalette::PlaceholderText);
             QVERIFY(Contrast(MixedColor(faint, base, faint.alphaF()), base) >= 4.5);
+            const QColor shown = readable.color(group, QPalette::Link);
+            QVERIFY(Contrast(shown, base) >= 4.5);
+            QCOMPARE(shown == link, Contrast(link, base) >= 4.5);
         }
         QCOMPARE(ReadablePalette(readable), readable);
     }

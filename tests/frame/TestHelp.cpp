@@ -13,7 +13,6 @@
 
 #include "cli/Commands.h"
 #include "cli/HelpTexts.h"
-#include "controls/Colors.h"
 #include "frame/HelpWindow.h"
 #include "support/Clicks.h"
 #include "support/DataRows.h"
@@ -163,27 +162,6 @@ class TestHelp : public CFrameTest {
         page.resize(400, 200);
         const QVariant shown = page.document()->resource(QTextDocument::ImageResource, u"p.png"_s);
         QVERIFY(shown.value<QImage>().width() > 300);
-    }
-
-    void linksAreReadOnAnyGround_data() {
-        AddRows<QColor, QColor>({{"blue on white", Qt::white, Qt::blue},
-                                 {"blue on black", QColor(30, 30, 30), Qt::blue},
-                                 {"yellow on white", Qt::white, Qt::yellow},
-                                 {"white on black", Qt::black, Qt::white}});
-    }
-    void linksAreReadOnAnyGround() {
-        const auto& [ground, link] = DataRow<QColor, QColor>();
-        const QPalette before = QApplication::palette();
-        QPalette palette = before;
-        palette.setColor(QPalette::Base, ground);
-        palette.setColor(QPalette::Link, link);
-        QApplication::setPalette(palette);
-        CHelpPage page(nullptr);
-        page.setHtml(u"<a href=\"#a\">a</a>"_s);
-        const QColor shown =
-            page.document()->begin().begin().fragment().charFormat().foreground().color();
-        QApplication::setPalette(before);
-        QVERIFY2(Contrast(ground, shown) >= kReadableContrast, qPrintable(shown.name()));
     }
 
     void everyLinkAndPictureExists() {

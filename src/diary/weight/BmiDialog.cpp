@@ -73,6 +73,7 @@ class CBmiList : public CReportList {
         CReportList::showEvent(event);
         ShowCurrent();
     }
+    [[nodiscard]] bool ShowsSelection() const override { return false; }
 
   private:
     static QString CellText(const CBmiTableItem& item, int column) {
