@@ -87,6 +87,10 @@ void CGraphPane::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     const CColors colors = Colors();
     painter.fillRect(rect(), colors.background);
+    if (hasFocus()) {
+        painter.setPen(colors.text);
+        painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+    }
     const QString empty = EmptyText();
     if (!empty.isEmpty()) {
         painter.setPen(colors.text);

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "controls/ColorDialog.h"
+#include "controls/Colors.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,6 +14,14 @@ constexpr double kBarShare = 0.6;
 constexpr double kLineWidth = 2;
 constexpr double kMarkRadius = 3;
 }  // namespace
+
+QColor ExerciseTextColor(const CExerciseTabSettings& tab) {
+    const QColor ground = ColorOf(tab.backgroundColor);
+    const QColor text = ColorOf(tab.textColor);
+    const bool isDefault = tab.textColor == CExerciseTabSettings().textColor;
+    return isDefault && Contrast(text, ground) < kReadableContrast ? ReadableTextColor(ground)
+                                                                   : text;
+}
 
 CExercisesGraph::CExercisesGraph(CVelmoraDoc& doc, QWidget* parent)
     : CGraphPane(u"Exercises graph"_s, parent), m_doc(doc) {
@@ -26,7 +35,7 @@ void CExercisesGraph::Show(const ExerciseWeek& week) {
 
 CExercisesGraph::CColors CExercisesGraph::Colors() const {
     const CExerciseTabSettings& tab = m_doc.Settings().exerciseTab;
-    return {ColorOf(tab.backgroundColor), ColorOf(tab.textColor)};
+    return {ColorOf(tab.backgroundColor), ExerciseTextColor(tab)};
 }
 
 QString CExercisesGraph::EmptyText() const {
@@ -90,7 +99,7 @@ void CExercisesGraph::PaintData(QPainter& painter) {
     for (const QRectF& bar : m_bars) {
         painter.drawRect(bar);
     }
-    painter.setPen(QPen(ColorOf(tab.textColor), 1));
+    painter.setPen(QPen(ExerciseTextColor(tab), 1));
     const double zero = ValueScale().At(0);
     painter.drawLine(QPointF(Plot().left(), zero), QPointF(Plot().right(), zero));
     painter.setPen(QPen(ColorOf(tab.lineColor), kLineWidth));

@@ -4,6 +4,10 @@
 #include "controls/GraphPane.h"
 #include "exercise/ExerciseDays.h"
 
+/// Of the graph and its headline: the chosen one, or one that can be read on the background while
+/// it is the default and that cannot.
+QColor ExerciseTextColor(const CExerciseTabSettings& tab);
+
 /// Bars for the energy burned, a line for the surplus. The document outlives it.
 class CExercisesGraph : public CGraphPane {
     Q_OBJECT

@@ -172,7 +172,7 @@ void CExercisesMainView::ShowGraph() {
     const CExerciseTabSettings& settings = Doc().Settings().exerciseTab;
     QPalette colors = m_pane->palette();
     colors.setColor(QPalette::Window, ColorOf(settings.backgroundColor));
-    colors.setColor(QPalette::WindowText, ColorOf(settings.textColor));
+    colors.setColor(QPalette::WindowText, ExerciseTextColor(settings));
     m_pane->setPalette(colors);
     const ExerciseWeek week = ExerciseWeekOf(Doc(), Doc().dayShown);
     m_headline->setText(ExerciseHeadline(week.back(), Doc().Preferences().energyUnit));

@@ -82,7 +82,21 @@ void CWeightGraph::Reload() {
         }
     }
     m_spans->setVisible(!m_points.empty());
+    ShowSpanColors();
     LayOut();
+}
+
+// The buttons have no panel between their texts and a ground that the user has chosen.
+void CWeightGraph::ShowSpanColors() {
+    QPalette colors;
+    colors.setResolveMask(0);
+    if (m_doc.Settings().weightTab.backgroundColor) {
+        for (const auto role : {QPalette::Window, QPalette::Button}) {
+            colors.setColor(role, BackgroundColor());
+        }
+        colors.setColor(QPalette::ButtonText, TextColor());
+    }
+    m_spans->setPalette(colors);
 }
 
 double CWeightGraph::Shown(double weightKg) const {
@@ -211,7 +225,7 @@ QColor CWeightGraph::TextColor() const {
 
 QColor CWeightGraph::WeightLineColor() const {
     const auto& color = m_doc.Settings().weightTab.weightLineColor;
-    const bool isDark = BackgroundColor().lightnessF() < 0.5;
+    const bool isDark = ReadableTextColor(BackgroundColor()) == Qt::white;
     return color ? ColorOf(*color) : isDark ? QColor(110, 175, 255) : QColor(25, 95, 175);
 }
 

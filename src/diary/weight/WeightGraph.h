@@ -37,6 +37,7 @@ class CWeightGraph : public CGraphPane {
     };
 
     void AddSpanButtons();
+    void ShowSpanColors();
     /// Whether there is a line from start to goal to show.
     [[nodiscard]] bool HasPlan() const;
     [[nodiscard]] double Shown(double weightKg) const;
