@@ -125,9 +125,21 @@ QString CGrid::CellText(int row, int column) const {
 void CGrid::SetCellText(int row, int column, const QString& text) {
     if (QStandardItem* item = m_model->item(row, column)) {
         item->setText(text);
-        const bool isEmptyRow = column == 0 && text.isEmpty();
-        item->setAccessibleText(isEmptyRow ? QStringLiteral("Empty row") : QString());
+        ShowRowName(row);
     }
+}
+
+// A screen reader would say nothing of a row without a name.
+void CGrid::ShowRowName(int row) {
+    bool isEmpty = true;
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        isEmpty = isEmpty && CellText(row, column).isEmpty();
+    }
+    QString name;
+    if (CellText(row, 0).isEmpty()) {
+        name = isEmpty ? QStringLiteral("Empty row") : QStringLiteral("No name");
+    }
+    m_model->item(row, 0)->setAccessibleText(name);
 }
 
 void CGrid::SetColumnShown(int column, bool isShown) {
@@ -306,6 +318,13 @@ bool CGrid::Open(int row, int column, const std::optional<QString>& initial) {
     return true;
 }
 
+// What is edited: "Protein, Value", or "Serving" for the name itself.
+QString CGrid::EditorName(const QModelIndex& index) const {
+    const QString column = m_model->headerData(index.column(), Qt::Horizontal).toString();
+    const QString row = index.column() > 0 ? CellText(index.row(), 0) : QString();
+    return row.isEmpty() ? column : row + QStringLiteral(", ") + column;
+}
+
 QLineEdit* CGrid::CreateEditor(const QModelIndex& index, const QString& text) {
     CInPlaceCell cell;
     cell.list = this;
@@ -322,13 +341,13 @@ QLineEdit* CGrid::CreateEditor(const QModelIndex& index, const QString& text) {
     if (m_kind == EGridKind::Choices && cell.column == 0) {
         auto* box =
             new CInPlaceList(cell, m_choices, static_cast<int>(m_choices.indexOf(text)), text);
-        box->setAccessibleName(accessibleName());
-        box->lineEdit()->setAccessibleName(accessibleName());
+        box->setAccessibleName(EditorName(index));
+        box->lineEdit()->setAccessibleName(EditorName(index));
         m_control = box;
         return box->lineEdit();
     }
     auto* box = new CInPlaceCellEdit(cell, text, cell.column > 0 ? ETyped::Number : ETyped::Text);
-    box->setAccessibleName(accessibleName());
+    box->setAccessibleName(EditorName(index));
     m_control = box;
     return box;
 }

@@ -78,6 +78,9 @@ class CGrid : public QTreeView {
     [[nodiscard]] int ValueWidth(int column) const;
     /// Of the title and of the widest text.
     [[nodiscard]] int TextsWidth(int column) const;
+    void ShowRowName(int row);
+    /// For a screen reader.
+    [[nodiscard]] QString EditorName(const QModelIndex& index) const;
     [[nodiscard]] bool HasEditor(int row, int column) const;
     /// `initial` replaces the cell's text in the editor.
     bool Open(int row, int column, const std::optional<QString>& initial);

@@ -120,8 +120,17 @@ class TestGrid : public QObject {
         QCOMPARE(heard(0, 0), u"cup"_s);
         QCOMPARE(heard(1, 0), u"Empty row"_s);
         QCOMPARE(heard(1, 1), QString());
+        const auto nameOfEditor = [this](int row, int column) {
+            m_grid->OpenCell(row, column);
+            return QApplication::focusWidget()->accessibleName();
+        };
+        QCOMPARE(nameOfEditor(0, 0), u"A"_s);
+        QCOMPARE(nameOfEditor(0, 1), u"cup, B"_s);
         m_grid->SetCellText(0, 0, {});
         QCOMPARE(heard(0, 0), u"Empty row"_s);
+        QCOMPARE(nameOfEditor(0, 1), u"B"_s);
+        m_grid->SetCellText(0, 1, u"100"_s);
+        QCOMPARE(heard(0, 0), u"No name"_s);
     }
 
     void editorsCoverTheirCells() {
