@@ -153,10 +153,8 @@ void CReportList::SetColumnWidths(const std::vector<int>& widths) {
 
 int CReportList::LeastWidth(int column) const {
     const CReportColumn& wanted = m_columns[column];
-    const int least = wanted.least > 0
-                          ? wanted.least
-                          : fontMetrics().horizontalAdvance(wanted.title) + kTitleMargin;
-    return std::max(least, std::min(wanted.content, viewport()->width() / 2));
+    return wanted.least > 0 ? wanted.least
+                            : fontMetrics().horizontalAdvance(wanted.title) + kTitleMargin;
 }
 
 void CReportList::SetContentWidth(int column, int width) {
@@ -165,27 +163,49 @@ void CReportList::SetContentWidth(int column, int width) {
 }
 
 void CReportList::LayColumnsOut() {
+    std::vector<int> least;
+    for (int column = 0; column < std::ssize(m_columns); ++column) {
+        least.push_back(LeastWidth(column));
+    }
+    std::vector<int> widths = SharedWidths(least);
+    // What one column gets more for its texts may leave another too narrow for its own.
+    for (size_t column = 0; column < widths.size();) {
+        const int content = std::min(m_columns[column].content, viewport()->width() / 2);
+        const bool isCut = m_columns[column].width == 0 && widths[column] < content;
+        if (isCut) {
+            least[column] = content;
+            widths = SharedWidths(least);
+        }
+        column = isCut ? 0 : column + 1;
+    }
+    m_laysOut = true;
+    for (size_t column = 0; column < widths.size(); ++column) {
+        setColumnWidth(static_cast<int>(column), widths[column]);
+    }
+    m_laysOut = false;
+}
+
+std::vector<int> CReportList::SharedWidths(const std::vector<int>& least) const {
     int left = viewport()->width();
     int shares = 0;
-    for (int column = 0; column < std::ssize(m_columns); ++column) {
+    std::vector<int> widths;
+    for (size_t column = 0; column < m_columns.size(); ++column) {
         const CReportColumn& wanted = m_columns[column];
-        left -= wanted.width > 0 ? wanted.width : LeastWidth(column);
+        widths.push_back(wanted.width > 0 ? wanted.width : least[column]);
+        left -= widths.back();
         shares += wanted.width > 0 ? 0 : wanted.share;
     }
     left = std::max(0, left);
-    m_laysOut = true;
-    for (int column = 0; column < std::ssize(m_columns); ++column) {
+    for (size_t column = 0; column < m_columns.size(); ++column) {
         const CReportColumn& wanted = m_columns[column];
-        int width = wanted.width;
-        if (width == 0) {
-            const int part = shares > 0 ? left * wanted.share / shares : 0;
+        if (wanted.width == 0 && shares > 0) {
+            const int part = left * wanted.share / shares;
+            widths[column] += part;
             left -= part;
             shares -= wanted.share;
-            width = LeastWidth(column) + part;
         }
-        setColumnWidth(column, width);
     }
-    m_laysOut = false;
+    return widths;
 }
 
 void CReportList::SetEmptyHint(const QString& text) {

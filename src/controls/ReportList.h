@@ -82,6 +82,8 @@ class CReportList : public CRowTree {
 
   private:
     void LayColumnsOut();
+    /// The widths when the room is shared among columns that are at least so wide.
+    [[nodiscard]] std::vector<int> SharedWidths(const std::vector<int>& least) const;
     void SelectIndex(const QModelIndex& index);
     [[nodiscard]] int LeastWidth(int column) const;
 

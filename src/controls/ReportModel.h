@@ -14,7 +14,8 @@ struct CReportColumn {
     EKind kind = EKind::Text;
     int width = 0;    ///< fixed width in logical pixels; 0: the list chooses
     int least = 0;    ///< least width that the list chooses, in logical pixels; 0: the title's
-    int content = 0;  ///< width of the texts, which the list chooses up to half of its own
+    int content = 0;  ///< width of the texts: a column that would be narrower gets it, up to half
+                      ///< of the list
     int share = 1;    ///< weight when the remaining room is shared; 0: gets none of it
 };
 

@@ -142,6 +142,11 @@ class TestReportList : public QObject {
                  (std::vector<int>{40 + left * 3 / 4, 40 + left - left * 3 / 4, 60}));
         list.resize(500, 200);
         QCOMPARE(list.header()->length(), list.viewport()->width());
+        // Texts with room enough change nothing.
+        const std::vector<int> shared = list.GetColumnWidths();
+        list.SetContentWidth(0, shared[0]);
+        list.SetContentWidth(1, shared[1]);
+        QCOMPARE(list.GetColumnWidths(), shared);
         // Long texts get their width, up to half of the list, even if it has to scroll then.
         for (const auto& [content, width] : {std::pair(420, 250), {330, 250}, {240, 240}}) {
             list.resize(500 + list.width() - list.viewport()->width(), 200);
