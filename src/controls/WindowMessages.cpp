@@ -3,9 +3,11 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLabel>
+#include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <algorithm>
 
 #include "controls/ModalLoop.h"
@@ -50,6 +52,36 @@ QMessageBox::Icon BoxIcon(EMessageIcon icon) {
 void MakePlain(QMessageBox& box) {
     for (auto* label : box.findChildren<QLabel*>()) {
         label->setTextFormat(Qt::PlainText);
+    }
+}
+
+/// Lets a text scroll that would leave the buttons no room on the screen.
+void FitToScreen(QMessageBox& box) {
+    constexpr int kMostWidth = 500;
+    const QSize screen = box.screen()->availableGeometry().size();
+    // The rest is for the icon, the margins and the buttons.
+    const QSize room(std::min(kMostWidth, screen.width() * 5 / 8), screen.height() / 2);
+    const QStringList parts = {box.text(), box.informativeText()};
+    const QString text = parts.join(u"\n\n"_s).trimmed();
+    const QRect needed = box.fontMetrics().boundingRect(QRect(QPoint(), QSize(room.width(), 0)),
+                                                        Qt::TextWordWrap, text);
+    auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
+    if (needed.height() <= room.height() || label == nullptr) {
+        return;
+    }
+    // The box wraps its own labels only as far as they set its width.
+    auto* shown = new QLabel(text);
+    shown->setWordWrap(true);
+    auto* scroll = new QScrollArea(&box);
+    scroll->setAccessibleName(u"Message"_s);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setMinimumSize(room);
+    scroll->setWidget(shown);
+    delete box.layout()->replaceWidget(label, scroll);
+    label->hide();
+    if (auto* detail = box.findChild<QLabel*>(u"qt_msgbox_informativelabel"_s)) {
+        detail->hide();
     }
 }
 
@@ -98,6 +130,7 @@ void CWindowMessages::Show(const CMessage& message) {
         detail.append(action.offer);
     }
     box.setInformativeText(detail.join(u' ').trimmed());
+    FitToScreen(box);
     MakePlain(box);
     const CModalLoop loop;
     bool isDone = false;
@@ -113,6 +146,7 @@ bool CWindowMessages::AskYesNo(const QString& text, EAnswer proposed) {
     QMessageBox box(QMessageBox::Question, u"Velmora"_s, text, QMessageBox::Yes | QMessageBox::No,
                     WindowInFront());
     box.setDefaultButton(proposed == EAnswer::Yes ? QMessageBox::Yes : QMessageBox::No);
+    FitToScreen(box);
     MakePlain(box);
     const CModalLoop loop;
     return box.exec() == QMessageBox::Yes;

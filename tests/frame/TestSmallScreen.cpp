@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -124,6 +125,33 @@ class TestSmallScreen : public CFrameTest {
             dialog.reject();
         });
         Trigger(frame, u"Add entry..."_s);
+    }
+
+    void aLongMessageScrollsAboveItsButtons() {
+        CWindowMessages messages;
+        const QString line = u"12 of 3456 foods were read, and 7 could not be\n"_s;
+        for (const int lines : {1, 20}) {
+            OnDialog<QMessageBox>([lines](QMessageBox& box) {
+                const auto* button = box.button(QMessageBox::Yes);
+                const QRect place(button->mapTo(&box, QPoint()), button->size());
+                QVERIFY(box.rect().contains(place));
+                QCOMPARE(box.size().boundedTo(kScreen.size()), box.size());
+                auto* scroll = box.findChild<QScrollArea*>();
+                QCOMPARE(scroll != nullptr, lines > 1);
+                if (scroll != nullptr) {
+                    QCOMPARE(scroll->horizontalScrollBar()->maximum(), 0);
+                    QTest::keyClick(scroll, Qt::Key_PageDown);
+                    QVERIFY(scroll->verticalScrollBar()->value() > 0);
+                }
+                QTest::keyClick(&box, Qt::Key_Return);
+            });
+            QVERIFY(AskYesNo(line.repeated(lines)));
+        }
+        OnDialog<QMessageBox>([](QMessageBox& box) {
+            QCOMPARE(box.findChild<QScrollArea*>()->widget()->property("text").toString(),
+                     u"Cannot.\n\n"_s + box.informativeText());
+        });
+        ShowMessage({u"Cannot."_s, EMessageIcon::Stop, line.repeated(20).trimmed()});
     }
 
     void theFileDialogLeavesOutWhatHasNoRoom() {
