@@ -1,7 +1,5 @@
 #include "diary/EntryList.h"
 
-#include <algorithm>
-
 #include "catalogue/items/CatalogueKinds.h"
 #include "catalogue/items/ChosenFood.h"
 #include "controls/PaintedIcons.h"
@@ -25,8 +23,9 @@ constexpr auto kNothingEatenAtMeal =
     "Nothing eaten yet at this meal.\n"
     "Press Insert to add what you ate."_L1;
 
-QString KindText(EItemKind kind) {
-    return QString::fromLatin1(KindOf(CatalogueOf(kind)).capitalized);
+/// Foods for a kind that only a damaged record has.
+const CCatalogueKind& KindShown(const CDietEntry& entry) {
+    return KindOf(CatalogueOf(entry.GetKind()));
 }
 
 }  // namespace
@@ -64,10 +63,13 @@ void CEntryList::ShowRows() {
              .text = [this](int row, int column) { return m_day.CellText(row, column); },
              .icon =
                  [this](int row) {
-                     const auto kind = static_cast<size_t>(m_day.Entry(row).GetKind());
-                     return m_pictures[std::min(kind, m_pictures.size() - 1)];
+                     const EItemKind kind = *KindShown(m_day.Entry(row)).itemKind;
+                     return m_pictures[static_cast<size_t>(kind)];
                  },
-             .iconText = [this](int row) { return KindText(m_day.Entry(row).GetKind()); },
+             .iconText =
+                 [this](int row) {
+                     return QString::fromLatin1(KindShown(m_day.Entry(row)).capitalized);
+                 },
              .heading = m_doc.selectedMeal == kAllMeals
                             ? [this](int row) { return m_day.HeadingOf(row); }
                             : std::function<QString(int)>()});

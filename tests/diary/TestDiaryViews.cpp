@@ -86,6 +86,19 @@ class TestDiaryViews : public CDiaryTest {
         QCOMPARE(m_messages->Said(), QString());
     }
 
+    void anEntryOfADamagedKindIsAFood() {
+        CDietEntry entry = AddEntry(u"Tea"_s, QTime(8, 0)).entry;
+        entry.SetKind(static_cast<EItemKind>(7));
+        QVERIFY(Database().Diet().Write(-1, entry));
+        COpenView<CDietMainView> open(*m_doc, "entries");
+        const QAbstractItemModel* rows = open.list->model();
+        const auto picture = [rows](int row) {
+            return rows->index(row, 0).data(Qt::DecorationRole).value<QIcon>().pixmap(20).toImage();
+        };
+        QCOMPARE(picture(1), picture(0));
+        QCOMPARE(rows->index(1, 0).data(Qt::AccessibleDescriptionRole), u"Food"_s);
+    }
+
     void aBreakfastIsItsWordsAndOneReturn() {
         const qint32 category = AddCategory(Database(), u"Kitchen"_s);
         AddFood(category, u"Eggnog"_s, {}, 88, {{u"1 cup"_s, 254}});

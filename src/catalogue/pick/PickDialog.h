@@ -38,7 +38,8 @@ class CPickDialog : public CDialog {
     /// Time and the find buttons.
     void AddTimeRow(QFormLayout* form, const QString& label);
     void AddPickList();
-    /// Label and fields have one parent, since that is where a field's label is looked for.
+    /// Label and fields have one parent, since Qt looks for a field's label among its
+    /// siblings.
     static void AddRow(QFormLayout* form, const QString& label, QLayout* row, QWidget* buddy);
     static QHBoxLayout* CreateRow();
     /// Makes a combo box editable, for texts of up to `length` UTF-16 units, `characters` wide.

@@ -110,9 +110,9 @@ QVariant CCategoryTreeModel::data(const QModelIndex& index, int role) const {
     }
 }
 
-QVariant CCategoryTreeModel::headerData(int /*section*/, Qt::Orientation /*orientation*/,
-                                        int role) const {
-    return role == Qt::DisplayRole ? u"Category"_s : QVariant();
+QVariant CCategoryTreeModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    const bool isTitle = section == 0 && orientation == Qt::Horizontal && role == Qt::DisplayRole;
+    return isTitle ? u"Category"_s : QVariant();
 }
 
 Qt::ItemFlags CCategoryTreeModel::flags(const QModelIndex& index) const {

@@ -102,6 +102,8 @@ class TestFoodsMainView : public CCatalogueTest {
         const QAbstractItemModelTester sound(&model,
                                              QAbstractItemModelTester::FailureReportingMode::Fatal);
         QCOMPARE(model.IndexOf(1, u"Milk"_s).row(), 1);  // reads the names
+        QCOMPARE(model.headerData(0, Qt::Horizontal, Qt::DisplayRole), u"Category"_s);
+        QVERIFY(!model.headerData(0, Qt::Vertical, Qt::DisplayRole).isValid());
         model.Reload(false);
         model.Reload(false);
     }
