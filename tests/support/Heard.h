@@ -4,8 +4,11 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
+#include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPushButton>
+#include <QStyleOptionComboBox>
 #include <QTabBar>
 #include <QTest>
 #include <QToolButton>
@@ -53,10 +56,27 @@ class CHeard {
             if (tool != nullptr && (tool->arrowType() != Qt::NoArrow || !tool->icon().isNull())) {
                 continue;  // shows no text
             }
+            // A push button is at least as wide as several letters, which it does not need.
             const int text =
-                button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width();
-            add(button->width() < text || button->height() < button->fontMetrics().height(),
+                button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() +
+                button->style()->pixelMetric(QStyle::PM_ButtonMargin, nullptr, button);
+            const int needed = qobject_cast<const QPushButton*>(button) != nullptr
+                                   ? text
+                                   : button->minimumSizeHint().width();
+            add(button->width() < needed || button->height() < button->fontMetrics().height(),
                 button->text());
+        }
+        for (const auto* box : Visible<QComboBox>(window)) {
+            QStyleOptionComboBox option;
+            option.initFrom(box);
+            option.editable = box->isEditable();
+            const int room = box->style()
+                                 ->subControlRect(QStyle::CC_ComboBox, &option,
+                                                  QStyle::SC_ComboBoxEditField, box)
+                                 .width();
+            add(!box->isEditable() &&
+                    room < box->fontMetrics().horizontalAdvance(box->currentText()),
+                box->currentText());
         }
         for (const auto* bar : Visible<QTabBar>(window)) {
             for (int tab = 0; tab < bar->count(); ++tab) {
@@ -66,20 +86,44 @@ class CHeard {
             }
         }
         for (const auto* header : Visible<QHeaderView>(window)) {
+            const int margins = 2 * header->style()->pixelMetric(QStyle::PM_HeaderMargin);
+            const int sorted = header->isSortIndicatorShown() ? header->sortIndicatorSection() : -1;
             for (int column = 0; column < header->count(); ++column) {
                 const QString title =
                     header->model()->headerData(column, Qt::Horizontal).toString();
-                add(!header->isSectionHidden(column) &&
-                        header->sectionSize(column) <
-                            header->fontMetrics().horizontalAdvance(title),
+                const int needed = header->fontMetrics().horizontalAdvance(title) + margins +
+                                   (column == sorted ? header->height() : 0);
+                add(!header->isSectionHidden(column) && header->sectionSize(column) < needed,
                     title);
             }
+        }
+        for (const auto* list : Visible<QTreeView>(window)) {
+            AddCutCells(*list, add);
         }
         return cut;
     }
 
   private:
     static constexpr int kMostStops = 60;
+    static constexpr int kMostPresses = 1000;
+
+    template <typename Add>
+    static void AddCutCells(const QTreeView& list, const Add& add) {
+        if (list.objectName() == "bmiTable"_L1) {
+            return;  // its columns are shares of its width, whatever the font
+        }
+        // Of a name the rest is seen by dragging its column.
+        const int first = list.isHeaderHidden() ? 0 : 1;
+        for (int row = 0; row < list.model()->rowCount(); ++row) {
+            for (int column = first; column < list.header()->count(); ++column) {
+                const QModelIndex cell = list.model()->index(row, column);
+                const QRect place = list.visualRect(cell);
+                const bool isSeen = list.viewport()->rect().intersects(place) && place.width() > 0;
+                add(isSeen && place.width() < list.sizeHintForIndex(cell).width(),
+                    list.objectName() + u": "_s + cell.data().toString());
+            }
+        }
+    }
 
     static void Collect(QAccessibleInterface* node, QStringList& found) {
         constexpr QAccessible::Role kControls[] = {
@@ -113,12 +157,12 @@ class CHeard {
 
     static QList<QWidget*> Round(const QWidget& window, Qt::KeyboardModifiers modifiers) {
         QList<QWidget*> stops = {window.focusWidget()};
-        for (int presses = 0; presses < 4 * kMostStops; ++presses) {
+        for (int presses = 0; presses < kMostPresses; ++presses) {
             QTest::keyClick(window.focusWidget(), Qt::Key_Tab, modifiers);
             if (window.focusWidget() == stops.front() && stops.size() > 1) {
                 return stops;
             }
-            // The parts of a date are one stop.
+            // The parts of a date are one stop, and so are the links of a page.
             if (window.focusWidget() != stops.back()) {
                 stops.append(window.focusWidget());
             }
