@@ -76,6 +76,18 @@ def press(*keys):
         subprocess.run(["xdotool", "key", "--clearmodifiers", *keys], check=True)
 
 
+def write(text):
+    if text:
+        subprocess.run(["xdotool", "type", "--clearmodifiers", text], check=True)
+
+
+def caret(node):
+    """Where the focus is in the text of a page with links; -1 for another object."""
+    is_page = node is not None and node.get_role() in (Atspi.Role.LABEL, Atspi.Role.DOCUMENT_TEXT)
+    text = node.get_text_iface() if is_page else None
+    return -1 if text is None else Atspi.Text.get_caret_offset(text)
+
+
 def focus_window():
     """Gives the keyboard to the window in front; on a busy machine it may have been left to none."""
     subprocess.run(["xdotool", "getactivewindow", "windowfocus"], check=False)
@@ -157,8 +169,9 @@ class Reader:
         if seconds is None:
             is_in_parts = self.focus and self.focus.get_role() == Atspi.Role.SPIN_BUTTON
             seconds = PART_TIMEOUT_S if is_in_parts else KEY_TIMEOUT_S
+        place = caret(self.focus)
         press(key)
-        self.wait_for(lambda: self.focus_events > before, seconds)
+        self.wait_for(lambda: self.focus_events > before or caret(self.focus) != place, seconds)
         self.wait_for(lambda: False, POLL_S)
         return self.focus
 
