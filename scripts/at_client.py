@@ -127,8 +127,11 @@ class Reader:
             self.focus = event.source
             self.focus_events += 1
         elif event.type.startswith("object:property-change:accessible-name"):
-            if event.source.get_role() == Atspi.Role.LABEL:
-                self.renamed.append(event.source.get_name())
+            try:
+                if event.source.get_role() == Atspi.Role.LABEL:
+                    self.renamed.append(event.source.get_name())
+            except GLib.GError:
+                pass  # the label is gone with its window
 
     def pump(self):
         while self.context.iteration(False):
