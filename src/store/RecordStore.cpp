@@ -48,8 +48,7 @@ bool CRecordStore::MountVolume(const QString& path, std::span<const UpgradeStep>
     }
     if (isMounted) {
         if (wasThere) {
-            // Removes the new file that a killed restore or repair has left: this volume is ours.
-            const CVolumeReplacement killed(path, {});
+            CVolumeReplacement(path, {}).RemoveNew();
         }
         return true;
     }

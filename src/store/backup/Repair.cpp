@@ -246,7 +246,7 @@ EPlatformError CRepair::Run(CRepairSummary& summary, const CopyProgress& progres
     CSalvage salvage;
     EPlatformError error = salvage.Read(m_replacement.GetPath(), progress);
     if (error == kErrorSuccess) {
-        error = CreatePrivateFile(QFile::encodeName(m_replacement.GetNewPath()));
+        error = m_replacement.CreateNew();
     }
     if (error != kErrorSuccess) {
         return error;

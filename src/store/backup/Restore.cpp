@@ -20,33 +20,19 @@ EPlatformError CRestore::Begin(const CopyProgress& progress) {
     if (const EPlatformError error = m_replacement.Begin(); error != kErrorSuccess) {
         return error;
     }
-    const QByteArray copy = QFile::encodeName(m_replacement.GetNewPath());
-    if (const EPlatformError error = CreatePrivateFile(copy); error != kErrorSuccess) {
+    if (const EPlatformError error = m_replacement.CreateNew(); error != kErrorSuccess) {
         return error;
     }
-    EPlatformError error = CopyFile(progress);
+    CVolumeLock lock;
+    EPlatformError error = lock.TakeToRead(QFile::encodeName(m_file));
+    if (error == kErrorSuccess) {
+        error = m_replacement.FillNew(m_file, progress);
+    }
+    lock.Release();
     if (error == kErrorSuccess) {
         error = CheckCopy(progress);
     }
     m_isOfFile = error != kErrorDiskFull;  // the copy is beside the present volume
-    return error;
-}
-
-// A journal belongs to the file: it is played back into the copy.
-EPlatformError CRestore::CopyFile(const CopyProgress& progress) {
-    const QByteArray file = QFile::encodeName(m_file);
-    const QByteArray copy = QFile::encodeName(m_replacement.GetNewPath());
-    CVolumeLock lock;
-    EPlatformError error = lock.TakeToRead(file);
-    if (error == kErrorSuccess) {
-        error = CopyFileBytes(file, copy, progress);
-    }
-    if (error == kErrorSuccess && QFile::exists(m_file + u"-journal"_s)) {
-        error = CreatePrivateFile(copy + "-journal");
-        if (error == kErrorSuccess) {
-            error = CopyFileBytes(file + "-journal", copy + "-journal", progress);
-        }
-    }
     return error;
 }
 

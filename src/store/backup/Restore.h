@@ -22,7 +22,6 @@ class CRestore {
     EPlatformError Commit() { return m_replacement.Commit(); }
 
   private:
-    EPlatformError CopyFile(const CopyProgress& progress);
     EPlatformError CheckCopy(const CopyProgress& progress);
 
     QString m_file;

@@ -7,17 +7,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr auto kJournal = "-journal"_L1;
-
-/// A journal belongs to the file: it is played back into the copy.
-EPlatformError CopyVolume(const QString& from, const QString& to, const CopyProgress& progress) {
-    const EPlatformError error =
-        CopyFileBytes(QFile::encodeName(from), QFile::encodeName(to), progress);
-    return error == kErrorSuccess && QFile::exists(from + kJournal)
-               ? CopyFileBytes(QFile::encodeName(from + kJournal), QFile::encodeName(to + kJournal))
-               : error;
-}
-
 EPlatformError ReadVersion(const QString& path, quint32& version) {
     QFile file(path);
     VolumeHeader header{};
@@ -71,7 +60,10 @@ EPlatformError UpgradeVolume(const QString& path, const QDateTime& now,
         error = kErrorSharingViolation;  // another program has just replaced the file
     }
     if (error == kErrorSuccess) {
-        error = CopyVolume(replacement.GetPath(), copyPath, progress);
+        error = replacement.CreateNew();
+    }
+    if (error == kErrorSuccess) {
+        error = replacement.FillNew(replacement.GetPath(), progress);
     }
     if (error == kErrorSuccess) {
         error = Upgrade(copyPath, steps);

@@ -99,6 +99,23 @@ EPlatformError CVolumeReplacement::HoldPlace() {
     return error == kErrorAlreadyExists ? kErrorSharingViolation : error;
 }
 
+EPlatformError CVolumeReplacement::CreateNew() {
+    return CreatePrivateFile(QFile::encodeName(m_newPath));
+}
+
+EPlatformError CVolumeReplacement::FillNew(const QString& from, const CopyProgress& progress) {
+    const QByteArray file = QFile::encodeName(from);
+    const QByteArray copy = QFile::encodeName(m_newPath);
+    EPlatformError error = CopyFileBytes(file, copy, progress);
+    if (error == kErrorSuccess && Exists(file + kJournal.data())) {
+        error = CreatePrivateFile(copy + kJournal.data());
+        if (error == kErrorSuccess) {
+            error = CopyFileBytes(file + kJournal.data(), copy + kJournal.data(), progress);
+        }
+    }
+    return error;
+}
+
 void CVolumeReplacement::RemoveNew() const {
     QFile::remove(m_newPath);
     QFile::remove(m_newPath + kJournal);

@@ -36,6 +36,13 @@ class CVolumeReplacement {
     [[nodiscard]] const QString& GetPath() const { return m_path; }
     /// Where to make the new file.
     [[nodiscard]] const QString& GetNewPath() const { return m_newPath; }
+    EPlatformError CreateNew();
+    /// Copies a volume into the new file, and its journal beside that, where it is played back when
+    /// the new file is opened.
+    EPlatformError FillNew(const QString& from, const CopyProgress& progress);
+    /// Removes the new file, be it one that a killed process has left. Only while no other
+    /// process can use the volume.
+    void RemoveNew() const;
     /// Where the present volume is kept from Commit on.
     [[nodiscard]] const QString& GetKeptPath() const { return m_keptPath; }
     /// Keeps the present volume and its journal aside and puts the new file, which is closed, in
@@ -48,7 +55,6 @@ class CVolumeReplacement {
   private:
     EPlatformError HoldPlace();
     EPlatformError KeepAside();
-    void RemoveNew() const;
     void RemoveKept() const;
 
     QString m_path;  ///< where a link leads to
