@@ -66,7 +66,16 @@ void FitToScreen(QMessageBox& box) {
     const QRect needed = box.fontMetrics().boundingRect(QRect(QPoint(), QSize(room.width(), 0)),
                                                         Qt::TextWordWrap, text);
     auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
-    if (needed.height() <= room.height() || label == nullptr) {
+    if (label == nullptr) {
+        return;
+    }
+    if (needed.height() <= room.height()) {
+        // On a narrow screen the box itself would wrap the text after each word or two.
+        const int width = std::min(room.width(), box.fontMetrics().size(0, text).width());
+        label->setMinimumWidth(std::clamp(needed.width(), width, screen.width() * 7 / 8));
+        if (needed.width() > room.width()) {
+            box.setIcon(QMessageBox::NoIcon);  // a file name needs its place
+        }
         return;
     }
     // The box wraps its own labels only as far as they set its width.

@@ -142,6 +142,9 @@ class TestSmallScreen : public CFrameTest {
                     QCOMPARE(scroll->horizontalScrollBar()->maximum(), 0);
                     QTest::keyClick(scroll, Qt::Key_PageDown);
                     QVERIFY(scroll->verticalScrollBar()->value() > 0);
+                } else {
+                    const int width = Find<QLabel>(box, "qt_msgbox_label")->width();
+                    QVERIFY(width > kScreen.width() / 2);
                 }
                 QTest::keyClick(&box, Qt::Key_Return);
             });
