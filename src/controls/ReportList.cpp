@@ -163,9 +163,9 @@ void CReportList::SetContentWidth(int column, int width) {
 }
 
 void CReportList::LayColumnsOut() {
-    std::vector<int> least;
-    for (int column = 0; column < std::ssize(m_columns); ++column) {
-        least.push_back(LeastWidth(column));
+    std::vector<int> least(m_columns.size());
+    for (size_t column = 0; column < least.size(); ++column) {
+        least[column] = LeastWidth(static_cast<int>(column));
     }
     std::vector<int> widths = SharedWidths(least);
     // What one column gets more for its texts may leave another too narrow for its own.
