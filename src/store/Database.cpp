@@ -6,6 +6,7 @@
 
 #include "store/Step.h"
 #include "store/VolumeTexts.h"
+#include "store/engine/JournalCheck.h"
 #include "store/engine/StorageState.h"
 
 using namespace Qt::StringLiterals;
@@ -111,7 +112,7 @@ QString CDatabase::GetRefusal() const {
 bool CDatabase::IsVolume(const QString& path) const {
     const QString target = TargetOf(path);
     const QString volume = TargetOf(m_volumePath);
-    return target == volume || target == volume + u"-journal"_s;
+    return target == volume || target == volume + kJournalSuffix;
 }
 
 CStoredViewSettings CDatabase::ViewSettings(ECatalogueKind kind) {

@@ -8,11 +8,11 @@
 #include <QFileInfo>
 #include <cstdio>
 
+#include "store/engine/JournalCheck.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr auto kJournal = "-journal"_L1;
-
 bool Exists(const QByteArray& path) {
     struct stat status {};
     return ::lstat(path.constData(), &status) == 0;
@@ -34,8 +34,8 @@ QString FreeKeptPath(const QString& path, const QDateTime& now) {
     const QString start =
         folder + volume.completeBaseName() + u"-kept-"_s + now.toString(u"yyyy-MM-dd-HHmmss"_s);
     QString kept = start + u".db"_s;
-    for (int n = 2; Exists(QFile::encodeName(kept)) || Exists(QFile::encodeName(kept + kJournal));
-         ++n) {
+    for (int n = 2;
+         Exists(QFile::encodeName(kept)) || Exists(QFile::encodeName(kept + kJournalSuffix)); ++n) {
         kept = start + u"-%1.db"_s.arg(n);
     }
     return kept;
@@ -107,10 +107,11 @@ EPlatformError CVolumeReplacement::FillNew(const QString& from, const CopyProgre
     const QByteArray file = QFile::encodeName(from);
     const QByteArray copy = QFile::encodeName(m_newPath);
     EPlatformError error = CopyFileBytes(file, copy, progress);
-    if (error == kErrorSuccess && Exists(file + kJournal.data())) {
-        error = CreatePrivateFile(copy + kJournal.data());
+    if (error == kErrorSuccess && Exists(file + kJournalSuffix.data())) {
+        error = CreatePrivateFile(copy + kJournalSuffix.data());
         if (error == kErrorSuccess) {
-            error = CopyFileBytes(file + kJournal.data(), copy + kJournal.data(), progress);
+            error =
+                CopyFileBytes(file + kJournalSuffix.data(), copy + kJournalSuffix.data(), progress);
         }
     }
     return error;
@@ -118,7 +119,7 @@ EPlatformError CVolumeReplacement::FillNew(const QString& from, const CopyProgre
 
 void CVolumeReplacement::RemoveNew() const {
     QFile::remove(m_newPath);
-    QFile::remove(m_newPath + kJournal);
+    QFile::remove(m_newPath + kJournalSuffix);
 }
 
 EPlatformError CVolumeReplacement::KeepAside() {
@@ -129,8 +130,8 @@ EPlatformError CVolumeReplacement::KeepAside() {
         return error;
     }
     // Opening the volume has played its journal back.
-    if (!m_present.IsOpen() && Exists(path + kJournal.data())) {
-        error = Duplicate(path + kJournal.data(), kept + kJournal.data());
+    if (!m_present.IsOpen() && Exists(path + kJournalSuffix.data())) {
+        error = Duplicate(path + kJournalSuffix.data(), kept + kJournalSuffix.data());
     }
     if (error == kErrorSuccess) {
         error = SyncFolderOf(path);
@@ -143,7 +144,7 @@ EPlatformError CVolumeReplacement::KeepAside() {
 
 void CVolumeReplacement::RemoveKept() const {
     QFile::remove(m_keptPath);
-    QFile::remove(m_keptPath + kJournal);
+    QFile::remove(m_keptPath + kJournalSuffix);
 }
 
 // The journal goes before the new file comes, or it might be played into that. The volume it
@@ -158,11 +159,11 @@ EPlatformError CVolumeReplacement::Commit() {
         constexpr mode_t kPermissions = 0777;
         ::chmod(QFile::encodeName(m_newPath).constData(), status.st_mode & kPermissions);
     }
-    ::unlink((path + kJournal.data()).constData());
+    ::unlink((path + kJournalSuffix.data()).constData());
     if (std::rename(QFile::encodeName(m_newPath).constData(), path.constData()) != 0) {
         const EPlatformError error = LastFileError();
-        ::link(QFile::encodeName(m_keptPath + kJournal).constData(),
-               (path + kJournal.data()).constData());
+        ::link(QFile::encodeName(m_keptPath + kJournalSuffix).constData(),
+               (path + kJournalSuffix.data()).constData());
         RemoveKept();
         return error;
     }

@@ -3,9 +3,13 @@
 #pragma once
 
 #include <QByteArray>
+#include <QLatin1StringView>
 
 #include "store/engine/PlatformError.h"
 #include "store/engine/VolumeReader.h"
+
+/// A journal has its volume's name with this at the end.
+inline constexpr QLatin1StringView kJournalSuffix("-journal");
 
 /// The volume must be locked against writers, or the journal may be that of a running program.
 ///

@@ -40,11 +40,9 @@ constexpr char kSettings[] =
 
 constexpr quint32 kSchemaPage = 1;
 
-constexpr char kJournalSuffix[] = "-journal";
-
 bool HasJournal(const QByteArray& path) {
     struct stat status {};
-    return ::stat((path + kJournalSuffix).constData(), &status) == 0 && status.st_size > 0;
+    return ::stat((path + kJournalSuffix.data()).constData(), &status) == 0 && status.st_size > 0;
 }
 
 /// SQLite keeps the journal beside the file that a link leads to.
@@ -173,9 +171,9 @@ EPlatformError CSqliteFile::AdmitJournal() {
     if (result != SQLITE_OK) {
         return ErrorOf(result);
     }
-    const CJournalCheck check(m_path + kJournalSuffix, size, [this](qint64 offset, qint64 bytes) {
-        return ReadRaw(offset, bytes);
-    });
+    const CJournalCheck check(
+        m_path + kJournalSuffix.data(), size,
+        [this](qint64 offset, qint64 bytes) { return ReadRaw(offset, bytes); });
     return check.MayBePlayed() ? kErrorSuccess : check.SetAside(m_keptJournal);
 }
 
