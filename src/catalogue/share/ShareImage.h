@@ -24,8 +24,8 @@ class CShareImage {
     /// The file that has been written; valid until the next write.
     [[nodiscard]] QByteArrayView Bytes() const;
 
-    /// Takes the content of any file, whoever made it, and refuses what is not a sound share file
-    /// before anything in it is used: kErrorBadFormat when it is none, kErrorNewerVersion, or
+    /// The bytes may be those of any file. All but a sound share file is refused before anything in
+    /// it is used: kErrorBadFormat when it is none, kErrorNewerVersion, or
     /// kErrorCorrupt. What the tables hold is not checked. Reading is limited in work and in the
     /// size of values; past a limit it fails with kErrorCorrupt.
     EPlatformError Open(QByteArray bytes);

@@ -27,6 +27,6 @@ struct CFileKind {
 /// `fileSize` in bytes; a header beyond the end of a shorter file is filled up with zeros.
 EPlatformError JudgeHeader(const VolumeHeader& header, qint64 fileSize,
                            CFileKind kind = {kVolumeApplicationId, kVolumeVersion});
-/// Opens `file` for reading and judges its header, which is still to be read. kErrorFileNotFound,
+/// Opens `file` for reading, at its start, and judges its header. kErrorFileNotFound,
 /// kErrorAccessDenied when it cannot be opened or is not a regular file, otherwise as JudgeHeader.
 EPlatformError OpenJudged(QFile& file, CFileKind kind = {kVolumeApplicationId, kVolumeVersion});
