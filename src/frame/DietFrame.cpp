@@ -1,22 +1,14 @@
 #include "frame/DietFrame.h"
 
 #include <QAbstractSpinBox>
-#include <QAction>
-#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QGuiApplication>
-#include <QLayout>
-#include <QMenu>
-#include <QMenuBar>
 #include <QScreen>
 #include <QTimer>
-#include <QToolBar>
-#include <QToolButton>
 #include <QUrl>
-#include <QWidgetAction>
 #include <algorithm>
 
 #include "app/BackupRules.h"
@@ -32,6 +24,7 @@
 #include "exercise/ExercisesMainView.h"
 #include "frame/AboutDialog.h"
 #include "frame/BackupWindows.h"
+#include "frame/CommandBar.h"
 #include "frame/HelpWindow.h"
 #include "frame/StatusLine.h"
 #include "frame/WindowPlacement.h"
@@ -75,9 +68,6 @@ const CViewRow* FindView(int command) {
 }
 
 constexpr QSize kDefaultSize(1000, 700);
-constexpr QSize kIconSize(20, 20);
-/// The largest number of tool buttons of a view; in every view the switch buttons come after them.
-constexpr int kToolButtonPlaces = 4;
 /// Between a view and the window's edge, in pixels.
 constexpr int kMargin = 8;
 constexpr int kNarrowMargin = 2;
@@ -85,27 +75,15 @@ constexpr int kIdleCheckMs = 20;
 
 }  // namespace
 
-CDietFrame::CDietFrame(CVelmoraDoc& doc) : m_doc(doc) {
+CDietFrame::CDietFrame(CVelmoraDoc& doc) : m_doc(doc), m_commandBar(new CCommandBar(this)) {
     setObjectName(u"frame"_s);
-    m_toolBar = addToolBar(u"Commands"_s);
-    m_toolBar->setObjectName(u"commands"_s);
-    m_toolBar->setMovable(false);
-    m_toolBar->setIconSize(kIconSize);
-    m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
-    if (auto* more = m_toolBar->findChild<QToolButton*>(u"qt_toolbar_ext_button"_s)) {
-        more->setAccessibleName(u"More commands"_s);
-        more->setToolTip(more->accessibleName());
-    }
-    m_toolButtonGap = new QWidgetAction(this);
-    m_toolButtonGap->setDefaultWidget(new QWidget);
-    // One for all views: to a screen reader an action that outlives its menu is lost.
-    m_helpMenu = new QMenu(u"&Help"_s, this);
-    QAction* help =
-        m_helpMenu->addAction(u"Velmora help"_s, this, [this] { RunCommand(kCommandHelp); });
-    help->setShortcut(QKeySequence::HelpContents);
     m_status = new CStatusLine(this);
     setStatusBar(m_status);
-    CreateSwitchActions();
+    for (const CViewRow& row : kViews) {
+        m_commandBar->AddSwitch(row.command, QLatin1StringView(row.name),
+                                QLatin1StringView(row.toolTip));
+    }
+    connect(m_commandBar, &CCommandBar::CommandChosen, this, &CDietFrame::RunCommand);
     PlaceWindow();
     ShowTitle();
     if (!ShowView(m_doc.Settings().lastTabCommand)) {
@@ -148,7 +126,7 @@ bool CDietFrame::ShowView(int command) {
     m_activeCommand = command;
     m_status->SetText({});
     StoreTab();
-    BuildCommandBar();
+    m_commandBar->ShowCommandsOf(*view, command);
     return true;
 }
 
@@ -221,57 +199,6 @@ void CDietFrame::closeEvent(QCloseEvent* event) {
 void CDietFrame::resizeEvent(QResizeEvent* event) {
     m_status->SetSmall(IsSmall(event->size()));
     QMainWindow::resizeEvent(event);
-}
-
-void CDietFrame::CreateSwitchActions() {
-    m_switchActions = new QActionGroup(this);
-    for (const CViewRow& row : kViews) {
-        auto* action = m_switchActions->addAction(QLatin1StringView(row.name));
-        action->setToolTip(QLatin1StringView(row.toolTip));
-        action->setCheckable(true);
-        action->setData(row.command);
-        action->setShortcut(
-            Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + m_switchActions->actions().size() - 1));
-        addAction(action);  // so that the shortcut works even if the tool bar has no room
-        connect(action, &QAction::triggered, this,
-                [this, command = row.command] { RunCommand(command); });
-    }
-}
-
-void CDietFrame::BuildCommandBar() {
-    menuBar()->clear();
-    for (QMenu* menu : m_menus) {
-        menu->deleteLater();
-    }
-    m_menus.clear();
-    for (const CCommandMenu& commands : ActiveView()->CommandBar()) {
-        QMenu* menu = menuBar()->addMenu(u'&' + commands.title);
-        AddToMenu(*menu, commands.actions);
-        connect(menu, &QMenu::aboutToShow, ActiveView(), &CMainView::RefreshMenus);
-        m_menus.push_back(menu);
-    }
-    menuBar()->addMenu(m_helpMenu);
-
-    m_toolBar->clear();
-    const std::vector<QAction*> buttons = ActiveView()->ToolButtons();
-    m_toolBar->addActions({buttons.begin(), buttons.end()});
-    KeepToolButtonPlaces(buttons);
-    m_toolBar->addSeparator();
-    for (QAction* action : m_switchActions->actions()) {
-        action->setChecked(action->data().toInt() == m_activeCommand);
-        m_toolBar->addAction(action);
-    }
-}
-
-void CDietFrame::KeepToolButtonPlaces(const std::vector<QAction*>& buttons) {
-    const int missing = kToolButtonPlaces - static_cast<int>(buttons.size());
-    if (missing <= 0 || buttons.empty()) {
-        return;
-    }
-    const int width = m_toolBar->widgetForAction(buttons.front())->sizeHint().width();
-    const int spacing = m_toolBar->layout()->spacing();
-    m_toolButtonGap->defaultWidget()->setFixedWidth(missing * width + (missing - 1) * spacing);
-    m_toolBar->addAction(m_toolButtonGap);
 }
 
 void CDietFrame::ShowTitle() {

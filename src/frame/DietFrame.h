@@ -8,10 +8,8 @@
 #include "app/VelmoraDoc.h"
 #include "controls/MainView.h"
 
+class CCommandBar;
 class CStatusLine;
-class QActionGroup;
-class QMenu;
-class QWidgetAction;
 
 /// Views are switched by command id; see the table in the source. The document outlives the frame.
 class CDietFrame : public QMainWindow {
@@ -36,11 +34,6 @@ class CDietFrame : public QMainWindow {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
-    void CreateSwitchActions();
-    void BuildCommandBar();
-    /// Fills the tool bar up to the largest number of tool buttons, so that the switch buttons are
-    /// in the same place in every view.
-    void KeepToolButtonPlaces(const std::vector<QAction*>& buttons);
     void ShowTitle();
     void PlaceWindow();
     void StoreTab();
@@ -74,10 +67,6 @@ class CDietFrame : public QMainWindow {
 
     CVelmoraDoc& m_doc;
     int m_activeCommand = 0;
-    QActionGroup* m_switchActions;
-    std::vector<QMenu*> m_menus;  ///< of the view
-    QMenu* m_helpMenu;
-    QToolBar* m_toolBar;
-    QWidgetAction* m_toolButtonGap;
+    CCommandBar* m_commandBar;
     CStatusLine* m_status;
 };
