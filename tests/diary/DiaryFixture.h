@@ -44,6 +44,17 @@ class CDiaryTest : public CCatalogueTest {
         AddFood(soups, u"Tomato soup"_s, u"home made"_s, 80, {{u"1 bowl"_s, 0}});
     }
 
+    void AddToLibrary(qint32 category, const QString& name, const QString& type,
+                      double rateKcalPerMinute, double met = 0) {
+        CExerciseItem item;
+        item.SetCategoryId(category);
+        item.SetName(name);
+        item.SetType(type);
+        item.SetEnergyRateKcalPerMinute(rateKcalPerMinute);
+        item.SetMet(met);
+        QVERIFY(Database().Exlib().Write(-1, item));
+    }
+
     template <typename Entry>
     static Entry MakeEntry(QDate day, QTime time) {
         Entry entry;
@@ -82,6 +93,12 @@ class CDiaryTest : public CCatalogueTest {
             qFatal("The fixture's exercise cannot be written.");
         }
         return entry;
+    }
+
+    /// Damage, with the profile open again.
+    void DamageEntry(CItemDatabaseBase& diary, int position) {
+        Damage(diary, position);
+        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
     }
 
     /// Names of all stored entries with day of month, time and meal: "Tea 31 08:00 B".

@@ -15,6 +15,10 @@ inline const QRegularExpression kAsking(
     u"(?:recipe|menu)|Foods|Menus|"
     u"Recipes|Exercises|Share).*\\.\\.\\.$"_s);
 
+inline constexpr int kViews[] = {kSwitchToDiet,  kSwitchToWeight, kSwitchToExercises,
+                                 kSwitchToFoods, kSwitchToMenus,  kSwitchToRecipes,
+                                 kSwitchToExlib};
+
 class CFrameTest : public CDiaryTest {
   protected:
     void FillEveryView() {
@@ -28,12 +32,7 @@ class CFrameTest : public CDiaryTest {
             const qint32 id = AddComposed(Database(), kind, category, u"Stew"_s);
             QVERIFY(AddPart(Database(), kind, id, u"Soup"_s, 80));
         }
-        CExerciseItem exercise;
-        exercise.SetCategoryId(AddCategory(Database(), u"Sport"_s, kExercises));
-        exercise.SetName(u"Rowing"_s);
-        exercise.SetType(u"fast"_s);
-        exercise.SetEnergyRateKcalPerMinute(5);
-        QVERIFY(Database().Exlib().Write(-1, exercise));
+        AddToLibrary(AddCategory(Database(), u"Sport"_s, kExercises), u"Rowing"_s, u"fast"_s, 5);
     }
     static void Trigger(CDietFrame& frame, const QString& command) {
         for (auto* action : frame.ActiveView()->findChildren<QAction*>()) {

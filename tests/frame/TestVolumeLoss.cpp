@@ -123,8 +123,7 @@ class TestVolumeLoss : public CFrameTest {
     }
 
     void damagedDataIsRepaired() {
-        Damage(Database().Weight(), 0);
-        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
+        DamageEntry(Database().Weight(), 0);
         CDietFrame frame(*m_doc);
         Show(frame);
         QStringList seen;
