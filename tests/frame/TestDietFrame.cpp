@@ -1,25 +1,19 @@
-#include "diary/DiaryFixture.h"
+#include "FrameFixture.h"
 
 #include <QAbstractItemModelTester>
-#include <QAction>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
-#include <QRegularExpression>
 #include <QScreen>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QTreeView>
 #include <limits>
 
-#include "app/FrameCommands.h"
 #include "app/UndoRules.h"
 #include "exercise/ExerciseRules.h"
-#include "frame/DietFrame.h"
 #include "profile/PreferencesDialog.h"
 #include "support/Clicks.h"
-#include "support/ComposedSamples.h"
-#include "support/DataRows.h"
 
 namespace {
 /// Any key on every list, tree and grid of a window, while its models are watched.
@@ -62,7 +56,7 @@ void PressKeysInDialogs(QObject& user) {
 }
 }  // namespace
 
-class TestDietFrame : public CDiaryTest {
+class TestDietFrame : public CFrameTest {
     Q_OBJECT
 
   private slots:
@@ -82,53 +76,60 @@ class TestDietFrame : public CDiaryTest {
             }
             return shown;
         };
-        const QString name = u"Fish & chips with a sauce of many things"_s;
-        CExerciseEntry entry;
-        entry.SetMoment(FirstMomentOf(kDay));
-        entry.SetName(name);
-        QVERIFY(AddExercise(Database(), entry));
-        QCOMPARE(texts(),
-                 (QStringList{u"Undo addition of Fish && chips with a \u2026"_s, u"Redo"_s}));
+        QCOMPARE(texts(), (QStringList{u"Undo"_s, u"Redo"_s}));
+        // "addition of " and 20 units more are shown.
+        const QString rice = u"\U0001F35A"_s;  // two units
+        const std::pair<QString, QString> rows[] = {
+            {QString(20, u'a'), QString(20, u'a')},
+            {QString(18, u'a') + rice + u'b', QString(18, u'a') + rice + u'\u2026'},
+            {QString(19, u'a') + rice, QString(19, u'a') + u'\u2026'},
+            {u"Fish & chips with a sauce"_s, u"Fish && chips with a \u2026"_s},
+        };
+        for (const auto& [name, shown] : rows) {
+            CExerciseEntry entry;
+            entry.SetMoment(FirstMomentOf(kDay));
+            entry.SetName(name);
+            QVERIFY(AddExercise(Database(), entry));
+            QCOMPARE(texts(), (QStringList{u"Undo addition of "_s + shown, u"Redo"_s}));
+        }
         QVERIFY(RevertNext(Database(), EUndo::Undo, Database().Profiles().GetId()));
         QCOMPARE(texts().last(), u"Redo addition of Fish && chips with a \u2026"_s);
         QVERIFY(frame.ShowView(kSwitchToFoods));
         QVERIFY(texts().first().startsWith(u"Undo"_s) && texts().last() == u"Redo"_s);
     }
 
-    void anyKeyMayBePressedInAnyList_data() {
-        AddRows<bool>({{"empty", false}, {"with rows", true}});
-    }
     void anyKeyMayBePressedInAnyList() {
-        const auto& [hasRows] = DataRow<bool>();
-        if (hasRows) {
-            AddCatalogue();
-            AddComposed(Database(), kMenus, AddCategory(Database(), u"C"_s, kMenus), u"Lunch"_s);
-            AddEntry(u"Tea"_s, QTime(8, 0));
-            AddDone(u"Row"_s, kDay, QTime(8, 0), 10, 10);
-            QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay, QTime(8, 0), 70)));
+        for (const bool hasRows : {false, true}) {
+            if (hasRows) {
+                FillEveryView();
+            }
+            m_messages->answer = false;
+            QObject user;
+            PressKeysInDialogs(user);
+            CDietFrame frame(*m_doc);
+            frame.show();
+            for (const int view : kViews) {
+                frame.RunCommand(view);
+                frame.activateWindow();             // after a dialog
+                QCoreApplication::processEvents();  // lays the view out
+                PressKeysIn(*frame.ActiveView());
+                QCOMPARE(frame.ActiveCommand(), view);
+            }
+            // In each view, and of the parts of the menu and of the recipe.
+            QCOMPARE(m_messages->asked.size(), hasRows ? std::ssize(kViews) + 2 : 0);
         }
-        m_messages->answer = false;
-        QObject user;
-        PressKeysInDialogs(user);
-        CDietFrame frame(*m_doc);
-        Show(frame);
-        for (const int view : {kSwitchToDiet, kSwitchToWeight, kSwitchToExercises, kSwitchToFoods,
-                               kSwitchToMenus, kSwitchToRecipes, kSwitchToExlib}) {
-            frame.RunCommand(view);
-            PressKeysIn(*frame.ActiveView());
-            QCOMPARE(frame.ActiveCommand(), view);
-        }
-        QCOMPARE(m_messages->asked.isEmpty(), !hasRows);
     }
 
     void viewsAreSwitchedByCommand() {
+        m_doc->Settings().lastTabCommand = kMonthTabCommand;  // has no view
         CDietFrame frame(*m_doc);
-        QCOMPARE(frame.ActiveCommand(), 65008);
+        QCOMPARE(frame.windowTitle(), u"Velmora:Ann"_s);
         const QPointer<CMainView> diet = frame.ActiveView();
-        QVERIFY(frame.ShowView(65008));
-        QCOMPARE(frame.ActiveView(), diet.data());
-        QVERIFY(!frame.ShowView(65011) && !frame.ShowView(0));
-        QCOMPARE(frame.ActiveView(), diet.data());
+        for (const auto& [command, isView] : {std::pair(65008, true), {65011, false}, {0, false}}) {
+            QCOMPARE(frame.ShowView(command), isView);
+            QCOMPARE(frame.ActiveView(), diet.data());
+            QCOMPARE(frame.ActiveCommand(), 65008);
+        }
         frame.RunCommand(65022);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(diet.isNull());
@@ -142,7 +143,7 @@ class TestDietFrame : public CDiaryTest {
         frame.show();
         auto* bar = frame.findChild<QToolBar*>(u"commands"_s);
         QList<QRect> expected;
-        for (const int command : {65008, 65009, 65010, 65022, 65023, 65024, 65057}) {
+        for (const int command : kViews) {
             QVERIFY(frame.ShowView(command));
             QCoreApplication::processEvents();
             QList<QRect> places;
@@ -170,11 +171,7 @@ class TestDietFrame : public CDiaryTest {
 
         CDietFrame frame(*m_doc);
         frame.RunCommand(kSwitchToWeight);
-        for (QAction* action : frame.findChildren<QAction*>()) {
-            if (action->text() == u"Show goal line"_s) {
-                action->trigger();
-            }
-        }
+        Trigger(frame, u"Show goal line"_s);
         QVERIFY(!m_doc->Settings().weightTab.showGoalLine);
         OnDialog<CPreferencesDialog>([](CPreferencesDialog& dialog) { dialog.reject(); });
         frame.RunCommand(kCommandPreferences);
@@ -196,44 +193,28 @@ class TestDietFrame : public CDiaryTest {
         QCOMPARE(CDietFrame(*m_doc).geometry(), place);
     }
 
-    void aPlaceOutsideTheScreensIsIgnored() {
-        CRegistrySettings& registry = m_doc->Registry();
-        // At least 40 pixels are to be seen.
-        registry = {-460, 10, 500, 400, registry.userProfileName};
-        QCOMPARE(CDietFrame(*m_doc).x(), -460);
-        for (const int x : {20000, -461}) {
-            registry = {x, 10, 500, 400, registry.userProfileName};
-            const CDietFrame frame(*m_doc);
-            QVERIFY(frame.x() != x);
-            QCOMPARE(frame.size(), QSize(1000, 700).boundedTo(frame.screen()->availableSize()));
-        }
-    }
-
-    void aSizeBeyondTheScreenIsBroughtBackToIt() {
-        CRegistrySettings& registry = m_doc->Registry();
+    void aStoredPlaceIsBroughtToTheScreen() {
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
         constexpr int kMost = std::numeric_limits<int>::max();
         const std::pair<std::array<int, 4>, QRect> rows[] = {
+            {{-460, 10, 500, 400}, {-460, 10, 500, 400}},  // 40 pixels are seen
             {{30, 40, kMost, 400}, {screen.x(), 40, screen.width(), 400}},
             {{30, 40, 500, 100000}, {30, screen.y(), 500, screen.height()}},
             {{-kMost, kMost, kMost, kMost}, screen},
         };
+        CRegistrySettings& registry = m_doc->Registry();
         for (const auto& [stored, shown] : rows) {
             registry = {stored[0], stored[1], stored[2], stored[3], u"Ann"_s};
             QCOMPARE(CDietFrame(*m_doc).geometry(), shown);
         }
-        // Neither a place nor a size of any window.
-        for (const auto& [x, width] : {std::pair(kMost, 500), {30, -kMost}, {30, 0}}) {
+        // No place of any window, or no size.
+        for (const auto& [x, width] :
+             {std::pair(-461, 500), {20000, 500}, {kMost, 500}, {30, -kMost}, {30, 0}}) {
             registry = {x, 40, width, 400, u"Ann"_s};
-            QCOMPARE(CDietFrame(*m_doc).size(), QSize(1000, 700).boundedTo(screen.size()));
+            const CDietFrame frame(*m_doc);
+            QVERIFY(frame.x() != x || width <= 0);
+            QCOMPARE(frame.size(), QSize(1000, 700).boundedTo(screen.size()));
         }
-    }
-
-    void aTabWithoutViewBecomesTheDiary() {
-        m_doc->Settings().lastTabCommand = kMonthTabCommand;
-        CDietFrame frame(*m_doc);
-        QCOMPARE(frame.ActiveCommand(), 65008);
-        QCOMPARE(frame.windowTitle(), u"Velmora:Ann"_s);
     }
 };
 
