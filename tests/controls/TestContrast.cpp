@@ -87,6 +87,7 @@ class TestContrast : public QObject {
         }
     }
 
+    // The strong colour is where the keyboard is.
     void selectedRowsAreSeen() {
         for (const QPalette& palette : {m_light, Dark()}) {
             QApplication::setPalette(palette);
@@ -106,6 +107,11 @@ class TestContrast : public QObject {
                 QVERIFY(Strongest(image, row, image.pixelColor(3, 3)) >= kVisibleContrast);
                 QVERIFY(Strongest(image, row.translated(0, -row.height()), image.pixelColor(3, 3)) <
                         kVisibleContrast);
+                const QColor back = image.pixelColor(row.bottomRight() - QPoint(3, 3));
+                // The style shades it a little.
+                const double shade = Contrast(back, palette.color(QPalette::Highlight));
+                QCOMPARE(shade < 1.1, focused == list);
+                QVERIFY(back != palette.color(QPalette::Base));
             }
         }
     }

@@ -2,7 +2,6 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -181,33 +180,6 @@ class TestReportList : public QObject {
             }
         }
         QCOMPARE(heard.join(u' '), u"0/0/Food 0/1/ Lunch: 1/0/Menu 1/1/"_s);
-    }
-
-    void onlyThePaneWithTheKeyboardHasTheStrongSelection() {
-        QWidget window;
-        QHBoxLayout panes(&window);
-        const auto addList = [&panes] {
-            auto* list = new CReportList(u"A"_s);
-            list->SetColumn(u"A"_s);
-            list->SetRows(Rows(1));
-            list->SelectRow(0);
-            panes.addWidget(list);
-            return list;
-        };
-        const auto backOf = [](const CReportList* list) {
-            const QRect row = list->visualRect(list->model()->index(0, 0));
-            return list->viewport()->grab().toImage().pixelColor(row.bottomRight() - QPoint(3, 3));
-        };
-        CReportList* const lists[] = {addList(), addList()};
-        window.show();
-        const QColor strong = lists[0]->palette().color(QPalette::Active, QPalette::Highlight);
-        lists[0]->setFocus();
-        const QColor pale = backOf(lists[1]);
-        QCOMPARE(backOf(lists[0]), strong);
-        QVERIFY(pale != strong && pale != lists[1]->palette().color(QPalette::Base));
-        lists[1]->setFocus();
-        QCOMPARE(backOf(lists[0]), pale);
-        QCOMPARE(backOf(lists[1]), strong);
     }
 
     void copyingTakesTheSelectedRowsAsShown() {

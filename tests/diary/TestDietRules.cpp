@@ -3,7 +3,6 @@
 
 #include "catalogue/pick/AddFoodForm.h"
 #include "diary/CopyRules.h"
-#include "diary/DietDay.h"
 #include "diary/DietTotals.h"
 #include "diary/EntryClipboard.h"
 #include "diary/ListSizes.h"

@@ -39,11 +39,11 @@ QString Unescaped(QString text) {
 }
 
 /// What `pattern` captures, in the order of the page.
-QStringList Captures(const QString& text, const QString& pattern, int group = 1) {
+QStringList Captures(const QString& text, const QString& pattern) {
     const QRegularExpression expression(pattern, QRegularExpression::DotMatchesEverythingOption);
     QStringList captures;
     for (auto match = expression.globalMatch(text); match.hasNext();) {
-        captures.append(match.next().captured(group));
+        captures.append(match.next().captured(1));
     }
     return captures;
 }
