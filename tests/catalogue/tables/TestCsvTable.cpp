@@ -1,7 +1,8 @@
-// Reading tables: what is a field, and what is damage.
+// Reading tables: what is a field, what is damage, and the texts that are made of fields.
 #include <QTemporaryDir>
 
 #include "catalogue/tables/CsvTable.h"
+#include "catalogue/tables/TableTexts.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
 
@@ -121,6 +122,45 @@ class TestCsvTable : public QObject {
         CCsvTable table(m_folder.path(), kLayout);
         QVERIFY(!table.NextRow());
         QCOMPARE(table.GetError(), u"t.csv: the file cannot be opened"_s);
+    }
+
+    void descriptionsAreCut_data() {
+        AddRows<QString, QString, QString>({
+            {"", {}, u"Butter, salted"_s, u"Butter|salted"_s},
+            {"at the first comma", {}, u"Cheese ,blue, old"_s, u"Cheese|blue, old"_s},
+            {"no comma", {}, u"Honey"_s, u"Honey|plain"_s},
+            {"no type", {}, u"Honey, "_s, u"Honey|plain"_s},
+            {"no name", {}, u", raw"_s, u"|raw"_s},
+            {"brand", u"Acme"_s, u"TEA, GREEN"_s, u"Acme TEA|GREEN"_s},
+            {"brand in it", u"Acme"_s, u"ACME'S TEA"_s, u"ACME'S TEA|plain"_s},
+            {"brand alone", u"Acme"_s, u"ACME"_s, u"ACME|plain"_s},
+            {"letters of the brand", u"Go"_s, u"GOAT CHEESE"_s, u"Go GOAT CHEESE|plain"_s},
+            {"brand with a comma", u"Acme, Inc."_s, u"ACME, INC. TEA, X"_s, u"ACME, INC. TEA|X"_s},
+        });
+    }
+    void descriptionsAreCut() {
+        const auto& [brand, description, expected] = DataRow<QString, QString, QString>();
+        const CFoodTexts texts = SplitBranded(brand, description);
+        QCOMPARE(texts.name + u'|' + texts.type, expected);
+    }
+
+    void portionsHaveTexts_data() {
+        AddRows<CPortionFields, QString>({
+            {"modifier", {u"1"_s, {}, {}, u"cup, sliced"_s}, u"1 cup, sliced"_s},
+            {"unit", {u"1.0"_s, u"cup"_s, {}, {}}, u"1 cup"_s},
+            {"unit and modifier", {u"0.50"_s, u"cup"_s, {}, u"whole"_s}, u"0.5 cup, whole"_s},
+            {"description", {{}, u"cup"_s, u"1 cup"_s, u"10205"_s}, u"1 cup"_s},
+            {"description without its amount", {u"10"_s, {}, u"crackers"_s, {}}, u"10 crackers"_s},
+            {"description in words",
+             {{}, {}, u"Quantity not specified"_s, {}},
+             u"Quantity not specified"_s},
+            {"amount alone", {u"1.0"_s, {}, {}, {}}, QString()},
+            {"long", {u"1"_s, QString(70, u'x'), {}, {}}, u"1 "_s + QString(58, u'x') + u"..."_s},
+        });
+    }
+    void portionsHaveTexts() {
+        const auto& [fields, expected] = DataRow<CPortionFields, QString>();
+        QCOMPARE(PortionText(fields), expected);
     }
 
   private:

@@ -1,50 +1,19 @@
-// Import of food tables: made-up ones, and real ones where they are beside the project.
-#include <QDir>
-#include <QMap>
+// What foods become of tables: made-up ones, and real ones where they are beside the project.
 #include <QProcess>
 #include <optional>
 
-#include "app/UndoRules.h"
-#include "catalogue/tables/FoodTablesImport.h"
-#include "catalogue/tables/TableTexts.h"
-#include "support/CatalogueTest.h"
+#include "TablesFixture.h"
 #include "support/DataRows.h"
-#include "support/Files.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 const QString kSamples = QStringLiteral(VELMORA_SAMPLES);
-
-/// One food of 52 kcal with a portion.
-const QMap<QByteArray, QByteArray> kTables = {
-    {"nutrient.csv",
-     "id,name,unit_name,nutrient_nbr,rank\n"
-     "1008,Energy,KCAL,208,1\n2048,Energy,KCAL,958,1\n2047,Energy,KCAL,957,1\n"
-     "1062,Energy,kJ,268,1\n1003,Protein,G,203,1\n1063,Sugars,G,269.3,1\n1087,Calcium,MG,301,1\n"
-     "1104,Vitamin A,IU,318,1\n1105,Retinol,UG,319,1\n1107,Carotene,UG,321,1\n"
-     "1108,Carotene,UG,322,1\n1120,Cryptoxanthin,UG,334,1\n1106,Vitamin A,UG,320,1\n"
-     "1109,Vitamin E,MG,323,1\n1114,Vitamin D,UG,328,1\n1110,Vitamin D,IU,324,1\n"},
-    {"food_category.csv", "id,code,description\n1,0100,Fruit\n2,0200,Soups\n"},
-    {"measure_unit.csv", "id,name\n1000,cup\n9999,undetermined\n"},
-    {"food.csv",
-     "fdc_id,data_type,description,food_category_id\n7,sr_legacy_food,\"Apple, raw\",1\n"},
-    {"food_nutrient.csv", "id,fdc_id,nutrient_id,amount\n1,7,1008,52\n"},
-    {"food_portion.csv",
-     "id,fdc_id,seq_num,amount,measure_unit_id,portion_description,modifier,gram_weight\n"
-     "1,7,1,1.0,1000,,sliced,109\n"},
-};
 }  // namespace
 
-class TestFoodTables : public CCatalogueTest {
+class TestFoodTables : public CTablesTest {
     Q_OBJECT
 
   private slots:
-    void init() {
-        MakeVolume();
-        m_tables = kTables;
-        m_request = {};
-    }
+    void init() { MakeTables(); }
     void cleanup() { DropVolume(); }
 
     void amountsAreConverted_data() {
@@ -90,45 +59,6 @@ class TestFoodTables : public CCatalogueTest {
         QCOMPARE(m_messages->details.last(),
                  u"Foods without energy, left out: 2 ('Salt, plain', 'Mystery, plain')\n"
                  "Nutrients in unknown units, left out: 1 (303 (MG_ATE))"_s);
-    }
-
-    void descriptionsAreCut_data() {
-        AddRows<QString, QString, QString>({
-            {"", {}, u"Butter, salted"_s, u"Butter|salted"_s},
-            {"at the first comma", {}, u"Cheese ,blue, old"_s, u"Cheese|blue, old"_s},
-            {"no comma", {}, u"Honey"_s, u"Honey|plain"_s},
-            {"no type", {}, u"Honey, "_s, u"Honey|plain"_s},
-            {"no name", {}, u", raw"_s, u"|raw"_s},
-            {"brand", u"Acme"_s, u"TEA, GREEN"_s, u"Acme TEA|GREEN"_s},
-            {"brand in it", u"Acme"_s, u"ACME'S TEA"_s, u"ACME'S TEA|plain"_s},
-            {"brand alone", u"Acme"_s, u"ACME"_s, u"ACME|plain"_s},
-            {"letters of the brand", u"Go"_s, u"GOAT CHEESE"_s, u"Go GOAT CHEESE|plain"_s},
-            {"brand with a comma", u"Acme, Inc."_s, u"ACME, INC. TEA, X"_s, u"ACME, INC. TEA|X"_s},
-        });
-    }
-    void descriptionsAreCut() {
-        const auto& [brand, description, expected] = DataRow<QString, QString, QString>();
-        const CFoodTexts texts = SplitBranded(brand, description);
-        QCOMPARE(texts.name + u'|' + texts.type, expected);
-    }
-
-    void portionsHaveTexts_data() {
-        AddRows<CPortionFields, QString>({
-            {"modifier", {u"1"_s, {}, {}, u"cup, sliced"_s}, u"1 cup, sliced"_s},
-            {"unit", {u"1.0"_s, u"cup"_s, {}, {}}, u"1 cup"_s},
-            {"unit and modifier", {u"0.50"_s, u"cup"_s, {}, u"whole"_s}, u"0.5 cup, whole"_s},
-            {"description", {{}, u"cup"_s, u"1 cup"_s, u"10205"_s}, u"1 cup"_s},
-            {"description without its amount", {u"10"_s, {}, u"crackers"_s, {}}, u"10 crackers"_s},
-            {"description in words",
-             {{}, {}, u"Quantity not specified"_s, {}},
-             u"Quantity not specified"_s},
-            {"amount alone", {u"1.0"_s, {}, {}, {}}, QString()},
-            {"long", {u"1"_s, QString(70, u'x'), {}, {}}, u"1 "_s + QString(58, u'x') + u"..."_s},
-        });
-    }
-    void portionsHaveTexts() {
-        const auto& [fields, expected] = DataRow<CPortionFields, QString>();
-        QCOMPARE(PortionText(fields), expected);
     }
 
     void servingsAreNinePortionsAndHundredGrams() {
@@ -277,136 +207,6 @@ class TestFoodTables : public CCatalogueTest {
         }
     }
 
-    void damageInAnyTableStoresNothing_data() {
-        const QString cannot = u" cannot be opened"_s;
-        AddRows<QByteArray, QByteArray, QString>({
-            {"food", "food.csv", "fdc_id,data_type,description\n7,sr_legacy_food,Apple\n8\n",
-             u"food.csv, line 3: 1 fields instead of 3"_s},
-            {"number of a food", "food.csv", "fdc_id,data_type,description\n7 ,sr_legacy_food,A\n",
-             u"food.csv, line 2: '7 ' is not a valid number for 'fdc_id'"_s},
-            {"nutrient", "nutrient.csv", "id,unit_name,nutrient_nbr\nx,G,203\n",
-             u"nutrient.csv, line 2: 'x' is not a valid number for 'id'"_s},
-            {"number of a nutrient", "nutrient.csv",
-             "id,unit_name,nutrient_nbr\n4000000000,G,203\n",
-             u"nutrient.csv, line 2: the number of the nutrient is too large"_s},
-            {"amount", "food_nutrient.csv", "fdc_id,nutrient_id,amount\n7,1008,52\n7,1003,1g\n",
-             u"food_nutrient.csv, line 3: '1g' is not a valid number for 'amount'"_s},
-            {"no amounts", "food_nutrient.csv", "fdc_id,nutrient_id\n",
-             u"food_nutrient.csv: there is no column 'amount'"_s},
-            {"unit", "measure_unit.csv", "id,name\n,cup\n",
-             u"measure_unit.csv, line 2: '' is not a valid number for 'id'"_s},
-            {"category", "food_category.csv", "id,description\n1,\"Fruit\n",
-             u"food_category.csv, line 2: the file ends within a quoted field"_s},
-            {"portion", "food_portion.csv", "fdc_id,gram_weight,seq_num\n7,1,\n7,1,b\n",
-             u"food_portion.csv, line 3: 'b' is not a valid number for 'seq_num'"_s},
-            {"brand", "branded_food.csv", "fdc_id,branded_food_category,serving_size\n7,A,1 g\n",
-             u"branded_food.csv, line 2: '1 g' is not a valid number for 'serving_size'"_s},
-            {"no foods", "food.csv", "", u"food.csv: the file is empty"_s},
-        });
-    }
-    void damageInAnyTableStoresNothing() {
-        const auto& [table, bytes, error] = DataRow<QByteArray, QByteArray, QString>();
-        m_tables[table] = bytes;
-        QCOMPARE(Import(), u"Cannot read the food tables."_s);
-        QCOMPARE(m_messages->details, QStringList{error});
-        QCOMPARE(Database().Foods().Count() + Database().Categories().Count(), 0);
-    }
-
-    void aTableThatIsNeededMustBeThere() {
-        for (const char* table : {"food_nutrient.csv", "food.csv", "nutrient.csv"}) {
-            m_tables.remove(table);
-            QCOMPARE(Import(), u"Cannot read the food tables."_s);
-            QCOMPARE(m_messages->details.takeLast(),
-                     QLatin1StringView(table) + u": the file cannot be opened"_s);
-        }
-    }
-
-    /// However the rows lie, and however few foods are read at a time.
-    void theOrderOfRowsDoesNotMatter() {
-        AddManyFoods();
-        QCOMPARE(Import(), u"Imported 40 foods."_s);
-        const std::vector<CFoodItem> foods = Foods();
-        for (const char* table : {"food_nutrient.csv", "food_portion.csv", "branded_food.csv"}) {
-            QByteArrayList rows = m_tables[table].trimmed().split('\n');
-            std::reverse(rows.begin() + 1, rows.end());
-            m_tables[table] = rows.join('\n');
-        }
-        for (const qint64 mostAmounts : {1, 100, 10'000}) {
-            for (int i = Database().Foods().Count(); i-- > 0;) {
-                QVERIFY(Database().Foods().Delete(i));
-            }
-            m_request.mostAmounts = mostAmounts;
-            QCOMPARE(Import(), u"Imported 40 foods."_s);
-            QVERIFY(Foods() == foods);
-        }
-    }
-
-    void aTableThatIsGoneLaterIsReported() {
-        AddManyFoods();
-        m_request.mostAmounts = 1;  // each food for itself
-        for (const QString& table : {u"branded_food.csv"_s, u"food_portion.csv"_s}) {
-            MakeVolume();
-            m_messages->progress.onPump = [&] {
-                constexpr int kPumpsLater = 100;
-                if (m_messages->progress.pumps == kPumpsLater) {
-                    QFile::remove(m_request.folder + u'/' + table);
-                }
-            };
-            const QString said = Import();
-            QCOMPARE(said, u"Cannot read the food tables.|Imported %1 foods."_s.arg(
-                               Database().Foods().Count()));
-            QCOMPARE(m_messages->details.first(), table + u": the file cannot be opened"_s);
-            QVERIFY(Database().Foods().Count() > 0);
-        }
-    }
-
-    void cancelKeepsWhatIsStored() {
-        AddManyFoods();
-        m_tables["food.csv"] += "50,sub_sample_food,Sample,1\n";
-        int stored = 0;
-        for (int pumps = 1; stored == 0; ++pumps) {
-            QVERIFY(pumps < 100);
-            m_messages->progress = {};
-            m_messages->progress.cancelAfterPumps = pumps;
-            const QString said = Import();
-            stored = Database().Foods().Count();
-            QCOMPARE(said, u"Import cancelled.|Imported %1 foods."_s.arg(stored));
-            QVERIFY(stored > 0 || Database().Categories().Count() == 0);
-            QVERIFY(stored > 0 || m_messages->details.isEmpty());
-        }
-        // All tables have been read by then.
-        const QStringList statuses = {u"Reading food tables..."_s, u"Importing foods..."_s};
-        QCOMPARE(m_messages->progress.statuses, statuses);
-        QCOMPARE(m_messages->progress.captions, QStringList{u"Velmora: Import"_s});
-    }
-
-    void anImportIsOneStep() {
-        AddManyFoods();
-        QCOMPARE(Import(), u"Imported 40 foods."_s);
-        QCOMPARE(NextName(Database(), EUndo::Undo, kCatalogueScope), u"import of food tables"_s);
-        // What the history cannot keep is asked about before it is replaced.
-        Database().GetStore().History().SetLimits({.steps = 100, .bytes = 4000});
-        m_messages->answer = false;
-        m_messages->asked.clear();
-        QCOMPARE(Import(EDuplicatePolicy::Overwrite), QString());
-        QCOMPARE(m_messages->asked, QStringList{u"This cannot be undone. Do you want to go on?"_s});
-        m_messages->answer = true;
-        QVERIFY(RevertNext(Database(), EUndo::Undo, kCatalogueScope));
-        QCOMPARE(Database().Foods().Count() + Database().Categories().Count(), 0);
-    }
-
-    void aFailedWriteIsReported() {
-        AddManyFoods();
-        {
-            WriteTables();
-            const CFileSizeLimit full(1);
-            (void)ImportFoodTables(Database(), m_request);
-            const QString said = m_messages->Said();
-            QVERIFY2(said.endsWith(u"|Import stopped.|Imported 0 foods."_s), qPrintable(said));
-        }
-        QCOMPARE(Database().Foods().Count(), 0);
-    }
-
     void theRealFoodsAreThoseOfTheExchangeFile() {
         if (!QFile::exists(kSamples + u"/make-fdc.py"_s)) {
             QSKIP("there are no sample tables");
@@ -452,55 +252,6 @@ class TestFoodTables : public CCatalogueTest {
     }
 
   private:
-    QString Import(EDuplicatePolicy policy = EDuplicatePolicy::Skip) {
-        WriteTables();
-        m_request.policy = policy;
-        m_messages->details.clear();
-        (void)ImportFoodTables(Database(), m_request);  // the messages tell how it went
-        return m_messages->Said();
-    }
-    void WriteTables() {
-        m_request.folder = Path(u"tables"_s);
-        QDir(m_request.folder).removeRecursively();
-        QDir().mkpath(m_request.folder);
-        for (auto table = m_tables.begin(); table != m_tables.end(); ++table) {
-            Save(m_request.folder + u'/' + QString::fromLatin1(table.key()), table.value());
-        }
-    }
-
-    /// "1008=52 1003=1" for each of the foods.
-    void SetAmounts(const QByteArray& amounts, const QList<int>& foods = {7}) {
-        QByteArray& table = m_tables["food_nutrient.csv"];
-        table = "id,fdc_id,nutrient_id,amount\n";
-        for (const int food : foods) {
-            for (const QByteArray& amount : amounts.split(' ')) {
-                table += "1," + QByteArray::number(food) + ',' +
-                         QByteArray(amount).replace('=', ',') + '\n';
-            }
-        }
-    }
-
-    /// 40 foods, every other one branded.
-    void AddManyFoods() {
-        m_tables["food.csv"] = "fdc_id,data_type,description,food_category_id\n";
-        m_tables["food_nutrient.csv"] = "fdc_id,nutrient_id,amount\n";
-        m_tables["branded_food.csv"] = "fdc_id,brand_name,branded_food_category\n";
-        m_tables["food_portion.csv"] = "id,fdc_id,amount,measure_unit_id,gram_weight\n";
-        for (int i = 0; i < 40; ++i) {
-            const QByteArray number = QByteArray::number(i * 17 % 40);
-            const bool isBranded = i % 2 == 0;
-            m_tables["food.csv"] += number + (isBranded ? ",branded_food" : ",sr_legacy_food") +
-                                    ",Food " + number + ",1\n";
-            m_tables["food_nutrient.csv"] +=
-                number + ",1008," + number + "\n" + number + ",1003,0." + number + '\n';
-            if (isBranded) {
-                m_tables["branded_food.csv"] += number + ",Brand " + number + ",Branded\n";
-            }
-            m_tables["food_portion.csv"] +=
-                "2," + number + ",2,1000,20\n1," + number + ",1,1000," + number + '\n';
-        }
-    }
-
     /// Beside `count` categories of menus.
     void AddFoodsOfFourCategories(int count) {
         CRecordGroup group(Database().GetStore());
@@ -513,16 +264,6 @@ class TestFoodTables : public CCatalogueTest {
         m_tables["food.csv"] +=
             "8,sr_legacy_food,Broth,2\n9,branded_food,Cake,3\n10,branded_food,Date,4\n";
         SetAmounts("1008=1", {7, 8, 9, 10});
-    }
-
-    std::vector<CFoodItem> Foods() {
-        std::vector<CFoodItem> foods(Database().Foods().Count());
-        for (int i = 0; i < static_cast<int>(foods.size()); ++i) {
-            if (!Database().Foods().Read(i, foods[i])) {
-                QTest::qFail("a food cannot be read", __FILE__, __LINE__);
-            }
-        }
-        return foods;
     }
 
     QString CategoryOf(const CFoodItem& food) {
@@ -551,9 +292,6 @@ class TestFoodTables : public CCatalogueTest {
         }
         return rows.join(u'|');
     }
-
-    QMap<QByteArray, QByteArray> m_tables;
-    CFoodTablesRequest m_request;
 };
 
 QTEST_GUILESS_MAIN(TestFoodTables)
