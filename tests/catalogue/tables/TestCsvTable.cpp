@@ -24,7 +24,6 @@ class TestCsvTable : public QObject {
   private slots:
     void rowsAreRead_data() {
         AddRows<QByteArray, QString>({
-            {"plain", "id,text\n1,a\n2,b\n", u"1=a|2=b"_s},
             {"quoted", "\"id\",\"text\"\n\"1\",\"a, \"\"b\"\"\"\n2,\"\"\"\"\n",
              u"1=a, \"b\"|2=\""_s},
             {"mark and CR LF", "\xEF\xBB\xBFid,text\r\n1,\"a\"\r\n2,b\r\n", u"1=a|2=b"_s},
@@ -35,8 +34,6 @@ class TestCsvTable : public QObject {
             {"nor its line feed", "id,text\n1,a\r", u"1=a"_s},
             {"blank lines", "\r\nid,text\n\n\r\n1,a\n\n", u"1=a"_s},
             {"empty fields", "id,text\n,\"\"\n,\n", u"=|="_s},
-            {"UTF-8", "id,text\n1,cr\xC3\xA8me\n", u"1=crème"_s},
-            {"no rows", "id,text\n", u""_s},
             {"nothing", "", u"!t.csv: the file is empty"_s},
             {"only a mark", "\xEF\xBB\xBF", u"!t.csv: the file is empty"_s},
             {"no such column", "text\na\n", u"!t.csv: there is no column 'id'"_s},
@@ -45,8 +42,6 @@ class TestCsvTable : public QObject {
             {"too many", "id,text\n1,a,\n", u"!t.csv, line 2: 3 fields instead of 2"_s},
             {"open quote", "id,text\n1,a\n2,\"b\n3,c\n",
              u"1=a!t.csv, line 3: the file ends within a quoted field"_s},
-            {"open quote in the titles", "id,\"text\n1,a\n",
-             u"!t.csv, line 1: the file ends within a quoted field"_s},
             {"quote inside", "id,text\n1,a\"b\n", u"!t.csv, line 2: "_s + kMisplaced},
             {"text after a quote", "id,text\n1,\"a\" \n", u"!t.csv, line 2: "_s + kMisplaced},
             {"lone CR", "id,text\n1,a\r2,b\n", u"!t.csv, line 2: "_s + kMisplaced},
@@ -78,11 +73,9 @@ class TestCsvTable : public QObject {
             {"largest", "4294967295", u"4294967295 4294967295"_s},
             {"too large", "4294967296",
              u"t.csv, line 2: '4294967296' is not a valid number for 'id' 4294967296"_s},
-            {"negative", "-1", u"t.csv, line 2: '-1' is not a valid number for 'id' -1"_s},
             {"decimal", "1.5e3", u"t.csv, line 2: '1.5e3' is not a valid number for 'id' 1500"_s},
             {"text", "1x", u"t.csv, line 2: '1x' is not a valid number for 'id' refused"_s},
             {"infinite", "inf", u"t.csv, line 2: 'inf' is not a valid number for 'id' refused"_s},
-            {"empty", "", u"t.csv, line 2: '' is not a valid number for 'id' refused"_s},
         });
     }
     void numbersAreReadWholly() {
@@ -126,7 +119,6 @@ class TestCsvTable : public QObject {
 
     void descriptionsAreCut_data() {
         AddRows<QString, QString, QString>({
-            {"", {}, u"Butter, salted"_s, u"Butter|salted"_s},
             {"at the first comma", {}, u"Cheese ,blue, old"_s, u"Cheese|blue, old"_s},
             {"no comma", {}, u"Honey"_s, u"Honey|plain"_s},
             {"no type", {}, u"Honey, "_s, u"Honey|plain"_s},
@@ -147,13 +139,9 @@ class TestCsvTable : public QObject {
     void portionsHaveTexts_data() {
         AddRows<CPortionFields, QString>({
             {"modifier", {u"1"_s, {}, {}, u"cup, sliced"_s}, u"1 cup, sliced"_s},
-            {"unit", {u"1.0"_s, u"cup"_s, {}, {}}, u"1 cup"_s},
             {"unit and modifier", {u"0.50"_s, u"cup"_s, {}, u"whole"_s}, u"0.5 cup, whole"_s},
             {"description", {{}, u"cup"_s, u"1 cup"_s, u"10205"_s}, u"1 cup"_s},
             {"description without its amount", {u"10"_s, {}, u"crackers"_s, {}}, u"10 crackers"_s},
-            {"description in words",
-             {{}, {}, u"Quantity not specified"_s, {}},
-             u"Quantity not specified"_s},
             {"amount alone", {u"1.0"_s, {}, {}, {}}, QString()},
             {"long", {u"1"_s, QString(70, u'x'), {}, {}}, u"1 "_s + QString(58, u'x') + u"..."_s},
         });
