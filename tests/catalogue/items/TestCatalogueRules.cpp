@@ -17,19 +17,15 @@ class TestCatalogueRules : public CCatalogueTest {
   private slots:
     void aLineFallsIntoFields() {
         const std::pair<QString, QString> rows[] = {
-            {u""_s, u""_s},
             {u"  \t"_s, u""_s},
             {u"a,b,"_s, u"<a><b>"_s},
             {u",, ,x"_s, u"<><><><x>"_s},
             {u"1, \"Milk, whole\" ,2"_s, u"<1><Milk><whole><2>"_s},  // a blank behind the quote
             {u"\"Milk, whole\",2"_s, u"<Milk, whole><2>"_s},
             {u"\"a \"b\" c\",d"_s, u"<a \"b\" c><d>"_s},
-            {u"\"Milk, whole"_s, u"<Milk><whole>"_s},
             {u"\"\",\"\""_s, u"<><\">"_s},
             {u"\""_s, u""_s},
-            {u"a\",b"_s, u"<a><b>"_s},
             {u"\" a \", \"\" b \"\",c"_s, u"<a>< b ><c>"_s},  // trimmed, then unquoted
-            {u"\" \",\"\" \"\","_s, u"<>< >"_s},
             {u"\u00A0a\u2003,\vb\f\t"_s, u"<a><b>"_s},
             {u" \"\",\"a"_s, u"<><a>"_s},
             {u"\u0001a\u001F,"_s, u"<\u0001a\u001F>"_s},  // no blanks
@@ -48,29 +44,26 @@ class TestCatalogueRules : public CCatalogueTest {
 
     void numbersAreWrittenWithThreeDecimals() {
         const std::pair<double, QByteArray> rows[] = {
-            {1.5, "1.500,"},
-            {0.0, "0.000,"},
             {-0.0, "-0.000,"},
-            {0.007, "0.007,"},
             // The nearest double to 1.0005 lies below it, the one to 0.0015 above.
             {1.0005, "1.000,"},
             {0.0015, "0.002,"},
             {999.9996, "1000.000,"},
-            {-1.25, "-1.250,"},
-            {123456789012345.0, "123456789012345.000,"},
             {1e308, QByteArray::number(1e308, 'f', 3).append(',')},
             {std::nan(""), "0.000,"},
             {std::numeric_limits<double>::infinity(), "0.000,"},
         };
+        CTextFile file;
+        QVERIFY(file.Create(Path(u"numbers.csv"_s)));
+        CCsvLineWriter line(file);
+        QByteArray expected;
         for (const auto& [number, text] : rows) {
-            CTextFile file;
-            QVERIFY(file.Create(Path(u"numbers.csv"_s)));
-            CCsvLineWriter line(file);
             line.Number(number);
-            line.EndLine();
-            QVERIFY(file.Close());
-            QCOMPARE(Load(Path(u"numbers.csv"_s)), text + "\r\n");
+            expected += text;
         }
+        line.EndLine();
+        QVERIFY(file.Close());
+        QCOMPARE(Load(Path(u"numbers.csv"_s)), expected + "\r\n");
     }
 
     void aFoodIsRefusedForTheFirstReason() {
