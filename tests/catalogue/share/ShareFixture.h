@@ -1,6 +1,8 @@
 // A kitchen to share: a menu of recipes of foods, with the values that are hard to keep.
 #pragma once
 
+#include <numeric>
+
 #include "catalogue/items/CatalogueChoices.h"
 #include "catalogue/items/ChosenFood.h"
 #include "catalogue/share/ShareItems.h"
@@ -67,15 +69,22 @@ class CShareTest : public CCatalogueTest {
                         static_cast<qint32>(Database().Foods().RecordAt(position))));
     }
 
-    /// Shares all items of a kind with the file.
-    bool Share(ECatalogueKind kind, const QString& path) {
-        CShareRequest request{kind, {}};
-        for (int i = 0; i < Database().Catalogue().CountItems(kind); ++i) {
-            request.positions.push_back(i);
-        }
-        return ShareItems(Database(), request, path);
-    }
     QString Shared() const { return Path(QStringLiteral("kitchen.velmora")); }
+    /// Shares all items of a kind; what was said, "! ..." on failure. So do the next two.
+    QString Share(ECatalogueKind kind) {
+        std::vector<int> positions(Database().Catalogue().CountItems(kind));
+        std::iota(positions.begin(), positions.end(), 0);
+        return Share(kind, positions);
+    }
+    QString Share(ECatalogueKind kind, const std::vector<int>& positions) {
+        return Said(ShareItems(Database(), {kind, positions}, Shared()));
+    }
+    QString TakeIn(EDuplicatePolicy policy = EDuplicatePolicy::Skip) {
+        return Said(TakeInFile(Database(), policy, Shared()));
+    }
+    QString Said(bool isDone) {
+        return (isDone ? QString() : QStringLiteral("! ")) + m_messages->Said();
+    }
 
     /// Opens another volume; the one before is closed.
     void OpenOther(const QString& name) {
