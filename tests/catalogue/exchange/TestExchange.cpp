@@ -14,11 +14,10 @@ using namespace Qt::StringLiterals;
 namespace {
 const QByteArray kValues = QByteArray("2.000,").repeated(kNutrientCount);
 
-QByteArray FoodFile(int count, const QByteArray& category = "Soups") {
+QByteArray FoodFile(int count) {
     QByteArray lines = "<Foods>\r\nNDB_No,Category\r\n";
     for (int i = 0; i < count; ++i) {
-        lines +=
-            "1," + category + ",Soup," + QByteArray::number(i) + ',' + kValues + "cup,240,\r\n";
+        lines += "1,Soups,Soup," + QByteArray::number(i) + ',' + kValues + "cup,240,\r\n";
     }
     return lines + "<End>\r\n";
 }
@@ -80,14 +79,10 @@ class TestExchange : public CCatalogueTest {
         for (const char* name : {"Lunch", "Tea"}) {
             lines += MenuLine("Menu", name, "") + MenuLine("Food", name, "A").repeated(4500);
         }
-        Save(Path(u"in.csv"_s), "<Menus>\r\n" + lines);
         {
-            // Room for more than one of the two.
-            const CFileSizeLimit limit(4'000'000);
-            QVERIFY(!ImportCatalogueFile(Database(), kMenus, EDuplicatePolicy::Skip,
-                                         Path(u"in.csv"_s)));
+            const CFileSizeLimit limit(4'000'000);  // room for the file, and for one of the two
+            QVERIFY(Import("<Menus>\r\n" + lines, kMenus).endsWith(u"|Imported 1 menus."_s));
         }
-        QCOMPARE(m_messages->TakeShown().last(), u"Imported 1 menus."_s);
         Reopen();
         QCOMPARE(Database().Menus().Count(), 4501);
     }
@@ -107,10 +102,8 @@ class TestExchange : public CCatalogueTest {
         QCOMPARE(Import(FoodFile(2)), u"Imported 2 foods."_s);
         Change("UPDATE records SET body=substr(body, 1, length(body) - 1) WHERE id=?",
                {Database().Foods().RecordAt(2)});
-        Save(Path(u"in.csv"_s), FoodFile(2));
-        QVERIFY(ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Overwrite,
-                                    Path(u"in.csv"_s)));
-        QCOMPARE(m_messages->Said(), u"Imported 2 foods. Replaced 2 existing foods."_s);
+        QCOMPARE(Import(FoodFile(2), kFoods, EDuplicatePolicy::Overwrite),
+                 u"Imported 2 foods. Replaced 2 existing foods."_s);
         CFoodItem food;
         for (const int position : {2, 1, 0}) {
             QVERIFY(Database().Foods().Read(position, food));
@@ -126,22 +119,22 @@ class TestExchange : public CCatalogueTest {
         const std::tuple<QByteArray, QByteArray, bool> rows[] = {
             {"Soups", bitmap(20), true},
             {"Gif", "GIF" + bitmap(20), false},
-            {"../Out", bitmap(20), false},
-            {"..\\Out", bitmap(20), false},
-            {"x/../Out", bitmap(20), false},
+            {"sub/In", bitmap(20), false},
+            {"sub/../Out", bitmap(20), false},
+            {"sub\\In", bitmap(20), false},
             {"Cut", bitmap(kHeader - 1), false},
             {"Empty", bitmap(kHeader), true},
             {"Largest", bitmap(kLargest), true},
             {"Too large", bitmap(kLargest + 1), false},
         };
-        QVERIFY(QDir(m_folder->path()).mkpath(u"sub/x"_s));
+        QVERIFY(QDir(m_folder->path()).mkdir(u"sub"_s));
         QByteArray lines = "<Foods>\r\n";
         for (const auto& [category, file, isTaken] : rows) {
-            Save(Path(u"sub/"_s + QString::fromLatin1(category) + u"_S.bmp"_s), file);
+            Save(Path(QString::fromLatin1(category) + u"_S.bmp"_s), file);
             lines += "1," + category + ",a,b," + kValues + "cup,1,\r\n";
         }
-        Save(Path(u"sub/Soups_L.bmp"_s), "BM" + QByteArray(kHeader - 2, 'h') + "pixels");
-        QCOMPARE(Import(lines, kFoods, u"sub/foods.csv"_s), u"Imported 9 foods."_s);
+        Save(Path(u"Soups_L.bmp"_s), "BM" + QByteArray(kHeader - 2, 'h') + "pixels");
+        QCOMPARE(Import(lines), u"Imported 9 foods."_s);
         CCategory category;
         for (int i = 0; const auto& [name, file, isTaken] : rows) {
             QVERIFY(Database().Categories().Read(i++, category));
@@ -276,10 +269,10 @@ class TestExchange : public CCatalogueTest {
   private:
     /// What was shown.
     QString Import(const QByteArray& bytes, ECatalogueKind kind = kFoods,
-                   const QString& file = u"in.csv"_s) {
-        m_messages->chosenFile = Path(file);
+                   EDuplicatePolicy policy = EDuplicatePolicy::DoNotCheck) {
+        m_messages->chosenFile = Path(u"in.csv"_s);
         Save(m_messages->chosenFile, bytes);
-        ImportCatalogue(Database(), kind, EDuplicatePolicy::DoNotCheck);
+        ImportCatalogue(Database(), kind, policy);
         return m_messages->Said();
     }
     QByteArray Export(const CExportRequest& request, ECatalogueKind kind = kFoods) {

@@ -66,19 +66,17 @@ class TestCatalogueCommands : public CCatalogueTest {
     }
 
     void whatTheStoreRefusesIsSaid_data() {
+        const auto composed =
+            u"Cannot delete %1.|Cannot move %1 'Stew' to category There'.|"
+            "Cannot load food to duplicate.|Cannot duplicate food.||"
+            "Cannot delete foods from category."_s;
         AddRows<ECatalogueKind, QString>({
             {"foods", kFoods,
              u"Cannot delete food.|Cannot move food 'Stew, hot' to category There'.|"
              "Cannot load food to duplicate.|Cannot duplicate food.|Cannot rename foods.|"
              "Cannot delete foods from category."_s},
-            {"menus", kMenus,
-             u"Cannot delete menu.|Cannot move menu 'Stew' to category There'.|"
-             "Cannot load food to duplicate.|Cannot duplicate food.||"
-             "Cannot delete foods from category."_s},
-            {"recipes", kRecipes,
-             u"Cannot delete recipe.|Cannot move recipe 'Stew' to category There'.|"
-             "Cannot load food to duplicate.|Cannot duplicate food.||"
-             "Cannot delete foods from category."_s},
+            {"menus", kMenus, composed.arg(u"menu"_s)},
+            {"recipes", kRecipes, composed.arg(u"recipe"_s)},
             {"exercises", kExercises,
              u"Cannot delete exercise.||||"
              "Cannot rename exercise.|Cannot delete exercises from category."_s},
@@ -120,32 +118,25 @@ class TestCatalogueCommands : public CCatalogueTest {
         QCOMPARE(Names(kind, here), u"Stew"_s);
     }
 
-    void manyItemsMoveEitherWayAndKeepTheirComponents_data() {
-        AddRows<ECatalogueKind, bool>({{"foods on", kFoods, true},
-                                       {"foods back", kFoods, false},
-                                       {"menus on", kMenus, true},
-                                       {"recipes back", kRecipes, false}});
-    }
     void manyItemsMoveEitherWayAndKeepTheirComponents() {
-        const auto& [kind, isOnward] = DataRow<ECatalogueKind, bool>();
-        CCatalogueRules rules(Database(), kind);
-        const qint32 low = rules.AddCategory(u"Low"_s);
-        const qint32 middle = rules.AddCategory(u"Middle"_s);
-        const qint32 high = rules.AddCategory(u"High"_s);
-        for (const char* name : {"A", "B", "C", "D"}) {
-            for (const qint32 category : {low, middle, high}) {
-                AddItem(kind, category, QString::fromLatin1(name), u"t"_s);
+        for (const ECatalogueKind kind : {kFoods, kMenus}) {
+            CCatalogueRules rules(Database(), kind);
+            const qint32 low = rules.AddCategory(u"Low"_s);
+            const qint32 middle = rules.AddCategory(u"Middle"_s);
+            const qint32 high = rules.AddCategory(u"High"_s);
+            for (const char* name : {"A", "B", "C", "D"}) {
+                for (const qint32 category : {low, middle, high}) {
+                    AddItem(kind, category, QString::fromLatin1(name), u"t"_s);
+                }
             }
+            CCatalogueRules::Entries selected = Entries(kind, low);
+            selected.erase(selected.begin() + 1);
+            QCOMPARE(rules.Move(selected, {-1, high, u"High"_s}), 3);
+            QCOMPARE(Names(kind, low) + u' ' + Names(kind, high), u"B A,A,B,C,C,D,D"_s);
+            QCOMPARE(rules.Move(Entries(kind, high), {-1, low, u"Low"_s}), 7);
+            QCOMPARE(Names(kind, low) + u' ' + Names(kind, high), u"A,A,B,B,C,C,D,D "_s);
+            QCOMPARE(Names(kind, middle), u"A,B,C,D"_s);
         }
-        const qint32 from = isOnward ? low : high;
-        const qint32 to = isOnward ? high : low;
-        CCatalogueRules::Entries selected = Entries(kind, from);
-        selected.erase(selected.begin() + 1);
-        QCOMPARE(rules.Move(selected, {-1, to, u"to"_s}), 3);
-        QCOMPARE(Names(kind, from), u"B"_s);
-        QCOMPARE(Names(kind, to), u"A,A,B,C,C,D,D"_s);
-        QCOMPARE(Names(kind, middle), u"A,B,C,D"_s);
-        QCOMPARE(m_messages->Said(), QString());
     }
 
     void aCopyTakesTheFirstFreeSuffix() {
@@ -171,29 +162,25 @@ class TestCatalogueCommands : public CCatalogueTest {
     }
 
     void theNameBeforeASuffixGivesWay() {
-        // The copies of a name, each 64 characters at most; types of foods 127, which is what a
-        // file keeps.
-        const std::tuple<ECatalogueKind, QString, QStringList> rows[] = {
-            {kMenus, QString(57, u'x'), {QString(57, u'x') + u"_Copy01"_s}},
-            {kRecipes,
-             QString(58, u'x'),
-             {QString(57, u'x') + u"_Copy01"_s, QString(57, u'x') + u"_Copy02"_s}},
-            {kMenus, QString(64, u'x'), {QString(57, u'x') + u"_Copy01"_s}},
-            // Not between the halves of a character of two.
-            {kRecipes,
-             QString(56, u'x') + u"\U0001F372"_s + u"yyyyyy"_s,
-             {QString(56, u'x') + u"_Copy01"_s}},
-            {kFoods, QString(127, u'x'), {QString(120, u'x') + u"_Copy01"_s}},
+        // What is left of a name: with the suffix, 64 characters at most; types of foods 127, which
+        // is what a file keeps.
+        const QString x(127, u'x');
+        const std::tuple<ECatalogueKind, QString, int> rows[] = {
+            {kMenus, x.first(57), 57},
+            {kRecipes, x.first(58), 57},
+            {kRecipes, x.first(56) + u"\U0001F372y"_s, 56},  // not half a character
+            {kFoods, x, 120},
         };
-        for (const auto& [kind, name, copies] : rows) {
+        for (const auto& [kind, name, left] : rows) {
             CCatalogueRules rules(Database(), kind);
             const qint32 category = rules.AddCategory(QString::number(name.size()));
             AddItem(kind, category, name, name);
             const CCatalogueRules::Entries original = Entries(kind, category);
-            for (const QString& expected : copies) {
+            for (const QString& suffix : {u"_Copy01"_s, u"_Copy02"_s}) {
                 CCatalogueItem copy(kind);
                 QVERIFY(Database().Items(kind).Read(rules.Duplicate(original), copy));
-                QCOMPARE(kind == kFoods ? copy.GetType() : copy.GetName(), expected);
+                QCOMPARE(kind == kFoods ? copy.GetType() : copy.GetName(),
+                         name.first(left) + suffix);
             }
         }
     }
@@ -215,26 +202,24 @@ class TestCatalogueCommands : public CCatalogueTest {
         QCOMPARE(Names(kFoods, other), u"Carrot,Carrot"_s);
     }
 
-    void aCategoryGoesWithAllItsItems_data() {
-        AddRows<ECatalogueKind>({{"foods", kFoods}, {"menus", kMenus}});
-    }
     /// More of them than a list shows.
     void aCategoryGoesWithAllItsItems() {
-        const auto& [kind] = DataRow<ECatalogueKind>();
-        CCatalogueRules rules(Database(), kind);
-        const qint32 first = rules.AddCategory(u"First"_s);
-        const qint32 second = rules.AddCategory(u"Second"_s);
-        {
-            const CRecordGroup group(Database().GetStore());
-            for (int i = 0; i < kCatalogueListCapacity + 10; ++i) {
-                AddItem(kind, first, QString::number(i), u"t"_s);
+        for (const ECatalogueKind kind : {kFoods, kMenus}) {
+            CCatalogueRules rules(Database(), kind);
+            const qint32 first = rules.AddCategory(u"First"_s);
+            const qint32 second = rules.AddCategory(u"Second"_s);
+            {
+                const CRecordGroup group(Database().GetStore());
+                for (int i = 0; i < kCatalogueListCapacity + 10; ++i) {
+                    AddItem(kind, first, QString::number(i), u"t"_s);
+                }
+                AddItem(kind, second, u"kept"_s, u"t"_s);
             }
-            AddItem(kind, second, u"kept"_s, u"t"_s);
+            QVERIFY(rules.DeleteCategory(first));
+            QCOMPARE(Names(kind, second), u"kept"_s);
+            QCOMPARE(Database().Items(kind).Count(), kind == kMenus ? 2 : 1);
+            QCOMPARE(Database().Categories().Find(kind, u"First"_s), -1);
         }
-        QVERIFY(rules.DeleteCategory(first));
-        QCOMPARE(Names(kind, second), u"kept"_s);
-        QCOMPARE(Database().Items(kind).Count(), kind == kMenus ? 2 : 1);
-        QCOMPARE(Database().Categories().Find(kind, u"First"_s), -1);
     }
 
     void init() { MakeVolume(); }
