@@ -53,12 +53,6 @@ class CShareTest : public CCatalogueTest {
         QVERIFY(AddPart(database, kMenus, menu, QStringLiteral("Bread"), 1e-9, EItemKind::Recipe,
                         m_bread));
         QVERIFY(AddPart(database, kMenus, menu, QStringLiteral("Egg")));
-        CExerciseItem rowing;
-        rowing.SetCategoryId(AddCategory(database, QStringLiteral("Sports"), kExercises));
-        rowing.SetName(QStringLiteral("Rowing"));
-        rowing.SetType(QStringLiteral("slow"));
-        rowing.SetMet(4.8);
-        QVERIFY(database.Exlib().Write(-1, rowing));
     }
 
     /// Of the food at a position, in a recipe.
@@ -97,7 +91,7 @@ class CShareTest : public CCatalogueTest {
     /// category of the item it was made of instead.
     QString Everything() {
         QStringList lines;
-        for (const ECatalogueKind kind : {kFoods, kMenus, kRecipes, kExercises}) {
+        for (const ECatalogueKind kind : {kFoods, kMenus, kRecipes}) {
             for (int i = 0; i < Database().Catalogue().CountItems(kind); ++i) {
                 AppendItem(kind, i, lines);
             }
