@@ -40,11 +40,10 @@ class CShareEditor {
         CRowsChecksum items;
         Each("SELECT body FROM categories ORDER BY id",
              [&](auto, auto body) { categories.Add({}, body(0)); });
-        Each("SELECT id,category,body FROM items ORDER BY id", [&](auto number, auto body) {
-            const qint64 id = number(0);
-            items.Add({number(1)}, body(2));
-            Each("SELECT owner,item,body FROM components WHERE owner=" + QByteArray::number(id) +
-                     " ORDER BY id",
+        Each("SELECT id,category,body FROM items ORDER BY id", [&](auto item, auto body) {
+            items.Add({item(1)}, body(2));
+            Each("SELECT owner,item,body FROM components WHERE owner=" +
+                     QByteArray::number(item(0)) + " ORDER BY id",
                  [&](auto part, auto partBody) {
                      items.Add({part(0), part(1)}, partBody(2));
                  });
