@@ -1,7 +1,7 @@
 // The engine against a plain sorted list, and its refusals.
 #include "store/engine/ChangeFeed.h"
 #include "store/engine/Checksum.h"
-#include "store/engine/EngineSteps.h"
+#include "store/engine/EngineFixture.h"
 #include "store/engine/NamedValues.h"
 #include "store/engine/RecordCodec.h"
 #include "store/engine/SqliteFile.h"
@@ -9,14 +9,10 @@
 #include "store/engine/VolumeHeader.h"
 #include "store/engine/VolumeIdentity.h"
 #include "support/DataRows.h"
-#include "support/Files.h"
-
-#include <unistd.h>
 
 #include <QCryptographicHash>
 #include <QDir>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <algorithm>
 #include <array>
 
@@ -36,18 +32,11 @@ void InsertSorted(std::vector<CExpected>& list, CExpected entry) {
 }
 }  // namespace
 
-class TestStorageEngine : public QObject {
+class TestStorageEngine : public CEngineTest {
     Q_OBJECT
 
   private slots:
-    void init() {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_path = m_folder->filePath(u"volume.db"_s);
-        m_engine = std::make_unique<CStorageEngine>();
-        QCOMPARE(m_engine->Mount(m_path), kOk);
-        m_database = Created(*m_engine, u"Numbers"_s, 7);
-        QVERIFY(m_database != 0);
-    }
+    void init() { MakeVolume(); }
 
     void cleanup() {
         m_engine.reset();
@@ -299,87 +288,6 @@ class TestStorageEngine : public QObject {
         QCOMPARE(read.result().toHex(), QByteArray("fdadc6b934996b72f435a3cb52ceb90d"));
     }
 
-    // The file is released at once: the next mount gets the same error.
-    void aVolumeWithoutATableIsRefused() {
-        for (const char* table : {"databases", "records", "blocks"}) {
-            cleanup();
-            init();
-            Change(QByteArray("DROP TABLE ") + table);
-            for (int i = 0; i < 2; ++i) {
-                QCOMPARE(m_engine->Mount(m_path), int(kErrorCorrupt));
-            }
-        }
-    }
-
-    void aForeignTableOfValuesIsDamage() {
-        Change("CREATE TABLE named_values(x)");
-        QCOMPARE(m_engine->Mount(m_path), kOk);
-        CNamedValues values(m_engine->State());
-        std::optional<QString> value = u"z"_s;
-        QCOMPARE(values.Read(0, u"a"_s, value), int(kErrorCorrupt));
-        QVERIFY(!value);
-        QCOMPARE(values.Write(0, u"a"_s, u"b"_s), int(kErrorCorrupt));
-        QCOMPARE(values.DeleteOwner(1), int(kErrorCorrupt));
-        ObjectId record = 0;
-        QCOMPARE(m_engine->AddRecord(m_database, Numbered(1), record), int(kErrorCorrupt));
-    }
-
-    // A journal whose transaction has ended begins with zeros.
-    void halfAPageIsDamageUnlessAJournalIsPlayed() {
-        QCOMPARE(m_engine->Unmount(), kOk);
-        const QByteArray volume = Load(m_path);
-        for (const int more : {0, 100}) {
-            Save(m_path, volume + QByteArray(more, '\0'));
-            Save(m_path + u"-journal"_s, QByteArray(512, '\0'));
-            QCOMPARE(m_engine->Mount(m_path), more == 0 ? kOk : int(kErrorCorrupt));
-            QCOMPARE(m_engine->Unmount(), kOk);
-        }
-        // One that is no journal is kept, and named once.
-        Save(m_path, volume);
-        Save(m_path + u"-journal"_s, "Buy apples");
-        QCOMPARE(m_engine->Mount(m_path), kOk);
-        QVERIFY(QFile::remove(m_engine->GetKeptJournal()));
-        Remount();
-        QCOMPARE(m_engine->GetKeptJournal(), QString());
-    }
-
-    // Nor is a journal played that is not the volume's, where it cannot be renamed.
-    void aVolumeThatCannotBeWrittenIsRefused() {
-        QCOMPARE(m_engine->Unmount(), kOk);
-        constexpr auto kAll = QFile::Permissions(0x5777);
-        constexpr auto kReading = QFile::Permissions(0x5555);
-        const QString journal = m_path + u"-journal"_s;
-        for (const bool isFolder : {false, true}) {
-            Save(journal, isFolder ? "Buy apples" : "");
-            QVERIFY(QFile::setPermissions(journal, kAll));
-            QVERIFY(QFile::setPermissions(m_path, isFolder ? kAll : kReading));
-            QVERIFY(QFile::setPermissions(m_folder->path(), isFolder ? kReading : kAll));
-            // The superuser may write every file.
-            const uid_t user = ::geteuid();
-            constexpr uid_t kNobody = 65534;
-            QVERIFY(user != 0 || ::seteuid(kNobody) == 0);
-            const EPlatformError error = m_engine->Mount(m_path);
-            QCOMPARE(::seteuid(user), 0);
-            QCOMPARE(error, int(kErrorAccessDenied));
-            QVERIFY(!m_engine->IsMounted());
-        }
-        QVERIFY(QFile::setPermissions(m_folder->path(), kAll) && QFile::remove(journal));
-    }
-
-    void whatAForeignProgramLeftInTheFileIsNotTrusted() {
-        Change("CREATE TRIGGER t AFTER INSERT ON records BEGIN DELETE FROM records; END");
-        QCOMPARE(m_engine->Mount(m_path), kOk);
-        QVERIFY(Added(*m_engine, m_database, Numbered(1)) != 0);
-        PropertyList read;
-        QCOMPARE(m_engine->ReadRecord(1, read), kOk);
-        // A record whose first value is an empty text, beside one with a key.
-        QVERIFY(Added(*m_engine, m_database, Numbered(0)) != 0);
-        Change("UPDATE records SET body=x'01009F' WHERE id=1");
-        QCOMPARE(m_engine->Mount(m_path), kOk);
-        int position = 0;
-        QCOMPARE(m_engine->FindRecord(m_database, 1, position), int(kErrorCorrupt));
-    }
-
     void aDeletedDatabaseTakesItsRecordsAlong() {
         const ObjectId other = Created(*m_engine, u"Other"_s);
         const ObjectId mine = Added(*m_engine, m_database, Numbered(1));
@@ -430,65 +338,7 @@ class TestStorageEngine : public QObject {
         QCOMPARE(Added(*m_engine, elsewhere, Numbered(8)), 2);
     }
 
-    // Three blocks with keys 0 to 489, 490 to 979, and 980 to 989.
-    void blocksThatContradictThemselvesAreDamage_data() {
-        constexpr bool kAtOnce = true;
-        constexpr bool kWhenRead = false;
-        AddRows<const char*, bool>({
-            {"empty block", "count=0 WHERE firstKey=0", kAtOnce},
-            {"block too large", "count=491 WHERE firstKey=0", kAtOnce},
-            {"no ordinal", "ordinal=0 WHERE firstKey=0", kAtOnce},
-            {"ordinal too large", "ordinal=1<<62 WHERE firstKey=980", kAtOnce},
-            {"equal ordinals", "ordinal=1<<32", kAtOnce},
-            {"keys out of order", "firstKey=-1 WHERE firstKey=980", kAtOnce},
-            {"count too small", "count=489 WHERE firstKey=490", kWhenRead},
-            {"another first key", "firstKey=491 WHERE firstKey=490", kWhenRead},
-            {"keys past the next block", "firstKey=978 WHERE firstKey=980", kWhenRead},
-            {"entry cut off", "entries=substr(entries, 1, 7839) WHERE firstKey=490", kWhenRead},
-            {"no entries", "entries=x'' WHERE firstKey=490", kWhenRead},
-            {"unsorted",
-             "entries=substr(entries, 1, 16) || substr(entries, 33, 16) || substr(entries, 17, 16) "
-             "|| substr(entries, 49) WHERE firstKey=490",
-             kWhenRead},
-            {"no record",
-             "entries=substr(entries, 1, 7832) || x'0000000000000000' WHERE firstKey=490",
-             kWhenRead},
-        });
-    }
-
-    void blocksThatContradictThemselvesAreDamage() {
-        const auto& [change, isSeenAtOnce] = DataRow<const char*, bool>();
-        QVERIFY(AddMany(*m_engine, m_database, 0, 1, 990));
-        Change(QByteArray("UPDATE blocks SET ") + change);
-        QCOMPARE(m_engine->Mount(m_path), kOk);
-        int count = 0;
-        ObjectId record = 0;
-        const int first = isSeenAtOnce ? int(kErrorCorrupt) : kOk;
-        QCOMPARE(m_engine->CountRecords(m_database, count), first);
-        QCOMPARE(m_engine->SeekToPosition(m_database, 489, record), first);
-        QCOMPARE(m_engine->SeekToPosition(m_database, 490, record), int(kErrorCorrupt));
-        qint64 key = 0;
-        QCOMPARE(m_engine->KeyAt(m_database, 490, key), int(kErrorCorrupt));
-        QCOMPARE(m_engine->LowerBound(m_database, 700, count), int(kErrorCorrupt));
-        QCOMPARE(m_engine->AddRecord(m_database, Numbered(700), record), int(kErrorCorrupt));
-        QCOMPARE(m_engine->DeleteDatabase(m_database), kOk);
-        QCOMPARE(CountOf(*m_engine, m_database), -1);
-    }
-
   private:
-    void Remount() {
-        QCOMPARE(m_engine->Unmount(), kOk);
-        QCOMPARE(m_engine->Mount(m_path), kOk);
-    }
-
-    /// Leaves the volume unmounted.
-    void Change(const QByteArray& sql) {
-        QCOMPARE(m_engine->Unmount(), kOk);
-        CSqliteFile file;
-        QCOMPARE(file.Open(m_path), kOk);
-        QCOMPARE(file.Execute(sql.constData()), kOk);
-    }
-
     // One insertion, or a deletion, or a move to another key, in both.
     void ChangeBoth(std::vector<CExpected>& expected, qint32 key, bool isInsertion,
                     QRandomGenerator& random) {
@@ -538,11 +388,6 @@ class TestStorageEngine : public QObject {
             QCOMPARE(position, static_cast<int>(first - expected.begin()));
         }
     }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QString m_path;
-    std::unique_ptr<CStorageEngine> m_engine;
-    ObjectId m_database = 0;
 };
 
 QTEST_GUILESS_MAIN(TestStorageEngine)

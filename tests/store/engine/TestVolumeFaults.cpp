@@ -1,13 +1,15 @@
-// Damaged files.
+// Volumes that are damaged, foreign or not ours alone.
 
-#include "store/engine/EngineSteps.h"
+#include "store/engine/EngineFixture.h"
 #include "store/engine/History.h"
+#include "store/engine/NamedValues.h"
 #include "store/engine/RecordCodec.h"
-#include "support/Files.h"
+#include "support/DataRows.h"
+
+#include <unistd.h>
 
 #include <QProcess>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <map>
 
 using namespace Qt::StringLiterals;
@@ -66,23 +68,147 @@ int WalkEverything(CStorageEngine& engine, const StoredRecords& intact) {
 }
 }  // namespace
 
-class TestVolumeFaults : public QObject {
+class TestVolumeFaults : public CEngineTest {
     Q_OBJECT
 
   private slots:
-    void init() {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_path = m_folder->filePath(u"volume.db"_s);
+    void init() { MakeVolume(); }
+    void cleanup() { m_engine.reset(); }
+
+    // The file is released at once: the next mount gets the same error.
+    void aVolumeWithoutATableIsRefused() {
+        for (const char* table : {"databases", "records", "blocks"}) {
+            init();
+            Change(QByteArray("DROP TABLE ") + table);
+            for (int i = 0; i < 2; ++i) {
+                QCOMPARE(m_engine->Mount(m_path), int(kErrorCorrupt));
+            }
+        }
+    }
+
+    void aForeignTableOfValuesIsDamage() {
+        Change("CREATE TABLE named_values(x)");
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        CNamedValues values(m_engine->State());
+        std::optional<QString> value = u"z"_s;
+        QCOMPARE(values.Read(0, u"a"_s, value), int(kErrorCorrupt));
+        QVERIFY(!value);
+        QCOMPARE(values.Write(0, u"a"_s, u"b"_s), int(kErrorCorrupt));
+        QCOMPARE(values.DeleteOwner(1), int(kErrorCorrupt));
+        ObjectId record = 0;
+        QCOMPARE(m_engine->AddRecord(m_database, Numbered(1), record), int(kErrorCorrupt));
+    }
+
+    // A journal whose transaction has ended begins with zeros.
+    void halfAPageIsDamageUnlessAJournalIsPlayed() {
+        QCOMPARE(m_engine->Unmount(), kOk);
+        const QByteArray volume = Load(m_path);
+        for (const int more : {0, 100}) {
+            Save(m_path, volume + QByteArray(more, '\0'));
+            Save(m_path + u"-journal"_s, QByteArray(512, '\0'));
+            QCOMPARE(m_engine->Mount(m_path), more == 0 ? kOk : int(kErrorCorrupt));
+            QCOMPARE(m_engine->Unmount(), kOk);
+        }
+        // One that is no journal is kept, and named once.
+        Save(m_path, volume);
+        Save(m_path + u"-journal"_s, "Buy apples");
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        QVERIFY(QFile::remove(m_engine->GetKeptJournal()));
+        Remount();
+        QCOMPARE(m_engine->GetKeptJournal(), QString());
+    }
+
+    // Nor is a journal played that is not the volume's, where it cannot be renamed.
+    void aVolumeThatCannotBeWrittenIsRefused() {
+        QCOMPARE(m_engine->Unmount(), kOk);
+        constexpr auto kAll = QFile::Permissions(0x5777);
+        constexpr auto kReading = QFile::Permissions(0x5555);
+        const QString journal = m_path + u"-journal"_s;
+        for (const bool isFolder : {false, true}) {
+            Save(journal, isFolder ? "Buy apples" : "");
+            QVERIFY(QFile::setPermissions(journal, kAll));
+            QVERIFY(QFile::setPermissions(m_path, isFolder ? kAll : kReading));
+            QVERIFY(QFile::setPermissions(m_folder->path(), isFolder ? kReading : kAll));
+            // The superuser may write every file.
+            const uid_t user = ::geteuid();
+            constexpr uid_t kNobody = 65534;
+            QVERIFY(user != 0 || ::seteuid(kNobody) == 0);
+            const EPlatformError error = m_engine->Mount(m_path);
+            QCOMPARE(::seteuid(user), 0);
+            QCOMPARE(error, int(kErrorAccessDenied));
+            QVERIFY(!m_engine->IsMounted());
+        }
+        QVERIFY(QFile::setPermissions(m_folder->path(), kAll) && QFile::remove(journal));
+    }
+
+    void whatAForeignProgramLeftInTheFileIsNotTrusted() {
+        Change("CREATE TRIGGER t AFTER INSERT ON records BEGIN DELETE FROM records; END");
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        QVERIFY(Added(*m_engine, m_database, Numbered(1)) != 0);
+        PropertyList read;
+        QCOMPARE(m_engine->ReadRecord(1, read), kOk);
+        // A record whose first value is an empty text, beside one with a key.
+        QVERIFY(Added(*m_engine, m_database, Numbered(0)) != 0);
+        Change("UPDATE records SET body=x'01009F' WHERE id=1");
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        int position = 0;
+        QCOMPARE(m_engine->FindRecord(m_database, 1, position), int(kErrorCorrupt));
+    }
+
+    // Three blocks with keys 0 to 489, 490 to 979, and 980 to 989.
+    void blocksThatContradictThemselvesAreDamage_data() {
+        constexpr bool kAtOnce = true;
+        constexpr bool kWhenRead = false;
+        AddRows<const char*, bool>({
+            {"empty block", "count=0 WHERE firstKey=0", kAtOnce},
+            {"block too large", "count=491 WHERE firstKey=0", kAtOnce},
+            {"no ordinal", "ordinal=0 WHERE firstKey=0", kAtOnce},
+            {"ordinal too large", "ordinal=1<<62 WHERE firstKey=980", kAtOnce},
+            {"equal ordinals", "ordinal=1<<32", kAtOnce},
+            {"keys out of order", "firstKey=-1 WHERE firstKey=980", kAtOnce},
+            {"count too small", "count=489 WHERE firstKey=490", kWhenRead},
+            {"another first key", "firstKey=491 WHERE firstKey=490", kWhenRead},
+            {"keys past the next block", "firstKey=978 WHERE firstKey=980", kWhenRead},
+            {"entry cut off", "entries=substr(entries, 1, 7839) WHERE firstKey=490", kWhenRead},
+            {"no entries", "entries=x'' WHERE firstKey=490", kWhenRead},
+            {"unsorted",
+             "entries=substr(entries, 1, 16) || substr(entries, 33, 16) || substr(entries, 17, 16) "
+             "|| substr(entries, 49) WHERE firstKey=490",
+             kWhenRead},
+            {"no record",
+             "entries=substr(entries, 1, 7832) || x'0000000000000000' WHERE firstKey=490",
+             kWhenRead},
+        });
+    }
+
+    void blocksThatContradictThemselvesAreDamage() {
+        const auto& [change, isSeenAtOnce] = DataRow<const char*, bool>();
+        QVERIFY(AddMany(*m_engine, m_database, 0, 1, 990));
+        Change(QByteArray("UPDATE blocks SET ") + change);
+        QCOMPARE(m_engine->Mount(m_path), kOk);
+        int count = 0;
+        ObjectId record = 0;
+        const int first = isSeenAtOnce ? int(kErrorCorrupt) : kOk;
+        QCOMPARE(m_engine->CountRecords(m_database, count), first);
+        QCOMPARE(m_engine->SeekToPosition(m_database, 489, record), first);
+        QCOMPARE(m_engine->SeekToPosition(m_database, 490, record), int(kErrorCorrupt));
+        qint64 key = 0;
+        QCOMPARE(m_engine->KeyAt(m_database, 490, key), int(kErrorCorrupt));
+        QCOMPARE(m_engine->LowerBound(m_database, 700, count), int(kErrorCorrupt));
+        QCOMPARE(m_engine->AddRecord(m_database, Numbered(700), record), int(kErrorCorrupt));
+        QCOMPARE(m_engine->DeleteDatabase(m_database), kOk);
+        QCOMPARE(CountOf(*m_engine, m_database), -1);
     }
 
     void anotherReaderInTheProcessLeavesTheLock() {
-        for (const bool isLink : {false, true}) {
-            init();
-            QVERIFY(!isLink || QFile::link(u"target.db"_s, m_path));  // which is not there yet
+        const QString link = m_folder->filePath(u"link.db"_s);
+        QVERIFY(QFile::link(u"target.db"_s, link));  // which is not there yet
+        QCOMPARE(m_engine->Unmount(), kOk);
+        for (const QString& path : {m_path, link}) {
             CStorageEngine engine;
-            QCOMPARE(engine.Mount(m_path), kOk);
-            Load(m_path);  // closing the file gives up every POSIX lock of the process on it
-            const QStringList write = {u"--volume"_s, m_path,      u"categories"_s, u"add"_s,
+            QCOMPARE(engine.Mount(path), kOk);
+            Load(path);  // closing the file gives up every POSIX lock of the process on it
+            const QStringList write = {u"--volume"_s, path,        u"categories"_s, u"add"_s,
                                        u"A"_s,        u"--kind"_s, u"foods"_s};
             QCOMPARE(QProcess::execute(QStringLiteral(VELMORA_CLI), write), 1);
             QCOMPARE(engine.Unmount(), kOk);
@@ -91,6 +217,7 @@ class TestVolumeFaults : public QObject {
     }
 
     void damageNeverCrashes() {
+        QCOMPARE(m_engine->Unmount(), kOk);
         StoredRecords stored;
         const QByteArray volume = SmallVolume(stored);
         QVERIFY(stored.size() > 300);
@@ -189,9 +316,6 @@ class TestVolumeFaults : public QObject {
         }
         return volume;
     }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QString m_path;
 };
 
 QTEST_GUILESS_MAIN(TestVolumeFaults)

@@ -3,28 +3,22 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "store/engine/EngineSteps.h"
+#include "store/engine/EngineFixture.h"
 #include "store/engine/NamedValues.h"
 #include "support/DataRows.h"
-#include "support/Files.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 #include <array>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
 
-class TestVolumeLost : public QObject {
+class TestVolumeLost : public CEngineTest {
     Q_OBJECT
 
   private slots:
     void init() {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_path = m_folder->filePath(u"volume.db"_s);
-        m_engine = std::make_unique<CStorageEngine>();
-        QCOMPARE(m_engine->Mount(m_path), kOk);
-        m_database = Created(*m_engine, u"Numbers"_s);
+        MakeVolume();
         QVERIFY(Added(*m_engine, m_database, Numbered(0)) != 0);
         m_older = Load(m_path);
         QVERIFY(AddMany(*m_engine, m_database, 1, 1, kCount - 1));
@@ -105,7 +99,6 @@ class TestVolumeLost : public QObject {
         for (const auto& [fate, isUndone] : {std::pair{EFate::Replaced, false},
                                              {EFate::Overwritten, false},
                                              {EFate::Overwritten, true}}) {
-            cleanup();
             init();
             AddMuch();
             Suffer(fate);
@@ -243,11 +236,7 @@ class TestVolumeLost : public QObject {
         }
     }
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<CStorageEngine> m_engine;
-    QString m_path;
     QByteArray m_older;
-    ObjectId m_database = 0;
     PropertyList m_read;
 };
 
