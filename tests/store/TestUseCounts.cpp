@@ -4,7 +4,6 @@
 #include "diary/PurgeRules.h"
 #include "support/CatalogueTest.h"
 #include "support/DataRows.h"
-#include "support/Files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -95,7 +94,9 @@ class TestUseCounts : public CCatalogueTest {
             QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Apple"_s, 1)));
             QVERIFY(Database().Diet().Write(-1, MakeEntry(u"Banana"_s, 2)));
             if (damage == "page") {
-                DamagePage("usage_1");
+                const QString path = VolumePath();
+                DamagePage(path, RootOf(path, u"usage_1"_s));
+                Reopen();
             } else if (damage == "edit") {
                 EditElsewhere();
             } else {
@@ -183,17 +184,6 @@ class TestUseCounts : public CCatalogueTest {
             QCOMPARE(std::exchange(properties[4], u"Banana"_s), PropertyValue(u"Apple"_s));
             QCOMPARE(engine.ReplaceRecord(diet.id, record, properties), int(kErrorSuccess));
         }
-        Reopen();
-    }
-    /// Makes a table's first page unreadable.
-    void DamagePage(const QByteArray& table) {
-        constexpr int kPageBytes = 8192;
-        const QByteArray sql = "SELECT rootpage FROM sqlite_schema WHERE name='" + table + '\'';
-        const qint64 page = Query(sql.constData());
-        m_doc.reset();
-        Save(Path(u"v.db"_s),
-             Load(Path(u"v.db"_s))
-                 .replace((page - 1) * kPageBytes, kPageBytes, QByteArray(kPageBytes, '\x55')));
         Reopen();
     }
     /// With the entries of the open profile.

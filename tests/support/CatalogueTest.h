@@ -7,8 +7,8 @@
 #include <QTest>
 
 #include "app/VelmoraDoc.h"
-#include "store/engine/Statement.h"
 #include "support/RecordingMessages.h"
+#include "support/VolumeFile.h"
 
 inline qint32 AddCategory(CDatabase& database, const QString& name,
                           ECatalogueKind kind = ECatalogueKind::Foods) {
@@ -46,6 +46,16 @@ class CCatalogueTest : public QObject {
         QLocale::setDefault(QLocale::c());
         Reopen();
     }
+    /// Closed, so that another document can open it.
+    QString VolumePath() {
+        m_doc.reset();
+        return Path(QStringLiteral("v.db"));
+    }
+    bool CreateProfile(const QString& name) {
+        CProfileSettings settings = CProfileSettings::ForNewProfile({2024, 1, 1});
+        settings.user.name = name;
+        return m_doc->CreateProfile(settings);
+    }
     void Reopen() {
         m_doc.reset();
         m_doc = std::make_unique<CVelmoraDoc>(Path(QStringLiteral("v.db")));
@@ -77,16 +87,7 @@ class CCatalogueTest : public QObject {
     /// The number that a query on the closed volume gives; it is opened again.
     qint64 Query(const char* sql) {
         m_doc.reset();
-        qint64 result = -1;
-        {
-            CSqliteFile file;
-            CStatement query;
-            if (file.Open(Path(QStringLiteral("v.db"))) == kErrorSuccess &&
-                query.Prepare(file, sql) == kErrorSuccess) {
-                query.Start({});
-                result = query.Next() ? query.GetInteger(0) : -1;
-            }
-        }
+        const qint64 result = QueryVolume(Path(QStringLiteral("v.db")), sql);
         Reopen();
         return result;
     }

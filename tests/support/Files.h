@@ -2,10 +2,12 @@
 #pragma once
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <QFile>
 #include <QTest>
 #include <csignal>
+#include <functional>
 
 inline void Save(const QString& path, const QByteArray& bytes) {
     QFile file(path);
@@ -16,6 +18,15 @@ inline void Save(const QString& path, const QByteArray& bytes) {
 inline QByteArray Load(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Without the superuser's right to read and write every file.
+inline void AsNobody(const std::function<void()>& run) {
+    constexpr uid_t kNobody = 65534;
+    const uid_t user = ::geteuid();
+    QVERIFY(user != 0 || ::seteuid(kNobody) == 0);
+    run();
+    QCOMPARE(::seteuid(user), 0);
 }
 
 /// While it lives, this process writes no file past so many bytes.

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "store/engine/EngineSteps.h"
-#include "store/engine/SqliteFile.h"
-#include "support/Files.h"
+#include "support/VolumeFile.h"
 
 #include <QTemporaryDir>
 
@@ -26,11 +25,9 @@ class CEngineTest : public QObject {
     }
 
     /// Leaves the volume unmounted.
-    void Change(const QByteArray& sql) {
+    void Change(QAnyStringView sql) {
         QCOMPARE(m_engine->Unmount(), kOk);
-        CSqliteFile file;
-        QCOMPARE(file.Open(m_path), kOk);
-        QCOMPARE(file.Execute(sql.constData()), kOk);
+        ChangeVolume(m_path, sql);
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;

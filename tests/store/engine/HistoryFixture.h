@@ -4,7 +4,7 @@
 #include "store/engine/EngineSteps.h"
 #include "store/engine/History.h"
 #include "store/engine/StorageState.h"
-#include "support/Files.h"
+#include "support/VolumeFile.h"
 
 #include <QRandomGenerator>
 #include <QTemporaryDir>

@@ -92,20 +92,6 @@ class TestHistory : public CHistoryTest {
         QCOMPARE(Stacks().undo, (QStringList{u"change"_s, u"first"_s}));
     }
 
-    void anotherStepDropsWhatCouldBeRedone() {
-        Step(u"first"_s, [&] { Add(0, 1); });
-        Step(u"meal"_s, [&] { Add(2, 1); });
-        Step(u"second"_s, [&] { Add(0, 2); });
-        const ObjectId second = Contents(0)[0].back().first;
-        QVERIFY(Undo(0) && Undo(0) && Undo(Scope(2)));
-        QCOMPARE(Stacks(), (CStacks{{}, {u"first"_s, u"meal"_s, u"second"_s}}));
-        QVERIFY(Redo(0));
-        QCOMPARE(Contents(0)[0].size(), 1);
-        Step(u"third"_s, [&] { Add(0, 3); });
-        QCOMPARE(Stacks(), (CStacks{{u"third"_s, u"first"_s}, {u"meal"_s}}));
-        QVERIFY(Contents(0)[0].back().first > second);
-    }
-
     void aCancelledStepLeavesNothing() {
         Step(u"kept"_s, [&] { Add(0, 1); });
         for (const bool isInOneUnit : {false, true}) {
@@ -157,19 +143,6 @@ class TestHistory : public CHistoryTest {
         QVERIFY(!m_history->TakeNotices().isDamaged);
         QVERIFY(Undo(0));
         QCOMPARE(Contents(0)[0].size(), 0);
-    }
-
-    void stepsGoWithTheirProfile() {
-        Step(u"meal"_s, [&] { Add(2, 1); });
-        Step(u"food"_s, [&] { Add(0, 1); });
-        Mount(true);
-        QCOMPARE(m_engine->DeleteDatabase(m_databases[2]), kOk);
-        QCOMPARE(Stacks().undo, QStringList{u"food"_s});
-        Mount(true);
-        QCOMPARE(Stacks().undo, QStringList{u"food"_s});
-        QCOMPARE(m_history->Clear(), kOk);
-        Mount(true);
-        QCOMPARE(Stacks().undo, QStringList());
     }
 };
 

@@ -23,16 +23,8 @@ class TestHistoryFaults : public CHistoryTest {
         QCOMPARE(m_history->NextUndo(0)->name, u"4"_s);
         QVERIFY(Undo(0) && Undo(0) && Undo(0) && !m_history->NextUndo(0));
         // Some 120 bytes a record.
-        Step(u"many"_s, [&] {
-            for (int i = 0; i < 12; ++i) {
-                Add(0, i);
-            }
-        });
-        Step(u"few"_s, [&] {
-            for (int i = 0; i < 5; ++i) {
-                Add(0, i);
-            }
-        });
+        Step(u"many"_s, [&] { Fill(12); });
+        Step(u"few"_s, [&] { Fill(5); });
         QVERIFY(!m_history->IsOneWay(*m_history->NextUndo(0)));
         QVERIFY(Undo(0) && Undo(0));
         // Room is made by dropping what would be redone last.
@@ -42,13 +34,8 @@ class TestHistoryFaults : public CHistoryTest {
     }
 
     void aStepThatIsTooLargeEmptiesTheHistory() {
-        Step(u"fill"_s, [&] {
-            for (int i = 0; i < 40; ++i) {
-                Add(0, i);
-            }
-        });
+        Step(u"fill"_s, [&] { Fill(40); });
         m_history->SetLimits({.steps = 3, .bytes = 2000});
-        const auto filled = Contents(0);
         Step(u"small"_s, [&] { Delete(0, 0); });
         QVERIFY(!m_history->TakeNotices().hasOutgrown);
         // Nor has a unit that is given up.
@@ -79,23 +66,17 @@ class TestHistoryFaults : public CHistoryTest {
         m_history->SetLimits({.steps = 3, .bytes = 2000});
         Step(u"first"_s, [&] { Add(0, 1); });
         const auto before = Contents(0);
-        Step(u"import"_s, [&] {
-            QCOMPARE(m_engine->BeginGroup(), kOk);
-            for (int i = 0; i < 40; ++i) {
-                Add(0, i);
-            }
-            QCOMPARE(m_engine->EndGroup(), kOk);
-        });
+        Step(u"import"_s, [&] { Fill(40); });
         Step(u"last"_s, [&] { Delete(0, 4); });
         QVERIFY(Undo(0));
         const CHistoryStep import = *m_history->NextUndo(0);
         QCOMPARE(import.name, u"import"_s);
         QVERIFY(m_history->IsOneWay(import));
         // One row; to be redone, forty rows and records. Two bytes for the count, two tags, the
-        // key, the text's length and its 40 units; of one record the key is 0.
+        // key, the text's length and its 40 units; of eight records the key is 0.
         QCOMPARE(import.changes, 1);
         QCOMPARE(import.bytes, HistoryRoom(1, 0));
-        QCOMPARE(import.bytesReverted, HistoryRoom(40, 40 * (4 + 4 + 4 + 80) - 4));
+        QCOMPARE(import.bytesReverted, HistoryRoom(40, 40 * (4 + 4 + 4 + 80) - 8 * 4));
         QVERIFY(Undo(0));
         QCOMPARE(Contents(0), before);
         QCOMPARE(Stacks(), (CStacks{{u"first"_s}, {}}));
@@ -146,11 +127,7 @@ class TestHistoryFaults : public CHistoryTest {
     }
     void whatWasChangedSinceIsNotTouched() {
         const int change = std::get<0>(DataRow<int>());
-        Step(u"fill"_s, [&] {
-            for (int i = 0; i < 20; ++i) {
-                Add(0, i % 3);
-            }
-        });
+        Step(u"fill"_s, [&] { Fill(20); });
         const ObjectId deleted = Contents(0)[0][3].first;
         const ObjectId last = Contents(0)[0].back().first;
         if (change < 3) {
@@ -210,11 +187,7 @@ class TestHistoryFaults : public CHistoryTest {
     }
     void aDamagedHistoryStartsAgain() {
         const auto& [sql, isFoundByUndo] = DataRow<QByteArray, bool>();
-        Step(u"fill"_s, [&] {
-            for (int i = 0; i < 9; ++i) {
-                Add(0, i % 3);
-            }
-        });
+        Step(u"fill"_s, [&] { Fill(9); });
         Step(u"delete"_s, [&] {
             Delete(0, 2);
             Delete(0, 2);
@@ -222,7 +195,8 @@ class TestHistoryFaults : public CHistoryTest {
         });
         const bool isPage = !sql.contains(' ');
         if (isPage) {
-            DamagePage(RootOf(QString::fromLatin1(sql)));
+            m_engine.reset();
+            DamagePage(m_path, RootOf(m_path, QString::fromLatin1(sql)));
         } else {
             ChangeFile(QString::fromLatin1(sql));
         }
@@ -320,19 +294,21 @@ class TestHistoryFaults : public CHistoryTest {
         Step(u"delete"_s, [&] { Change(300); });
         Step(u"more"_s, [&] { Change(30); });
         const auto filled = Contents(0);
-        std::vector<qint64> pages = PagesOf(RootOf(u"history_changes_1"_s));
+        m_engine.reset();
+        std::vector<qint64> pages = PagesOf(RootOf(m_path, u"history_changes_1"_s));
         QVERIFY(pages.size() > 4);
-        pages.push_back(RootOf(u"history_steps_1"_s));
+        pages.push_back(RootOf(m_path, u"history_steps_1"_s));
         const QByteArray volume = Load(m_path);
         const qint64 freePages = qFromBigEndian<quint32>(volume.constData() + kFreePagesAt);
-        for (qint64 page = 2; page <= volume.size() / kPageBytes; ++page) {
+        for (qint64 page = 2; page <= volume.size() / kVolumePage; ++page) {
             if (page == freePages) {
                 continue;  // fails whatever needs a page
             }
             const bool isOfHistory = std::ranges::count(pages, page) > 0;
             const auto damaged = [&](bool hasHistory) {
+                m_engine.reset();
                 Save(m_path, volume);
-                DamagePage(page);
+                DamagePage(m_path, page);
                 Mount(hasHistory);
             };
             damaged(false);
@@ -359,33 +335,19 @@ class TestHistoryFaults : public CHistoryTest {
     }
 
   private:
-    static constexpr int kPageBytes = 8192;
     /// In the file's header: the page that lists free pages.
     static constexpr int kFreePagesAt = 32;
     static constexpr char kTables[] =
         "SELECT count(*) FROM sqlite_schema WHERE name LIKE 'history%'";
 
-    /// Closes the volume; the engine is gone then.
+    // The engine is gone after each of them.
     void ChangeFile(const QString& sql) {
         m_engine.reset();
-        CSqliteFile file;
-        QCOMPARE(file.Open(m_path), kOk);
-        QCOMPARE(file.Execute(sql.toLatin1().constData()), kOk);
+        ChangeVolume(m_path, sql);
     }
-    /// The number that a query on the closed volume gives; the engine is gone then.
     qint64 Query(const char* sql) {
         m_engine.reset();
-        CSqliteFile file;
-        CStatement query;
-        if (file.Open(m_path) != kOk || query.Prepare(file, sql) != kOk) {
-            return -1;
-        }
-        query.Start({});
-        return query.Next() ? query.GetInteger(0) : -1;
-    }
-    qint64 RootOf(const QString& table) {
-        const QString sql = u"SELECT rootpage FROM sqlite_schema WHERE name='%1'"_s.arg(table);
-        return Query(sql.toLatin1().constData());
+        return QueryVolume(m_path, sql);
     }
     /// A table's pages but for those of long rows.
     std::vector<qint64> PagesOf(qint64 root) {
@@ -393,7 +355,7 @@ class TestHistoryFaults : public CHistoryTest {
         constexpr int kLastChildAt = 8;
         constexpr int kCellCountAt = 3;
         constexpr int kCellPointersAt = 12;
-        const QByteArray bytes = Load(m_path).mid((root - 1) * kPageBytes, kPageBytes);
+        const QByteArray bytes = Load(m_path).mid((root - 1) * kVolumePage, kVolumePage);
         const char* page = bytes.constData();
         std::vector<qint64> pages = {root};
         if (page[0] == kInnerPage) {
@@ -404,12 +366,6 @@ class TestHistoryFaults : public CHistoryTest {
             }
         }
         return pages;
-    }
-    void DamagePage(qint64 page) {
-        QVERIFY(page > 0);
-        m_engine.reset();
-        Save(m_path, Load(m_path).replace((page - 1) * kPageBytes, kPageBytes,
-                                          QByteArray(kPageBytes, '\x55')));
     }
 };
 
