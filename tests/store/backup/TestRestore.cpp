@@ -1,7 +1,4 @@
 // A backup in the volume's place, and what becomes of the volume.
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <QDir>
 
 #include "app/BackupRules.h"
@@ -9,12 +6,10 @@
 #include "store/backup/Restore.h"
 #include "store/engine/VolumeCopy.h"
 #include "support/DataRows.h"
-#include "support/Files.h"
 
 namespace {
 const QDateTime kNow(QDate(2026, 5, 31), QTime(7, 30));
 constexpr auto kKept = "v-kept-2026-05-31-073000.db"_L1;
-constexpr qsizetype kPage = 8192;
 }  // namespace
 
 class TestRestore : public CDiaryTest {
@@ -34,36 +29,15 @@ class TestRestore : public CDiaryTest {
     }
     void cleanup() { DropVolume(); }
 
-    void aBackupIsACopyForItsOwner() {
-        struct stat status {};
-        QVERIFY(::stat(QFile::encodeName(Path(u"b.db"_s)), &status) == 0);
-        QCOMPARE(status.st_mode & 0777U, 0600U);
-        Reopen();
-        QVERIFY(!SaveBackup(Database(), Path(u"v.db"_s)));
-        QCOMPARE(m_messages->Said(), u"Cannot create file."_s);
-        QVERIFY(!SaveBackup(Database(), Path(u"none/b.db"_s)));
-        QVERIFY(m_messages->Said().startsWith(u"No backup was made"_s));
-        const CFileSizeLimit limit(20000);
-        QVERIFY(!SaveBackup(Database(), Path(u"b.db"_s)));
-        QCOMPARE(m_messages->Said(),
-                 u"No backup was made: there is no room for it in '%1'."_s.arg(Path(u"b.db"_s)));
-        QCOMPARE(Names(), u"b.db v.db"_s);
-    }
-
     void aDamagedVolumeIsNoBackup() {
-        QByteArray damaged = m_present;
-        std::fill_n(damaged.begin() + damaged.size() - kPage, kPage, 'x');
-        Save(Path(u"v.db"_s), damaged);
+        DamagePage(Path(u"v.db"_s));
         CSqliteFile file;
         QCOMPARE(file.Open(Path(u"v.db"_s)), int(kErrorSuccess));
         QCOMPARE(SaveVolumeCopy(file, Path(u"c.db"_s), EDamagedCopy::Removed), int(kErrorCorrupt));
-        QVERIFY(!QFile::exists(Path(u"c.db"_s)));
-        QCOMPARE(SaveVolumeCopy(file, Path(u"c.db"_s), EDamagedCopy::Kept), int(kErrorCorrupt));
-        QVERIFY(QFile::exists(Path(u"c.db"_s)));
         QCOMPARE(SaveVolumeCopy(file, Path(u"d.db"_s), EDamagedCopy::Kept,
                                 [](qint64, qint64) { return false; }),
                  int(kErrorOperationAborted));
-        QCOMPARE(Names(), u"b.db c.db v.db"_s);
+        QCOMPARE(Names(), u"b.db v.db"_s);
     }
 
     void aBackupTakesTheVolumesPlace_data() {
@@ -106,10 +80,6 @@ class TestRestore : public CDiaryTest {
 
     void whatIsNoBackupIsRefused_data() {
         AddRows<const char*, const char*>({
-            {"missing", "", "There is no file 'F'."},
-            {"text", "text", "The file 'F' is not a data file of Velmora."},
-            {"newer", "newer", "The file 'F' was written by a newer version of Velmora."},
-            {"short", "short", "The file 'F' is damaged."},
             {"damaged page", "damaged", "The file 'F' is damaged."},
             {"other pages", "pages", "The file 'F' is damaged."},
             {"in use", "used", "The file 'F' is in use by another program."},
@@ -120,24 +90,13 @@ class TestRestore : public CDiaryTest {
         const auto& [fault, text] = DataRow<const char*, const char*>();
         const QString file = Path(u"f.db"_s);
         const QString kind = QString::fromLatin1(fault);
-        QByteArray bytes = Load(Path(u"b.db"_s));
         CVolumeLock lock;
-        if (kind == u"text"_s) {
-            bytes = "some text";
-        } else if (kind == u"newer"_s) {
-            bytes[63] = 2;
-        } else if (kind == u"short"_s) {
-            bytes.chop(kPage / 2);
-        } else if (kind == u"damaged"_s) {
-            std::fill_n(bytes.begin() + bytes.size() - kPage, kPage, 'x');
-        }
-        if (!kind.isEmpty()) {
-            Save(file, bytes);
+        Save(file, Load(Path(u"b.db"_s)));
+        if (kind == u"damaged"_s) {
+            DamagePage(file);
         }
         if (kind == u"pages"_s) {
-            CSqliteFile other;
-            QVERIFY(other.Open(file) == kErrorSuccess &&
-                    other.Execute("PRAGMA page_size=16384; VACUUM") == kErrorSuccess);
+            ChangeVolume(file, "PRAGMA page_size=16384; VACUUM");
         }
         if (kind == u"used"_s) {
             QCOMPARE(lock.Take(QFile::encodeName(file)), int(kErrorSuccess));
@@ -153,19 +112,7 @@ class TestRestore : public CDiaryTest {
                 QString::fromLatin1(text).replace(u'F', file).replace(file + u"ile"_s, u"File"_s));
         }
         QCOMPARE(Load(Path(u"v.db"_s)), m_present);
-        QCOMPARE(Names(), kind.isEmpty() ? u"b.db v.db"_s : u"b.db f.db v.db"_s);
-    }
-
-    void aVolumeInUseIsLeftAlone() {
-        CVolumeLock lock;
-        QCOMPARE(lock.Take(QFile::encodeName(Path(u"v.db"_s))), int(kErrorSuccess));
-        for (const bool isRestore : {true, false}) {
-            QVERIFY(!(isRestore ? RestoreBackup(Path(u"b.db"_s), Path(u"v.db"_s), kNow)
-                                : RepairData(Path(u"v.db"_s), kNow)));
-            QCOMPARE(m_messages->Said(),
-                     u"ERROR: CeMountDBVol failed (32)|Cannot open database."_s);
-        }
-        QCOMPARE(Names(), u"b.db v.db"_s);
+        QCOMPARE(Names(), u"b.db f.db v.db"_s);
     }
 
     void whatIsNotDamagedIsNotRepaired_data() {
@@ -214,15 +161,7 @@ class TestRestore : public CDiaryTest {
 
     // A backup as a file manager copies it: with the journal of a program that was killed.
     void aJournalOfTheBackupIsPlayedIntoTheCopy() {
-        CSqliteFile other;
-        QCOMPARE(other.Open(Path(u"b.db"_s)), int(kErrorSuccess));
-        QCOMPARE(other.Execute("PRAGMA cache_size=1; PRAGMA cache_spill=1; BEGIN;"
-                               "UPDATE records SET body=zeroblob(200000)"),
-                 int(kErrorSuccess));
-        Save(Path(u"f.db"_s), Load(Path(u"b.db"_s)));
-        Save(Path(u"f.db-journal"_s), Load(Path(u"b.db-journal"_s)));
-        other.Rollback();
-        QCOMPARE(other.Close(), int(kErrorSuccess));
+        CopyInterrupted(Path(u"b.db"_s), Path(u"f.db"_s));
         QVERIFY(Load(Path(u"f.db"_s)) != Load(Path(u"b.db"_s)));
         QVERIFY(RestoreBackup(Path(u"f.db"_s), Path(u"v.db"_s), kNow));
         m_messages->TakeShown();
@@ -241,29 +180,6 @@ class TestRestore : public CDiaryTest {
         QCOMPARE(QDir(m_folder->path()).entryList({u"v.db-*"_s}, QDir::Files),
                  QStringList(u"v.db-journal.kept-1"_s));
         QCOMPARE(Entries(Path(u"v.db"_s)), 1);
-    }
-
-    void repairKeepsTheDamagedFile() {
-        QVERIFY(RepairData(Path(u"v.db"_s), kNow));
-        QCOMPARE(m_messages->Said(), u"The data is sound. Nothing was repaired."_s);
-        QCOMPARE(Load(Path(u"v.db"_s)), m_present);
-        Save(Path(u"v.db"_s), "SQLite format 3");
-        QVERIFY(!RepairData(Path(u"v.db"_s), kNow));
-        QCOMPARE(m_messages->Said(), u"Nothing was repaired."_s);
-        QCOMPARE(Names(), u"b.db v.db"_s);
-        m_messages->details.clear();
-
-        QByteArray damaged = m_present;
-        damaged[0] = 'X';
-        Save(Path(u"v.db"_s), damaged);
-        QVERIFY(RepairData(Path(u"v.db"_s), kNow));
-        const QString said = m_messages->Said();
-        QVERIFY2(said.contains(u"Foods: 3 kept, 0 lost.\n"_s) &&
-                     said.contains(u"Ann_Diet: 2 kept, 0 lost.\n"_s) &&
-                     said.endsWith(u"The damaged file is kept as '%1'."_s.arg(Path(kKept))),
-                 qPrintable(said));
-        QCOMPARE(Load(Path(kKept)), damaged);
-        QCOMPARE(Entries(Path(u"v.db"_s)), 2);
     }
 
     // Where files can be replaced but not listed, nothing can be synced.
@@ -304,15 +220,10 @@ class TestRestore : public CDiaryTest {
     static constexpr auto kToRead = QFile::Permissions(0x5555);
     static constexpr auto kToWrite = QFile::Permissions(0x3333);
 
-    /// The superuser may read and write every file.
     void AsAnybody(QFile::Permissions ofFolder, const std::function<void()>& run) {
-        constexpr uid_t kNobody = 65534;
         const auto before = QFile::permissions(m_folder->path());
         QVERIFY(QFile::setPermissions(m_folder->path(), ofFolder));
-        const uid_t user = ::geteuid();
-        QVERIFY(user != 0 || ::seteuid(kNobody) == 0);
-        run();
-        QCOMPARE(::seteuid(user), 0);
+        AsNobody(run);
         QVERIFY(QFile::setPermissions(m_folder->path(), before));
     }
     QString Names() const {

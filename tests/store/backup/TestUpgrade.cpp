@@ -7,7 +7,6 @@
 #include "store/engine/StorageState.h"
 #include "support/CatalogueTest.h"
 #include "support/DataRows.h"
-#include "support/Files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -64,15 +63,7 @@ class TestUpgrade : public CCatalogueTest {
 
     // The interrupted unit of work is undone in the upgraded one, too.
     void aJournalOfTheVolumeIsPlayedIntoTheCopy() {
-        {
-            CSqliteFile file;
-            QCOMPARE(file.Open(Path(u"v.db"_s)), int(kErrorSuccess));
-            QCOMPARE(file.Execute("PRAGMA cache_size=1; PRAGMA cache_spill=1; BEGIN;"
-                                  "UPDATE records SET body=zeroblob(200000)"),
-                     int(kErrorSuccess));
-            QVERIFY(QFile::copy(Path(u"v.db"_s), Path(u"w.db"_s)));
-            QVERIFY(QFile::copy(Path(u"v.db-journal"_s), Path(u"w.db-journal"_s)));
-        }
+        CopyInterrupted(Path(u"v.db"_s), Path(u"w.db"_s));
         QVERIFY(Load(Path(u"w.db"_s)) != m_before);
         CRecordStore store;
         QVERIFY(store.MountVolume(Path(u"w.db"_s), kSteps));
@@ -98,12 +89,12 @@ class TestUpgrade : public CCatalogueTest {
     void aFailedUpgradeLeavesEverythingAsItWas() {
         const auto& [fault, text] = DataRow<const char*, const char*>();
         const QByteArray kind = fault;
-        if (kind == "damaged") {
-            std::fill_n(m_before.end() - 8192, 8192, 'x');
-        } else if (kind == "zero") {
-            m_before[kVersionAt] = 0;
-        }
+        m_before[kVersionAt] = kind == "zero" ? 0 : 1;
         Save(Path(u"v.db"_s), m_before);
+        if (kind == "damaged") {
+            DamagePage(Path(u"v.db"_s));
+            m_before = Load(Path(u"v.db"_s));
+        }
         {
             std::optional<CFileSizeLimit> limit;
             if (kind == "full") {
