@@ -1,13 +1,13 @@
 #include <limits>
 
-#include "ProfileFixture.h"
+#include "support/CatalogueTest.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
 
 using namespace Qt::StringLiterals;
 
 /// The record of a profile, and what stands in for one that cannot be read.
-class TestProfileSettings : public CProfileTest {
+class TestProfileSettings : public CCatalogueTest {
     Q_OBJECT
 
   private slots:

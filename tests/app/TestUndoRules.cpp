@@ -6,54 +6,37 @@
 #include "catalogue/items/CatalogueRules.h"
 #include "catalogue/items/ComposedForm.h"
 #include "diary/CopyRules.h"
-#include "diary/DietRules.h"
+#include "diary/DiaryFixture.h"
 #include "diary/PurgeRules.h"
 #include "diary/QuickEntry.h"
 #include "diary/weight/WeightRules.h"
 #include "exercise/ExerciseRules.h"
-#include "support/CatalogueTest.h"
+#include "support/ComposedSamples.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
-const QDate kDay{2026, 6, 1};
 /// Records of the databases that undo concerns.
 using CContents = std::vector<std::pair<ObjectId, PropertyList>>;
 }  // namespace
 
-class TestUndoRules : public CCatalogueTest {
+class TestUndoRules : public CDiaryTest {
     Q_OBJECT
 
   private slots:
     void init() {
-        MakeVolume();
-        CProfileSettings profile = CProfileSettings::ForNewProfile(kDay);
-        profile.user.name = u"Ann"_s;
-        QVERIFY(m_doc->CreateProfile(profile) && m_doc->LoadProfile(u"Ann"_s));
+        MakeDiary();
         const qint32 fruit = AddCategory(Database(), u"Fruit"_s);
         AddCategory(Database(), u"Soups"_s);
         AddCategory(Database(), u"Week"_s, kMenus);
         for (const QString& type : {u"raw"_s, u"dried"_s, u"stewed"_s}) {
             QVERIFY(Database().Foods().Write(-1, MakeFood(fruit, u"Apple"_s, type)));
         }
-        CMenuItem menu;
-        menu.SetParentId(1);
-        menu.SetName(u"Lunch"_s);
-        menu.SetItemId(Database().Composed().AllocateItemId(kMenus));
-        QVERIFY(Database().Menus().Write(-1, menu));
+        QVERIFY(AddComposed(Database(), kMenus, 1, u"Lunch"_s) != 0);
         for (int i = 0; i < 3; ++i) {
-            CDietEntry eaten;
-            eaten.SetMoment(FirstMomentOf(kDay));
-            eaten.SetName(u"Tea"_s);
-            CWeightEntry weight;
-            weight.SetMoment(FirstMomentOf(kDay));
-            CExerciseEntry exercise;
-            exercise.SetMoment(FirstMomentOf(kDay));
-            exercise.SetName(u"Row"_s);
-            QVERIFY(Database().Diet().Write(-1, eaten) && Database().Weight().Write(-1, weight) &&
-                    Database().Exercises().Write(-1, exercise));
+            AddEntry(u"Tea"_s, QTime(0, 0));
+            AddDone(u"Row"_s, kDay, QTime(0, 0), 30, 100);
+            QVERIFY(Database().Weight().Write(-1, MakeWeight(kDay, QTime(0, 0), 80)));
         }
     }
     void cleanup() { m_doc.reset(); }
@@ -80,23 +63,6 @@ class TestUndoRules : public CCatalogueTest {
         QVERIFY(RevertNext(Database(), EUndo::Undo, Database().Profiles().GetId()));
     }
 
-    // The dialog stores its components at once, each in a unit of its own.
-    void aDialogIsOneStep() {
-        const CContents before = Contents();
-        const int steps = StepCount();
-        {
-            CComposedForm form(*m_doc, kMenus, -1, 1);
-            QVERIFY(form.AddComponent(Chosen()) && form.AddComponent(Chosen()));
-            QCOMPARE(NextName(Database(), EUndo::Undo, kCatalogueScope), u"addition of a menu"_s);
-            form.Fields().name = u"Supper"_s;
-            QVERIFY(form.Confirm());
-        }
-        QCOMPARE(StepCount(), steps + 1);
-        QCOMPARE(NextName(Database(), EUndo::Undo, kCatalogueScope), u"addition of Supper"_s);
-        QVERIFY(RevertNext(Database(), EUndo::Undo, kCatalogueScope));
-        QCOMPARE(Contents(), before);
-    }
-
     // Nothing of it is kept, and the other steps are as they were.
     void anUnconfirmedDialogIsNoStep_data() {
         AddRows<EEnd>({{"cancelled", EEnd::Cancelled},
@@ -107,7 +73,7 @@ class TestUndoRules : public CCatalogueTest {
     }
     void anUnconfirmedDialogIsNoStep() {
         const EEnd end = std::get<0>(DataRow<EEnd>());
-        QVERIFY(CCatalogueRules(Database(), kFoods).AddCategory(u"Nuts"_s) > 0);
+        QVERIFY(Rules().AddCategory(u"Nuts"_s) > 0);
         Database().GetStore().History().SetLimits({.steps = StepCount(), .bytes = 1 << 20});
         QVERIFY(RevertNext(Database(), EUndo::Undo, kCatalogueScope));
         const CContents before = Contents();
@@ -143,56 +109,40 @@ class TestUndoRules : public CCatalogueTest {
         QVERIFY(RevertNext(Database(), EUndo::Redo, kCatalogueScope));
     }
 
+    // Some commands ask before they begin, too.
     void whatIsTooLargeIsAskedBefore_data() {
-        AddRows<int>({{"purge", 0},
-                      {"category", 1},
-                      {"import", 2},
-                      {"delete", 3},
-                      {"move", 4},
-                      {"rename", 5},
-                      {"a menu's components", 6}});
+        AddRows<bool, bool, Run>({
+            {"purge", true, true,
+             [this] {
+                 return PurgeDiaries(Database(), {kDay, kDay, true, true, true});
+             }},
+            {"category", false, true, [this] { return Rules().DeleteCategory(1); }},
+            {"import", false, false, [this] { return Import(kFoods, Path(u"foods.csv"_s)); }},
+            {"delete", false, true, [this] { return Rules().Delete(Listed(1)) > 0; }},
+            {"move", false, true,
+             [this] {
+                 return Rules().Move(Listed(1), {0, 2, u"Soups"_s}) > 0;
+             }},
+            {"rename", false, false,
+             [this] { return !Rules().RenameItems(1, u"Apple"_s, u"Pear"_s).isEmpty(); }},
+            {"a menu's components", false, true,
+             [this] { return Rules(kMenus).Delete(Listed(1, kMenus)) > 0; }},
+        });
     }
     void whatIsTooLargeIsAskedBefore() {
-        const int command = std::get<0>(DataRow<int>());
+        const auto& [isOfDiary, asksItself, run] = DataRow<bool, bool, Run>();
         QByteArray file = "<Foods>\r\n";
         for (const char* type : {"raw", "dried", "stewed"}) {
             file += QByteArray("1,Fruit,Apple,") + type + ',' +
                     QByteArray("1,").repeated(kNutrientCount) + "cup,1,\r\n";
+            QVERIFY(AddPart(Database(), kMenus, kFirstComposedId + 1, u"Egg"_s));
         }
         Save(Path(u"foods.csv"_s), file);
-        CMenuItem part;
-        part.SetParentId(kFirstComposedId + 1);
-        for (int i = 0; i < 3; ++i) {
-            QVERIFY(command != 6 || Database().Menus().Write(-1, part));
-        }
-        CCatalogueRules foods(Database(), kFoods);
-        const auto run = [&, this] {
-            switch (command) {
-                case 0:
-                    return PurgeDiaries(Database(), {kDay, kDay, true, true, true});
-                case 1:
-                    return foods.DeleteCategory(1);
-                case 2:
-                    return ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Overwrite,
-                                               Path(u"foods.csv"_s));
-                case 3:
-                    return foods.Delete(Listed(1)) > 0;
-                case 4:
-                    return foods.Move(Listed(1), {0, 2, u"Soups"_s}) > 0;
-                case 5:
-                    return !foods.RenameItems(1, u"Apple"_s, u"Pear"_s).isEmpty();
-                default:
-                    return CCatalogueRules(Database(), kMenus)
-                               .Delete(Database().Catalogue().FillCategoryList(kMenus, 1).entries) >
-                           0;
-            }
-        };
-        const qint64 scope = command == 0 ? Database().Profiles().GetId() : kCatalogueScope;
+        const qint64 scope = isOfDiary ? Database().Profiles().GetId() : kCatalogueScope;
         // A food, a menu or an entry takes some 150 to 200 bytes: three foods are too many, as is a
         // menu of three parts.
         Database().GetStore().History().SetLimits({.steps = 100, .bytes = kSmallHistory});
         const CContents before = Contents();
-        const bool asksItself = command != 2 && command != 5;
         m_messages->answers = asksItself ? QList{true, false} : QList{false};
         QVERIFY(!run());
         QCOMPARE(m_messages->asked.last(), u"This cannot be undone. Do you want to go on?"_s);
@@ -205,7 +155,7 @@ class TestUndoRules : public CCatalogueTest {
     }
 
     void whatCannotBeRedoneIsAskedBefore() {
-        QVERIFY(CCatalogueRules(Database(), kFoods).AddCategory(u"Nuts"_s) > 0);
+        QVERIFY(Rules().AddCategory(u"Nuts"_s) > 0);
         Database().GetStore().History().SetLimits({.steps = 100, .bytes = 70});
         const CContents before = Contents();
         m_messages->answers = {false};
@@ -218,8 +168,7 @@ class TestUndoRules : public CCatalogueTest {
 
     // An identifier that was looked up before the undo may be that of a menu that is back.
     void aMenuThatIsBackKeepsItsIdentifier() {
-        const CCategoryList menus = Database().Catalogue().FillCategoryList(kMenus, 1);
-        QCOMPARE(CCatalogueRules(Database(), kMenus).Delete(menus.entries), 1);
+        QCOMPARE(Rules(kMenus).Delete(Listed(1, kMenus)), 1);
         Reopen();
         const qint32 next = Database().Composed().AllocateItemId(kMenus);
         QVERIFY(RevertNext(Database(), EUndo::Undo, kCatalogueScope));
@@ -232,9 +181,10 @@ class TestUndoRules : public CCatalogueTest {
   private:
     enum class EEnd { Cancelled, Emptied, Killed, Full, FullAndKilled };
     static constexpr int kSmallHistory = 500;
+    using Run = std::function<bool()>;
     struct CCommand {
         const char* name;
-        std::function<bool()> run;
+        Run run;
     };
 
     /// With those that can be redone marked.
@@ -246,6 +196,10 @@ class TestUndoRules : public CCatalogueTest {
         return names;
     }
     int StepCount() { return static_cast<int>(Database().GetStore().History().ListSteps().size()); }
+    CCatalogueRules Rules(ECatalogueKind kind = kFoods) { return {Database(), kind}; }
+    bool Import(ECatalogueKind kind, const QString& path) {
+        return ImportCatalogueFile(Database(), kind, EDuplicatePolicy::Overwrite, path);
+    }
     CCatalogueRules::Entries Listed(qint32 category, ECatalogueKind kind = kFoods) {
         return Database().Catalogue().FillCategoryList(kind, category).entries;
     }
@@ -255,6 +209,10 @@ class TestUndoRules : public CCatalogueTest {
             ReadEntries(diary, {FirstMomentOf(kDay), LastMomentOf(kDay.addYears(1))}).entries;
         entries.resize(std::min(count, entries.size()));
         return entries;
+    }
+    ListedEntries<CDietEntry> Eaten(std::size_t count) { return All(Database().Diet(), count); }
+    ListedEntries<CWeightEntry> Weighed(std::size_t count) {
+        return All(Database().Weight(), count);
     }
     CChosenFood Chosen() {
         CChosenFood food;
@@ -278,11 +236,10 @@ class TestUndoRules : public CCatalogueTest {
     const std::vector<CCommand> m_commands = {
         {"copy of 3 entries",
          [this] {
-             return CopyEntries(*m_doc, EntriesToCopy(All(Database().Diet(), 1)),
+             return CopyEntries(*m_doc, EntriesToCopy(Eaten(1)),
                                 {{.day = kDay}, {.day = kDay}, {.day = kDay.addDays(1)}}) == 3;
          }},
-        {"cut of 2 entries",
-         [this] { return CutDietEntries(*m_doc, All(Database().Diet(), 2)) == 2; }},
+        {"cut of 2 entries", [this] { return CutDietEntries(*m_doc, Eaten(2)) == 2; }},
         {"addition of 2 entries",
          [this] {
              CQuickEntry quick(*m_doc);
@@ -290,31 +247,25 @@ class TestUndoRules : public CCatalogueTest {
                     2;
          }},
         {"addition of Egg", [this] { return AddDietEntry(*m_doc, kDay, 1, Chosen()); }},
-        {"edit of Egg",
-         [this] { return EditDietEntry(*m_doc, All(Database().Diet(), 1).front(), Chosen()); }},
-        {"duplicate of Tea",
-         [this] { return DuplicateDietEntry(*m_doc, All(Database().Diet(), 1)); }},
+        {"edit of Egg", [this] { return EditDietEntry(*m_doc, Eaten(1).front(), Chosen()); }},
+        {"duplicate of Tea", [this] { return DuplicateDietEntry(*m_doc, Eaten(1)); }},
         {"move of 2 entries",
          [this] {
              const CDietPlace place{FirstMomentOf(kDay.addDays(9)), 3};
-             return MoveDietEntries(*m_doc, All(Database().Diet(), 2), place) == 2;
+             return MoveDietEntries(*m_doc, Eaten(2), place) == 2;
          }},
-        {"delete of Tea", [this] { return DeleteDietEntries(*m_doc, All(Database().Diet(), 1)); }},
-        {"delete of 2 entries",
-         [this] { return DeleteDietEntries(*m_doc, All(Database().Diet(), 2)) == 2; }},
-        {"addition of a weight",
-         [this] { return AddWeight(*m_doc, All(Database().Weight(), 1).front().entry); }},
+        {"delete of Tea", [this] { return DeleteDietEntries(*m_doc, Eaten(1)); }},
+        {"delete of 2 entries", [this] { return DeleteDietEntries(*m_doc, Eaten(2)) == 2; }},
+        {"addition of a weight", [this] { return AddWeight(*m_doc, Weighed(1).front().entry); }},
         {"edit of a weight",
          [this] {
-             const auto weight = All(Database().Weight(), 2).back();
+             const auto weight = Weighed(2).back();
              CWeightEntry edited = weight.entry;
              edited.SetWeightKg(70);
              return EditWeight(*m_doc, weight.record, edited);
          }},
-        {"delete of a weight",
-         [this] { return DeleteWeights(*m_doc, All(Database().Weight(), 1)) == 1; }},
-        {"delete of 2 weights",
-         [this] { return DeleteWeights(*m_doc, All(Database().Weight(), 2)) == 2; }},
+        {"delete of a weight", [this] { return DeleteWeights(*m_doc, Weighed(1)) == 1; }},
+        {"delete of 2 weights", [this] { return DeleteWeights(*m_doc, Weighed(2)) == 2; }},
         {"addition of Row",
          [this] { return AddExercise(Database(), All(Database().Exercises(), 1).front().entry); }},
         {"edit of Swim",
@@ -330,27 +281,18 @@ class TestUndoRules : public CCatalogueTest {
          [this] {
              return PurgeDiaries(Database(), {kDay, kDay.addYears(1), true, true, true});
          }},
-        {"addition of category Nuts",
-         [this] { return CCatalogueRules(Database(), kFoods).AddCategory(u"Nuts"_s) == 3; }},
-        {"rename of category Nuts",
-         [this] { return CCatalogueRules(Database(), kFoods).RenameCategory(3, u"Seeds"_s); }},
+        {"addition of category Nuts", [this] { return Rules().AddCategory(u"Nuts"_s) == 3; }},
+        {"rename of category Nuts", [this] { return Rules().RenameCategory(3, u"Seeds"_s); }},
         {"duplicate of Apple, dried",
-         [this] {
-             return CCatalogueRules(Database(), kFoods).Duplicate({Listed(1).front()}) >= 0;
-         }},
+         [this] { return Rules().Duplicate({Listed(1).front()}) >= 0; }},
         {"rename of Apple",
-         [this] {
-             return CCatalogueRules(Database(), kFoods).RenameItems(1, u"Apple"_s, u"Pear"_s) ==
-                    u"Pear"_s;
-         }},
+         [this] { return Rules().RenameItems(1, u"Apple"_s, u"Pear"_s) == u"Pear"_s; }},
         {"move of 4 foods",
          [this] {
-             return CCatalogueRules(Database(), kFoods).Move(Listed(1), {0, 2, u"Soups"_s}) == 4;
+             return Rules().Move(Listed(1), {0, 2, u"Soups"_s}) == 4;
          }},
-        {"delete of Pear, dried",
-         [this] { return CCatalogueRules(Database(), kFoods).Delete({Listed(2).front()}) == 1; }},
-        {"delete of category Soups",
-         [this] { return CCatalogueRules(Database(), kFoods).DeleteCategory(2); }},
+        {"delete of Pear, dried", [this] { return Rules().Delete({Listed(2).front()}) == 1; }},
+        {"delete of category Soups", [this] { return Rules().DeleteCategory(2); }},
         {"addition of Stew",
          [this] {
              CComposedForm form(*m_doc, kRecipes, -1, 1);
@@ -364,31 +306,20 @@ class TestUndoRules : public CCatalogueTest {
              return form.AddComponent(Chosen()) && form.Confirm();
          }},
         {"duplicate of Broth",
-         [this] {
-             return CCatalogueRules(Database(), kRecipes).Duplicate(Listed(1, kRecipes)) >= 0;
-         }},
+         [this] { return Rules(kRecipes).Duplicate(Listed(1, kRecipes)) >= 0; }},
         {"delete of 2 recipes",
-         [this] { return CCatalogueRules(Database(), kRecipes).Delete(Listed(1, kRecipes)) == 2; }},
+         [this] { return Rules(kRecipes).Delete(Listed(1, kRecipes)) == 2; }},
         {"import of exercises",
          [this] {
              Save(Path(u"exlib.csv"_s), "<Exercises>\r\n1,Sport,Run,fast,9,0\r\n");
-             return ImportCatalogueFile(Database(), kExercises, EDuplicatePolicy::Overwrite,
-                                        Path(u"exlib.csv"_s));
+             return Import(kExercises, Path(u"exlib.csv"_s));
          }},
         {"rename of Run",
-         [this] {
-             return CCatalogueRules(Database(), kExercises).RenameItems(1, u"Run"_s, u"Jog"_s) ==
-                    u"Jog"_s;
-         }},
+         [this] { return Rules(kExercises).RenameItems(1, u"Run"_s, u"Jog"_s) == u"Jog"_s; }},
         {"delete of Jog, fast",
-         [this] {
-             return CCatalogueRules(Database(), kExercises).Delete(Listed(1, kExercises)) == 1;
-         }},
+         [this] { return Rules(kExercises).Delete(Listed(1, kExercises)) == 1; }},
         {"import of foods",
-         [this] {
-             return ImportCatalogueFile(Database(), kFoods, EDuplicatePolicy::Overwrite,
-                                        QStringLiteral(VELMORA_STARTER_FOODS));
-         }},
+         [this] { return Import(kFoods, QStringLiteral(VELMORA_STARTER_FOODS)); }},
     };
 };
 

@@ -24,28 +24,6 @@ class TestUserProfile : public QObject {
   private slots:
     void initTestCase() { QLocale::setDefault(QLocale::c()); }
 
-    // Its record holds nothing of the weight and exercise tabs and does not say that it does.
-    void anOldProfileGetsItsTabsWithTheFirstChange() {
-        constexpr int kTabsAreStored = 69;
-        const CProfileSettings before = CProfileSettings::ForNewProfile({2024, 1, 1});
-        CProfileSettings after = before;
-        CProfileRecord record;
-        after.ChangesToRecord(before, record);
-        QCOMPARE(record.GetSetting(kTabsAreStored), 0);
-        after.user.heightCm = 190;
-        after.ChangesToRecord(before, record);
-        QCOMPARE(record.GetSetting(kTabsAreStored), 1);
-        const CProfileSettings read = CProfileSettings::FromRecord(record);
-        QCOMPARE(read.user.heightCm, 190.0);
-        QCOMPARE(read.weightTab.splitterPerMille, before.weightTab.splitterPerMille);
-        QCOMPARE(read.weightTab.columnWidths, before.weightTab.columnWidths);
-        QCOMPARE(read.exerciseTab.splitterPerMille, before.exerciseTab.splitterPerMille);
-        QCOMPARE(read.exerciseTab.columnWidths, before.exerciseTab.columnWidths);
-        CProfileRecord whole;
-        after.ToRecord(whole);
-        QCOMPARE(whole.GetSetting(kTabsAreStored), 1);
-    }
-
     void ageCountsYearsOf365Days() {
         QCOMPARE(AgeOn({2024, 1, 1}, {1994, 1, 9}), 29);  // 10949 days are 29.997 years
         QCOMPARE(AgeOn({2024, 1, 1}, {1994, 1, 8}), 30);  // 10950 = 30 * 365

@@ -1,4 +1,4 @@
-#include "ProfileFixture.h"
+#include "support/CatalogueTest.h"
 #include "support/Files.h"
 
 using namespace Qt::StringLiterals;
@@ -43,7 +43,7 @@ const QString kFirstRunMessage =
 }  // namespace
 
 /// Start and exit, and profiles, over a real volume.
-class TestVelmoraDoc : public CProfileTest {
+class TestVelmoraDoc : public CCatalogueTest {
     Q_OBJECT
 
   private slots:
@@ -114,14 +114,11 @@ class TestVelmoraDoc : public CProfileTest {
             doc.Settings().lastTabCommand = left;
         }
         // Another profile is loaded in between.
-        CVelmoraDoc doc(VolumePath());
-        QVERIFY(doc.Start(dialogs));
-        CProfileSettings bert = CProfileSettings::ForNewProfile({2024, 1, 1});
-        bert.user.name = u"Bert"_s;
-        QVERIFY(doc.CreateProfile(bert));
-        doc.Settings().dietTab.splitterPerMille = 321;
-        QVERIFY(doc.LoadProfile(u"Bert"_s) && doc.LoadProfile(u"Anna"_s));
-        QCOMPARE(doc.Settings().dietTab.splitterPerMille, 321);
+        Reopen();
+        QVERIFY(m_doc->Start(dialogs) && CreateProfile(u"Bert"_s));
+        m_doc->Settings().dietTab.splitterPerMille = 321;
+        QVERIFY(m_doc->LoadProfile(u"Bert"_s) && m_doc->LoadProfile(u"Anna"_s));
+        QCOMPARE(m_doc->Settings().dietTab.splitterPerMille, 321);
     }
 
     void profilesAreDeletedOneByOne() {
@@ -200,9 +197,6 @@ class TestVelmoraDoc : public CProfileTest {
         QVERIFY(m_doc->KeepFindTexts(kFoods, u"milk"_s, {}));
         QCOMPARE(Query(kTables), 1);
         QCOMPARE(Query("PRAGMA user_version"), 1);
-        m_doc->Database().Profiles().Close();
-        QVERIFY(!m_doc->Database().Profiles().SaveValue(u"find.foods"_s, u"[]"_s));
-        QVERIFY(!m_doc->Database().Profiles().ReadValue(u"find.foods"_s));
     }
 
     void failedSwitchKeepsTheActiveProfile() {

@@ -173,6 +173,7 @@ class TestBadDisk : public CCatalogueTest {
         return isDone;
     }
     bool OpenProfile() { return Database().Profiles().Open(u"Ann"_s, false); }
+    CCatalogueRules Foods() { return {Database(), kFoods}; }
     bool Import(ECatalogueKind kind, const QString& path) {
         return ImportCatalogueFile(Database(), kind, EDuplicatePolicy::Overwrite, path);
     }
@@ -302,18 +303,12 @@ class TestBadDisk : public CCatalogueTest {
 
     const std::vector<CCommand> m_commands = {
         {"open", [this] { return m_doc->OpenCatalogue(); }},
-        {"category",
-         [this] { return CCatalogueRules(Database(), kFoods).AddCategory(u"Soups"_s) == 1; }},
+        {"category", [this] { return Foods().AddCategory(u"Soups"_s) == 1; }},
         {"food", [this] { return Database().Foods().Write(-1, MakeFood(1, u"Soup"_s, u"a"_s)); }},
         {"same", [this] { return Database().Foods().Write(-1, MakeFood(1, u"Soup"_s, u"b"_s)); }},
         {"import", [this] { return Import(kFoods, QStringLiteral(VELMORA_STARTER_FOODS)); }},
         {"export", [this] { return ExportCatalogueFile(Database(), kFoods, {}, Path(u"out"_s)); }},
-        {"profile",
-         [this] {
-             CProfileSettings profile = CProfileSettings::ForNewProfile(kDay);
-             profile.user.name = u"Ann"_s;
-             return m_doc->CreateProfile(profile);
-         }},
+        {"profile", [this] { return CreateProfile(u"Ann"_s); }},
         {"entries", [this] { return EatAndBurn(); }},
         {"report",
          [this] {
@@ -329,8 +324,7 @@ class TestBadDisk : public CCatalogueTest {
         {"move",
          [this] {
              const auto foods = Listed(kFoods, 1);
-             return foods.size() == 2 &&
-                    CCatalogueRules(Database(), kFoods).Move(foods, {kNoPosition, 2, {}}) == 2;
+             return foods.size() == 2 && Foods().Move(foods, {kNoPosition, 2, {}}) == 2;
          }},
         {"entries moved",
          [this] {
@@ -347,19 +341,13 @@ class TestBadDisk : public CCatalogueTest {
              const auto meals = OpenProfile() ? Meals() : ListedEntries<CDietEntry>();
              return !meals.empty() && DeleteDietEntries(*m_doc, meals) == std::ssize(meals);
          }},
-        {"renamed",
-         [this] {
-             CCatalogueRules foods(Database(), kFoods);
-             return foods.RenameItems(2, u"Soup"_s, u"Broth"_s) == u"Broth"_s;
-         }},
+        {"renamed", [this] { return Foods().RenameItems(2, u"Soup"_s, u"Broth"_s) == u"Broth"_s; }},
         {"foods deleted",
          [this] {
              const auto foods = Listed(kFoods, 3);
-             return foods.size() > 2 &&
-                    CCatalogueRules(Database(), kFoods).Delete(foods) == std::ssize(foods);
+             return foods.size() > 2 && Foods().Delete(foods) == std::ssize(foods);
          }},
-        {"delete category",
-         [this] { return CCatalogueRules(Database(), kFoods).DeleteCategory(2); }},
+        {"delete category", [this] { return Foods().DeleteCategory(2); }},
         {"undo", [this] { return Revert(EUndo::Undo); }},
         {"redo", [this] { return Revert(EUndo::Redo); }},
         {"delete menu", [this] { return Database().DeleteItem(kMenus, 0); }},
