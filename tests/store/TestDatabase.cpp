@@ -183,19 +183,6 @@ class TestDatabase : public CCatalogueTest {
         QCOMPARE(m_messages->Said(), u"Cannot save exlib props (error# 87)."_s);
     }
 
-    void menusAreFoundUnderTheirParent() {
-        CMenuItem menu;
-        menu.SetParentId(1);
-        menu.SetItemId(500);
-        for (const EItemKind type : {EItemKind::Food, EItemKind::Menu}) {
-            menu.SetItemKind(type);
-            QVERIFY(Database().Menus().Write(-1, menu));
-        }
-        QCOMPARE(Database().Composed().FindComponent(ECatalogueKind::Menus, 1, 500), 1);
-        QCOMPARE(Database().Composed().FindComponent(ECatalogueKind::Menus, 2, 500), -1);
-        QCOMPARE(Database().Composed().FindComponent(ECatalogueKind::Menus, 1, 501), -1);
-    }
-
     void aProfileIsFourDatabases() {
         QVERIFY(!Database().Profiles().Open(u"Anna"_s, false));
         QCOMPARE(Database().Profiles().GetNumberOfUserProfiles(), 0);
@@ -234,21 +221,6 @@ class TestDatabase : public CCatalogueTest {
         QVERIFY(!Database().Catalogue().FillCategoryList(kFoods, 1).leftOut.IsAnything());
         QCOMPARE(m_messages->Said(),
                  u"GetNumberOfUserProfiles:: Unknown error.|Cannot delete database."_s);
-    }
-
-    void theProfileRecordIsKeptOnce() {
-        QVERIFY(Database().Profiles().Open(u"Anna"_s, true));
-        CProfileRecord record;
-        QCOMPARE(Database().Profiles().LoadRecord(record), EProfileRecord::Missing);
-        for (const double heightCm : {165.0, 166.0}) {
-            record.SetHeightCm(heightCm);
-            QVERIFY(Database().Profiles().SaveRecord(record));
-        }
-        CProfileRecord loaded;
-        QCOMPARE(Database().Profiles().LoadRecord(loaded), EProfileRecord::Loaded);
-        QVERIFY(loaded == record);
-        CDatabaseHandle handle = OpenRaw(u"Anna"_s);
-        QCOMPARE(Database().GetStore().CountRecords(handle), 1);
     }
 
     void aDayHolds128EntriesAndTheirSum() {
