@@ -42,12 +42,13 @@ inline void DamagePage(const QString& path, qint64 page = 0) {
 }
 
 /// Copies the volume and its journal from the middle of a unit of work, as a killed program leaves
-/// them.
+/// them: all records are lost without the journal.
 inline void CopyInterrupted(const QString& path, const QString& copy) {
     CSqliteFile file;
     QCOMPARE(file.Open(path), int(kErrorSuccess));
     QCOMPARE(file.Execute("PRAGMA cache_size=1; PRAGMA cache_spill=1; BEGIN;"
-                          "UPDATE records SET body=zeroblob(200000)"),
+                          "UPDATE records SET body=zeroblob(length(body));"
+                          "CREATE TABLE torn(x); INSERT INTO torn VALUES(zeroblob(200000))"),
              int(kErrorSuccess));
     const QString journal = QStringLiteral("-journal");
     QVERIFY(QFile::copy(path, copy) && QFile::copy(path + journal, copy + journal));
