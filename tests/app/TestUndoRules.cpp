@@ -109,7 +109,7 @@ class TestUndoRules : public CDiaryTest {
         QVERIFY(RevertNext(Database(), EUndo::Redo, kCatalogueScope));
     }
 
-    // Some commands ask before they begin, too.
+    // Whether it is about the diaries, and whether it asks a question of its own as well.
     void whatIsTooLargeIsAskedBefore_data() {
         AddRows<bool, bool, Run>({
             {"purge", true, true,
@@ -314,10 +314,6 @@ class TestUndoRules : public CDiaryTest {
              Save(Path(u"exlib.csv"_s), "<Exercises>\r\n1,Sport,Run,fast,9,0\r\n");
              return Import(kExercises, Path(u"exlib.csv"_s));
          }},
-        {"rename of Run",
-         [this] { return Rules(kExercises).RenameItems(1, u"Run"_s, u"Jog"_s) == u"Jog"_s; }},
-        {"delete of Jog, fast",
-         [this] { return Rules(kExercises).Delete(Listed(1, kExercises)) == 1; }},
         {"import of foods",
          [this] { return Import(kFoods, QStringLiteral(VELMORA_STARTER_FOODS)); }},
     };

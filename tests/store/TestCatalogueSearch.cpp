@@ -118,13 +118,12 @@ class TestCatalogueSearch : public CCatalogueTest {
         QVERIFY(Database().Profiles().Open(u"Ann"_s, true));
         // Eaten at meal 1 and at meal 2, in the order of time: the date last.
         int minute = 0;
-        for (const auto& [name, meal] :
-             std::initializer_list<std::pair<QString, int>>{{u"Banana"_s, 1},
-                                                            {u"Banana"_s, 1},
-                                                            {u"Cherry"_s, 2},
-                                                            {u"Apple"_s, 2},
-                                                            {u"Eaten out"_s, 2},
-                                                            {u"Date"_s, 2}}) {
+        for (const auto& [name, meal] : {std::pair{u"Banana"_s, 1},
+                                         {u"Banana"_s, 1},
+                                         {u"Cherry"_s, 2},
+                                         {u"Apple"_s, 2},
+                                         {u"Eaten out"_s, 2},
+                                         {u"Date"_s, 2}}) {
             CDietEntry entry;
             entry.SetMoment(ToFileTime(kDay, QTime(12, minute++)));
             entry.SetMeal(meal);
