@@ -45,6 +45,12 @@ bool HasJournal(const QByteArray& path) {
     return ::stat((path + kJournalSuffix.data()).constData(), &status) == 0 && status.st_size > 0;
 }
 
+/// Neither SQLite nor Qt takes a path that starts with a slash or a point for a URI or a special
+/// name. An absolute path would not do: the current folder's name may not be decodable.
+QByteArray PlainPath(const QString& path) {
+    return QFile::encodeName(path.startsWith(u'/') ? path : QLatin1StringView("./") + path);
+}
+
 /// SQLite keeps the journal beside the file that a link leads to.
 QByteArray WithoutLink(const QByteArray& path) {
     char target[PATH_MAX];
@@ -67,10 +73,7 @@ CSqliteFile::~CSqliteFile() {
 
 EPlatformError CSqliteFile::Open(const QString& path, quint32 version) {
     m_version = version;
-    // Neither SQLite nor Qt takes a path that starts with a slash or a point for a URI or a special
-    // name. An absolute path would not do: the current folder's name may not be decodable.
-    const QString plainPath = path.startsWith(u'/') ? path : QLatin1StringView("./") + path;
-    const QByteArray given = QFile::encodeName(plainPath);
+    const QByteArray given = PlainPath(path);
     m_path = WithoutLink(given);
     m_keptJournal.clear();
     m_created = CreateFile(m_path) ? StampOf(m_path) : std::nullopt;
@@ -243,7 +246,7 @@ EPlatformError CSqliteFile::CopyTo(const QString& path, const CopyProgress& prog
     constexpr int kPages = 256;  // at a time: 2 MB
     sqlite3* copy = nullptr;
     bool isCancelled = false;
-    int result = sqlite3_open_v2(QFile::encodeName(path).constData(), &copy,
+    int result = sqlite3_open_v2(PlainPath(path).constData(), &copy,
                                  SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     if (result == SQLITE_OK) {
         sqlite3_backup* backup = sqlite3_backup_init(copy, "main", m_connection, "main");
