@@ -31,7 +31,8 @@ FOODS = 3000
 DATE = r"\d{4}-\d\d-\d\d-\d{6}(-\d+)?"
 EXPECTED = re.compile(r"(whole|older|b|v|seen)\.db(-journal)?|(in|seen|out)\.csv|"
                       rf"v-kept-{DATE}\.db(-journal)?|v\.db-backups/v-{DATE}\.db")
-UNFINISHED = re.compile(rf"v\.db-new(-journal)?|(b|v\.db-backups/v-{DATE})\.db\.part(-journal)?")
+UNFINISHED = re.compile(r"\.v\.db-unfinished(-journal)?|"
+                        rf"(b|v\.db-backups/v-{DATE})\.db\.part(-journal)?")
 took = defaultdict(list)  # seconds, of each kind of run that was not killed
 kills = Counter()
 kills_writing = Counter()  # of them, those that left a new file unfinished
@@ -201,7 +202,7 @@ def play_kills():
             sys.exit(f"{act.__name__}: neither the old nor the new volume is whole: {os.getcwd()}")
         check_names()
         must("restore", "older.db", "--yes")
-        if os.path.exists("v.db-new") or content("v.db") != older:
+        if os.path.exists(".v.db-unfinished") or content("v.db") != older:
             sys.exit(f"{act.__name__}: the next restore fails: {os.getcwd()}")
         number += 1
     print(f"killed: {dict(kills)}, in {number} runs; each left the old or the new volume whole")

@@ -4,8 +4,8 @@
     scripts/upgrade_trial.py PROGRAM TEST [KILLS [SEED]]
 
 PROGRAM is velmora-cli and makes the volume; TEST is TestUpgrade, whose version is one later. After
-each kill the volume must be as it was or whole and upgraded, with the former one kept aside; the
-next start must finish the work and leave no unfinished file.
+each kill the volume must be as it was or whole and upgraded, with the former one kept aside and a
+backup of it made; the next start must finish the work and leave no unfinished file.
 """
 import os
 import random
@@ -22,6 +22,7 @@ KILLS = int(sys.argv[3]) if len(sys.argv) > 3 else 100
 RANDOM = random.Random(int(sys.argv[4]) if len(sys.argv) > 4 else 1)
 FOODS = 3000
 VERSION_AT = 63
+UNFINISHED = ".v.db-unfinished"
 
 
 def read(path):
@@ -41,6 +42,13 @@ def upgrade(seconds=None):
     return status == 0
 
 
+def is_former(path):
+    with sqlite3.connect(path) as volume:
+        return (volume.execute("PRAGMA integrity_check").fetchall() == [("ok",)] and
+                volume.execute("PRAGMA user_version").fetchall() == [(1,)] and
+                volume.execute("SELECT id, body FROM records ORDER BY id").fetchall() == records)
+
+
 def check(stage):
     """What has become of the volume: "old" or "new"."""
     data = read("v.db")
@@ -51,7 +59,9 @@ def check(stage):
         same = volume.execute("SELECT id, body FROM records ORDER BY id").fetchall() == records
         added = volume.execute("SELECT id, body FROM added ORDER BY id").fetchall() == records
     kept = any(read(name) == whole for name in os.listdir(".") if name.startswith("v-kept-"))
-    if not (data[VERSION_AT] == 2 and sound and same and added and kept):
+    backups = [f"v.db-backups/{name}" for name in os.listdir("v.db-backups") if name.endswith(".db")]
+    backed_up = len(backups) == 1 and is_former(backups[0])
+    if not (data[VERSION_AT] == 2 and sound and same and added and kept and backed_up):
         sys.exit(f"{stage}: neither the old nor the new volume is whole: {os.getcwd()}")
     return "new"
 
@@ -80,10 +90,10 @@ while seen["killed"] < KILLS:
         took.append(time.monotonic() - begun)
         continue
     if not upgrade(RANDOM.uniform(0, 1.1) * sorted(took)[1]):
-        unfinished = os.path.exists("v.db-new")
+        unfinished = os.path.exists(UNFINISHED)
         seen["killed"] += 1
         seen[check("killed") + (", unfinished file" if unfinished else "")] += 1
     upgrade()
-    if check("started again") != "new" or os.path.exists("v.db-new"):
+    if check("started again") != "new" or os.path.exists(UNFINISHED):
         sys.exit(f"The next start did not finish the upgrade: {os.getcwd()}")
 print(dict(seen))

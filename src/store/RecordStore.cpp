@@ -5,25 +5,11 @@
 #include "store/backup/VolumeReplacement.h"
 #include "store/engine/NamedValues.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <algorithm>
 #include <limits>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-/// Creates a folder with its parents. Returns the missing ones, the innermost first.
-QStringList CreateFolders(const QString& path) {
-    QStringList created;
-    for (QFileInfo folder(path); !folder.exists(); folder.setFile(folder.path())) {
-        created.append(folder.filePath());
-    }
-    // A folder that cannot be created fails the mount, which shows a message.
-    QDir().mkpath(path);
-    return created;
-}
-}  // namespace
 
 CRecordStore::CRecordStore() {
     AddListener(&m_history);
@@ -86,10 +72,7 @@ void CRecordStore::DiscardVolume() {
 }
 
 void CRecordStore::RemoveCreatedFolders() {
-    for (const QString& folder : m_createdFolders) {
-        QDir().rmdir(folder);  // fails, as it should, for a folder that is not empty
-    }
-    m_createdFolders.clear();
+    RemoveFolders(std::exchange(m_createdFolders, {}));
 }
 
 CDatabaseHandle CRecordStore::OpenDatabase(const QString& name, quint32 sortPropertyId,

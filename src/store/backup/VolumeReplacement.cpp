@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <cstdio>
@@ -27,6 +26,13 @@ EPlatformError Duplicate(const QByteArray& from, const QByteArray& to) {
     return error == kErrorSuccess ? CopyFileBytes(from, to) : error;
 }
 
+/// Of a name that nobody gives a file by hand: it is removed without asking. A rename puts the file
+/// in the volume's place, so it must be in the same folder.
+QString UnfinishedPath(const QString& path) {
+    const qsizetype name = path.lastIndexOf(u'/') + 1;
+    return path.first(name) + u'.' + path.sliced(name) + u"-unfinished"_s;
+}
+
 /// The first name "<base>-kept-<date>.db" beside `path` that is free together with its journal's.
 QString FreeKeptPath(const QString& path, const QDateTime& now) {
     const QFileInfo volume(path);
@@ -46,7 +52,7 @@ CVolumeReplacement::CVolumeReplacement(const QString& path, const QDateTime& now
     if (const QFileInfo file(path); file.isSymLink() && file.exists()) {
         m_path = file.canonicalFilePath();
     }
-    m_newPath = m_path + u"-new"_s;
+    m_newPath = UnfinishedPath(m_path);
     m_keptPath = FreeKeptPath(m_path, now);
 }
 
@@ -57,6 +63,7 @@ CVolumeReplacement::~CVolumeReplacement() {
     if (m_isPlaceHeld) {
         QFile::remove(m_path);
     }
+    RemoveFolders(m_createdFolders);
 }
 
 EPlatformError CVolumeReplacement::Begin(quint32 version) {
@@ -84,6 +91,11 @@ EPlatformError CVolumeReplacement::Begin(quint32 version) {
     if (!m_present.IsOpen()) {
         error = m_lock.Take(path);
     }
+    // Another process may have found the empty file before it was locked, and made it a volume.
+    if (m_isPlaceHeld && (error != kErrorSuccess || QFileInfo(m_path).size() > 0)) {
+        m_isPlaceHeld = false;
+        error = kErrorSharingViolation;
+    }
     if (error == kErrorSuccess) {
         m_hasBegun = true;
         RemoveNew();
@@ -93,7 +105,7 @@ EPlatformError CVolumeReplacement::Begin(quint32 version) {
 
 // Where there is no volume, an empty file is locked: another process finds it in use.
 EPlatformError CVolumeReplacement::HoldPlace() {
-    QDir().mkpath(QFileInfo(m_path).path());  // making the file fails without it
+    m_createdFolders = CreateFolders(QFileInfo(m_path).path());
     const EPlatformError error = CreatePrivateFile(QFile::encodeName(m_path));
     m_isPlaceHeld = error == kErrorSuccess;
     return error == kErrorAlreadyExists ? kErrorSharingViolation : error;
@@ -157,7 +169,9 @@ EPlatformError CVolumeReplacement::Commit() {
     struct stat status {};
     if (::stat(path.constData(), &status) == 0) {
         constexpr mode_t kPermissions = 0777;
-        ::chmod(QFile::encodeName(m_newPath).constData(), status.st_mode & kPermissions);
+        constexpr mode_t kOwnersLeast = 0600;  // the volume may have been copied from a CD
+        ::chmod(QFile::encodeName(m_newPath).constData(),
+                (status.st_mode & kPermissions) | kOwnersLeast);
     }
     ::unlink((path + kJournalSuffix.data()).constData());
     if (std::rename(QFile::encodeName(m_newPath).constData(), path.constData()) != 0) {

@@ -1,7 +1,7 @@
 // Puts another file in a volume's place, such that at any moment the volume's name leads to a whole
 // file: the old one or the new one.
 //
-//     VelmoraDb.db-new                            the new file, until it is complete and checked
+//     .VelmoraDb.db-unfinished                    the new file, until it is complete and checked
 //     VelmoraDb-kept-2026-05-31-073000.db         the present one, kept aside first; until the last
 //                                                 step it is a second name of the same file
 //     VelmoraDb.db                                the present one, then the new one
@@ -9,6 +9,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 
 #include "store/engine/SqliteFile.h"
 
@@ -17,7 +18,7 @@ class CVolumeReplacement {
   public:
     /// `path` is that of the volume; `now` dates what is kept aside.
     CVolumeReplacement(const QString& path, const QDateTime& now);
-    /// Removes an unfinished new file.
+    /// Removes an unfinished new file, and folders that nothing was put into.
     ~CVolumeReplacement();
     CVolumeReplacement(const CVolumeReplacement&) = delete;
     CVolumeReplacement& operator=(const CVolumeReplacement&) = delete;
@@ -60,6 +61,7 @@ class CVolumeReplacement {
     QString m_path;  ///< where a link leads to
     QString m_newPath;
     QString m_keptPath;
+    QStringList m_createdFolders;
     CSqliteFile m_present;
     CVolumeLock m_lock;  ///< of a volume that cannot be opened, or of the file in its place
     EPlatformError m_presentError = kErrorSuccess;

@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QDir>
+#include <QFileInfo>
 #include <QtGlobal>
 #include <cerrno>
 
@@ -78,6 +80,21 @@ EPlatformError LastFileError() {
             return kErrorDiskFull;
         default:
             return kErrorInputOutput;
+    }
+}
+
+QStringList CreateFolders(const QString& path) {
+    QStringList created;
+    for (QFileInfo folder(path); !folder.exists(); folder.setFile(folder.path())) {
+        created.append(folder.filePath());
+    }
+    QDir().mkpath(path);
+    return created;
+}
+
+void RemoveFolders(const QStringList& folders) {
+    for (const QString& folder : folders) {
+        QDir().rmdir(folder);  // fails, as it should, for a folder that is not empty
     }
 }
 

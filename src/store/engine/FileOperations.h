@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QStringList>
 #include <functional>
 
 #include "store/engine/PlatformError.h"
@@ -12,6 +13,11 @@ using CopyProgress = std::function<bool(qint64 done, qint64 total)>;
 
 /// The platform number of the system call that has just failed.
 EPlatformError LastFileError();
+/// Creates a folder with its parents. Returns the missing ones, the innermost first; whether they
+/// could be created shows when they are used.
+QStringList CreateFolders(const QString& path);
+/// Removes those that are empty.
+void RemoveFolders(const QStringList& folders);
 /// Makes renames and links in the folder of `path` durable.
 EPlatformError SyncFolderOf(const QByteArray& path);
 /// Creates an empty file that only its owner can read; fails when there is one of that name.
