@@ -64,6 +64,11 @@ QString CopyText(EPlatformError error, const QString& path) {
             return FormatText("A copy was saved as '%s' and checked."_L1, {path});
         case kErrorCorrupt:
             return FormatText("A copy was saved as '%s', but it is damaged."_L1, {path});
+        case kErrorWriteFault:
+            return FormatText(
+                "A copy was saved as '%s' and checked, but the disk reports an error: "
+                "after a loss of power it may be gone."_L1,
+                {path});
         default:
             return FormatText("Cannot save a copy as '%s' (error# %d)."_L1, {path, error});
     }

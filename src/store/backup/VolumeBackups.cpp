@@ -244,6 +244,11 @@ QString BackupFailureText(EPlatformError error, const QString& path) {
             return FormatText("No backup was made: '%s' cannot be written."_L1, {path});
         case kErrorOperationAborted:
             return u"No backup was made: it was cancelled."_s;
+        case kErrorWriteFault:
+            return FormatText(
+                "A backup was made in '%s', but the disk reports an error: after a "
+                "loss of power it may be gone."_L1,
+                {path});
         default:
             return FormatText("No backup was made in '%s' (error# %d)."_L1, {path, error});
     }

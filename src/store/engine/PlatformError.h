@@ -5,6 +5,7 @@
 enum [[nodiscard]] EPlatformError : int{
     kErrorSuccess = 0,           kErrorFileNotFound = 2,      kErrorAccessDenied = 5,
     kErrorNotEnoughMemory = 8,   kErrorBadFormat = 11,        kErrorOutOfMemory = 14,
+    kErrorWriteFault = 29,  ///< the disk does not confirm what was written
     kErrorSharingViolation = 32, kErrorInvalidParameter = 87, kErrorDiskFull = 112,
     kErrorInvalidName = 123,     kErrorAlreadyExists = 183,   kErrorOperationAborted = 995,
     kErrorFileInvalid = 1006,  ///< the open volume was removed, replaced or overwritten

@@ -3,6 +3,7 @@
 #include "store/engine/Statement.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <cstdio>
 #include <vector>
 
@@ -43,6 +44,16 @@ EPlatformError Compare(CSqliteFile& volume, const QString& copyPath, const CopyP
     return error == kErrorSuccess && found != wanted ? kErrorInputOutput : error;
 }
 
+/// The file to replace: where a link leads to, which may be another disk.
+EPlatformError FindTarget(const QString& path, QString& target) {
+    const QFileInfo file(path);
+    if (file.exists() ? !file.isFile() : file.isSymLink()) {
+        return kErrorAccessDenied;
+    }
+    target = file.isSymLink() ? file.canonicalFilePath() : path;
+    return kErrorSuccess;
+}
+
 /// Reserves a name beside `path` that nothing has.
 EPlatformError CreatePart(const QString& path, QString& part) {
     part = path + u".part"_s;
@@ -58,22 +69,27 @@ EPlatformError CreatePart(const QString& path, QString& part) {
 EPlatformError SaveVolumeCopy(CSqliteFile& volume, const QString& path, EDamagedCopy damaged,
                               const CopyProgress& progress) {
     QString part;
-    if (const EPlatformError error = CreatePart(path, part); error != kErrorSuccess) {
+    QString targetPath;
+    EPlatformError error = FindTarget(path, targetPath);
+    if (error == kErrorSuccess) {
+        error = CreatePart(targetPath, part);
+    }
+    if (error != kErrorSuccess) {
         return error;
     }
-    EPlatformError error = volume.CopyTo(part, progress);
+    error = volume.CopyTo(part, progress);
     if (error == kErrorSuccess) {
         error = Compare(volume, part, progress);
     }
     const bool isKept =
         error == kErrorSuccess || (error == kErrorCorrupt && damaged == EDamagedCopy::Kept);
-    const QByteArray target = QFile::encodeName(path);
+    const QByteArray target = QFile::encodeName(targetPath);
     // A rename replaces an existing file in one step.
     if (isKept && std::rename(QFile::encodeName(part).constData(), target.constData()) != 0) {
         error = LastFileError();
     }
-    if (error == kErrorSuccess) {
-        error = SyncFolderOf(target);
+    if (error == kErrorSuccess && SyncFolderOf(target) != kErrorSuccess) {
+        error = kErrorWriteFault;
     }
     QFile::remove(part);  // only there when something failed
     return error;

@@ -10,7 +10,9 @@ enum class EDamagedCopy {
 };
 
 /// Copies `volume` to a private file beside `path`, reopens and checks it and compares the counts
-/// of records of every database, then renames it to `path`, replacing a file of that name, and
-/// syncs the folder. kErrorCorrupt when the copy is damaged.
+/// of records of every database, then renames it to `path`, replacing a file of that name or the
+/// one that a link leads to, and syncs the folder. kErrorCorrupt when the copy is damaged;
+/// kErrorWriteFault when it is in place, but may be gone after a loss of power; kErrorAccessDenied
+/// when `path` is something else than a file, or a link that leads nowhere.
 EPlatformError SaveVolumeCopy(CSqliteFile& volume, const QString& path, EDamagedCopy damaged,
                               const CopyProgress& progress = {});
