@@ -12,12 +12,16 @@ namespace {
 EPlatformError AddDiary(CStorageEngine& engine, ObjectId diary, int& count,
                         CProfileSummary& profile) {
     EPlatformError error = engine.CountRecords(diary, count);
+    int firstDated = 0;  // a moment before 0 has no date
+    if (error == kErrorSuccess) {
+        error = engine.LowerBound(diary, 0, firstDated);
+    }
     qint64 first = 0;
     qint64 last = 0;
-    if (error != kErrorSuccess || count == 0) {
+    if (error != kErrorSuccess || firstDated == count) {
         return error;
     }
-    error = engine.KeyAt(diary, 0, first);
+    error = engine.KeyAt(diary, firstDated, first);
     if (error == kErrorSuccess) {
         error = engine.KeyAt(diary, count - 1, last);
     }
