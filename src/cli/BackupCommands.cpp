@@ -24,11 +24,21 @@ bool ListBackups(CCommandContext& context) {
     return true;
 }
 
-constexpr COption kUsualOption = {"--usual", EValue::None, "", "use the folder beside the data"};
+constexpr COption kUsualOption = {.name = "--usual",
+                                  .kind = EValue::None,
+                                  .value = "",
+                                  .help = "use the folder beside the data",
+                                  .rival = "--set"};
 constexpr COption kFolderOptions[] = {
     {.name = "--set", .kind = EValue::Text, .value = "DIR", .help = "use this folder from now on"},
     kUsualOption,
 };
+
+QString CheckFolder(const CArguments& arguments) {
+    return arguments.Has("--set") && arguments.Text("--set").isEmpty()
+               ? u"--set needs the name of a folder"_s
+               : QString();
+}
 
 bool Folder(CCommandContext& context) {
     CDatabase& database = context.doc.Database();
@@ -74,7 +84,7 @@ constexpr CCommand kCommands[] = {
     {"backups", "list", "", kNoOptions, EAccess::Reads, "list the backups made automatically",
      ListBackups},
     {"backups", "folder", "", kFolderOptions, EAccess::Reads, "show or set the folder they are in",
-     Folder},
+     Folder, CheckFolder},
     {"restore", "", "FILE", kRestoreOptions, EAccess::File,
      "replace all data with that of a backup", Restore},
     {"verify", "run", "", kVerifyOptions, EAccess::File,
