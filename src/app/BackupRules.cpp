@@ -14,13 +14,12 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-bool CheckShowingProgress(CSqliteFile& volume, CFindings& findings,
-                          EVolumeUse use = EVolumeUse::Alone) {
+bool CheckShowingProgress(CSqliteFile& volume, CFindings& findings) {
     CLateProgress progress(u"Velmora: Check data"_s, u"Checking the data..."_s);
     const auto update = [&progress](qint64 done, qint64 total) {
         return progress.Update(done, total);
     };
-    return CheckVolume(volume, findings, update, use) == kErrorSuccess;
+    return CheckVolume(volume, findings, update) == kErrorSuccess;
 }
 
 /// In the words of a start of the program.
@@ -207,8 +206,7 @@ bool SetBackupFolder(CDatabase& database, const QString& folder) {
 }
 
 bool CheckData(CDatabase& database, CFindings& findings) {
-    return CheckShowingProgress(database.GetStore().EngineState().file, findings,
-                                EVolumeUse::Shown);
+    return CheckShowingProgress(database.GetStore().EngineState().file, findings);
 }
 
 bool CheckFile(const QString& volumePath, CFindings& findings) {

@@ -15,7 +15,8 @@ bool SaveBackup(CDatabase& database, const QString& path);
 /// folder cannot be used or stored.
 bool SetBackupFolder(CDatabase& database, const QString& folder);
 
-/// What is wrong in the open volume. False when it was cancelled.
+/// What is wrong in the open volume. False when it was cancelled. Nothing else may read the volume
+/// meanwhile, not even a view that is painted.
 bool CheckData(CDatabase& database, CFindings& findings);
 /// The same for a volume that is not open. One that cannot be opened because it is damaged is a
 /// finding; false after a message when there is another reason, such as another program that uses

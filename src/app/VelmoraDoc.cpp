@@ -95,8 +95,10 @@ bool CVelmoraDoc::OpenCatalogue() {
     return true;
 }
 
-void CVelmoraDoc::CloseVolume() {
-    SaveViewState();
+void CVelmoraDoc::CloseVolume(EViewState state) {
+    if (state == EViewState::Save) {
+        SaveViewState();
+    }
     m_settingsLoaded = false;
     m_nutrientNames.clear();
     m_database->CloseCatalogue();

@@ -70,9 +70,14 @@ class CVelmoraDoc {
     /// Opens the volume and the catalogue, without a profile. Failure shows "Cannot open database."
     /// with the file and the reason.
     bool OpenCatalogue();
-    /// Saves the profile's settings and closes the volume, so that its file can be replaced.
-    /// Restart opens the one that is then at its path. All views must have been destroyed.
-    void CloseVolume();
+    /// What becomes of changed settings that no dialog confirms.
+    enum class EViewState {
+        Save,
+        Drop,  ///< nothing more is written into a damaged file
+    };
+    /// Closes the volume, so that its file can be replaced. Restart opens the one that is then at
+    /// its path. All views must have been destroyed.
+    void CloseVolume(EViewState state = EViewState::Save);
     [[nodiscard]] const QString& GetVolumePath() const { return m_volumePath; }
     /// Shows "Invalid command: OnNewDocument": the document is only ever opened.
     static bool OnNewDocument();

@@ -39,11 +39,7 @@ QString ChooseBackup(CVelmoraDoc& doc) {
         BackupFileChoice(u"Restore"_s, backups.empty() ? QString() : backups.back().path));
 }
 
-bool RunCheckData(CVelmoraDoc& doc, QWidget* parent) {
-    CFindings findings;
-    if (!CheckData(doc.Database(), findings)) {
-        return false;
-    }
+bool ShowFindings(const CFindings& findings, QWidget* parent) {
     if (findings.List().empty()) {
         ShowMessage(FindingsText(findings), EMessageIcon::Result);
         return false;

@@ -3,6 +3,7 @@
 
 #include "app/VelmoraDoc.h"
 
+class CFindings;
 class QWidget;
 
 /// "Back up...": asks where to, and saves a backup there.
@@ -11,5 +12,5 @@ void RunBackUp(CVelmoraDoc& doc);
 void RunBackupFolder(CVelmoraDoc& doc);
 /// Asks for the backup to restore; an empty path when cancelled.
 QString ChooseBackup(CVelmoraDoc& doc);
-/// "Check data...": checks the volume and shows what was found. True when it is to be repaired.
-bool RunCheckData(CVelmoraDoc& doc, QWidget* parent);
+/// Shows what a check of the volume found. True when it is to be repaired.
+bool ShowFindings(const CFindings& findings, QWidget* parent);

@@ -324,29 +324,41 @@ void CDietFrame::ReopenVolume() {
     ShowView(command);
 }
 
-void CDietFrame::Replacing(const std::function<void(const QString&)>& replace) {
-    ActiveView()->StoreLayout();
-    StoreTab();
+void CDietFrame::Replacing(CVelmoraDoc::EViewState state,
+                           const std::function<void(const QString&)>& replace) {
+    if (state == CVelmoraDoc::EViewState::Save) {
+        ActiveView()->StoreLayout();
+        StoreTab();
+    }
     delete takeCentralWidget();
-    m_doc.CloseVolume();
+    m_doc.CloseVolume(state);
     replace(m_doc.GetVolumePath());
     ReopenVolume();
 }
 
 void CDietFrame::Restore() {
     if (const QString file = ChooseBackup(m_doc); !file.isEmpty()) {
-        Replacing([&file](const QString& volumePath) {
+        Replacing(CVelmoraDoc::EViewState::Save, [&file](const QString& volumePath) {
             (void)RestoreBackup(file, volumePath,
                                 QDateTime::currentDateTime());  // shows its result
         });
     }
 }
 
+// A view might read the volume while the check shows its progress.
 void CDietFrame::CheckData() {
-    if (RunCheckData(m_doc, this)) {
-        Replacing([](const QString& volumePath) {
-            (void)RepairData(volumePath, QDateTime::currentDateTime());  // shows its result
-        });
+    ActiveView()->StoreLayout();
+    delete takeCentralWidget();
+    CFindings findings;
+    const bool isChecked = ::CheckData(m_doc.Database(), findings);
+    ShowView(std::exchange(m_activeCommand, 0));
+    if (isChecked && ShowFindings(findings, this)) {
+        Replacing(findings.IsFileDamaged() ? CVelmoraDoc::EViewState::Drop
+                                           : CVelmoraDoc::EViewState::Save,
+                  [](const QString& volumePath) {
+                      (void)RepairData(volumePath,
+                                       QDateTime::currentDateTime());  // shows its result
+                  });
     }
 }
 

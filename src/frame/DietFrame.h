@@ -60,8 +60,10 @@ class CDietFrame : public QMainWindow {
     void ReopenVolume();
     void Leave();
 
-    /// Closes the volume for as long as `replace` runs, then opens the file that is in its place.
-    void Replacing(const std::function<void(const QString& volumePath)>& replace);
+    /// Destroys the view and closes the volume for as long as `replace` runs, then opens the file
+    /// that is in its place.
+    void Replacing(CVelmoraDoc::EViewState state,
+                   const std::function<void(const QString& volumePath)>& replace);
     void Restore();
     void CheckData();
 
