@@ -41,6 +41,11 @@ QString RefusedFileText(EPlatformError error, const QString& file) {
             return FormatText("There is no file '%s'."_L1, {file});
         case kErrorOperationAborted:
             return u"Nothing was restored: it was cancelled."_s;
+        case kErrorAlreadyExists:
+            return FormatText(
+                "The file '%s' was not finished. Under this name it cannot be restored: rename "
+                "it first."_L1,
+                {file});
         default:
             return RefusalText(error, file);
     }
@@ -54,14 +59,19 @@ QString QuestionText(CRestore& restore, const QString& file) {
     return text + u"Do you want to replace your present data with it?"_s;
 }
 
-/// Of the present volume, if it is sound.
-void BackUpPresent(CVolumeReplacement& replacement, const QDateTime& now) {
-    if (replacement.Present().IsOpen()) {
-        CVolumeBackups backups(replacement.Present(), replacement.GetPath());
-        backups.Start([](const QString& text) { ShowMessage(text, EMessageIcon::Warning); },
-                      [now] { return now; });
-        backups.MakeIfDue(EBackupOccasion::LargeChange);
+/// Of the present volume, if it is sound. False when it was cancelled.
+bool BackUpPresent(CVolumeReplacement& replacement, const QDateTime& now) {
+    if (!replacement.Present().IsOpen()) {
+        return true;
     }
+    QString failure;
+    CVolumeBackups backups(replacement.Present(), replacement.GetPath());
+    backups.Start([&failure](const QString& text) { failure = text; }, [now] { return now; });
+    const bool mayGoOn = backups.MakeIfDue(EBackupOccasion::LargeChange);
+    if (mayGoOn && !failure.isEmpty()) {
+        ShowMessage(failure, EMessageIcon::Warning);
+    }
+    return mayGoOn;
 }
 
 /// As a start of the program does.
@@ -290,7 +300,10 @@ bool RestoreBackup(const QString& file, const QString& volumePath, const QDateTi
     if (!AskYesNo(QuestionText(restore, file), EAnswer::No)) {
         return false;
     }
-    BackUpPresent(replacement, now);
+    if (!BackUpPresent(replacement, now)) {
+        ShowMessage(RefusedFileText(kErrorOperationAborted, file), EMessageIcon::Stop);
+        return false;
+    }
     if (error = restore.Commit(); error != kErrorSuccess) {
         ShowMessage(FormatText("Nothing was restored (error# %d)."_L1, {error}),
                     EMessageIcon::Stop);

@@ -44,17 +44,23 @@ bool CRecordStore::MountVolume(const QString& path, std::span<const UpgradeStep>
 }
 
 EPlatformError CRecordStore::UpgradeAndMount(std::span<const UpgradeStep> steps) {
-    CLateProgress progress(u"Velmora: Upgrade"_s, u"Bringing your data up to date..."_s);
-    QString kept;
-    const EPlatformError error = UpgradeVolume(
-        m_path, QDateTime::currentDateTime(), steps, kept,
-        [&progress](qint64 done, qint64 total) { return progress.Update(done, total); });
+    CUpgraded upgraded;
+    EPlatformError error = kErrorSuccess;
+    {
+        CLateProgress progress(u"Velmora: Upgrade"_s, u"Bringing your data up to date..."_s);
+        error = UpgradeVolume(
+            m_path, QDateTime::currentDateTime(), steps, upgraded,
+            [&progress](qint64 done, qint64 total) { return progress.Update(done, total); });
+    }
     if (error != kErrorSuccess) {
         return error;
     }
-    ShowMessage(
-        FormatText("Your data was brought up to date. The former file is kept as '%s'."_L1, {kept}),
-        EMessageIcon::Information);
+    if (!upgraded.backupFailure.isEmpty()) {
+        ShowMessage(upgraded.backupFailure, EMessageIcon::Warning);
+    }
+    ShowMessage(FormatText("Your data was brought up to date. The former file is kept as '%s'."_L1,
+                           {upgraded.keptPath}),
+                EMessageIcon::Information);
     return m_engine.Mount(m_path, VersionAfter(steps));
 }
 

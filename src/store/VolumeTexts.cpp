@@ -12,12 +12,15 @@ struct CRefusalRow {
 constexpr CRefusalRow kRefusals[] = {
     {kErrorBadFormat, "The file '%s' is not a data file of Velmora."_L1},
     {kErrorNewerVersion, "The file '%s' was written by a newer version of Velmora."_L1},
-    {kErrorOlderVersion, "The file '%s' was written by an older version of Velmora."_L1},
+    {kErrorOlderVersion,
+     "The file '%s' was written by an older version of Velmora. It is brought up to date when it "
+     "is opened."_L1},
     {kErrorCorrupt, "The file '%s' is damaged."_L1},
     {kErrorSharingViolation, "The file '%s' is in use by another program."_L1},
     {kErrorAccessDenied, "The file '%s' cannot be read and written."_L1},
     {kErrorDiskFull, "There is no room on the disk for the file '%s'."_L1},
     {kErrorInputOutput, "The disk reports an error in the file '%s'."_L1},
+    {kErrorOperationAborted, "Opening the file '%s' was cancelled."_L1},
     {kErrorNotEnoughMemory, "There is not enough memory to open the file '%s'."_L1},
 };
 }  // namespace

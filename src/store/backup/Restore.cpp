@@ -7,17 +7,23 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+/// Of a file that is not empty: opening an empty one would make it a volume.
+EPlatformError JudgeVersion(const QString& path, std::span<const UpgradeStep> steps) {
+    QFile file(path);
+    return OpenJudged(file, {kVolumeApplicationId, VersionAfter(steps)});
+}
+}  // namespace
+
 EPlatformError CRestore::Begin(const CopyProgress& progress) {
     m_isOfFile = true;
-    {
-        // What is no volume, or a newer one, is refused before anything is done.
-        QFile file(m_file);
-        if (const EPlatformError error = OpenJudged(file); error != kErrorSuccess) {
-            return error;
-        }
+    // What is no volume, or a newer one, is refused before anything is done.
+    if (const EPlatformError error = JudgeFile(); error != kErrorSuccess) {
+        return error;
     }
     m_isOfFile = false;
-    if (const EPlatformError error = m_replacement.Begin(); error != kErrorSuccess) {
+    if (const EPlatformError error = m_replacement.Begin(VersionAfter(m_steps));
+        error != kErrorSuccess) {
         return error;
     }
     if (const EPlatformError error = m_replacement.CreateNew(); error != kErrorSuccess) {
@@ -36,11 +42,29 @@ EPlatformError CRestore::Begin(const CopyProgress& progress) {
     return error;
 }
 
+EPlatformError CRestore::JudgeFile() const {
+    const auto unfinished = StampOf(QFile::encodeName(m_replacement.GetNewPath()));
+    const auto file = StampOf(QFile::encodeName(m_file));
+    if (file && unfinished && file->IsSameFile(*unfinished)) {
+        return kErrorAlreadyExists;
+    }
+    const EPlatformError error = JudgeVersion(m_file, m_steps);
+    return error == kErrorOlderVersion ? kErrorSuccess : error;
+}
+
 EPlatformError CRestore::CheckCopy(const CopyProgress& progress) {
+    const QString& path = m_replacement.GetNewPath();
+    EPlatformError error = JudgeVersion(path, m_steps);
+    if (error == kErrorOlderVersion) {
+        error = UpgradeCopy(path, m_steps, progress);
+    }
+    if (error != kErrorSuccess) {
+        return error;
+    }
     {
         CSqliteFile copy;
         CFindings findings;
-        EPlatformError error = copy.Open(m_replacement.GetNewPath());
+        error = copy.Open(path, VersionAfter(m_steps));
         if (const QString journal = copy.GetKeptJournal(); !journal.isEmpty()) {
             QFile::remove(journal);  // a copy of one that is not the file's
         }
@@ -53,7 +77,7 @@ EPlatformError CRestore::CheckCopy(const CopyProgress& progress) {
         m_faults = findings.CountFaults();
     }
     CStorageEngine engine;
-    EPlatformError error = engine.Mount(m_replacement.GetNewPath());
+    error = engine.Mount(path, VersionAfter(m_steps));
     if (error == kErrorSuccess) {
         error = Summarize(engine, m_summary);
     }

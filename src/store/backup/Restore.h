@@ -1,6 +1,7 @@
 // Puts a backup in the volume's place.
 #pragma once
 
+#include "store/backup/Upgrade.h"
 #include "store/backup/VolumeReplacement.h"
 #include "store/backup/VolumeSummary.h"
 
@@ -8,11 +9,13 @@
 class CRestore {
   public:
     /// Copies the file beside the volume at `path`.
-    CRestore(QString file, const QString& path, const QDateTime& now)
-        : m_file(std::move(file)), m_replacement(path, now) {}
+    CRestore(QString file, const QString& path, const QDateTime& now,
+             std::span<const UpgradeStep> steps = kUpgradeSteps)
+        : m_file(std::move(file)), m_replacement(path, now), m_steps(steps) {}
 
-    /// Locks the volume, copies the file beside it, and checks the copy whole. Afterwards
-    /// IsOfFile says whether the failure is about the file or about the present volume.
+    /// Locks the volume, copies the file beside it, upgrades the copy if an older version wrote it,
+    /// and checks it whole. Afterwards IsOfFile says whether the failure is about the file or about
+    /// the present volume. kErrorAlreadyExists when the file has the name that the copy gets.
     EPlatformError Begin(const CopyProgress& progress = {});
     [[nodiscard]] bool IsOfFile() const { return m_isOfFile; }
     [[nodiscard]] const CVolumeSummary& GetSummary() const { return m_summary; }
@@ -22,10 +25,12 @@ class CRestore {
     EPlatformError Commit() { return m_replacement.Commit(); }
 
   private:
+    EPlatformError JudgeFile() const;
     EPlatformError CheckCopy(const CopyProgress& progress);
 
     QString m_file;
     CVolumeReplacement m_replacement;
+    std::span<const UpgradeStep> m_steps;
     CVolumeSummary m_summary;
     int m_faults = 0;
     bool m_isOfFile = false;

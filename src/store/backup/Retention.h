@@ -14,7 +14,7 @@ struct CBackupFile {
 /// What a backup is made before.
 enum class EBackupOccasion {
     FirstChange,  ///< of a day
-    LargeChange,  ///< an import, a purge, a restore
+    LargeChange,  ///< an import, a purge, a restore, an upgrade
 };
 
 /// Whether a backup is to be made now: at most one an hour, and before the first change of a day if

@@ -2,7 +2,9 @@
 
 #include <QFile>
 
+#include "store/backup/VolumeBackups.h"
 #include "store/backup/VolumeReplacement.h"
+#include "store/engine/WatchedWork.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,6 +20,32 @@ EPlatformError ReadVersion(const QString& path, quint32& version) {
     return kErrorSuccess;
 }
 
+/// A copy of a volume of that version.
+EPlatformError OpenCopy(CSqliteFile& copy, const QString& path, quint32 version) {
+    const EPlatformError error = copy.Open(path, version);
+    if (const QString journal = copy.GetKeptJournal(); !journal.isEmpty()) {
+        QFile::remove(journal);  // a copy of one that is not the volume's
+    }
+    return error;
+}
+
+/// Of the copy, which holds what the volume does. Only that it was cancelled is a failure.
+EPlatformError BackUp(const CVolumeReplacement& replacement, const QDateTime& now,
+                      QString& failure) {
+    quint32 version = 0;
+    EPlatformError error = ReadVersion(replacement.GetNewPath(), version);
+    CSqliteFile copy;
+    if (error == kErrorSuccess) {
+        error = OpenCopy(copy, replacement.GetNewPath(), version);
+    }
+    if (error != kErrorSuccess) {
+        return error;
+    }
+    CVolumeBackups backups(copy, replacement.GetPath());
+    backups.Start([&failure](const QString& text) { failure = text; }, [now] { return now; });
+    return backups.MakeIfDue(EBackupOccasion::LargeChange) ? copy.Close() : kErrorOperationAborted;
+}
+
 EPlatformError RunSteps(CSqliteFile& file, std::span<const UpgradeStep> steps, quint32 version) {
     EPlatformError error = file.Begin();
     for (const UpgradeStep step : steps.subspan(version - 1)) {
@@ -31,30 +59,37 @@ EPlatformError RunSteps(CSqliteFile& file, std::span<const UpgradeStep> steps, q
     }
     return error == kErrorSuccess ? file.Commit() : error;
 }
-
-EPlatformError Upgrade(const QString& path, std::span<const UpgradeStep> steps) {
-    quint32 version = 0;
-    EPlatformError error = ReadVersion(path, version);
-    CSqliteFile file;
-    if (error == kErrorSuccess) {
-        error = file.Open(path, version);
-    }
-    if (const QString journal = file.GetKeptJournal(); !journal.isEmpty()) {
-        QFile::remove(journal);  // a copy of one that is not the volume's
-    }
-    if (error == kErrorSuccess) {
-        error = RunSteps(file, steps, version);
-    }
-    return error == kErrorSuccess ? file.Close() : error;
-}
 }  // namespace
 
+EPlatformError UpgradeCopy(const QString& path, std::span<const UpgradeStep> steps,
+                           const CopyProgress& progress) {
+    quint32 version = 0;
+    EPlatformError error = ReadVersion(path, version);
+    CSqliteFile copy;
+    if (error == kErrorSuccess) {
+        error = OpenCopy(copy, path, version);
+    }
+    if (error == kErrorSuccess) {
+        const CWatchedWork work(copy, progress);
+        error = RunSteps(copy, steps, version);
+    }
+    if (error == kErrorSuccess) {
+        error = copy.Close();
+    }
+    if (error == kErrorSuccess) {
+        error = copy.Open(path, VersionAfter(steps));
+    }
+    if (error == kErrorSuccess) {
+        error = copy.CheckIntegrity(progress);
+    }
+    return error == kErrorSuccess ? copy.Close() : error;
+}
+
 EPlatformError UpgradeVolume(const QString& path, const QDateTime& now,
-                             std::span<const UpgradeStep> steps, QString& keptPath,
+                             std::span<const UpgradeStep> steps, CUpgraded& upgraded,
                              const CopyProgress& progress) {
     CVolumeReplacement replacement(path, now);
-    keptPath = replacement.GetKeptPath();
-    const QString copyPath = replacement.GetNewPath();
+    upgraded = {replacement.GetKeptPath(), {}};
     EPlatformError error = replacement.Begin(VersionAfter(steps));
     if (error == kErrorSuccess && replacement.GetPresentError() != kErrorOlderVersion) {
         error = kErrorSharingViolation;  // another program has just replaced the file
@@ -66,17 +101,10 @@ EPlatformError UpgradeVolume(const QString& path, const QDateTime& now,
         error = replacement.FillNew(replacement.GetPath(), progress);
     }
     if (error == kErrorSuccess) {
-        error = Upgrade(copyPath, steps);
-    }
-    CSqliteFile copy;
-    if (error == kErrorSuccess) {
-        error = copy.Open(copyPath, VersionAfter(steps));
+        error = BackUp(replacement, now, upgraded.backupFailure);
     }
     if (error == kErrorSuccess) {
-        error = copy.CheckIntegrity();
-    }
-    if (error == kErrorSuccess) {
-        error = copy.Close();
+        error = UpgradeCopy(replacement.GetNewPath(), steps, progress);
     }
     return error == kErrorSuccess ? replacement.Commit() : error;
 }

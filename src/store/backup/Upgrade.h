@@ -22,9 +22,16 @@ constexpr quint32 VersionAfter(std::span<const UpgradeStep> steps) {
     return static_cast<quint32>(steps.size()) + 1;
 }
 
-/// Copies the volume, runs on the copy all steps that it lacks, in one transaction, checks the
-/// copy, and puts it in the volume's place. The volume itself is never changed: it is kept aside,
-/// as `keptPath`. On failure it is as it was.
+struct CUpgraded {
+    QString keptPath;       ///< where the former volume is
+    QString backupFailure;  ///< why no backup was made; empty when there is one or none was due
+};
+
+/// Runs on a copy of a volume all steps that it lacks, in one transaction, and checks it.
+EPlatformError UpgradeCopy(const QString& path, std::span<const UpgradeStep> steps,
+                           const CopyProgress& progress = {});
+/// Copies the volume, makes a backup if one is due, upgrades the copy, and puts it in the volume's
+/// place. The volume itself is never changed: it is kept aside. On failure it is as it was.
 EPlatformError UpgradeVolume(const QString& path, const QDateTime& now,
-                             std::span<const UpgradeStep> steps, QString& keptPath,
+                             std::span<const UpgradeStep> steps, CUpgraded& upgraded,
                              const CopyProgress& progress = {});

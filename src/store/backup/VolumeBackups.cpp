@@ -148,10 +148,10 @@ QDateTime CVolumeBackups::Now() const {
     return {now.date(), now.time(), Qt::UTC};
 }
 
-void CVolumeBackups::MakeIfDue(EBackupOccasion occasion) {
+bool CVolumeBackups::MakeIfDue(EBackupOccasion occasion) {
     // What is there now may be anything; the command that follows says so.
     if (!IsStarted() || m_volume.CheckPlace() != kErrorSuccess) {
-        return;
+        return true;
     }
     const QDateTime now = Now();
     const QDateTime tomorrow = now.date().addDays(1).startOfDay(Qt::UTC);
@@ -159,14 +159,14 @@ void CVolumeBackups::MakeIfDue(EBackupOccasion occasion) {
     m_nextCheck = tomorrow;
     const std::vector<CBackupFile> backups = List();
     if (!HasAnything()) {
-        return;
+        return true;
     }
     if (!IsBackupDue(backups, now, occasion)) {
         const bool isOfDay = std::ranges::any_of(backups, [&now](const CBackupFile& backup) {
             return backup.made.date() == now.date();
         });
         m_nextCheck = isOfDay ? tomorrow : now.addSecs(60);
-        return;
+        return true;
     }
     const EPlatformError error = Make(now);
     if (error != kErrorSuccess) {
@@ -175,10 +175,12 @@ void CVolumeBackups::MakeIfDue(EBackupOccasion occasion) {
         m_report(FormatText("The folder '%s' cannot be written. A backup was made in '%s'."_L1,
                             {chosen, GetFolder()}));
     }
+    return error != kErrorOperationAborted;
 }
 
 EPlatformError CVolumeBackups::Make(const QDateTime& now) {
     const QString folder = GetFolder();
+    const bool wasThere = QFileInfo::exists(folder);
     if (const EPlatformError error = CreateFolder(folder); error != kErrorSuccess) {
         return error;
     }
@@ -191,6 +193,8 @@ EPlatformError CVolumeBackups::Make(const QDateTime& now) {
     }
     if (error == kErrorSuccess) {
         RemoveOld(now);
+    } else if (!wasThere) {
+        QDir().rmdir(folder);  // only if it is empty
     }
     return error;
 }

@@ -34,10 +34,11 @@ class CVolumeBackups : public CChangeListener {
     [[nodiscard]] bool IsStarted() const { return m_report != nullptr; }
 
     /// Makes a backup if one is due and anything was ever stored. Call before a large change, not
-    /// within a unit of work. Does nothing before Start.
-    void MakeIfDue(EBackupOccasion occasion);
+    /// within a unit of work. Does nothing before Start. False when it was cancelled; that and any
+    /// other failure have been reported.
+    bool MakeIfDue(EBackupOccasion occasion);
 
-    /// Saves a checked copy of the volume, replacing a file of that name.
+    /// Saves a checked copy of the volume, see SaveVolumeCopy.
     EPlatformError SaveAs(const QString& path);
 
     /// Where the program's own are: in the folder that the person has chosen, if it can be used

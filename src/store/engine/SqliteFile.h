@@ -30,6 +30,8 @@ class CSqliteFile {
     /// All statements must have been released.
     EPlatformError Close();
     [[nodiscard]] bool IsOpen() const { return m_connection != nullptr; }
+    /// That of the last Open.
+    [[nodiscard]] quint32 GetVersion() const { return m_version; }
 
     /// kErrorFileInvalid when the path no longer names this file as our last write left it.
     EPlatformError CheckPlace();

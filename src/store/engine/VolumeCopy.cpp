@@ -31,7 +31,7 @@ EPlatformError Compare(CSqliteFile& volume, const QString& copyPath, const CopyP
     CSqliteFile copy;
     std::vector<qint64> wanted;
     std::vector<qint64> found;
-    EPlatformError error = copy.Open(copyPath);
+    EPlatformError error = copy.Open(copyPath, volume.GetVersion());
     if (error == kErrorSuccess) {
         error = copy.CheckIntegrity(progress);  // nothing can be counted in trees without an end
     }
