@@ -158,6 +158,20 @@ class TestBadDisk : public CCatalogueTest {
         QVERIFY(QFile::remove(Path(u"v.db"_s)));
     }
 
+    // After the last step the disk's error is another one.
+    void aBackupIsCalledNoneWhenThereIsNone() {
+        Open(m_volumes[4]);
+        bool isPast = false;
+        for (int call = 1; !isPast; ++call) {
+            failure = EIO;
+            callsUntilFailure = call;
+            (void)SaveBackup(Database(), Path(u"c.db"_s));
+            isPast = std::exchange(callsUntilFailure, 0) > 0;
+            QCOMPARE(m_messages->Said().startsWith(u"No backup"_s),
+                     !QFile::remove(Path(u"c.db"_s)));
+        }
+    }
+
   private:
     /// Changes what is stored, or writes the file "out".
     struct CCommand {

@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QRegularExpression>
 
+#include "store/backup/VolumeReplacement.h"
 #include "store/engine/StorageEngine.h"
 #include "store/engine/StorageState.h"
 #include "support/CatalogueTest.h"
@@ -201,27 +202,30 @@ class TestBackups : public CCatalogueTest {
     // Where others, such as a copy on a stick, may have theirs.
     void whatAKilledRestoreHasLeftIsRemoved() {
         m_doc.reset();
-        for (const QString& name : {u"v.db-new"_s, u"v.db-new-journal"_s}) {
-            Save(Path(name), "a whole copy");
+        const QString unfinished = CVolumeReplacement(Path(u"v.db"_s), m_now).GetNewPath();
+        for (const QString& path : {unfinished, unfinished + u"-journal"_s, Path(u"v.db-new"_s)}) {
+            Save(path, "a whole copy");
         }
         Reopen();
-        QCOMPARE(QDir(m_folder->path()).entryList({u"v.db-new*"_s}), QStringList());
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden),
+                 QStringList({u"v.db"_s, u"v.db-new"_s}));
     }
 
     // Those that are not kept anyway.
     void onAFullDiskOldBackupsMakeRoom() {
         AddCategory(Database(), u"Fruit"_s);
-        QVERIFY(QDir(m_folder->path()).mkdir(u"v.db-backups"_s));
-        for (int hour = 1; hour <= 9; ++hour) {
-            Save(Path(u"v.db-backups/v-2026-05-30-0%1.db"_s.arg(hour * 10000)), "old");
-        }
         Start();
-        {
+        for (const bool hasOld : {false, true}) {
+            for (int hour = 1; hasOld && hour <= 9; ++hour) {
+                QVERIFY(QDir().mkpath(Path(u"v.db-backups"_s)));
+                Save(Path(u"v.db-backups/v-2026-05-30-0%1.db"_s.arg(hour * 10000)), "old");
+            }
             const CFileSizeLimit limit(20'000);
             Database().Backups().MakeIfDue(EBackupOccasion::FirstChange);
+            QCOMPARE(QFile::exists(Path(u"v.db-backups"_s)), hasOld);
         }
-        QCOMPARE(m_told.join(u'|'), u"No backup was made: there is no room for it in '%1'."_s.arg(
-                                        Path(u"v.db-backups"_s)));
+        QCOMPARE(m_told.last(), u"No backup was made: there is no room for it in '%1'."_s.arg(
+                                    Path(u"v.db-backups"_s)));
         QVERIFY(Names().startsWith(u"v-2026-05-30-030000.db"_s));
     }
 

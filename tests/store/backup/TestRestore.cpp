@@ -3,6 +3,7 @@
 
 #include "app/BackupRules.h"
 #include "diary/DiaryFixture.h"
+#include "platform/LateProgress.h"
 #include "store/backup/Restore.h"
 #include "store/engine/VolumeCopy.h"
 #include "support/DataRows.h"
@@ -56,6 +57,7 @@ class TestRestore : public CDiaryTest {
         m_messages->answers = {false};
         QVERIFY(!RestoreBackup(Path(u"b.db"_s), path, kNow));
         QVERIFY(!QFile::exists(Path(kKept)));
+        QCOMPARE(QFileInfo(path).dir().exists(), hasPresent);
         QVERIFY(RestoreBackup(Path(u"b.db"_s), path, kNow));
         QCOMPARE(m_messages->asked.last(),
                  u"'%1' holds:\nAnn: diet entries 1, weights 0, exercises 0, 2026-05-31 to "
@@ -68,7 +70,6 @@ class TestRestore : public CDiaryTest {
             QCOMPARE(QFileInfo(path).isSymLink(), isLink);
         }
         QCOMPARE(m_messages->Said(), said);
-        QVERIFY(!QFile::exists(path + u"-new"_s));
         QVERIFY(CDatabase(path).Backups().GetUsualFolder().endsWith(u"/v.db-backups"_s));
         QCOMPARE(Entries(path), 1);
         QCOMPARE(Entries(Path(u"v.db"_s)), hasPresent ? 1 : 2);
@@ -140,11 +141,13 @@ class TestRestore : public CDiaryTest {
     void aDamagedVolumeIsKeptWithItsJournal() {
         Save(Path(u"v.db"_s), "damaged");
         Save(Path(u"v.db-journal"_s), "its journal");
-        Save(Path(u"v.db-new"_s), "left by a killed program");
+        QVERIFY(QFile::setPermissions(Path(u"v.db"_s), kToRead));
+        Save(CVolumeReplacement(Path(u"v.db"_s), kNow).GetNewPath(), "left by a killed program");
         QVERIFY(RestoreBackup(Path(u"b.db"_s), Path(u"v.db"_s), kNow));
         m_messages->TakeShown();
         QCOMPARE(Names(), u"b.db %1 %1-journal v.db"_s.arg(kKept));
         QCOMPARE(Load(Path(kKept)), "damaged");
+        QVERIFY(QFile::permissions(Path(u"v.db"_s)).testFlag(QFile::WriteOwner));
         QCOMPARE(Load(Path(kKept + u"-journal"_s)), "its journal");
         QCOMPARE(Entries(Path(u"v.db"_s)), 1);
         // A second one within the second has another name.
@@ -183,6 +186,32 @@ class TestRestore : public CDiaryTest {
         EPlatformError error = kErrorCorrupt;
         AsAnybody(kToWrite, [&] { error = SyncFolderOf(QFile::encodeName(Path(u"v.db"_s))); });
         QCOMPARE(error, int(kErrorSuccess));
+    }
+
+    void anEntryWithoutADateHidesNoDays() {
+        Reopen();
+        QVERIFY(m_doc->LoadProfile(u"Ann"_s));
+        CDietEntry entry = MakeEntry<CDietEntry>(kDay, QTime(7, 0));
+        entry.SetMoment(-1);
+        QVERIFY(Database().Diet().Write(-1, entry));
+        QVERIFY(SaveBackup(Database(), Path(u"b.db"_s)));
+        m_doc.reset();
+        CRestore restore(Path(u"b.db"_s), Path(u"v.db"_s), kNow);
+        QCOMPARE(restore.Begin(), int(kErrorSuccess));
+        QVERIFY(SummaryText(restore.GetSummary()).contains(u"2026-05-31 to 2026-05-31"_s));
+        m_messages->TakeShown();
+    }
+
+    void aCancelledBackupCancelsTheRestore() {
+        CProgressLog& progress = m_messages->progress;
+        progress.onPump = [&] {
+            progress.cancelAfterPumps = progress.captions.last() == u"Velmora: Backup"_s ? 0 : -1;
+        };
+        const auto delay = std::exchange(CLateProgress::delayMs, -1);
+        QVERIFY(!RestoreBackup(Path(u"b.db"_s), Path(u"v.db"_s), kNow));
+        CLateProgress::delayMs = delay;
+        QCOMPARE(m_messages->Said(), u"Nothing was restored: it was cancelled."_s);
+        QCOMPARE(Load(Path(u"v.db"_s)), m_present);
     }
 
     void whereTheVolumeCannotBeIsNotTheBackupsFault_data() {

@@ -3,7 +3,9 @@
 #include <QDir>
 #include <QRegularExpression>
 
+#include "platform/LateProgress.h"
 #include "store/RecordStore.h"
+#include "store/backup/Restore.h"
 #include "store/engine/StorageState.h"
 #include "support/CatalogueTest.h"
 #include "support/DataRows.h"
@@ -55,6 +57,25 @@ class TestUpgrade : public CCatalogueTest {
         QVERIFY(store.UnmountVolume());
         QVERIFY(store.MountVolume(Path(u"v.db"_s), kSteps));
         QCOMPARE(Names(), kept + QStringList{u"v.db"_s});
+        QVERIFY(store.UnmountVolume());
+        // The backup made before is of the older version.
+        const QDir folder(Path(u"v.db-backups"_s));
+        const QString backup = folder.filePath(folder.entryList(QDir::Files).value(0));
+        QCOMPARE(Load(backup).at(kVersionAt), 1);
+        CRestore restore(backup, Path(u"v.db"_s), QDateTime::currentDateTime(), kSteps);
+        QCOMPARE(restore.Begin(), int(kErrorSuccess));
+        QCOMPARE(restore.Commit(), int(kErrorSuccess));
+        QVERIFY(store.MountVolume(Path(u"v.db"_s), kSteps));
+        QCOMPARE(store.EngineState().file.ListTables(u"added", tables), int(kErrorSuccess));
+        QCOMPARE(tables.size(), std::size_t{1});
+        // Within the hour no other one is made, whose progress window would be the last one.
+        QVERIFY(store.UnmountVolume());
+        Save(Path(u"v.db"_s), m_before);
+        const auto delay = std::exchange(CLateProgress::delayMs, -1);
+        QVERIFY(store.MountVolume(Path(u"v.db"_s), kSteps));
+        CLateProgress::delayMs = delay;
+        QCOMPARE(m_messages->TakeShown().size(), 1);
+        QCOMPARE(m_messages->shownOverProgress, 0);
         // This program is the older one now.
         QVERIFY(store.UnmountVolume());
         QVERIFY(!store.MountVolume(Path(u"v.db"_s)));
@@ -84,6 +105,7 @@ class TestUpgrade : public CCatalogueTest {
             {"full disk", "full", "ERROR: CeMountDBVol failed (112)"},
             {"damaged", "damaged", "ERROR: CeMountDBVol failed (1392)"},
             {"version 0", "zero", "ERROR: CeMountDBVol failed (11)"},
+            {"cancelled", "cancelled", "ERROR: CeMountDBVol failed (995)"},
         });
     }
     void aFailedUpgradeLeavesEverythingAsItWas() {
@@ -100,10 +122,14 @@ class TestUpgrade : public CCatalogueTest {
             if (kind == "full") {
                 limit.emplace(20'000);
             }
+            const auto delay =
+                std::exchange(CLateProgress::delayMs, kind == "cancelled" ? -1 : 1000);
+            m_messages->progress.cancelAfterPumps = 2;  // in the backup
             CRecordStore store;
             QVERIFY(!store.MountVolume(
                 Path(u"v.db"_s),
                 kind == "step" ? std::span<const UpgradeStep>(kFailingSteps) : kSteps));
+            CLateProgress::delayMs = delay;
         }
         QCOMPARE(m_messages->Said(), QString::fromLatin1(text));
         QCOMPARE(Load(Path(u"v.db"_s)), m_before);
