@@ -6,6 +6,7 @@
 
 #include "controls/Dialog.h"
 #include "controls/ProgressWindow.h"
+#include "platform/LateProgress.h"
 #include "support/Clicks.h"
 #include "support/DataRows.h"
 #include "support/Files.h"
@@ -122,10 +123,22 @@ class TestVolumeLoss : public CFrameTest {
         QTRY_VERIFY(!frame.isVisible());
     }
 
+    void damagedDataIsRepaired_data() { AddRows<bool>({{"record", false}, {"file", true}}); }
     void damagedDataIsRepaired() {
+        const auto& [isOfFile] = DataRow<bool>();
         DamageEntry(Database().Weight(), 0);
+        if (isOfFile) {
+            m_doc.reset();
+            QByteArray bytes = Load(Path(u"v.db"_s));
+            bytes[39] = 9;  // the number of unused pages
+            Save(Path(u"v.db"_s), bytes);
+            Reopen();
+        }
+        QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
         CDietFrame frame(*m_doc);
         Show(frame);
+        QVERIFY(frame.ShowView(kSwitchToWeight));  // which is yet to be stored
+        const QByteArray before = Load(Path(u"v.db"_s));
         QStringList seen;
         QTimer poll;
         connect(&poll, &QTimer::timeout, this, [&] {
@@ -140,10 +153,18 @@ class TestVolumeLoss : public CFrameTest {
         frame.RunCommand(kCommandCheckData);
         QTRY_VERIFY(!m_messages->shown.isEmpty());
         QVERIFY(m_messages->Said().contains(u"Ann_Weight: 0 kept, 1 lost.\n"_s));
-        QVERIFY2(seen.value(0).startsWith(u"Ann_Weight: record "_s), qPrintable(seen.value(0)));
+        QVERIFY2(seen.value(0).contains(u"Ann_Weight: record "_s), qPrintable(seen.value(0)));
+        QCOMPARE(seen.value(0).startsWith(u"The file is damaged"_s), isOfFile);
         QCOMPARE(seen.mid(1), QStringList{u"Repair"_s});
+        const QStringList kept = QDir(m_folder->path()).entryList({u"v-kept-*"_s});
+        QCOMPARE(Load(Path(kept.value(0))) == before, isOfFile);
+        bool isViewOpen = false;
+        m_messages->progress.onPump = [&] { isViewOpen |= frame.ActiveView() != nullptr; };
+        const auto delay = std::exchange(CLateProgress::delayMs, -1);
         frame.RunCommand(kCommandCheckData);
         QTRY_COMPARE(m_messages->shown, QStringList{u"The data is sound."_s});
+        CLateProgress::delayMs = delay;
+        QVERIFY(m_messages->progress.pumps > 0 && !isViewOpen && frame.ActiveView() != nullptr);
         QCOMPARE(Stored(), QStringList{u"Tea 31 08:00 L"_s});
     }
 
