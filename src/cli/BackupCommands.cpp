@@ -69,7 +69,7 @@ bool Verify(CCommandContext& context) {
         return false;
     }
     for (const CFinding& finding : findings.List()) {
-        PrintLine(stdout, FindingLine(finding));
+        PrintMessage(stdout, FindingLine(finding));
     }
     PrintLine(stdout, FindingsText(findings));
     return context.arguments.Has("--repair")

@@ -22,15 +22,15 @@ class CNoProgress : public CProgress {
 }  // namespace
 
 void CConsoleMessages::Show(const CMessage& message) {
-    PrintLine(message.icon == EMessageIcon::Result ? stdout : stderr, message.text);
+    PrintMessage(message.icon == EMessageIcon::Result ? stdout : stderr, message.text);
     if (!message.detail.isEmpty()) {
         (void)FinishOutput();  // keeps the order; the end of the program checks the result
-        PrintLine(stderr, message.detail);
+        PrintMessage(stderr, message.detail);
     }
 }
 
 bool CConsoleMessages::AskYesNo(const QString& text, EAnswer /*proposed*/) {
-    PrintLine(stderr, text);
+    PrintMessage(stderr, text);
     if (!m_answersYes) {
         PrintLine(stderr, u"Nothing was done. Add --yes to confirm."_s);
     }

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 
+#include "platform/ControlCharacters.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
 /// Names may come from files of strangers, and a terminal obeys control characters.
 bool IsEscaped(QChar character) {
-    return character == u'\\' || character.category() == QChar::Other_Control;
+    return character == u'\\' || IsControl(character);
 }
 
 QString EscapeOf(QChar character) {
@@ -47,6 +49,12 @@ void PrintRow(const QStringList& cells) {
         escaped.append(Escaped(cell));
     }
     PrintLine(stdout, escaped.join(u'\t'));
+}
+
+void PrintMessage(std::FILE* stream, const QString& text) {
+    for (const QString& line : text.split(u'\n')) {
+        PrintLine(stream, Escaped(line));
+    }
 }
 
 QStringList MomentCells(FileTime moment) {

@@ -15,6 +15,9 @@ void PrintLine(std::FILE* stream, const QString& text);
 /// that a row is always one line and a terminal obeys none of it.
 void PrintRow(const QStringList& cells);
 
+/// Writes a text that may have several lines, each escaped like a cell of PrintRow.
+void PrintMessage(std::FILE* stream, const QString& text);
+
 /// The cells "2026-05-31" and "07:30:00" of a diary entry.
 QStringList MomentCells(FileTime moment);
 

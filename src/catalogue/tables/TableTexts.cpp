@@ -1,8 +1,7 @@
 #include "catalogue/tables/TableTexts.h"
 
-#include <algorithm>
-
 #include "catalogue/exchange/CsvFields.h"
+#include "platform/ControlCharacters.h"
 
 using namespace Qt::StringLiterals;
 
@@ -24,9 +23,8 @@ QString Joined(const QString& text, const QString& separator, const QString& fur
 }  // namespace
 
 QString TableText(std::string_view field) {
-    QString text = QString::fromUtf8(field.data(), static_cast<qsizetype>(field.size()));
-    const auto isControl = [](QChar c) { return c < u' ' || (c >= u'\x7F' && c < u'\xA0'); };
-    std::ranges::replace_if(text, isControl, u' ');
+    QString text =
+        WithoutControls(QString::fromUtf8(field.data(), static_cast<qsizetype>(field.size())));
     return text.replace(u'"', "''"_L1).trimmed();
 }
 
