@@ -5,6 +5,7 @@
 #include "app/UnitTexts.h"
 #include "diary/weight/WeightForm.h"
 #include "exercise/ExerciseRules.h"
+#include "platform/ControlCharacters.h"
 #include "platform/Messages.h"
 #include "platform/NumberText.h"
 
@@ -46,11 +47,11 @@ QString CReportFormat::Date(QDate date) {
 }
 
 QString CReportFormat::NameAndTypeInOneField(const QString& name, const QString& type) {
-    return type.isEmpty() ? name : name + u' ' + type;
+    return WithoutControls(type.isEmpty() ? name : name + u' ' + type);
 }
 
 QString CReportFormat::Serving(const CDietEntry& entry) const {
-    return ServingText(Number(entry.GetAmount()), entry.GetServingName());
+    return WithoutControls(ServingText(Number(entry.GetAmount()), entry.GetServingName()));
 }
 
 void CReportFormat::AppendNutrient(QByteArray& line, int index, double value) const {

@@ -16,9 +16,10 @@ class CReportFormat {
     /// With the profile's decimals; a value within 0.0001 of zero is written as zero.
     [[nodiscard]] QString Number(double value) const;
     static QString Date(QDate date);
-    /// "Apple raw", since a comma ends a field; the name alone when the type is empty.
+    /// "Apple raw", since a comma ends a field; the name alone when the type is empty. A control
+    /// character becomes a blank, since a line break would end the line.
     static QString NameAndTypeInOneField(const QString& name, const QString& type);
-    /// "1.0xcup".
+    /// "1.0xcup", with blanks in the same way.
     [[nodiscard]] QString Serving(const CDietEntry& entry) const;
     /// Appends a comma and the number, energy in the profile's unit.
     void AppendNutrient(QByteArray& line, int index, double value) const;
