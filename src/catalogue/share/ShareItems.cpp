@@ -10,6 +10,7 @@
 #include "catalogue/share/ShareTexts.h"
 #include "catalogue/share/ShareWriter.h"
 #include "catalogue/share/SharedRecord.h"
+#include "platform/CutText.h"
 #include "platform/TextFile.h"
 
 using namespace Qt::StringLiterals;
@@ -37,10 +38,14 @@ class CShareRun {
     bool Run(const CShareRequest& request, const QString& path);
 
   private:
+    struct CComponent {
+        int position = kNoPosition;
+        CPlace target;  ///< what it was made of, see TargetOf
+    };
     /// A menu or recipe whose components are being looked at.
     struct COpenItem {
         CPlace place;
-        std::vector<int> components;  ///< their positions
+        std::vector<CComponent> components;
         std::size_t next = 0;
     };
 
@@ -139,10 +144,11 @@ void CShareRun::Add(const CPlace& place) {
             open.pop_back();
             continue;
         }
-        CComposedItem component(top.place.kind);
-        const int position = top.components[top.next++];
-        if (m_database.Items(top.place.kind).ReadQuietly(position, component)) {
-            const CPlace target = TargetOf(component);
+        CComponent& component = top.components[top.next++];
+        CComposedItem item(top.place.kind);
+        if (m_database.Items(top.place.kind).ReadQuietly(component.position, item)) {
+            component.target = TargetOf(item);
+            const CPlace target = component.target;  // Open moves the components
             if (target.position >= 0 && !m_numbers.contains(target)) {
                 Open(open, target);
             }
@@ -165,8 +171,10 @@ void CShareRun::Open(std::vector<COpenItem>& open, const CPlace& place) {
         CComposedItem composed(place.kind);
         PropertyList properties = item.GetProperties();
         (void)composed.SetProperties(std::move(properties));  // of the same layout
-        open.back().components = m_database.Composed().ComponentPositions(
-            place.kind, composed.GetItemId(), &m_leftOutParts);
+        for (const int position : m_database.Composed().ComponentPositions(
+                 place.kind, composed.GetItemId(), &m_leftOutParts)) {
+            open.back().components.push_back({position, {}});
+        }
     }
 }
 
@@ -174,26 +182,31 @@ void CShareRun::Open(std::vector<COpenItem>& open, const CPlace& place) {
 void CShareRun::Close(const COpenItem& open) {
     const ECatalogueKind kind = open.place.kind;
     CCatalogueItem item(kind);
-    (void)m_database.Items(kind).ReadQuietly(open.place.position, item);  // has been read before
+    if (!m_database.Items(kind).ReadQuietly(open.place.position, item)) {
+        // It was sound when it was opened: the disk has failed since.
+        m_numbers[open.place] = kLeftOut;
+        ++m_leftOut.damaged;
+        return;
+    }
     PropertyList properties = item.GetProperties();
     PlaceItem(kind, properties, 0, 0);
     m_numbers[open.place] =
         m_writer.AddItem(CategoryNumber(kind, item.GetCategoryId()), properties);
     ++m_counts.at(static_cast<std::size_t>(kind));
-    for (const int position : open.components) {
+    for (const CComponent& component : open.components) {
         if (!GoesOn()) {
             return;
         }
-        CComposedItem component(kind);
-        if (!m_database.Items(kind).ReadQuietly(position, component) ||
-            !IsShareableComponent(kind, component.GetProperties())) {
+        CComposedItem part(kind);
+        if (!m_database.Items(kind).ReadQuietly(component.position, part) ||
+            !IsShareableComponent(kind, part.GetProperties())) {
             ++m_leftOutParts.damaged;
             continue;
         }
-        const CPlace target = TargetOf(component);
+        const CPlace& target = component.target;
         // Only a damaged recipe is made of itself.
         const int known = target == open.place ? kLeftOut : m_numbers.value(target, kLeftOut);
-        properties = component.GetProperties();
+        properties = part.GetProperties();
         PlaceComponent(properties, 0, 0);
         m_writer.AddComponent(std::max(known, 0), properties);
         m_withoutSource += known > 0 ? 0 : 1;
@@ -272,6 +285,8 @@ CFileChoice ShareFileChoice(const QString& title, const QString& initialName) {
 }
 
 QString ProposedShareName(CDatabase& database, const CShareRequest& request) {
+    // 180 bytes at most: file systems take 255.
+    constexpr qsizetype kLongestName = 60;
     CCatalogueItem item(request.kind);
     QString name;
     if (request.positions.size() == 1 &&
@@ -283,7 +298,7 @@ QString ProposedShareName(CDatabase& database, const CShareRequest& request) {
             character = u' ';
         }
     }
-    name = name.simplified();
+    name = CutText(name.simplified(), kLongestName).trimmed().toString();
     return (name.isEmpty() ? QString::fromLatin1(KindOf(request.kind).words.many) : name) +
            kExtension;
 }
