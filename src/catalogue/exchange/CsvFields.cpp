@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "platform/CutText.h"
 #include "platform/NumberText.h"
 #include "platform/TextFile.h"
 
@@ -200,7 +201,7 @@ void CCsvLineWriter::EndLine(const QString& item) {
 QString CutImportedText(QStringView text, int longest) {
     const auto dots = u"..."_s;
     return text.size() <= longest ? text.toString()
-                                  : text.first(longest - dots.size()).toString() + dots;
+                                  : CutText(text, longest - dots.size()).toString() + dots;
 }
 
 double ImportedNumber(QStringView field) {
