@@ -18,10 +18,11 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr COption kImportOptions[] = {{"--existing", EValue::Choice, "overwrite|skip|add",
                                        "what to do with existing items; default overwrite"}};
-constexpr COption kTableOptions[] = {
-    {"--existing", EValue::Choice, "overwrite|skip|add",
-     "what to do with existing foods; default skip"},
-    {"--only", EValue::Choices, kFoodTypes, "the types of foods; default all"}};
+constexpr COption kOnly = {"--only", EValue::Choices, kFoodTypes,
+                           "the types of foods; default all"};
+constexpr COption kTableOptions[] = {{"--existing", EValue::Choice, "overwrite|skip|add",
+                                      "what to do with existing foods; default skip"},
+                                     kOnly};
 constexpr COption kInCategory[] = {kCategoryOption};
 
 // The options that identify an item: name and type for foods, name for menus and recipes.
@@ -75,8 +76,14 @@ bool ImportTables(CCommandContext& context) {
     CFoodTablesRequest request{.folder = arguments.Word(0)};
     request.policy = static_cast<EDuplicatePolicy>(
         arguments.Choice("--existing", static_cast<int>(request.policy)));
-    request.foodTypes = arguments.Choices("--only", request.foodTypes);
+    request.foodTypes = arguments.Choices(kOnly.name, request.foodTypes);
     return ImportFoodTables(context.doc.Database(), request);
+}
+
+QString CheckTypes(const CArguments& arguments) {
+    return arguments.Choices(kOnly.name, kAllFoodTypes) == 0
+               ? QLatin1StringView(kOnly.name) + u" needs "_s + NeededValue(kOnly)
+               : QString();
 }
 
 bool Export(CCommandContext& context) {
@@ -222,7 +229,7 @@ constexpr CCommand kTypedCommands[] = {
      Duplicate},
     {"", "delete", "", kTypedItemYes, EAccess::Writes, "delete an item", Delete},
     {"", "import-fdc", "DIR", kTableOptions, EAccess::Writes,
-     "add the foods of a FoodData Central download", ImportTables},
+     "add the foods of a FoodData Central download", ImportTables, CheckTypes},
 };
 constexpr CCommand kNamedCommands[] = {
     {"", "import", "FILE", kImportOptions, EAccess::Writes, "add the items of a CSV file", Import},
