@@ -6,17 +6,19 @@ usage: fuzz_tables.py PROGRAM FOLDER MINUTES [SEED]
 PROGRAM is velmora-cli, best built with sanitizers; FOLDER holds the tables of a small download.
 Each run changes a copy of the tables, imports it, lists the foods and verifies the volume. A run is
 bad when the program ends by a signal, with a report of a sanitizer or with a status other than 0 (done)
-or, for the import alone, 1 (refused), and when it takes longer than ten seconds. The tables of a bad
-run are kept.
+or, for the import alone, 1 (refused), and when it takes longer than ten seconds or more than
+MOST_MEMORY. The tables of a bad run are kept.
 """
 import os
 import random
+import resource
 import shutil
 import subprocess
 import sys
 import tempfile
 import time
 
+MOST_MEMORY = 400 << 10  # KB resident, sanitizers included
 PIECES = [b'"', b'""', b',', b'\n', b'\r', b'\r\n', b'\0', b'\xff', b'\xef\xbb\xbf', b'\xf0\x9f\x8d\x8e',
           b'-1', b'0', b'4294967295', b'4294967296', b'1e308', b'1e-400', b'nan', b'inf', b'9' * 30,
           b'x' * 300, b'g', b'IU', b'branded_food', b'208', b'100 gm']
@@ -43,8 +45,14 @@ def changed(data, chance):
     return b'\n'.join(lines[:1] + rows)
 
 
+def peak():
+    """KB, the most that a process has taken so far."""
+    return resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss
+
+
 def play(program, folder, volume, options):
     """What was wrong with a run; None for nothing."""
+    before = max(peak(), MOST_MEMORY)
     importing = ['foods', 'import-fdc', folder] + options
     for command in (importing, ['foods', 'list'], ['verify']):
         name = ' '.join(command[:2])
@@ -58,6 +66,8 @@ def play(program, folder, volume, options):
         if (done.returncode not in ((0, 1) if command is importing else (0,))
                 or 'Sanitizer' in said or 'runtime error' in said):
             return f'{name} ended with {done.returncode}: {said[-2000:]}'
+        if peak() > before:
+            return f'{name} took {peak() >> 10} MB'
     return None
 
 
@@ -92,7 +102,7 @@ def main():
                 kept = f'bad-tables-{seed}-{runs}'
                 shutil.copytree(folder, kept)
                 print(f'run {runs}, kept in {kept}: {wrong}', flush=True)
-    print(f'seed {seed}: {runs} runs, {bad} bad')
+    print(f'seed {seed}: {runs} runs, {bad} bad, at most {peak() >> 10} MB')
     return 1 if bad else 0
 
 
