@@ -38,8 +38,8 @@ class CFoodTablesRun {
     bool StoreFoods();
     bool ReadWindow(const CFoodWindow& window);
     bool StoreRows(const std::vector<CFoodWindow>& windows);
-    bool StoreFood(CCsvTable& table, int place);
-    bool MakeFood(CCsvTable& table, int place);
+    bool StoreFood(CCsvTable& table, int foodType, int place);
+    bool MakeFood(CCsvTable& table, int foodType, int place);
     /// Texts of m_food, whose category is set; `mark` ends the type.
     void SetTexts(const CFoodTexts& texts, const QString& mark, quint32 fdcId);
     EStored Store();
@@ -158,7 +158,8 @@ bool CFoodTablesRun::StoreRows(const std::vector<CFoodWindow>& windows) {
     auto window = windows.begin();
     CCsvTable table = m_folder.Open(kLayout);
     for (int place = 0; table.NextRow();) {
-        if (!IsWanted(FoodTypeOf(table.Field(kType)))) {
+        const int foodType = FoodTypeOf(table.Field(kType));
+        if (!IsWanted(foodType)) {
             continue;
         }
         if (place == m_places.Count()) {
@@ -168,7 +169,7 @@ bool CFoodTablesRun::StoreRows(const std::vector<CFoodWindow>& windows) {
         if (place == window->end && !ReadWindow(*++window)) {
             return false;
         }
-        if (!StoreFood(table, place)) {
+        if (!StoreFood(table, foodType, place)) {
             m_hasFailed = true;
             return false;
         }
@@ -178,12 +179,12 @@ bool CFoodTablesRun::StoreRows(const std::vector<CFoodWindow>& windows) {
 }
 
 /// False when a write has failed.
-bool CFoodTablesRun::StoreFood(CCsvTable& table, int place) {
-    return m_groups.MakeRoom() && (!MakeFood(table, place) || m_groups.Note(Store()));
+bool CFoodTablesRun::StoreFood(CCsvTable& table, int foodType, int place) {
+    return m_groups.MakeRoom() && (!MakeFood(table, foodType, place) || m_groups.Note(Store()));
 }
 
 /// False when the food is left out.
-bool CFoodTablesRun::MakeFood(CCsvTable& table, int place) {
+bool CFoodTablesRun::MakeFood(CCsvTable& table, int foodType, int place) {
     quint32 fdcId = 0;
     if (!table.ReadNumber(kFdcId, fdcId)) {
         return false;  // not as when it was first read
@@ -192,7 +193,7 @@ bool CFoodTablesRun::MakeFood(CCsvTable& table, int place) {
         ++m_counts.listedTwice;
         return false;
     }
-    const bool isBranded = m_branded.IsThere() && FoodTypeOf(table.Field(kType)) == kBrandedType;
+    const bool isBranded = m_branded.IsThere() && foodType == kBrandedType;
     const CBrandedFood brand = isBranded ? m_branded.FoodOf(place) : CBrandedFood();
     const CFoodTexts texts = SplitBranded(brand.brand, TableText(table.Field(kDescription)));
     if (texts.name.isEmpty()) {
@@ -259,7 +260,8 @@ void CFoodTablesRun::Report(bool isCancelled) {
     m_counts.withoutCategory = m_categories.CountWithoutCategory();
     m_counts.unusablePortions = m_portions.CountUnusable();
     m_counts.tooManyPortions = m_portions.CountTooMany();
-    m_counts.unknownUnits = m_nutrients.UnknownUnits();
+    m_counts.unknownUnits = m_nutrients.CountUnknownUnits();
+    m_counts.firstUnknownUnits = m_nutrients.FirstUnknownUnits();
     const CImportCounts& stored = m_groups.Counts();
     const bool isNothing = isCancelled && stored.imported + stored.skipped == 0;
     ShowMessage({.text = ImportSummary(kFoods, m_request.policy, stored),

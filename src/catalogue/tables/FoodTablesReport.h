@@ -10,7 +10,7 @@ struct CFoodTablesCounts {
     int listedTwice = 0;
     int nameless = 0;
     int withoutEnergy = 0;
-    QStringList firstWithoutEnergy;  ///< names of some of them
+    QStringList firstWithoutEnergy;  ///< names of some of them, cut like those of foods
     int withoutPlace = 0;            ///< no category for them can be added
     // Foods that are not quite as the tables say.
     int marked = 0;  ///< with their number in the type, since another one has the same name
@@ -18,7 +18,8 @@ struct CFoodTablesCounts {
     int withoutCategory = 0;
     int unusablePortions = 0;
     int tooManyPortions = 0;
-    QStringList unknownUnits;  ///< see CNutrientNumbers
+    int unknownUnits = 0;
+    QStringList firstUnknownUnits;  ///< see CNutrientNumbers
 
     void AddWithoutEnergy(const QString& food);
 };

@@ -5,6 +5,7 @@
 #include <limits>
 #include <string_view>
 
+#include "catalogue/exchange/CsvFields.h"
 #include "catalogue/tables/TableFolder.h"
 #include "catalogue/tables/TableTexts.h"
 #include "catalogue/tables/TableUnits.h"
@@ -163,11 +164,14 @@ bool CNutrientNumbers::Read(CTableFolder& folder) {
 
 void CNutrientNumbers::AddNutrient(quint32 id, int place, std::string_view unit) {
     constexpr int kMostShown = 5;
+    constexpr int kLongestUnit = 40;
     const CTableNutrient& nutrient = kTable[place];
     const double from = SizeOfUnit(unit, nutrient);
     if (from <= 0) {
-        if (m_unknownUnits.size() < kMostShown) {
-            m_unknownUnits.append(u"%1 (%2)"_s.arg(nutrient.number).arg(TableText(unit)));
+        ++m_unknownUnitCount;
+        if (m_firstUnknownUnits.size() < kMostShown) {
+            m_firstUnknownUnits.append(u"%1 (%2)"_s.arg(nutrient.number)
+                                           .arg(CutImportedText(TableText(unit), kLongestUnit)));
         }
         return;
     }

@@ -43,8 +43,10 @@ class CNutrientNumbers {
     [[nodiscard]] double Convert(quint32 id, double amount) const {
         return amount * m_nutrients[id].factor / m_nutrients[id].divisor;
     }
-    /// "323 (MG_ATE)": wanted nutrients whose unit is not known, which are left out.
-    [[nodiscard]] const QStringList& UnknownUnits() const { return m_unknownUnits; }
+    /// Wanted nutrients whose unit is not known, which are left out: how many, and "323 (MG_ATE)"
+    /// for the first of them.
+    [[nodiscard]] int CountUnknownUnits() const { return m_unknownUnitCount; }
+    [[nodiscard]] const QStringList& FirstUnknownUnits() const { return m_firstUnknownUnits; }
 
   private:
     struct CNutrient {
@@ -56,5 +58,6 @@ class CNutrientNumbers {
     void AddNutrient(quint32 id, int place, std::string_view unit);
 
     std::vector<CNutrient> m_nutrients;  ///< by "nutrient_id"
-    QStringList m_unknownUnits;
+    int m_unknownUnitCount = 0;
+    QStringList m_firstUnknownUnits;
 };
