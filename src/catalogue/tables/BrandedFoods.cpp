@@ -75,7 +75,8 @@ bool CBrandedFoods::ReadWindow(const CFoodWindow& window) {
 CBrandedFoods::CFood CBrandedFoods::Keep(const CCsvTable& table, double size) {
     CFood food{.size = size};
     const std::string_view brand = table.Field(kBrand);
-    food.brand = m_texts.Add(brand.empty() ? table.Field(kOwner) : brand);
+    const bool isBlank = brand.find_first_not_of(' ') == std::string_view::npos;
+    food.brand = m_texts.Add(isBlank ? table.Field(kOwner) : brand);
     food.category = m_texts.Add(table.Field(kCategory));
     food.serving = m_texts.Add(table.Field(kHousehold));
     const CTableUnit unit = UnitOf(table.Field(kUnit));
