@@ -28,8 +28,8 @@ constexpr double kVitaminEPerIu = 670;
 
 /// A nutrient of a download as one of the catalogue's.
 struct CTableNutrient {
-    int number;  ///< "nutrient_nbr" of the download's nutrient.csv
-    int index;   ///< in the table of nutrients
+    double number;  ///< "nutrient_nbr" of the download's nutrient.csv
+    int index;      ///< in the table of nutrients
     /// Of several for the same index, those with the least choice that a food has count. If these
     /// are several, they are parts and are added up.
     int choice = 0;
@@ -74,6 +74,8 @@ constexpr std::array<CTableNutrient, kTableNutrientCount> kTable = {{
     {645, 31},
     {646, 32},
     {601, 33},
+    // Sugars as labels define them, which Foundation foods have instead.
+    {269.3, 6, 1},
     // Energy by specific Atwater factors, by general ones, and in kJ.
     {958, 0, 1},
     {957, 0, 2},
@@ -111,16 +113,14 @@ enum : int { kId, kUnit, kNumber };
 constexpr CTableColumn kColumns[] = {{"id"}, {"unit_name"}, {"nutrient_nbr"}};
 constexpr CTableLayout kLayout = {"nutrient.csv", kColumns};
 
-/// Place of a number, "208" or "208.0", in the table; -1 for the others, such as "269.3".
+/// Place of a number, "208" or "208.0", in the table; -1 for the others.
 int PlaceOfNumber(std::string_view text) {
     const char* const end = text.data() + text.size();
     double number = 0;
     if (std::from_chars(text.data(), end, number).ptr != end) {
         return -1;
     }
-    const auto found = std::ranges::find(kTable, number, [](const CTableNutrient& nutrient) {
-        return static_cast<double>(nutrient.number);
-    });
+    const auto found = std::ranges::find(kTable, number, &CTableNutrient::number);
     return found == kTable.end() ? -1 : static_cast<int>(found - kTable.begin());
 }
 }  // namespace
@@ -149,7 +149,11 @@ bool CNutrientNumbers::Read(CTableFolder& folder) {
     CCsvTable table = folder.Open(kLayout);
     while (table.NextRow()) {
         const int place = PlaceOfNumber(table.Field(kNumber));
+        const int namesake = PlaceOfNumber(table.Field(kId));
         quint32 id = 0;
+        if (namesake >= 0) {
+            m_isId[namesake] = true;
+        }
         if (place < 0) {
             continue;
         }
@@ -159,6 +163,7 @@ bool CNutrientNumbers::Read(CTableFolder& folder) {
         }
         AddNutrient(id, place, table.Field(kUnit));
     }
+    AddNumbers();
     return folder.HasReadAll(table);
 }
 
@@ -178,4 +183,20 @@ void CNutrientNumbers::AddNutrient(quint32 id, int place, std::string_view unit)
     const double to = SizeOfUnit(UnitIn(kNutrientNames[nutrient.index].csvName), nutrient);
     m_nutrients.resize(std::max<size_t>(m_nutrients.size(), id + 1));
     m_nutrients[id] = from == to ? CNutrient{place} : CNutrient{place, from, to};
+}
+
+/// Some downloads name the nutrient of an amount by its number.
+void CNutrientNumbers::AddNumbers() {
+    for (size_t id = 0; id < m_nutrients.size(); ++id) {
+        const CNutrient nutrient = m_nutrients[id];
+        if (nutrient.place < 0 || m_isId[nutrient.place]) {
+            continue;
+        }
+        const auto number = static_cast<size_t>(kTable[nutrient.place].number);
+        const bool isWhole = static_cast<double>(number) == kTable[nutrient.place].number;
+        m_nutrients.resize(std::max(m_nutrients.size(), number + 1));
+        if (isWhole && m_nutrients[number].place < 0) {
+            m_nutrients[number] = nutrient;
+        }
+    }
 }

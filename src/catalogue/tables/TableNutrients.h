@@ -11,7 +11,7 @@
 class CTableFolder;
 
 /// How many nutrients of a download are wanted; each has its place.
-inline constexpr int kTableNutrientCount = 44;
+inline constexpr int kTableNutrientCount = 45;
 
 /// The amounts of one food, in the catalogue's units, by the places of the nutrients.
 class CTableAmounts {
@@ -35,7 +35,8 @@ class CNutrientNumbers {
     /// False when the table cannot be read.
     [[nodiscard]] bool Read(CTableFolder& folder);
 
-    /// Place of the nutrient with that "nutrient_id"; -1 for the others.
+    /// Place of the nutrient with that "nutrient_id", which may be its number where no nutrient has
+    /// it as its id; -1 for the others.
     [[nodiscard]] int PlaceOf(quint32 id) const {
         return id < m_nutrients.size() ? m_nutrients[id].place : -1;
     }
@@ -56,8 +57,11 @@ class CNutrientNumbers {
     };
 
     void AddNutrient(quint32 id, int place, std::string_view unit);
+    void AddNumbers();
 
     std::vector<CNutrient> m_nutrients;  ///< by "nutrient_id"
+    /// By place: a nutrient has the number as its id.
+    std::array<bool, kTableNutrientCount> m_isId{};
     int m_unknownUnitCount = 0;
     QStringList m_firstUnknownUnits;
 };
