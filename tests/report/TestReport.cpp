@@ -28,7 +28,7 @@ class TestReport : public CDiaryTest {
     }
     /// Two days with entries around one without.
     void AddThreeDays() {
-        AddFoodEntry({kFirst, {0, 0}}, 5, u"Tea"_s, u""_s, 1, u"mug"_s, 2, 0);
+        AddFoodEntry({kFirst, {0, 0}}, 5, u"Tea\r\n\x1B"_s, u""_s, 1, u"mug\n"_s, 2, 0);
         AddFoodEntry({kFirst, {8, 0}}, 0, u"Oats"_s, u"dry"_s, 1.5, u"cup"_s, 150.5, 5.5);
         AddFoodEntry({kFirst, {23, 59, 59}}, 0, u"Milk"_s, u"whole, 3.5%"_s, 0.5, u"glass"_s, 61.5,
                      3.2);
@@ -55,9 +55,9 @@ class TestReport : public CDiaryTest {
     void aReportShowsItsProgressAndIsNotCancelled() {
         AddThreeDays();
         m_messages->progress.cancelAfterPumps = 0;
-        // An entry and an exercise without a type.
+        // An entry, with line breaks, and an exercise without a type.
         const QByteArray byDate = Written({kFirst, kLast});
-        QVERIFY(byDate.contains("\r\nTea,1.0xmug,2.0,0.0\r\n") &&
+        QVERIFY(byDate.contains("\r\nTea   ,1.0xmug ,2.0,0.0\r\n") &&
                 byDate.contains("\r\nRest,01:30,"));
         QCOMPARE(m_messages->progress.position, 4);  // the header and three days
         QVERIFY(Written({kFirst, kLast, kReportAll, EReportGrouping::Type}).contains("Apple raw"));
