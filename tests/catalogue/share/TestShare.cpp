@@ -146,6 +146,16 @@ class TestShare : public CShareTest {
         QCOMPARE(Database().Categories().IdOf(kFoods, u"Undefined"_s), 1);
     }
 
+    void anItemThatIsDamagedMeanwhileIsLeftOut() {
+        FillKitchen();
+        m_messages->progress.onPump = [this] {
+            CItemDatabaseBase& menus = Database().Menus();
+            QVERIFY(menus.Write(0, CExerciseItem()));
+        };
+        QCOMPARE(Share(kMenus, {0}), u"! Shared 2 foods and 2 recipes."_s);
+        QCOMPARE(m_messages->details.last(), u"1 damaged item is left out."_s);
+    }
+
     void limitsAreKept() {
         const qint32 category = AddCategory(Database(), u"Sports"_s, kExercises);
         CExerciseItem item;
@@ -250,14 +260,18 @@ class TestShare : public CShareTest {
 
     void theProposedNameIsAFileName() {
         const qint32 category = AddCategory(Database(), u"Dry"_s);
-        for (const QString& name : {u"../Oats: \"fine\" 1/2"_s, u"Süß"_s, u"..."_s}) {
+        const QString word(59, u'ж');
+        for (const QString& name :
+             {u"../Oats: \"fine\" 1/2"_s, u"Süß"_s, u"..."_s, QString(word + u" %1"_s.arg(word))}) {
             QVERIFY(Database().Foods().Write(-1, MakeFood(category, name, u"x"_s)));
         }
         QString proposed;
-        for (const std::vector<int>& positions : {{0}, {1}, {2}, std::vector{0, 1}}) {
+        for (const std::vector<int>& positions : {{0}, {1}, {2}, std::vector{0, 1}, {3}}) {
             proposed += ProposedShareName(Database(), {kFoods, positions}) + u'|';
         }
-        QCOMPARE(proposed, u"Oats fine 1 2.velmora|Süß.velmora|foods.velmora|foods.velmora|"_s);
+        QCOMPARE(proposed,
+                 u"Oats fine 1 2.velmora|Süß.velmora|foods.velmora|foods.velmora|%1.velmora|"_s.arg(
+                     word));
     }
 };
 

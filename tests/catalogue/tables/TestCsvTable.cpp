@@ -134,6 +134,9 @@ class TestCsvTable : public QObject {
 
     void portionsHaveTexts_data() {
         AddRows<CPortionFields, QString>({
+            {"a pair at the cut",
+             {{}, {}, QString(59, u'1') + u"\U0001F34E2345"_s, {}},
+             QString(59, u'1') + u"..."_s},
             {"modifier", {u"1"_s, {}, {}, u"cup, sliced"_s}, u"1 cup, sliced"_s},
             {"unit and modifier", {u"0.50"_s, u"cup"_s, {}, u"whole"_s}, u"0.5 cup, whole"_s},
             {"description", {{}, u"cup"_s, u"1 cup"_s, u"10205"_s}, u"1 cup"_s},

@@ -23,7 +23,11 @@ class TestFoodTables : public CTablesTest {
             {"kJ", "1062=418", 0, 100},  // 418 / 4.18
             {"the largest of several", "1008=1 1003=1 1003=3.25 1003=2", 1, 3.25},
             {"not measured", "1008=1 1003=", 1, 0},
-            {"a number that only begins so", "1008=1 1063=5 1064=5", 6, 0},
+            {"a number that only begins so", "1008=1 1064=5", 6, 0},
+            {"sugars of labels", "1008=1 1063=5", 6, 5},
+            {"by numbers", "208=7 203=3", 1, 3},
+            {"by the number of another nutrient", "1008=1 269=5", 6, 0},
+            {"a number that is an id", "1008=1 204=3", 2, 0},
             {"in another unit", "1008=1 1188=0.02", 9, 20},
             {"vitamin A", "1008=1 1104=100 1105=9 1106=8", 27, 100},
             // 3 / 0.3 + 12 / 0.6 + 6 / 1.2 + 9 / 1.2 = 10 + 20 + 5 + 7.5
@@ -40,7 +44,7 @@ class TestFoodTables : public CTablesTest {
         const auto& [amounts, nutrient, expected] = DataRow<QByteArray, int, double>();
         m_tables["nutrient.csv"] +=
             "1188,Calcium,gm,301,1\n1258,Vitamin E,IU,323,1\n1124,Vitamin E,IU,340,1\n"
-            "1064,Sugars,G,269x,1\n";
+            "1064,Sugars,G,269x,1\n1004,Fat,G,204,1\n204,Else,G,999,1\n";
         SetAmounts(amounts);
         QCOMPARE(Import(), u"Imported 1 foods."_s);
         CFoodItem food;
@@ -80,20 +84,22 @@ class TestFoodTables : public CTablesTest {
             "x,1,Apple,sub_sample_food,6\nx,1,\"Apple, raw\",foundation_food,7\n"
             "x,1,\"Pear, raw\",survey_fndds_food,8\nx,,Plum,sr_legacy_food,9\n"
             "x,1,Fig,experimental_food,10\nx,1,\"Pear, again\",sr_legacy_food,8\n"
-            "x,1,,sr_legacy_food,11\nx,1,Salt,sr_legacy_food,12\nx,1,\"Ice, "
-            "cold\",sr_legacy_food,13\n";
+            "x,1,,sr_legacy_food,11\nx,1,Salt,sr_legacy_food,12\nx,1,\"Ice, " +
+            QByteArray(999, 'c') + "\",sr_legacy_food,13\n";
         SetAmounts("1008=1 1300=1", {7, 8, 9, 10, 11, 6});
         m_tables["food_nutrient.csv"] += "1,12,1003,1\n";
-        m_tables["nutrient.csv"] += "1300,Iron,MG_ATE,303,1\n";
+        m_tables["nutrient.csv"] += ("1300,Iron," + QByteArray(999, 'u') + ",303,1\n").repeated(6);
         m_request.foodTypes = 0b0110;
         QCOMPARE(Import(), u"Imported 2 foods."_s);
         QCOMPARE(Listed(), u"Fruit|Pear|raw|100 gm 100|Other foods|Plum|plain|100 gm 100"_s);
         QCOMPARE(m_messages->details.last(),
                  u"Rows that are not foods: 2\nFoods of other types, left out: 1\n"
-                 "Foods listed twice, second one left out: 1\nFoods without a name, left out: 1\n"
-                 "Foods without energy, left out: 2 ('Salt, plain', 'Ice, cold')\n"
+                 "Foods listed twice, the second one left out: 1\n"
+                 "Foods without a name, left out: 1\n"
+                 "Foods without energy, left out: 2 ('Salt, plain', 'Ice, %1...')\n"
                  "Foods in 'Other foods', since they have no category: 1\n"
-                 "Nutrients in unknown units, left out: 1 (303 (MG_ATE))"_s);
+                 "Nutrients in unknown units, left out: 6 (%2...)"_s.arg(
+                     QString(119, u'c'), u"303 (%1...), "_s.arg(QString(37, u'u')).repeated(5)));
     }
 
     void brandedFoodsHaveTheirOwnTable() {
@@ -106,7 +112,7 @@ class TestFoodTables : public CTablesTest {
             "fdc_id,brand_owner,brand_name,serving_size,serving_size_unit,"
             "household_serving_fulltext,branded_food_category\n"
             "2,\"Acme, Inc.\",Acme,240,ml,1 cup,Drinks\n1,\"Acme, Inc.\",Acme,30.50,GRM,,Canned\n"
-            "3,\"Acme, Inc.\",,2,g,1 bag,\n5,Acme,Acme,1,g,,Drinks\n"
+            "3,\"Acme, Inc.\", ,2,g,1 bag,\n5,Acme,Acme,1,g,,Drinks\n"
             "6,,,30,MG,1 pill,Drinks\n8,,,100,g,,Drinks\n";
         SetAmounts("1008=1", {1, 2, 3, 4, 5, 6, 8});
         m_tables["food_portion.csv"] += "1,1,1,1,1000,,,240\n";
@@ -141,7 +147,8 @@ class TestFoodTables : public CTablesTest {
             "Soups|Apple|raw|100 gm 100"_s.arg(x.first(124), x.first(110));
         QCOMPARE(Import(), u"Imported 5 foods."_s);
         QCOMPARE(Listed(), all);
-        QVERIFY(m_messages->details.last().endsWith(u"FDC number added to the type: 2"_s));
+        QVERIFY(m_messages->details.last().endsWith(
+            u"same category, name and type as another, FDC number added to the type: 2"_s));
         // The same foods are recognized.
         QCOMPARE(Import(EDuplicatePolicy::Skip), u"Imported 0 foods. Skipped 5 existing foods."_s);
         QCOMPARE(Import(EDuplicatePolicy::Overwrite),
