@@ -6,8 +6,9 @@
 #include <QProxyStyle>
 
 /// The palette follows the desktop's: it is made readable each time the desktop changes it. The
-/// outlines of fields, buttons, check boxes and frames are changed only where Qt's own Fusion draws
-/// them, which has them at a contrast of about 2.
+/// outlines of fields, buttons, check boxes, tabs, scroll bars and frames, also those around what
+/// has the focus, are changed only where Qt's own Fusion draws them, which has them at a contrast
+/// of about 2.
 class CReadableStyle : public QProxyStyle {
   public:
     explicit CReadableStyle(const QString& base) : QProxyStyle(base) {}
@@ -18,6 +19,8 @@ class CReadableStyle : public QProxyStyle {
     void polish(QPalette& palette) override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                             QPainter* painter, const QWidget* widget) const override;
 
