@@ -187,9 +187,9 @@ void CDialog::showEvent(QShowEvent* event) {
     // A size that the caller has set is kept.
     if (!event->spontaneous() && !testAttribute(Qt::WA_Resized)) {
         const QRect available = screen()->availableGeometry();
+        const QMargins frame = FrameMargins();
         if (available.width() < kSmallScreenWidth) {
             // Borders at the sides are not worth the width.
-            const QMargins frame = FrameMargins();
             setGeometry(available.adjusted(0, frame.top(), 0, -frame.bottom()));
         } else {
             const QSize page = m_scroll->widget()->sizeHint();
@@ -201,17 +201,20 @@ void CDialog::showEvent(QShowEvent* event) {
                     ? m_preferredSize.expandedTo({page.width() + bar, 0})
                     : QSize(std::max(page.width(), buttons.width()) + bar,
                             page.height() + layout()->spacing() + buttons.height());
-            resize(wanted.boundedTo(available.size()));
+            resize(wanted.boundedTo(available.marginsRemoved(frame).size()));
         }
     }
     QDialog::showEvent(event);
 }
 
-// The dialog has no frame of its own before it is shown; its window's is as large.
+// The dialog has no frame of its own before it is shown; its window's is as large. Without one, a
+// title bar as the style has it stands for that of the desktop.
 QMargins CDialog::FrameMargins() const {
     const QWindow* window =
         parentWidget() == nullptr ? nullptr : parentWidget()->window()->windowHandle();
-    return window == nullptr ? QMargins() : window->frameMargins();
+    return window == nullptr
+               ? QMargins(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this), 0, 0)
+               : window->frameMargins();
 }
 
 bool CDialog::eventFilter(QObject* watched, QEvent* event) {
