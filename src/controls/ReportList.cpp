@@ -66,6 +66,19 @@ void CReportList::SetRows(CReportRows rows) {
     }
 }
 
+// As QHeaderView does it for a click.
+bool CReportList::SortBy(int column) {
+    QHeaderView& titles = *header();
+    if (isHeaderHidden() || !titles.sectionsClickable() || column < 0 || column >= titles.count()) {
+        return false;
+    }
+    const bool isSame = titles.sortIndicatorSection() == column;
+    const bool wasUp = titles.sortIndicatorOrder() == Qt::AscendingOrder;
+    titles.setSortIndicator(isSame && !wasUp ? -1 : column,
+                            isSame && wasUp ? Qt::DescendingOrder : Qt::AscendingOrder);
+    return true;
+}
+
 void CReportList::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const {
     const QString heading = HeadingOf(index);
@@ -266,7 +279,11 @@ void CReportList::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const int offer = event->key() - Qt::Key_1;
-    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == 0;
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    const bool isPlain = modifiers == Qt::NoModifier;
+    if (modifiers == Qt::AltModifier && SortBy(offer)) {
+        return;
+    }
     if (RowCount() == 0 && isPlain && m_hint != nullptr && offer >= 0 &&
         offer < m_hint->OfferCount()) {
         emit OfferTaken(offer);

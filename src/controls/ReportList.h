@@ -1,5 +1,5 @@
 // The report-style list of the views: rows and columns of texts over a model, multi-selection,
-// reselection after a reload, sorting by a click on a header.
+// reselection after a reload, sorting by a click on a header or a key.
 #pragma once
 
 #include <vector>
@@ -17,7 +17,8 @@ inline constexpr int kTitleMargin = 16;
 /// selected rows on the clipboard as they are shown: one line per row, tabs between the columns. On
 /// a wide screen rows are one and a half times as high as the font.
 ///
-/// A click on a header sorts, a second one reverses the order, a third restores the owner's order.
+/// A click on a header sorts, a second one reverses the order, a third restores the owner's order;
+/// so do Alt+1 to Alt+9 for the first nine columns.
 /// A "row" counts in the owner's order, a "place" in the order shown.
 class CReportList : public CRowTree {
     Q_OBJECT
@@ -81,6 +82,8 @@ class CReportList : public CRowTree {
     void changeEvent(QEvent* event) override;
 
   private:
+    /// False when the list cannot be sorted by such a column.
+    bool SortBy(int column);
     void LayColumnsOut();
     /// The widths when the room is shared among columns that are at least so wide.
     [[nodiscard]] std::vector<int> SharedWidths(const std::vector<int>& least) const;
