@@ -245,11 +245,11 @@ class Walk:
         self.find(title, f"{key} does not come back to '{first.get_name()}'")
         return stops
 
-    def new_window(self, before, seconds=2.0):
+    def new_window(self, before, seconds=2.0, apart_from=None):
         """The window that came to the front after `before`; None if it stayed."""
         def changed():
             window = self.reader.active_window()
-            return window if window is not None and window != before else None
+            return window if window not in (None, before, apart_from) else None
         window = self.reader.wait_for(changed, seconds)
         if window is not None:
             self.reader.wait_for(lambda: False, 0.2)
@@ -379,10 +379,35 @@ class Walk:
             return
         self.check_dialog(title, window, frame)
         if item in IN_TWO_STEPS and self.choose(title, menu, item):
-            first = self.new_window(frame)
+            self.check_next(title, item, frame)
+
+    def check_next(self, title, item, frame):
+        """Both windows of a command, the first as it comes."""
+        first = self.new_window(frame)
+        if first is not None:
             at_client.write(IN_TWO_STEPS[item])
             press("Return")
-            self.check_dialog(f"{title} / next", self.new_window(first), frame)
+        second = None if first is None else self.new_window(first, apart_from=frame)
+        if second is not None:
+            self.check_dialog(f"{title} / next", second, frame)
+            return
+        self.find(title, "shows no second window")
+        if first is not None and self.reader.active_window() == first:
+            self.close(title, first.get_name(), frame)
+
+    def check_lost_volume(self, volume):
+        """The message after the data file was taken away."""
+        frame = self.reader.active_window()
+        self.reader.move("ctrl+2")
+        volume.unlink()
+        press("Insert")
+        dialog = self.new_window(frame)
+        press("Return")
+        message = None if dialog is None else self.new_window(dialog, apart_from=frame)
+        if message is None:
+            self.find("Lost volume", "no message says that the data file is gone")
+        else:
+            self.check_dialog("Lost volume", message, dialog)
 
     def check_without_window(self, title, item):
         focus = self.reader.focus
@@ -436,6 +461,7 @@ def main():
             for view in VIEWS:
                 if chosen.view in (None, view[1]):
                     walk.check_view(*view)
+            walk.check_lost_volume(volume)
         except Stuck:
             pass  # is among the findings
         desk.close()
