@@ -1,6 +1,8 @@
 #include <QFormLayout>
+#include <QScreen>
 #include <QScrollArea>
 #include <QSignalSpy>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include "controls/Dialog.h"
@@ -135,6 +137,22 @@ class TestDialog : public QObject {
         // A field at the very bottom leaves the list half the content.
         dialog.m_pickList.Open(dialog.m_last, {u"Name"_s, kNames}, {});
         QCOMPARE(dialog.m_pickList.y(), dialog.m_pickList.parentWidget()->height() / 2);
+    }
+
+    void aTallDialogLeavesRoomForItsTitle() {
+        QWidget window;
+        Show(window);
+        for (QWidget* parent : {&window, static_cast<QWidget*>(nullptr)}) {
+            CDialog dialog(u"Tall"_s, parent);
+            auto* content = dialog.findChild<QScrollArea*>()->widget()->layout();
+            content->addItem(new QSpacerItem(10, 5000));
+            Show(dialog);
+            const int title = parent == nullptr
+                                  ? dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight)
+                                  : window.frameGeometry().height() - window.height();
+            QVERIFY(title > 0);
+            QCOMPARE(dialog.height(), dialog.screen()->availableGeometry().height() - title);
+        }
     }
 
     void theFocusedFieldIsScrolledIntoSight() {
