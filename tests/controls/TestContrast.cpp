@@ -6,11 +6,14 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QSlider>
 #include <QSpinBox>
 #include <QStyleFactory>
+#include <QTabBar>
 #include <QTest>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 #include "controls/ReadableStyle.h"
 #include "controls/ReportList.h"
@@ -84,6 +87,52 @@ class TestContrast : public QObject {
                 QVERIFY2(Strongest(image, edge, ground) >= kVisibleContrast,
                          control->metaObject()->className());
             }
+        }
+    }
+
+    // What the focus and the choice of a tab change, and the handle of a scroll bar.
+    void focusTabsAndHandlesAreSeen() {
+        for (const QPalette& palette : {m_light, Dark()}) {
+            QApplication::setPalette(palette);
+            QWidget host;
+            QVBoxLayout rows(&host);
+            auto* list = new CReportList(u"List"_s);
+            list->SetColumn(u"Name"_s);
+            list->SetRows({1, [](int, int) { return QString(); }});
+            list->setSelectionMode(QAbstractItemView::NoSelection);
+            list->setCurrentIndex(list->model()->index(0, 0));
+            auto* tabs = new QTabBar;
+            tabs->addTab(u" "_s);
+            tabs->addTab(u" "_s);
+            auto* handle = new QScrollBar;
+            handle->setMinimumHeight(120);
+            handle->setPageStep(100);  // its upper half
+            QWidget* const controls[] = {list, tabs, new QCheckBox, new QRadioButton,
+                                         new QToolButton};
+            for (QWidget* control : controls) {
+                rows.addWidget(control);
+            }
+            rows.addWidget(handle, 0, Qt::AlignLeft);
+            host.show();
+            QVERIFY(QTest::qWaitForWindowActive(&host));
+            host.setAttribute(Qt::WA_KeyboardFocusChange);
+            for (QWidget* control : controls) {
+                host.setFocus();
+                const QImage before = control->grab().toImage();
+                control->setFocus(Qt::TabFocusReason);
+                QVERIFY2(Change(before, control->grab().toImage()) >= kVisibleContrast,
+                         control->metaObject()->className());
+            }
+            host.setFocus();
+            const QImage first = tabs->grab(tabs->tabRect(0)).toImage();
+            const QRect edge(0, first.height() / 2, 4, 1);
+            QVERIFY(Strongest(first, edge, palette.color(QPalette::Window)) >= kVisibleContrast);
+            tabs->setCurrentIndex(1);
+            QVERIFY(Change(first, tabs->grab(tabs->tabRect(0)).toImage()) >= kVisibleContrast);
+            const QImage bar = handle->grab().toImage();
+            const QPoint groove(bar.width() / 2, bar.height() * 3 / 4);
+            QVERIFY(Strongest(bar, {groove.x(), bar.height() / 4, 1, bar.height() / 2},
+                              bar.pixelColor(groove)) >= kVisibleContrast);
         }
     }
 

@@ -15,3 +15,16 @@ inline double Strongest(const QImage& image, const QRect& area, const QColor& gr
     }
     return strongest;
 }
+
+/// The strongest contrast of a pixel with the same one of another image as large.
+inline double Change(const QImage& before, const QImage& after) {
+    double strongest = 1;
+    for (int y = 0; y < before.height(); ++y) {
+        for (int x = 0; x < before.width(); ++x) {
+            const QPoint pixel(x, y);
+            strongest =
+                std::max(strongest, Contrast(before.pixelColor(pixel), after.pixelColor(pixel)));
+        }
+    }
+    return strongest;
+}
