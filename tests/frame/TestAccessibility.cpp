@@ -2,16 +2,20 @@
 // needs large texts.
 #include "FrameFixture.h"
 
+#include <QMessageBox>
 #include <QScopeGuard>
 #include <QToolButton>
 
 #include "controls/ColorDialog.h"
 #include "controls/Dialog.h"
 #include "controls/GraphPane.h"
+#include "controls/ProgressWindow.h"
 #include "controls/ReportList.h"
+#include "controls/WindowMessages.h"
 #include "exercise/ExercisesGraph.h"
 #include "frame/FindingsDialog.h"
 #include "frame/HelpWindow.h"
+#include "store/VolumeTexts.h"
 #include "support/Clicks.h"
 #include "support/Contrasts.h"
 #include "support/DataRows.h"
@@ -98,6 +102,32 @@ class TestAccessibility : public CFrameTest {
             QCOMPARE(CHeard::Nameless(*dialog).join(u", "_s), QString());
             QCOMPARE(CHeard::TabFault(*dialog), QString());
             QCOMPARE(CHeard::Cut(*dialog).join(u", "_s), QString());
+        }
+    }
+
+    void messagesAndTheProgressAreHeardAndUncut() {
+        QWidget frame;
+        Show(frame);
+        const auto check = [](QWidget& window) {
+            window.show();
+            QTest::keyClick(&window, Qt::Key_Tab);
+            QCOMPARE(CHeard::Nameless(window).join(u", "_s), QString());
+            QCOMPARE(CHeard::TabFault(window), QString());
+            QCOMPARE(CHeard::Cut(window).join(u", "_s), QString());
+        };
+        const QFont usual = QApplication::font();
+        const auto restore = qScopeGuard([&usual] { QApplication::setFont(usual); });
+        for (const QFont& font : {usual, TwiceAsLarge(usual)}) {
+            QApplication::setFont(font);
+            OnDialog<QMessageBox>(check);
+            CWindowMessages().Show({u"The change was not stored."_s,
+                                    EMessageIcon::Stop,
+                                    LostVolumeText(EVolumeState::Replaced, Path(u"v.db"_s)),
+                                    {{u"Save a copy..."_s, {}, u"All can be saved."_s},
+                                     {u"Open the new file"_s, {}}}});
+            CProgressWindow progress(u"Velmora: Restore"_s, &frame);
+            progress.SetStatus(u"Checking the restored data"_s);
+            check(progress);
         }
     }
 
