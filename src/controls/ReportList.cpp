@@ -279,9 +279,11 @@ void CReportList::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const int offer = event->key() - Qt::Key_1;
-    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
-    const bool isPlain = modifiers == Qt::NoModifier;
-    if (modifiers == Qt::AltModifier && SortBy(offer)) {
+    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == 0;
+    // On some keyboards a digit needs the shift key.
+    const bool isAlt =
+        (event->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) == Qt::AltModifier;
+    if (isAlt && SortBy(offer)) {
         return;
     }
     if (RowCount() == 0 && isPlain && m_hint != nullptr && offer >= 0 &&

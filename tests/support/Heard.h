@@ -112,7 +112,7 @@ class CHeard {
         if (list.objectName() == "bmiTable"_L1) {
             return;  // its columns are shares of its width, whatever the font
         }
-        // Of a name the rest is seen by dragging its column.
+        // Names get the room that is left; the rest is seen by dragging their column with a mouse.
         const int first = list.isHeaderHidden() ? 0 : 1;
         for (int row = 0; row < list.model()->rowCount(); ++row) {
             for (int column = first; column < list.header()->count(); ++column) {
