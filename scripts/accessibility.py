@@ -402,7 +402,7 @@ class Walk:
         volume.unlink()
         press("Insert")
         dialog = self.new_window(frame)
-        press("Return")
+        press("alt+o")
         message = None if dialog is None else self.new_window(dialog, apart_from=frame)
         if message is None:
             self.find("Lost volume", "no message says that the data file is gone")

@@ -138,6 +138,8 @@ void CWindowMessages::Show(const CMessage& message) {
         buttons.push_back(box.addButton(action.text, QMessageBox::ActionRole));
         detail.append(action.offer);
     }
+    // With further buttons Qt leaves the Escape key without one.
+    box.setEscapeButton(QMessageBox::Ok);
     box.setInformativeText(detail.join(u' ').trimmed());
     FitToScreen(box);
     MakePlain(box);

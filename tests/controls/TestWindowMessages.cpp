@@ -71,7 +71,10 @@ class TestWindowMessages : public QObject {
         QTimer::singleShot(100, [&click] { click(u"Open"_s); });
         ShowMessage(message);
         QCOMPARE(done, (QStringList{u"saved"_s, u"opened"_s}));
-        OnDialog<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+        OnDialog<QMessageBox>([](QMessageBox& box) {
+            QTest::keyClick(&box, Qt::Key_Escape);
+            QVERIFY(!box.isVisible());
+        });
         ShowMessage(message);
         QCOMPARE(done.size(), 2);
     }
