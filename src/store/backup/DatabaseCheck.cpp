@@ -1,6 +1,5 @@
 #include "store/backup/DatabaseCheck.h"
 
-#include <QtEndian>
 #include <algorithm>
 
 #include "platform/Messages.h"
@@ -8,32 +7,6 @@
 #include "store/engine/RecordCodec.h"
 
 using namespace Qt::StringLiterals;
-
-namespace {
-constexpr qsizetype kEntrySize = 16;
-
-/// Appends the entries of a block; false when they are not as its row says.
-bool TakeEntries(QByteArrayView bytes, qint64 firstKey, qint64 count,
-                 std::vector<CIndexEntry>& entries) {
-    if (count <= 0 || count > kBlockCapacity || bytes.size() != count * kEntrySize ||
-        qFromLittleEndian<qint64>(bytes.data()) != firstKey) {
-        return false;
-    }
-    qint64 last = firstKey;
-    const std::size_t before = entries.size();
-    for (const char* from = bytes.data(); from != bytes.data() + bytes.size(); from += kEntrySize) {
-        const CIndexEntry entry{qFromLittleEndian<qint64>(from),
-                                qFromLittleEndian<qint64>(from + sizeof(qint64))};
-        if (entry.key < last || entry.record <= 0) {
-            entries.resize(before);
-            return false;
-        }
-        last = entry.key;
-        entries.push_back(entry);
-    }
-    return true;
-}
-}  // namespace
 
 CIndexRows ReadIndexRows(CSqliteFile& file, ObjectId database) {
     CIndexRows rows;
@@ -53,8 +26,12 @@ CIndexRows ReadIndexRows(CSqliteFile& file, ObjectId database) {
             ordinal > lastOrdinal && (rows.entries.empty() || rows.entries.back().key <= firstKey);
         lastOrdinal = ordinal;
         rows.expected += std::clamp<qint64>(read.GetInteger(2), 0, kBlockCapacity);
-        rows.isSound = TakeEntries(read.GetBlob(3), firstKey, read.GetInteger(2), rows.entries) &&
-                       isInOrder && rows.isSound;
+        const std::vector<CIndexEntry> entries = DecodeEntries(read.GetBlob(3));
+        const bool areSound = AreEntriesSound(entries, firstKey, read.GetInteger(2));
+        if (areSound) {
+            rows.entries.insert(rows.entries.end(), entries.begin(), entries.end());
+        }
+        rows.isSound = rows.isSound && isInOrder && areSound;
     }
     rows.isSound = read.Finish() == kErrorSuccess && rows.isSound;
     return rows;

@@ -1,14 +1,12 @@
 #include "store/engine/PositionIndex.h"
 
 #include <QByteArray>
-#include <QtEndian>
 #include <algorithm>
 #include <bit>
 #include <limits>
 #include <utility>
 
 namespace {
-constexpr int kEntrySize = 16;
 constexpr qint64 kOrdinalGap = qint64{1} << 32;
 constexpr qint64 kMaximumOrdinal = qint64{1} << 62;
 
@@ -237,15 +235,7 @@ EPlatformError CPositionIndex::LoadEntries(int at) {
     CStatement& read = m_statements.readEntries;
     read.Start({block.row});
     if (read.Next()) {
-        const QByteArrayView bytes = read.GetBlob(0);
-        if (bytes.size() == qsizetype{block.count} * kEntrySize) {
-            entries.reserve(kBlockCapacity);
-            const char* const end = bytes.data() + bytes.size();
-            for (const char* from = bytes.data(); from != end; from += kEntrySize) {
-                entries.push_back(
-                    {qFromLittleEndian<qint64>(from), qFromLittleEndian<qint64>(from + 8)});
-            }
-        }
+        entries = DecodeEntries(read.GetBlob(0));
     }
     if (const EPlatformError error = read.Finish(); error != kErrorSuccess) {
         return error;
@@ -260,12 +250,8 @@ EPlatformError CPositionIndex::LoadEntries(int at) {
 
 bool CPositionIndex::AreSound(const std::vector<CIndexEntry>& entries, int at) const {
     const CBlock& block = *m_blocks[at];
-    if (static_cast<int>(entries.size()) != block.count || entries.front().key != block.firstKey) {
-        return false;
-    }
     const bool isLast = at + 1 == static_cast<int>(m_blocks.size());
-    return std::ranges::is_sorted(entries, {}, &CIndexEntry::key) &&
-           std::ranges::all_of(entries, [](const auto& entry) { return entry.record > 0; }) &&
+    return AreEntriesSound(entries, block.firstKey, block.count) &&
            (isLast || entries.back().key <= m_blocks[at + 1]->firstKey);
 }
 
@@ -358,13 +344,7 @@ void CPositionIndex::RebuildCounts() {
 }
 
 EPlatformError CPositionIndex::WriteBlock(CBlock& block) {
-    QByteArray bytes(qsizetype{block.count} * kEntrySize, Qt::Uninitialized);
-    char* to = bytes.data();
-    for (const CIndexEntry& entry : block.entries) {
-        qToLittleEndian(entry.key, to);
-        qToLittleEndian(entry.record, to + 8);
-        to += kEntrySize;
-    }
+    const QByteArray bytes = EncodeEntries(block.entries);
     const QByteArrayView entries(bytes);
     if (block.row != 0) {
         return m_statements.update.Run(

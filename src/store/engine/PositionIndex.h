@@ -13,15 +13,8 @@
 #include <memory>
 #include <vector>
 
+#include "store/engine/IndexEntries.h"
 #include "store/engine/Statement.h"
-
-/// One entry is 16 bytes; 490 of them and the row's other columns fit one 8,192-byte page.
-inline constexpr int kBlockCapacity = 490;
-
-struct CIndexEntry {
-    qint64 key;
-    qint64 record;
-};
 
 /// The statements that every index shares, prepared once per mount.
 struct CBlockStatements {
