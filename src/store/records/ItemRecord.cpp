@@ -2,6 +2,7 @@
 
 #include "platform/CutText.h"
 #include "platform/Messages.h"
+#include "store/records/RecordFit.h"
 
 using namespace Qt::StringLiterals;
 
@@ -47,13 +48,8 @@ void CItemRecord::Clear() {
 }
 
 bool CItemRecord::SetProperties(PropertyList&& properties) {
-    if (properties.size() != m_layout->properties.size()) {
+    if (!HasTypesOf(properties, *m_layout)) {
         return false;
-    }
-    for (std::size_t i = 0; i < properties.size(); ++i) {
-        if (TypeOf(properties[i]) != m_layout->properties[i].type) {
-            return false;
-        }
     }
     for (std::size_t i = 0; i < properties.size(); ++i) {
         if (auto* text = std::get_if<QString>(&properties[i])) {

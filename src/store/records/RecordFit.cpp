@@ -23,6 +23,11 @@ EValueFault ValueFaultOf(const PropertyValue& value, const CPropertyDescription&
     return EValueFault::None;
 }
 
+bool HasTypesOf(const PropertyList& properties, const CRecordLayout& layout) {
+    return std::ranges::equal(properties, layout.properties, {}, TypeOf,
+                              &CPropertyDescription::type);
+}
+
 bool FitsLayout(const PropertyList& properties, const CRecordLayout& layout) {
     return std::ranges::equal(properties, layout.properties,
                               [](const PropertyValue& value, const CPropertyDescription& property) {
