@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QSet>
 
 #include "platform/LateProgress.h"
 #include "platform/Messages.h"
@@ -132,9 +133,12 @@ EPlatformError WriteRepaired(CVolumeReplacement& replacement, CRepairSummary& su
 
 /// Records that can be read are taken over with what is wrong in them.
 bool AreAllLeft(const CFindings& found, const CFindings& left) {
-    return std::ranges::all_of(found.List(), [&left](const CFinding& finding) {
-        return finding.kind == EFinding::Note ||
-               std::ranges::find(left.List(), finding.text, &CFinding::text) != left.List().end();
+    QSet<QString> texts;
+    for (const CFinding& finding : left.List()) {
+        texts.insert(finding.text);
+    }
+    return std::ranges::all_of(found.List(), [&texts](const CFinding& finding) {
+        return finding.kind == EFinding::Note || texts.contains(finding.text);
     });
 }
 
