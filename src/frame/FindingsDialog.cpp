@@ -8,10 +8,19 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+/// More than anybody reads; a list may have a line for each of millions of records.
+constexpr int kMostLines = 2000;
+}  // namespace
+
 CFindingsDialog::CFindingsDialog(const CFindings& findings, QWidget* parent)
     : CDialog(u"Check data"_s, parent) {
     QStringList lines;
     for (const CFinding& finding : findings.List()) {
+        if (lines.size() == kMostLines) {
+            lines.append(u"... and %1 more"_s.arg(std::ssize(findings.List()) - kMostLines));
+            break;
+        }
         lines.append(FindingLine(finding));
     }
     AddText(FindingsText(findings), u"summary"_s);
