@@ -1,6 +1,5 @@
 #include "store/backup/Salvage.h"
 
-#include <QtEndian>
 #include <algorithm>
 
 #include "store/backup/RecordCheck.h"
@@ -9,9 +8,10 @@
 #include "store/engine/VolumeIdentity.h"
 #include "store/records/DatabaseLayouts.h"
 #include "store/records/ItemRecord.h"
+#include "store/records/RecordFit.h"
 
 namespace {
-constexpr qsizetype kEntrySize = 16;
+constexpr std::size_t kDirectoryColumns = 5;
 
 template <typename Value>
 const Value* At(const CScannedRow& row, std::size_t number) {
@@ -32,17 +32,9 @@ std::optional<std::vector<qint64>> Numbers(const CScannedRow& row, std::size_t f
     return numbers;
 }
 
-std::vector<CIndexEntry> EntriesIn(const QByteArray& bytes) {
-    std::vector<CIndexEntry> entries;
-    for (qsizetype at = 0; at + kEntrySize <= bytes.size(); at += kEntrySize) {
-        entries.push_back({qFromLittleEndian<qint64>(bytes.data() + at),
-                           qFromLittleEndian<qint64>(bytes.data() + at + sizeof(qint64))});
-    }
-    return entries;
-}
-
-bool FitsLayout(const PropertyList& properties, const CRecordLayout& layout) {
-    return CItemRecord(layout).SetProperties(PropertyList(properties));
+/// Whether the record may be one of a database of the layout, whatever is wrong with its values.
+bool IsOfLayout(const PropertyList& properties, const CRecordLayout& layout) {
+    return HasTypesOf(properties, LayoutOfRecord(properties, layout));
 }
 }  // namespace
 
@@ -61,15 +53,24 @@ EPlatformError CSalvage::Read(const QString& path, const CopyProgress& progress)
     if (m_records.empty() || (m_infos.empty() && m_blocks.empty() && m_directory.empty())) {
         return kErrorBadFormat;
     }
-    PlaceListed();
+    m_progress = progress;
+    if (!PlaceListed()) {
+        return kErrorOperationAborted;
+    }
     NameDatabases(m_databases);
-    PlaceUnlisted();
-    return kErrorSuccess;
+    return PlaceUnlisted() ? kErrorSuccess : kErrorOperationAborted;
+}
+
+/// False when the user has cancelled.
+bool CSalvage::Advance() {
+    const qint64 total = std::ssize(m_records);
+    m_done = std::min(m_done + 1, total);
+    return !m_progress || m_progress(m_done, total);
 }
 
 void CSalvage::TakeRow(const CRowPlace& place, const CScannedRow& row) {
     if (row.isOfIndex) {
-        TakeIndexRow(row);
+        TakeIndexRow(place, row);
     } else if (row.id > 0 && !row.values.empty() &&
                std::holds_alternative<std::monostate>(row.values[0])) {
         TakeTableRow(place, row);
@@ -99,8 +100,8 @@ void CSalvage::TakeTableRow(const CRowPlace& place, const CScannedRow& row) {
         const auto numbers = Numbers(row, 1, 4);
         const auto* entries = At<QByteArray>(row, 5);
         if (numbers && entries != nullptr) {
-            m_blocks[row.id] = {numbers->at(0), numbers->at(1), numbers->at(3),
-                                EntriesIn(*entries)};
+            m_blocks[row.id] = {numbers->at(0), numbers->at(1),          numbers->at(2),
+                                numbers->at(3), DecodeEntries(*entries), place};
         }
     } else if (row.values.size() == kChangeColumns) {
         // Database, first record and number of records.
@@ -110,9 +111,8 @@ void CSalvage::TakeTableRow(const CRowPlace& place, const CScannedRow& row) {
     }
 }
 
-void CSalvage::TakeIndexRow(const CScannedRow& row) {
+void CSalvage::TakeIndexRow(const CRowPlace& place, const CScannedRow& row) {
     constexpr std::size_t kValueColumns = 3;
-    constexpr std::size_t kDirectoryColumns = 5;
     if (row.values.size() == kValueColumns) {
         const auto* owner = At<qint64>(row, 0);
         const auto* name = At<CScannedText>(row, 1);
@@ -124,27 +124,40 @@ void CSalvage::TakeIndexRow(const CScannedRow& row) {
     } else if (row.values.size() == kDirectoryColumns) {
         // Database, ordinal, first key, count, and the block's row.
         if (const auto numbers = Numbers(row, 0, kDirectoryColumns)) {
-            m_directory[numbers->at(4)] = {numbers->at(0), numbers->at(1), numbers->at(3), {}};
+            m_directory[numbers->at(4)] = {
+                numbers->at(0), numbers->at(1), numbers->at(2), numbers->at(3), {}, place};
         }
     }
 }
 
-void CSalvage::PlaceListed() {
+CSalvage::Lists CSalvage::ListsOfDatabases() {
     const auto rowOf = [](const auto& block) { return block.first; };
     m_areListsWhole = !m_blocks.empty() && !m_scan.IsCut() &&
-                      std::ranges::equal(m_blocks, m_directory, {}, rowOf, rowOf);
-    std::map<ObjectId, std::vector<const CBlock*>> blocks;
+                      std::ranges::equal(m_blocks, m_directory, {}, rowOf, rowOf) &&
+                      std::ranges::all_of(m_blocks, [](const auto& row) {
+                          const CBlock& block = row.second;
+                          return AreEntriesSound(block.entries, block.firstKey, block.count);
+                      });
     for (const auto& [row, block] : m_directory) {
         m_blocks.try_emplace(row, block);
     }
+    Lists lists;
     for (const auto& [row, block] : m_blocks) {
-        blocks[OwnerOf(row, block)].push_back(&block);
+        if (const ObjectId owner = OwnerOf(row, block); owner != 0) {
+            lists[owner].push_back(&block);
+        }
     }
     for (const auto& [id, info] : m_infos) {
-        blocks[id];
+        lists[id];
     }
-    for (auto& [id, own] : blocks) {
-        std::ranges::sort(own, {}, &CBlock::ordinal);
+    for (auto& [id, list] : lists) {
+        std::ranges::sort(list, {}, &CBlock::ordinal);
+    }
+    return lists;
+}
+
+bool CSalvage::PlaceListed() {
+    for (const auto& [id, list] : ListsOfDatabases()) {
         CSalvagedDatabase& database = m_databases.emplace_back();
         database.info.id = id;
         if (const auto info = m_infos.find(id); info != m_infos.end()) {
@@ -152,8 +165,10 @@ void CSalvage::PlaceListed() {
             database.layout = LayoutOfDatabase(database.info.name, database.info.type);
         }
         std::vector<CIndexEntry> misfits;
-        for (const CBlock* block : own) {
-            PlaceBlock(*block, database, misfits);
+        for (const CBlock* block : list) {
+            if (!PlaceBlock(*block, database, misfits)) {
+                return false;
+            }
         }
         if (const CRecordLayout* layout = LayoutOfFirst(misfits);
             database.entries.empty() && layout != nullptr) {
@@ -168,35 +183,78 @@ void CSalvage::PlaceListed() {
     }
     std::erase_if(m_databases,
                   [](const CSalvagedDatabase& database) { return database.layout == nullptr; });
+    return true;
 }
 
 // A record that does not fit is one of another database.
-void CSalvage::PlaceBlock(const CBlock& block, CSalvagedDatabase& database,
+bool CSalvage::PlaceBlock(const CBlock& block, CSalvagedDatabase& database,
                           std::vector<CIndexEntry>& misfits) {
     database.listed += std::clamp<qint64>(block.count, 0, kBlockCapacity);
     for (const CIndexEntry& entry : block.entries) {
+        if (!Advance()) {
+            return false;
+        }
         PropertyList properties;
-        if (!m_records.contains(entry.record) || !Decode(entry.record, properties)) {
+        if (!m_records.contains(entry.record)) {
+            database.missing.push_back(entry);
             continue;
         }
-        const std::optional<qint64> key = KeyOf(properties);
-        const bool fits = database.layout != nullptr &&
-                          FitsLayout(properties, LayoutOfRecord(properties, *database.layout));
+        const std::optional<qint64> key =
+            Decode(entry.record, properties) ? KeyOf(properties) : std::nullopt;
+        const bool fits = database.layout != nullptr && IsOfLayout(properties, *database.layout);
         if (key && !fits) {
             misfits.push_back({*key, entry.record});
         } else if (key && m_placed.insert(entry.record).second) {
             database.entries.push_back({*key, entry.record});
         }
     }
+    return true;
 }
 
-// The database of a block is in its row and in the directory. One that is in no list is damaged.
+/// The database of a block is in its row and in the directory. 0 when one of them is damaged and it
+/// is not known which.
 ObjectId CSalvage::OwnerOf(qint64 row, const CBlock& block) const {
-    const auto other = m_directory.find(row);
-    return !m_infos.contains(block.database) && other != m_directory.end() &&
-                   m_infos.contains(other->second.database)
-               ? other->second.database
-               : block.database;
+    const auto listed = m_directory.find(row);
+    if (listed == m_directory.end() || listed->second.database == block.database) {
+        return block.database;
+    }
+    const ObjectId other = listed->second.database;
+    const bool isOwn = CanOwn(block.database, block, listed->second);
+    if (isOwn != CanOwn(other, block, listed->second)) {
+        return isOwn ? block.database : other;
+    }
+    for (const CIndexEntry& entry : block.entries) {
+        if (const ObjectId known = HomeInHistory(entry.record);
+            known == block.database || known == other) {
+            return known;
+        }
+    }
+    return 0;
+}
+
+bool CSalvage::CanOwn(ObjectId database, const CBlock& block, const CBlock& listed) const {
+    const auto info = m_infos.find(database);
+    if (info == m_infos.end() || !IsInOrder(database, listed)) {
+        return false;
+    }
+    const CRecordLayout* layout = LayoutOfDatabase(info->second.name, info->second.type);
+    const CRecordLayout* found = LayoutOfFirst(block.entries);
+    return layout == nullptr || found == nullptr || layout == found;
+}
+
+/// Whether the directory, which is in order of database and ordinal, would be with this database in
+/// that row.
+bool CSalvage::IsInOrder(ObjectId database, const CBlock& listed) const {
+    const auto keyAt = [this, &listed](int cell) {
+        const auto row = m_scan.RowAt({listed.place.page, static_cast<quint16>(cell)});
+        return row && row->isOfIndex && row->values.size() == kDirectoryColumns
+                   ? Numbers(*row, 0, 2)
+                   : std::nullopt;
+    };
+    const std::vector<qint64> own{database, listed.ordinal};
+    const auto before = listed.place.cell > 0 ? keyAt(listed.place.cell - 1) : std::nullopt;
+    const auto after = keyAt(listed.place.cell + 1);
+    return (!before || *before < own) && (!after || own < *after);
 }
 
 const CRecordLayout* CSalvage::LayoutOfFirst(const std::vector<CIndexEntry>& entries) const {
@@ -205,19 +263,40 @@ const CRecordLayout* CSalvage::LayoutOfFirst(const std::vector<CIndexEntry>& ent
         return nullptr;
     }
     for (const CRecordLayout* layout : kCatalogueDatabases) {
-        if (FitsLayout(properties, *layout)) {
+        if (HasTypesOf(properties, *layout)) {
             return layout;
         }
     }
     for (const CProfileDatabase& row : kProfileDatabases) {
-        if (FitsLayout(properties, row.layout)) {
+        if (HasTypesOf(properties, row.layout)) {
             return &row.layout;
         }
     }
     return nullptr;
 }
 
-void CSalvage::PlaceUnlisted() {
+// A single damaged bit, in a list or in the number of a record, parts the two.
+void CSalvage::PlaceMisnumbered(CSalvagedDatabase& database) {
+    constexpr int kBits = 63;  // numbers are positive
+    PropertyList properties;
+    for (const CIndexEntry& listed : database.missing) {
+        for (int bit = 0; bit < kBits; ++bit) {
+            const ObjectId record = listed.record ^ (ObjectId{1} << bit);
+            if (m_records.contains(record) && !m_placed.contains(record) &&
+                ReadRecord(record, *database.layout, properties) &&
+                KeyOf(properties) == listed.key) {
+                m_placed.insert(record);
+                database.entries.push_back({listed.key, record});
+                break;
+            }
+        }
+    }
+}
+
+bool CSalvage::PlaceUnlisted() {
+    for (CSalvagedDatabase& database : m_databases) {
+        PlaceMisnumbered(database);
+    }
     std::vector<ObjectId> unlisted;
     for (const auto& [record, place] : m_records) {
         if (!m_placed.contains(record)) {
@@ -226,6 +305,9 @@ void CSalvage::PlaceUnlisted() {
     }
     std::ranges::sort(unlisted);
     for (const ObjectId record : unlisted) {
+        if (!Advance()) {
+            return false;
+        }
         PropertyList properties;
         if (!Decode(record, properties)) {
             continue;
@@ -241,6 +323,7 @@ void CSalvage::PlaceUnlisted() {
     for (CSalvagedDatabase& database : m_databases) {
         std::ranges::stable_sort(database.entries, {}, &CIndexEntry::key);
     }
+    return true;
 }
 
 ObjectId CSalvage::HomeInHistory(ObjectId record) const {
@@ -259,7 +342,7 @@ CSalvagedDatabase* CSalvage::HomeOf(ObjectId record, const PropertyList& propert
     int homes = 0;
     int gaps = 0;
     for (CSalvagedDatabase& database : m_databases) {
-        if (!FitsLayout(properties, LayoutOfRecord(properties, *database.layout))) {
+        if (!IsOfLayout(properties, *database.layout)) {
             continue;
         }
         if (database.info.id == known) {
@@ -274,10 +357,10 @@ CSalvagedDatabase* CSalvage::HomeOf(ObjectId record, const PropertyList& propert
     }
     // What a profile left that could not be deleted whole is nobody else's.
     const bool isOfProfile = only != nullptr && only->info.type != kCatalogueType;
-    if (homes == 1 && !(isOfProfile && m_areListsWhole)) {
-        return only;
+    if (isOfProfile && m_areListsWhole) {
+        return nullptr;
     }
-    return gaps == 1 ? withGap : nullptr;
+    return homes == 1 ? only : gaps == 1 ? withGap : nullptr;
 }
 
 bool CSalvage::Decode(ObjectId record, PropertyList& properties) const {

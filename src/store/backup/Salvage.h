@@ -15,6 +15,7 @@ struct CSalvagedDatabase {
     CDatabaseInfo info;
     const CRecordLayout* layout = nullptr;  ///< never null once Read has returned
     std::vector<CIndexEntry> entries;       ///< records that can be read, in their order
+    std::vector<CIndexEntry> missing;       ///< listed, but there is no such record
     qint64 listed = 0;                      ///< records that the index lists, as far as it is known
 
     [[nodiscard]] bool HasGap() const { return std::ssize(entries) < listed; }
@@ -26,8 +27,10 @@ struct CSalvagedValue {
     QString value;
 };
 
-/// A record that no list names goes to the database that the history names, or to the only one of
-/// its layout, or to the only one whose list has a gap; to a diary only if lists are damaged.
+/// No diary's records go to another person's: rather they are homeless. A record that no list names
+/// goes to the database whose list has its number but for one bit, or to the one that the history
+/// names, or to the only one of its layout, or to the only one whose list has a gap; a diary gets
+/// it in the last two ways only if lists are damaged.
 class CSalvage {
   public:
     /// Reads the file. kErrorBadFormat when there is nothing of a volume in it.
@@ -38,17 +41,20 @@ class CSalvage {
     [[nodiscard]] const std::vector<CSalvagedValue>& Values() const { return m_values; }
     /// Readable records that no database could be found for.
     [[nodiscard]] int CountHomeless() const { return m_homeless; }
-    /// The values of a record of one of the databases, cut to what its layout allows; false when it
-    /// does not fit it.
+    /// The values of a record of one of the databases as they are stored; false when they are not
+    /// of the types of its layout.
     bool ReadRecord(ObjectId record, const CRecordLayout& layout, PropertyList& properties) const;
 
   private:
     struct CBlock {
         ObjectId database = 0;
         qint64 ordinal = 0;
+        qint64 firstKey = 0;
         qint64 count = 0;
         std::vector<CIndexEntry> entries;  ///< none in the directory
+        CRowPlace place;
     };
+    using Lists = std::map<ObjectId, std::vector<const CBlock*>>;
 
     /// Consecutive records that were added to a database.
     struct CRun {
@@ -58,12 +64,17 @@ class CSalvage {
 
     void TakeRow(const CRowPlace& place, const CScannedRow& row);
     void TakeTableRow(const CRowPlace& place, const CScannedRow& row);
-    void TakeIndexRow(const CScannedRow& row);
-    void PlaceListed();
-    void PlaceBlock(const CBlock& block, CSalvagedDatabase& database,
+    void TakeIndexRow(const CRowPlace& place, const CScannedRow& row);
+    Lists ListsOfDatabases();
+    bool PlaceListed();
+    bool PlaceBlock(const CBlock& block, CSalvagedDatabase& database,
                     std::vector<CIndexEntry>& misfits);
+    void PlaceMisnumbered(CSalvagedDatabase& database);
     [[nodiscard]] ObjectId OwnerOf(qint64 row, const CBlock& block) const;
-    void PlaceUnlisted();
+    [[nodiscard]] bool CanOwn(ObjectId database, const CBlock& block, const CBlock& listed) const;
+    [[nodiscard]] bool IsInOrder(ObjectId database, const CBlock& listed) const;
+    bool PlaceUnlisted();
+    bool Advance();
     CSalvagedDatabase* HomeOf(ObjectId record, const PropertyList& properties);
     [[nodiscard]] ObjectId HomeInHistory(ObjectId record) const;
     [[nodiscard]] bool Decode(ObjectId record, PropertyList& properties) const;
@@ -78,6 +89,8 @@ class CSalvage {
     std::unordered_set<ObjectId> m_placed;
     std::vector<CSalvagedDatabase> m_databases;
     std::vector<CSalvagedValue> m_values;
-    bool m_areListsWhole = false;  ///< every block is in its table and in the index of it
+    bool m_areListsWhole = false;  ///< every block is sound, and in the index of the blocks
     int m_homeless = 0;
+    CopyProgress m_progress;
+    qint64 m_done = 0;  ///< records that have been placed, or could not be
 };
