@@ -7,7 +7,6 @@
 #include "store/engine/RecordCodec.h"
 #include "store/engine/VolumeIdentity.h"
 #include "store/records/DatabaseLayouts.h"
-#include "store/records/ItemRecord.h"
 #include "store/records/RecordFit.h"
 
 namespace {
@@ -371,14 +370,5 @@ bool CSalvage::Decode(ObjectId record, PropertyList& properties) const {
 
 bool CSalvage::ReadRecord(ObjectId record, const CRecordLayout& layout,
                           PropertyList& properties) const {
-    PropertyList stored;
-    if (!Decode(record, stored)) {
-        return false;
-    }
-    CItemRecord item(LayoutOfRecord(stored, layout));
-    if (!item.SetProperties(std::move(stored))) {
-        return false;
-    }
-    properties = item.GetProperties();
-    return true;
+    return Decode(record, properties) && IsOfLayout(properties, layout);
 }
