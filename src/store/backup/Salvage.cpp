@@ -56,7 +56,7 @@ EPlatformError CSalvage::Read(const QString& path, const CopyProgress& progress)
     if (!PlaceListed()) {
         return kErrorOperationAborted;
     }
-    NameDatabases(m_databases);
+    NameDatabases(m_databases, *this);
     return PlaceUnlisted() ? kErrorSuccess : kErrorOperationAborted;
 }
 

@@ -3,13 +3,15 @@
 #include <algorithm>
 
 #include "store/records/DatabaseLayouts.h"
+#include "store/records/ProfileRecord.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 class CNaming {
   public:
-    explicit CNaming(std::vector<CSalvagedDatabase>& databases) : m_databases(databases) {}
+    CNaming(std::vector<CSalvagedDatabase>& databases, const CSalvage& salvage)
+        : m_databases(databases), m_salvage(salvage) {}
     void Run();
 
   private:
@@ -18,15 +20,24 @@ class CNaming {
     void NameDiary(CSalvagedDatabase& diary, std::size_t number);
     [[nodiscard]] CSalvagedDatabase* OnlyOtherDiary(const CSalvagedDatabase& diary) const;
     [[nodiscard]] QString NameInDiaries(const CSalvagedDatabase& profile) const;
+    [[nodiscard]] QString NameInRecords(const CSalvagedDatabase& profile) const;
     [[nodiscard]] CSalvagedDatabase* Find(const QString& name) const;
     [[nodiscard]] bool IsProfile(const QString& name) const;
     [[nodiscard]] CSalvagedDatabase* Find(ObjectId id, const CRecordLayout& layout) const;
 
     std::vector<CSalvagedDatabase>& m_databases;
+    const CSalvage& m_salvage;
 };
 
 QString OwnerOf(const CSalvagedDatabase& diary) {
     return ProfileOfDiary(diary.info.name, diary.info.type);
+}
+
+/// Whether a profile can have the name.
+bool IsPossible(const QString& name) {
+    return !name.isEmpty() && std::ranges::all_of(kProfileDatabases, [&name](const auto& row) {
+        return name.size() + QLatin1StringView(row.suffix).size() <= kMaximumDatabaseName;
+    });
 }
 
 /// Any number may be in a damaged file.
@@ -97,6 +108,9 @@ void CNaming::NameProfile(CSalvagedDatabase& profile) const {
         }
     }
     if (profile.info.name.isEmpty()) {
+        profile.info.name = NameInRecords(profile);
+    }
+    if (profile.info.name.isEmpty()) {
         profile.info.name = u"Profile %1"_s.arg(profile.info.id);
     }
 }
@@ -109,6 +123,19 @@ QString CNaming::NameInDiaries(const CSalvagedDatabase& profile) const {
         QString name = diary == nullptr ? QString() : OwnerOf(*diary);
         if (!name.isEmpty() && Find(name) == nullptr) {
             return name;
+        }
+    }
+    return {};
+}
+
+QString CNaming::NameInRecords(const CSalvagedDatabase& profile) const {
+    CProfileRecord record;
+    PropertyList properties;
+    for (const CIndexEntry& entry : profile.entries) {
+        if (m_salvage.ReadRecord(entry.record, kProfileLayout, properties) &&
+            record.SetProperties(std::move(properties)) && IsPossible(record.GetUserName()) &&
+            Find(record.GetUserName()) == nullptr) {
+            return record.GetUserName();
         }
     }
     return {};
@@ -166,6 +193,6 @@ CSalvagedDatabase* CNaming::Find(ObjectId id, const CRecordLayout& layout) const
 }
 }  // namespace
 
-void NameDatabases(std::vector<CSalvagedDatabase>& databases) {
-    CNaming(databases).Run();
+void NameDatabases(std::vector<CSalvagedDatabase>& databases, const CSalvage& salvage) {
+    CNaming(databases, salvage).Run();
 }
