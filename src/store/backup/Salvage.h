@@ -27,10 +27,10 @@ struct CSalvagedValue {
     QString value;
 };
 
-/// No diary's records go to another person's: rather they are homeless. A record that no list names
-/// goes to the database whose list has its number but for one bit, or to the one that the history
-/// names, or to the only one of its layout, or to the only one whose list has a gap; a diary gets
-/// it in the last two ways only if lists are damaged.
+/// A list that may be one of two databases' is left out. A record that no list names goes to the
+/// database whose list has its number but for one bit, or to the one that the history names, or to
+/// the only one of its layout, or to the only one whose list has a gap; a diary gets it in the last
+/// two ways only if lists are damaged.
 class CSalvage {
   public:
     /// Reads the file. kErrorBadFormat when there is nothing of a volume in it.
