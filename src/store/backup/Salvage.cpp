@@ -99,8 +99,9 @@ void CSalvage::TakeTableRow(const CRowPlace& place, const CScannedRow& row) {
         const auto numbers = Numbers(row, 1, 4);
         const auto* entries = At<QByteArray>(row, 5);
         if (numbers && entries != nullptr) {
-            m_blocks[row.id] = {numbers->at(0), numbers->at(1),          numbers->at(2),
-                                numbers->at(3), DecodeEntries(*entries), place};
+            m_blocks.insert({row.id,
+                             {numbers->at(0), numbers->at(1), numbers->at(2), numbers->at(3),
+                              DecodeEntries(*entries), place}});
         }
     } else if (row.values.size() == kChangeColumns) {
         // Database, first record and number of records.
@@ -123,8 +124,9 @@ void CSalvage::TakeIndexRow(const CRowPlace& place, const CScannedRow& row) {
     } else if (row.values.size() == kDirectoryColumns) {
         // Database, ordinal, first key, count, and the block's row.
         if (const auto numbers = Numbers(row, 0, kDirectoryColumns)) {
-            m_directory[numbers->at(4)] = {
-                numbers->at(0), numbers->at(1), numbers->at(2), numbers->at(3), {}, place};
+            m_directory.insert(
+                {numbers->at(4),
+                 {numbers->at(0), numbers->at(1), numbers->at(2), numbers->at(3), {}, place}});
         }
     }
 }
@@ -137,14 +139,23 @@ CSalvage::Lists CSalvage::ListsOfDatabases() {
                           const CBlock& block = row.second;
                           return AreEntriesSound(block.entries, block.firstKey, block.count);
                       });
-    for (const auto& [row, block] : m_directory) {
-        m_blocks.try_emplace(row, block);
-    }
     Lists lists;
-    for (const auto& [row, block] : m_blocks) {
-        if (const ObjectId owner = OwnerOf(row, block); owner != 0) {
-            lists[owner].push_back(&block);
+    std::vector<const Blocks::value_type*> doubtful;
+    for (const auto& row : m_blocks) {
+        if (Contains(m_directory, row)) {
+            lists[row.second.database].push_back(&row.second);
+        } else {
+            doubtful.push_back(&row);
         }
+    }
+    std::erase_if(m_directory, [this](const auto& row) { return Contains(m_blocks, row); });
+    for (const auto* row : doubtful) {
+        if (const ObjectId owner = OwnerOf(row->first, row->second); owner != 0) {
+            lists[owner].push_back(&row->second);
+        }
+    }
+    for (const auto& [row, block] : m_directory) {
+        lists[block.database].push_back(&block);  // whose entries are lost
     }
     for (const auto& [id, info] : m_infos) {
         lists[id];
@@ -182,6 +193,9 @@ bool CSalvage::PlaceListed() {
     }
     std::erase_if(m_databases,
                   [](const CSalvagedDatabase& database) { return database.layout == nullptr; });
+    for (CSalvagedDatabase& database : m_databases) {
+        PlaceMisnumbered(database);
+    }
     return true;
 }
 
@@ -194,32 +208,47 @@ bool CSalvage::PlaceBlock(const CBlock& block, CSalvagedDatabase& database,
             return false;
         }
         PropertyList properties;
-        if (!m_records.contains(entry.record)) {
-            database.missing.push_back(entry);
-            continue;
-        }
         const std::optional<qint64> key =
-            Decode(entry.record, properties) ? KeyOf(properties) : std::nullopt;
+            m_records.contains(entry.record) && Decode(entry.record, properties) ? KeyOf(properties)
+                                                                                 : std::nullopt;
         const bool fits = database.layout != nullptr && IsOfLayout(properties, *database.layout);
-        if (key && !fits) {
-            misfits.push_back({*key, entry.record});
-        } else if (key && m_placed.insert(entry.record).second) {
-            database.entries.push_back({*key, entry.record});
+        if (key != entry.key) {
+            database.missing.push_back(entry);
+        } else if (!fits) {
+            misfits.push_back(entry);
+        } else if (m_placed.insert(entry.record).second) {
+            database.entries.push_back(entry);
         }
     }
     return true;
 }
 
-/// The database of a block is in its row and in the directory. 0 when one of them is damaged and it
-/// is not known which.
-ObjectId CSalvage::OwnerOf(qint64 row, const CBlock& block) const {
-    const auto listed = m_directory.find(row);
-    if (listed == m_directory.end() || listed->second.database == block.database) {
+bool CSalvage::Contains(const Blocks& blocks, const Blocks::value_type& block) {
+    const auto [first, last] = blocks.equal_range(block.first);
+    return std::any_of(first, last,
+                       [&block](const auto& row) { return row.second.IsSameAs(block.second); });
+}
+
+/// The database of a block that is not the same in its row and in the directory, of which it takes
+/// what may be that of the block. 0 when it is not known which of them is damaged.
+ObjectId CSalvage::OwnerOf(qint64 row, const CBlock& block) {
+    const auto same = std::ranges::find_if(
+        m_directory, [&block](const auto& listed) { return listed.second.IsSameAs(block); });
+    if (same != m_directory.end()) {
+        m_directory.erase(same);  // the number of the row is damaged
         return block.database;
     }
-    const ObjectId other = listed->second.database;
-    const bool isOwn = CanOwn(block.database, block, listed->second);
-    if (isOwn != CanOwn(other, block, listed->second)) {
+    const auto found = m_directory.find(row);
+    if (found == m_directory.end()) {
+        return block.database;
+    }
+    const CBlock listed = m_directory.extract(found).mapped();
+    const ObjectId other = listed.database;
+    if (other == block.database) {
+        return other;  // the ordinal is damaged
+    }
+    const bool isOwn = CanOwn(block.database, block, listed);
+    if (isOwn != CanOwn(other, block, listed)) {
         return isOwn ? block.database : other;
     }
     for (const CIndexEntry& entry : block.entries) {
@@ -274,28 +303,30 @@ const CRecordLayout* CSalvage::LayoutOfFirst(const std::vector<CIndexEntry>& ent
     return nullptr;
 }
 
-// A single damaged bit, in a list or in the number of a record, parts the two.
+// A single damaged bit, in a list or in the number of a record, parts the two. Once every record
+// has been placed that its list has as it is, one whose key is another is no other list's.
 void CSalvage::PlaceMisnumbered(CSalvagedDatabase& database) {
     constexpr int kBits = 63;  // numbers are positive
     PropertyList properties;
+    const auto isFree = [&](ObjectId record) {
+        return m_records.contains(record) && !m_placed.contains(record) &&
+               ReadRecord(record, *database.layout, properties);
+    };
     for (const CIndexEntry& listed : database.missing) {
-        for (int bit = 0; bit < kBits; ++bit) {
-            const ObjectId record = listed.record ^ (ObjectId{1} << bit);
-            if (m_records.contains(record) && !m_placed.contains(record) &&
-                ReadRecord(record, *database.layout, properties) &&
-                KeyOf(properties) == listed.key) {
-                m_placed.insert(record);
-                database.entries.push_back({listed.key, record});
-                break;
-            }
+        ObjectId record = 0;
+        for (int bit = 0; record == 0 && bit < kBits; ++bit) {
+            const ObjectId other = listed.record ^ (ObjectId{1} << bit);
+            record = isFree(other) && KeyOf(properties) == listed.key ? other : 0;
+        }
+        record = record == 0 ? listed.record : record;
+        if (const auto key = isFree(record) ? KeyOf(properties) : std::nullopt) {
+            m_placed.insert(record);
+            database.entries.push_back({*key, record});
         }
     }
 }
 
 bool CSalvage::PlaceUnlisted() {
-    for (CSalvagedDatabase& database : m_databases) {
-        PlaceMisnumbered(database);
-    }
     std::vector<ObjectId> unlisted;
     for (const auto& [record, place] : m_records) {
         if (!m_placed.contains(record)) {

@@ -15,7 +15,7 @@ struct CSalvagedDatabase {
     CDatabaseInfo info;
     const CRecordLayout* layout = nullptr;  ///< never null once Read has returned
     std::vector<CIndexEntry> entries;       ///< records that can be read, in their order
-    std::vector<CIndexEntry> missing;       ///< listed, but there is no such record
+    std::vector<CIndexEntry> missing;       ///< listed, but no record has that number and key
     qint64 listed = 0;                      ///< records that the index lists, as far as it is known
 
     [[nodiscard]] bool HasGap() const { return std::ssize(entries) < listed; }
@@ -53,7 +53,12 @@ class CSalvage {
         qint64 count = 0;
         std::vector<CIndexEntry> entries;  ///< none in the directory
         CRowPlace place;
+
+        [[nodiscard]] bool IsSameAs(const CBlock& other) const {
+            return database == other.database && ordinal == other.ordinal;
+        }
     };
+    using Blocks = std::multimap<qint64, CBlock>;  ///< by the identifier of their row
     using Lists = std::map<ObjectId, std::vector<const CBlock*>>;
 
     /// Consecutive records that were added to a database.
@@ -70,7 +75,8 @@ class CSalvage {
     bool PlaceBlock(const CBlock& block, CSalvagedDatabase& database,
                     std::vector<CIndexEntry>& misfits);
     void PlaceMisnumbered(CSalvagedDatabase& database);
-    [[nodiscard]] ObjectId OwnerOf(qint64 row, const CBlock& block) const;
+    static bool Contains(const Blocks& blocks, const Blocks::value_type& block);
+    ObjectId OwnerOf(qint64 row, const CBlock& block);
     [[nodiscard]] bool CanOwn(ObjectId database, const CBlock& block, const CBlock& listed) const;
     [[nodiscard]] bool IsInOrder(ObjectId database, const CBlock& listed) const;
     bool PlaceUnlisted();
@@ -83,9 +89,9 @@ class CSalvage {
     CPageScan m_scan;
     std::unordered_map<ObjectId, CRowPlace> m_records;
     std::map<ObjectId, CDatabaseInfo> m_infos;
-    std::map<qint64, CBlock> m_blocks;     ///< by the identifier of their row
-    std::map<qint64, CBlock> m_directory;  ///< the same as the index of the blocks has it
-    std::map<ObjectId, CRun> m_history;    ///< by the first record; the last change of it
+    Blocks m_blocks;
+    Blocks m_directory;                  ///< the same as the index of the blocks has it
+    std::map<ObjectId, CRun> m_history;  ///< by the first record; the last change of it
     std::unordered_set<ObjectId> m_placed;
     std::vector<CSalvagedDatabase> m_databases;
     std::vector<CSalvagedValue> m_values;

@@ -47,7 +47,6 @@ ObjectId IdBeside(ObjectId id, int distance) {
 
 void Merge(CSalvagedDatabase& from, CSalvagedDatabase& to) {
     to.entries.insert(to.entries.end(), from.entries.begin(), from.entries.end());
-    to.missing.insert(to.missing.end(), from.missing.begin(), from.missing.end());
     std::ranges::stable_sort(to.entries, {}, &CIndexEntry::key);
     to.listed += from.listed;
     from = {};
