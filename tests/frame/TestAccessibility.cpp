@@ -3,6 +3,7 @@
 #include "FrameFixture.h"
 
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QScopeGuard>
 #include <QToolButton>
 
@@ -173,6 +174,16 @@ class TestAccessibility : public CFrameTest {
         QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
         QVERIFY(!dialog->isVisible());
         QCOMPARE(dialog->result(), int(QDialog::Rejected));
+    }
+
+    void ofVeryManyFindingsTheFirstAreShown() {
+        CFindings findings;
+        for (int i = 0; i < 2002; ++i) {
+            findings.AddNote(QString::number(i));
+        }
+        const CFindingsDialog dialog(findings, nullptr);
+        const QString text = dialog.findChild<QPlainTextEdit*>()->toPlainText();
+        QVERIFY(text.endsWith(u"\nNote: 1999\n... and 2 more"_s));
     }
 
   private:
