@@ -261,7 +261,7 @@ class TestVolumeCheck : public CDiaryTest {
     }
 
     void untouchedRecordsAreRepaired_data() {
-        AddRows<char>({{"zeros", '\0'}, {"ones", '\xFF'}, {"cut", 'c'}, {"a bit", 'b'}});
+        AddRows<char>({{"zeros", '\0'}, {"ones", '\xFF'}, {"cut", 'c'}, {"a byte", 'b'}});
     }
     // Each page of the file in turn is overwritten, or the file ends there. Records on other pages
     // come back as they were, and to the diary they were in.
@@ -272,27 +272,35 @@ class TestVolumeCheck : public CDiaryTest {
         Collect(stored, Database().Foods());
         Collect(stored, Database().Recipes());
         Collect(stored, Database().Diet());
-        const auto ann = static_cast<char>(Database().Diet().GetId());
+        const auto idsOf = [](CItemDatabaseBase& diet) {
+            return QByteArray{1, static_cast<char>(diet.GetId())} +
+                   static_cast<char>(diet.RecordAt(0));
+        };
+        const QByteArray ann = idsOf(Database().Diet());
         QVERIFY(m_doc->LoadProfile(u"Bob"_s));
         Collect(stored, Database().Diet());
-        const auto bob = static_cast<char>(Database().Diet().GetId());
+        const QByteArray bob = idsOf(Database().Diet());
         m_doc.reset();
         const QByteArray volume = Load(Volume());
         const qsizetype pages = volume.size() / kVolumePage;
         QVERIFY(pages > 15);
-        QCOMPARE(std::popcount(static_cast<uchar>(ann ^ bob)), 1);
-        const qsizetype lists = RootOf(Volume(), u"blocks"_s) - 1;
-        const qsizetype directory = RootOf(Volume(), u"directory"_s) - 1;
-        int repaired = 0;
-        for (qsizetype at = 0; at < volume.size(); at += fill == 'b' ? 1 : kVolumePage) {
-            QByteArray damaged = volume;
-            const qsizetype page = at / kVolumePage;
-            if (fill == 'b') {
-                if ((page != lists && page != directory) ||
-                    (volume[at] != ann && volume[at] != bob)) {
-                    continue;
+        std::vector<qsizetype> places;
+        for (qsizetype page = 0; fill != 'b' && page < pages; ++page) {
+            places.push_back(page * kVolumePage);
+        }
+        for (const auto* table : {"blocks", "directory"}) {
+            const qsizetype page = RootOf(Volume(), QLatin1StringView(table)) - 1;
+            for (qsizetype i = 0; fill == 'b' && i < kVolumePage; ++i) {
+                if (ann.contains(volume[page * kVolumePage + i])) {
+                    places.push_back(page * kVolumePage + i);
                 }
-                damaged[at] = volume[at] ^ ann ^ bob;
+            }
+        }
+        int repaired = 0;
+        for (const qsizetype at : places) {
+            QByteArray damaged = volume;
+            if (fill == 'b') {
+                damaged[at] = bob[ann.indexOf(volume[at])];
             } else if (fill == 'c') {
                 damaged.truncate(at + kVolumePage * 3 / 4);
             } else {
@@ -335,7 +343,7 @@ class TestVolumeCheck : public CDiaryTest {
     bool Repair() { return RepairData(Volume(), QDateTime::currentDateTime()); }
     void AddManyRecords() {
         QVERIFY(CreateProfile(u"Bob"_s) && m_doc->LoadProfile(u"Bob"_s));
-        AddEntry(u"Toast"_s, QTime(8, 0));
+        AddEntry(u"Toast"_s, QTime(9, 0));
         QVERIFY(m_doc->LoadProfile(u"Ann"_s));
         const qint32 category = AddCategory(Database(), u"Many"_s);
         CRecordGroup group(Database().GetStore());
