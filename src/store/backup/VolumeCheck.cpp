@@ -287,12 +287,8 @@ qint64 CVolumeCheck::CountOf(const char* sql) {
 }
 }  // namespace
 
-EPlatformError CheckVolume(CSqliteFile& volume, CFindings& findings, const CopyProgress& progress,
-                           EVolumeUse use) {
+EPlatformError CheckVolume(CSqliteFile& volume, CFindings& findings, const CopyProgress& progress) {
     CWatchedWork work(volume, progress);
-    if (use == EVolumeUse::Shown) {
-        volume.SetPulse({});
-    }
     CVolumeCheck(volume, findings, work).Run();
     return work.IsCancelled() ? kErrorOperationAborted : kErrorSuccess;
 }

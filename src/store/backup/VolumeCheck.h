@@ -6,18 +6,12 @@
 #include "store/engine/SqliteFile.h"
 #include "store/engine/StorageEngine.h"
 
-/// What else may read the volume while it is checked.
-enum class EVolumeUse {
-    Alone,
-    Shown,  ///< a window that is painted while `progress` runs
-};
-
 /// Whatever cannot be read is a finding. A file whose pages do not end, see CTreeWalk, is not
 /// looked into any further. kErrorOperationAborted when `progress` cancelled the check; the
 /// findings are then incomplete. It is called after each record with their number, and during long
-/// statements if nothing else reads the volume.
+/// statements, so nothing else may read the volume, see CWatchedWork.
 EPlatformError CheckVolume(CSqliteFile& volume, CFindings& findings,
-                           const CopyProgress& progress = {}, EVolumeUse use = EVolumeUse::Alone);
+                           const CopyProgress& progress = {});
 
 /// The databases of the volume, in order of creation.
 EPlatformError ReadDatabases(CSqliteFile& volume, std::vector<CDatabaseInfo>& databases);
