@@ -12,6 +12,8 @@ namespace {
 
 /// Fusion's outline is Window.darker() of this many percent.
 constexpr int kOutlineDarker = 140;
+/// The same of Highlight, around a field with the focus.
+constexpr int kFocusDarker = 125;
 /// More than what is to be seen: frames and check boxes have the outline up to a tenth lighter, and
 /// radio buttons have it darker.
 constexpr double kOutlineContrast = kVisibleContrast * 1.2;
@@ -183,8 +185,13 @@ QPalette CReadableStyle::Outlined(const QPalette& palette) const {
     if (known == nullptr) {
         QPalette changed = palette;
         for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-            const QColor outline = OutlineOn(palette.color(group, QPalette::Window));
+            const QColor window = palette.color(group, QPalette::Window);
+            const QColor outline = OutlineOn(window);
             changed.setColor(group, QPalette::Window, outline.lighter(kOutlineDarker));
+            const QColor focus = palette.color(group, QPalette::Highlight).darker(kFocusDarker);
+            changed.setColor(
+                group, QPalette::Highlight,
+                ContrastingColor(focus, window, kOutlineContrast).lighter(kFocusDarker));
         }
         // The parts of a control are drawn with the palette of the whole.
         m_outlined.insert(changed.cacheKey(), new QPalette(changed));
