@@ -112,6 +112,8 @@ class TestContrast : public QObject {
             for (QWidget* control : controls) {
                 rows.addWidget(control);
             }
+            auto* field = new QLineEdit;
+            rows.addWidget(field);
             rows.addWidget(handle, 0, Qt::AlignLeft);
             host.show();
             QVERIFY(QTest::qWaitForWindowActive(&host));
@@ -123,6 +125,9 @@ class TestContrast : public QObject {
                 QVERIFY2(Change(before, control->grab().toImage()) >= kVisibleContrast,
                          control->metaObject()->className());
             }
+            field->setFocus(Qt::TabFocusReason);
+            QVERIFY(Strongest(field->grab().toImage(), {0, field->height() / 2, 2, 1},
+                              palette.color(QPalette::Window)) >= kVisibleContrast);
             host.setFocus();
             const QImage first = tabs->grab(tabs->tabRect(0)).toImage();
             const QRect edge(0, first.height() / 2, 4, 1);
