@@ -209,8 +209,7 @@ bool CSalvage::PlaceBlock(const CBlock& block, CSalvagedDatabase& database,
         }
         PropertyList properties;
         const std::optional<qint64> key =
-            m_records.contains(entry.record) && Decode(entry.record, properties) ? KeyOf(properties)
-                                                                                 : std::nullopt;
+            Decode(entry.record, properties) ? KeyOf(properties) : std::nullopt;
         const bool fits = database.layout != nullptr && IsOfLayout(properties, *database.layout);
         if (key != entry.key) {
             database.missing.push_back(entry);
@@ -287,7 +286,8 @@ bool CSalvage::IsInOrder(ObjectId database, const CBlock& listed) const {
 
 const CRecordLayout* CSalvage::LayoutOfFirst(const std::vector<CIndexEntry>& entries) const {
     PropertyList properties;
-    if (entries.empty() || !Decode(entries.front().record, properties)) {
+    if (std::ranges::none_of(
+            entries, [&](const CIndexEntry& entry) { return Decode(entry.record, properties); })) {
         return nullptr;
     }
     for (const CRecordLayout* layout : kCatalogueDatabases) {
@@ -309,8 +309,7 @@ void CSalvage::PlaceMisnumbered(CSalvagedDatabase& database) {
     constexpr int kBits = 63;  // numbers are positive
     PropertyList properties;
     const auto isFree = [&](ObjectId record) {
-        return m_records.contains(record) && !m_placed.contains(record) &&
-               ReadRecord(record, *database.layout, properties);
+        return !m_placed.contains(record) && ReadRecord(record, *database.layout, properties);
     };
     for (const CIndexEntry& listed : database.missing) {
         ObjectId record = 0;
@@ -394,7 +393,9 @@ CSalvagedDatabase* CSalvage::HomeOf(ObjectId record, const PropertyList& propert
 }
 
 bool CSalvage::Decode(ObjectId record, PropertyList& properties) const {
-    const std::optional<CScannedRow> row = m_scan.RowAt(m_records.at(record));
+    const auto place = m_records.find(record);
+    const std::optional<CScannedRow> row =
+        place == m_records.end() ? std::nullopt : m_scan.RowAt(place->second);
     const auto* body = row && row->values.size() == 2 ? At<QByteArray>(*row, 1) : nullptr;
     return body != nullptr && DecodeRecord(*body, properties);
 }

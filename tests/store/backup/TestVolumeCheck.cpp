@@ -261,7 +261,11 @@ class TestVolumeCheck : public CDiaryTest {
     }
 
     void untouchedRecordsAreRepaired_data() {
-        AddRows<char>({{"zeros", '\0'}, {"ones", '\xFF'}, {"cut", 'c'}, {"a byte", 'b'}});
+        AddRows<char>({{"zeros", '\0'},
+                       {"ones", '\xFF'},
+                       {"cut", 'c'},
+                       {"a byte", 'b'},
+                       {"a byte and a record", 'r'}});
     }
     // Each page of the file in turn is overwritten, or the file ends there. Records on other pages
     // come back as they were, and to the diary they were in.
@@ -281,16 +285,20 @@ class TestVolumeCheck : public CDiaryTest {
         Collect(stored, Database().Diet());
         const QByteArray bob = idsOf(Database().Diet());
         m_doc.reset();
+        if (fill == 'r') {
+            ChangeVolume(Volume(), u"DELETE FROM records WHERE id=%1"_s.arg(qint64{ann.back()}));
+        }
+        const bool isByte = fill == 'b' || fill == 'r';
         const QByteArray volume = Load(Volume());
         const qsizetype pages = volume.size() / kVolumePage;
         QVERIFY(pages > 15);
         std::vector<qsizetype> places;
-        for (qsizetype page = 0; fill != 'b' && page < pages; ++page) {
+        for (qsizetype page = 0; !isByte && page < pages; ++page) {
             places.push_back(page * kVolumePage);
         }
         for (const auto* table : {"blocks", "directory"}) {
             const qsizetype page = RootOf(Volume(), QLatin1StringView(table)) - 1;
-            for (qsizetype i = 0; fill == 'b' && i < kVolumePage; ++i) {
+            for (qsizetype i = 0; isByte && i < kVolumePage; ++i) {
                 if (ann.contains(volume[page * kVolumePage + i])) {
                     places.push_back(page * kVolumePage + i);
                 }
@@ -299,7 +307,7 @@ class TestVolumeCheck : public CDiaryTest {
         int repaired = 0;
         for (const qsizetype at : places) {
             QByteArray damaged = volume;
-            if (fill == 'b') {
+            if (isByte) {
                 damaged[at] = bob[ann.indexOf(volume[at])];
             } else if (fill == 'c') {
                 damaged.truncate(at + kVolumePage * 3 / 4);
