@@ -1,14 +1,9 @@
 // What can still be read of a damaged volume: its databases, and which record is where in them.
 #pragma once
 
-#include <map>
-#include <unordered_map>
 #include <unordered_set>
 
-#include "store/backup/PageScan.h"
-#include "store/engine/FileOperations.h"
-#include "store/engine/PositionIndex.h"
-#include "store/engine/StorageEngine.h"
+#include "store/backup/SalvagedRows.h"
 #include "store/records/RecordLayout.h"
 
 struct CSalvagedDatabase {
@@ -19,12 +14,6 @@ struct CSalvagedDatabase {
     qint64 listed = 0;                      ///< records that the index lists, as far as it is known
 
     [[nodiscard]] bool HasGap() const { return std::ssize(entries) < listed; }
-};
-
-struct CSalvagedValue {
-    ObjectId owner = 0;
-    QString name;
-    QString value;
 };
 
 /// A list that may be one of two databases' is left out. A record that no list names goes to the
@@ -38,7 +27,7 @@ class CSalvage {
 
     [[nodiscard]] std::vector<CSalvagedDatabase>& Databases() { return m_databases; }
     /// Small values of the volume and of profiles.
-    [[nodiscard]] const std::vector<CSalvagedValue>& Values() const { return m_values; }
+    [[nodiscard]] const std::vector<CSalvagedValue>& Values() const { return m_rows.Values(); }
     /// Readable records that no database could be found for.
     [[nodiscard]] int CountHomeless() const { return m_homeless; }
     /// The values of a record of one of the databases as they are stored; false when they are not
@@ -46,55 +35,26 @@ class CSalvage {
     bool ReadRecord(ObjectId record, const CRecordLayout& layout, PropertyList& properties) const;
 
   private:
-    struct CBlock {
-        ObjectId database = 0;
-        qint64 ordinal = 0;
-        qint64 firstKey = 0;
-        qint64 count = 0;
-        std::vector<CIndexEntry> entries;  ///< none in the directory
-        CRowPlace place;
+    using Lists = std::map<ObjectId, std::vector<const CSalvagedBlock*>>;
 
-        [[nodiscard]] bool IsSameAs(const CBlock& other) const {
-            return database == other.database && ordinal == other.ordinal;
-        }
-    };
-    using Blocks = std::multimap<qint64, CBlock>;  ///< by the identifier of their row
-    using Lists = std::map<ObjectId, std::vector<const CBlock*>>;
-
-    /// Consecutive records that were added to a database.
-    struct CRun {
-        ObjectId database = 0;
-        qint64 count = 0;
-    };
-
-    void TakeRow(const CRowPlace& place, const CScannedRow& row);
-    void TakeTableRow(const CRowPlace& place, const CScannedRow& row);
-    void TakeIndexRow(const CRowPlace& place, const CScannedRow& row);
     Lists ListsOfDatabases();
     bool PlaceListed();
-    bool PlaceBlock(const CBlock& block, CSalvagedDatabase& database,
+    bool PlaceBlock(const CSalvagedBlock& block, CSalvagedDatabase& database,
                     std::vector<CIndexEntry>& misfits);
     void PlaceMisnumbered(CSalvagedDatabase& database);
-    static bool Contains(const Blocks& blocks, const Blocks::value_type& block);
-    ObjectId OwnerOf(qint64 row, const CBlock& block);
-    [[nodiscard]] bool CanOwn(ObjectId database, const CBlock& block, const CBlock& listed) const;
-    [[nodiscard]] bool IsInOrder(ObjectId database, const CBlock& listed) const;
+    static bool Contains(const SalvagedBlocks& blocks, const SalvagedBlocks::value_type& block);
+    ObjectId OwnerOf(qint64 row, const CSalvagedBlock& block);
+    [[nodiscard]] bool CanOwn(ObjectId database, const CSalvagedBlock& block,
+                              const CSalvagedBlock& listed) const;
     bool PlaceUnlisted();
     bool Advance();
     CSalvagedDatabase* HomeOf(ObjectId record, const PropertyList& properties);
-    [[nodiscard]] ObjectId HomeInHistory(ObjectId record) const;
-    [[nodiscard]] bool Decode(ObjectId record, PropertyList& properties) const;
     [[nodiscard]] const CRecordLayout* LayoutOfFirst(const std::vector<CIndexEntry>& entries) const;
 
-    CPageScan m_scan;
-    std::unordered_map<ObjectId, CRowPlace> m_records;
-    std::map<ObjectId, CDatabaseInfo> m_infos;
-    Blocks m_blocks;
-    Blocks m_directory;                  ///< the same as the index of the blocks has it
-    std::map<ObjectId, CRun> m_history;  ///< by the first record; the last change of it
+    CSalvagedRows m_rows;
+    SalvagedBlocks m_directory;  ///< rows that no list has taken yet
     std::unordered_set<ObjectId> m_placed;
     std::vector<CSalvagedDatabase> m_databases;
-    std::vector<CSalvagedValue> m_values;
     bool m_areListsWhole = false;  ///< every block is sound, and in the index of the blocks
     int m_homeless = 0;
     CopyProgress m_progress;
