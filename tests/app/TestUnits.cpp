@@ -30,12 +30,6 @@ class TestUnits : public QObject {
         QVERIFY2(qAbs(actual - expected) < 1e-9, qPrintable(QString::number(actual, 'g', 17)));
     }
 
-    void unitsHaveThreeNames() {
-        QCOMPARE(UnitName(EWeightUnit::Pounds, EUnitForm::Singular), u"Pound"_s);
-        QCOMPARE(UnitName(EHeightUnit::Feet, EUnitForm::Plural), u"Feets"_s);
-        QCOMPARE(UnitName(EHeightUnit::Centimetres, EUnitForm::Abbreviated), u"cm"_s);
-    }
-
     void weightsAreTypedInTheirUnit() {
         const std::tuple<double, EWeightUnit, CUnitTexts> rows[] = {
             {70, EWeightUnit::Kilograms, {u"70"_s, {}}},

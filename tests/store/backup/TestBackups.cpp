@@ -131,28 +131,25 @@ class TestBackups : public CCatalogueTest {
         QCOMPARE(m_told, QStringList());
     }
 
-    // Close to midnight the hour counts, so the day's backup comes later.
-    void theDaysBackupWaitsForTheHour() {
-        AddCategory(Database(), u"Fruit"_s);
-        m_now = Moment(u"2026-05-30 23:50"_s);
-        Start();
-        AddCategory(Database(), u"Soups"_s);
-        m_now = Moment(u"2026-05-31 00:30"_s);
-        AddCategory(Database(), u"Bread"_s);
-        QCOMPARE(Names(), u"v-2026-05-30-235000.db"_s);
-        m_now = Moment(u"2026-05-31 00:50"_s);
-        AddCategory(Database(), u"Nuts"_s);
-        QCOMPARE(Names(), u"v-2026-05-30-235000.db v-2026-05-31-005000.db"_s);
+    // Close to midnight the hour counts, so the day's backup comes later. A clock set back is
+    // noticed.
+    void theDaysBackupWaitsForTheHour_data() {
+        AddRows<QString, QString>({
+            {"midnight", u"2026-05-30 23:50,2026-05-31 00:30,2026-05-31 00:50"_s,
+             u"v-2026-05-30-235000.db v-2026-05-31-005000.db"_s},
+            {"set back", u"2030-01-01 00:00,2026-05-31 07:30"_s,
+             u"v-2026-05-31-073000.db v-2030-01-01-000000.db"_s},
+        });
     }
-
-    void aClockSetBackIsNoticed() {
+    void theDaysBackupWaitsForTheHour() {
+        const auto& [moments, names] = DataRow<QString, QString>();
         AddCategory(Database(), u"Fruit"_s);
-        m_now = Moment(u"2030-01-01 00:00"_s);
         Start();
-        AddCategory(Database(), u"Soups"_s);
-        m_now = Moment(u"2026-05-31 07:30"_s);
-        AddCategory(Database(), u"Bread"_s);
-        QCOMPARE(Names(), u"v-2026-05-31-073000.db v-2030-01-01-000000.db"_s);
+        for (const QString& moment : moments.split(u',')) {
+            m_now = Moment(moment);
+            AddCategory(Database(), moment);
+        }
+        QCOMPARE(Names(), names);
     }
 
     // What others have left in the folder stays.
