@@ -1,17 +1,31 @@
 #include <QLocale>
 #include <QTest>
 
-#include "app/ListCommands.h"
-#include "app/Plans.h"
 #include "app/ProfileSettings.h"
+#include "app/UserProfile.h"
 #include "profile/TargetsForm.h"
-#include "store/RecordStore.h"
 #include "support/DataRows.h"
-#include "support/RecordingMessages.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
+const QDate kStart(2024, 1, 1);
+
+/// Thirty years and their leap days are 10957 days: 10957 / 365 = 30.02.
+CUserInformation ThirtyYearOldMan() {
+    return {u"Adam"_s, true, {1994, 1, 1}, 180, 0};
+}
+
+/// In ten weeks, with the diet of the pyramid.
+CTargets FromEightyTo(double goalKg, double rateKg = 0) {
+    return {.startDate = kStart,
+            .startWeightKg = 80,
+            .goalDate = kStart.addDays(70),
+            .goalWeightKg = goalKg,
+            .rateKgPerWeek = rateKg,
+            .dietType = 3};
+}
+
 bool IsNear(double actual, double expected) {
     return qAbs(actual - expected) < 0.005;
 }
@@ -128,20 +142,6 @@ class TestUserProfile : public QObject {
         QCOMPARE(shown(0), u"2000.00|2237.00"_s);
         form.Recalculate();
         QCOMPARE(shown(0) + u' ' + form.GetFields().energy, u"2237.00|2237.00 2237"_s);
-    }
-
-    void listCommandsStopAtTheFirstFailure() {
-        CRecordingMessages messages;
-        CRecordStore store;
-        QList<int> acted;
-        const auto act = [&](int index) {
-            acted.append(index);
-            return index != 5 && messages.waits == 1;
-        };
-        QCOMPARE(ActOnEach(store, {2, 5, 9}, act, u"failed"_s), 1);
-        QCOMPARE(acted, (QList<int>{2, 5}));
-        QCOMPARE(messages.Said(), u"failed"_s);
-        QCOMPARE(messages.waits, 0);
     }
 };
 

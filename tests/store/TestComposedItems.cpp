@@ -99,9 +99,6 @@ class TestComposedItems : public CCatalogueTest {
     void cleanup() { DropVolume(); }
 
   private:
-    static constexpr auto kMenus = ECatalogueKind::Menus;
-    static constexpr auto kRecipes = ECatalogueKind::Recipes;
-
     qint32 Menu(const QString& name, const QStringList& parts) {
         const qint32 id = AddComposed(Database(), kMenus, 1, name);
         for (const QString& part : parts) {

@@ -15,7 +15,7 @@ class TestDatabase : public CCatalogueTest {
     void categoriesAreNumberedWithinTheirKind() {
         QCOMPARE(AddCategory(Database(), u"Fruit"_s), 1);
         QCOMPARE(AddCategory(Database(), u"Bread"_s), 2);
-        QCOMPARE(AddCategory(Database(), u"Meat"_s, ECatalogueKind::Menus), 1);
+        QCOMPARE(AddCategory(Database(), u"Meat"_s, kMenus), 1);
         QCOMPARE(AddCategory(Database(), u"Fruit"_s), -1);
         QCOMPARE(AddCategory(Database(), u"fruit"_s), 3);
         // The largest identifier is given again after its category is gone.
@@ -168,18 +168,18 @@ class TestDatabase : public CCatalogueTest {
 
     void viewSettingsAreKeptOnce() {
         CViewSettings settings;
-        QVERIFY(!Database().ViewSettings(ECatalogueKind::Exercises).Read(settings));
+        QVERIFY(!Database().ViewSettings(kExercises).Read(settings));
         for (const qint16 width : {75, 120}) {
             settings.SetSetting(5, width);
-            QVERIFY(Database().ViewSettings(ECatalogueKind::Exercises).Save(settings));
+            QVERIFY(Database().ViewSettings(kExercises).Save(settings));
         }
         Reopen();
         CViewSettings read;
-        QVERIFY(Database().ViewSettings(ECatalogueKind::Exercises).Read(read));
+        QVERIFY(Database().ViewSettings(kExercises).Read(read));
         QCOMPARE(read.GetSetting(5), qint16{120});
         QCOMPARE(Database().Exlib().Count(), 1);
         Database().CloseCatalogue();
-        QVERIFY(!Database().ViewSettings(ECatalogueKind::Exercises).Save(settings));
+        QVERIFY(!Database().ViewSettings(kExercises).Save(settings));
         QCOMPARE(m_messages->Said(), u"Cannot save exlib props (error# 87)."_s);
     }
 
@@ -254,8 +254,6 @@ class TestDatabase : public CCatalogueTest {
     }
 
   private:
-    static constexpr auto kFoods = ECatalogueKind::Foods;
-
     CDatabaseHandle OpenRaw(const QString& name) {
         return Database().GetStore().OpenDatabase(name, 3, 0, true);
     }

@@ -11,13 +11,7 @@ namespace {
 const QDate kDay(2026, 5, 31);
 
 CDietEntry MakeEntry(const QString& name, int meal, int minute = 0) {
-    CDietEntry entry;
-    entry.SetMoment(ToFileTime(kDay, QTime(12, minute)));
-    entry.SetMeal(meal);
-    entry.SetCategory(u"Fruit"_s);
-    entry.SetName(name);
-    entry.SetType(u"raw"_s);
-    return entry;
+    return MakeFruitEntry(kDay, name, meal, minute);
 }
 }  // namespace
 

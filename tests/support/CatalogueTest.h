@@ -29,6 +29,17 @@ inline CFoodItem MakeFood(qint32 categoryId, const QString& name, const QString&
     return food;
 }
 
+/// An entry of a raw fruit, so many minutes after noon.
+inline CDietEntry MakeFruitEntry(QDate day, const QString& name, int meal, int minute) {
+    CDietEntry entry;
+    entry.SetMoment(ToFileTime(day, QTime(12, minute)));
+    entry.SetMeal(meal);
+    entry.SetCategory(QStringLiteral("Fruit"));
+    entry.SetName(name);
+    entry.SetType(QStringLiteral("raw"));
+    return entry;
+}
+
 /// A test over it calls MakeVolume in init, and DropVolume in cleanup when all messages count.
 class CCatalogueTest : public QObject {
   protected:
@@ -91,11 +102,12 @@ class CCatalogueTest : public QObject {
         Reopen();
         return result;
     }
-    /// Nothing may be left that was shown and not taken.
+    /// Nothing may be left that was shown and not taken, nor a wait.
     void DropVolume() {
         m_doc.reset();
         const auto messages = std::move(m_messages);
         QCOMPARE(messages->shown, QStringList());
+        QCOMPARE(messages->waits, 0);
     }
 
     QString Path(const QString& name) const { return m_folder->filePath(name); }

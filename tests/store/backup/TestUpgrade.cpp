@@ -89,8 +89,6 @@ class TestUpgrade : public CCatalogueTest {
         CRecordStore store;
         QVERIFY(store.MountVolume(Path(u"w.db"_s), kSteps));
         m_messages->TakeShown();
-        std::vector<CDatabaseInfo> databases;
-        QVERIFY(store.EnumerateDatabases(0, databases) && databases.size() == 6);
         QCOMPARE(store.EngineState().file.CheckIntegrity(), int(kErrorSuccess));
         CDatabaseHandle categories = store.OpenDatabase(u"Categories"_s, 0, 0, true);
         PropertyList properties;

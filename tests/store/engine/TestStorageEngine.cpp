@@ -109,15 +109,6 @@ class TestStorageEngine : public CEngineTest {
         }
     }
 
-    // Blocks that records arrive in by key are full, and only a full one is halved.
-    void blocksAreLeftFull() {
-        QVERIFY(AddMany(*m_engine, m_database, 1, 0, 981));
-        QVERIFY(Added(*m_engine, m_database, Numbered(0)) != 0);
-        QCOMPARE(m_engine->Unmount(), kOk);
-        constexpr auto kCounts = "SELECT group_concat(count)='246,245,490,1' FROM blocks";
-        QCOMPARE(QueryVolume(m_path, kCounts), 1);
-    }
-
     // A failure in any of them undoes the change, and is the one reported.
     void whoFollowsTheChangesMayRefuseThem() {
         struct CRefuser : CChangeListener {

@@ -94,13 +94,6 @@ class TestVolumeFaults : public CEngineTest {
             QCOMPARE(m_engine->Mount(m_path), more == 0 ? kOk : int(kErrorCorrupt));
             QCOMPARE(m_engine->Unmount(), kOk);
         }
-        // One that is no journal is kept, and named once.
-        Save(m_path, volume);
-        Save(m_path + u"-journal"_s, "Buy apples");
-        QCOMPARE(m_engine->Mount(m_path), kOk);
-        QVERIFY(QFile::remove(m_engine->GetKeptJournal()));
-        Remount();
-        QCOMPARE(m_engine->GetKeptJournal(), QString());
     }
 
     // Nor is a journal played that is not the volume's, where it cannot be renamed.
