@@ -254,7 +254,7 @@ class TestUndoRules : public CDiaryTest {
              const CDietPlace place{FirstMomentOf(kDay.addDays(9)), 3};
              return MoveDietEntries(*m_doc, Eaten(2), place) == 2;
          }},
-        {"delete of Tea", [this] { return DeleteDietEntries(*m_doc, Eaten(1)); }},
+        {"delete of Apple", [this] { return DeleteDietEntries(*m_doc, Eaten(1)); }},
         {"addition of a weight", [this] { return AddWeight(*m_doc, Weighed(1).front().entry); }},
         {"edit of a weight",
          [this] {

@@ -192,15 +192,14 @@ class TestStorageEngine : public CEngineTest {
                      int(kErrorFileNotFound));
             QCOMPARE(m_engine->KeyAt(m_database, position, key), int(kErrorFileNotFound));
         }
-        QCOMPARE(m_engine->Mount(m_path), int(kErrorInvalidParameter));
-        QCOMPARE(m_engine->UndoGroup(), int(kErrorInvalidParameter));
         CStorageEngine unmounted;
-        QCOMPARE(unmounted.BeginGroup(), int(kErrorInvalidParameter));
         CNamedValues values(unmounted.State());
         std::optional<QString> value;
-        QCOMPARE(values.Read(0, u"a"_s, value), int(kErrorInvalidParameter));
-        QCOMPARE(values.Write(0, u"a"_s, u"b"_s), int(kErrorInvalidParameter));
-        QCOMPARE(values.DeleteOwner(0), int(kErrorInvalidParameter));
+        for (const int error : {m_engine->Mount(m_path), m_engine->UndoGroup(),
+                                unmounted.BeginGroup(), values.Read(0, u"a"_s, value),
+                                values.Write(0, u"a"_s, u"b"_s), values.DeleteOwner(0)}) {
+            QCOMPARE(error, int(kErrorInvalidParameter));
+        }
         constexpr int kNoResultOfSqlite = 99;
         QCOMPARE(PlatformErrorOf(kNoResultOfSqlite), int(kErrorInputOutput));
     }
