@@ -178,9 +178,6 @@ class TestDatabase : public CCatalogueTest {
         QVERIFY(Database().ViewSettings(kExercises).Read(read));
         QCOMPARE(read.GetSetting(5), qint16{120});
         QCOMPARE(Database().Exlib().Count(), 1);
-        Database().CloseCatalogue();
-        QVERIFY(!Database().ViewSettings(kExercises).Save(settings));
-        QCOMPARE(m_messages->Said(), u"Cannot save exlib props (error# 87)."_s);
     }
 
     void aProfileIsFourDatabases() {

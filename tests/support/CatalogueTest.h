@@ -67,9 +67,10 @@ class CCatalogueTest : public QObject {
         settings.user.name = name;
         return m_doc->CreateProfile(settings);
     }
-    void Reopen() {
+    /// Or another volume in its place.
+    void Reopen(const QString& name = QStringLiteral("v.db")) {
         m_doc.reset();
-        m_doc = std::make_unique<CVelmoraDoc>(Path(QStringLiteral("v.db")));
+        m_doc = std::make_unique<CVelmoraDoc>(Path(name));
         QVERIFY(m_doc->OpenCatalogue());
     }
     /// Makes the bytes of a record those of another one of its database, or of none at all, and

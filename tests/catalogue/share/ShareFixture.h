@@ -80,13 +80,6 @@ class CShareTest : public CCatalogueTest {
         return (isDone ? QString() : QStringLiteral("! ")) + m_messages->Said();
     }
 
-    /// Opens another volume; the one before is closed.
-    void OpenOther(const QString& name) {
-        m_doc.reset();
-        m_doc = std::make_unique<CVelmoraDoc>(Path(name));
-        QVERIFY(m_doc->OpenCatalogue());
-    }
-
     /// Everything in the catalogue, bit by bit, but for the identifiers: a component names the
     /// category of the item it was made of instead.
     QString Everything() {

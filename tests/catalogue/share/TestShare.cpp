@@ -26,7 +26,7 @@ class TestShare : public CShareTest {
         QVERIFY(everything.contains(u"@Baking") && everything.contains(u"@Dairy"));
         // On to a second volume, and from there to a third.
         for (const QString& volume : {u"other.db"_s, u"third.db"_s}) {
-            OpenOther(volume);
+            Reopen(volume);
             QCOMPARE(TakeIn(), u"Took in 2 foods, 1 menu and 2 recipes."_s);
             QCOMPARE(Everything(), everything);
             QCOMPARE(Share(kMenus), u"Shared 2 foods, 1 menu and 2 recipes."_s);
@@ -76,7 +76,7 @@ class TestShare : public CShareTest {
         const qint32 outer = AddComposed(Database(), kRecipes, baking, u"Pie"_s);
         QVERIFY(AddPart(Database(), kRecipes, outer, u"Pie"_s, 0, EItemKind::Recipe, inner));
         (void)Share(kRecipes);
-        OpenOther(u"other.db"_s);
+        Reopen(u"other.db"_s);
         QCOMPARE(AddCategory(Database(), u"Baking"_s, kRecipes), 1);
         const qint32 there = AddComposed(Database(), kRecipes, 1, u"Pie"_s);
         for (const QString& said :
@@ -105,7 +105,7 @@ class TestShare : public CShareTest {
         }
         QVERIFY(group.Commit());
         QCOMPARE(Share(kRecipes, {kDepth - 1}), u"Shared 2000 recipes."_s);
-        OpenOther(u"other.db"_s);
+        Reopen(u"other.db"_s);
         QCOMPARE(TakeIn(), u"Took in 2000 recipes."_s);
         QVERIFY(
             Database().Composed().RecipeContains(kFirstComposedId + kDepth, kFirstComposedId + 1));
@@ -141,7 +141,7 @@ class TestShare : public CShareTest {
         // An item without its category comes in one of its own.
         QVERIFY(Database().Categories().Delete(Database().Categories().Find(kFoods, u"Dairy"_s)));
         QCOMPARE(Share(kFoods, {0, 0}), u"Shared 1 food."_s);
-        OpenOther(u"other.db"_s);
+        Reopen(u"other.db"_s);
         QCOMPARE(TakeIn(), u"Took in 1 food."_s);
         QCOMPARE(Database().Categories().IdOf(kFoods, u"Undefined"_s), 1);
     }
@@ -193,7 +193,7 @@ class TestShare : public CShareTest {
             QVERIFY(Database().Foods().Write(-1, MakeFood(category, u"Tea"_s, u"x"_s)));
         }
         (void)Share(kFoods);
-        OpenOther(u"other.db"_s);
+        Reopen(u"other.db"_s);
         for (int i = 0; i < kMaximumCategories - 1; ++i) {
             QVERIFY(AddCategory(Database(), QString::number(i), kMenus) > 0);
         }

@@ -98,7 +98,7 @@ class TestTakeInHostile : public CShareTest {
         FillKitchen();
         (void)Share(kMenus);
         m_sound = Load(Shared());
-        OpenOther(u"other.db"_s);
+        Reopen(u"other.db"_s);
         m_content = TakenIn();
         QVERIFY(!m_content.isEmpty());
     }

@@ -45,7 +45,6 @@ class TestBackups : public CCatalogueTest {
         constexpr auto kLarge = EBackupOccasion::LargeChange;
         AddRows<const char*, EBackupOccasion, const char*, bool>({
             {"none yet", "", kFirst, "07:30", true},
-            {"none yet, import", "", kLarge, "07:30", true},
             {"yesterday", "2026-05-30 07:31", kFirst, "07:30", true},
             {"today", "2026-05-31 00:10", kFirst, "07:30", false},
             {"today, import", "2026-05-31 06:30", kLarge, "07:30", true},
