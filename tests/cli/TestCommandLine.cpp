@@ -17,8 +17,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 const bool kWritesAnew = qEnvironmentVariableIsSet("VELMORA_WRITE_TRANSCRIPTS");
 const QString kTranscripts = QStringLiteral(VELMORA_TRANSCRIPTS);

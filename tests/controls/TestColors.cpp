@@ -1,12 +1,9 @@
 // Contrasts by hand: with the relative luminance L of a colour, white has (1.05) / (L + 0.05) and
 // black (L + 0.05) / 0.05.
 #include <QGuiApplication>
-#include <QTest>
 
 #include "controls/Colors.h"
 #include "support/DataRows.h"
-
-using namespace Qt::StringLiterals;
 
 class TestColors : public QObject {
     Q_OBJECT

@@ -5,8 +5,6 @@
 #include "controls/DateField.h"
 #include "support/Clicks.h"
 
-using namespace Qt::StringLiterals;
-
 /// A field that shows 5 March 2024, and another field.
 class TestDateField : public QObject {
     Q_OBJECT

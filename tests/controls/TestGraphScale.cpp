@@ -1,11 +1,8 @@
 // Axes, dates and lines of the graphs, without a window.
 #include <QLocale>
-#include <QTest>
 
 #include "controls/GraphScale.h"
 #include "support/DataRows.h"
-
-using namespace Qt::StringLiterals;
 
 class TestGraphScale : public QObject {
     Q_OBJECT

@@ -2,13 +2,10 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QGuiApplication>
-#include <QPointer>
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
 #include "support/Clicks.h"
-
-using namespace Qt::StringLiterals;
 
 /// A window with a grid of two columns, 120 and 80 pixels wide, and a field beside it.
 class TestGrid : public QObject {

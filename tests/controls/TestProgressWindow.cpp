@@ -5,8 +5,6 @@
 #include "controls/ProgressWindow.h"
 #include "support/Clicks.h"
 
-using namespace Qt::StringLiterals;
-
 class TestProgressWindow : public QObject {
     Q_OBJECT
   private slots:

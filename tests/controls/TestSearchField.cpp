@@ -4,8 +4,6 @@
 #include "controls/SearchField.h"
 #include "support/Clicks.h"
 
-using namespace Qt::StringLiterals;
-
 class TestSearchField : public QObject {
     Q_OBJECT
 

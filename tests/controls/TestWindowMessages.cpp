@@ -1,12 +1,9 @@
 #include <QFileDialog>
-#include <QLabel>
 #include <QMessageBox>
 #include <QTemporaryDir>
 
 #include "controls/WindowMessages.h"
 #include "support/Clicks.h"
-
-using namespace Qt::StringLiterals;
 
 class TestWindowMessages : public QObject {
     Q_OBJECT

@@ -4,8 +4,6 @@
 #include "diary/DietRules.h"
 #include "support/CatalogueTest.h"
 
-using namespace Qt::StringLiterals;
-
 inline const QDate kDay{2026, 5, 31};
 
 /// A test over it calls MakeDiary in init.

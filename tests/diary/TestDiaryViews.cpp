@@ -3,8 +3,6 @@
 
 #include <QAction>
 #include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPainter>
 #include <QScrollBar>
 #include <QSplitter>

@@ -7,6 +7,7 @@
 #include "app/FrameCommands.h"
 #include "diary/DiaryFixture.h"
 #include "frame/DietFrame.h"
+#include "support/Clicks.h"
 #include "support/ComposedSamples.h"
 
 /// Commands that open a dialog; others delete, copy or switch to another view.
@@ -18,6 +19,18 @@ inline const QRegularExpression kAsking(
 inline constexpr int kViews[] = {kSwitchToDiet,  kSwitchToWeight, kSwitchToExercises,
                                  kSwitchToFoods, kSwitchToMenus,  kSwitchToRecipes,
                                  kSwitchToExlib};
+
+/// A frame in sight, with this view.
+struct CShownFrame : CDietFrame {
+    explicit CShownFrame(CVelmoraDoc& doc, int view = kSwitchToDiet, QSize size = {})
+        : CDietFrame(doc) {
+        if (size.isValid()) {
+            resize(size);
+        }
+        Show(*this);
+        QVERIFY(ShowView(view));
+    }
+};
 
 class CFrameTest : public CDiaryTest {
   protected:

@@ -3,7 +3,6 @@
 #include <QAbstractItemModelTester>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPointer>
 #include <QScreen>
 #include <QTabWidget>
 #include <QToolBar>
@@ -13,7 +12,6 @@
 #include "app/UndoRules.h"
 #include "exercise/ExerciseRules.h"
 #include "profile/PreferencesDialog.h"
-#include "support/Clicks.h"
 
 namespace {
 /// Any key on every list, tree and grid of a window, while its models are watched.
@@ -63,8 +61,7 @@ class TestDietFrame : public CFrameTest {
     void init() { MakeDiary(); }
 
     void theMenuNamesTheStepToUndo() {
-        CDietFrame frame(*m_doc);
-        Show(frame);
+        CShownFrame frame(*m_doc);
         const auto edit = [&frame] { return frame.menuBar()->actions().at(1)->menu(); };
         const auto texts = [&edit] {
             emit edit()->aboutToShow();

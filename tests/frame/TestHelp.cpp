@@ -4,8 +4,6 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QProcess>
-#include <QPushButton>
-#include <QRegularExpression>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QTextBlock>
@@ -14,9 +12,7 @@
 #include "cli/Commands.h"
 #include "cli/HelpTexts.h"
 #include "frame/HelpWindow.h"
-#include "support/Clicks.h"
 #include "support/DataRows.h"
-#include "support/Files.h"
 
 namespace {
 const QString kDocs = QStringLiteral(VELMORA_DOCS);
@@ -89,8 +85,7 @@ class TestHelp : public CFrameTest {
         if (hasViewer) {
             viewer.emplace();
         }
-        CDietFrame frame(*m_doc);
-        Show(frame);
+        CShownFrame frame(*m_doc);
         frame.RunCommand(kCommandHelp);
         qputenv("PATH", path);
         QCOMPARE(viewer ? viewer->taken : QStringList(), taken);
@@ -108,8 +103,7 @@ class TestHelp : public CFrameTest {
     }
 
     void theWindowIsReadWithTheKeyboard() {
-        CDietFrame frame(*m_doc);
-        Show(frame);
+        CShownFrame frame(*m_doc);
         CHelpWindow::Open(kDocs + u"/Velmora.htm"_s, &frame);
         const QPointer<CHelpWindow> window = frame.findChild<CHelpWindow*>();
         QTRY_COMPARE(QApplication::activeWindow(), window.data());
@@ -230,8 +224,7 @@ class TestHelp : public CFrameTest {
     void everyKeyAndEveryCommandOfTheDiariesIsExplained() {
         const QString keys = Section(u"keys"_s);
         const QString words = QString(m_page).remove(QRegularExpression(u"<[^>]*>"_s)).simplified();
-        CDietFrame frame(*m_doc);
-        Show(frame);
+        CShownFrame frame(*m_doc);
         QStringList missing;
         const auto require = [&](const QKeySequence& key) {
             const QString text = key.toString(QKeySequence::PortableText);

@@ -2,8 +2,6 @@
 #include "FrameFixture.h"
 
 #include <QFileDialog>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QScreen>
 #include <QScrollArea>
@@ -17,8 +15,6 @@
 #include "controls/WindowMessages.h"
 #include "diary/CopyRules.h"
 #include "frame/HelpWindow.h"
-#include "support/Clicks.h"
-#include "support/Files.h"
 
 class TestSmallScreen : public CFrameTest {
     Q_OBJECT
@@ -30,8 +26,7 @@ class TestSmallScreen : public CFrameTest {
     }
 
     void viewsAndDialogsFillTheScreen() {
-        CDietFrame frame(*m_doc);
-        Show(frame);
+        CShownFrame frame(*m_doc);
         QCOMPARE(frame.size(), kScreen.size());
         for (const int command : kViews) {
             QVERIFY(frame.ShowView(command));
@@ -62,8 +57,7 @@ class TestSmallScreen : public CFrameTest {
         }
         // The day itself is empty.
         QCOMPARE(CutDietEntries(*m_doc, ReadDay(Database().Diet(), kDay).Entries()), 2);
-        CDietFrame frame(*m_doc);
-        Show(frame);
+        CShownFrame frame(*m_doc);
         for (const int offer : {1, 2, 3, 4}) {
             auto* button = frame.ActiveView()->findChild<QToolButton*>(u"offer%1"_s.arg(offer));
             const auto* shown = button->parentWidget()->parentWidget();
@@ -76,8 +70,7 @@ class TestSmallScreen : public CFrameTest {
     }
 
     void theQuickLineAndTheStatusTakeRoomOnlyWhenUsed() {
-        CDietFrame frame(*m_doc);
-        Show(frame);
+        CShownFrame frame(*m_doc);
         auto* line = Find<QLineEdit>(*frame.ActiveView(), "quick");
         QVERIFY(line->isHidden());
         QTest::keyClick(frame.focusWidget(), Qt::Key_L, Qt::ControlModifier);
@@ -150,8 +143,7 @@ class TestSmallScreen : public CFrameTest {
     }
 
     void theHelpPageFitsItsWindow() {
-        CDietFrame frame(*m_doc);
-        Show(frame);
+        CShownFrame frame(*m_doc);
         CHelpWindow::Open(QStringLiteral(VELMORA_DOCS) + u"/Velmora.htm"_s, &frame);
         auto* window = frame.findChild<CHelpWindow*>();
         QTRY_COMPARE(QApplication::activeWindow(), window);

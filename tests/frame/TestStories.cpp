@@ -4,15 +4,10 @@
 
 #include <QActionGroup>
 #include <QEventLoop>
-#include <QHeaderView>
-#include <QRegularExpression>
 #include <QToolTip>
 #include <QWheelEvent>
 
 #include "controls/DateField.h"
-#include "support/Clicks.h"
-#include "support/Files.h"
-#include "support/Portrait.h"
 #include "support/SeenText.h"
 
 namespace {

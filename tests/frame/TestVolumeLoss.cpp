@@ -2,14 +2,11 @@
 #include "FrameFixture.h"
 
 #include <QPlainTextEdit>
-#include <QPushButton>
 
 #include "controls/Dialog.h"
 #include "controls/ProgressWindow.h"
 #include "platform/LateProgress.h"
-#include "support/Clicks.h"
 #include "support/DataRows.h"
-#include "support/Files.h"
 
 class TestVolumeLoss : public CFrameTest {
     Q_OBJECT
@@ -48,9 +45,7 @@ class TestVolumeLoss : public CFrameTest {
         const auto& [isInPlace] = DataRow<bool>();
         const QByteArray older = Load(Path(u"v.db"_s));
         AddEntry(u"Newer"_s, QTime(9, 0));
-        CDietFrame frame(*m_doc);
-        Show(frame);
-        QVERIFY(frame.ShowView(kSwitchToWeight));
+        CShownFrame frame(*m_doc, kSwitchToWeight);
         OnDialog<CDialog>([&](CDialog& dialog) {
             if (!isInPlace) {
                 QVERIFY(QFile::remove(Path(u"v.db"_s)));
@@ -71,8 +66,7 @@ class TestVolumeLoss : public CFrameTest {
     }
 
     void theFolderOfTheBackupsIsChosen() {
-        CDietFrame frame(*m_doc);
-        Show(frame);
+        CShownFrame frame(*m_doc);
         const CVolumeBackups& backups = Database().Backups();
         for (const auto& [chosen, used] :
              {std::pair(u"other"_s, u"other"_s), {u"."_s, u"v.db-backups"_s}}) {
@@ -87,8 +81,7 @@ class TestVolumeLoss : public CFrameTest {
     void aBackupIsRestored() {
         m_messages->chosenFile = Path(u"b.db"_s);
         {
-            CDietFrame frame(*m_doc);
-            Show(frame);
+            CShownFrame frame(*m_doc);
             frame.RunCommand(kCommandBackUp);
             QVERIFY(m_messages->Said().startsWith(u"A backup was saved"_s));
             AddEntry(u"Newer"_s, QTime(9, 0));
@@ -112,8 +105,7 @@ class TestVolumeLoss : public CFrameTest {
 
     // What is under way, such as a restore, needs the frame and its view.
     void theFrameClosesOnceTheProgressWindowIsGone() {
-        CDietFrame frame(*m_doc);
-        Show(frame);
+        CShownFrame frame(*m_doc);
         {
             CProgressWindow progress(u"Velmora: Restore"_s, &frame);
             frame.close();
@@ -135,9 +127,7 @@ class TestVolumeLoss : public CFrameTest {
             Reopen();
         }
         QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
-        CDietFrame frame(*m_doc);
-        Show(frame);
-        QVERIFY(frame.ShowView(kSwitchToWeight));  // which is yet to be stored
+        CShownFrame frame(*m_doc, kSwitchToWeight);  // which is yet to be stored
         const QByteArray before = Load(Path(u"v.db"_s));
         QStringList seen;
         QTimer poll;
@@ -175,8 +165,7 @@ class TestVolumeLoss : public CFrameTest {
         }
         Reopen();  // and forget the pages
         QVERIFY(m_doc->SetActiveProfile(u"Ann"_s));
-        CDietFrame frame(*m_doc);
-        Show(frame);
+        CShownFrame frame(*m_doc);
         Save(Path(u"v.db"_s), Load(Path(u"v.db"_s)).first(20'000));
         QCOMPARE(m_messages->Said(), QString());
         CFoodItem food;

@@ -4,16 +4,13 @@
 #include <QHelpEvent>
 #include <QMenu>
 #include <QMenuBar>
-#include <QRegularExpression>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QToolBar>
 #include <QToolTip>
 
 #include "controls/Dialog.h"
-#include "controls/ReportList.h"
 #include "diary/weight/WeightGraph.h"
-#include "support/Clicks.h"
 #include "support/DataRows.h"
 #include "support/Drawing.h"
 #include "support/Portrait.h"
@@ -43,10 +40,7 @@ class TestWindows : public CFrameTest {
     void viewsAndTheirDialogsShowWhatTheyShould() {
         const auto& [command] = DataRow<int>();
         const QByteArray name = QTest::currentDataTag();
-        CDietFrame frame(*m_doc);
-        frame.resize(900, 700);
-        Show(frame);
-        QVERIFY(frame.ShowView(command));
+        CShownFrame frame(*m_doc, command, {900, 700});
         // The bar of days is the same in all of them.
         const QWidget* parts = frame.ActiveView()->findChild<QSplitter*>();
         parts = command == kSwitchToDiet ? frame.ActiveView() : parts;
@@ -92,10 +86,7 @@ class TestWindows : public CFrameTest {
         targets.startWeightKg = 100;
         targets.goalWeightKg = 60;
         targets.nutrients[kEnergyIndex] = 2000;
-        CDietFrame frame(*m_doc);
-        frame.resize(900, 700);
-        Show(frame);
-        QVERIFY(frame.ShowView(command));
+        CShownFrame frame(*m_doc, command, {900, 700});
         QCoreApplication::processEvents();  // lays the view out
         auto* graph = Find<QWidget>(*frame.ActiveView(), "graph");
         QStringList tips;

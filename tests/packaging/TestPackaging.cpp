@@ -4,8 +4,6 @@
 
 #include "support/Files.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 const QString kMade = QStringLiteral(VELMORA_MADE);
 

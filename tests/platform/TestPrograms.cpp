@@ -7,8 +7,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-using namespace Qt::StringLiterals;
-
 class TestPrograms : public QObject {
     Q_OBJECT
 

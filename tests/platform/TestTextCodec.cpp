@@ -2,8 +2,6 @@
 #include "platform/TextCodec.h"
 #include "support/DataRows.h"
 
-using namespace Qt::StringLiterals;
-
 class TestTextCodec : public QObject {
     Q_OBJECT
 

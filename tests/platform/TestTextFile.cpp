@@ -1,13 +1,10 @@
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <QTemporaryDir>
 
 #include "platform/TextFile.h"
 #include "support/Files.h"
-
-using namespace Qt::StringLiterals;
 
 class TestTextFile : public QObject {
     Q_OBJECT

@@ -3,8 +3,6 @@
 #include "platform/TypedDate.h"
 #include "support/DataRows.h"
 
-using namespace Qt::StringLiterals;
-
 /// Sunday, 22 November 2026; the field holds 5 March 2024.
 class TestTypedDate : public QObject {
     Q_OBJECT

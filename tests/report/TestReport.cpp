@@ -2,7 +2,6 @@
 
 #include "report/ReportRules.h"
 #include "report/ReportWriter.h"
-#include "support/Files.h"
 
 namespace {
 const QDate kFirst{2006, 4, 14};

@@ -4,7 +4,6 @@
 #include <QLocale>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include "app/VelmoraDoc.h"
 #include "support/RecordingMessages.h"

@@ -13,6 +13,8 @@
 
 #include "controls/Grid.h"
 
+using namespace Qt::StringLiterals;
+
 template <typename Widget>
 Widget* Find(const QWidget& window, const char* name) {
     return window.findChild<Widget*>(QLatin1StringView(name));

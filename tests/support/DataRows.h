@@ -4,6 +4,8 @@
 #include <QTest>
 #include <tuple>
 
+using namespace Qt::StringLiterals;
+
 /// For a test's _data function.
 template <typename... Values>
 void AddRows(std::initializer_list<std::tuple<const char*, Values...>> rows) {

@@ -9,6 +9,8 @@
 #include <csignal>
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 inline void Save(const QString& path, const QByteArray& bytes) {
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());

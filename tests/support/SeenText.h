@@ -1,8 +1,6 @@
 // A text file of what a test sees, in sections, that the test compares with or writes anew.
 #pragma once
 
-#include <QTest>
-
 #include "support/Files.h"
 
 /// A section begins with a line "# name"; only its words count, not where its lines end. With

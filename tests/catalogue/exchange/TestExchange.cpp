@@ -7,9 +7,6 @@
 #include "catalogue/exchange/CsvFields.h"
 #include "catalogue/exchange/InstructionsField.h"
 #include "support/ComposedSamples.h"
-#include "support/Files.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 const QByteArray kValues = QByteArray("2.000,").repeated(kNutrientCount);

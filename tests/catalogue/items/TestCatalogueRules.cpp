@@ -7,9 +7,6 @@
 #include "catalogue/items/FoodRules.h"
 #include "platform/TextFile.h"
 #include "support/CatalogueTest.h"
-#include "support/Files.h"
-
-using namespace Qt::StringLiterals;
 
 class TestCatalogueRules : public CCatalogueTest {
     Q_OBJECT

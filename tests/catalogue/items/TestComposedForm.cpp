@@ -3,7 +3,6 @@
 #include "catalogue/pick/AddFoodForm.h"
 #include "diary/DiaryFixture.h"
 #include "support/ComposedSamples.h"
-#include "support/Files.h"
 
 class TestComposedForm : public CDiaryTest {
     Q_OBJECT

@@ -3,9 +3,6 @@
 #include "catalogue/items/CatalogueRules.h"
 #include "support/ComposedSamples.h"
 #include "support/DataRows.h"
-#include "support/Files.h"
-
-using namespace Qt::StringLiterals;
 
 class TestCatalogueCommands : public CCatalogueTest {
     Q_OBJECT

@@ -14,9 +14,6 @@
 #include "controls/ReportList.h"
 #include "support/Clicks.h"
 #include "support/ComposedSamples.h"
-#include "support/Files.h"
-
-using namespace Qt::StringLiterals;
 
 class TestFoodsMainView : public CCatalogueTest {
     Q_OBJECT
