@@ -172,7 +172,6 @@ class TestDiaryViews : public CDiaryTest {
         m_doc->Settings().targets.startWeightKg = m_doc->Settings().targets.goalWeightKg = 70;
         COpenView<CWeightMainView> open(*m_doc, "weights");
         OnDialog<CBmiDialog>([](CBmiDialog& dialog) {
-            QCOMPARE(Find<QLabel>(dialog, "bmi")->text(), u"Your BMI is  22.86"_s);  // 70 / 3.0625
             auto* table = Find<CReportList>(dialog, "bmiTable");
             QCOMPARE(table->SelectedRows(), std::vector<int>{11});
             const int rest =

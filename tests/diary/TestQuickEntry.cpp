@@ -1,4 +1,4 @@
-// What a quick line reads where the command line does not show it: locales, and other matches.
+// What a quick line reads where the command line does not show it: locales.
 #include "DiaryFixture.h"
 #include "support/DataRows.h"
 
@@ -52,30 +52,6 @@ class TestQuickEntry : public CDiaryTest {
         QLocale::setDefault(QLocale::c());
         QCOMPARE(read(u"2 apple,3 tomato soup"_s), u"2 apple=2|3 tomato soup=3"_s);
         QCOMPARE(read(u"1,5 apple"_s), u"1=1What was eaten is missing.|5 apple=5"_s);
-    }
-
-    void anotherMatchIsMeasuredAgain() {
-        const QString line = u"tea, 2 cup apple"_s;
-        CQuickEntry entry(*m_doc);
-        const std::vector<CQuickItem>& items = entry.Read(line);
-        QCOMPARE(items.size(), std::size_t{2});
-        const CQuickItem& apple = items[1];
-        QCOMPARE(apple.taken, 0);
-        QCOMPARE(apple.food.item.GetType(), u"raw"_s);
-        QCOMPARE(apple.food.item.GetServingName(0), u"1 cup"_s);
-        QCOMPARE(apple.food.item.GetNutrientValue(kEnergyIndex), 130.0);  // 52 * 125 / 100 * 2
-        QCOMPARE(apple.matches.size(), std::size_t{2});
-        // The dried apple has no cup; it is shown all the same, with the reason.
-        entry.Take(1, 1);
-        QCOMPARE(apple.taken, 1);
-        QCOMPARE(apple.food.item.GetType(), u"dried"_s);
-        QCOMPARE(apple.refusal, u"'Apple' has no serving that names a volume."_s);
-        entry.Take(1, 0);
-        QCOMPARE(apple.refusal, QString());
-        QCOMPARE(apple.food.item.GetNutrientValue(kEnergyIndex), 130.0);
-        entry.Take(1, 2);
-        QCOMPARE(apple.taken, -1);
-        QCOMPARE(apple.refusal, u"Nothing in the catalogue is called 'apple'."_s);
     }
 };
 

@@ -111,7 +111,6 @@ class TestHelp : public CFrameTest {
         auto* page = Find<QTextBrowser>(*window, "page");
         auto* back = Find<QPushButton>(*window, "back");
         QVERIFY(page->hasFocus());
-        QCOMPARE(page->accessibleName(), u"Velmora help"_s);
         QVERIFY(!back->isEnabled());
 
         QTest::keyClick(page, Qt::Key_Return);  // no link has the focus

@@ -85,13 +85,11 @@ class TestSmallScreen : public CFrameTest {
         auto* status = Find<QLabel>(frame, "status");
         QVERIFY(!status->isVisible());
         QTest::keyClick(line, Qt::Key_Return);
-        QCOMPARE(status->text(), u"Added Apple to Lunch. Ctrl+Z takes it back."_s);
         QVERIFY(status->isVisible());
         QCoreApplication::processEvents();  // lays the window out
         QVERIFY(status->height() >= status->heightForWidth(status->width()));
         const int height = status->height();
         QTest::keyClick(line, Qt::Key_Z, Qt::ControlModifier);
-        QCOMPARE(status->text(), u"Undone: addition of Apple."_s);
         QCoreApplication::processEvents();
         QVERIFY(status->height() < height);
         QTest::keyClick(line, Qt::Key_Escape);

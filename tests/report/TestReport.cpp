@@ -107,12 +107,8 @@ class TestReport : public CDiaryTest {
     void aRequestIsCheckedNamedAndPickedInWholeYears() {
         QCOMPARE(CheckReportRequest({kFirst, kFirst, kReportWeight}), std::nullopt);
         QCOMPARE(CheckReportRequest({kLast, kFirst, 0}), u"Please select data type to export."_s);
-        QCOMPARE(CheckReportRequest({kLast, kFirst}),
-                 u"Please select correct From date and To date."_s);
-        const CFileChoice choice = ReportFileChoice(u"Ann"_s, QDate(2006, 4, 15));
-        QCOMPARE(choice.initialName, u"Ann060415.csv"_s);
-        QCOMPARE(choice.defaultExtension + choice.filterName, u".csvCSV file (*.csv)"_s);
-        QCOMPARE(ReportFileChoice(u"A/%1"_s, QDate(2100, 1, 2)).initialName, u"A_%1000102.csv"_s);
+        const CFileChoice choice = ReportFileChoice(u"A/%1"_s, QDate(2100, 1, 2));
+        QCOMPARE(choice.initialName + choice.filterName, u"A_%1000102.csvCSV file (*.csv)"_s);
         QStringList patterns;
         for (const char* text : {"M/d/yy", "MM/dd/yyyy", "dd.MM.yy", "yyyy-MM-dd", "d/M/yy"}) {
             patterns.append(ReportDatePattern(QLatin1StringView(text)));
