@@ -10,7 +10,6 @@ class TestProgressWindow : public QObject {
   private slots:
     void theCaptionShowsThePercent() {
         const std::tuple<qint64, qint64, qint64, QString> rows[] = {
-            {0, 0, 0, u"0%"_s},
             {0, 3, 2, u"66%"_s},  // 2 * 100 / 3 = 66.67
             // 15 * 100 / (20 - 10): the position counts from 0, the span from the lower end.
             {10, 20, 15, u"150%"_s},

@@ -8,28 +8,24 @@
 class TestWindowMessages : public QObject {
     Q_OBJECT
   private slots:
+    // Return gives the proposed answer.
     void onlyYesIsYes() {
         CWindowMessages messages;
-        for (const auto button : {QMessageBox::Yes, QMessageBox::No, QMessageBox::NoButton}) {
-            QString shown;
-            OnDialog<QMessageBox>([&shown, button](QMessageBox& box) {
-                shown = box.windowTitle() + u'|' + box.text();
+        const std::tuple<QMessageBox::StandardButton, Qt::Key, EAnswer, bool> rows[] = {
+            {QMessageBox::Yes, {}, EAnswer::No, true}, {QMessageBox::No, {}, EAnswer::Yes, false},
+            {{}, Qt::Key_Escape, EAnswer::Yes, false}, {{}, Qt::Key_Return, EAnswer::Yes, true},
+            {{}, Qt::Key_Return, EAnswer::No, false},
+        };
+        for (const auto& [button, key, proposed, isYes] : rows) {
+            OnDialog<QMessageBox>([button = button, key = key](QMessageBox& box) {
+                QCOMPARE(box.windowTitle() + u'|' + box.text(), u"Velmora|Delete '<b>'?"_s);
                 if (button == QMessageBox::NoButton) {
-                    QTest::keyClick(&box, Qt::Key_Escape);
+                    QTest::keyClick(&box, key);
                 } else {
                     box.button(button)->click();
                 }
             });
-            QCOMPARE(AskYesNo(u"Delete '<b>'?"_s), button == QMessageBox::Yes);
-            QCOMPARE(shown, u"Velmora|Delete '<b>'?"_s);
-        }
-    }
-
-    void returnGivesTheProposedAnswer() {
-        CWindowMessages messages;
-        for (const auto proposed : {EAnswer::Yes, EAnswer::No}) {
-            OnDialog<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
-            QCOMPARE(AskYesNo(u"Delete?"_s, proposed), proposed == EAnswer::Yes);
+            QCOMPARE(AskYesNo(u"Delete '<b>'?"_s, proposed), isYes);
         }
     }
 
@@ -113,7 +109,6 @@ class TestWindowMessages : public QObject {
         {
             const CWaitCursor outer;
             { const CWaitCursor inner; }
-            QVERIFY(QApplication::overrideCursor() != nullptr);
             QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
         }
         QVERIFY(QApplication::overrideCursor() == nullptr);

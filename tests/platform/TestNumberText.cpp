@@ -39,7 +39,6 @@ class TestNumberText : public QObject {
             {u" 70,5 "_s, u"de_DE"_s, 70.5},
             {u"70.5"_s, u"de_DE"_s, 70.5},
             {u"1,500.5"_s, u"en_US"_s, 1.0},  // group separators end the number
-            {u"12 g"_s, u"en_US"_s, 12.0},
             {u"\u00A04\u00A0"_s, u"fr_FR"_s, 4.0},
             {u"0"_s, u"en_US"_s, 0.0},
             {u""_s, u"en_US"_s, {}},
@@ -48,7 +47,6 @@ class TestNumberText : public QObject {
             {u"1e9"_s, u"en_US"_s, 1e9},
             {u"1000000000.1"_s, u"en_US"_s, {}},
             {u"-1e10"_s, u"en_US"_s, {}},
-            {u"1E999"_s, u"en_US"_s, {}},
             {QString(400, u'9'), u"en_US"_s, {}},
             {u'.' + QString(400, u'0') + u'1', u"en_US"_s, 0.0},
             {u"-1E-999"_s, u"en_US"_s, 0.0},

@@ -9,9 +9,6 @@
 #include "platform/ShippedFiles.h"
 #include "platform/VolumePlace.h"
 #include "support/Files.h"
-#include "support/RecordingMessages.h"
-
-using namespace Qt::StringLiterals;
 
 /// The small pieces of the platform: moments, message texts, settings, the volume's place.
 class TestPlatform : public QObject {
@@ -67,17 +64,6 @@ class TestPlatform : public QObject {
         QCOMPARE(CRegistrySettings::Read().sizeY, 320);
     }
 
-    void theSeamInstalledLastIsAsked() {
-        const CRecordingMessages outer;
-        {
-            const CRecordingMessages inner;
-            ShowMessage(u"One"_s);
-            QCOMPARE(inner.shown, QStringList{u"One"_s});
-        }
-        ShowMessage(u"Two"_s);
-        QCOMPARE(outer.shown, QStringList{u"Two"_s});
-    }
-
     void bytesThatAreNoTextAreShownByTheirNumbers() {
         const char* const words[] = {"\xFF", "plain", "z\x1F ~\x7F\x80", "\xFE"};
         QCOMPARE(FirstUndecodableWord(2, words), std::nullopt);
@@ -95,7 +81,6 @@ class TestPlatform : public QObject {
             {{u"bin/"_s, u"share/velmora/starter-foods.csv"_s}, ofTheUser},
             {{u"bin/VelmoraDb.db"_s, u"share/velmora/starter-foods.csv"_s}, alone},
             {{u"bin/"_s, u"share/velmora/Velmora.htm"_s}, ofTheUser},
-            {{u"bin/VelmoraDb.db"_s}, alone},
             {{u"bin/VelmoraDb.db -> gone"_s, u"share/velmora/starter-foods.csv"_s}, alone},
         };
         QCOMPARE(VolumePathBeside(u"velmora"_s), u"VelmoraDb.db"_s);
