@@ -19,9 +19,6 @@ class TestWeightRules : public CDiaryTest {
         list.Reload();
         return list;
     }
-    ListedEntries<CWeightEntry> Rows(const std::vector<int>& rows) {
-        return Loaded().EntriesAt(rows);
-    }
     QString StoredWeights() {
         const CWeightList list = Loaded();
         QStringList texts;
@@ -174,7 +171,7 @@ class TestWeightRules : public CDiaryTest {
         for (const double weightKg : {80.0, 81.0, 82.0, 83.0}) {
             AddWeightEntry(kDay, QTime(7, 30), weightKg);
         }
-        const ListedEntries<CWeightEntry> listed = Rows({0, 1, 2, 3});
+        const ListedEntries<CWeightEntry> listed = Loaded().EntriesAt({0, 1, 2, 3});
         QCOMPARE(DeleteWeights(*m_doc, {listed[0]}), 1);
         AddWeightEntry(kDay, QTime(7, 30), 84);
         QCOMPARE(WeightToEdit(*m_doc, listed[1].record)->GetWeightKg(), 81.0);
