@@ -65,8 +65,8 @@ bool TakeIn(CCommandContext& context) {
 constexpr CCommand kCommands[] = {
     {"share", "", "FILE", kShareOptions, EAccess::Reads,
      "write items to a file for another Velmora", Share, CheckType},
-    {"take-in", "", "FILE", kTakeInOptions, EAccess::Writes, "add the items of such a file",
-     TakeIn},
+    {"take-in", "", "FILE", kTakeInOptions, EAccess::Writes,
+     "add the items of a file from another Velmora", TakeIn},
 };
 }  // namespace
 

@@ -207,9 +207,14 @@ void CDietFrame::ShowTitle() {
 
 void CDietFrame::PlaceWindow() {
     const QScreen* screen = QGuiApplication::primaryScreen();
-    resize(screen == nullptr ? kDefaultSize : kDefaultSize.boundedTo(screen->availableSize()));
+    const QSize available = screen == nullptr ? kDefaultSize : screen->availableSize();
+    resize(kDefaultSize.boundedTo(available));
     if (const QRect placement = VisiblePlacement(m_doc.Registry()); !placement.isEmpty()) {
         setGeometry(placement);
+    }
+    if (height() >= available.height() && available.width() >= kNarrowWidth) {
+        // The desktop knows how much room its title bar leaves; a small screen has none.
+        setWindowState(windowState() | Qt::WindowMaximized);
     }
 }
 

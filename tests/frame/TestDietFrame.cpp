@@ -202,7 +202,9 @@ class TestDietFrame : public CFrameTest {
         CRegistrySettings& registry = m_doc->Registry();
         for (const auto& [stored, shown] : rows) {
             registry = {stored[0], stored[1], stored[2], stored[3], u"Ann"_s};
-            QCOMPARE(CDietFrame(*m_doc).geometry(), shown);
+            const CDietFrame frame(*m_doc);
+            QCOMPARE(frame.geometry(), shown);
+            QCOMPARE(frame.isMaximized(), shown.height() == screen.height());
         }
         // No place of any window, or no size.
         for (const auto& [x, width] :

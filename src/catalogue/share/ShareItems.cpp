@@ -79,7 +79,7 @@ bool CShareRun::Run(const CShareRequest& request, const QString& path) {
         return false;
     }
     if (m_writer.Contents().items == 0 && !m_writer.HasFailed()) {
-        ShowMessage({FormatText("There are no %s found to share."_L1,
+        ShowMessage({FormatText("There are no %s to share."_L1,
                                 {QString::fromLatin1(KindOf(request.kind).words.many)}),
                      EMessageIcon::Plain, LeftOutText()});
         return false;
