@@ -82,10 +82,21 @@ def write(text):
 
 
 def caret(node):
-    """Where the focus is in the text of a page with links; -1 for another object."""
-    is_page = node is not None and node.get_role() in (Atspi.Role.LABEL, Atspi.Role.DOCUMENT_TEXT)
-    text = node.get_text_iface() if is_page else None
-    return -1 if text is None else Atspi.Text.get_caret_offset(text)
+    """Where the focus is in the text of a page with links; -1 for another object, or none."""
+    try:
+        is_page = role(node) in (Atspi.Role.LABEL, Atspi.Role.DOCUMENT_TEXT)
+        text = node.get_text_iface() if is_page else None
+        return -1 if text is None else Atspi.Text.get_caret_offset(text)
+    except GLib.GError:
+        return -1  # it is gone with its window
+
+
+def role(node):
+    """None for no object, or one that is gone with its window."""
+    try:
+        return node.get_role() if node is not None else None
+    except GLib.GError:
+        return None
 
 
 def focus_window():
@@ -170,7 +181,7 @@ class Reader:
         self.pump()
         before = self.focus_events
         if seconds is None:
-            is_in_parts = self.focus and self.focus.get_role() == Atspi.Role.SPIN_BUTTON
+            is_in_parts = role(self.focus) == Atspi.Role.SPIN_BUTTON
             seconds = PART_TIMEOUT_S if is_in_parts else KEY_TIMEOUT_S
         place = caret(self.focus)
         press(key)

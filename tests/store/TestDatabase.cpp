@@ -180,6 +180,19 @@ class TestDatabase : public CCatalogueTest {
         QCOMPARE(Database().Exlib().Count(), 1);
     }
 
+    void menusAreFoundUnderTheirParent() {
+        CMenuItem menu;
+        menu.SetParentId(1);
+        menu.SetItemId(500);
+        for (const EItemKind type : {EItemKind::Food, EItemKind::Menu}) {
+            menu.SetItemKind(type);
+            QVERIFY(Database().Menus().Write(-1, menu));
+        }
+        QCOMPARE(Database().Composed().FindComponent(ECatalogueKind::Menus, 1, 500), 1);
+        QCOMPARE(Database().Composed().FindComponent(ECatalogueKind::Menus, 2, 500), -1);
+        QCOMPARE(Database().Composed().FindComponent(ECatalogueKind::Menus, 1, 501), -1);
+    }
+
     void aProfileIsFourDatabases() {
         QVERIFY(!Database().Profiles().Open(u"Anna"_s, false));
         QCOMPARE(Database().Profiles().GetNumberOfUserProfiles(), 0);
