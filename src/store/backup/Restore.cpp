@@ -56,7 +56,7 @@ EPlatformError CRestore::CheckCopy(const CopyProgress& progress) {
     const QString& path = m_replacement.GetNewPath();
     EPlatformError error = JudgeVersion(path, m_steps);
     if (error == kErrorOlderVersion) {
-        error = UpgradeCopy(path, m_steps, progress);
+        error = UpgradeNew(m_replacement, m_steps, progress);
     }
     if (error != kErrorSuccess) {
         return error;
@@ -64,10 +64,7 @@ EPlatformError CRestore::CheckCopy(const CopyProgress& progress) {
     {
         CSqliteFile copy;
         CFindings findings;
-        error = copy.Open(path, VersionAfter(m_steps));
-        if (const QString journal = copy.GetKeptJournal(); !journal.isEmpty()) {
-            QFile::remove(journal);  // a copy of one that is not the file's
-        }
+        error = m_replacement.OpenNew(copy, VersionAfter(m_steps));
         if (error == kErrorSuccess) {
             error = CheckVolume(copy, findings, progress);
         }

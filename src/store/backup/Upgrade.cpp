@@ -20,15 +20,6 @@ EPlatformError ReadVersion(const QString& path, quint32& version) {
     return kErrorSuccess;
 }
 
-/// A copy of a volume of that version.
-EPlatformError OpenCopy(CSqliteFile& copy, const QString& path, quint32 version) {
-    const EPlatformError error = copy.Open(path, version);
-    if (const QString journal = copy.GetKeptJournal(); !journal.isEmpty()) {
-        QFile::remove(journal);  // a copy of one that is not the volume's
-    }
-    return error;
-}
-
 /// Of the copy, which holds what the volume does. Only that it was cancelled is a failure.
 EPlatformError BackUp(const CVolumeReplacement& replacement, const QDateTime& now,
                       QString& failure) {
@@ -36,7 +27,7 @@ EPlatformError BackUp(const CVolumeReplacement& replacement, const QDateTime& no
     EPlatformError error = ReadVersion(replacement.GetNewPath(), version);
     CSqliteFile copy;
     if (error == kErrorSuccess) {
-        error = OpenCopy(copy, replacement.GetNewPath(), version);
+        error = replacement.OpenNew(copy, version);
     }
     if (error != kErrorSuccess) {
         return error;
@@ -61,13 +52,13 @@ EPlatformError RunSteps(CSqliteFile& file, std::span<const UpgradeStep> steps, q
 }
 }  // namespace
 
-EPlatformError UpgradeCopy(const QString& path, std::span<const UpgradeStep> steps,
-                           const CopyProgress& progress) {
+EPlatformError UpgradeNew(const CVolumeReplacement& replacement, std::span<const UpgradeStep> steps,
+                          const CopyProgress& progress) {
     quint32 version = 0;
-    EPlatformError error = ReadVersion(path, version);
+    EPlatformError error = ReadVersion(replacement.GetNewPath(), version);
     CSqliteFile copy;
     if (error == kErrorSuccess) {
-        error = OpenCopy(copy, path, version);
+        error = replacement.OpenNew(copy, version);
     }
     if (error == kErrorSuccess) {
         const CWatchedWork work(copy, progress);
@@ -77,7 +68,7 @@ EPlatformError UpgradeCopy(const QString& path, std::span<const UpgradeStep> ste
         error = copy.Close();
     }
     if (error == kErrorSuccess) {
-        error = copy.Open(path, VersionAfter(steps));
+        error = replacement.OpenNew(copy, VersionAfter(steps));
     }
     if (error == kErrorSuccess) {
         error = copy.CheckIntegrity(progress);
@@ -104,7 +95,7 @@ EPlatformError UpgradeVolume(const QString& path, const QDateTime& now,
         error = BackUp(replacement, now, upgraded.backupFailure);
     }
     if (error == kErrorSuccess) {
-        error = UpgradeCopy(replacement.GetNewPath(), steps, progress);
+        error = UpgradeNew(replacement, steps, progress);
     }
     return error == kErrorSuccess ? replacement.Commit() : error;
 }

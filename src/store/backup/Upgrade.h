@@ -10,6 +10,8 @@
 #include "store/engine/SqliteFile.h"
 #include "store/engine/VolumeHeader.h"
 
+class CVolumeReplacement;
+
 /// Makes a volume of one version one of the next; within a transaction, which a failure rolls back.
 using UpgradeStep = EPlatformError (*)(CSqliteFile& file);
 
@@ -27,9 +29,10 @@ struct CUpgraded {
     QString backupFailure;  ///< why no backup was made; empty when there is one or none was due
 };
 
-/// Runs on a copy of a volume all steps that it lacks, in one transaction, and checks it.
-EPlatformError UpgradeCopy(const QString& path, std::span<const UpgradeStep> steps,
-                           const CopyProgress& progress = {});
+/// Runs on the new file, a copy of a volume, all steps that it lacks, in one transaction, and
+/// checks it.
+EPlatformError UpgradeNew(const CVolumeReplacement& replacement, std::span<const UpgradeStep> steps,
+                          const CopyProgress& progress = {});
 /// Copies the volume, makes a backup if one is due, upgrades the copy, and puts it in the volume's
 /// place. The volume itself is never changed: it is kept aside. On failure it is as it was.
 EPlatformError UpgradeVolume(const QString& path, const QDateTime& now,

@@ -129,6 +129,14 @@ EPlatformError CVolumeReplacement::FillNew(const QString& from, const CopyProgre
     return error;
 }
 
+EPlatformError CVolumeReplacement::OpenNew(CSqliteFile& copy, quint32 version) const {
+    const EPlatformError error = copy.Open(m_newPath, version);
+    if (const QString journal = copy.GetKeptJournal(); !journal.isEmpty()) {
+        QFile::remove(journal);
+    }
+    return error;
+}
+
 void CVolumeReplacement::RemoveNew() const {
     QFile::remove(m_newPath);
     QFile::remove(m_newPath + kJournalSuffix);

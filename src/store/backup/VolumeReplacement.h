@@ -41,6 +41,9 @@ class CVolumeReplacement {
     /// Copies a volume into the new file, and its journal beside that, where it is played back when
     /// the new file is opened.
     EPlatformError FillNew(const QString& from, const CopyProgress& progress);
+    /// Opens the new file. A journal that does not belong to it is removed: it is a copy of one
+    /// that stays beside its own.
+    EPlatformError OpenNew(CSqliteFile& copy, quint32 version) const;
     /// Removes the new file, be it one that a killed process has left. Only while no other
     /// process can use the volume.
     void RemoveNew() const;
